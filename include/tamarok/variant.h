@@ -1,0 +1,149 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "tamarok/date.h"
+#include "tamarok/object.h"
+
+namespace tamarok {
+
+/// The interface's Boolean: 16 bits, true is -1 and false is 0, nothing else.
+class Boolean {
+public:
+    constexpr Boolean() noexcept = default;
+    constexpr Boolean(bool value) noexcept : value_{value ? trueValue : falseValue} {}
+
+    constexpr explicit operator bool() const noexcept { return value_ != falseValue; }
+    constexpr std::int16_t number() const noexcept { return value_; }
+
+    friend constexpr bool operator==(Boolean, Boolean) = default;
+
+private:
+    static constexpr std::int16_t trueValue = -1;
+    static constexpr std::int16_t falseValue = 0;
+    std::int16_t value_ = falseValue;
+};
+static_assert(sizeof(Boolean) == 2);
+
+struct Empty { ///< never set
+    friend constexpr bool operator==(Empty, Empty) = default;
+};
+struct Null { ///< the database's no-value
+    friend constexpr bool operator==(Null, Null) = default;
+};
+
+class VariantArray;
+
+/// A tagged value as it crosses the component interface.
+class Variant {
+public:
+    /// The kinds, in the order of the alternatives of the storage.
+    enum class Kind : std::uint8_t {
+        Empty,
+        Null,
+        Boolean,
+        Integer,
+        Long,
+        LongLong,
+        Double,
+        Date,
+        String,
+        Object,
+        Array
+    };
+
+    Variant() noexcept = default; ///< Empty
+    Variant(Empty) noexcept {}
+    Variant(Null) noexcept : value_{Null{}} {}
+    Variant(bool value) noexcept : value_{Boolean{value}} {}
+    Variant(Boolean value) noexcept : value_{value} {}
+    Variant(std::int16_t value) noexcept : value_{value} {}
+    Variant(std::int32_t value) noexcept : value_{value} {}
+    Variant(std::int64_t value) noexcept : value_{value} {}
+    Variant(double value) noexcept : value_{value} {}
+    Variant(Date value) noexcept : value_{value} {}
+    Variant(std::string value) noexcept : value_{std::move(value)} {}
+    Variant(std::string_view value) : value_{std::string{value}} {}
+    Variant(const char* value) : value_{std::string{value}} {}
+    Variant(ObjectRef value) noexcept : value_{std::move(value)} {}
+    Variant(VariantArray value);
+    template <class Derived, class = std::enable_if_t<std::is_base_of_v<Object, Derived>>>
+    Variant(std::shared_ptr<Derived> value) noexcept : value_{ObjectRef{std::move(value)}}
+    {}
+
+    Kind kind() const noexcept { return static_cast<Kind>(value_.index()); }
+    bool isEmpty() const noexcept { return kind() == Kind::Empty; }
+    bool isNull() const noexcept { return kind() == Kind::Null; }
+    bool isString() const noexcept { return kind() == Kind::String; }
+    bool isObject() const noexcept { return kind() == Kind::Object; }
+    bool isArray() const noexcept { return kind() == Kind::Array; }
+
+    /// Unconverted access; each throws Error 13 if the value is of another kind. Conversions live
+    /// in runtime/convert.
+    Boolean asBoolean() const;
+    std::int16_t asInteger() const;
+    std::int32_t asLong() const;
+    std::int64_t asLongLong() const;
+    double asDouble() const;
+    Date asDate() const;
+    const std::string& asString() const;
+    const ObjectRef& asObject() const;
+    const VariantArray& asArray() const;
+    VariantArray& asArray();
+
+    /// Same kind and same value; objects by identity, arrays by content.
+    friend bool operator==(const Variant&, const Variant&);
+
+private:
+    std::variant<Empty, Null, Boolean, std::int16_t, std::int32_t, std::int64_t, double, Date, std::string, ObjectRef,
+                 std::shared_ptr<VariantArray>>
+        value_;
+};
+
+/// The kind's name as messages show it ("Null", "String").
+std::string_view name(Variant::Kind kind) noexcept;
+
+/// An array of Variants of one or two dimensions with any bounds. Elements of a two-dimensional
+/// array are stored with the first index running fastest, as `GetRows` gives fields, then rows.
+class VariantArray {
+public:
+    struct Bounds {
+        std::int32_t lower = 0;
+        std::int32_t upper = -1; ///< lower - 1 for no element
+        friend constexpr bool operator==(Bounds, Bounds) = default;
+    };
+
+    VariantArray() = default; ///< one dimension, zero-based, no element
+    explicit VariantArray(std::vector<Variant> elements, std::int32_t lower = 0);
+    /// Two dimensions; `elements.size()` must be the product of the extents (Error 5 otherwise).
+    VariantArray(Bounds first, Bounds second, std::vector<Variant> elements);
+
+    std::int32_t dimensions() const noexcept { return dimensions_; }
+    /// Bounds of dimension 1 or 2; Error 9 for any other.
+    Bounds bounds(std::int32_t dimension = 1) const;
+
+    /// Element by index; Error 9 outside the bounds or with the wrong number of indices.
+    const Variant& at(std::int32_t index) const;
+    Variant& at(std::int32_t index);
+    const Variant& at(std::int32_t first, std::int32_t second) const;
+
+    const std::vector<Variant>& elements() const noexcept { return elements_; }
+    std::vector<Variant>& elements() noexcept { return elements_; }
+
+    friend bool operator==(const VariantArray&, const VariantArray&);
+
+private:
+    std::size_t offset(std::int32_t index) const;
+    std::int32_t dimensions_ = 1;
+    Bounds first_;
+    Bounds second_;
+    std::vector<Variant> elements_;
+};
+
+} // namespace tamarok
