@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "tamarok/platform.h"
+#include "tamarok/regional.h"
+#include "tamarok/variant.h"
+
+/// The one home of conversions between values and text. Functions without a Regional use the
+/// calling thread's.
+namespace tamarok::convert {
+
+/// Longest text of a number: sign, 15 digits, point, leading zeros or exponent.
+inline constexpr std::size_t maxNumberText = 32;
+
+/// A number as text: shortest form with at most 15 significant digits, no grouping, no separator on
+/// a whole number; from 1E+15 on and below 1E-4 (with more digits than fit) as "1.5E+20", "1E-05".
+std::string toText(double number, const Regional& regional);
+/// The same with "." whatever the regional settings are.
+std::string toPlainText(double number);
+/// The same into `buffer` (at least maxNumberText); `decimal` is the separator. Returns the length.
+std::size_t writeNumber(double number, std::span<char> buffer, char decimal = '.') noexcept;
+
+/// A date as text in the regional short form: date alone where the time is midnight, time alone on
+/// day 0, else both with a blank.
+std::string toText(Date date, const Regional& regional);
+
+/// Any value as text: Null fails (94), Empty gives "", Boolean its regional words, Object and Array
+/// fail (13; an ADO field counts as its value).
+std::string toText(const Variant& value, const Regional& regional);
+std::string toText(const Variant& value);
+
+/// Number out of text as a person types it: surrounding blanks, sign before or behind, thousands
+/// marks in the whole part, exponent (E or D). Nothing where it is no number.
+std::optional<double> parseNumber(std::string_view text, const Regional& regional);
+/// Number with "." only, as SQL and files have it; no blanks, no marks.
+std::optional<double> parsePlainNumber(std::string_view text) noexcept;
+
+/// Date out of text: the regional order, two- and four-digit years (00-29 is 20xx), month names long
+/// and short, a time alone or behind the date, ISO dates always. Nothing where it is no date.
+std::optional<Date> parseDate(std::string_view text, const Regional& regional);
+
+bool isNumeric(const Variant& value, const Regional& regional);
+bool isNumeric(const Variant& value);
+bool isDate(const Variant& value, const Regional& regional);
+bool isDate(const Variant& value);
+
+/// Conversions to a type, as an assignment does them. Null fails (94), Empty is 0, "" or day 0, a
+/// text that is no number fails (13), a value out of range fails (6). Halves round to even.
+std::int16_t toInteger(const Variant& value);
+std::int32_t toLong(const Variant& value);
+std::int64_t toLongLong(const Variant& value);
+double toDouble(const Variant& value);
+Date toDate(const Variant& value);
+/// Numbers: not 0; texts: the regional words, "True"/"False" in any case, or a number.
+bool toBoolean(const Variant& value);
+
+/// Overflow-checked narrowing of computed values; Error 6 names `what`.
+std::int16_t checkedInteger(std::int64_t value, std::string_view what);
+std::int32_t checkedLong(std::int64_t value, std::string_view what);
+
+/// Rounds to `places` decimals (0 to 22; Error 5 below 0): the scaled double to the nearest whole
+/// number, an exact .5 to the even one, and divided back. 0.125 gives 0.12, 2.675 gives 2.68.
+double roundHalfEven(double number, std::int32_t places);
+
+} // namespace tamarok::convert
