@@ -1,0 +1,94 @@
+#include "tamarok_loc/loc_service.h"
+
+#include <optional>
+
+#include "tamarok/error.h"
+#include "tamarok/tmkvar.h"
+#include "tamarok/variant.h"
+
+namespace tamarok::loc {
+namespace {
+
+/// Text numbers are 16-bit; a tag of any other form is no text number.
+std::optional<std::int16_t> textNumber(const Variant& tag)
+{
+    if (!tag.isString()) return std::nullopt;
+    const std::string& digits = tag.asString();
+    if (digits.empty() || digits.size() > 5) return std::nullopt;
+    std::int32_t number = 0;
+    for (const char digit : digits) {
+        if (digit < '0' || digit > '9') return std::nullopt;
+        number = number * 10 + (digit - '0');
+    }
+    if (number == 0 || number > INT16_MAX) return std::nullopt;
+    return static_cast<std::int16_t>(number);
+}
+
+/// A property that an object may lack.
+std::optional<Variant> optionalProperty(const Object& object, std::string_view name)
+{
+    try {
+        return object.get(name, {});
+    } catch (const Error& error) {
+        if (error.number != errors::noSuchMember) throw;
+        return std::nullopt;
+    }
+}
+
+class TextTableService final : public LocService {
+public:
+    void TranslateForm(const TmkVar& session, Object& form) override
+    {
+        translate(session, form);
+        const std::optional<Variant> controls = optionalProperty(form, "Controls");
+        if (!controls || !controls->isArray()) return;
+        for (const Variant& control : controls->asArray().elements())
+            if (control.isObject() && control.asObject()) translate(session, *control.asObject());
+    }
+
+    std::string GetText(std::int16_t number, const TmkVar& session) override
+    {
+        const std::string nullFunction = session.bolOracle ? "NVL" : "ISNULL";
+        const std::string& language = session.strLanguage;
+        const std::string digits = std::to_string(number);
+        ado::Recordset texts;
+        texts.Open("SELECT " + nullFunction + "(CUSTOM_" + language + "," + nullFunction + "(" + language +
+                       ",'')) FROM STRINGS WHERE ID_STRING = " + digits,
+                   session.db_ADO);
+        std::string text;
+        if (!texts.AtEOF()) {
+            const Variant value = texts.Fields().Item(0).Value();
+            if (value.isString()) text = value.asString();
+        }
+        texts.Close();
+        return text.empty() ? "<" + digits + ">" : text;
+    }
+
+    std::string GetText2(std::int16_t number, const TmkVar& session) override { return GetText(number, session); }
+
+    void RunProcedure(const TmkVar& session, std::string_view name, ado::Command& command) override
+    {
+        command.ActiveConnection = session.db_ADO;
+        command.CommandText = name;
+        command.CommandType = ado::CommandType::StoredProcedure;
+        command.Execute();
+    }
+
+private:
+    void translate(const TmkVar& session, Object& object)
+    {
+        const std::optional<Variant> tag = optionalProperty(object, "Tag");
+        if (!tag) return;
+        if (const std::optional<std::int16_t> number = textNumber(*tag))
+            object.put("Caption", GetText(*number, session));
+    }
+};
+
+} // namespace
+
+std::unique_ptr<LocService> makeLocService()
+{
+    return std::make_unique<TextTableService>();
+}
+
+} // namespace tamarok::loc
