@@ -1,0 +1,30 @@
+# Installation: headers, static libraries, the program, the CMake package and pkg-config files.
+include(CMakePackageConfigHelpers)
+
+set(tamarok_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Tamarok_Comm)
+set(tamarok_exported tamarok_comm)
+if(NOT TAMAROK_CORE_ONLY)
+    list(APPEND tamarok_exported tamarok_sql tamarok_sqlfunctions tamarok_embedded tamarok_loc tamarok_database)
+endif()
+
+install(TARGETS ${tamarok_exported} EXPORT Tamarok_CommTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(EXPORT Tamarok_CommTargets NAMESPACE Tamarok_Comm:: DESTINATION ${tamarok_package_dir})
+install(DIRECTORY include/tamarok DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
+
+configure_package_config_file(cmake/Tamarok_CommConfig.cmake.in ${PROJECT_BINARY_DIR}/Tamarok_CommConfig.cmake
+                              INSTALL_DESTINATION ${tamarok_package_dir})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/Tamarok_CommConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/Tamarok_CommConfig.cmake ${PROJECT_BINARY_DIR}/Tamarok_CommConfigVersion.cmake
+        DESTINATION ${tamarok_package_dir})
+
+configure_file(cmake/tamarok_comm.pc.in ${PROJECT_BINARY_DIR}/tamarok_comm.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/tamarok_comm.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+if(NOT TAMAROK_CORE_ONLY)
+    install(TARGETS tamarok RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+    install(DIRECTORY loc/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
+    install(FILES adapters/embedded/connect.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tamarok_embedded)
+    install(FILES database/reference_database.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tamarok_database)
+    configure_file(cmake/tamarok_embedded.pc.in ${PROJECT_BINARY_DIR}/tamarok_embedded.pc @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/tamarok_embedded.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endif()
