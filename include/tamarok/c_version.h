@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+
+namespace tamarok {
+
+/// The version of the library. The class has no state.
+class C_Version {
+public:
+    /// Major and minor version as whole numbers, divided by a point: "2.0".
+    std::string DLL_Version() const;
+};
+
+} // namespace tamarok

@@ -1,0 +1,19 @@
+#include "tamarok/mcomm.h"
+
+#include "tamarok/error.h"
+#include "tamarok/platform.h"
+
+namespace tamarok::mComm {
+
+std::int16_t ShowMessage(std::string_view strPrompt, std::int32_t lngButtons, std::string_view strTitle,
+                         std::string_view /*strHelpFile*/, std::int32_t /*lngContext*/)
+{
+    const auto& box = Platform::current().messageBox;
+    if (!box) {
+        throw Error{errors::objectNotSet, "The platform has no message box for \"" + std::string{strPrompt} + "\".",
+                    "mComm.ShowMessage"};
+    }
+    return box->show(strPrompt, lngButtons, strTitle.empty() ? "Tamarok" : strTitle);
+}
+
+} // namespace tamarok::mComm

@@ -1,0 +1,111 @@
+#include "frame/read_idiom.h"
+#include "runtime/convert.h"
+#include "runtime/text.h"
+
+#include "tamarok/comm_get.h"
+#include "tamarok/comm_set.h"
+#include "tamarok/comm_sql.h"
+#include "tamarok/platform.h"
+
+namespace tamarok {
+
+namespace {
+
+std::string selectOption(std::string_view column, std::string_view property)
+{
+    return std::string{"SELECT "}.append(column).append(" FROM OPTIONEN WHERE PROPERTY_ID = '").append(property) + "'";
+}
+
+/// The same, for a property in upper case and without regard to the case of the stored name.
+std::string selectOptionNoCase(std::string_view column, std::string_view property)
+{
+    return std::string{"SELECT "}
+               .append(column)
+               .append(" FROM OPTIONEN WHERE UPPER(PROPERTY_ID) = '")
+               .append(property) +
+           "'";
+}
+
+Date defaultDate(const TmkVar& session, std::string_view property)
+{
+    return text::toUpper(text::trim(property)) == "DATE_TO" ? Platform::today() : session.DateFromDefault;
+}
+
+} // namespace
+
+std::int32_t Comm_Get::GetOptionenNumber(const TmkVar& tmkVar, std::string_view property) const
+{
+    const std::string name = text::toUpper(property);
+    const auto value = frame::readFirstValue(tmkVar.db_ADO, selectOptionNoCase("NUMBER_VALUE", name));
+    if (!value && property != "DBCURSORLOCATION") {
+        Comm_Set{}.SetOptionenNumber(tmkVar, name, std::int16_t{0});
+    }
+    return value && !value->isNull() ? convert::toLong(*value) : 0;
+}
+
+double Comm_Get::GetOptionenDouble(const TmkVar& tmkVar, std::string_view property) const
+{
+    const std::string name = text::toUpper(property);
+    const std::string_view column = tmkVar.bolOracle ? "NVL(DOUBLE_VALUE,0)" : "ISNULL(DOUBLE_VALUE,0)";
+    const auto value = frame::readFirstValue(tmkVar.db_ADO, selectOptionNoCase(column, name));
+    if (!value) {
+        Comm_Set{}.SetOptionenDouble(tmkVar, name, 0.0);
+    }
+    return value ? convert::toDouble(*value) : 0.0;
+}
+
+std::string Comm_Get::GetOptionenText(const TmkVar& tmkVar, std::string_view property) const
+{
+    const auto value = frame::readFirstValue(tmkVar.db_ADO, selectOption("TEXT_VALUE", property));
+    if (!value) {
+        Comm_Set{}.SetOptionenText(tmkVar, text::toUpper(property), "");
+    }
+    return value && !value->isNull() ? convert::toText(*value) : std::string{};
+}
+
+Date Comm_Get::GetOptionenDate(const TmkVar& tmkVar, std::string_view property) const
+{
+    const Date byDefault = defaultDate(tmkVar, property);
+    const auto value = frame::readFirstValue(tmkVar.db_ADO, selectOption("DATE_VALUE", property));
+    if (!value) {
+        Comm_Set{}.SetOptionenDate(tmkVar, property, "");
+    }
+    return value && !value->isNull() ? convert::toDate(*value) : byDefault;
+}
+
+std::string Comm_Get::GetKonfNumber(const ado::ConnectionRef& dbAdo, std::string_view property,
+                                    std::int16_t intDefault) const
+{
+    const std::string name = text::toUpper(property);
+    const auto value = frame::readFirstValue(
+        dbAdo,
+        "SELECT NUMBER_VALUE FROM FORMS_CONFIG WHERE FORM_ID = 'F_STAMMEINKONF' AND PROPERTY_ID = '" + name + "'",
+        ado::LockType::Unspecified);
+    if (value) {
+        return convert::toText(*value);
+    }
+    const std::string number = convert::toText(Variant{intDefault});
+    ado::require(dbAdo).Execute(
+        "INSERT INTO FORMS_CONFIG (FORM_ID, PROPERTY_ID, NUMBER_VALUE) VALUES ('F_STAMMEINKONF', '" + name + "'," +
+        number + ")");
+    return number;
+}
+
+std::int16_t Comm_SQL::OPTIONEN_glbModel(const TmkVar& tmkVar) const
+{
+    constexpr std::string_view sqlServer =
+        "SELECT * FROM (SELECT ISNULL((SELECT TOP 1 NUMBER_VALUE FROM OPTIONEN WHERE PROPERTY_ID = "
+        "'CHANGE_MODELS'),1) AS NUM_VALUE) A";
+    constexpr std::string_view oracle =
+        "SELECT * FROM (SELECT NVL((SELECT NUMBER_VALUE FROM OPTIONEN WHERE PROPERTY_ID = 'CHANGE_MODELS'  AND "
+        "rownum=1),1) AS NUM_VALUE FROM DUAL) A";
+
+    // The statement always gives a row, so the end is not tested for.
+    ado::Recordset rows;
+    rows.Open(tmkVar.bolOracle ? oracle : sqlServer, tmkVar.db_ADO);
+    const Variant value = rows.Fields().Item("NUM_VALUE").Value();
+    rows.Close();
+    return convert::toInteger(value);
+}
+
+} // namespace tamarok
