@@ -1,0 +1,130 @@
+#include "component/arguments.h"
+
+#include "component/record_object.h"
+#include "runtime/convert.h"
+
+#include "tamarok/error.h"
+
+namespace tamarok::component::argument {
+
+namespace {
+
+std::string label(const ParameterInfo& parameter)
+{
+    return "argument " + std::string{parameter.name};
+}
+
+[[noreturn]] void mismatch(const Variant& value, const ParameterInfo& parameter)
+{
+    const std::string_view given =
+        value.isObject() && value.asObject() ? value.asObject()->typeName() : name(value.kind());
+    throw Error{errors::typeMismatch, "Type mismatch: " + std::string{given} + " given where " +
+                                          std::string{name(parameter.type)} + " is needed"}
+        .addContext(label(parameter));
+}
+
+template <class Convert>
+auto named(const Convert& convert, const Variant& value, const ParameterInfo& parameter)
+{
+    try {
+        return convert(toVariant(value));
+    } catch (Error& error) {
+        throw error.addContext(label(parameter));
+    }
+}
+
+/// The object as a `T`; an empty reference for Nothing and for a left-out argument.
+template <class T>
+std::shared_ptr<T> as(const Variant& value, const ParameterInfo& parameter)
+{
+    if (isMissing(value)) return nullptr;
+    if (!value.isObject()) mismatch(value, parameter);
+    if (!value.asObject()) return nullptr;
+    auto object = std::dynamic_pointer_cast<T>(value.asObject());
+    if (!object) mismatch(value, parameter);
+    return object;
+}
+
+[[noreturn]] void notSet(const ParameterInfo& parameter)
+{
+    throw Error{errors::objectNotSet, "Object variable not set"}.addContext(label(parameter));
+}
+
+} // namespace
+
+bool toBoolean(const Variant& value, const ParameterInfo& parameter)
+{
+    return named([](const Variant& given) { return convert::toBoolean(given); }, value, parameter);
+}
+
+std::int16_t toInteger(const Variant& value, const ParameterInfo& parameter)
+{
+    return named([](const Variant& given) { return convert::toInteger(given); }, value, parameter);
+}
+
+std::int32_t toLong(const Variant& value, const ParameterInfo& parameter)
+{
+    return named([](const Variant& given) { return convert::toLong(given); }, value, parameter);
+}
+
+double toDouble(const Variant& value, const ParameterInfo& parameter)
+{
+    return named([](const Variant& given) { return convert::toDouble(given); }, value, parameter);
+}
+
+Date toDate(const Variant& value, const ParameterInfo& parameter)
+{
+    return named([](const Variant& given) { return convert::toDate(given); }, value, parameter);
+}
+
+std::string toString(const Variant& value, const ParameterInfo& parameter)
+{
+    return named([](const Variant& given) { return convert::toText(given); }, value, parameter);
+}
+
+const Variant& toVariant(const Variant& value)
+{
+    static const Variant empty;
+    return isMissing(value) ? empty : value;
+}
+
+std::vector<std::int16_t> toIntegers(const Variant& value, const ParameterInfo& parameter)
+{
+    if (!value.isArray() || value.asArray().dimensions() != 1) mismatch(value, parameter);
+    std::vector<std::int16_t> values;
+    values.reserve(value.asArray().elements().size());
+    for (const Variant& element : value.asArray().elements())
+        values.push_back(toInteger(element, parameter));
+    return values;
+}
+
+ObjectRef toObject(const Variant& value, const ParameterInfo& parameter)
+{
+    return as<Object>(value, parameter);
+}
+
+ado::ConnectionRef toConnection(const Variant& value, const ParameterInfo& parameter)
+{
+    return as<ado::Connection>(value, parameter);
+}
+
+std::shared_ptr<ado::Recordset> toRecordset(const Variant& value, const ParameterInfo& parameter)
+{
+    return as<ado::Recordset>(value, parameter);
+}
+
+ado::Command& toCommand(const Variant& value, const ParameterInfo& parameter)
+{
+    const auto command = as<ado::Command>(value, parameter);
+    if (!command) notSet(parameter);
+    return *command; // the argument keeps it alive
+}
+
+TmkVar& toRecord(const Variant& value, const ParameterInfo& parameter)
+{
+    const auto record = as<RecordObject>(value, parameter);
+    if (!record) notSet(parameter);
+    return record->record();
+}
+
+} // namespace tamarok::component::argument

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tamarok/ado.h"
+#include "tamarok/component.h"
+#include "tamarok/tmkvar.h"
+#include "tamarok/variant.h"
+
+/// Conversion of one argument to its declared type. Every failure names the parameter.
+namespace tamarok::component::argument {
+
+bool toBoolean(const Variant& value, const ParameterInfo& parameter);
+std::int16_t toInteger(const Variant& value, const ParameterInfo& parameter);
+std::int32_t toLong(const Variant& value, const ParameterInfo& parameter);
+double toDouble(const Variant& value, const ParameterInfo& parameter);
+Date toDate(const Variant& value, const ParameterInfo& parameter);
+std::string toString(const Variant& value, const ParameterInfo& parameter);
+/// A field stands for its value, a missing argument for Empty; anything else is taken as it comes.
+const Variant& toVariant(const Variant& value);
+std::vector<std::int16_t> toIntegers(const Variant& value, const ParameterInfo& parameter);
+
+ObjectRef toObject(const Variant& value, const ParameterInfo& parameter);
+ado::ConnectionRef toConnection(const Variant& value, const ParameterInfo& parameter);
+std::shared_ptr<ado::Recordset> toRecordset(const Variant& value, const ParameterInfo& parameter);
+ado::Command& toCommand(const Variant& value, const ParameterInfo& parameter);
+TmkVar& toRecord(const Variant& value, const ParameterInfo& parameter);
+
+/// An array of Integers as the caller gets it back, zero-based.
+Variant fromIntegers(const std::vector<std::int16_t>& values, const Variant& before);
+
+} // namespace tamarok::component::argument

@@ -1,0 +1,265 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "component/arguments.h"
+
+/// Makes the description of an operation, and the function that calls it, out of a member-function
+/// pointer and the names of its parameters. Private to the class map.
+namespace tamarok::component {
+
+/// How one C++ parameter type is declared at the interface, and how an argument reaches it. A
+/// specialisation holds the converted argument for the length of the call; `store` writes it back.
+template <class T>
+struct Argument;
+
+/// A plain value with a conversion of its own, passed by value.
+template <class T, ValueType declared, T (*convert)(const Variant&, const ParameterInfo&)>
+struct ValueArgument {
+    static constexpr ValueType type = declared;
+    static constexpr bool byReference = false;
+    ValueArgument(Variant& value, const ParameterInfo& parameter) :
+        held{isMissing(value) ? T{} : convert(value, parameter)}
+    {}
+    const T& pass() noexcept { return held; }
+    void store(Variant&) {}
+    T held;
+};
+
+/// The same by reference: the caller's variable gets the value, in the declared type, back.
+template <class Value, class T>
+struct ReferenceArgument : Value {
+    static constexpr bool byReference = true;
+    using Value::Value;
+    T& pass() noexcept { return this->held; }
+    void store(Variant& target) { target = Variant{this->held}; }
+};
+
+inline Boolean toBooleanValue(const Variant& value, const ParameterInfo& parameter)
+{
+    return argument::toBoolean(value, parameter);
+}
+
+// clang-format off
+template <> struct Argument<bool> : ValueArgument<bool, ValueType::Boolean, argument::toBoolean> { using ValueArgument::ValueArgument; };
+template <> struct Argument<Boolean> : ValueArgument<Boolean, ValueType::Boolean, toBooleanValue> { using ValueArgument::ValueArgument; };
+template <> struct Argument<std::int16_t> : ValueArgument<std::int16_t, ValueType::Integer, argument::toInteger> { using ValueArgument::ValueArgument; };
+template <> struct Argument<std::int32_t> : ValueArgument<std::int32_t, ValueType::Long, argument::toLong> { using ValueArgument::ValueArgument; };
+template <> struct Argument<double> : ValueArgument<double, ValueType::Double, argument::toDouble> { using ValueArgument::ValueArgument; };
+template <> struct Argument<Date> : ValueArgument<Date, ValueType::Date, argument::toDate> { using ValueArgument::ValueArgument; };
+template <> struct Argument<std::string> : ValueArgument<std::string, ValueType::String, argument::toString> { using ValueArgument::ValueArgument; };
+template <> struct Argument<std::string_view> : Argument<std::string> { using Argument<std::string>::Argument; };
+template <> struct Argument<const std::string&> : Argument<std::string> { using Argument<std::string>::Argument; static constexpr bool byReference = true; };
+template <> struct Argument<ObjectRef> : ValueArgument<ObjectRef, ValueType::Object, argument::toObject> { using ValueArgument::ValueArgument; };
+template <> struct Argument<const ObjectRef&> : Argument<ObjectRef> { using Argument<ObjectRef>::Argument; };
+template <> struct Argument<ado::ConnectionRef> : ValueArgument<ado::ConnectionRef, ValueType::Connection, argument::toConnection> { using ValueArgument::ValueArgument; };
+template <> struct Argument<const ado::ConnectionRef&> : Argument<ado::ConnectionRef> { using Argument<ado::ConnectionRef>::Argument; };
+template <> struct Argument<std::shared_ptr<ado::Recordset>> : ValueArgument<std::shared_ptr<ado::Recordset>, ValueType::Recordset, argument::toRecordset> { using ValueArgument::ValueArgument; };
+template <> struct Argument<const std::shared_ptr<ado::Recordset>&> : Argument<std::shared_ptr<ado::Recordset>> { using Argument<std::shared_ptr<ado::Recordset>>::Argument; };
+template <> struct Argument<std::span<const std::int16_t>> : ValueArgument<std::vector<std::int16_t>, ValueType::IntegerArray, argument::toIntegers> { using ValueArgument::ValueArgument; };
+template <> struct Argument<bool&> : ReferenceArgument<Argument<bool>, bool> { using ReferenceArgument::ReferenceArgument; };
+template <> struct Argument<Boolean&> : ReferenceArgument<Argument<Boolean>, Boolean> { using ReferenceArgument::ReferenceArgument; };
+template <> struct Argument<std::int16_t&> : ReferenceArgument<Argument<std::int16_t>, std::int16_t> { using ReferenceArgument::ReferenceArgument; };
+template <> struct Argument<std::int32_t&> : ReferenceArgument<Argument<std::int32_t>, std::int32_t> { using ReferenceArgument::ReferenceArgument; };
+template <> struct Argument<double&> : ReferenceArgument<Argument<double>, double> { using ReferenceArgument::ReferenceArgument; };
+template <> struct Argument<Date&> : ReferenceArgument<Argument<Date>, Date> { using ReferenceArgument::ReferenceArgument; };
+template <> struct Argument<std::string&> : ReferenceArgument<Argument<std::string>, std::string> { using ReferenceArgument::ReferenceArgument; };
+// clang-format on
+
+template <>
+struct Argument<const Variant&> {
+    static constexpr ValueType type = ValueType::Variant;
+    static constexpr bool byReference = false;
+    Argument(Variant& value, const ParameterInfo&) : held{argument::toVariant(value)} {}
+    const Variant& pass() noexcept { return held; }
+    void store(Variant&) {}
+    const Variant& held;
+};
+
+template <>
+struct Argument<Variant&> {
+    static constexpr ValueType type = ValueType::Variant;
+    static constexpr bool byReference = true;
+    Argument(Variant& value, const ParameterInfo&) : held{argument::toVariant(value)} {}
+    Variant& pass() noexcept { return held; }
+    void store(Variant& target) { target = held; }
+    Variant held;
+};
+
+template <>
+struct Argument<const TmkVar&> {
+    static constexpr ValueType type = ValueType::Record;
+    static constexpr bool byReference = true;
+    Argument(Variant& value, const ParameterInfo& parameter) : held{argument::toRecord(value, parameter)} {}
+    const TmkVar& pass() noexcept { return held; }
+    void store(Variant&) {}
+    const TmkVar& held;
+};
+
+template <>
+struct Argument<Object&> {
+    static constexpr ValueType type = ValueType::Object;
+    static constexpr bool byReference = true;
+    Argument(Variant& value, const ParameterInfo& parameter) : held{argument::toObject(value, parameter)}
+    {
+        require(held, parameter.name);
+    }
+    Object& pass() noexcept { return *held; }
+    void store(Variant&) {}
+    ObjectRef held;
+};
+
+template <>
+struct Argument<ado::Command&> {
+    static constexpr ValueType type = ValueType::Command;
+    static constexpr bool byReference = true;
+    Argument(Variant& value, const ParameterInfo& parameter) : held{argument::toCommand(value, parameter)} {}
+    ado::Command& pass() noexcept { return held; }
+    void store(Variant&) {}
+    ado::Command& held;
+};
+
+/// The declared type of a C++ result.
+template <class T>
+constexpr ValueType resultType()
+{
+    if constexpr (std::is_void_v<T>) {
+        return ValueType::None;
+    } else if constexpr (std::is_same_v<T, Variant>) {
+        return ValueType::Variant;
+    } else {
+        return Argument<T>::type;
+    }
+}
+
+/// What a function's type tells: its class (void for a free function), result and parameters.
+template <class C, class R, class... P>
+struct Signature {
+    using Class = C;
+    using Result = R;
+    using Parameters = std::tuple<Argument<P>...>;
+    static constexpr std::size_t arity = sizeof...(P);
+    static constexpr std::array<ValueType, arity> types{Argument<P>::type...};
+    static constexpr std::array<bool, arity> references{Argument<P>::byReference...};
+};
+
+// clang-format off
+template <class C, class R, class... P> Signature<C, R, P...> signatureOf(R (C::*)(P...));
+template <class C, class R, class... P> Signature<const C, R, P...> signatureOf(R (C::*)(P...) const);
+template <class C, class R, class... P> Signature<C, R, P...> signatureOf(R (C::*)(P...) noexcept);
+template <class C, class R, class... P> Signature<const C, R, P...> signatureOf(R (C::*)(P...) const noexcept);
+template <class R, class... P> Signature<void, R, P...> signatureOf(R (*)(P...));
+template <class R, class... P> Signature<void, R, P...> signatureOf(R (*)(P...) noexcept);
+// clang-format on
+
+template <auto function>
+using SignatureOf = decltype(signatureOf(function));
+
+/// Gives a changed argument back; one that was left out has no variable to change.
+template <class Held>
+void storeBack(Held& held, Variant& target)
+{
+    if (!isMissing(target)) held.store(target);
+}
+
+template <auto function, std::size_t... index>
+Variant call(const OperationInfo& operation, [[maybe_unused]] void* instance, [[maybe_unused]] std::span<Variant> args,
+             std::index_sequence<index...>)
+{
+    using S = SignatureOf<function>;
+    // List initialisation converts the arguments from left to right.
+    typename S::Parameters held{
+        std::tuple_element_t<index, typename S::Parameters>{args[index], operation.parameterList[index]}...};
+    const auto run = [&]() -> typename S::Result {
+        if constexpr (std::is_void_v<typename S::Class>) {
+            return function(std::get<index>(held).pass()...);
+        } else {
+            return (static_cast<typename S::Class*>(instance)->*function)(std::get<index>(held).pass()...);
+        }
+    };
+    const auto store = [&]() { (storeBack(std::get<index>(held), args[index]), ...); };
+    if constexpr (std::is_void_v<typename S::Result>) {
+        run();
+        store();
+        return {};
+    } else {
+        Variant result{run()};
+        store();
+        return result;
+    }
+}
+
+template <auto function>
+Variant callBound(const OperationInfo& operation, void* instance, std::span<Variant> args)
+{
+    return call<function>(operation, instance, args, std::make_index_sequence<SignatureOf<function>::arity>{});
+}
+
+/// Takes the next name of a comma list: "[name]" is optional, "&name" is by reference at the
+/// interface although the C++ operation, which does not change it, takes it by value.
+constexpr ParameterInfo nextParameter(std::string_view& names)
+{
+    const std::size_t comma = names.find(',');
+    std::string_view item = names.substr(0, comma);
+    names = comma == std::string_view::npos ? std::string_view{} : names.substr(comma + 1);
+    while (!item.empty() && item.front() == ' ')
+        item.remove_prefix(1);
+    ParameterInfo parameter;
+    if (!item.empty() && item.front() == '[' && item.back() == ']') {
+        parameter.optional = true;
+        item = item.substr(1, item.size() - 2);
+    }
+    if (!item.empty() && item.front() == '&') {
+        parameter.byReference = true;
+        item.remove_prefix(1);
+    }
+    if (item.empty()) throw "every parameter needs a name";
+    parameter.name = item;
+    return parameter;
+}
+
+/// One line of a class's table. @param names the parameters' names, separated by commas
+template <auto function>
+consteval OperationInfo operation(std::int16_t slot, std::string_view name, std::string_view names,
+                                  std::string_view help, MemberKind kind = MemberKind::Method)
+{
+    using S = SignatureOf<function>;
+    static_assert(S::arity <= OperationInfo::maxParameters);
+    OperationInfo info;
+    info.slot = slot;
+    info.name = name;
+    info.kind = kind;
+    info.result = resultType<typename S::Result>();
+    info.help = help;
+    info.parameterCount = S::arity;
+    for (std::size_t index = 0; index < S::arity; ++index) {
+        ParameterInfo parameter = nextParameter(names);
+        parameter.type = S::types[index];
+        parameter.byReference = parameter.byReference || S::references[index];
+        if (!parameter.optional && index > 0 && info.parameterList[index - 1].optional) {
+            throw "an optional parameter is followed by one that is not";
+        }
+        info.parameterList[index] = parameter;
+    }
+    if (!names.empty()) throw "more names than parameters";
+    info.invoker = &callBound<function>;
+    return info;
+}
+
+/// Maker of a class that is created by its default constructor.
+template <class C>
+std::shared_ptr<void> makeClass()
+{
+    return std::make_shared<C>();
+}
+
+} // namespace tamarok::component

@@ -1,0 +1,79 @@
+#include <algorithm>
+#include <string>
+
+#include "component/class_tables.h"
+#include "runtime/text.h"
+
+#include "tamarok/component.h"
+#include "tamarok/error.h"
+
+namespace tamarok::component {
+
+namespace {
+
+constexpr std::int32_t cannotCreateObject = 429;
+
+constexpr std::array<std::string_view, 14> typeNames{"None",          "Boolean", "Integer",          "Long",
+                                                     "Double",        "Date",    "String",           "Variant",
+                                                     "Integer()",     "Object",  "ADODB.Connection", "ADODB.Recordset",
+                                                     "ADODB.Command", "TmkVar"};
+static_assert(typeNames.size() == static_cast<std::size_t>(ValueType::Record) + 1);
+
+constexpr std::array<std::string_view, 3> kindNames{"method", "get", "put"};
+
+} // namespace
+
+std::string_view name(ValueType type) noexcept
+{
+    return typeNames[static_cast<std::size_t>(type)];
+}
+
+std::string_view name(MemberKind kind) noexcept
+{
+    return kindNames[static_cast<std::size_t>(kind)];
+}
+
+std::span<const ClassInfo> classes() noexcept
+{
+    static const std::array all{commFind, cVersion, commCSel,   commConv,   commSQL,
+                                commGet,  commSet,  locService, mCommModule};
+    return all;
+}
+
+const ClassInfo* findClass(std::string_view name) noexcept
+{
+    const auto all = classes();
+    const auto found =
+        std::ranges::find_if(all, [&](const ClassInfo& classInfo) { return text::equalsNoCase(classInfo.name, name); });
+    return found == all.end() ? nullptr : &*found;
+}
+
+const ClassInfo& requireClass(std::string_view name)
+{
+    const ClassInfo* found = findClass(name);
+    if (found == nullptr) throw Error{cannotCreateObject, "There is no class '" + std::string{name} + "'"};
+    return *found;
+}
+
+const OperationInfo* findOperation(const ClassInfo& classInfo, std::string_view name, std::size_t arguments) noexcept
+{
+    const OperationInfo* byName = nullptr;
+    for (const OperationInfo& operation : classInfo.operations) {
+        if (!text::equalsNoCase(operation.name, name)) continue;
+        if (operation.kind == MemberKind::Method || operation.parameterCount == arguments) return &operation;
+        if (byName == nullptr) byName = &operation;
+    }
+    return byName;
+}
+
+const OperationInfo& requireOperation(const ClassInfo& classInfo, std::string_view name, std::size_t arguments)
+{
+    const OperationInfo* found = findOperation(classInfo, name, arguments);
+    if (found == nullptr) {
+        throw Error{errors::noSuchMember,
+                    "Class " + std::string{classInfo.name} + " has no operation '" + std::string{name} + "'"};
+    }
+    return *found;
+}
+
+} // namespace tamarok::component

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "tamarok/component.h"
+
+/// The classes' tables, each in a file of its own. All are constants, so that their order of
+/// initialisation does not matter.
+namespace tamarok::component {
+
+extern const ClassInfo commFind;
+extern const ClassInfo cVersion;
+extern const ClassInfo commCSel;
+extern const ClassInfo commConv;
+extern const ClassInfo commSQL;
+extern const ClassInfo commGet;
+extern const ClassInfo commSet;
+extern const ClassInfo locService;
+extern const ClassInfo mCommModule;
+
+} // namespace tamarok::component

@@ -1,0 +1,148 @@
+#include <algorithm>
+#include <string>
+
+#include "runtime/text.h"
+
+#include "tamarok/component.h"
+#include "tamarok/error.h"
+
+namespace tamarok::component {
+
+namespace {
+
+constexpr std::int32_t argumentNotOptional = 449;
+
+/// The mark of a left-out argument; it has no members.
+class Missing final : public Object {
+public:
+    std::string_view typeName() const override { return "Missing"; }
+};
+
+std::string qualified(const ClassInfo& classInfo, const OperationInfo& operation)
+{
+    return std::string{classInfo.name} + "." + std::string{operation.name};
+}
+
+std::size_t requiredCount(const OperationInfo& operation)
+{
+    const auto parameters = operation.parameters();
+    return static_cast<std::size_t>(
+        std::ranges::count_if(parameters, [](const ParameterInfo& parameter) { return !parameter.optional; }));
+}
+
+void checkArguments(const OperationInfo& operation, std::span<const Variant> args)
+{
+    const std::size_t required = requiredCount(operation);
+    if (args.size() > operation.parameterCount || args.size() < required) {
+        const std::string wanted = required == operation.parameterCount
+                                       ? std::to_string(required)
+                                       : std::to_string(required) + " to " + std::to_string(operation.parameterCount);
+        throw Error{errors::wrongArgumentCount,
+                    "Wrong number of arguments: " + wanted + " needed, " + std::to_string(args.size()) + " given"};
+    }
+    for (std::size_t index = 0; index < args.size(); ++index) {
+        const ParameterInfo& parameter = operation.parameterList[index];
+        if (isMissing(args[index]) && !parameter.optional) {
+            throw Error{argumentNotOptional, "Argument not optional: " + std::string{parameter.name}};
+        }
+    }
+}
+
+/// Gives the arguments back to the caller, whether the operation ends or fails.
+class FullArguments {
+public:
+    FullArguments(std::span<Variant> given, std::size_t count) : given_{given}, count_{count}
+    {
+        std::ranges::move(given, full_.begin());
+        std::fill(full_.begin() + static_cast<std::ptrdiff_t>(given.size()),
+                  full_.begin() + static_cast<std::ptrdiff_t>(count), missingArgument());
+    }
+    ~FullArguments()
+    {
+        std::move(full_.begin(), full_.begin() + static_cast<std::ptrdiff_t>(given_.size()), given_.begin());
+    }
+    FullArguments(const FullArguments&) = delete;
+    FullArguments& operator=(const FullArguments&) = delete;
+
+    std::span<Variant> all() noexcept { return {full_.data(), count_}; }
+
+private:
+    std::span<Variant> given_;
+    std::size_t count_;
+    std::array<Variant, OperationInfo::maxParameters> full_;
+};
+
+/// A class of the library as an object.
+class Instance final : public Object {
+public:
+    explicit Instance(const ClassInfo& classInfo) : class_{classInfo}, instance_{classInfo.make()} {}
+
+    std::string_view typeName() const override { return class_.name; }
+
+    Variant get(std::string_view name, std::span<const Variant> args) const override
+    {
+        const OperationInfo* operation = findOperation(class_, name, args.size());
+        if (operation == nullptr || operation->kind == MemberKind::PropertyPut) noSuchMember(name);
+        std::vector<Variant> copies{args.begin(), args.end()};
+        return component::invoke(class_, *operation, instance_.get(), copies);
+    }
+
+    void put(std::string_view name, const Variant& value) override
+    {
+        const OperationInfo* operation = findOperation(class_, name, 1);
+        if (operation == nullptr || operation->kind != MemberKind::PropertyPut) noSuchMember(name);
+        Variant argument = value;
+        component::invoke(class_, *operation, instance_.get(), {&argument, 1});
+    }
+
+    Variant call(std::string_view name, std::span<Variant> args) override
+    {
+        const OperationInfo* operation = findOperation(class_, name, args.size());
+        if (operation == nullptr) noSuchMember(name);
+        return component::invoke(class_, *operation, instance_.get(), args);
+    }
+
+private:
+    const ClassInfo& class_;
+    std::shared_ptr<void> instance_;
+};
+
+} // namespace
+
+const Variant& missingArgument()
+{
+    static const Variant mark{ObjectRef{std::make_shared<Missing>()}};
+    return mark;
+}
+
+bool isMissing(const Variant& value) noexcept
+{
+    return value.isObject() && dynamic_cast<const Missing*>(value.asObject().get()) != nullptr;
+}
+
+Variant invoke(const ClassInfo& classInfo, const OperationInfo& operation, void* instance, std::span<Variant> args)
+{
+    try {
+        checkArguments(operation, args);
+        FullArguments full{args, operation.parameterCount};
+        return operation.invoker(operation, instance, full.all());
+    } catch (Error& error) {
+        if (error.source.empty()) error.source = qualified(classInfo, operation);
+        throw;
+    }
+}
+
+Variant invoke(std::string_view className, std::string_view operation, std::span<Variant> args)
+{
+    const ClassInfo& classInfo = requireClass(className);
+    const OperationInfo& info = requireOperation(classInfo, operation, args.size());
+    const std::shared_ptr<void> instance = classInfo.make();
+    return invoke(classInfo, info, instance.get(), args);
+}
+
+ObjectRef makeInstance(std::string_view className)
+{
+    return std::make_shared<Instance>(requireClass(className));
+}
+
+} // namespace tamarok::component
