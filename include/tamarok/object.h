@@ -42,4 +42,7 @@ using ObjectRef = std::shared_ptr<Object>;
 /// `*object` by reference, or Error 91 with `what` named where it holds nothing.
 Object& require(const ObjectRef& object, std::string_view what);
 
+/// True if `name`, as a caller wrote it, names `member`: the same letters without regard to case.
+bool isMember(std::string_view name, std::string_view member) noexcept;
+
 } // namespace tamarok

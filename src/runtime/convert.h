@@ -18,11 +18,13 @@ namespace tamarok::convert {
 inline constexpr std::size_t maxNumberText = 32;
 
 /// A number as text: shortest form with at most 15 significant digits, no grouping, no separator on
-/// a whole number; from 1E+15 on and below 1E-4 (with more digits than fit) as "1.5E+20", "1E-05".
+/// a whole number; from 1E+15 on and below 1E-4 as "1.5E+20", "1E-05", an exponent of two digits at
+/// least. Error 6 for a number that is not finite.
 std::string toText(double number, const Regional& regional);
 /// The same with "." whatever the regional settings are.
 std::string toPlainText(double number);
-/// The same into `buffer` (at least maxNumberText); `decimal` is the separator. Returns the length.
+/// The same into `buffer` (at least maxNumberText); `decimal` is the separator. Returns the length,
+/// 0 for a number that is not finite.
 std::size_t writeNumber(double number, std::span<char> buffer, char decimal = '.') noexcept;
 
 /// A date as text in the regional short form: date alone where the time is midnight, time alone on
@@ -63,8 +65,11 @@ bool toBoolean(const Variant& value);
 std::int16_t checkedInteger(std::int64_t value, std::string_view what);
 std::int32_t checkedLong(std::int64_t value, std::string_view what);
 
-/// Rounds to `places` decimals (0 to 22; Error 5 below 0): the scaled double to the nearest whole
+/// Rounds to `places` decimals (0 to 22, Error 5 otherwise): the scaled double to the nearest whole
 /// number, an exact .5 to the even one, and divided back. 0.125 gives 0.12, 2.675 gives 2.68.
 double roundHalfEven(double number, std::int32_t places);
+
+/// The nearest whole number, an exact .5 to the even one.
+double nearestEven(double number) noexcept;
 
 } // namespace tamarok::convert

@@ -1,0 +1,64 @@
+#include "runtime/date_words.h"
+
+#include <array>
+
+#include "runtime/text.h"
+
+namespace tamarok {
+
+namespace {
+
+constexpr std::array<std::string_view, 12> englishMonths{"January",   "February", "March",    "April",
+                                                         "May",       "June",     "July",     "August",
+                                                         "September", "October",  "November", "December"};
+constexpr std::array<std::string_view, 7> englishDays{"Sunday",   "Monday", "Tuesday", "Wednesday",
+                                                      "Thursday", "Friday", "Saturday"};
+constexpr std::size_t englishShortLength = 3;
+
+/// `word` has already lost the point of its abbreviation.
+bool matches(std::string_view name, std::string_view word) noexcept
+{
+    if (name.ends_with('.')) name.remove_suffix(1);
+    return !word.empty() && text::equalsNoCase(name, word);
+}
+
+template <class Names>
+std::size_t indexOf(const Names& names, std::string_view word) noexcept
+{
+    for (std::size_t i = 0; i < names.size(); ++i)
+        if (matches(names[i], word)) return i + 1;
+    return 0;
+}
+
+template <class Names>
+std::size_t englishIndexOf(const Names& names, std::string_view word) noexcept
+{
+    for (std::size_t i = 0; i < names.size(); ++i)
+        if (matches(names[i], word) || matches(names[i].substr(0, englishShortLength), word)) return i + 1;
+    return 0;
+}
+
+} // namespace
+
+std::int32_t DateWords::month(std::string_view word) const
+{
+    std::size_t index = indexOf(regional_.months, word);
+    if (index == 0) index = indexOf(regional_.shortMonths, word);
+    if (index == 0) index = englishIndexOf(englishMonths, word);
+    return static_cast<std::int32_t>(index);
+}
+
+bool DateWords::isWeekday(std::string_view word) const
+{
+    return indexOf(regional_.days, word) != 0 || indexOf(regional_.shortDays, word) != 0 ||
+           englishIndexOf(englishDays, word) != 0;
+}
+
+std::optional<bool> DateWords::halfDay(std::string_view word) const
+{
+    if (matches(regional_.pm, word) || matches("PM", word) || matches("P", word)) return true;
+    if (matches(regional_.am, word) || matches("AM", word) || matches("A", word)) return false;
+    return std::nullopt;
+}
+
+} // namespace tamarok

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+namespace tamarok {
+
+/// A finite number as its decimal form of at most 15 significant digits: the shortest digits that
+/// read back as the same double where 15 are enough, else the exact value rounded to 15.
+struct DecimalDigits {
+    std::array<char, 24> digits; ///< '0' to '9', no leading and no trailing zero
+    std::int32_t count = 0;      ///< number of digits, 0 for zero
+    std::int32_t point = 0;      ///< digits before the decimal point; negative for zeros behind it
+    bool negative = false;
+
+    std::string_view text() const noexcept { return {digits.data(), static_cast<std::size_t>(count)}; }
+
+    /// The digit `place` places before the point (0 the ones, -1 the tenths), '0' outside the digits.
+    char at(std::int32_t place) const noexcept
+    {
+        const std::int32_t index = point - 1 - place;
+        return index >= 0 && index < count ? digits[static_cast<std::size_t>(index)] : '0';
+    }
+
+    /// Keeps `places` decimals (negative: whole places), halves away from zero.
+    void roundTo(std::int32_t places) noexcept;
+    /// Keeps the first `wanted` digits, halves away from zero.
+    void keep(std::int32_t wanted) noexcept;
+
+private:
+    void trim() noexcept;
+    void increment(std::int32_t last) noexcept;
+};
+
+inline constexpr std::int32_t maxSignificantDigits = 15;
+
+/// `number` must be finite.
+DecimalDigits decimalDigits(double number) noexcept;
+
+} // namespace tamarok

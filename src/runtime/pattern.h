@@ -1,0 +1,77 @@
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "runtime/text.h"
+
+/// Walking over number patterns: quotes, escapes and sections have one meaning everywhere.
+namespace tamarok::format {
+
+/// Gives the pieces of a pattern: quoted or escaped text without its marks, or one character.
+class PatternWalker {
+public:
+    explicit PatternWalker(std::string_view pattern) noexcept : pattern_{pattern} {}
+
+    bool next(std::string_view& piece) noexcept
+    {
+        if (at_ >= pattern_.size()) return false;
+        const char first = pattern_[at_];
+        literal_ = first == '"' || first == '\\';
+        if (first == '"') {
+            const std::size_t end = std::min(pattern_.find('"', at_ + 1), pattern_.size());
+            piece = pattern_.substr(at_ + 1, end - at_ - 1);
+            at_ = std::min(end + 1, pattern_.size());
+            return true;
+        }
+        if (literal_) ++at_;
+        const std::size_t begin = at_;
+        if (at_ < pattern_.size()) text::decode(pattern_, at_);
+        piece = pattern_.substr(begin, at_ - begin);
+        return true;
+    }
+
+    /// True if the last piece stood in quotes or behind a backslash.
+    bool isLiteral() const noexcept { return literal_; }
+
+    /// The pattern from `piece` on.
+    std::string_view from(std::string_view piece) const noexcept
+    {
+        return pattern_.substr(static_cast<std::size_t>(piece.data() - pattern_.data()));
+    }
+
+    void skip(std::size_t bytes) noexcept { at_ = std::min(at_ + bytes, pattern_.size()); }
+
+    std::size_t offset() const noexcept { return at_; }
+
+private:
+    std::string_view pattern_;
+    std::size_t at_ = 0;
+    bool literal_ = false;
+};
+
+/// The sections of a pattern, divided by ";": positive, negative, zero. What lies behind the third
+/// section is not read; a section that is not there is empty.
+class PatternSections {
+public:
+    explicit PatternSections(std::string_view pattern) noexcept
+    {
+        std::size_t begin = 0;
+        std::size_t index = 0;
+        PatternWalker walker{pattern};
+        for (std::string_view piece; index < sections_.size() && walker.next(piece);) {
+            if (walker.isLiteral() || piece != ";") continue;
+            sections_[index++] = pattern.substr(begin, walker.offset() - 1 - begin);
+            begin = walker.offset();
+        }
+        if (index < sections_.size()) sections_[index] = pattern.substr(begin);
+    }
+
+    std::string_view operator[](std::size_t index) const noexcept { return sections_[index]; }
+
+private:
+    std::array<std::string_view, 3> sections_;
+};
+
+} // namespace tamarok::format

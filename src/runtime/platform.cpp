@@ -1,0 +1,102 @@
+#include "tamarok/platform.h"
+
+#include <chrono>
+#include <ctime>
+#include <iostream>
+#include <utility>
+
+#include "tamarok/error.h"
+#include "tamarok/loc_service.h"
+
+namespace tamarok {
+
+namespace {
+
+class SystemClock final : public Clock {
+public:
+    Date now() const override
+    {
+        const auto now = std::chrono::system_clock::now();
+        const auto wholeSeconds = std::chrono::floor<std::chrono::seconds>(now);
+        const std::time_t seconds = std::chrono::system_clock::to_time_t(wholeSeconds);
+        std::tm local{};
+        if (!toLocal(seconds, local))
+            throw Error{errors::invalidArgument, "Invalid argument: the system clock gives no local time."};
+        const auto rest = std::chrono::duration_cast<std::chrono::milliseconds>(now - wholeSeconds).count();
+        return fromCivil({.year = local.tm_year + 1900,
+                          .month = local.tm_mon + 1,
+                          .day = local.tm_mday,
+                          .hour = local.tm_hour,
+                          .minute = local.tm_min,
+                          .second = local.tm_sec < 60 ? local.tm_sec : 59, // a leap second stands still
+                          .millisecond = static_cast<std::int32_t>(rest)});
+    }
+
+private:
+    static bool toLocal(std::time_t seconds, std::tm& local)
+    {
+#ifdef _WIN32
+        return localtime_s(&local, &seconds) == 0;
+#else
+        return localtime_r(&seconds, &local) != nullptr;
+#endif
+    }
+};
+
+class StandardErrorBox final : public MessageBox {
+public:
+    std::int16_t show(std::string_view text, std::int32_t, std::string_view title) override
+    {
+        std::cerr << title << ": " << text << std::endl;
+        return 1;
+    }
+};
+
+class SilentKeyboard final : public Keyboard {
+public:
+    void pressEnter() override {}
+};
+
+/// The one thing that is kept per thread. The pointer is empty outside every scope.
+thread_local Platform* scoped = nullptr;
+
+} // namespace
+
+Platform::Platform() :
+    regional{Regional::ofMachine()}, clock{std::make_shared<SystemClock>()},
+    messageBox{std::make_shared<StandardErrorBox>()}, keyboard{std::make_shared<SilentKeyboard>()}
+{}
+
+Platform& Platform::current() noexcept
+{
+    if (scoped != nullptr) return *scoped;
+    thread_local Platform platform;
+    return platform;
+}
+
+std::unique_ptr<LocService> Platform::locService()
+{
+    const auto& make = current().makeLocService;
+    std::unique_ptr<LocService> service = make ? make() : nullptr;
+    if (!service) throw Error{errors::objectNotSet, "Object not set: no language service is installed."};
+    return service;
+}
+
+Date Platform::today()
+{
+    const auto& clock = current().clock;
+    if (!clock) throw Error{errors::objectNotSet, "Object not set: the platform has no clock."};
+    return dayOf(clock->now());
+}
+
+PlatformScope::PlatformScope(Platform platform) : platform_{std::move(platform)}, previous_{scoped}
+{
+    scoped = &platform_;
+}
+
+PlatformScope::~PlatformScope()
+{
+    scoped = previous_;
+}
+
+} // namespace tamarok

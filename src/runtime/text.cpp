@@ -1,0 +1,213 @@
+#include "runtime/text.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tamarok::text {
+
+namespace {
+
+constexpr char32_t strayByteBase = 0xDC00;
+
+constexpr std::uint32_t byteAt(std::string_view text, std::size_t offset) noexcept
+{
+    return static_cast<unsigned char>(text[offset]);
+}
+
+/// Length in bytes that a lead byte announces, 0 for a byte that leads nothing.
+constexpr std::size_t announcedLength(std::uint32_t lead) noexcept
+{
+    if (lead >= 0xC2 && lead <= 0xDF) return 2;
+    if (lead >= 0xE0 && lead <= 0xEF) return 3;
+    if (lead >= 0xF0 && lead <= 0xF4) return 4;
+    return 0;
+}
+
+/// Byte offset behind `count` characters from `offset` on.
+std::size_t advance(std::string_view text, std::size_t offset, std::size_t count) noexcept
+{
+    for (; count > 0 && offset < text.size(); --count)
+        decode(text, offset);
+    return offset;
+}
+
+bool isAscii(std::string_view text) noexcept
+{
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+template <class Map>
+std::string mapEach(std::string_view text, Map map)
+{
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t offset = 0; offset < text.size();)
+        append(result, map(decode(text, offset)));
+    return result;
+}
+
+} // namespace
+
+char32_t decode(std::string_view text, std::size_t& offset) noexcept
+{
+    static constexpr std::array<char32_t, 5> smallest{0, 0, 0x80, 0x800, 0x10000};
+    const std::uint32_t lead = byteAt(text, offset);
+    if (lead < 0x80) {
+        ++offset;
+        return lead;
+    }
+    const std::size_t length = announcedLength(lead);
+    const char32_t stray = strayByteBase + lead;
+    if (length == 0 || length > text.size() - offset) {
+        ++offset;
+        return stray;
+    }
+    char32_t character = lead & (0x7FU >> length);
+    for (std::size_t i = 1; i < length; ++i) {
+        const std::uint32_t byte = byteAt(text, offset + i);
+        if ((byte & 0xC0U) != 0x80U) {
+            ++offset;
+            return stray;
+        }
+        character = (character << 6U) | (byte & 0x3FU);
+    }
+    const bool surrogate = character >= 0xD800 && character <= 0xDFFF;
+    if (character < smallest[length] || character > 0x10FFFF || surrogate) {
+        ++offset;
+        return stray;
+    }
+    offset += length;
+    return character;
+}
+
+void append(std::string& text, char32_t character)
+{
+    const auto put = [&text](char32_t byte) { text.push_back(static_cast<char>(static_cast<unsigned char>(byte))); };
+    const auto tail = [&](char32_t shift) { put(0x80U | ((character >> shift) & 0x3FU)); };
+    if (character < 0x80) {
+        put(character);
+    } else if (character < 0x800) {
+        put(0xC0U | (character >> 6U));
+        tail(0);
+    } else if (character >= strayByteBase + 0x80 && character <= strayByteBase + 0xFF) {
+        put(character - strayByteBase);
+    } else if ((character >= 0xD800 && character <= 0xDFFF) || character > 0x10FFFF) {
+        text.append("\uFFFD");
+    } else if (character < 0x10000) {
+        put(0xE0U | (character >> 12U));
+        tail(6);
+        tail(0);
+    } else {
+        put(0xF0U | (character >> 18U));
+        tail(12);
+        tail(6);
+        tail(0);
+    }
+}
+
+std::size_t length(std::string_view text) noexcept
+{
+    if (isAscii(text)) return text.size();
+    std::size_t count = 0;
+    for (std::size_t offset = 0; offset < text.size(); ++count)
+        decode(text, offset);
+    return count;
+}
+
+std::string_view left(std::string_view text, std::size_t count) noexcept
+{
+    if (count >= text.size()) return text;
+    return text.substr(0, advance(text, 0, count));
+}
+
+std::string_view right(std::string_view text, std::size_t count) noexcept
+{
+    if (count >= text.size()) return text;
+    const std::size_t all = length(text);
+    return count >= all ? text : text.substr(advance(text, 0, all - count));
+}
+
+std::string_view mid(std::string_view text, std::size_t start, std::size_t count) noexcept
+{
+    const std::size_t begin = advance(text, 0, start > 0 ? start - 1 : 0);
+    return left(text.substr(begin), count);
+}
+
+std::size_t find(std::string_view text, std::string_view wanted, std::size_t start) noexcept
+{
+    std::size_t position = std::max<std::size_t>(start, 1);
+    std::size_t offset = advance(text, 0, position - 1);
+    if (offset >= text.size()) return 0;
+    for (std::size_t hit = text.find(wanted, offset); hit != std::string_view::npos; hit = text.find(wanted, offset)) {
+        for (; offset < hit; ++position)
+            decode(text, offset);
+        if (offset == hit) return position;
+        // The bytes lay inside a character: only bytes that are no UTF-8 can do that.
+    }
+    return 0;
+}
+
+std::size_t findNoCase(std::string_view haystack, std::string_view wanted, std::size_t start)
+{
+    return text::find(toUpper(haystack), toUpper(wanted), start);
+}
+
+std::string_view trim(std::string_view text) noexcept
+{
+    return trimLeft(trimRight(text));
+}
+
+std::string_view trimLeft(std::string_view text) noexcept
+{
+    const std::size_t first = text.find_first_not_of(' ');
+    return first == std::string_view::npos ? std::string_view{} : text.substr(first);
+}
+
+std::string_view trimRight(std::string_view text) noexcept
+{
+    return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+
+std::string toUpper(std::string_view text)
+{
+    return mapEach(text, [](char32_t character) { return toUpper(character); });
+}
+
+std::string toLower(std::string_view text)
+{
+    return mapEach(text, [](char32_t character) { return toLower(character); });
+}
+
+bool equalsNoCase(std::string_view a, std::string_view b) noexcept
+{
+    std::size_t offsetA = 0;
+    std::size_t offsetB = 0;
+    while (offsetA < a.size() && offsetB < b.size())
+        if (toUpper(decode(a, offsetA)) != toUpper(decode(b, offsetB))) return false;
+    return offsetA == a.size() && offsetB == b.size();
+}
+
+bool startsWithNoCase(std::string_view text, std::string_view prefix) noexcept
+{
+    std::size_t offset = 0;
+    for (std::size_t wanted = 0; wanted < prefix.size();) {
+        if (offset >= text.size()) return false;
+        if (toUpper(decode(text, offset)) != toUpper(decode(prefix, wanted))) return false;
+    }
+    return true;
+}
+
+std::string replaceAll(std::string_view text, std::string_view wanted, std::string_view replacement)
+{
+    std::string result;
+    if (wanted.empty()) return std::string{text};
+    result.reserve(text.size());
+    std::size_t offset = 0;
+    for (std::size_t hit = text.find(wanted); hit != std::string_view::npos; hit = text.find(wanted, offset)) {
+        result.append(text, offset, hit - offset).append(replacement);
+        offset = hit + wanted.size();
+    }
+    return result.append(text, offset);
+}
+
+} // namespace tamarok::text

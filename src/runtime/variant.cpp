@@ -1,0 +1,179 @@
+#include "tamarok/variant.h"
+
+#include <algorithm>
+#include <array>
+
+#include "tamarok/error.h"
+
+namespace tamarok {
+
+namespace {
+
+template <class Value, class Storage>
+auto& get(Storage& storage, Variant::Kind wanted)
+{
+    if (auto* value = std::get_if<Value>(&storage)) return *value;
+    throw Error{errors::typeMismatch, "Type mismatch: a value of kind " +
+                                          std::string{name(static_cast<Variant::Kind>(storage.index()))} +
+                                          " stands where " + std::string{name(wanted)} + " is needed."};
+}
+
+std::int64_t extent(VariantArray::Bounds bounds) noexcept
+{
+    return static_cast<std::int64_t>(bounds.upper) - bounds.lower + 1;
+}
+
+[[noreturn]] void throwOutOfBounds(std::int32_t index, VariantArray::Bounds bounds)
+{
+    throw Error{errors::subscriptOutOfRange, "Subscript out of range: index " + std::to_string(index) +
+                                                 " is not within " + std::to_string(bounds.lower) + " to " +
+                                                 std::to_string(bounds.upper) + "."};
+}
+
+std::size_t position(std::int32_t index, VariantArray::Bounds bounds)
+{
+    if (index < bounds.lower || index > bounds.upper) throwOutOfBounds(index, bounds);
+    return static_cast<std::size_t>(static_cast<std::int64_t>(index) - bounds.lower);
+}
+
+VariantArray::Bounds boundsOf(std::size_t count, std::int32_t lower)
+{
+    const std::int64_t upper = static_cast<std::int64_t>(lower) + static_cast<std::int64_t>(count) - 1;
+    if (upper > INT32_MAX || upper < INT32_MIN)
+        throw Error{errors::invalidArgument, "Invalid argument: the upper bound of an array leaves its 32-bit range."};
+    return {lower, static_cast<std::int32_t>(upper)};
+}
+
+} // namespace
+
+Variant::Variant(VariantArray value) : value_{std::make_shared<VariantArray>(std::move(value))} {}
+
+Boolean Variant::asBoolean() const
+{
+    return get<Boolean>(value_, Kind::Boolean);
+}
+
+std::int16_t Variant::asInteger() const
+{
+    return get<std::int16_t>(value_, Kind::Integer);
+}
+
+std::int32_t Variant::asLong() const
+{
+    return get<std::int32_t>(value_, Kind::Long);
+}
+
+std::int64_t Variant::asLongLong() const
+{
+    return get<std::int64_t>(value_, Kind::LongLong);
+}
+
+double Variant::asDouble() const
+{
+    return get<double>(value_, Kind::Double);
+}
+
+Date Variant::asDate() const
+{
+    return get<Date>(value_, Kind::Date);
+}
+
+const std::string& Variant::asString() const
+{
+    return get<std::string>(value_, Kind::String);
+}
+
+const ObjectRef& Variant::asObject() const
+{
+    return get<ObjectRef>(value_, Kind::Object);
+}
+
+const VariantArray& Variant::asArray() const
+{
+    return *get<std::shared_ptr<VariantArray>>(value_, Kind::Array);
+}
+
+VariantArray& Variant::asArray()
+{
+    auto& array = get<std::shared_ptr<VariantArray>>(value_, Kind::Array);
+    // Arrays are values: a copy that is about to change parts from the others.
+    if (array.use_count() > 1) array = std::make_shared<VariantArray>(*array);
+    return *array;
+}
+
+bool operator==(const Variant& a, const Variant& b)
+{
+    if (a.isArray() && b.isArray()) return a.asArray() == b.asArray();
+    return a.value_ == b.value_;
+}
+
+std::string_view name(Variant::Kind kind) noexcept
+{
+    static constexpr std::array<std::string_view, 11> names{"Empty",  "Null", "Boolean", "Integer", "Long", "LongLong",
+                                                            "Double", "Date", "String",  "Object",  "Array"};
+    const auto index = static_cast<std::size_t>(kind);
+    return index < names.size() ? names[index] : std::string_view{"unknown"};
+}
+
+VariantArray::VariantArray(std::vector<Variant> elements, std::int32_t lower) :
+    first_{boundsOf(elements.size(), lower)}, elements_{std::move(elements)}
+{}
+
+VariantArray::VariantArray(Bounds first, Bounds second, std::vector<Variant> elements) :
+    dimensions_{2}, first_{first}, second_{second}, elements_{std::move(elements)}
+{
+    const std::int64_t rows = extent(first);
+    const std::int64_t columns = extent(second);
+    if (rows < 0 || columns < 0 || (rows != 0 && columns > INT64_MAX / rows) ||
+        static_cast<std::uint64_t>(rows * columns) != elements_.size())
+        throw Error{errors::invalidArgument, "Invalid argument: " + std::to_string(elements_.size()) +
+                                                 " elements do not fill an array of " + std::to_string(rows) + " by " +
+                                                 std::to_string(columns) + "."};
+}
+
+VariantArray::Bounds VariantArray::bounds(std::int32_t dimension) const
+{
+    if (dimension < 1 || dimension > dimensions_)
+        throw Error{errors::subscriptOutOfRange,
+                    "Subscript out of range: the array has no dimension " + std::to_string(dimension) + "."};
+    if (dimension == 2) return second_;
+    // The elements of a one-dimensional array may have been added to or taken from.
+    return dimensions_ == 1 ? boundsOf(elements_.size(), first_.lower) : first_;
+}
+
+const Variant& VariantArray::at(std::int32_t index) const
+{
+    return elements_[offset(index)];
+}
+
+Variant& VariantArray::at(std::int32_t index)
+{
+    return elements_[offset(index)];
+}
+
+const Variant& VariantArray::at(std::int32_t first, std::int32_t second) const
+{
+    if (dimensions_ != 2)
+        throw Error{errors::subscriptOutOfRange, "Subscript out of range: two indices for an array of one dimension."};
+    const auto fields = static_cast<std::size_t>(extent(first_));
+    const std::size_t place = position(first, first_) + fields * position(second, second_);
+    if (place >= elements_.size()) throwOutOfBounds(second, second_);
+    return elements_[place];
+}
+
+bool operator==(const VariantArray& a, const VariantArray& b)
+{
+    if (a.dimensions_ != b.dimensions_) return false;
+    for (std::int32_t dimension = 1; dimension <= a.dimensions_; ++dimension)
+        if (a.bounds(dimension) != b.bounds(dimension)) return false;
+    return a.elements_ == b.elements_;
+}
+
+std::size_t VariantArray::offset(std::int32_t index) const
+{
+    if (dimensions_ != 1)
+        throw Error{errors::subscriptOutOfRange, "Subscript out of range: one index for an array of two dimensions."};
+    return position(index, bounds(1));
+}
+
+} // namespace tamarok
