@@ -29,7 +29,7 @@ enum class LockType : std::int32_t {
     ReadOnly = 1,
     Pessimistic = 2, ///< the current row stays locked in the database until the recordset moves or closes
     Optimistic = 3,
-    BatchOptimistic = 4
+    BatchOptimistic = 4 ///< as Optimistic: every Update is sent at once
 };
 
 enum class DataType : std::int32_t {
@@ -80,6 +80,19 @@ class Session;
 class Cursor;
 class Recordset;
 
+/// Something that lives on a connection's session and must let go of it before the session ends.
+class Dependent {
+public:
+    virtual ~Dependent() = default;
+    /// Gives up everything held in the session, without errors, and detaches itself.
+    virtual void release() noexcept = 0;
+
+protected:
+    Dependent() = default;
+    Dependent(const Dependent&) = delete;
+    Dependent& operator=(const Dependent&) = delete;
+};
+
 /// An open connection to a database. Made by a back end's `connect`; the caller owns it.
 class Connection final : public Object {
 public:
@@ -87,6 +100,8 @@ public:
     /// @param connectionText  as given by the user, without password
     Connection(std::unique_ptr<Session> session, std::string connectionText);
     ~Connection() override;
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
 
     /// Runs one statement text or batch; a result set is dropped.
     /// @return number of rows touched by the last counted statement, -1 where nothing was counted
@@ -101,7 +116,7 @@ public:
     const std::string& ConnectionString() const noexcept;
     ObjectState State() const noexcept;
 
-    /// Ends the session; its locks fall. Error 3704 if it is closed already.
+    /// Ends the session; its locks fall and its recordsets are closed. Error 3704 if it is closed already.
     void Close();
 
     /// Transactions of the caller; the library itself uses none. Error 3709 closed.
@@ -117,6 +132,9 @@ public:
     Session& session() const;
     /// Tells the listener, if there is one.
     void announce(std::string_view statement) const;
+    /// Open recordsets enter themselves here, so that closing the connection closes them first.
+    void attach(Dependent& dependent);
+    void detach(const Dependent& dependent) noexcept;
 
     std::string_view typeName() const override;
     Variant get(std::string_view name, std::span<const Variant> args) const override;
@@ -128,6 +146,7 @@ private:
     std::string connectionText_;
     std::int32_t commandTimeout_ = 30;
     std::function<void(std::string_view)> listener_;
+    std::vector<Dependent*> dependents_;
 };
 
 using ConnectionRef = std::shared_ptr<Connection>;
@@ -141,6 +160,10 @@ public:
     struct Source; ///< the recordset's shared state
     Field(std::shared_ptr<Source> source, std::size_t ordinal);
     ~Field() override;
+    Field(const Field&) = delete;
+    Field& operator=(const Field&) = delete;
+
+    // Every member gives Error 3704 once the recordset is closed.
 
     const std::string& Name() const;
     /// Value in the current row. Errors: 3021 no current row, 3704 closed.
@@ -157,6 +180,7 @@ public:
     std::string_view typeName() const override;
     Variant get(std::string_view name, std::span<const Variant> args) const override;
     void put(std::string_view name, const Variant& value) override;
+    Variant call(std::string_view name, std::span<Variant> args) override;
 
 private:
     std::shared_ptr<Source> source_;
@@ -174,25 +198,35 @@ public:
     Field& Item(std::string_view name) const;
     /// The same as a reference that can be kept and passed on.
     FieldRef share(std::int32_t ordinal) const;
+    FieldRef share(std::string_view name) const;
 
 private:
     friend class Recordset;
+    const FieldRef& at(std::int32_t ordinal) const;
+    const FieldRef& at(std::string_view name) const;
+    void buildIndex() const;
+
     std::vector<FieldRef> fields_;
+    mutable std::vector<std::int32_t> slots_; ///< hash table of the names: ordinals, -1 where free; built on first use
 };
 
 /// The rows of a statement. A forward-only read-only recordset streams: no row is kept.
 class Recordset final : public Object {
 public:
     Recordset();
-    ~Recordset() override; ///< closes, without errors
+    ~Recordset() override; ///< closes, without errors; a pending edit is dropped
+    Recordset(const Recordset&) = delete;
+    Recordset& operator=(const Recordset&) = delete;
 
     /// Runs `source` on `connection` and stands on the first row, or at EOF. A statement without a
     /// result set leaves the recordset closed.
-    /// Errors: 3705 already open, 91 no connection, 3709 connection closed, provider failures.
+    /// @param options  -1, 1 or 8: a statement text; 4: the name of a stored procedure; 128 may be added
+    /// Errors: 3705 already open, 91 no connection, 3709 connection closed, 5 other options, 3251 a
+    /// pessimistic lock on rows that cannot be locked, provider failures.
     void Open(std::string_view source, const ConnectionRef& connection,
               CursorType cursorType = CursorType::OpenForwardOnly, LockType lockType = LockType::ReadOnly,
               std::int32_t options = -1);
-    /// Releases rows and row locks. Error 3704 if it is closed.
+    /// Releases rows and row locks. Errors: 3704 closed, 3219 while an edit is pending.
     void Close();
     ObjectState State() const noexcept;
 
@@ -203,41 +237,57 @@ public:
     /// The columns; Error 3704 closed.
     const FieldCollection& Fields() const;
 
+    /// Number of rows, all of which are read for it; -1 on a forward-only or dynamic recordset.
+    /// Error 3704 closed.
+    std::int64_t RecordCount() const;
+
     /// Errors of the moves: 3704 closed, 3021 past the end or on an empty recordset, 3219 backwards
-    /// on a forward-only recordset.
+    /// on a forward-only recordset (MoveLast included; MoveFirst does nothing on the first row).
+    /// A move sends a pending edit first. Where a pessimistic recordset cannot lock the row it moves
+    /// to, the move fails and there is no current row; the next move starts where the failed one did.
     void MoveNext();
     void MoveFirst();
     void MoveLast();
     void MovePrevious();
-    /// @param rows  number of rows to move, negative backwards
+    /// @param rows  number of rows to move, negative backwards; 0 reads the current row anew
     void Move(std::int64_t rows);
 
     /// All rows from the current one on (or at most `rows`) as an array of (field, row), zero-based,
-    /// leaving the recordset behind the last row taken. Error 3021 where there is none.
+    /// leaving the recordset behind the last row taken. Errors: 3021 where there is none, 5 below -1.
     VariantArray GetRows(std::int64_t rows = -1);
 
     /// Moves to the next row for which "COLUMN operator value" holds (=, <>, <, <=, >, >=, LIKE with
-    /// leading or trailing *), or to EOF/BOF. @param skip rows to leave out before the search.
-    /// Error 5 for a criterion of another form, 3265 for an unknown column.
+    /// leading or trailing *), or to EOF/BOF. The current row counts. Texts ('x', quotes doubled) are
+    /// compared without regard to case, numbers with a point, dates as #yyyy-mm-dd hh:mm:ss#; Null never
+    /// holds. @param skip rows to leave out before the search, 0 or more.
+    /// Errors: 5 for a criterion of another form, 13 for a value that does not fit the column, 3265 for
+    /// an unknown column, 3021 without a current row, 3219 backwards on a forward-only recordset.
     void Find(std::string_view criterion, std::int64_t skip = 0, SearchDirection direction = SearchDirection::Forward);
 
-    /// A second recordset over the same rows, with a position of its own. Error 3251 on a
+    /// A second recordset over the same rows, standing on the first one, with a position of its own. It
+    /// holds no row locks; a clone of a pessimistic recordset is read-only. Error 3251 on a
     /// forward-only one.
     std::shared_ptr<Recordset> Clone() const;
 
-    /// A mark of the current row that can be set again, on clones too. Error 3251 on a forward-only one.
+    /// A mark of the current row that can be set again, on clones too. Running a dynamic recordset again
+    /// ends its marks. Errors: 3251 on a forward-only one, 5 for a mark that names no row, 3021.
     Variant Bookmark() const;
     void Bookmark(const Variant& mark);
 
-    /// 1-based number of the current row, or positionUnknown (forward-only), positionBOF, positionEOF.
+    /// 1-based number of the current row, or positionUnknown (forward-only, no current row), positionBOF,
+    /// positionEOF. Setting it: 5 below 1, 3021 past the end, 3251 on a forward-only one.
     std::int64_t AbsolutePosition() const;
     void AbsolutePosition(std::int64_t position);
 
-    /// Editing; Error 3251 on a read-only recordset. Setting a field's value begins an edit.
+    /// Editing; Error 3251 on a read-only recordset or rows that have no key. Setting a field's value
+    /// begins an edit. After AddNew fields are Null until set; Update makes the new row the current one.
+    /// Update of an optimistic recordset fails with 0x80040E38 where the row has been changed or deleted
+    /// since it was read. A failed Update leaves the edit pending.
     void AddNew();
     void Update();
     void CancelUpdate();
-    /// Deletes the current row in the database (argument 1, the current record, is the only one supported).
+    /// Deletes the current row in the database; there is no current row until the next move.
+    /// Errors: 5 for another argument than 1 (the current record), 3219 during AddNew, 3021.
     void Delete(std::int32_t affect = 1);
 
     std::string_view typeName() const override;
@@ -246,6 +296,8 @@ public:
     Variant call(std::string_view name, std::span<Variant> args) override;
 
 private:
+    void adopt(std::shared_ptr<Field::Source> source);
+
     std::shared_ptr<Field::Source> source_;
     FieldCollection fields_;
 };
@@ -264,6 +316,8 @@ class Command final : public Object {
 public:
     Command();
     ~Command() override;
+    Command(const Command&) = delete;
+    Command& operator=(const Command&) = delete;
 
     Parameter CreateParameter(std::string_view name, DataType type,
                               ParameterDirection direction = ParameterDirection::Input, std::int32_t size = 0,
@@ -276,8 +330,10 @@ public:
     std::string CommandText;
     tamarok::ado::CommandType CommandType = tamarok::ado::CommandType::Text;
 
-    /// Runs it; a result set is dropped. A text value longer than its parameter's size is cut to it.
-    /// @return as Connection::Execute. Errors: 3709 without an open connection, provider failures.
+    /// Runs it; a result set is dropped. Values are converted to their parameter's type, Empty to Null; a
+    /// text longer than its parameter's size is cut to it.
+    /// @return as Connection::Execute. Errors: 3709 without an open connection, 13 or 6 for a value that
+    /// does not fit its type, 3251 for a parameter that is not input, provider failures.
     std::int64_t Execute();
 
     std::string_view typeName() const override;
@@ -286,7 +342,7 @@ public:
     Variant call(std::string_view name, std::span<Variant> args) override;
 
 private:
-    std::vector<Parameter> parameters_;
+    std::shared_ptr<std::vector<Parameter>> parameters_; ///< shared with its late-bound collection, never null
 };
 
 } // namespace tamarok::ado

@@ -23,8 +23,8 @@ struct ColumnInfo {
 
 /// A statement on its way to the database.
 struct Statement {
-    std::string_view text;                 ///< statement text, batch, or procedure name
-    std::span<const Parameter> parameters; ///< values for "?" or the procedure's parameters
+    std::string_view text;                      ///< statement text, batch, or procedure name
+    std::span<const Parameter> parameters = {}; ///< values for "?" or the procedure's parameters
     CursorType cursorType = CursorType::OpenForwardOnly;
     LockType lockType = LockType::ReadOnly;
     std::int32_t timeoutSeconds = 30; ///< 0 without limit; waits for locks count

@@ -1,0 +1,243 @@
+#include "recordset_state.h"
+
+#include <limits>
+#include <utility>
+
+#include "ado_failure.h"
+
+namespace tamarok::ado {
+
+Field::Source::Source(ConnectionRef connection, const Opening& opening) :
+    connection_{std::move(connection)}, statement_{opening.statement}, provider_{connection_->session().name()},
+    cursorType_{opening.cursorType == CursorType::Unspecified ? CursorType::OpenForwardOnly : opening.cursorType},
+    lockType_{opening.lockType == LockType::Unspecified ? LockType::ReadOnly : opening.lockType}
+{
+    connection_->attach(*this);
+}
+
+Field::Source::~Source()
+{
+    release();
+}
+
+std::shared_ptr<Field::Source> Field::Source::open(const ConnectionRef& connection, const Opening& opening)
+{
+    auto source = std::make_shared<Source>(connection, opening);
+    source->run(opening);
+    return source->columns_->empty() ? nullptr : source;
+}
+
+void Field::Source::run(const Opening& opening)
+{
+    connection_->announce(opening.procedure ? "EXEC " + statement_ : statement_);
+    const Statement statement{.text = statement_,
+                              .parameters = {},
+                              .cursorType = cursorType_,
+                              .lockType = lockType_,
+                              .timeoutSeconds = connection_->CommandTimeout(),
+                              .procedure = opening.procedure};
+    cursor_ = guarded([&] { return connection_->session().open(statement); });
+    columns_ = std::make_shared<const std::vector<ColumnInfo>>(cursor_->columns());
+    if (columns_->empty()) return;
+    editable_ = lockType_ != LockType::ReadOnly && cursor_->updatable();
+    locking_ = lockType_ == LockType::Pessimistic;
+    if (locking_ && !editable_)
+        fail(errors::readOnlyRecordset, recordsetSource,
+             "Open: a pessimistic lock was asked for, but the rows of this statement cannot be locked.");
+    if (lockType_ == LockType::ReadOnly && !scrolls()) {
+        standing_ = Standing::Row;
+        stepStream();
+    } else {
+        store_ = std::make_shared<RowStore>(std::move(cursor_), 1, editable_);
+        guarded([&] { settleForward(0); });
+    }
+    empty_ = !onRow();
+}
+
+std::shared_ptr<Field::Source> Field::Source::clone() const
+{
+    requireOpen("Clone", recordsetSource);
+    requireScrolling("Clone");
+    auto copy = std::make_shared<Source>(connection_, Opening{statement_, CursorType::OpenStatic, lockType_});
+    copy->editable_ = editable_ && !locking_;
+    copy->columns_ = columns_;
+    copy->store_ = store_;
+    copy->guarded([&] { copy->settleForward(0); });
+    return copy;
+}
+
+void Field::Source::close()
+{
+    requireOpen("Close", recordsetSource);
+    if (edit_ != Edit::None)
+        fail(errors::badCursorOperation, recordsetSource,
+             "Close: an edit is pending; send it with Update or drop it with CancelUpdate first.");
+    try {
+        guarded([&] { leaveRow(); });
+    } catch (...) {
+        release();
+        throw;
+    }
+    release();
+}
+
+void Field::Source::release() noexcept
+{
+    if (!connection_) return;
+    connection_->detach(*this);
+    if (locked_) {
+        try {
+            leaveRow(); // a clone may keep the cursor alive
+        } catch (const Error&) {
+            locked_ = false; // the lock falls with the cursor
+        }
+    }
+    standing_ = Standing::Nowhere;
+    endEdit();
+    cursor_.reset();
+    store_.reset();
+    connection_.reset();
+}
+
+void Field::Source::requireOpen(std::string_view operation, std::string_view object) const
+{
+    if (!isOpen()) fail(errors::objectClosed, object, std::string{operation} + ": the recordset is closed.");
+}
+
+const ColumnInfo& Field::Source::column(std::size_t ordinal) const
+{
+    requireOpen("Field", fieldSource);
+    return (*columns_)[ordinal];
+}
+
+void Field::Source::failWithoutRow(std::string_view operation) const
+{
+    std::string_view where = "the recordset has no current row.";
+    if (empty_)
+        where = "the recordset has no rows.";
+    else if (standing_ == Standing::Behind)
+        where = "the recordset stands behind its last row.";
+    else if (standing_ == Standing::Before)
+        where = "the recordset stands before its first row.";
+    fail(errors::noCurrentRecord, recordsetSource, std::string{operation} + ": " + std::string{where});
+}
+
+void Field::Source::requireRow(std::string_view operation) const
+{
+    requireOpen(operation, recordsetSource);
+    if (standing_ != Standing::Row) failWithoutRow(operation);
+}
+
+void Field::Source::requireScrolling(std::string_view operation) const
+{
+    if (!scrolls())
+        fail(errors::readOnlyRecordset, recordsetSource,
+             std::string{operation} + ": a forward-only recordset does not support this.");
+}
+
+bool Field::Source::atEnd() const
+{
+    requireOpen("EOF", recordsetSource);
+    return edit_ != Edit::Add && (standing_ == Standing::Behind || (standing_ == Standing::Before && empty_));
+}
+
+bool Field::Source::atStart() const
+{
+    requireOpen("BOF", recordsetSource);
+    return edit_ != Edit::Add && (standing_ == Standing::Before || (standing_ == Standing::Behind && empty_));
+}
+
+VariantArray Field::Source::getRows(std::int64_t rows)
+{
+    requireOpen("GetRows", recordsetSource);
+    if (rows < -1) fail(errors::invalidArgument, recordsetSource, "GetRows: the number of rows is below -1.");
+    if (store_) finishEdit();
+    requireRow("GetRows");
+    const std::int64_t limit = rows < 0 ? std::numeric_limits<std::int32_t>::max() : rows;
+    const std::size_t width = columnCount();
+    std::vector<Variant> elements;
+    std::int64_t taken = 0;
+    if (store_) {
+        auto row = static_cast<std::size_t>(position_);
+        for (; taken < limit && guarded([&] { return store_->reach(row); }); ++row) {
+            if (store_->removed(row)) continue;
+            const auto values = store_->values(row);
+            elements.insert(elements.end(), values.begin(), values.end());
+            ++taken;
+        }
+        if (taken != 0) guarded([&] { settleForward(row); });
+    } else {
+        for (; taken < limit && onRow(); ++taken) {
+            for (std::size_t column = 0; column < width; ++column)
+                elements.push_back(value(column));
+            stepStream();
+        }
+    }
+    return VariantArray{
+        {0, static_cast<std::int32_t>(width) - 1}, {0, static_cast<std::int32_t>(taken) - 1}, std::move(elements)};
+}
+
+std::int64_t Field::Source::recordCount() const
+{
+    requireOpen("RecordCount", recordsetSource);
+    if (!scrolls() || cursorType_ == CursorType::OpenDynamic) return -1;
+    guarded([&] { store_->reachEnd(); });
+    return static_cast<std::int64_t>(store_->livingBefore(store_->known()));
+}
+
+std::int64_t Field::Source::bookmark() const
+{
+    requireOpen("Bookmark", recordsetSource);
+    requireScrolling("Bookmark");
+    requireRow("Bookmark");
+    return store_->firstMark() + position_;
+}
+
+void Field::Source::bookmark(std::int64_t mark)
+{
+    requireOpen("Bookmark", recordsetSource);
+    requireScrolling("Bookmark");
+    const std::int64_t row = mark - store_->firstMark();
+    if (row < 0 || row >= static_cast<std::int64_t>(store_->known()))
+        fail(errors::invalidArgument, recordsetSource,
+             "Bookmark: " + std::to_string(mark) + " is no mark of a row of this recordset.");
+    finishEdit();
+    guarded([&] {
+        leaveRow();
+        if (!hold(static_cast<std::size_t>(row)))
+            fail(errors::noCurrentRecord, recordsetSource, "Bookmark: the marked row has been deleted.");
+    });
+}
+
+std::int64_t Field::Source::absolutePosition() const
+{
+    requireOpen("AbsolutePosition", recordsetSource);
+    if (!scrolls() || edit_ == Edit::Add) return positionUnknown;
+    switch (standing_) {
+    case Standing::Before: return positionBOF;
+    case Standing::Behind: return positionEOF;
+    case Standing::Row: return static_cast<std::int64_t>(store_->livingBefore(static_cast<std::size_t>(position_))) + 1;
+    case Standing::Nowhere: break;
+    }
+    return positionUnknown;
+}
+
+void Field::Source::absolutePosition(std::int64_t position)
+{
+    requireOpen("AbsolutePosition", recordsetSource);
+    requireScrolling("AbsolutePosition");
+    if (position < 1)
+        fail(errors::invalidArgument, recordsetSource,
+             "AbsolutePosition: " + std::to_string(position) + " is below 1, the first row.");
+    finishEdit();
+    guarded([&] {
+        std::int64_t left = position;
+        std::size_t row = 0;
+        for (; store_->reach(row); ++row)
+            if (!store_->removed(row) && --left == 0) return settleForward(row);
+        fail(errors::noCurrentRecord, recordsetSource,
+             "AbsolutePosition: there is no row " + std::to_string(position) + ".");
+    });
+}
+
+} // namespace tamarok::ado

@@ -1,0 +1,101 @@
+#include "row_store.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "ado_failure.h"
+
+namespace tamarok::ado {
+
+RowStore::RowStore(std::unique_ptr<Cursor> cursor, std::int64_t firstMark, bool keyed) :
+    cursor_{std::move(cursor)}, width_{cursor_->columns().size()}, keyed_{keyed}, firstMark_{firstMark}
+{}
+
+bool RowStore::reach(std::size_t row)
+{
+    while (rows_.size() <= row)
+        if (!step()) return false;
+    return true;
+}
+
+void RowStore::reachEnd()
+{
+    while (step()) {}
+}
+
+bool RowStore::step()
+{
+    if (failure_) throw *failure_;
+    if (ended_) return false;
+    try {
+        if (!cursor_->next()) {
+            ended_ = true;
+            return false;
+        }
+        values_.resize(rows_.size() * width_); // what a step that failed half-way has left
+        for (std::size_t column = 0; column < width_; ++column)
+            values_.push_back(cursor_->value(column));
+        rows_.push_back({keyed_ ? cursor_->rowKey() : 0, false});
+        return true;
+    } catch (const Error& error) {
+        failure_ = error;
+        throw;
+    }
+}
+
+bool RowStore::hasLiving()
+{
+    for (std::size_t row = 0; reach(row); ++row)
+        if (!rows_[row].removed) return true;
+    return false;
+}
+
+std::size_t RowStore::livingBefore(std::size_t row) const noexcept
+{
+    if (removedRows_ == 0) return row;
+    const auto end = rows_.begin() + static_cast<std::ptrdiff_t>(row);
+    return static_cast<std::size_t>(std::count_if(rows_.begin(), end, [](const Row& r) { return !r.removed; }));
+}
+
+bool RowStore::refresh(std::size_t row)
+{
+    std::vector<Variant> fresh;
+    if (!cursor().readRow(rows_[row].key, fresh)) {
+        remove(row);
+        return false;
+    }
+    fresh.resize(width_, Null{});
+    std::ranges::move(fresh, values_.begin() + static_cast<std::ptrdiff_t>(row * width_));
+    return true;
+}
+
+std::size_t RowStore::append(std::int64_t key)
+{
+    values_.resize(rows_.size() * width_);
+    values_.resize((rows_.size() + 1) * width_, Null{});
+    rows_.push_back({key, false});
+    return rows_.size() - 1;
+}
+
+void RowStore::remove(std::size_t row) noexcept
+{
+    if (rows_[row].removed) return;
+    rows_[row].removed = true;
+    ++removedRows_;
+}
+
+Cursor& RowStore::cursor() const
+{
+    if (!cursor_)
+        fail(errors::readOnlyRecordset, recordsetSource,
+             "The recordset that this clone came from has run its statement again; the clone's rows can only be read.");
+    return *cursor_;
+}
+
+std::unique_ptr<Cursor> RowStore::takeCursor() noexcept
+{
+    ended_ = true;
+    return std::exchange(cursor_, nullptr);
+}
+
+} // namespace tamarok::ado
