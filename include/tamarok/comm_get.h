@@ -4,13 +4,80 @@
 #include <string>
 #include <string_view>
 
+#include "tamarok/ado.h"
+#include "tamarok/date.h"
+#include "tamarok/object.h"
 #include "tamarok/tmkvar.h"
+#include "tamarok/variant.h"
 
 namespace tamarok {
 
-/// Reading of values: options of the installation. The class has no state.
+/// Reading of values: fields, small look-ups, options of the installation, and the filters of input
+/// boxes. The class has no state.
 class Comm_Get {
 public:
+    // Value readers. They differ in what they give for Null; choose by the default that is wanted. A
+    // value may be an ADODB.Field, whose value then counts. A value that does not convert is Error 13.
+
+    /// The value as text, blanks taken off both ends unless `NoTrim`. Null gives one blank, or "" with
+    /// `NoSpaces`.
+    std::string Get_String(const Variant& value, bool NoSpaces = false, bool NoTrim = false) const;
+    /// The number as plain text with "." whatever the regional settings are. Null gives one blank.
+    std::string Get_Number(const Variant& value) const;
+    /// The value as a number; Null gives 0.
+    double Get_Number_N(const Variant& value) const;
+    /// The value as a date; Error 94 for Null.
+    Date Get_Date_N(const Variant& value) const;
+    /// The value as a date; Null gives today.
+    Date Get_Datum(const Variant& value) const;
+    /// The value as text, untrimmed; Null gives "".
+    std::string Get_Val(const Variant& value) const;
+    /// What stands behind the first "R" of a list or tree key ("R123" gives "123"); without one the
+    /// whole key, and "" for a key of at most one character.
+    std::string Get_Key(std::string_view strValue) const;
+    /// A column of the current row as text. Null and blanks give "", a spelling of true (TRUE, WAHR,
+    /// VRAI in any case) gives "TRUE". Errors: 3265 unknown column, 3021 no current row.
+    std::string Get_Text(std::string_view column, ado::Recordset& tmpRecordSet) const;
+
+    // Look-ups of one value by the one read idiom. The texts are pasted as they stand; failures of
+    // the database are passed on.
+
+    /// The text behind a foreign key: the value of `column` in the current row of `primaryRS` is put
+    /// behind `strSQL`, and the first column of the first row is the result. "" for a Null key (no
+    /// statement is sent), for no row, and for Null.
+    std::string Get_RelatedText(std::string_view column, std::string_view strSQL, ado::Recordset& primaryRS,
+                                const ado::ConnectionRef& db_ADO_dll) const;
+    /// One value as Get_String gives it; "" where there is no row.
+    /// @param sqlWhere  condition; only "" is none. On Oracle the row limit binds before it.
+    std::string Get_FieldValue(const TmkVar& tmkVar, std::string_view column, std::string_view table,
+                               std::string_view sqlWhere) const;
+    /// One value as a number; 0 for Null and where there is no row. @param sqlWhere blanks are none
+    double Get_FieldValueN(const TmkVar& tmkVar, std::string_view column, std::string_view table,
+                           std::string_view sqlWhere) const;
+    /// How many characters a form lets a person type for a column: a text's or date's defined size, 11
+    /// for a float, 0 (no limit) for anything else.
+    std::int32_t Get_FieldSize(std::string_view table, std::string_view column, const TmkVar& tmkVar) const;
+
+    // Input filters. They work with the control's run-time properties; a key is refused by setting it
+    // to 0. Keys 8 (Backspace) and 13 (Enter) pass unless told otherwise. A control without a needed
+    // property fails the call (438).
+
+    /// Lets digits pass, one decimal separator with `blnDecSep`, and a sign in front with
+    /// `bolNegativ`. @return the key, which is also written to `KeyAscii`
+    std::int16_t OnlyNumbers(std::int16_t& KeyAscii, bool blnDecSep, Object& ActiveControl, bool bolNegativ) const;
+    /// Lets pass what keeps the box a number of the pattern `strFormat` ("0000.00", "-000.0": room for
+    /// whole digits, decimals, a sign). "." and "," both make the machine's separator; a separator
+    /// typed first gets a "0" before it; a separator stays while decimals stand behind it. The pattern
+    /// becomes the box's DataFormat. Deletes the selection when a key may enter. A control that is no
+    /// TextBox is left alone; a locked one takes Enter only.
+    void OnlyNumbersKeyPress(std::int16_t& KeyAscii, Object& ActiveControl, const std::string& strFormat) const;
+    /// Tidies the box when it is left: clears what is no number or has no room in the pattern, and
+    /// formats the rest. @param strFormat pattern, "" for the box's DataFormat
+    void OnlyNumbersLostFocus(Object& ActiveControl, const std::string& strFormat = {}) const;
+    /// Lets a date be typed as two, two and four digits with "." between; the shape only.
+    /// @return the key, 0 where it is refused
+    std::int16_t OnlyDate(std::int16_t KeyAscii, Object& ActiveControl) const;
+
     // Options, table OPTIONEN. A property without a row gives its default, and a row with an empty
     // value is made for it through the procedure tmk_OPTIONEN_INS. Failures of the database and of
     // the language service's procedure call are passed on; a value that does not convert is Error 13.

@@ -1,0 +1,98 @@
+#include <array>
+#include <string_view>
+
+#include "frame/field_value.h"
+#include "runtime/convert.h"
+#include "runtime/text.h"
+
+#include "tamarok/comm_get.h"
+#include "tamarok/error.h"
+#include "tamarok/platform.h"
+
+namespace tamarok {
+namespace {
+
+constexpr std::string_view singleBlank = " ";
+
+/// Number of a text that is written as SQL and files have it; the regional settings do not count.
+double plainNumber(const Variant& value)
+{
+    if (!value.isString()) return convert::toDouble(value);
+    const std::optional<double> number = convert::parsePlainNumber(text::trim(value.asString()));
+    if (!number)
+        throw Error{errors::typeMismatch, "Type mismatch: \"" + value.asString() + "\" is no plain number.",
+                    "Comm_Get.Get_Number"};
+    return *number;
+}
+
+} // namespace
+
+Variant fieldValue(const Variant& value)
+{
+    if (!value.isObject()) return value;
+    return require(value.asObject(), "The field").get("Value", {});
+}
+
+std::string Comm_Get::Get_String(const Variant& value, bool NoSpaces, bool NoTrim) const
+{
+    const Variant content = fieldValue(value);
+    if (content.isNull()) return NoSpaces ? std::string{} : std::string{singleBlank};
+    std::string text = convert::toText(content);
+    if (NoTrim) return text;
+    return std::string{text::trim(text)};
+}
+
+std::string Comm_Get::Get_Number(const Variant& value) const
+{
+    const Variant content = fieldValue(value);
+    if (content.isNull()) return std::string{singleBlank};
+    switch (content.kind()) {
+    case Variant::Kind::LongLong: return std::to_string(content.asLongLong()); // may have more than 15 digits
+    default: return convert::toPlainText(plainNumber(content));
+    }
+}
+
+double Comm_Get::Get_Number_N(const Variant& value) const
+{
+    const Variant content = fieldValue(value);
+    return content.isNull() ? 0.0 : convert::toDouble(content);
+}
+
+Date Comm_Get::Get_Date_N(const Variant& value) const
+{
+    return convert::toDate(fieldValue(value));
+}
+
+Date Comm_Get::Get_Datum(const Variant& value) const
+{
+    const Variant content = fieldValue(value);
+    return content.isNull() ? Platform::today() : convert::toDate(content);
+}
+
+std::string Comm_Get::Get_Val(const Variant& value) const
+{
+    const Variant content = fieldValue(value);
+    return content.isNull() ? std::string{} : convert::toText(content);
+}
+
+std::string Comm_Get::Get_Key(std::string_view strValue) const
+{
+    if (text::length(strValue) <= 1) return {};
+    const std::size_t prefixEnd = text::find(strValue, "R");
+    return std::string{text::mid(strValue, prefixEnd + 1)};
+}
+
+std::string Comm_Get::Get_Text(std::string_view column, ado::Recordset& tmpRecordSet) const
+{
+    const Variant value = tmpRecordSet.Fields().Item(column).Value();
+    if (value.isNull()) return {};
+    std::string text = convert::toText(value);
+    if (text::trim(text).empty()) return {};
+    static constexpr std::array<std::string_view, 3> spellingsOfTrue = {"TRUE", "WAHR", "VRAI"};
+    const std::string upper = text::toUpper(text);
+    for (const std::string_view spelling : spellingsOfTrue)
+        if (upper == spelling) return std::string{spellingsOfTrue.front()};
+    return text;
+}
+
+} // namespace tamarok
