@@ -1,0 +1,13 @@
+#pragma once
+
+#include <functional>
+
+#include "output.h"
+
+namespace tamarok::cli {
+
+/// Reads the command line and gives the command to run, with its options bound. Help and version are
+/// commands too. Throws UsageError.
+std::function<int(Output&)> parseCommandLine(int count, const char* const* arguments);
+
+} // namespace tamarok::cli

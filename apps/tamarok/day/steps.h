@@ -1,0 +1,29 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "output.h"
+
+#include "tamarok/tmkvar.h"
+
+/// The steps of the working day that `tamarok day` shows.
+namespace tamarok::cli::day {
+
+struct Context {
+    const TmkVar& session;
+    Output& output;
+};
+
+struct Step {
+    std::string_view title;
+    void (*run)(const Context&);
+};
+
+/// In the order of the day.
+std::span<const Step> steps() noexcept;
+
+void showDetailList(const Context& context);
+void showAggregatedList(const Context& context);
+
+} // namespace tamarok::cli::day

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "json.h"
+
+#include "tamarok/date.h"
+#include "tamarok/variant.h"
+
+namespace tamarok::cli {
+
+class ObjectNames;
+
+/// A value as it stands in a request. Error 5 for a form that is none; 6 for a whole number beyond
+/// 64 bits. @param names  where {"$ref":"name"} looks
+Variant toVariant(const Json& json, const ObjectNames& names);
+
+/// A value as it stands in an answer; an object gets a name where it has none. Error 6 for a
+/// number that JSON cannot write (not a number, infinite).
+Json fromVariant(const Variant& value, ObjectNames& names);
+
+/// "2024-03-05", "2024-03-05T10:15", "2024-03-05T10:15:00" or with a fraction of the second; Error 5
+/// for anything else.
+Date parseIsoDate(std::string_view text);
+
+/// The same form: without time at midnight, without fraction at a whole second.
+std::string isoDate(Date date);
+
+} // namespace tamarok::cli

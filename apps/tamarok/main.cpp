@@ -1,0 +1,43 @@
+#include <exception>
+#include <iostream>
+#include <string>
+
+#include "command_line.h"
+#include "commands.h"
+#include "output.h"
+
+#include "tamarok/error.h"
+
+namespace {
+
+/// One line on standard error, whatever the message holds.
+int complain(std::string message, int status)
+{
+    for (char& character : message) {
+        if (character == '\n' || character == '\r') character = ' ';
+    }
+    std::cerr << "tamarok: " << message << '\n';
+    return status;
+}
+
+} // namespace
+
+int main(int count, char** arguments)
+{
+    using namespace tamarok;
+    cli::ignoreBrokenPipes();
+    cli::Output output;
+    try {
+        return cli::parseCommandLine(count, arguments)(output);
+    } catch (const cli::PipeClosed&) {
+        return 0;
+    } catch (const cli::UsageError& error) {
+        return complain(error.message + " (see tamarok --help)", 2);
+    } catch (const cli::UnknownColumn& error) {
+        return complain(error.message, 2);
+    } catch (const Error& error) {
+        return complain(error.description, 1);
+    } catch (const std::exception& error) {
+        return complain(error.what(), 1);
+    }
+}
