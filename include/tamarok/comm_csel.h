@@ -112,6 +112,14 @@ public:
     /// @param Kod  "1" for descending order on every key, anything else for ascending order
     /// Error 6 for a descending list of more than 32,767 characters.
     std::string OrderBy(std::string_view Kod, std::string_view strOrderBy) const;
+
+    /// The SQL expression of a stored log's quantity in another unit, for a list over LOGS and LOGS_RECH.
+    /// @param InFaktura   true for the bare quantity; false lets an invoicing row with a name of its own
+    ///        (`Prefix` + "_NAME") keep its own quantity
+    /// @param Einheit_ID  WARENEINHEIT.EINHEIT_ID of the wanted unit
+    /// @param strFormatMenge  number pattern; its length less 2 is the number of decimals (SACHSEN only)
+    std::string MengeSQL(const TmkVar& tmkVar, bool InFaktura, std::string_view Prefix, std::string_view Einheit_ID,
+                         std::string_view strFormatMenge) const;
 };
 
 } // namespace tamarok

@@ -97,6 +97,27 @@ public:
     /// one with `intDefault`, which is then the result. Error 94 where the row holds Null.
     std::string GetKonfNumber(const ado::ConnectionRef& dbAdo, std::string_view property,
                               std::int16_t intDefault) const;
+
+    // Questions of timber measurement. Keys are pasted into the statements as they stand.
+
+    /// Whether the bark of this key is computed; false for "" and an unknown key.
+    bool GetCalculationRinden(std::string_view rinden, const ado::ConnectionRef& dbAdo) const;
+    /// Whether the strength class of this assortment is NOT derived from the diameter; true for "",
+    /// false for an unknown or disabled assortment.
+    bool GetCalculationSTKL(std::string_view txtHS, const ado::ConnectionRef& dbAdo) const;
+    /// Comma list of the STKL.ID that the assortment allows, "" for all.
+    std::string GetCalculationSTKL_ID(std::string_view txtHS, const ado::ConnectionRef& dbAdo) const;
+
+    /// The conversion factor of a measured line: the first rule of U_FAKT, by rank, whose conditions
+    /// all are Null or hold; with `bolOnlyHS` the assortment's own factors where no rule does.
+    /// @param strObject  a "TextBox" whose number stands where nothing applies; an "F_UFakt", whose four
+    ///        factor properties are set instead; or anything else
+    /// @param strField   ATO_UFA, LUT_UFA, RM_UFA or STK100_UFA
+    /// @param dLange     length in m
+    double GetHolzTabValue(const TmkVar& tmkVar, const ObjectRef& strObject, std::string_view strField,
+                           std::int16_t intDsart, std::string_view strHa, std::string_view strHS,
+                           std::string_view strMenge, std::string_view strGkl, std::string_view strStkl, bool bolOnlyHS,
+                           std::string_view strRindenkennz, double dLange) const;
 };
 
 } // namespace tamarok

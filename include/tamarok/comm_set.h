@@ -81,6 +81,70 @@ public:
     void SetOptionenText(const TmkVar& tmkVar, std::string_view property, const Variant& value) const;
     /// A date in the regional short form; Null writes no value.
     void SetOptionenDate(const TmkVar& tmkVar, std::string_view property, const Variant& value) const;
+
+    // Timber measurement. Diameters in cm, lengths in m, volumes in m³, bark in cm or percent by the
+    // mode "%" or "cm" (exactly; any other text deducts none). Entry texts are read under the regional
+    // settings; a non-empty text that is no number is Error 13. pi is 3.1416. Patterns round halves
+    // away from zero.
+
+    /// Volume of a line of round wood: d² · 3.1416 · L / 40000 per piece, less bark (percent off the
+    /// volume, cm off the diameter), rounded half to even to KUBATURPLACE decimals, times the pieces.
+    /// @param rbtFolgestuck  a follow-on piece counts as one piece unless `boolMantel`
+    /// @return the volume under `strFormatKubatur`; 0 where a text is empty
+    /// Errors: 5 for KUBATURPLACE below 0, 6 where the volume is too large, 13.
+    std::string CalculateRundKubatur(std::string_view txtStk, std::string_view txtDurch, std::string_view txtLange,
+                                     std::string_view txtRinde2, bool rbtFolgestuck, std::string_view txtModus,
+                                     bool boolMantel, std::string_view strFormatKubatur,
+                                     std::int16_t KUBATURPLACE) const;
+
+    /// Volume of stacked wood: stacked measure times factor; 0 for a factor of 0 or below.
+    std::string CalculateSchichtKubatur(std::string_view UFakt_Tmp, std::string_view RM_Tmp,
+                                        std::string_view strFormatKubatur) const;
+
+    /// Volume of poles: factor per hundred pieces times pieces; 0 where either is 0 or below.
+    std::string CalculateStangKubatur(std::string_view UFakt_Tmp, std::string_view Stuck_Tmp,
+                                      std::string_view strFormatKubatur) const;
+
+    /// The strength class of a diameter, by the bounds of table STKL; outside all classes the one with
+    /// the greatest lower bound. "" where there is none.
+    /// @param txtStkl  the class as entered, returned where `bolNot_Calc_STKL`
+    /// @param txtDM    diameter; what is no number counts as 0, so also bark
+    /// @param STKL_Berechnung_Rindenabzug, bolCalculation  together choose the diameter and the bounds:
+    ///        bark comes off only without the first and with the second; the second pair of bounds is
+    ///        searched only with the first and without the second
+    /// @param Stkl_ID  comma list of the STKL.ID that the assortment allows, "" for all
+    /// Errors: 5 for bark above 100 percent, failures of the database.
+    std::string MakeStkl(std::string_view txtStkl, std::string_view txtDM, std::string_view txtModus,
+                         std::string_view txtRinde2Log, const ado::ConnectionRef& dbAdo,
+                         bool STKL_Berechnung_Rindenabzug, bool bolCalculation, bool bolNot_Calc_STKL,
+                         std::string_view Stkl_ID) const;
+
+    /// The bark deduction of a log under "0.00", in the unit `Modus_tmp`. Computed (`bolCalculation`), it
+    /// is interpolated between the two support points around the diameter in table RINDENABZUG, in
+    /// the row of the species that expires soonest among those valid on the day; a deduction in the
+    /// other unit is converted by the area of the cross-section. Otherwise it is `Rinde`.
+    /// @param strOptionen  "-1" any bark table, "0" table 0 or none, else a table number
+    /// @param strlistDate  day as "dd.mm.yyyy", "" for today
+    /// Errors: 5 for more than 100 percent, 6, 13, failures of the database.
+    std::string CalculateRinde(const TmkVar& tmkVar, std::string_view Rinde, std::string_view HA_tmp,
+                               std::string_view Modus_tmp, std::string_view tmpDurch, bool bolCalculation,
+                               std::string_view strOptionen, std::string_view strlistDate) const;
+
+    /// Sets the volume class of the selected logs by their mean piece volume, lines of kind 2 and 3 by
+    /// that of their group. @param selectID_LOG key list or subselect for IN (...)
+    /// @param OnlyReturnSQL  return the statement and run nothing; whole groups count then
+    std::string CalculateKubaturKlasse(const ado::ConnectionRef& dbAdo, std::string_view selectID_LOG,
+                                       bool OnlyReturnSQL) const;
+
+    /// Copies logs to LOGS_HISTORY. @param tmpWhere condition without WHERE
+    std::string Set_Logs_Archiv(std::string_view tmpWhere, const ado::ConnectionRef& dbAdo, bool OnlyReturnSQL) const;
+
+    /// For the edition SACHSEN: how a pair of assortment and unit converts (TSM_MENGECALC.CALC), 0 where
+    /// it does not, and for any other edition.
+    /// @param arrMengeCalc  the caller's cache; Empty, it is filled with all pairs
+    /// Errors: 6 for a value beyond 16 bits, 13 where the cache is no array, failures of the database.
+    std::int16_t MengeCalc(const TmkVar& tmkVar, Variant& arrMengeCalc, std::string_view ID_HolzSorte,
+                           std::string_view ID_WarenEinheit) const;
 };
 
 } // namespace tamarok
