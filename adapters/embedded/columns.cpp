@@ -1,0 +1,427 @@
+#include "columns.h"
+
+#include <array>
+#include <limits>
+#include <utility>
+
+#include "failures.h"
+#include "runtime/convert.h"
+
+#include "tamarok/error.h"
+
+namespace tamarok::embedded {
+
+namespace {
+
+using ado::DataType;
+using sql::TypeKind;
+
+constexpr std::int32_t longText = 2147483647;
+constexpr std::int32_t longWideText = 1073741823;
+
+/// What a type of the server looks like from outside; size 0 is the type's own length.
+struct TypeRow {
+    TypeKind kind;
+    DataType type;
+    std::int32_t size;
+    Reading reading;
+    std::string_view conversion; ///< function that converts a value for storage, empty for the texts
+};
+
+constexpr std::array typeRows{
+    TypeRow{TypeKind::Unknown, DataType::VarWChar, 4000, Reading::ByStorage, ""},
+    TypeRow{TypeKind::Null, DataType::Integer, 4, Reading::ByStorage, ""},
+    TypeRow{TypeKind::Bit, DataType::Boolean, 2, Reading::Boolean, "tm_bit"},
+    TypeRow{TypeKind::TinyInt, DataType::UnsignedTinyInt, 1, Reading::Integer, "tm_tinyint"},
+    TypeRow{TypeKind::SmallInt, DataType::SmallInt, 2, Reading::Integer, "tm_smallint"},
+    TypeRow{TypeKind::Int, DataType::Integer, 4, Reading::Long, "tm_int"},
+    TypeRow{TypeKind::BigInt, DataType::BigInt, 8, Reading::LongLong, "tm_bigint"},
+    TypeRow{TypeKind::Decimal, DataType::Numeric, 19, Reading::Double, "tm_decimal"},
+    TypeRow{TypeKind::Money, DataType::Currency, 8, Reading::Double, "tm_money"},
+    TypeRow{TypeKind::Real, DataType::Single, 4, Reading::Double, "tm_real"},
+    TypeRow{TypeKind::Float, DataType::Double, 8, Reading::Double, "tm_float"},
+    TypeRow{TypeKind::Char, DataType::Char, 0, Reading::Text, ""},
+    TypeRow{TypeKind::VarChar, DataType::VarChar, 0, Reading::Text, ""},
+    TypeRow{TypeKind::NChar, DataType::WChar, 0, Reading::Text, ""},
+    TypeRow{TypeKind::NVarChar, DataType::VarWChar, 0, Reading::Text, ""},
+    TypeRow{TypeKind::Text, DataType::LongVarChar, longText, Reading::Text, ""},
+    TypeRow{TypeKind::NText, DataType::LongVarWChar, longWideText, Reading::Text, ""},
+    TypeRow{TypeKind::Date, DataType::DBDate, 6, Reading::Date, "tm_date"},
+    TypeRow{TypeKind::SmallDateTime, DataType::DBTimeStamp, 16, Reading::Date, "tm_smalldatetime"},
+    TypeRow{TypeKind::DateTime, DataType::DBTimeStamp, 16, Reading::Date, "tm_datetime"},
+    TypeRow{TypeKind::DateTime2, DataType::DBTimeStamp, 16, Reading::Date, "tm_datetime"},
+    TypeRow{TypeKind::Time, DataType::DBTime, 6, Reading::TimeOfDay, "tm_time"},
+    TypeRow{TypeKind::Binary, DataType::VarBinary, 0, Reading::Text, ""},
+    TypeRow{TypeKind::UniqueIdentifier, DataType::GUID, 16, Reading::Text, ""},
+};
+
+constexpr bool inOrder()
+{
+    for (std::size_t i = 0; i < typeRows.size(); ++i) {
+        if (static_cast<std::size_t>(typeRows[i].kind) != i) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(inOrder(), "typeRows is indexed by TypeKind");
+
+const TypeRow& rowOf(TypeKind kind)
+{
+    return typeRows.at(static_cast<std::size_t>(kind));
+}
+
+/// A text without limit counts as the long type.
+DataType longTypeOf(DataType type)
+{
+    return type == DataType::VarChar || type == DataType::Char ? DataType::LongVarChar : DataType::LongVarWChar;
+}
+
+void describe(const sql::Type& type, ado::ColumnInfo& info)
+{
+    const TypeRow& row = rowOf(type.kind);
+    info.type = row.type;
+    info.definedSize = row.size != 0 ? row.size : type.length;
+    if (row.size == 0 && type.length < 0) {
+        if (type.kind == TypeKind::Binary) {
+            info.type = DataType::LongVarBinary;
+            info.definedSize = longText;
+        } else {
+            info.type = longTypeOf(row.type);
+            info.definedSize = info.type == DataType::LongVarChar ? longText : longWideText;
+        }
+    }
+}
+
+std::string_view textOf(sqlite3_stmt* statement, int column)
+{
+    const auto* const bytes =
+        static_cast<const char*>(static_cast<const void*>(sqlite3_column_text(statement, column)));
+    if (bytes == nullptr) {
+        return {};
+    }
+    return {bytes, static_cast<std::size_t>(sqlite3_column_bytes(statement, column))};
+}
+
+std::string hexText(sqlite3_stmt* statement, int column)
+{
+    static constexpr std::string_view digits = "0123456789ABCDEF";
+    const auto* const bytes = static_cast<const unsigned char*>(sqlite3_column_blob(statement, column));
+    const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement, column));
+    std::string text = "0x";
+    for (const unsigned char byte : std::span{bytes, size}) {
+        text.append({digits[byte >> 4U], digits[byte & 15U]});
+    }
+    return text;
+}
+
+Variant readText(sqlite3_stmt* statement, int column, int storage)
+{
+    if (storage == SQLITE_BLOB) {
+        return hexText(statement, column);
+    }
+    return std::string{textOf(statement, column)};
+}
+
+template <class Number>
+Variant readWhole(sqlite3_stmt* statement, int column)
+{
+    const sqlite3_int64 number = sqlite3_column_int64(statement, column);
+    if (!std::in_range<Number>(number)) [[unlikely]] {
+        throw Error{errors::overflow,
+                    "The stored number " + std::to_string(number) + " is beyond the type of column '" +
+                        sqlite3_column_name(statement, column) + "'.",
+                    std::string{sourceName}};
+    }
+    return static_cast<Number>(number);
+}
+
+Date readDate(sqlite3_stmt* statement, int column)
+{
+    Date date;
+    const std::string_view text = textOf(statement, column);
+    if (!parseStoredDate(text, date)) {
+        throw Error{errors::providerFailure,
+                    "The stored text '" + std::string{text} + "' of column '" + sqlite3_column_name(statement, column) +
+                        "' is no date.",
+                    std::string{sourceName}};
+    }
+    return date;
+}
+
+Variant readTimeOfDay(sqlite3_stmt* statement, int column)
+{
+    const Date date = readDate(statement, column);
+    return Date{date.days - dayOf(date).days};
+}
+
+Variant readByStorage(sqlite3_stmt* statement, int column, int storage)
+{
+    if (storage == SQLITE_INTEGER) {
+        const sqlite3_int64 number = sqlite3_column_int64(statement, column);
+        if (std::in_range<std::int32_t>(number)) {
+            return static_cast<std::int32_t>(number);
+        }
+        return static_cast<std::int64_t>(number);
+    }
+    if (storage == SQLITE_FLOAT) {
+        return sqlite3_column_double(statement, column);
+    }
+    return readText(statement, column, storage);
+}
+
+constexpr std::int64_t daysBeforeMonth(std::int64_t year, std::int64_t month) noexcept
+{
+    // Months count from March, so that the leap day is the last of its year.
+    const std::int64_t y = month <= 2 ? year - 1 : year;
+    const std::int64_t shifted = (month + 9) % 12;
+    return 365 * y + y / 4 - y / 100 + y / 400 + (shifted * 306 + 5) / 10;
+}
+/// 30 December 1899, day 0 of a Date.
+constexpr std::int64_t dayZero = daysBeforeMonth(1899, 12) + 29;
+
+/// Number in `count` digits at `text`, or a negative number.
+constexpr std::int64_t digitsAt(const char* text, int count) noexcept
+{
+    std::int64_t number = 0;
+    for (int i = 0; i < count; ++i) {
+        const int digit = text[i] - '0';
+        if (digit < 0 || digit > 9) {
+            return std::numeric_limits<std::int32_t>::min();
+        }
+        number = number * 10 + digit;
+    }
+    return number;
+}
+
+/// What a parameter's type asks of its value.
+enum class Wanted : std::uint8_t { AsIs, Whole, Real, Truth, Text };
+
+Wanted wantedOf(DataType type)
+{
+    switch (type) {
+    case DataType::SmallInt:
+    case DataType::Integer:
+    case DataType::TinyInt:
+    case DataType::UnsignedTinyInt:
+    case DataType::BigInt: return Wanted::Whole;
+    case DataType::Single:
+    case DataType::Double:
+    case DataType::Currency:
+    case DataType::Decimal:
+    case DataType::Numeric: return Wanted::Real;
+    case DataType::Boolean: return Wanted::Truth;
+    case DataType::Char:
+    case DataType::WChar:
+    case DataType::VarChar:
+    case DataType::VarWChar:
+    case DataType::LongVarChar:
+    case DataType::LongVarWChar:
+    case DataType::BSTR: return Wanted::Text;
+    default: return Wanted::AsIs;
+    }
+}
+
+/// True if a value of that kind is bound as it is for what is wanted.
+bool fits(Variant::Kind kind, Wanted wanted)
+{
+    using enum Variant::Kind;
+    switch (kind) {
+    case Empty:
+    case Null: return true;
+    case Integer:
+    case Long:
+    case LongLong: return wanted == Wanted::AsIs || wanted == Wanted::Whole;
+    case Double: return wanted == Wanted::AsIs || wanted == Wanted::Real;
+    case Boolean: return wanted == Wanted::AsIs || wanted == Wanted::Truth;
+    case String: return wanted == Wanted::AsIs || wanted == Wanted::Text;
+    case Date: // its text form is the database's, not the regional one
+        return wanted == Wanted::AsIs || wanted == Wanted::Text;
+    default: return wanted == Wanted::AsIs;
+    }
+}
+
+Variant converted(const Variant& value, Wanted wanted)
+{
+    switch (wanted) {
+    case Wanted::Whole: return convert::toLongLong(value);
+    case Wanted::Real: return convert::toDouble(value);
+    case Wanted::Truth: return convert::toBoolean(value);
+    case Wanted::Text: return convert::toText(value);
+    case Wanted::AsIs: break;
+    }
+    return value;
+}
+
+} // namespace
+
+ResultLayout layoutOf(const std::vector<sql::ResultColumn>& columns)
+{
+    ResultLayout layout;
+    layout.columns.reserve(columns.size());
+    layout.readings.reserve(columns.size());
+    for (const sql::ResultColumn& column : columns) {
+        ado::ColumnInfo info;
+        info.name = column.name;
+        info.baseTable = column.baseTable;
+        info.baseColumn = column.baseColumn;
+        describe(column.type, info);
+        layout.columns.push_back(std::move(info));
+        layout.readings.push_back(rowOf(column.type.kind).reading);
+    }
+    return layout;
+}
+
+Variant readValue(sqlite3_stmt* statement, int column, Reading reading)
+{
+    const int storage = sqlite3_column_type(statement, column);
+    if (storage == SQLITE_NULL) {
+        return Null{};
+    }
+    switch (reading) {
+    case Reading::Boolean: return sqlite3_column_int64(statement, column) != 0;
+    case Reading::Integer: return readWhole<std::int16_t>(statement, column);
+    case Reading::Long: return readWhole<std::int32_t>(statement, column);
+    case Reading::LongLong: return static_cast<std::int64_t>(sqlite3_column_int64(statement, column));
+    case Reading::Double: return sqlite3_column_double(statement, column);
+    case Reading::Date: return readDate(statement, column);
+    case Reading::TimeOfDay: return readTimeOfDay(statement, column);
+    case Reading::Text: return readText(statement, column, storage);
+    case Reading::ByStorage: break;
+    }
+    return readByStorage(statement, column, storage);
+}
+
+bool parseStoredDate(std::string_view text, Date& date) noexcept
+{
+    constexpr std::size_t storedLength = 23;
+    if (text.size() != storedLength || text[4] != '-' || text[7] != '-' || text[10] != ' ' || text[13] != ':' ||
+        text[16] != ':' || text[19] != '.') {
+        return false;
+    }
+    const char* const t = text.data();
+    const std::int64_t year = digitsAt(t, 4);
+    const std::int64_t month = digitsAt(t + 5, 2);
+    const std::int64_t day = digitsAt(t + 8, 2);
+    const std::int64_t milliseconds =
+        ((digitsAt(t + 11, 2) * 60 + digitsAt(t + 14, 2)) * 60 + digitsAt(t + 17, 2)) * 1000 + digitsAt(t + 20, 3);
+    if (year < 1 || month < 1 || month > 12 || day < 1 || day > 31 || milliseconds < 0) {
+        return false;
+    }
+    const auto days = static_cast<double>(daysBeforeMonth(year, month) + day - 1 - dayZero);
+    const double fraction = static_cast<double>(milliseconds) / 86'400'000.0;
+    date.days = days < 0.0 ? days - fraction : days + fraction;
+    return true;
+}
+
+std::string storedDate(Date date)
+{
+    const CivilTime parts = toCivil(date);
+    std::string text = "0000-00-00 00:00:00.000";
+    const auto put = [&text](std::size_t last, std::int32_t number) {
+        for (std::size_t i = last; number > 0; --i, number /= 10) {
+            text[i] = static_cast<char>('0' + number % 10);
+        }
+    };
+    put(3, parts.year);
+    put(6, parts.month);
+    put(9, parts.day);
+    put(12, parts.hour);
+    put(15, parts.minute);
+    put(18, parts.second);
+    put(22, parts.millisecond);
+    return text;
+}
+
+std::string columnText(sqlite3_stmt* statement, int column)
+{
+    return std::string{textOf(statement, column)};
+}
+
+void bindText(sqlite3_stmt* statement, int position, std::string_view text)
+{
+    // An empty view may have no address, which SQLite would take for Null.
+    const char* const bytes = text.data() != nullptr ? text.data() : "";
+    sqlite3_bind_text64(statement, position, bytes, text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+}
+
+void bindValue(sqlite3_stmt* statement, int position, const Variant& value)
+{
+    switch (value.kind()) {
+    case Variant::Kind::Empty:
+    case Variant::Kind::Null: sqlite3_bind_null(statement, position); return;
+    case Variant::Kind::Boolean: sqlite3_bind_int(statement, position, value.asBoolean() ? 1 : 0); return;
+    case Variant::Kind::Integer: sqlite3_bind_int(statement, position, value.asInteger()); return;
+    case Variant::Kind::Long: sqlite3_bind_int(statement, position, value.asLong()); return;
+    case Variant::Kind::LongLong: sqlite3_bind_int64(statement, position, value.asLongLong()); return;
+    case Variant::Kind::Double: sqlite3_bind_double(statement, position, value.asDouble()); return;
+    case Variant::Kind::Date: bindText(statement, position, storedDate(value.asDate())); return;
+    case Variant::Kind::String: bindText(statement, position, value.asString()); return;
+    case Variant::Kind::Object:
+    case Variant::Kind::Array: break;
+    }
+    throw Error{errors::typeMismatch,
+                "A value of kind " + std::string{name(value.kind())} + " cannot be sent to the database.",
+                std::string{sourceName}};
+}
+
+const ado::Parameter& parameterAt(std::span<const ado::Parameter> parameters, std::int32_t index)
+{
+    if (index < 0 || static_cast<std::size_t>(index) >= parameters.size()) {
+        throw failure(native::parameterMissing,
+                      "No value was given for parameter " + std::to_string(index + 1) + " of the statement.");
+    }
+    return parameters[static_cast<std::size_t>(index)];
+}
+
+Variant typedParameter(const ado::Parameter& parameter)
+{
+    const Wanted wanted = wantedOf(parameter.type);
+    return fits(parameter.value.kind(), wanted) ? parameter.value : converted(parameter.value, wanted);
+}
+
+void bindParameters(sqlite3_stmt* statement, std::span<const std::int32_t> wanted,
+                    std::span<const ado::Parameter> parameters)
+{
+    int position = 0;
+    for (const std::int32_t index : wanted) {
+        const ado::Parameter& parameter = parameterAt(parameters, index);
+        const Wanted type = wantedOf(parameter.type);
+        if (fits(parameter.value.kind(), type)) {
+            bindValue(statement, ++position, parameter.value);
+        } else {
+            bindValue(statement, ++position, converted(parameter.value, type));
+        }
+    }
+}
+
+std::string quoted(std::string_view name)
+{
+    std::string text = "\"";
+    for (const char letter : name) {
+        text.append(letter == '"' ? 2 : 1, letter);
+    }
+    text.push_back('"');
+    return text;
+}
+
+std::string storageExpression(const sql::Type& type)
+{
+    const std::string length = std::to_string(type.length);
+    switch (type.kind) {
+    case TypeKind::VarChar:
+    case TypeKind::NVarChar: return "tm_store_text(?," + length + ")";
+    case TypeKind::Char:
+    case TypeKind::NChar: return "tm_nchar(tm_store_text(?," + length + ")," + length + ")";
+    case TypeKind::Text:
+    case TypeKind::NText:
+    case TypeKind::UniqueIdentifier: return "tm_store_text(?,-1)";
+    case TypeKind::Decimal:
+        return "tm_decimal(?," + std::to_string(type.precision) + "," + std::to_string(type.scale) + ")";
+    default: break;
+    }
+    const std::string_view conversion = rowOf(type.kind).conversion;
+    return conversion.empty() ? "?" : std::string{conversion} + "(?)";
+}
+
+} // namespace tamarok::embedded

@@ -1,0 +1,59 @@
+#include "connect.h"
+
+#include <array>
+#include <memory>
+#include <utility>
+
+#include "connection_text.h"
+#include "failures.h"
+#include "file_checks.h"
+#include "session.h"
+
+#include "tamarok/ado_backend.h"
+
+namespace tamarok::embedded {
+
+namespace {
+
+ado::ConnectionRef connectionOf(std::unique_ptr<Database> database, const OpenOptions& options, std::string text)
+{
+    auto session = std::make_unique<EmbeddedSession>(std::make_unique<Engine>(std::move(database), options.procedures));
+    return std::make_shared<ado::Connection>(std::move(session), std::move(text));
+}
+
+} // namespace
+
+ado::ConnectionRef connect(const std::filesystem::path& file, const OpenOptions& options)
+{
+    const std::string path = std::filesystem::absolute(file).string();
+    if (options.mode == OpenMode::Create) {
+        createDatabaseFile(path);
+    }
+    checkDatabaseFile(path, options.mode == OpenMode::ReadOnly);
+    return connectionOf(std::make_unique<Database>(path, options.mode, options.dateOrder), options,
+                        composeConnectionText(file.string(), options));
+}
+
+ado::ConnectionRef connectText(std::string_view connectionText)
+{
+    const ConnectionWish wish = parseConnectionText(connectionText);
+    return connect(wish.file, wish.options);
+}
+
+ado::ConnectionRef connectInMemory(const OpenOptions& options)
+{
+    return connectionOf(std::make_unique<Database>(options.dateOrder), options,
+                        composeConnectionText(":memory:", options));
+}
+
+std::string translate(ado::Connection& connection, std::string_view statement)
+{
+    auto* const session = dynamic_cast<EmbeddedSession*>(&connection.session());
+    if (session == nullptr) {
+        throw Error{errors::invalidArgument, "The connection is not one of the embedded database.",
+                    std::string{sourceName}};
+    }
+    return session->engine().translate(statement);
+}
+
+} // namespace tamarok::embedded

@@ -1,0 +1,187 @@
+#include "cursor.h"
+
+#include <utility>
+
+#include "engine.h"
+#include "failures.h"
+
+namespace tamarok::embedded {
+
+StreamCursor::StreamCursor(Engine& engine, std::shared_ptr<const CachedBatch> batch, Lease lease,
+                           std::int32_t timeoutSeconds) :
+    engine_{&engine},
+    batch_{std::move(batch)}, lease_{std::move(lease)}, layout_{lease_.get() != nullptr
+                                                                    ? lease_.layout()
+                                                                    : std::make_shared<const ResultLayout>()},
+    timeoutSeconds_{timeoutSeconds}
+{
+    engine_->enter(*this);
+}
+
+StreamCursor::~StreamCursor()
+{
+    if (engine_ != nullptr) {
+        engine_->leave(*this);
+    }
+}
+
+bool StreamCursor::next()
+{
+    if (live_ == nullptr) {
+        return nextKept();
+    }
+    if (waiting_) {
+        waiting_ = false;
+        onRow_ = true;
+        return true;
+    }
+    engine_->database().deadline().arm(timeoutSeconds_);
+    return stepLive();
+}
+
+Variant StreamCursor::value(std::size_t column) const
+{
+    if (live_ != nullptr && onRow_ && column < layout_->readings.size()) [[likely]] {
+        return readValue(live_, static_cast<int>(column), layout_->readings[column]);
+    }
+    if (column >= layout_->readings.size()) {
+        throw Error{errors::itemNotFound, "The result has no column " + std::to_string(column) + ".",
+                    std::string{sourceName}};
+    }
+    return values_[keptRow() * layout_->readings.size() + column];
+}
+
+void StreamCursor::restart()
+{
+    engine().database().deadline().arm(timeoutSeconds_);
+    start();
+}
+
+void StreamCursor::start()
+{
+    dropKept();
+    if (lease_.get() == nullptr) {
+        return;
+    }
+    sqlite3_reset(lease_.get());
+    live_ = lease_.get();
+    waiting_ = stepLive();
+    onRow_ = false;
+}
+
+void StreamCursor::settle() noexcept
+{
+    if (live_ == nullptr) {
+        return;
+    }
+    const bool given = onRow_;
+    try {
+        bool more = waiting_ || onRow_;
+        while (more) {
+            keepRow();
+            more = engine_->database().step(lease_.get());
+        }
+    } catch (...) {
+        failure_ = std::current_exception();
+    }
+    row_ = given ? 1 : 0;
+    live_ = nullptr;
+    waiting_ = false;
+    onRow_ = false;
+    sqlite3_reset(lease_.get());
+}
+
+void StreamCursor::abandon() noexcept
+{
+    dropKept();
+    lease_ = Lease{};
+    batch_.reset();
+    engine_ = nullptr;
+}
+
+Engine& StreamCursor::engine() const
+{
+    if (engine_ == nullptr) {
+        throw Error{errors::connectionClosed, "The connection of the recordset is closed.", std::string{sourceName}};
+    }
+    return *engine_;
+}
+
+std::size_t StreamCursor::keptRow() const
+{
+    static_cast<void>(engine());
+    if (live_ != nullptr || row_ == 0 || row_ > rows_) {
+        throw Error{errors::noCurrentRecord, "The cursor stands on no row.", std::string{sourceName}};
+    }
+    return row_ - 1;
+}
+
+void StreamCursor::rethrow() const
+{
+    try {
+        throw;
+    } catch (Error& error) {
+        if (error.statement.empty() && batch_ != nullptr) {
+            error.statement = batch_->text();
+        }
+        throw;
+    }
+}
+
+bool StreamCursor::stepLive()
+{
+    try {
+        onRow_ = engine_->database().step(live_);
+    } catch (...) {
+        live_ = nullptr;
+        onRow_ = false;
+        sqlite3_reset(lease_.get());
+        rethrow();
+    }
+    if (!onRow_) {
+        live_ = nullptr;
+        sqlite3_reset(lease_.get());
+    }
+    return onRow_;
+}
+
+bool StreamCursor::nextKept()
+{
+    static_cast<void>(engine());
+    if (row_ < rows_) {
+        ++row_;
+        return true;
+    }
+    if (failure_ != nullptr) {
+        try {
+            std::rethrow_exception(std::exchange(failure_, nullptr));
+        } catch (...) {
+            rethrow();
+        }
+    }
+    dropKept();
+    return false;
+}
+
+void StreamCursor::keepRow()
+{
+    for (std::size_t column = 0; column < layout_->readings.size(); ++column) {
+        values_.push_back(readValue(lease_.get(), static_cast<int>(column), layout_->readings[column]));
+    }
+    keepExtra();
+    ++rows_;
+}
+
+void StreamCursor::dropKept() noexcept
+{
+    live_ = nullptr;
+    waiting_ = false;
+    onRow_ = false;
+    std::vector<Variant>{}.swap(values_);
+    rows_ = 0;
+    row_ = 0;
+    failure_ = nullptr;
+    dropExtra();
+}
+
+} // namespace tamarok::embedded

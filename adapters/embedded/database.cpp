@@ -1,0 +1,144 @@
+#include "database.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <climits>
+#include <thread>
+
+#include "connect.h"
+#include "failures.h"
+#include "file_checks.h"
+
+namespace tamarok::embedded {
+
+namespace {
+
+constexpr int instructionsPerLookAtTheClock = 1000;
+constexpr std::int32_t openSeconds = 30;
+
+Deadline& deadlineOf(void* context)
+{
+    return static_cast<Database*>(context)->deadline();
+}
+
+int onProgress(void* context)
+{
+    return deadlineOf(context).expired() ? 1 : 0;
+}
+
+/// Waits for another session's write, a little longer each time.
+int onBusy(void* context, int attempt)
+{
+    if (deadlineOf(context).expired()) {
+        return 0;
+    }
+    static constexpr std::array milliseconds{1, 1, 2, 3, 5, 8, 12, 18, 25};
+    const auto index = std::min(static_cast<std::size_t>(attempt), milliseconds.size() - 1);
+    std::this_thread::sleep_for(std::chrono::milliseconds{milliseconds[index]});
+    return 1;
+}
+
+} // namespace
+
+Database::Database(const std::string& path, OpenMode mode, sql::DateOrder dateOrder) :
+    path_{path}, readOnly_{mode == OpenMode::ReadOnly}, functions_{dateOrder}
+{
+    const std::string name = readOnly_ ? readOnlyName(path) : path;
+    const int flags = (readOnly_ ? SQLITE_OPEN_READONLY | SQLITE_OPEN_URI : SQLITE_OPEN_READWRITE) |
+                      SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_PRIVATECACHE | SQLITE_OPEN_EXRESCODE;
+    sqlite3* opened = nullptr;
+    const int code = sqlite3_open_v2(name.c_str(), &opened, flags, nullptr);
+    handle_.reset(opened);
+    if (code != SQLITE_OK) {
+        raise(code);
+    }
+    checkHeader(handle(), path_, readOnly_);
+    configure();
+    setUp();
+}
+
+Database::Database(sql::DateOrder dateOrder) : functions_{dateOrder}
+{
+    sqlite3* opened = nullptr;
+    const int code = sqlite3_open_v2(":memory:", &opened,
+                                     SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX |
+                                         SQLITE_OPEN_PRIVATECACHE | SQLITE_OPEN_EXRESCODE,
+                                     nullptr);
+    handle_.reset(opened);
+    if (code != SQLITE_OK) {
+        raise(code);
+    }
+    configure();
+    run("PRAGMA foreign_keys=ON");
+}
+
+Database::~Database() = default;
+
+void Database::configure()
+{
+    sqlite3_busy_handler(handle(), &onBusy, this);
+    sqlite3_progress_handler(handle(), instructionsPerLookAtTheClock, &onProgress, this);
+    sqlite3_db_config(handle(), SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    sqlite3_db_config(handle(), SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    registerFunctions(handle(), functions_);
+    deadline_.arm(openSeconds);
+}
+
+void Database::setUp()
+{
+    try {
+        if (!readOnly_) {
+            run("PRAGMA journal_mode=WAL");
+            run("PRAGMA journal_size_limit=67108864");
+        }
+        run("PRAGMA foreign_keys=ON");
+        run("PRAGMA cache_size=-16384");
+        // Reads the schema, so that a damaged one is reported here.
+        number("SELECT count(*) FROM sqlite_schema");
+        checkLayout(number("PRAGMA application_id"), number("PRAGMA user_version"), path_);
+    } catch (Error& error) {
+        error.addContext("Cannot open the database '" + path_ + "'");
+        throw;
+    }
+}
+
+Compiled Database::compile(std::string_view text, std::string_view* rest, bool keep) const
+{
+    if (text.size() > static_cast<std::size_t>(INT_MAX)) {
+        raise(SQLITE_TOOBIG);
+    }
+    sqlite3_stmt* statement = nullptr;
+    const char* tail = nullptr;
+    const int code = sqlite3_prepare_v3(handle(), text.data(), static_cast<int>(text.size()),
+                                        keep ? SQLITE_PREPARE_PERSISTENT : 0U, &statement, &tail);
+    Compiled compiled{statement};
+    if (code != SQLITE_OK) {
+        raise(code);
+    }
+    if (rest != nullptr) {
+        *rest = text.substr(static_cast<std::size_t>(tail - text.data()));
+    }
+    return compiled;
+}
+
+void Database::run(std::string_view text) const
+{
+    while (!text.empty()) {
+        const Compiled statement = compile(text, &text);
+        while (statement != nullptr && step(statement.get())) {}
+    }
+}
+
+std::int64_t Database::number(std::string_view text) const
+{
+    const Compiled statement = compile(text);
+    return step(statement.get()) ? sqlite3_column_int64(statement.get(), 0) : 0;
+}
+
+void Database::raise(int code) const
+{
+    throw failure(handle(), code, path_);
+}
+
+} // namespace tamarok::embedded

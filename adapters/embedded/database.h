@@ -1,0 +1,82 @@
+#pragma once
+
+#include <memory>
+#include <sqlite3.h>
+#include <string>
+#include <string_view>
+
+#include "deadline.h"
+#include "functions.h"
+
+namespace tamarok::embedded {
+
+enum class OpenMode : std::uint8_t;
+
+struct FinalizeStatement {
+    void operator()(sqlite3_stmt* statement) const noexcept { sqlite3_finalize(statement); }
+};
+/// A compiled SQLite statement.
+using Compiled = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
+
+/// One open SQLite database with the functions of the engine, and the clock that bounds what runs
+/// on it. It neither moves nor copies, since SQLite keeps its address.
+class Database {
+public:
+    /// Opens a file that `checkDatabaseFile` and `createDatabaseFile` know; see connect.h.
+    Database(const std::string& path, OpenMode mode, sql::DateOrder dateOrder);
+    /// A database in memory, seen by nobody else.
+    explicit Database(sql::DateOrder dateOrder);
+
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+    ~Database();
+
+    sqlite3* handle() const noexcept { return handle_.get(); }
+    /// Empty for a database in memory.
+    const std::string& path() const noexcept { return path_; }
+    bool readOnly() const noexcept { return readOnly_; }
+    Deadline& deadline() noexcept { return deadline_; }
+    FunctionContext& functionContext() noexcept { return functions_; }
+
+    /// True while a transaction of several statements is open.
+    bool inTransaction() const noexcept { return sqlite3_get_autocommit(handle()) == 0; }
+
+    /// Compiles one statement; `rest` gets what stands behind it. Null for a text without a statement.
+    Compiled compile(std::string_view text, std::string_view* rest = nullptr, bool keep = false) const;
+
+    /// Steps; true where there is a row. Throws what SQLite reports.
+    bool step(sqlite3_stmt* statement) const
+    {
+        const int code = sqlite3_step(statement);
+        if (code == SQLITE_ROW) {
+            return true;
+        }
+        if (code != SQLITE_DONE) [[unlikely]] {
+            raise(code);
+        }
+        return false;
+    }
+
+    /// Runs a text of one or more statements to its end.
+    void run(std::string_view text) const;
+    /// First column of the first row of a statement, 0 where there is none.
+    std::int64_t number(std::string_view text) const;
+
+    [[noreturn]] void raise(int code) const;
+
+private:
+    struct CloseHandle {
+        void operator()(sqlite3* handle) const noexcept { sqlite3_close_v2(handle); }
+    };
+
+    void configure();
+    void setUp();
+
+    std::string path_;
+    bool readOnly_ = false;
+    Deadline deadline_;
+    FunctionContext functions_;
+    std::unique_ptr<sqlite3, CloseHandle> handle_;
+};
+
+} // namespace tamarok::embedded

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+
+namespace tamarok::embedded {
+
+/// The time that one statement may take inside the database. The clock starts with the first look
+/// at it, so that stepping through rows that come quickly never reads the clock.
+class Deadline {
+public:
+    using Clock = std::chrono::steady_clock;
+
+    /// @param seconds  0 is without limit
+    void arm(std::int32_t seconds) noexcept
+    {
+        seconds_ = seconds;
+        running_ = false;
+    }
+
+    bool expired() noexcept
+    {
+        if (seconds_ <= 0) {
+            return false;
+        }
+        const Clock::time_point now = Clock::now();
+        if (!running_) {
+            running_ = true;
+            end_ = now + std::chrono::seconds{seconds_};
+            return false;
+        }
+        return now >= end_;
+    }
+
+    std::int32_t seconds() const noexcept { return seconds_; }
+
+private:
+    std::int32_t seconds_ = 0;
+    bool running_ = false;
+    Clock::time_point end_;
+};
+
+} // namespace tamarok::embedded

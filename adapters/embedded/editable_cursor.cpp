@@ -1,0 +1,211 @@
+#include "editable_cursor.h"
+
+#include <algorithm>
+
+#include "engine.h"
+#include "failures.h"
+#include "procedures.h"
+
+namespace tamarok::embedded {
+
+namespace {
+
+bool sameName(std::string_view a, std::string_view b) noexcept
+{
+    const CompareNames less;
+    return !less(a, b) && !less(b, a);
+}
+
+void bindAssignments(sqlite3_stmt* statement, std::span<const ado::Assignment> assignments)
+{
+    int position = 0;
+    for (const ado::Assignment& assignment : assignments) {
+        bindValue(statement, ++position, assignment.value);
+    }
+}
+
+} // namespace
+
+EditableCursor::EditableCursor(Engine& engine, std::shared_ptr<const CachedBatch> batch, Lease lease,
+                               const ado::Statement& statement, const sql::Table& table) :
+    StreamCursor{engine, std::move(batch), std::move(lease), statement.timeoutSeconds},
+    table_{table}, parameters_{statement.parameters.begin(), statement.parameters.end()}
+{}
+
+EditableCursor::~EditableCursor()
+{
+    releaseLock();
+}
+
+bool EditableCursor::next()
+{
+    settle();
+    return StreamCursor::next();
+}
+
+std::int64_t EditableCursor::rowKey() const
+{
+    return keys_.at(keptRow());
+}
+
+void EditableCursor::lockRow(std::int64_t key)
+{
+    if (held_ && held_->key == key) {
+        return;
+    }
+    releaseLock();
+    engine().database().deadline().arm(timeoutSeconds());
+    try {
+        held_ = HeldLock{key, engine().lockRow(table_, key)};
+    } catch (...) {
+        rethrow();
+    }
+}
+
+void EditableCursor::unlockRow()
+{
+    releaseLock();
+}
+
+void EditableCursor::updateRow(std::int64_t key, std::span<const ado::Assignment> assignments)
+{
+    if (assignments.empty()) {
+        return;
+    }
+    std::string text = "UPDATE " + table_.sqliteName + " SET ";
+    for (const ado::Assignment& assignment : assignments) {
+        const sql::TableColumn& column = target(assignment.column);
+        text += quoted(column.name) + "=" + storageExpression(column.type) + ",";
+    }
+    text.back() = ' ';
+    changeRow(key, text + "WHERE rowid=?", assignments);
+}
+
+std::int64_t EditableCursor::insertRow(std::span<const ado::Assignment> assignments)
+{
+    std::string names;
+    std::string values;
+    for (const ado::Assignment& assignment : assignments) {
+        const sql::TableColumn& column = target(assignment.column);
+        names += (names.empty() ? "" : ",") + quoted(column.name);
+        values += (values.empty() ? "" : ",") + storageExpression(column.type);
+    }
+    Engine& engine = this->engine();
+    engine.database().deadline().arm(timeoutSeconds());
+    try {
+        engine.settleCursors();
+        const Compiled statement = engine.database().compile(
+            "INSERT INTO " + table_.sqliteName +
+            (names.empty() ? std::string{" DEFAULT VALUES"} : "(" + names + ") VALUES(" + values + ")"));
+        bindAssignments(statement.get(), assignments);
+        engine.database().step(statement.get());
+    } catch (...) {
+        rethrow();
+    }
+    return sqlite3_last_insert_rowid(engine.database().handle());
+}
+
+void EditableCursor::deleteRow(std::int64_t key)
+{
+    changeRow(key, "DELETE FROM " + table_.sqliteName + " WHERE rowid=?", {});
+    if (held_ && held_->key == key) {
+        releaseLock();
+    }
+}
+
+bool EditableCursor::readRow(std::int64_t key, std::vector<Variant>& values)
+{
+    Engine& engine = this->engine();
+    engine.database().deadline().arm(timeoutSeconds());
+    try {
+        const Compiled row = engine.database().compile(readText());
+        const int last = sqlite3_bind_parameter_count(row.get());
+        if (last > 1) {
+            bindParameters(row.get(), step().parameters, parameters_);
+        }
+        sqlite3_bind_int64(row.get(), last, key);
+        if (!engine.database().step(row.get())) {
+            return false;
+        }
+        values.clear();
+        for (std::size_t i = 0; i < layout().readings.size(); ++i) {
+            values.push_back(readValue(row.get(), static_cast<int>(i), layout().readings[i]));
+        }
+    } catch (...) {
+        rethrow();
+    }
+    return true;
+}
+
+void EditableCursor::abandon() noexcept
+{
+    releaseLock();
+    StreamCursor::abandon();
+}
+
+void EditableCursor::keepExtra()
+{
+    keys_.push_back(sqlite3_column_int64(statement(), static_cast<int>(layout().readings.size())));
+}
+
+const sql::TableColumn& EditableCursor::target(std::size_t column) const
+{
+    const std::string& name = layout().columns.at(column).baseColumn;
+    const auto found = std::ranges::find_if(
+        table_.columns, [&name](const sql::TableColumn& candidate) { return sameName(candidate.name, name); });
+    if (name.empty() || found == table_.columns.end()) {
+        throw Error{errors::readOnlyRecordset,
+                    "Column " + std::to_string(column) + " of the recordset is an expression and cannot be changed.",
+                    std::string{sourceName}};
+    }
+    return *found;
+}
+
+std::string EditableCursor::readText() const
+{
+    const bool plain = std::ranges::none_of(layout().columns, [](const auto& c) { return c.baseColumn.empty(); });
+    std::string names;
+    for (std::size_t i = 0; i < layout().columns.size(); ++i) {
+        names += (plain ? quoted(layout().columns[i].baseColumn) : "c" + std::to_string(i)) + ",";
+    }
+    if (plain) {
+        names.back() = ' ';
+        return "SELECT " + names + "FROM " + table_.sqliteName + " WHERE rowid=?";
+    }
+    return "WITH q(" + names + "k) AS (" + step().text + ") SELECT * FROM q WHERE k=?";
+}
+
+void EditableCursor::changeRow(std::int64_t key, const std::string& text, std::span<const ado::Assignment> assignments)
+{
+    Engine& engine = this->engine();
+    engine.database().deadline().arm(timeoutSeconds());
+    try {
+        const Compiled statement = engine.database().compile(text);
+        bindAssignments(statement.get(), assignments);
+        sqlite3_bind_int64(statement.get(), static_cast<int>(assignments.size()) + 1, key);
+        const std::int64_t position = RowLocks::position(table_.name, key);
+        const auto conflict = [position](std::span<const RowLocks::Span> held) -> std::optional<std::int64_t> {
+            const bool met = std::ranges::any_of(held, [&](const auto& span) { return span.contains(position); });
+            return met ? std::optional{position} : std::nullopt;
+        };
+        engine.changeRows(table_, conflict, [&] {
+            sqlite3_reset(statement.get());
+            engine.database().step(statement.get());
+            if (sqlite3_changes64(engine.database().handle()) == 0) {
+                throw rowGoneFailure(table_.name);
+            }
+        });
+    } catch (...) {
+        rethrow();
+    }
+}
+
+void EditableCursor::releaseLock() noexcept
+{
+    if (held_) {
+        engineOrNull()->unlockRow(held_->position);
+        held_.reset();
+    }
+}
+
+} // namespace tamarok::embedded

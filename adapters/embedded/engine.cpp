@@ -1,0 +1,253 @@
+#include "engine.h"
+
+#include <array>
+#include <utility>
+
+#include "editable_cursor.h"
+#include "failures.h"
+
+namespace tamarok::embedded {
+
+namespace {
+
+using Kind = sql::Step::Kind;
+
+struct NamedOrder {
+    std::string_view name;
+    sql::DateOrder order;
+};
+constexpr std::array namedOrders{
+    NamedOrder{"dmy", sql::DateOrder::Dmy}, NamedOrder{"mdy", sql::DateOrder::Mdy},
+    NamedOrder{"ymd", sql::DateOrder::Ymd}, NamedOrder{"ydm", sql::DateOrder::Ydm},
+    NamedOrder{"myd", sql::DateOrder::Myd}, NamedOrder{"dym", sql::DateOrder::Dym},
+};
+
+/// Runs `work`; an error that leaves it carries the statement's text.
+template <class Work>
+auto withStatement(std::string_view text, const Work& work)
+{
+    try {
+        return work();
+    } catch (Error& error) {
+        if (error.statement.empty()) {
+            error.statement = text;
+        }
+        if (error.source.empty()) {
+            error.source = sourceName;
+        }
+        throw;
+    }
+}
+
+/// What a step that is no SQL does, as a comment.
+std::string remark(const sql::Step& step)
+{
+    switch (step.kind) {
+    case Kind::Procedure: return "-- EXEC " + step.target;
+    case Kind::Begin: return "-- BEGIN TRANSACTION";
+    case Kind::Commit: return "-- COMMIT TRANSACTION";
+    case Kind::Rollback: return "-- ROLLBACK TRANSACTION";
+    case Kind::NoCount: return step.flag ? "-- SET NOCOUNT ON" : "-- SET NOCOUNT OFF";
+    case Kind::DateFormat: return "-- SET DATEFORMAT " + step.target;
+    case Kind::Jump: return "-- to step " + std::to_string(step.jump + 1);
+    case Kind::JumpUnless: return step.text + " -- 0: to step " + std::to_string(step.jump + 1);
+    default: return step.text.empty() ? "-- nothing" : step.text;
+    }
+}
+
+} // namespace
+
+Engine::Engine(std::unique_ptr<Database> database, ProcedureRegistry procedures) :
+    database_{std::move(database)}, procedures_{std::move(procedures)}, catalog_{*database_}, locks_{database_->path()},
+    begin_{database_->compile("BEGIN IMMEDIATE", nullptr, true)}, commit_{database_->compile("COMMIT", nullptr, true)}
+{}
+
+Engine::~Engine()
+{
+    for (StreamCursor* const cursor : cursors_) {
+        cursor->abandon();
+    }
+}
+
+std::unique_ptr<ado::Cursor> Engine::open(const ado::Statement& statement)
+{
+    return withStatement(statement.text, [&]() -> std::unique_ptr<ado::Cursor> {
+        database_->deadline().arm(statement.timeoutSeconds);
+        if (!statement.procedure) {
+            return openText(statement);
+        }
+        callProcedure(statement);
+        return std::make_unique<StreamCursor>(*this, nullptr, Lease{}, statement.timeoutSeconds);
+    });
+}
+
+std::int64_t Engine::execute(const ado::Statement& statement)
+{
+    return withStatement(statement.text, [&]() -> std::int64_t {
+        database_->deadline().arm(statement.timeoutSeconds);
+        if (!statement.procedure) {
+            return executeText(statement.text, statement.parameters);
+        }
+        callProcedure(statement);
+        return -1;
+    });
+}
+
+std::string Engine::translate(std::string_view text)
+{
+    return withStatement(text, [&] {
+        database_->deadline().arm(0);
+        const auto batch = statements_.batch(text);
+        std::string translated;
+        for (std::size_t index = 0; index < batch->size(); ++index) {
+            translated += remark(stepOf(*batch, index)->step) + "\n";
+        }
+        return translated;
+    });
+}
+
+const std::shared_ptr<CachedStep>& Engine::stepOf(CachedBatch& batch, std::size_t index, bool withRowKey)
+{
+    return batch.step(index, withRowKey, catalog_, database_->functionContext().dateOrder);
+}
+
+std::unique_ptr<StreamCursor> Engine::openText(const ado::Statement& statement)
+{
+    const auto batch = statements_.batch(statement.text);
+    std::int64_t counted = -1;
+    for (std::size_t index = 0; index < batch->size();) {
+        const std::shared_ptr<CachedStep> step = stepOf(*batch, index);
+        if (step->step.kind != Kind::Query) {
+            index = runStep(step, index, statement.parameters, counted);
+            continue;
+        }
+        auto cursor = openQuery(batch, index, statement);
+        if (actsBehind(*batch, index + 1)) {
+            cursor->settle();
+            runFrom(*batch, index + 1, statement.parameters, counted);
+        }
+        return cursor;
+    }
+    return std::make_unique<StreamCursor>(*this, batch, Lease{}, statement.timeoutSeconds);
+}
+
+std::unique_ptr<StreamCursor> Engine::openQuery(const std::shared_ptr<CachedBatch>& batch, std::size_t index,
+                                                const ado::Statement& statement)
+{
+    const bool editable = statement.lockType != ado::LockType::ReadOnly &&
+                          statement.lockType != ado::LockType::Unspecified && !database_->readOnly();
+    constexpr int attempts = 3;
+    for (int attempt = 1;; ++attempt) {
+        const std::shared_ptr<CachedStep> step = stepOf(*batch, index, editable);
+        Lease lease{step, *database_};
+        bindParameters(lease.get(), step->step.parameters, statement.parameters);
+        std::unique_ptr<StreamCursor> cursor;
+        const sql::Table* const table = editable ? catalog_.table(step->step.keyTable) : nullptr;
+        if (table != nullptr) {
+            cursor = std::make_unique<EditableCursor>(*this, batch, std::move(lease), statement, *table);
+        } else {
+            cursor = std::make_unique<StreamCursor>(*this, batch, std::move(lease), statement.timeoutSeconds);
+        }
+        cursor->start();
+        if (!cursor->outdated() || attempt == attempts) {
+            return cursor;
+        }
+        // Another session changed the schema since the translation: what "*" means may have changed.
+        catalog_.forget();
+    }
+}
+
+std::int64_t Engine::executeText(std::string_view text, Parameters parameters)
+{
+    const auto batch = statements_.batch(text);
+    std::int64_t counted = -1;
+    runFrom(*batch, 0, parameters, counted);
+    return counted;
+}
+
+void Engine::runFrom(CachedBatch& batch, std::size_t index, Parameters parameters, std::int64_t& counted)
+{
+    while (index < batch.size()) {
+        // A reference of its own, since the step may change the schema and with it the cache.
+        const std::shared_ptr<CachedStep> step = stepOf(batch, index);
+        index = runStep(step, index, parameters, counted);
+    }
+}
+
+std::size_t Engine::runStep(const std::shared_ptr<CachedStep>& step, std::size_t index, Parameters parameters,
+                            std::int64_t& counted)
+{
+    switch (step->step.kind) {
+    case Kind::Query: drain(step, parameters); break;
+    case Kind::Insert:
+        runInsert(step, parameters);
+        countChanges(counted);
+        break;
+    case Kind::Update:
+    case Kind::Delete:
+        runChange(step, parameters);
+        countChanges(counted);
+        break;
+    case Kind::Define: runDefinition(step->step.text); break;
+    case Kind::Procedure: runProcedure(step->step.target, step->step.arguments, parameters); break;
+    case Kind::Begin: begin(); break;
+    case Kind::Commit: commit(); break;
+    case Kind::Rollback: rollback(); break;
+    case Kind::NoCount: noCount_ = step->step.flag; break;
+    case Kind::DateFormat: setDateOrder(step->step.target); break;
+    case Kind::Nothing: break;
+    case Kind::JumpUnless: return runCondition(step, parameters) ? index + 1 : step->step.jump;
+    case Kind::Jump: return step->step.jump;
+    }
+    return index + 1;
+}
+
+bool Engine::actsBehind(CachedBatch& batch, std::size_t index)
+{
+    while (index < batch.size()) {
+        const sql::Step& step = stepOf(batch, index)->step;
+        if (step.kind == Kind::Jump) {
+            index = step.jump;
+        } else if (step.kind == Kind::Nothing || step.kind == Kind::Query) {
+            ++index;
+        } else {
+            return true;
+        }
+    }
+    return false;
+}
+
+void Engine::countChanges(std::int64_t& counted) const
+{
+    if (!noCount_) {
+        counted = sqlite3_changes64(database_->handle());
+    }
+}
+
+void Engine::drain(const std::shared_ptr<CachedStep>& step, Parameters parameters)
+{
+    const Lease lease{step, *database_};
+    bindParameters(lease.get(), step->step.parameters, parameters);
+    while (database_->step(lease.get())) {}
+}
+
+bool Engine::runCondition(const std::shared_ptr<CachedStep>& step, Parameters parameters)
+{
+    const Lease lease{step, *database_};
+    bindParameters(lease.get(), step->step.parameters, parameters);
+    return database_->step(lease.get()) && sqlite3_column_int(lease.get(), 0) != 0;
+}
+
+void Engine::setDateOrder(std::string_view name)
+{
+    const CompareNames less;
+    for (const NamedOrder& candidate : namedOrders) {
+        if (!less(name, candidate.name) && !less(candidate.name, name)) {
+            database_->functionContext().dateOrder = candidate.order;
+            return;
+        }
+    }
+    throw failure(0, "SET DATEFORMAT: '" + std::string{name} + "' is no date order.");
+}
+
+} // namespace tamarok::embedded

@@ -1,0 +1,108 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cursor.h"
+#include "database.h"
+#include "procedures.h"
+#include "row_locks.h"
+#include "schema_catalog.h"
+#include "statement_cache.h"
+
+#include "tamarok/ado_backend.h"
+
+namespace tamarok::embedded {
+
+/// What a connection consists of: the database, its catalog, its statements, its row locks and the
+/// transaction it is in. Cursors work on it until it closes.
+class Engine {
+public:
+    Engine(std::unique_ptr<Database> database, ProcedureRegistry procedures);
+    Engine(const Engine&) = delete;
+    Engine& operator=(const Engine&) = delete;
+    ~Engine();
+
+    std::unique_ptr<ado::Cursor> open(const ado::Statement& statement);
+    std::int64_t execute(const ado::Statement& statement);
+    std::string translate(std::string_view text);
+
+    void begin();
+    void commit();
+    void rollback();
+
+    Database& database() noexcept { return *database_; }
+    const SchemaCatalog& catalog() const noexcept { return catalog_; }
+
+    void enter(StreamCursor& cursor) { cursors_.push_back(&cursor); }
+    void leave(StreamCursor& cursor) noexcept { std::erase(cursors_, &cursor); }
+
+    /// Tells which of the spans held by others `touched` meets: a position of the lock file.
+    using Conflict = std::function<std::optional<std::int64_t>(std::span<const RowLocks::Span> held)>;
+    /// Changes rows of a table in one transaction with the look at the row locks; waits, without
+    /// holding anything, while somebody else holds a touched row. Error 0x80040E31 at the deadline.
+    void changeRows(const sql::Table& table, const Conflict& conflict, const std::function<void()>& change);
+
+    /// Locks a row for a cursor. @return its position, for `unlockRow`
+    /// Errors: 0x80040E31 somebody else keeps it, 0x80040E23 the row has gone.
+    std::int64_t lockRow(const sql::Table& table, std::int64_t key);
+    void unlockRow(std::int64_t position) noexcept { locks_.unlock(position); }
+
+    /// Takes the rows that open cursors still have to give out of the database's way.
+    void settleCursors() noexcept;
+
+    static bool isTemporary(std::string_view table) noexcept { return table.starts_with('#'); }
+
+private:
+    class WriteScope;
+    class ProcedureRun;
+    struct RowBusy { ///< thrown by a change inside a procedure, which is then run again
+        std::int64_t position;
+        std::string table;
+    };
+    using Parameters = std::span<const ado::Parameter>;
+
+    const std::shared_ptr<CachedStep>& stepOf(CachedBatch& batch, std::size_t index, bool withRowKey = false);
+    std::unique_ptr<StreamCursor> openText(const ado::Statement& statement);
+    std::unique_ptr<StreamCursor> openQuery(const std::shared_ptr<CachedBatch>& batch, std::size_t index,
+                                            const ado::Statement& statement);
+    std::int64_t executeText(std::string_view text, Parameters parameters);
+    void runFrom(CachedBatch& batch, std::size_t index, Parameters parameters, std::int64_t& counted);
+    std::size_t runStep(const std::shared_ptr<CachedStep>& step, std::size_t index, Parameters parameters,
+                        std::int64_t& counted);
+    bool actsBehind(CachedBatch& batch, std::size_t index);
+    void runChange(const std::shared_ptr<CachedStep>& step, Parameters parameters);
+    void runInsert(const std::shared_ptr<CachedStep>& step, Parameters parameters);
+    void countChanges(std::int64_t& counted) const;
+    void runDefinition(const std::string& text);
+    /// Runs `work` so that all it writes is written or nothing.
+    void runTogether(const std::function<void()>& work);
+    bool runCondition(const std::shared_ptr<CachedStep>& step, Parameters parameters);
+    void drain(const std::shared_ptr<CachedStep>& step, Parameters parameters);
+    void callProcedure(const ado::Statement& statement);
+    std::optional<std::int64_t> probe(const std::shared_ptr<CachedStep>& step, Parameters parameters,
+                                      const sql::Table& table, std::span<const RowLocks::Span> held);
+    void runProcedure(std::string_view name, std::span<const sql::Argument> arguments, Parameters parameters);
+    void setDateOrder(std::string_view name);
+    void waitUntilFree(std::int64_t position, std::string_view table);
+    bool rowExists(const sql::Table& table, std::int64_t key);
+
+    std::unique_ptr<Database> database_;
+    ProcedureRegistry procedures_;
+    SchemaCatalog catalog_;
+    StatementCache statements_;
+    RowLocks locks_;
+    std::vector<StreamCursor*> cursors_;
+    std::int32_t depth_ = 0;  ///< of BEGIN TRANSACTION
+    bool noCount_ = false;    ///< SET NOCOUNT ON
+    bool repeatable_ = false; ///< the open transaction is a procedure's own, which can be run again
+    Compiled begin_;
+    Compiled commit_;
+};
+
+} // namespace tamarok::embedded

@@ -1,0 +1,238 @@
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <thread>
+
+#include "engine.h"
+#include "failures.h"
+
+namespace tamarok::embedded {
+
+/// A write transaction of the engine's own around one change; none where the caller has one open.
+/// Whoever leaves without `commit` rolls back.
+class Engine::WriteScope {
+public:
+    explicit WriteScope(Engine& engine) : engine_{engine}, own_{!engine.database_->inTransaction()}
+    {
+        if (own_) {
+            runKept(engine_.begin_.get());
+        }
+    }
+    WriteScope(const WriteScope&) = delete;
+    WriteScope& operator=(const WriteScope&) = delete;
+    ~WriteScope()
+    {
+        if (own_ && engine_.database_->inTransaction()) {
+            sqlite3_exec(engine_.database_->handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+        }
+    }
+
+    void commit()
+    {
+        if (own_) {
+            runKept(engine_.commit_.get());
+        }
+    }
+
+private:
+    void runKept(sqlite3_stmt* statement)
+    {
+        const int code = sqlite3_step(statement);
+        if (code != SQLITE_DONE) {
+            const Error error = failure(engine_.database_->handle(), code, engine_.database_->path());
+            sqlite3_reset(statement);
+            throw error;
+        }
+        sqlite3_reset(statement);
+    }
+
+    Engine& engine_;
+    bool own_;
+};
+
+void Engine::settleCursors() noexcept
+{
+    for (StreamCursor* const cursor : cursors_) {
+        cursor->settle();
+    }
+}
+
+void Engine::changeRows(const sql::Table& table, const Conflict& conflict, const std::function<void()>& change)
+{
+    settleCursors();
+    if (isTemporary(table.name) || database_->path().empty()) {
+        change();
+        return;
+    }
+    for (;;) {
+        std::optional<std::int64_t> busy;
+        {
+            WriteScope scope{*this};
+            const std::vector<RowLocks::Span> held = locks_.heldByOthers(table.name);
+            if (!held.empty()) {
+                busy = conflict(held);
+            }
+            if (!busy) {
+                change();
+                scope.commit();
+                return;
+            }
+        }
+        if (repeatable_) {
+            // The procedure has the write lock: it lets go of it before it waits.
+            throw RowBusy{*busy, table.name};
+        }
+        waitUntilFree(*busy, table.name);
+    }
+}
+
+std::int64_t Engine::lockRow(const sql::Table& table, std::int64_t key)
+{
+    const std::int64_t position = RowLocks::position(table.name, key);
+    settleCursors();
+    for (;;) {
+        {
+            // Under the write lock, so that no change of the row is under way that looked at the
+            // locks before this one was there.
+            WriteScope scope{*this};
+            if (locks_.tryLock(position)) {
+                try {
+                    if (rowExists(table, key)) {
+                        scope.commit();
+                        return position;
+                    }
+                } catch (...) {
+                    locks_.unlock(position);
+                    throw;
+                }
+                locks_.unlock(position);
+                throw rowGoneFailure(table.name);
+            }
+        }
+        waitUntilFree(position, table.name);
+    }
+}
+
+void Engine::runChange(const std::shared_ptr<CachedStep>& step, Parameters parameters)
+{
+    const Lease lease{step, *database_};
+    bindParameters(lease.get(), step->step.parameters, parameters);
+    const sql::Table* const table = catalog_.table(step->step.target);
+    if (table == nullptr) {
+        throw failure(208, "Invalid object name '" + step->step.target + "'.");
+    }
+    changeRows(
+        *table, [&](std::span<const RowLocks::Span> held) { return probe(step, parameters, *table, held); },
+        [&] {
+            while (database_->step(lease.get())) {}
+        });
+}
+
+void Engine::runInsert(const std::shared_ptr<CachedStep>& step, Parameters parameters)
+{
+    settleCursors();
+    const Lease lease{step, *database_};
+    bindParameters(lease.get(), step->step.parameters, parameters);
+    while (database_->step(lease.get())) {}
+}
+
+void Engine::runDefinition(const std::string& text)
+{
+    settleCursors();
+    std::string_view rest;
+    const Compiled first = database_->compile(text, &rest);
+    if (rest.find_first_not_of(" \t\r\n;") == std::string_view::npos) {
+        while (database_->step(first.get())) {}
+    } else {
+        runTogether([&] { database_->run(text); });
+    }
+    catalog_.forget();
+}
+
+void Engine::runTogether(const std::function<void()>& work)
+{
+    if (!database_->inTransaction()) {
+        WriteScope scope{*this};
+        work();
+        scope.commit();
+        return;
+    }
+    database_->run("SAVEPOINT together");
+    try {
+        work();
+    } catch (...) {
+        sqlite3_exec(database_->handle(), "ROLLBACK TO together; RELEASE together", nullptr, nullptr, nullptr);
+        throw;
+    }
+    database_->run("RELEASE together");
+}
+
+std::optional<std::int64_t> Engine::probe(const std::shared_ptr<CachedStep>& step, Parameters parameters,
+                                          const sql::Table& table, std::span<const RowLocks::Span> held)
+{
+    const Lease lease{step, *database_, true};
+    bindParameters(lease.get(), step->step.probeParameters, parameters);
+    while (database_->step(lease.get())) {
+        const std::int64_t position = RowLocks::position(table.name, sqlite3_column_int64(lease.get(), 0));
+        if (std::ranges::any_of(held, [position](const auto& span) { return span.contains(position); })) {
+            return position;
+        }
+    }
+    return std::nullopt;
+}
+
+void Engine::waitUntilFree(std::int64_t position, std::string_view table)
+{
+    static constexpr std::array milliseconds{1, 2, 3, 5, 8, 12, 20};
+    for (std::size_t look = 0; locks_.firstHeld(position, position).has_value(); ++look) {
+        if (database_->deadline().expired()) {
+            throw timeoutFailure("another session holds a row of table '" + std::string{table} + "'");
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds{milliseconds[std::min(look, milliseconds.size() - 1)]});
+    }
+}
+
+bool Engine::rowExists(const sql::Table& table, std::int64_t key)
+{
+    const Compiled statement = database_->compile("SELECT 1 FROM " + table.sqliteName + " WHERE rowid=?");
+    sqlite3_bind_int64(statement.get(), 1, key);
+    return database_->step(statement.get());
+}
+
+void Engine::begin()
+{
+    settleCursors();
+    if (!database_->inTransaction()) {
+        depth_ = 0;
+        database_->run("BEGIN IMMEDIATE");
+    }
+    ++depth_;
+}
+
+void Engine::commit()
+{
+    if (depth_ == 0 || !database_->inTransaction()) {
+        depth_ = 0;
+        throw failure(native::commitWithoutBegin, "COMMIT TRANSACTION without a transaction: none was begun, or a "
+                                                  "failure has rolled it back.");
+    }
+    if (depth_ == 1) {
+        database_->run("COMMIT");
+    }
+    --depth_;
+}
+
+void Engine::rollback()
+{
+    if (depth_ == 0 || !database_->inTransaction()) {
+        depth_ = 0;
+        throw failure(native::rollbackWithoutBegin, "ROLLBACK TRANSACTION without a transaction: none was begun, or "
+                                                    "a failure has rolled it back.");
+    }
+    settleCursors();
+    depth_ = 0;
+    database_->run("ROLLBACK");
+    catalog_.forget();
+}
+
+} // namespace tamarok::embedded

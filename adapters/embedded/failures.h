@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "tamarok/error.h"
+
+struct sqlite3;
+
+/// Failures of the embedded database as errors of the provider.
+namespace tamarok::embedded {
+
+inline constexpr std::string_view sourceName = "Tamarok embedded database";
+
+/// The server's own numbers that the engine itself raises.
+namespace native {
+inline constexpr std::int32_t timeout = -2;
+inline constexpr std::int32_t parameterMissing = 201;
+inline constexpr std::int32_t nullNotAllowed = 515;
+inline constexpr std::int32_t checkFailed = 547;
+inline constexpr std::int32_t outOfMemory = 701;
+inline constexpr std::int32_t readWriteFailed = 823;
+inline constexpr std::int32_t corrupt = 824;
+inline constexpr std::int32_t diskFull = 1105;
+inline constexpr std::int32_t duplicateInIndex = 2601;
+inline constexpr std::int32_t duplicateKey = 2627;
+inline constexpr std::int32_t procedureUnknown = 2812;
+inline constexpr std::int32_t commitWithoutBegin = 3902;
+inline constexpr std::int32_t rollbackWithoutBegin = 3903;
+inline constexpr std::int32_t readOnlyDatabase = 3906;
+inline constexpr std::int32_t cannotOpen = 5120;
+inline constexpr std::int32_t tooManyArguments = 8144;
+inline constexpr std::int32_t argumentUnknown = 8145;
+} // namespace native
+
+inline constexpr std::int32_t rowDeleted = static_cast<std::int32_t>(0x80040E23U);
+
+/// Error of one of the server's numbers: provider number and SQLSTATE follow from it.
+Error failure(std::int32_t nativeError, std::string description);
+
+/// Error for a result code that SQLite has just given on `database`.
+/// @param path  the database file, for failures that are the file's; may be empty
+Error failure(sqlite3* database, int code, std::string_view path);
+
+/// The statement took longer than it may. @param what  what it waited for, or empty
+Error timeoutFailure(std::string_view what);
+
+/// The row of `table` that an editable cursor stood on has been deleted: Error 0x80040E23.
+Error rowGoneFailure(std::string_view table);
+
+/// Opening `path` failed for `reason`, a clause without full stop.
+Error openFailure(std::string_view path, std::string_view reason);
+
+} // namespace tamarok::embedded

@@ -1,0 +1,55 @@
+#include "procedures.h"
+
+#include <algorithm>
+
+#include "procedures/optionen_ins.h"
+
+namespace tamarok::embedded {
+
+namespace {
+
+constexpr char upper(char letter) noexcept
+{
+    return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+}
+
+/// The last part of a name of several parts, without brackets or quotes.
+std::string_view lastPart(std::string_view name) noexcept
+{
+    if (name.size() >= 2 && (name.ends_with(']') || name.ends_with('"'))) {
+        const char opening = name.back() == ']' ? '[' : '"';
+        name.remove_suffix(1);
+        const std::size_t begin = name.rfind(opening);
+        return begin == std::string_view::npos ? name : name.substr(begin + 1);
+    }
+    const std::size_t point = name.rfind('.');
+    return point == std::string_view::npos ? name : name.substr(point + 1);
+}
+
+} // namespace
+
+bool CompareNames::operator()(std::string_view a, std::string_view b) const noexcept
+{
+    return std::ranges::lexicographical_compare(a, b, {}, upper, upper);
+}
+
+void ProcedureRegistry::add(Procedure procedure)
+{
+    std::string name = procedure.name;
+    procedures_.insert_or_assign(std::move(name), std::move(procedure));
+}
+
+const Procedure* ProcedureRegistry::find(std::string_view name) const
+{
+    const auto found = procedures_.find(lastPart(name));
+    return found == procedures_.end() ? nullptr : &found->second;
+}
+
+ProcedureRegistry builtInProcedures()
+{
+    ProcedureRegistry registry;
+    registry.add(optionenIns());
+    return registry;
+}
+
+} // namespace tamarok::embedded

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "database.h"
+#include "procedures.h"
+#include "sql/batch.h"
+
+namespace tamarok::embedded {
+
+/// The tables and views of an open database, temporary tables included. The names are read at once,
+/// the columns of a table when it is first asked for.
+class SchemaCatalog final : public sql::Catalog {
+public:
+    explicit SchemaCatalog(Database& database) : database_{database} {}
+
+    const sql::Table* table(std::string_view name) const override;
+
+    /// Counts the changes of the schema that have been seen; what was translated under an older
+    /// number is out of date.
+    std::uint64_t generation() const noexcept { return generation_; }
+
+    /// The schema has changed, or may have.
+    void forget();
+    /// Looks whether another session has changed the schema, and forgets it then.
+    void refresh();
+
+private:
+    struct Entry {
+        bool temporary = false;
+        std::optional<sql::Table> table;
+    };
+
+    void loadNames() const;
+    sql::Table loadTable(const std::string& name, bool temporary) const;
+
+    Database& database_;
+    mutable bool loaded_ = false;
+    mutable std::int64_t cookie_ = -1;
+    mutable std::map<std::string, Entry, CompareNames> entries_;
+    std::uint64_t generation_ = 1;
+};
+
+} // namespace tamarok::embedded

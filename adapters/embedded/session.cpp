@@ -1,0 +1,39 @@
+#include "session.h"
+
+#include "failures.h"
+
+namespace tamarok::embedded {
+
+EmbeddedSession::EmbeddedSession(std::unique_ptr<Engine> engine) : engine_{std::move(engine)} {}
+
+std::string_view EmbeddedSession::name() const
+{
+    return sourceName;
+}
+
+std::unique_ptr<ado::Cursor> EmbeddedSession::open(const ado::Statement& statement)
+{
+    return engine_->open(statement);
+}
+
+std::int64_t EmbeddedSession::execute(const ado::Statement& statement)
+{
+    return engine_->execute(statement);
+}
+
+void EmbeddedSession::begin()
+{
+    engine_->begin();
+}
+
+void EmbeddedSession::commit()
+{
+    engine_->commit();
+}
+
+void EmbeddedSession::rollback()
+{
+    engine_->rollback();
+}
+
+} // namespace tamarok::embedded

@@ -1,0 +1,119 @@
+#include "statement_cache.h"
+
+namespace tamarok::embedded {
+
+namespace {
+
+int compilationsOf(sqlite3_stmt* statement) noexcept
+{
+    return sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_REPREPARE, 0);
+}
+
+} // namespace
+
+Compiled CompiledText::take(const Database& database, const std::string& text)
+{
+    if (idle_.empty()) {
+        return database.compile(text, nullptr, true);
+    }
+    Compiled statement = std::move(idle_.back());
+    idle_.pop_back();
+    return statement;
+}
+
+void CompiledText::give(Compiled statement)
+{
+    idle_.push_back(std::move(statement));
+}
+
+Lease::Lease(std::shared_ptr<CachedStep> owner, const Database& database, bool probe) :
+    owner_{std::move(owner)}, probe_{probe}
+{
+    statement_ = home().take(database, probe ? owner_->step.lockProbe : owner_->step.text);
+    compilations_ = compilationsOf(statement_.get());
+}
+
+Lease& Lease::operator=(Lease&& other) noexcept
+{
+    if (this != &other) {
+        giveBack();
+        owner_ = std::move(other.owner_);
+        statement_ = std::move(other.statement_);
+        probe_ = other.probe_;
+        compilations_ = other.compilations_;
+    }
+    return *this;
+}
+
+Lease::~Lease()
+{
+    giveBack();
+}
+
+bool Lease::recompiled() const noexcept
+{
+    return compilationsOf(statement_.get()) != compilations_;
+}
+
+void Lease::giveBack() noexcept
+{
+    if (statement_ == nullptr) {
+        return;
+    }
+    sqlite3_reset(statement_.get());
+    try {
+        home().give(std::move(statement_));
+    } catch (...) {
+        statement_.reset(); // without memory for keeping it, it is compiled again next time
+    }
+}
+
+CachedBatch::CachedBatch(std::string_view text) :
+    text_{text}, batch_{sql::Batch::parse(text_)}, plain_(batch_->size()), keyed_(batch_->size())
+{}
+
+const std::shared_ptr<CachedStep>& CachedBatch::step(std::size_t index, bool withRowKey, SchemaCatalog& catalog,
+                                                     sql::DateOrder order)
+{
+    std::shared_ptr<CachedStep>& cached = withRowKey ? keyed_[index] : plain_[index];
+    if (cached == nullptr || cached->generation != catalog.generation() || cached->order != order) {
+        catalog.refresh();
+        auto fresh = std::make_shared<CachedStep>();
+        fresh->step = batch_->translate(index, catalog, order, withRowKey);
+        fresh->layout = std::make_shared<ResultLayout>(layoutOf(fresh->step.columns));
+        fresh->generation = catalog.generation();
+        fresh->order = order;
+        cached = std::move(fresh);
+    }
+    return cached;
+}
+
+std::shared_ptr<CachedBatch> StatementCache::batch(std::string_view text)
+{
+    if (!batches_.empty() && batches_.front()->text() == text) {
+        return batches_.front();
+    }
+    if (const auto found = index_.find(text); found != index_.end()) {
+        batches_.splice(batches_.begin(), batches_, found->second);
+        return batches_.front();
+    }
+    auto batch = std::make_shared<CachedBatch>(text);
+    if (text.size() > longestText) {
+        return batch;
+    }
+    if (batches_.size() == capacity) {
+        index_.erase(batches_.back()->text());
+        batches_.pop_back();
+    }
+    batches_.push_front(batch);
+    index_.emplace(batch->text(), batches_.begin());
+    return batch;
+}
+
+void StatementCache::clear()
+{
+    index_.clear();
+    batches_.clear();
+}
+
+} // namespace tamarok::embedded

@@ -1,0 +1,99 @@
+#pragma once
+
+#include <cstdint>
+#include <list>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "columns.h"
+#include "database.h"
+#include "schema_catalog.h"
+#include "sql/batch.h"
+
+namespace tamarok::embedded {
+
+/// One translated SQLite text with its compiled statements that are not in use just now. Several
+/// cursors may have the same statement open, each with a compiled one of its own.
+class CompiledText {
+public:
+    Compiled take(const Database& database, const std::string& text);
+    void give(Compiled statement);
+
+private:
+    std::vector<Compiled> idle_;
+};
+
+/// A step of a batch, translated.
+struct CachedStep {
+    sql::Step step;
+    std::shared_ptr<const ResultLayout> layout;
+    CompiledText statement;
+    CompiledText probe;
+    std::uint64_t generation = 0;
+    sql::DateOrder order = sql::DateOrder::Mdy;
+};
+
+/// A compiled statement on loan; goes back where it came from, reset.
+class Lease {
+public:
+    Lease() = default;
+    Lease(std::shared_ptr<CachedStep> owner, const Database& database, bool probe = false);
+    Lease(Lease&& other) noexcept = default;
+    Lease& operator=(Lease&& other) noexcept;
+    ~Lease();
+
+    sqlite3_stmt* get() const noexcept { return statement_.get(); }
+    const sql::Step& step() const noexcept { return owner_->step; }
+    const std::shared_ptr<const ResultLayout>& layout() const noexcept { return owner_->layout; }
+    /// True if SQLite has compiled the statement anew since it was lent, because the schema changed.
+    bool recompiled() const noexcept;
+
+private:
+    CompiledText& home() const noexcept { return probe_ ? owner_->probe : owner_->statement; }
+    void giveBack() noexcept;
+
+    std::shared_ptr<CachedStep> owner_;
+    Compiled statement_;
+    bool probe_ = false;
+    int compilations_ = 0;
+};
+
+/// A parsed batch with the translations of its steps.
+class CachedBatch {
+public:
+    explicit CachedBatch(std::string_view text);
+
+    const std::string& text() const noexcept { return text_; }
+    std::size_t size() const noexcept { return plain_.size(); }
+    /// The step, translated against the present schema.
+    const std::shared_ptr<CachedStep>& step(std::size_t index, bool withRowKey, SchemaCatalog& catalog,
+                                            sql::DateOrder order);
+
+private:
+    std::string text_;
+    std::unique_ptr<sql::Batch> batch_;
+    std::vector<std::shared_ptr<CachedStep>> plain_;
+    std::vector<std::shared_ptr<CachedStep>> keyed_;
+};
+
+/// The batches of a connection by their text; the one that was not used for longest goes first.
+class StatementCache {
+public:
+    static constexpr std::size_t capacity = 256;
+    static constexpr std::size_t longestText = 65536; ///< a longer one is not kept
+
+    /// Parses a text that is not known.
+    std::shared_ptr<CachedBatch> batch(std::string_view text);
+    void clear();
+    std::size_t size() const noexcept { return batches_.size(); }
+
+private:
+    using Batches = std::list<std::shared_ptr<CachedBatch>>;
+    Batches batches_; ///< most recently used first
+    std::unordered_map<std::string_view, Batches::iterator> index_;
+};
+
+} // namespace tamarok::embedded
