@@ -4,6 +4,7 @@
 
 #include "command_line.h"
 #include "commands.h"
+#include "interrupt.h"
 #include "output.h"
 
 #include "tamarok/error.h"
@@ -35,6 +36,9 @@ int main(int count, char** arguments)
         return complain(error.message + " (see tamarok --help)", 2);
     } catch (const cli::UnknownColumn& error) {
         return complain(error.message, 2);
+    } catch (const cli::Interrupted& interrupted) {
+        constexpr int killedBySignal = 128;
+        return complain("interrupted", killedBySignal + interrupted.signal);
     } catch (const Error& error) {
         return complain(error.description, 1);
     } catch (const std::exception& error) {

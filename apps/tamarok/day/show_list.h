@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "day/steps.h"
+#include "list_query.h"
+
+namespace tamarok::cli::day {
+
+/// Composes a list, prints its statement and its rows.
+/// @param totals  places of columns to sum, from 0
+/// @return the sums, in the order of `totals`
+std::vector<double> showList(const Context& context, const ListRequest& request,
+                             const std::vector<std::size_t>& totals = {});
+
+/// The condition that a list shows deliveries of the working period alone.
+std::string withinPeriod(const TmkVar& session);
+
+} // namespace tamarok::cli::day
