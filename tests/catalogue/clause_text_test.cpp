@@ -1,0 +1,209 @@
+#include <gtest/gtest.h>
+
+#include "catalogue/scripted_database.h"
+
+#include "tamarok/comm_csel.h"
+
+namespace tamarok {
+namespace {
+
+using testing::Surroundings;
+
+const Comm_CSel csel;
+
+template <class Operation>
+void expectError(std::int32_t number, Operation operation)
+{
+    try {
+        operation();
+        ADD_FAILURE() << "no error " << number;
+    } catch (const Error& error) {
+        EXPECT_EQ(error.number, number) << error.what();
+    }
+}
+
+TEST(InsertToStr, AppendsBehindCommaAndBlank)
+{
+    EXPECT_EQ(csel.InsertToStr("", "A"), "A");
+    EXPECT_EQ(csel.InsertToStr("A", ""), "A");
+    EXPECT_EQ(csel.InsertToStr("A", "B"), "A, B");
+    EXPECT_EQ(csel.InsertToStr("A", "A"), "A, A");
+    EXPECT_EQ(csel.InsertToStr("", ""), "");
+}
+
+struct ListCase {
+    const char* name;
+    const char* list;
+    const char* value;
+    const char* result;
+};
+
+void PrintTo(const ListCase& listCase, std::ostream* out)
+{
+    *out << listCase.name;
+}
+
+class InsertToStr2 : public ::testing::TestWithParam<ListCase> {};
+
+TEST_P(InsertToStr2, GivesTheList)
+{
+    const Surroundings with;
+    const ListCase& c = GetParam();
+    EXPECT_EQ(csel.InsertToStr2(Variant{c.list}, c.value, "R"), c.result);
+    EXPECT_TRUE(with.messages->shown.empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Lists, InsertToStr2,
+    ::testing::Values(ListCase{"known part in another case", "a.x, b.y", "B.Y", "A.X,B.Y"},
+                      ListCase{"inner comma stays", "ISNULL(A.X,0),B.Y", "C", "ISNULL(A.X,0),B.Y,C"},
+                      ListCase{"nothing", "", "", ""}, ListCase{"blanks", "  ", "  ", ""},
+                      ListCase{"first value", "", " a ", "A"}, ListCase{"no value", " a , b ", "", "A,B"},
+                      ListCase{"value with a quote keeps its case", "A", "f('x')", "A,f('x')"},
+                      ListCase{"quoted value differs from the upper-case part", "F('X')", "f('x')", "F('X'),f('x')"},
+                      ListCase{"list with a quote keeps its case", "f('x'), b", "B", "f('x'),b,B"},
+                      ListCase{"quotes divide as any character", "f('a,b')", "c", "f('a,b'),C"},
+                      ListCase{"comma in a quote outside parentheses divides", "'a , b'", "c", "'a,b',C"},
+                      ListCase{"brackets go", "[A].[X]", "[B].[y]", "A.X,B.Y"},
+                      ListCase{"brackets hide no duplicate", "[A].[X]", "a.x", "A.X"},
+                      ListCase{"reserved column keeps its brackets", "warenkatalog_temp.plan",
+                               "WARENKATALOG_TEMP.[PLAN]", "WARENKATALOG_TEMP.[PLAN]"},
+                      ListCase{"window expression becomes its column", "A",
+                               "ROW_NUMBER() OVER(ORDER BY NN_POSITIONEN.NN_ID ASC)", "A,NN_POSITIONEN.NN_ID"},
+                      ListCase{"window expression in the list stays",
+                               "ROW_NUMBER() OVER(ORDER BY NN_POSITIONEN.NN_ID ASC)", "A",
+                               "ROW_NUMBER() OVER(ORDER BY NN_POSITIONEN.NN_ID ASC),A"},
+                      ListCase{"empty parts go", ",A,,B,", "C", "A,B,C"},
+                      ListCase{"value is not divided", "A,B", "A,B", "A,B,A,B"},
+                      ListCase{"comma behind a closing parenthesis too many divides nothing", "A),B", "C", "A),B,C"},
+                      ListCase{"umlauts are letters", "ä.x", "Ä.X", "Ä.X"},
+                      ListCase{"blank that a bracket leaves", "A", "[b ]", "A,B "}));
+
+TEST(InsertToStr2Message, FromTextIsReportedAndUsed)
+{
+    const Surroundings with;
+    EXPECT_EQ(csel.InsertToStr2(Variant{"from a, b"}, "c", "R"), "FROM A,B,C");
+    EXPECT_EQ(with.messages->shown, (std::vector{testing::ShownMessage{"ERROR in Sub InsertToStr2", 0, "Tamarok"}}));
+    static_cast<void>(csel.InsertToStr2(Variant{"FROM"}, "FROM B", "R"));
+    static_cast<void>(csel.InsertToStr2(Variant{"FROMAGE A"}, "B", "R"));
+    EXPECT_EQ(with.messages->shown.size(), 1U);
+}
+
+TEST(InsertToStr2Message, ListMayBeAnyValueWithAText)
+{
+    const Surroundings with;
+    EXPECT_EQ(csel.InsertToStr2(Variant{}, "a", "R"), "A");
+    EXPECT_EQ(csel.InsertToStr2(Variant{std::int16_t{7}}, "a", "R"), "7,A");
+    expectError(errors::invalidUseOfNull, [] { static_cast<void>(csel.InsertToStr2(Variant{Null{}}, "a", "R")); });
+}
+
+TEST(InsertToStr2Message, ListBeyondTheCountersRangeIsAnOverflow)
+{
+    const Surroundings with;
+    EXPECT_EQ(csel.InsertToStr2(Variant{std::string(32767, 'A')}, "", "R").size(), 32767U);
+    expectError(errors::overflow,
+                [] { static_cast<void>(csel.InsertToStr2(Variant{std::string(32768, 'A')}, "", "R")); });
+}
+
+TEST(InsertToWhere, AddsAConditionOnce)
+{
+    EXPECT_EQ(csel.InsertToWhere("A = 1", ""), "A = 1");
+    EXPECT_EQ(csel.InsertToWhere("", "A = 1"), "A = 1");
+    EXPECT_EQ(csel.InsertToWhere("A = 1", "B = 2"), "A = 1 AND B = 2");
+    EXPECT_EQ(csel.InsertToWhere("A = 1 AND B = 2", "b = 2"), "A = 1 AND B = 2");
+    EXPECT_EQ(csel.InsertToWhere("A = 11", "A = 1"), "A = 11");
+    EXPECT_EQ(csel.InsertToWhere("NAME = 'ÄRZTE'", "name = 'ärzte'"), "NAME = 'ÄRZTE'");
+    EXPECT_EQ(csel.InsertToWhere("", ""), "");
+}
+
+TEST(InsertToWhereAbs, TakesAnyValueWithAText)
+{
+    const Surroundings with;
+    EXPECT_EQ(csel.InsertToWhereAbs(Variant{}, "A = 1"), "A = 1");
+    EXPECT_EQ(csel.InsertToWhereAbs(Variant{"A = 1"}, "a = 1"), "A = 1");
+    EXPECT_EQ(csel.InsertToWhereAbs(Variant{"A = 1"}, "B"), "A = 1 AND B");
+    EXPECT_EQ(csel.InsertToWhereAbs(Variant{"A = 1"}, ""), "A = 1");
+    expectError(errors::invalidUseOfNull, [] { static_cast<void>(csel.InsertToWhereAbs(Variant{Null{}}, "a")); });
+}
+
+TEST(RemoveString, RemovesAlsoWhatARemovalMakes)
+{
+    EXPECT_EQ(csel.RemoveString("A JOIN B JOIN C", " JOIN"), "A B C");
+    EXPECT_EQ(csel.RemoveString("aabbab", "ab"), "");
+    EXPECT_EQ(csel.RemoveString("xaabby", "ab"), "xy");
+    EXPECT_EQ(csel.RemoveString("aaaa", "aaa"), "a");
+    EXPECT_EQ(csel.RemoveString("abc", "B"), "abc");
+    EXPECT_EQ(csel.RemoveString("", "a"), "");
+    expectError(errors::invalidArgument, [] { static_cast<void>(csel.RemoveString("abc", "")); });
+}
+
+struct SplitCase {
+    const char* clause;
+    const char* from;
+    const char* where;
+};
+
+TEST(SplitClause, DividesAtTheFirstWhereOutsideParentheses)
+{
+    for (const SplitCase& c : {
+             SplitCase{"FROM LOGS WHERE A = 1", "LOGS", "A = 1"},
+             SplitCase{"FROM LOGS WHERE A IN (SELECT B FROM C WHERE D=1)", "LOGS", "A IN (SELECT B FROM C WHERE D=1)"},
+             SplitCase{"FROM (SELECT B FROM C WHERE D=1) X WHERE A=1", "(SELECT B FROM C WHERE D=1) X", "A=1"},
+             SplitCase{"  FROM LOGS  ", "LOGS", ""},
+             SplitCase{"FROM LOGS WHERE A WHERE B", "LOGS", "A WHERE B"},
+             SplitCase{"FROM LOGS where A", "LOGS where A", ""},
+             SplitCase{"FROM", "", ""},
+             SplitCase{"FROMAGE WHERE A", "AGE", "A"},
+             SplitCase{"LOGS WHERE A = 1", "", ""},
+             SplitCase{"WHERE A = 1", "", ""},
+             SplitCase{"from LOGS WHERE A", "", ""},
+         }) {
+        std::string from = "old";
+        std::string where = "old";
+        csel.SplitClause(c.clause, from, where);
+        EXPECT_EQ(from, c.from) << c.clause;
+        EXPECT_EQ(where, c.where) << c.clause;
+    }
+}
+
+TEST(SplitClause, BlankTextLeavesTheResultsAsTheyAre)
+{
+    for (const char* clause : {"", "   "}) {
+        std::string from = "old from";
+        std::string where = "old where";
+        csel.SplitClause(clause, from, where);
+        EXPECT_EQ(from, "old from");
+        EXPECT_EQ(where, "old where");
+    }
+}
+
+TEST(SplitClause, ResultMayBeTheTextItself)
+{
+    std::string clause = "FROM LOGS WHERE A IN (1, 2, 3, 4, 5, 6, 7, 8)";
+    std::string where;
+    csel.SplitClause(clause, clause, where);
+    EXPECT_EQ(clause, "LOGS");
+    EXPECT_EQ(where, "A IN (1, 2, 3, 4, 5, 6, 7, 8)");
+}
+
+TEST(SplitClause, TextBeyondTheCountersRangeIsAnOverflow)
+{
+    std::string from;
+    std::string where;
+    expectError(errors::overflow, [&] { csel.SplitClause("FROM " + std::string(32768, 'A'), from, where); });
+}
+
+TEST(OrderBy, AscendingUnlessTheCodeIsOne)
+{
+    EXPECT_EQ(csel.OrderBy("0", ""), "");
+    EXPECT_EQ(csel.OrderBy("1", ""), "");
+    EXPECT_EQ(csel.OrderBy("0", "A,B"), " ORDER BY A,B");
+    EXPECT_EQ(csel.OrderBy("", "A"), " ORDER BY A");
+    EXPECT_EQ(csel.OrderBy("-1", "A"), " ORDER BY A");
+    EXPECT_EQ(csel.OrderBy("1", "A,ISNULL(B,0)"), " ORDER BY A DESC,ISNULL(B,0) DESC");
+    EXPECT_EQ(csel.OrderBy("1", "A"), " ORDER BY A DESC");
+    expectError(errors::overflow, [] { static_cast<void>(csel.OrderBy("1", std::string(32768, 'A'))); });
+}
+
+} // namespace
+} // namespace tamarok
