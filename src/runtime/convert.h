@@ -27,32 +27,49 @@ std::string toPlainText(double number);
 /// 0 for a number that is not finite.
 std::size_t writeNumber(double number, std::span<char> buffer, char decimal = '.') noexcept;
 
-/// A date as text in the regional short form: date alone where the time is midnight, time alone on
-/// day 0, else both with a blank.
+/// A date as text in the regional short form, rounded to whole seconds: date alone where the time is
+/// midnight, time alone on day 0, else both with a blank. Error 6 outside the range of dates.
 std::string toText(Date date, const Regional& regional);
 
 /// Any value as text: Null fails (94), Empty gives "", Boolean its regional words, Object and Array
-/// fail (13; an ADO field counts as its value).
+/// fail (13; an ADO field counts as its value, as in every conversion; an object that holds nothing
+/// is 91).
 std::string toText(const Variant& value, const Regional& regional);
 std::string toText(const Variant& value);
 
 /// Number out of text as a person types it: surrounding blanks, sign before or behind, thousands
-/// marks in the whole part, exponent (E or D). Nothing where it is no number.
+/// marks between digits of the whole part wherever they stand, exponent (E or D). Where the mark is
+/// a blank of any kind, every kind of blank counts as it; where it is an apostrophe, either kind.
+/// Nothing where it is no number, currency signs, brackets and a number beyond the doubles included.
 std::optional<double> parseNumber(std::string_view text, const Regional& regional);
-/// Number with "." only, as SQL and files have it; no blanks, no marks.
+/// Number with "." only, as SQL and files have it: a sign before it, an exponent; no blanks, no marks.
 std::optional<double> parsePlainNumber(std::string_view text) noexcept;
 
-/// Date out of text: the regional order, two- and four-digit years (00-29 is 20xx), month names long
-/// and short, a time alone or behind the date, ISO dates always. Nothing where it is no date.
+/// Date out of text: day, month and year in the regional order, divided by points, slashes, hyphens
+/// or blanks; two- and four-digit years (00-29 is 20xx, 30-99 is 19xx, any other below 100 as well);
+/// month names long and short, regional and English; a time alone, behind or before the date, with
+/// AM and PM; ISO dates always.
+///
+/// A year of three or four digits, or above 31, is seen wherever it stands. Where day and month do
+/// not fit the regional order but fit the other way round (13/02/2024 under M/d), they change
+/// places; with the year first they never do. A year that is missing is the current one by the
+/// platform's clock, a day that is missing (month and four-digit year) the first. A date of ISO
+/// shape is one, except on a machine whose own short date is year-day-month with hyphens. Under a
+/// pattern with the year first, a date with the year last is read day first.
+///
+/// Nothing where it is no date: 31.02. is none.
 std::optional<Date> parseDate(std::string_view text, const Regional& regional);
 
+/// Numbers, Booleans, Empty and texts that are numbers. Never a Date, Null, array or object.
 bool isNumeric(const Variant& value, const Regional& regional);
 bool isNumeric(const Variant& value);
+/// Dates within their range and texts that are dates.
 bool isDate(const Variant& value, const Regional& regional);
 bool isDate(const Variant& value);
 
 /// Conversions to a type, as an assignment does them. Null fails (94), Empty is 0, "" or day 0, a
-/// text that is no number fails (13), a value out of range fails (6). Halves round to even.
+/// text that is no number fails (13), a value out of range fails (6). Halves round to even. Boolean
+/// true is -1, a Date its days. A text becomes a date only where parseDate reads one.
 std::int16_t toInteger(const Variant& value);
 std::int32_t toLong(const Variant& value);
 std::int64_t toLongLong(const Variant& value);

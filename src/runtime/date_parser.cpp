@@ -33,6 +33,7 @@ struct Reading {
     std::array<DatePart, maxParts> parts;
     std::size_t count = 0;
     bool monthNamed = false;
+    bool weekdayNamed = false;
     bool iso = false;
     std::optional<std::int64_t> milliseconds; ///< time of day
 };
@@ -53,7 +54,7 @@ public:
             skipBlanks();
         }
         const bool openEnd = pending_ != '\0' && pending_ != '.';
-        const bool looseComma = comma_ && !reading_.monthNamed && !weekdayNamed_;
+        const bool looseComma = comma_ && !reading_.monthNamed && !reading_.weekdayNamed;
         if (openEnd || looseComma || (reading_.count == 0 && !reading_.milliseconds)) return std::nullopt;
         return reading_;
     }
@@ -213,12 +214,14 @@ private:
         if (word.empty()) return false;
         if (reading_.iso && reading_.count == maxParts && text::equalsNoCase(word, "T"))
             return !rest_.empty() && isDigit(rest_.front()) && !reading_.milliseconds;
-        if (const std::int32_t month = words_.month(word); month != 0 && !reading_.monthNamed) {
+        // "mar." opens a French date as its Tuesday, and is the English March elsewhere.
+        const bool opensWithWeekday = reading_.count == 0 && words_.isRegionalWeekday(word);
+        if (const std::int32_t month = words_.month(word); month != 0 && !reading_.monthNamed && !opensWithWeekday) {
             reading_.monthNamed = true;
             return addPart({month, 0});
         }
-        if (!words_.isWeekday(word) || weekdayNamed_) return false;
-        weekdayNamed_ = true;
+        if (!words_.isWeekday(word) || reading_.weekdayNamed) return false;
+        reading_.weekdayNamed = true;
         separable_ = true;
         pending_ = '\0';
         return true;
@@ -231,7 +234,6 @@ private:
     char pending_ = '\0'; ///< a separator that waits for its next part
     bool separable_ = false;
     bool comma_ = false;
-    bool weekdayNamed_ = false;
     bool timeFirst_ = false;
 };
 
@@ -305,6 +307,8 @@ std::optional<Date> dayOf(const Reading& reading, const Regional& regional)
 {
     const DateOrder order = dateOrder(regional.shortDate);
     if (reading.monthNamed) return withNamedMonth(reading, order);
+    // A weekday belongs to a whole date.
+    if (reading.weekdayNamed && reading.count < maxParts) return std::nullopt;
     switch (reading.count) {
     case 0: return Date{};
     case 2: return twoNumbers(reading.parts[0], reading.parts[1], order);

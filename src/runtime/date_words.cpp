@@ -50,8 +50,12 @@ std::int32_t DateWords::month(std::string_view word) const
 
 bool DateWords::isWeekday(std::string_view word) const
 {
-    return indexOf(regional_.days, word) != 0 || indexOf(regional_.shortDays, word) != 0 ||
-           englishIndexOf(englishDays, word) != 0;
+    return isRegionalWeekday(word) || englishIndexOf(englishDays, word) != 0;
+}
+
+bool DateWords::isRegionalWeekday(std::string_view word) const
+{
+    return indexOf(regional_.days, word) != 0 || indexOf(regional_.shortDays, word) != 0;
 }
 
 std::optional<bool> DateWords::halfDay(std::string_view word) const

@@ -17,6 +17,7 @@ public:
     /// 1 to 12, 0 for a word that names no month.
     std::int32_t month(std::string_view word) const;
     bool isWeekday(std::string_view word) const;
+    bool isRegionalWeekday(std::string_view word) const;
     /// True for a word that means after noon, false for before noon.
     std::optional<bool> halfDay(std::string_view word) const;
 

@@ -48,7 +48,7 @@ std::string value(const Variant& value, std::string_view pattern, const Regional
     if (value.isObject() && value.asObject() && value.asObject()->typeName() == "Field") {
         const Variant content = value.asObject()->get("Value", {});
         // A field within a field is refused by the conversion to text.
-        return content.isObject() ? convert::toText(content, regional) : format::value(content, pattern, regional);
+        return content.isObject() ? convert::toText(value, regional) : format::value(content, pattern, regional);
     }
     const PatternKind kind = kindOf(pattern);
     const bool refused = value.isObject() || value.isArray();

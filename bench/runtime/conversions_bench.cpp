@@ -1,0 +1,211 @@
+#include <array>
+#include <benchmark/benchmark.h>
+#include <charconv>
+#include <cstdint>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "runtime/convert.h"
+#include "runtime/format.h"
+#include "runtime/text.h"
+
+#include "tamarok/regional.h"
+
+// Each conversion stands beside its peer: the standard library's conversion of the same inputs and
+// one copy of the text. Items are single conversions, so that the figures divide into a ratio.
+
+namespace tamarok {
+namespace {
+
+constexpr std::size_t inputCount = 4096;
+
+/// Measures as they are typed and stored: at most three decimals.
+std::vector<double> measures()
+{
+    std::mt19937_64 engine{1};
+    std::uniform_int_distribution<std::int64_t> thousandths{0, 99'999'999};
+    std::vector<double> numbers(inputCount);
+    for (double& number : numbers)
+        number = static_cast<double>(thousandths(engine)) / 1000.0;
+    return numbers;
+}
+
+/// Results of computations, with all the digits that a double has.
+std::vector<double> products()
+{
+    std::mt19937_64 engine{2};
+    std::uniform_real_distribution<double> any{0.0, 1e6};
+    std::vector<double> numbers(inputCount);
+    for (double& number : numbers)
+        number = any(engine);
+    return numbers;
+}
+
+std::vector<std::string> texts(const std::vector<double>& numbers, const Regional& regional)
+{
+    std::vector<std::string> result;
+    for (const double number : numbers)
+        result.push_back(convert::toText(number, regional));
+    return result;
+}
+
+template <class Inputs, class Convert>
+void forEach(benchmark::State& state, const Inputs& inputs, Convert convert)
+{
+    for (auto _ : state)
+        for (const auto& input : inputs)
+            benchmark::DoNotOptimize(convert(input));
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(inputs.size()));
+}
+
+std::string standardText(double number)
+{
+    std::array<char, 32> buffer;
+    return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr};
+}
+
+double standardNumber(const std::string& text)
+{
+    const std::string copy{text};
+    double number = 0.0;
+    std::from_chars(copy.data(), copy.data() + copy.size(), number);
+    return number;
+}
+
+void numberToText_measures_standard(benchmark::State& state)
+{
+    forEach(state, measures(), standardText);
+}
+
+void numberToText_measures(benchmark::State& state)
+{
+    const Regional german = Regional::named("de-DE");
+    forEach(state, measures(), [&](double number) { return convert::toText(number, german); });
+}
+
+void numberToText_products_standard(benchmark::State& state)
+{
+    forEach(state, products(), standardText);
+}
+
+void numberToText_products(benchmark::State& state)
+{
+    const Regional german = Regional::named("de-DE");
+    forEach(state, products(), [&](double number) { return convert::toText(number, german); });
+}
+
+void textToNumber_measures_standard(benchmark::State& state)
+{
+    forEach(state, texts(measures(), Regional::named("en-US")), standardNumber);
+}
+
+void textToNumber_measures(benchmark::State& state)
+{
+    const Regional german = Regional::named("de-DE");
+    forEach(state, texts(measures(), german),
+            [&](const std::string& text) { return convert::parseNumber(text, german); });
+}
+
+void textToNumber_products_standard(benchmark::State& state)
+{
+    forEach(state, texts(products(), Regional::named("en-US")), standardNumber);
+}
+
+void textToNumber_products(benchmark::State& state)
+{
+    const Regional german = Regional::named("de-DE");
+    forEach(state, texts(products(), german),
+            [&](const std::string& text) { return convert::parseNumber(text, german); });
+}
+
+void replaceComma_standard(benchmark::State& state)
+{
+    forEach(state, texts(products(), Regional::named("en-US")), standardNumber);
+}
+
+void replaceComma(benchmark::State& state)
+{
+    forEach(state, texts(products(), Regional::named("de-DE")),
+            [](const std::string& text) { return text::replaceAll(text, ",", "."); });
+}
+
+void numberPattern_standard(benchmark::State& state)
+{
+    forEach(state, products(), [](double number) {
+        std::array<char, 32> buffer;
+        char* const last = buffer.data() + buffer.size();
+        return std::string{buffer.data(), std::to_chars(buffer.data(), last, number, std::chars_format::fixed, 3).ptr};
+    });
+}
+
+void numberPattern(benchmark::State& state)
+{
+    const Regional german = Regional::named("de-DE");
+    forEach(state, products(), [&](double number) { return format::number(number, "0.000", german); });
+}
+
+std::vector<Date> days()
+{
+    std::mt19937_64 engine{3};
+    std::uniform_int_distribution<std::int32_t> day{30'000, 60'000};
+    std::vector<Date> dates(inputCount);
+    for (Date& date : dates)
+        date = Date{static_cast<double>(day(engine))};
+    return dates;
+}
+
+/// The peer of the date pattern: the same three numbers and two points, by the standard conversion.
+std::string standardDate(Date date)
+{
+    const CivilTime parts = toCivil(date);
+    std::array<char, 16> buffer;
+    char* at = buffer.data();
+    char* const last = buffer.data() + buffer.size();
+    for (const std::int32_t number : {parts.day, parts.month}) {
+        if (number < 10) *at++ = '0';
+        at = std::to_chars(at, last, number).ptr;
+        *at++ = '.';
+    }
+    return {buffer.data(), std::to_chars(at, last, parts.year).ptr};
+}
+
+void datePattern_standard(benchmark::State& state)
+{
+    forEach(state, days(), standardDate);
+}
+
+void datePattern(benchmark::State& state)
+{
+    const Regional german = Regional::named("de-DE");
+    forEach(state, days(), [&](Date date) { return format::date(date, "dd.mm.yyyy", german); });
+}
+
+void textToDate(benchmark::State& state)
+{
+    const Regional german = Regional::named("de-DE");
+    std::vector<std::string> inputs;
+    for (const Date date : days())
+        inputs.push_back(convert::toText(date, german));
+    forEach(state, inputs, [&](const std::string& text) { return convert::parseDate(text, german); });
+}
+
+BENCHMARK(numberToText_measures_standard);
+BENCHMARK(numberToText_measures);
+BENCHMARK(numberToText_products_standard);
+BENCHMARK(numberToText_products);
+BENCHMARK(textToNumber_measures_standard);
+BENCHMARK(textToNumber_measures);
+BENCHMARK(textToNumber_products_standard);
+BENCHMARK(textToNumber_products);
+BENCHMARK(replaceComma_standard);
+BENCHMARK(replaceComma);
+BENCHMARK(numberPattern_standard);
+BENCHMARK(numberPattern);
+BENCHMARK(datePattern_standard);
+BENCHMARK(datePattern);
+BENCHMARK(textToDate);
+
+} // namespace
+} // namespace tamarok

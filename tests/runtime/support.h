@@ -1,0 +1,96 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "tamarok/error.h"
+#include "tamarok/object.h"
+#include "tamarok/platform.h"
+#include "tamarok/variant.h"
+
+namespace tamarok::test {
+
+/// The number of the Error that `action` fails with, 0 where it does not fail.
+template <class Action>
+std::int32_t errorNumber(Action action)
+{
+    try {
+        action();
+    } catch (const Error& error) {
+        return error.number;
+    }
+    return 0;
+}
+
+/// The description of the Error that `action` fails with, "" where it does not fail.
+template <class Action>
+std::string errorText(Action action)
+{
+    try {
+        action();
+    } catch (const Error& error) {
+        return error.description;
+    }
+    return {};
+}
+
+/// A platform under a built-in locale on 15 June 2024, 10:30.
+inline Platform platformFor(std::string_view locale)
+{
+    Platform platform;
+    platform.regional = Regional::named(locale);
+    platform.clock =
+        std::make_shared<FixedClock>(fromCivil({.year = 2024, .month = 6, .day = 15, .hour = 10, .minute = 30}));
+    return platform;
+}
+
+/// The settings of `locale` with another short date pattern.
+inline Regional withShortDate(std::string_view locale, std::string_view pattern)
+{
+    Regional regional = Regional::named(locale);
+    regional.shortDate = pattern;
+    return regional;
+}
+
+/// Settings with another decimal separator.
+inline Regional withDecimal(std::string_view mark)
+{
+    Regional regional = Regional::named("en-US");
+    regional.decimal.assign(mark);
+    return regional;
+}
+
+/// The parts one behind the other.
+inline std::string joined(std::initializer_list<std::string_view> parts)
+{
+    std::string text;
+    for (const std::string_view part : parts)
+        text.append(part);
+    return text;
+}
+
+/// An object that holds one value, as a recordset's field does.
+class ValueHolder final : public Object {
+public:
+    ValueHolder(std::string typeName, Variant value) : typeName_{std::move(typeName)}, value_{std::move(value)} {}
+    std::string_view typeName() const override { return typeName_; }
+    Variant get(std::string_view name, std::span<const Variant>) const override
+    {
+        if (isMember(name, "Value")) return value_;
+        noSuchMember(name);
+    }
+
+private:
+    std::string typeName_;
+    Variant value_;
+};
+
+inline Variant field(Variant value)
+{
+    return std::make_shared<ValueHolder>("Field", std::move(value));
+}
+
+} // namespace tamarok::test
