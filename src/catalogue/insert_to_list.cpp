@@ -2,7 +2,6 @@
 #include <vector>
 
 #include "catalogue/clause_scan.h"
-#include "catalogue/upper_case.h"
 #include "runtime/convert.h"
 #include "runtime/text.h"
 
@@ -13,19 +12,55 @@ namespace tamarok {
 
 namespace {
 
+/// What a text holds that the preparation of a list must look at.
+struct Traits {
+    bool quote = false;
+    bool bracket = false;
+    bool changesCase = false; ///< holds a letter that may not be in upper case
+};
+
+/// One pass without an early end, so that the compiler can take many characters at a time.
+Traits traitsOf(std::string_view text) noexcept
+{
+    unsigned char quote = 0;
+    unsigned char bracket = 0;
+    unsigned char changesCase = 0;
+    for (const char character : text) {
+        const auto byte = static_cast<unsigned char>(character);
+        quote = static_cast<unsigned char>(quote | (byte == '\''));
+        bracket = static_cast<unsigned char>(bracket | (byte == '[') | (byte == ']'));
+        changesCase =
+            static_cast<unsigned char>(changesCase | (static_cast<unsigned char>(byte - 'a') < 26U) | (byte >= 0x80U));
+    }
+    return {quote != 0, bracket != 0, changesCase != 0};
+}
+
 /// Trimmed, without brackets, and in upper case unless a quote holds a literal. The column PLAN is
 /// a reserved word and the one name that keeps its brackets.
 std::string normalise(std::string_view list)
 {
     const std::string_view trimmed = text::trim(list);
-    std::string buffer;
-    std::string result{trimmed.find('\'') == std::string_view::npos ? catalogue::upperCase(trimmed, buffer) : trimmed};
-    std::erase_if(result, [](char character) { return character == '[' || character == ']'; });
+    const Traits traits = traitsOf(trimmed);
+    std::string result = traits.changesCase && !traits.quote ? text::toUpper(trimmed) : std::string{trimmed};
+    if (traits.bracket) {
+        std::erase_if(result, [](char character) { return character == '[' || character == ']'; });
+    }
     constexpr std::string_view plan = "WARENKATALOG_TEMP.PLAN";
     if (result.find(plan) != std::string::npos) {
         result = text::replaceAll(result, plan, "WARENKATALOG_TEMP.[PLAN]");
     }
     return result;
+}
+
+/// Position of the next parenthesis or comma (or one of the two characters between them) at or
+/// behind `at`: one comparison for each of the many characters that divide nothing.
+std::size_t nextMark(std::string_view list, std::size_t at) noexcept
+{
+    static_assert(')' == '(' + 1 && ',' == '(' + 4);
+    while (at < list.size() && static_cast<unsigned char>(list[at] - '(') > 4U) {
+        ++at;
+    }
+    return at;
 }
 
 /// The parts between commas outside parentheses, trimmed. They refer to `list`.
@@ -36,9 +71,10 @@ std::vector<std::string_view> splitList(std::string_view list)
         return parts;
     }
     catalogue::checkScanLength(list, "The list");
+    parts.reserve(64);
     catalogue::ParenthesisDepth depth;
     std::size_t begin = 0;
-    for (std::size_t at = 0; at < list.size(); ++at) {
+    for (std::size_t at = nextMark(list, 0); at < list.size(); at = nextMark(list, at + 1)) {
         if (depth.outsideAt(list[at]) && list[at] == ',') {
             parts.push_back(text::trim(list.substr(begin, at - begin)));
             begin = at + 1;
