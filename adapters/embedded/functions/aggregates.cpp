@@ -1,0 +1,142 @@
+#include <cmath>
+#include <cstdint>
+#include <new>
+#include <string>
+
+#include "functions/catalog.h"
+#include "functions/conversion.h"
+
+/// Aggregates; each also works over a moving window.
+namespace tamarok::embedded::functions {
+
+namespace {
+
+struct WholeSum {
+    std::int64_t total;
+    std::int64_t count;
+};
+
+/// Number, mean and sum of squared deviations, kept up value by value (Welford's method).
+struct Spread {
+    std::int64_t count;
+    double mean;
+    double squares;
+};
+
+/// SQLite gives the memory zeroed, which is the empty state of both.
+template <typename State>
+State& stateOf(sqlite3_context* context)
+{
+    void* memory = sqlite3_aggregate_context(context, static_cast<int>(sizeof(State)));
+    if (memory == nullptr) throw std::bad_alloc{};
+    return *static_cast<State*>(memory);
+}
+
+void takeWhole(sqlite3_context* context, sqlite3_value* value, bool add)
+{
+    if (storageOf(value) == Storage::Null) return;
+    auto& sum = stateOf<WholeSum>(context);
+    const std::int64_t number = toWhole(value, WholeType::BigInt);
+    const bool overflow = add ? __builtin_add_overflow(sum.total, number, &sum.total)
+                              : __builtin_sub_overflow(sum.total, number, &sum.total);
+    if (overflow) {
+        failWith(8115, "Arithmetic overflow error converting expression to data type bigint.", std::to_string(number));
+    }
+    sum.count += add ? 1 : -1;
+}
+
+void takeSpread(sqlite3_context* context, sqlite3_value* value, bool add)
+{
+    if (storageOf(value) == Storage::Null) return;
+    auto& spread = stateOf<Spread>(context);
+    const double number = toFloat(value);
+    const double before = number - spread.mean;
+    if (add) {
+        ++spread.count;
+        spread.mean += before / static_cast<double>(spread.count);
+        spread.squares += before * (number - spread.mean);
+        return;
+    }
+    if (--spread.count == 0) {
+        spread = {};
+        return;
+    }
+    spread.mean -= before / static_cast<double>(spread.count);
+    spread.squares -= before * (number - spread.mean);
+}
+
+void giveIntSum(Call& call)
+{
+    const auto& sum = stateOf<WholeSum>(call.context());
+    if (sum.count == 0) return call.resultNull();
+    call.result(checkedInt(sum.total));
+}
+
+void giveBigSum(Call& call)
+{
+    const auto& sum = stateOf<WholeSum>(call.context());
+    if (sum.count == 0) return call.resultNull();
+    call.result(sum.total);
+}
+
+void giveAverage(Call& call)
+{
+    const auto& sum = stateOf<WholeSum>(call.context());
+    if (sum.count == 0) return call.resultNull();
+    call.result(sum.total / sum.count);
+}
+
+/// Of a sample (divided by count - 1; Null below two values) or of all.
+template <bool sample, bool root>
+void giveSpread(Call& call)
+{
+    const auto& spread = stateOf<Spread>(call.context());
+    const std::int64_t divisor = sample ? spread.count - 1 : spread.count;
+    if (divisor < 1) return call.resultNull();
+    const double variance = std::fmax(spread.squares, 0.0) / static_cast<double>(divisor);
+    call.result(root ? std::sqrt(variance) : variance);
+}
+
+template <auto take, bool add>
+void step(sqlite3_context* context, int, sqlite3_value** arguments) noexcept
+{
+    try {
+        take(context, arguments[0], add);
+    } catch (...) {
+        reportFailure(context);
+    }
+}
+
+template <auto give>
+void finish(sqlite3_context* context) noexcept
+{
+    try {
+        Call call{context, {}};
+        give(call);
+    } catch (...) {
+        reportFailure(context);
+    }
+}
+
+template <auto take, auto give>
+constexpr AggregateEntry aggregate(const char* name)
+{
+    return {name, &step<take, true>, &step<take, false>, &finish<give>};
+}
+
+constexpr AggregateEntry entries[] = {aggregate<takeWhole, giveIntSum>("tm_sum_int"),
+                                      aggregate<takeWhole, giveBigSum>("tm_sum_big"),
+                                      aggregate<takeWhole, giveAverage>("tm_avg_int"),
+                                      aggregate<takeSpread, giveSpread<true, true>>("tm_stdev"),
+                                      aggregate<takeSpread, giveSpread<true, false>>("tm_var"),
+                                      aggregate<takeSpread, giveSpread<false, true>>("tm_stdevp"),
+                                      aggregate<takeSpread, giveSpread<false, false>>("tm_varp")};
+
+} // namespace
+
+std::span<const AggregateEntry> aggregateEntries() noexcept
+{
+    return entries;
+}
+
+} // namespace tamarok::embedded::functions

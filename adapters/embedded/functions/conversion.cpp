@@ -1,0 +1,469 @@
+#include "functions/conversion.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <string>
+
+#include "functions/catalog.h"
+#include "functions/names.h"
+#include "functions/number_text.h"
+#include "runtime/text.h"
+
+namespace tamarok::embedded::functions {
+
+namespace {
+
+struct WholeLimits {
+    std::string_view name;
+    std::int64_t lowest;
+    std::int64_t highest;
+    std::string_view column; ///< what error 244 calls it; empty where another error is raised
+};
+
+constexpr std::array<WholeLimits, 4> wholeLimits = {
+    WholeLimits{"tinyint", 0, 255, "INT1"}, WholeLimits{"smallint", -32'768, 32'767, "INT2"},
+    WholeLimits{"int", -2'147'483'648, 2'147'483'647, ""},
+    WholeLimits{"bigint", std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::max(), ""}};
+
+const WholeLimits& limitsOf(WholeType type) noexcept
+{
+    return wholeLimits[static_cast<std::size_t>(type)];
+}
+
+std::string quoted(std::string_view value)
+{
+    std::string text = "'";
+    text += value;
+    return text += '\'';
+}
+
+[[noreturn]] void failOverflow(WholeType type, std::string_view value)
+{
+    const WholeLimits& limits = limitsOf(type);
+    if (!limits.column.empty()) {
+        fail(220, "Arithmetic overflow error for data type " + std::string{limits.name} +
+                      ", value = " + std::string{value} + ".");
+    }
+    failWith(8115, "Arithmetic overflow error converting expression to data type " + std::string{limits.name} + ".",
+             value);
+}
+
+[[noreturn]] void failTextOverflow(WholeType type, std::string_view value)
+{
+    const WholeLimits& limits = limitsOf(type);
+    const std::string begin = "The conversion of the nvarchar value " + quoted(value) + " overflowed an ";
+    if (!limits.column.empty()) {
+        fail(244, begin + std::string{limits.column} + " column. Use a larger integer column.");
+    }
+    if (type == WholeType::Int) fail(248, begin + "int column.");
+    failOverflow(type, value);
+}
+
+[[noreturn]] void failText(WholeType type, std::string_view value)
+{
+    if (type == WholeType::BigInt) failWith(8114, "Error converting data type nvarchar to bigint.", value);
+    fail(245, "Conversion failed when converting the nvarchar value " + quoted(value) + " to data type " +
+                  std::string{limitsOf(type).name} + ".");
+}
+
+std::int64_t wholeOfText(std::string_view text, WholeType type)
+{
+    std::string_view digits = trimBlanks(text);
+    const bool negative = !digits.empty() && digits.front() == '-';
+    if (negative || (!digits.empty() && digits.front() == '+')) digits.remove_prefix(1);
+    if (digits.empty()) return 0;
+    const std::size_t wrong = digits.find_first_not_of("0123456789");
+    if (wrong != std::string_view::npos) failText(type, text);
+    std::string signedDigits{negative ? "-" : ""};
+    signedDigits += digits;
+    std::int64_t number = 0;
+    const auto read = std::from_chars(signedDigits.data(), signedDigits.data() + signedDigits.size(), number);
+    const WholeLimits& limits = limitsOf(type);
+    if (read.ec != std::errc{} || number < limits.lowest || number > limits.highest) failTextOverflow(type, text);
+    return number;
+}
+
+constexpr std::array<std::string_view, 18> currencySigns = {"$", "¢", "£", "¤", "¥", "€", "৲", "৳", "฿",
+                                                            "₡", "₢", "₣", "₤", "₦", "₧", "₩", "₫", "\\"};
+
+std::size_t currencyLength(std::string_view text) noexcept
+{
+    for (const std::string_view sign : currencySigns) {
+        if (text.starts_with(sign)) return sign.size();
+    }
+    return 0;
+}
+
+/// Tab, line feed, vertical tab, form feed, carriage return and the no-break space; `length` is set to its bytes.
+bool startsWithSpace(std::string_view text, std::size_t& length) noexcept
+{
+    length = text.starts_with("\xC2\xA0") ? 2 : 1;
+    return length == 2 || (!text.empty() && (text.front() == ' ' || (text.front() >= '\t' && text.front() <= '\r')));
+}
+
+double checkedReal(double number, std::string_view type)
+{
+    if (std::isfinite(number)) return number;
+    fail(8115, "Arithmetic overflow error converting expression to data type " + std::string{type} + ".");
+}
+
+void resultWhole(Call& call, WholeType type)
+{
+    if (call.isNull(0)) return call.resultNull();
+    call.result(toWhole(call.value(0), type));
+}
+
+void resultText(Call& call, std::string_view text, std::int64_t limit)
+{
+    call.result(limit < 0 ? text : text::left(text, static_cast<std::size_t>(limit)));
+}
+
+std::string_view sourceName(Storage storage) noexcept
+{
+    return storage == Storage::Text ? "nvarchar" : storage == Storage::Real ? "float" : "expression";
+}
+
+/// Numbers are never cut: where they do not fit, whole ones become "*" as varchar and fail as nvarchar.
+void resultAsText(Call& call, bool starForWhole)
+{
+    if (call.isNull(0)) return call.resultNull();
+    const TextArgument text = call.text(0);
+    const std::int64_t limit = call.isNull(1) ? -1 : call.whole(1);
+    const Storage storage = call.storage(0);
+    const bool number = storage == Storage::Whole || storage == Storage::Real;
+    if (!number || limit < 0 || text.view().size() <= static_cast<std::size_t>(limit)) {
+        return resultText(call, text, limit);
+    }
+    if (starForWhole && storage == Storage::Whole) return call.result(std::string_view{"*"});
+    failWith(8115,
+             "Arithmetic overflow error converting expression to data type " +
+                 std::string{starForWhole ? "varchar" : "nvarchar"} + ".",
+             text);
+}
+
+void resultPadded(Call& call, bool starForWhole)
+{
+    if (call.isNull(0)) return call.resultNull();
+    const TextArgument text = call.text(0);
+    const auto size = static_cast<std::size_t>(std::max<std::int64_t>(call.whole(1), 0));
+    const std::size_t length = text::length(text);
+    if (length >= size) return resultAsText(call, starForWhole);
+    std::string padded{text.view()};
+    padded.append(size - length, ' ');
+    call.result(std::string_view{padded});
+}
+
+} // namespace
+
+std::string_view trimBlanks(std::string_view text) noexcept
+{
+    while (!text.empty() && text.front() == ' ')
+        text.remove_prefix(1);
+    while (!text.empty() && text.back() == ' ')
+        text.remove_suffix(1);
+    return text;
+}
+
+std::int64_t checkedInt(std::int64_t number)
+{
+    const WholeLimits& limits = limitsOf(WholeType::Int);
+    if (number < limits.lowest || number > limits.highest) failOverflow(WholeType::Int, std::to_string(number));
+    return number;
+}
+
+std::int64_t toWhole(sqlite3_value* value, WholeType type)
+{
+    const Storage storage = storageOf(value);
+    if (storage == Storage::Null) return 0;
+    const WholeLimits& limits = limitsOf(type);
+    if (storage == Storage::Text || storage == Storage::Blob) return wholeOfText(TextArgument{value}, type);
+    if (storage == Storage::Whole) {
+        const std::int64_t number = sqlite3_value_int64(value);
+        if (number < limits.lowest || number > limits.highest) failOverflow(type, std::to_string(number));
+        return number;
+    }
+    constexpr double bigLimit = 9223372036854775808.0;
+    const double number = std::trunc(sqlite3_value_double(value));
+    const bool fits = number >= -bigLimit && number < bigLimit;
+    const std::int64_t whole = fits ? static_cast<std::int64_t>(number) : 0;
+    if (!fits || whole < limits.lowest || whole > limits.highest) {
+        failOverflow(type, decimalText(sqlite3_value_double(value), 0));
+    }
+    return whole;
+}
+
+std::optional<double> readFloat(std::string_view text) noexcept
+{
+    text = trimBlanks(text);
+    std::array<char, 400> plain{};
+    std::size_t length = 0;
+    std::size_t at = 0;
+    if (!text.empty() && (text[0] == '-' || text[0] == '+')) {
+        if (text[0] == '-') plain[length++] = '-';
+        ++at;
+    }
+    const bool point = at < text.size() && text[at] == '.';
+    const std::size_t first = at + (point ? 1 : 0);
+    if (first >= text.size() || text[first] < '0' || text[first] > '9') return std::nullopt;
+    if (text.size() - at >= plain.size() - 2) return std::nullopt;
+    for (; at < text.size(); ++at) {
+        const char character = text[at];
+        plain[length++] = character == 'd' || character == 'D' ? 'e' : character;
+    }
+    double number = 0.0;
+    const auto read = std::from_chars(plain.data(), plain.data() + length, number);
+    if (read.ec != std::errc{} || read.ptr != plain.data() + length) return std::nullopt;
+    return number;
+}
+
+double toFloat(sqlite3_value* value)
+{
+    const Storage storage = storageOf(value);
+    if (storage == Storage::Null || storage == Storage::Whole || storage == Storage::Real) {
+        return sqlite3_value_double(value);
+    }
+    const TextArgument text{value};
+    if (trimBlanks(text).empty()) return 0.0;
+    if (const auto number = readFloat(text)) return *number;
+    failWith(8114, "Error converting data type nvarchar to float.", text);
+}
+
+std::optional<double> readMoney(std::string_view text) noexcept
+{
+    std::string plain;
+    bool sign = false;
+    bool currency = false;
+    bool digits = false;
+    bool point = false;
+    bool something = false;
+    std::size_t space = 0;
+    while (startsWithSpace(text, space)) {
+        something = something || text.front() != ' ';
+        text.remove_prefix(space);
+    }
+    while (!text.empty() && text.back() == ' ')
+        text.remove_suffix(1);
+    while (!text.empty()) {
+        const char character = text.front();
+        std::size_t length = 1;
+        if (character >= '0' && character <= '9') {
+            plain += character;
+            digits = true;
+        } else if ((character == '-' || character == '+') && !sign && !digits && !point) {
+            sign = true;
+            if (character == '-') plain.insert(plain.begin(), '-');
+        } else if (character == '.' && !point) {
+            point = true;
+            plain += '.';
+        } else if (character == ',' && !point) {
+            // a thousands mark may stand anywhere in the whole part
+        } else if (length = currencyLength(text); length > 0 && !currency && !digits && !point) {
+            currency = true;
+        } else {
+            return std::nullopt;
+        }
+        something = true;
+        text.remove_prefix(length);
+        if (text.empty() || !startsWithSpace(text, space)) continue;
+        if (digits || point) {
+            while (startsWithSpace(text, space))
+                text.remove_prefix(space);
+            if (!text.empty()) return std::nullopt;
+        }
+    }
+    if (!something) return std::nullopt;
+    if (!digits) return 0.0;
+    return readFloat(plain);
+}
+
+bool isNumericText(std::string_view text) noexcept
+{
+    return readFloat(text).has_value() || readMoney(text).has_value();
+}
+
+void tmTinyInt(Call& call)
+{
+    resultWhole(call, WholeType::TinyInt);
+}
+
+void tmSmallInt(Call& call)
+{
+    resultWhole(call, WholeType::SmallInt);
+}
+
+void tmInt(Call& call)
+{
+    resultWhole(call, WholeType::Int);
+}
+
+void tmBigInt(Call& call)
+{
+    resultWhole(call, WholeType::BigInt);
+}
+
+void tmBit(Call& call)
+{
+    switch (call.storage(0)) {
+    case Storage::Null: return call.resultNull();
+    case Storage::Whole: return call.result(std::int64_t{sqlite3_value_int64(call.value(0)) != 0});
+    case Storage::Real: return call.result(std::int64_t{sqlite3_value_double(call.value(0)) != 0.0});
+    default: break;
+    }
+    const TextArgument text = call.text(0);
+    const std::string_view word = trimBlanks(text);
+    if (equalsAscii(word, "true")) return call.result(std::int64_t{1});
+    if (equalsAscii(word, "false")) return call.result(std::int64_t{0});
+    std::string_view digits = word;
+    if (!digits.empty() && (digits.front() == '-' || digits.front() == '+')) digits.remove_prefix(1);
+    if (digits.find_first_not_of("0123456789") != std::string_view::npos) {
+        fail(245, "Conversion failed when converting the nvarchar value " + quoted(text) + " to data type bit.");
+    }
+    call.result(std::int64_t{digits.find_first_not_of('0') != std::string_view::npos});
+}
+
+void tmFloat(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    call.result(checkedReal(toFloat(call.value(0)), "float"));
+}
+
+void tmReal(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    const double number = toFloat(call.value(0));
+    if (std::fabs(number) > static_cast<double>(std::numeric_limits<float>::max())) checkedReal(HUGE_VAL, "real");
+    call.result(static_cast<double>(static_cast<float>(number)));
+}
+
+void tmMoney(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    constexpr double moneyLimit = 922337203685477.5807;
+    double number = 0.0;
+    const TextArgument text = call.text(0);
+    if (call.storage(0) != Storage::Text) {
+        number = call.real(0);
+    } else if (!trimBlanks(text).empty()) {
+        const auto money = readMoney(text);
+        if (!money) {
+            failWith(235, "Cannot convert a char value to money. The char value has incorrect syntax.", text);
+        }
+        number = *money;
+    }
+    if (!(std::fabs(number) <= moneyLimit)) {
+        failWith(8115, "Arithmetic overflow error converting expression to data type money.", text);
+    }
+    call.result(roundHalfAway(number, 4));
+}
+
+void tmDecimal(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    const std::int64_t precision = call.whole(1);
+    const std::int64_t scale = call.whole(2);
+    if (precision < 1 || precision > 38 || scale < 0 || scale > precision) {
+        fail(192, "The scale must be less than or equal to the precision: decimal(" + std::to_string(precision) + "," +
+                      std::to_string(scale) + ").");
+    }
+    const TextArgument text = call.text(0);
+    double number = 0.0;
+    if (call.storage(0) == Storage::Text) {
+        const bool exponent = text.view().find_first_of("eEdD") != std::string_view::npos;
+        const auto read = exponent ? std::nullopt : readFloat(text);
+        if (!read) failWith(8114, "Error converting data type nvarchar to numeric.", text);
+        number = *read;
+    } else {
+        number = call.real(0);
+    }
+    const double rounded = roundHalfAway(number, static_cast<std::int32_t>(scale));
+    if (!(std::fabs(rounded) < std::pow(10.0, static_cast<double>(precision - scale)))) {
+        failWith(8115,
+                 "Arithmetic overflow error converting " + std::string{sourceName(call.storage(0))} +
+                     " to data type numeric.",
+                 text);
+    }
+    call.result(rounded);
+}
+
+void tmNVarChar(Call& call)
+{
+    resultAsText(call, false);
+}
+
+void tmVarChar(Call& call)
+{
+    resultAsText(call, true);
+}
+
+void tmNChar(Call& call)
+{
+    resultPadded(call, false);
+}
+
+void tmChar(Call& call)
+{
+    resultPadded(call, true);
+}
+
+void tmFloatText(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    const std::int64_t style = call.whole(1);
+    if (style < 0 || style > 3) {
+        fail(281,
+             std::to_string(style) + " is not a valid style number when converting from float to a character string.");
+    }
+    char buffer[40];
+    const std::string_view text = writeFloat(call.real(0), static_cast<std::int32_t>(style), buffer);
+    const std::int64_t limit = call.whole(2);
+    if (limit >= 0 && text.size() > static_cast<std::size_t>(limit)) {
+        failWith(8115, "Arithmetic overflow error converting expression to data type nvarchar.", text);
+    }
+    call.result(text);
+}
+
+namespace {
+
+void resultNumberText(Call& call, const std::string& text, std::string_view source)
+{
+    const std::int64_t limit = call.whole(2);
+    if (limit >= 0 && text.size() > static_cast<std::size_t>(limit)) {
+        failWith(8115, "Arithmetic overflow error converting " + std::string{source} + " to data type nvarchar.", text);
+    }
+    call.result(std::string_view{text});
+}
+
+} // namespace
+
+void tmDecimalText(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    constexpr std::int64_t largestScale = 38;
+    const std::int64_t scale = std::min(std::max<std::int64_t>(call.whole(1), 0), largestScale);
+    resultNumberText(call, decimalText(call.real(0), static_cast<std::int32_t>(scale)), "numeric");
+}
+
+void tmMoneyText(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    resultNumberText(call, moneyText(call.real(0), static_cast<std::int32_t>(call.whole(1))), "money");
+}
+
+void tmStoreText(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    const TextArgument text = call.text(0);
+    const std::int64_t limit = call.isNull(1) ? -1 : call.whole(1);
+    if (limit < 0 || text.view().size() <= static_cast<std::size_t>(limit)) return call.result(text.view());
+    const std::string_view kept = text::left(text, static_cast<std::size_t>(limit));
+    const std::string_view rest = text.view().substr(kept.size());
+    if (rest.find_first_not_of(' ') != std::string_view::npos) {
+        fail(2628, "String or binary data would be truncated at " + std::to_string(limit) +
+                       " characters. Truncated value: " + quoted(kept) + ".");
+    }
+    call.result(kept);
+}
+
+} // namespace tamarok::embedded::functions

@@ -1,0 +1,371 @@
+#include <array>
+#include <cmath>
+#include <limits>
+#include <optional>
+#include <string>
+
+#include "functions/catalog.h"
+#include "functions/conversion.h"
+#include "functions/date_parse.h"
+#include "functions/date_text.h"
+#include "functions/names.h"
+#include "runtime/text.h"
+
+/// Functions of dates and times.
+namespace tamarok::embedded::functions {
+
+namespace {
+
+enum class Part : std::uint8_t {
+    Year,
+    Quarter,
+    Month,
+    DayOfYear,
+    Day,
+    Week,
+    Weekday,
+    IsoWeek,
+    Hour,
+    Minute,
+    Second,
+    Millisecond,
+    Microsecond
+};
+
+struct PartName {
+    std::string_view name;
+    Part part;
+};
+
+constexpr std::array partNames = {PartName{"year", Part::Year},
+                                  PartName{"yy", Part::Year},
+                                  PartName{"yyyy", Part::Year},
+                                  PartName{"quarter", Part::Quarter},
+                                  PartName{"qq", Part::Quarter},
+                                  PartName{"q", Part::Quarter},
+                                  PartName{"month", Part::Month},
+                                  PartName{"mm", Part::Month},
+                                  PartName{"m", Part::Month},
+                                  PartName{"dayofyear", Part::DayOfYear},
+                                  PartName{"dy", Part::DayOfYear},
+                                  PartName{"y", Part::DayOfYear},
+                                  PartName{"day", Part::Day},
+                                  PartName{"dd", Part::Day},
+                                  PartName{"d", Part::Day},
+                                  PartName{"week", Part::Week},
+                                  PartName{"wk", Part::Week},
+                                  PartName{"ww", Part::Week},
+                                  PartName{"weekday", Part::Weekday},
+                                  PartName{"dw", Part::Weekday},
+                                  PartName{"w", Part::Weekday},
+                                  PartName{"iso_week", Part::IsoWeek},
+                                  PartName{"isowk", Part::IsoWeek},
+                                  PartName{"isoww", Part::IsoWeek},
+                                  PartName{"hour", Part::Hour},
+                                  PartName{"hh", Part::Hour},
+                                  PartName{"minute", Part::Minute},
+                                  PartName{"mi", Part::Minute},
+                                  PartName{"n", Part::Minute},
+                                  PartName{"second", Part::Second},
+                                  PartName{"ss", Part::Second},
+                                  PartName{"s", Part::Second},
+                                  PartName{"millisecond", Part::Millisecond},
+                                  PartName{"ms", Part::Millisecond},
+                                  PartName{"microsecond", Part::Microsecond},
+                                  PartName{"mcs", Part::Microsecond}};
+
+Part partOf(std::string_view name, std::string_view function)
+{
+    for (const PartName& entry : partNames) {
+        if (equalsAscii(entry.name, name)) return entry.part;
+    }
+    fail(155, "'" + std::string{name} + "' is not a recognized " + std::string{function} + " option.");
+}
+
+[[noreturn]] void failPart(std::string_view name, std::string_view function)
+{
+    fail(9810, "The datepart " + std::string{name} + " is not supported by date function " + std::string{function} +
+                   " for data type datetime.");
+}
+
+/// An argument that may be a datetime's or a plain date's text, range of the wider type.
+Instant dateArgument(const Call& call, std::size_t index)
+{
+    const Storage storage = call.storage(index);
+    const bool number = storage == Storage::Whole || storage == Storage::Real;
+    return toDate(call.value(index), number ? DateType::DateTime : DateType::Date, defaultReading(call));
+}
+
+Instant timeArgument(const Call& call, std::size_t index)
+{
+    const TextArgument text = call.text(index);
+    if (call.storage(index) == Storage::Text) {
+        if (const auto stored = readStorage(text)) return *stored;
+        const ParsedDate parsed = parseDate(text, defaultReading(call));
+        if (parsed.status == ParsedDate::Status::Ok) return parsed.instant;
+    }
+    return toDate(call.value(index), DateType::DateTime, defaultReading(call));
+}
+
+void resultInstant(Call& call, Instant instant)
+{
+    char buffer[storageLength];
+    call.result(writeStorage(instant, buffer));
+}
+
+void resultDate(Call& call, DateType type)
+{
+    if (call.isNull(0)) return call.resultNull();
+    resultInstant(call, toDate(call.value(0), type, defaultReading(call)));
+}
+
+constexpr std::int64_t floorDivide(std::int64_t number, std::int64_t unit) noexcept
+{
+    return number >= 0 ? number / unit : -((-number + unit - 1) / unit);
+}
+
+std::int64_t weekOfYear(const Civil& parts) noexcept
+{
+    const std::int64_t newYear = dayNumber(parts.year, 1, 1);
+    const std::int64_t dayOfYear = dayNumber(parts.year, parts.month, parts.day) - newYear;
+    return (dayOfYear + weekday(newYear) - 1) / 7 + 1;
+}
+
+/// ISO 8601: weeks begin on Monday, and the first has the year's first Thursday.
+std::int64_t isoWeek(std::int64_t number) noexcept
+{
+    const std::int64_t mondayBased = (weekday(number) + 5) % 7;
+    const std::int64_t thursday = number - mondayBased + 3;
+    const Civil parts = toParts(thursday * day);
+    return (thursday - dayNumber(parts.year, 1, 1)) / 7 + 1;
+}
+
+std::int64_t partValue(Part part, Instant instant) noexcept
+{
+    const Civil parts = toParts(instant);
+    switch (part) {
+    case Part::Year: return parts.year;
+    case Part::Quarter: return (parts.month - 1) / 3 + 1;
+    case Part::Month: return parts.month;
+    case Part::DayOfYear: return dayOf(instant) - dayNumber(parts.year, 1, 1) + 1;
+    case Part::Day: return parts.day;
+    case Part::Week: return weekOfYear(parts);
+    case Part::Weekday: return weekday(dayOf(instant));
+    case Part::IsoWeek: return isoWeek(dayOf(instant));
+    case Part::Hour: return parts.hour;
+    case Part::Minute: return parts.minute;
+    case Part::Second: return parts.second;
+    case Part::Millisecond: return parts.millisecond;
+    case Part::Microsecond: return parts.millisecond * std::int64_t{1000};
+    }
+    return 0;
+}
+
+/// Number of the period that an instant lies in; a difference counts the boundaries between two.
+std::int64_t periodOf(Part part, Instant instant) noexcept
+{
+    const Civil parts = toParts(instant);
+    switch (part) {
+    case Part::Year: return parts.year;
+    case Part::Quarter: return parts.year * std::int64_t{4} + (parts.month - 1) / 3;
+    case Part::Month: return parts.year * std::int64_t{12} + parts.month;
+    case Part::Week:
+    case Part::IsoWeek: return floorDivide(dayOf(instant) + 1, 7); // boundaries before Sundays
+    case Part::DayOfYear:
+    case Part::Day:
+    case Part::Weekday: return dayOf(instant);
+    case Part::Hour: return floorDivide(instant, hour);
+    case Part::Minute: return floorDivide(instant, minute);
+    case Part::Second: return floorDivide(instant, second);
+    case Part::Millisecond: return instant;
+    case Part::Microsecond: return instant * 1000;
+    }
+    return 0;
+}
+
+std::optional<Instant> addParts(Part part, std::int64_t number, Instant instant) noexcept
+{
+    switch (part) {
+    case Part::Year: return addMonths(instant, number * 12);
+    case Part::Quarter: return addMonths(instant, number * 3);
+    case Part::Month: return addMonths(instant, number);
+    case Part::DayOfYear:
+    case Part::Day:
+    case Part::Weekday: return instant + number * day;
+    case Part::Week:
+    case Part::IsoWeek: return instant + number * 7 * day;
+    case Part::Hour: return instant + number * hour;
+    case Part::Minute: return instant + number * minute;
+    case Part::Second: return instant + number * second;
+    case Part::Millisecond: return instant + number;
+    case Part::Microsecond: return instant + number / 1000;
+    }
+    return std::nullopt;
+}
+
+void resultPart(Call& call, Part part)
+{
+    if (call.isNull(0)) return call.resultNull();
+    call.result(partValue(part, dateArgument(call, 0)));
+}
+
+} // namespace
+
+void tmDate(Call& call)
+{
+    resultDate(call, DateType::Date);
+}
+
+void tmDateTime(Call& call)
+{
+    resultDate(call, DateType::DateTime);
+}
+
+void tmSmallDateTime(Call& call)
+{
+    resultDate(call, DateType::SmallDateTime);
+}
+
+void tmTime(Call& call)
+{
+    resultDate(call, DateType::Time);
+}
+
+void tmDateTimeStyle(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    const DateReading reading = readingOfStyle(call.whole(1), call.settings().dateOrder);
+    resultInstant(call, toDate(call.value(0), DateType::DateTime, reading));
+}
+
+void tmDateText(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    const std::string text = dateText(timeArgument(call, 0), call.whole(1));
+    const std::int64_t limit = call.whole(2);
+    call.result(limit < 0 ? std::string_view{text} : text::left(text, static_cast<std::size_t>(limit)));
+}
+
+void getDate(Call& call)
+{
+    resultInstant(call, now());
+}
+
+void getUtcDate(Call& call)
+{
+    resultInstant(call, nowUtc());
+}
+
+void year(Call& call)
+{
+    resultPart(call, Part::Year);
+}
+
+void month(Call& call)
+{
+    resultPart(call, Part::Month);
+}
+
+void dayOfMonth(Call& call)
+{
+    resultPart(call, Part::Day);
+}
+
+void datePart(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    const Part part = partOf(call.text(0), "datepart");
+    call.result(partValue(part, timeArgument(call, 1)));
+}
+
+void dateName(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    const Part part = partOf(call.text(0), "datename");
+    const std::int64_t value = partValue(part, timeArgument(call, 1));
+    if (part == Part::Month) return call.result(monthNames[static_cast<std::size_t>(value - 1)]);
+    if (part == Part::Weekday) return call.result(dayNames[static_cast<std::size_t>(value - 1)]);
+    call.result(std::string_view{std::to_string(value)});
+}
+
+/// A datetime stays rounded to its 1/300 s; a day that the target month lacks becomes its last.
+void dateAdd(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    const Part part = partOf(call.text(0), "dateadd");
+    if (part == Part::IsoWeek) failPart(call.text(0), "dateadd");
+    const std::int64_t number = checkedInt(call.whole(1));
+    const Instant instant = timeArgument(call, 2);
+    auto moved = addParts(part, number, instant);
+    if (moved && part == Part::Millisecond) moved = roundToDateTime(*moved);
+    if (!moved || *moved < firstDate || *moved > lastDate) {
+        failWith(517, "Adding a value to a 'datetime' column caused an overflow.", std::to_string(number));
+    }
+    resultInstant(call, *moved);
+}
+
+void dateDiff(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    const Part part = partOf(call.text(0), "datediff");
+    const std::int64_t difference = periodOf(part, timeArgument(call, 2)) - periodOf(part, timeArgument(call, 1));
+    if (difference != static_cast<std::int32_t>(difference)) {
+        failWith(535,
+                 "The datediff function resulted in an overflow. The number of dateparts separating two date/time "
+                 "instances is too large. Try to use datediff with a less precise datepart.",
+                 std::to_string(difference));
+    }
+    call.result(difference);
+}
+
+/// EOMONTH(date [, months]): the last day of the month; Null months count as 0.
+void endOfMonth(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    const bool moves = call.count() > 1 && !call.isNull(1);
+    const std::int64_t months = moves ? call.whole(1) : 0;
+    const auto moved = addMonths(dateArgument(call, 0), months);
+    if (!moved) {
+        failWith(517, "Adding a value to a 'date' column caused an overflow.", std::to_string(months));
+    }
+    const Civil parts = toParts(*moved);
+    resultInstant(call, dayNumber(parts.year, parts.month, daysOfMonth(parts.year, parts.month)) * day);
+}
+
+/// 1 for what converts to datetime; blank texts do not count here.
+void isDate(Call& call)
+{
+    const TextArgument text = call.text(0);
+    if (call.storage(0) == Storage::Real || trimBlanks(text).empty()) return call.result(std::int64_t{0});
+    const auto stored = readStorage(text);
+    const ParsedDate parsed =
+        stored ? ParsedDate{ParsedDate::Status::Ok, *stored, 3} : parseDate(text, defaultReading(call));
+    const bool fits = parsed.status == ParsedDate::Status::Ok && parsed.fractionDigits <= 3 &&
+                      parsed.instant >= firstDateTime && roundToDateTime(parsed.instant) <= lastDate;
+    call.result(std::int64_t{fits});
+}
+
+/// date + number of days, fractions being time.
+void tmDateAddDays(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    const Instant instant = timeArgument(call, 0);
+    const double days = call.real(1);
+    constexpr double furthest = 4e6;
+    const bool near = std::fabs(days) < furthest;
+    const double moved = near ? days * static_cast<double>(day) : 0.0;
+    const Instant target = roundToDateTime(instant + std::llround(moved));
+    if (!near || target < firstDateTime || target > lastDate) {
+        failWith(8115, "Arithmetic overflow error converting expression to data type datetime.", call.text(1));
+    }
+    resultInstant(call, target);
+}
+
+void tmDateDiffDays(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    const Instant difference = timeArgument(call, 0) - timeArgument(call, 1);
+    call.result(static_cast<double>(difference) / static_cast<double>(day));
+}
+
+} // namespace tamarok::embedded::functions

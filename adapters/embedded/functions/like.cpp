@@ -1,0 +1,207 @@
+#include "functions/like.h"
+
+#include <memory>
+#include <string>
+
+#include "functions/catalog.h"
+#include "functions/collation.h"
+#include "runtime/text.h"
+
+namespace tamarok::embedded::functions {
+
+LikePattern::LikePattern(std::string_view pattern, char32_t escape) : escape_{escape}
+{
+    for (std::size_t at = 0; at < pattern.size() && !broken_;) {
+        std::size_t behind = at;
+        const char32_t character = text::decode(pattern, behind);
+        if (escape != 0 && character == escape) {
+            if (behind == pattern.size()) {
+                broken_ = true;
+                return;
+            }
+            items_.push_back({Item::Kind::Character, false, decodeFolded(pattern, behind), 0, 0});
+        } else if (character == U'%') {
+            const bool repeated = !items_.empty() && items_.back().kind == Item::Kind::AnyMany;
+            if (!repeated) items_.push_back({Item::Kind::AnyMany, false, 0, 0, 0});
+        } else if (character == U'_') {
+            items_.push_back({Item::Kind::AnyOne, false, 0, 0, 0});
+        } else if (character == U'[') {
+            compileClass(pattern, behind);
+        } else {
+            items_.push_back({Item::Kind::Character, false, foldCase(character), 0, 0});
+        }
+        at = behind;
+    }
+}
+
+/// `at` stands behind the "[". A "]" always closes, so that "[]" accepts nothing; a "-" at either
+/// end is itself.
+void LikePattern::compileClass(std::string_view pattern, std::size_t& at)
+{
+    Item item{Item::Kind::Class, false, 0, static_cast<std::uint32_t>(ranges_.size()), 0};
+    if (at < pattern.size() && pattern[at] == '^') {
+        item.negated = true;
+        ++at;
+    }
+    const auto readMember = [&]() -> char32_t {
+        const char32_t character = text::decode(pattern, at);
+        if (escape_ != 0 && character == escape_ && at < pattern.size()) return decodeFolded(pattern, at);
+        return foldCase(character);
+    };
+    while (at < pattern.size() && pattern[at] != ']') {
+        Range range{readMember(), 0};
+        range.last = range.first;
+        if (at + 1 < pattern.size() && pattern[at] == '-' && pattern[at + 1] != ']') {
+            ++at;
+            range.last = readMember();
+        }
+        ranges_.push_back(range);
+    }
+    if (at >= pattern.size()) {
+        broken_ = true;
+        return;
+    }
+    ++at;
+    item.ranges = static_cast<std::uint32_t>(ranges_.size()) - item.firstRange;
+    items_.push_back(item);
+}
+
+bool LikePattern::accepts(const Item& item, char32_t character) const noexcept
+{
+    switch (item.kind) {
+    case Item::Kind::Character: return item.character == character;
+    case Item::Kind::AnyOne: return true;
+    case Item::Kind::AnyMany: return false;
+    case Item::Kind::Class: break;
+    }
+    for (std::uint32_t index = item.firstRange; index < item.firstRange + item.ranges; ++index) {
+        const Range& range = ranges_[index];
+        const bool inside = range.first == range.last ? range.first == character
+                                                      : compareCharacters(range.first, character) <= 0 &&
+                                                            compareCharacters(character, range.last) <= 0;
+        if (inside) return !item.negated;
+    }
+    return item.negated;
+}
+
+/// Greedy with one point of return, the last "%": an earlier one never needs another try, since
+/// whatever the later one can reach it reaches from the first fit.
+bool LikePattern::matchesFrom(std::size_t item, std::string_view text, bool ignoreBlanks) const noexcept
+{
+    constexpr auto none = static_cast<std::size_t>(-1);
+    std::size_t at = 0;
+    std::size_t returnItem = none;
+    std::size_t returnAt = 0;
+    for (;;) {
+        if (item < items_.size() && items_[item].kind == Item::Kind::AnyMany) {
+            if (++item == items_.size()) return true;
+            returnItem = item;
+            returnAt = at;
+            continue;
+        }
+        if (item == items_.size()) {
+            if (at == text.size()) return true;
+            if (ignoreBlanks && text.find_first_not_of(' ', at) == std::string_view::npos) return true;
+        } else if (at < text.size()) {
+            std::size_t behind = at;
+            if (accepts(items_[item], decodeFolded(text, behind))) {
+                at = behind;
+                ++item;
+                continue;
+            }
+        } else {
+            return false;
+        }
+        if (returnItem == none || returnAt >= text.size()) return false;
+        text::decode(text, returnAt);
+        item = returnItem;
+        at = returnAt;
+    }
+}
+
+bool LikePattern::matches(std::string_view text, bool ignoreBlanks) const noexcept
+{
+    return !broken_ && matchesFrom(0, text, ignoreBlanks);
+}
+
+std::int64_t LikePattern::find(std::string_view text) const noexcept
+{
+    if (broken_ || items_.empty()) return 0;
+    const bool anywhere = items_.front().kind == Item::Kind::AnyMany;
+    if (!anywhere) return matchesFrom(0, text, false) ? 1 : 0;
+    if (!matchesFrom(0, text, false)) return 0;
+    std::int64_t position = 1;
+    for (std::size_t at = 0; at < text.size(); ++position) {
+        if (matchesFrom(1, text.substr(at), false)) return position;
+        text::decode(text, at);
+    }
+    return matchesFrom(1, {}, false) ? position : 0;
+}
+
+namespace {
+
+/// The compiled pattern of argument `index`, kept by SQLite for the statement where it is a constant.
+class PatternOfCall {
+public:
+    PatternOfCall(Call& call, int index, char32_t escape)
+    {
+        kept_ = static_cast<const LikePattern*>(sqlite3_get_auxdata(call.context(), index));
+        if (kept_ != nullptr && kept_->escape() == escape) return;
+        const TextArgument pattern = call.text(static_cast<std::size_t>(index));
+        auto compiled = std::make_unique<LikePattern>(pattern, escape);
+        const auto drop = [](void* kept) { std::unique_ptr<LikePattern>{static_cast<LikePattern*>(kept)}.reset(); };
+        // Where SQLite does not want to keep it, it drops it at once: ask again before use.
+        sqlite3_set_auxdata(call.context(), index, compiled.release(), drop);
+        kept_ = static_cast<const LikePattern*>(sqlite3_get_auxdata(call.context(), index));
+        if (kept_ != nullptr) return;
+        own_ = std::make_unique<LikePattern>(pattern, escape);
+        kept_ = own_.get();
+    }
+    const LikePattern* operator->() const noexcept { return kept_; }
+
+private:
+    const LikePattern* kept_ = nullptr;
+    std::unique_ptr<LikePattern> own_;
+};
+
+char32_t escapeOf(Call& call, std::size_t index)
+{
+    const TextArgument text = call.text(index);
+    if (text.view().empty()) return 0;
+    std::size_t at = 0;
+    const char32_t escape = text::decode(text, at);
+    if (at == text.view().size()) return escape;
+    std::string message = "The invalid escape character \"";
+    message += text.view();
+    fail(506, message + "\" was specified in a LIKE predicate.");
+}
+
+void resultLike(Call& call, bool ignoreBlanks)
+{
+    if (call.anyNull()) return call.resultNull();
+    const PatternOfCall pattern{call, 1, escapeOf(call, 2)};
+    const TextArgument text = call.text(0);
+    call.result(std::int64_t{pattern->matches(text, ignoreBlanks)});
+}
+
+} // namespace
+
+void tmLike(Call& call)
+{
+    resultLike(call, true);
+}
+
+void tmNLike(Call& call)
+{
+    resultLike(call, false);
+}
+
+void patIndex(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    const PatternOfCall pattern{call, 0, 0};
+    const TextArgument text = call.text(1);
+    call.result(pattern->find(text));
+}
+
+} // namespace tamarok::embedded::functions

@@ -1,0 +1,228 @@
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <string>
+
+#include "functions/catalog.h"
+#include "functions/conversion.h"
+#include "functions/number_text.h"
+
+/// Functions of numbers. Where the result's type follows the argument, whole numbers stay whole; a text counts
+/// as a float.
+namespace tamarok::embedded::functions {
+
+namespace {
+
+constexpr double pi = 3.14159265358979323846;
+
+bool isWhole(const Call& call, std::size_t index) noexcept
+{
+    return call.storage(index) == Storage::Whole;
+}
+
+[[noreturn]] void failDomain(std::string_view value)
+{
+    failWith(3623, "An invalid floating point operation occurred.", value);
+}
+
+/// A result of whole arguments: an int where the argument was one.
+void resultLike(Call& call, std::int64_t argument, std::int64_t result)
+{
+    call.result(argument == static_cast<std::int32_t>(argument) ? checkedInt(result) : result);
+}
+
+void resultOfFloat(Call& call, double (*function)(double))
+{
+    if (call.anyNull()) return call.resultNull();
+    call.result(function(call.real(0)));
+}
+
+double positive(Call& call, std::size_t index)
+{
+    const double number = call.real(index);
+    if (!(number > 0.0)) failDomain(call.text(index));
+    return number;
+}
+
+std::int32_t placesOf(std::int64_t places) noexcept
+{
+    constexpr std::int64_t furthest = 400; // beyond the digits of any double
+    return static_cast<std::int32_t>(std::clamp(places, -furthest, furthest));
+}
+
+} // namespace
+
+void absolute(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    if (!isWhole(call, 0)) return call.result(std::fabs(call.real(0)));
+    const std::int64_t number = call.whole(0);
+    if (number == std::numeric_limits<std::int64_t>::min()) {
+        failWith(8115, "Arithmetic overflow error converting expression to data type bigint.", call.text(0));
+    }
+    resultLike(call, number, number < 0 ? -number : number);
+}
+
+void sign(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    if (isWhole(call, 0)) {
+        const std::int64_t number = call.whole(0);
+        return call.result(std::int64_t{(number > 0) - (number < 0)});
+    }
+    const double number = call.real(0);
+    call.result(static_cast<double>((number > 0.0) - (number < 0.0)));
+}
+
+void round(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    const std::int32_t places = placesOf(call.whole(1));
+    const bool cut = call.count() > 2 && call.whole(2) != 0;
+    if (!isWhole(call, 0)) {
+        const double number = call.real(0);
+        return call.result(cut ? cutToPlaces(number, places) : roundHalfAway(number, places));
+    }
+    const std::int64_t number = call.whole(0);
+    std::int64_t rounded = 0;
+    if (!roundWhole(number, places, cut, rounded)) {
+        failWith(8115, "Arithmetic overflow error converting expression to data type bigint.", call.text(0));
+    }
+    resultLike(call, number, rounded);
+}
+
+void floorOf(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    if (isWhole(call, 0)) return call.resultValue(0);
+    call.result(std::floor(call.real(0)));
+}
+
+void ceiling(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    if (isWhole(call, 0)) return call.resultValue(0);
+    call.result(std::ceil(call.real(0)));
+}
+
+void squareRoot(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    const double number = call.real(0);
+    if (number < 0.0) failDomain(call.text(0));
+    call.result(std::sqrt(number));
+}
+
+void square(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    const double number = call.real(0);
+    call.result(number * number);
+}
+
+/// The result has the type of the base: an int base gives an int, cut.
+void power(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    const double base = call.real(0);
+    const double exponent = call.real(1);
+    if (base == 0.0 && exponent < 0.0) fail(8134, "Divide by zero error encountered.");
+    const double result = std::pow(base, exponent);
+    if (std::isnan(result)) failDomain(call.text(0));
+    if (!isWhole(call, 0)) return call.result(result);
+    const std::int64_t whole = call.whole(0);
+    const bool isInt = whole == static_cast<std::int32_t>(whole);
+    const double limit = isInt ? 2147483648.0 : 9223372036854775808.0;
+    if (result >= limit || std::trunc(result) < -limit) {
+        fail(232, "Arithmetic overflow error for type " + std::string{isInt ? "int" : "bigint"} +
+                      ", value = " + decimalText(result, 6) + ".");
+    }
+    call.result(static_cast<std::int64_t>(result));
+}
+
+void exponential(Call& call)
+{
+    resultOfFloat(call, [](double number) { return std::exp(number); });
+}
+
+/// LOG(x): natural; LOG(x, base).
+void logarithm(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    const double number = positive(call, 0);
+    if (call.count() == 1) return call.result(std::log(number));
+    const double base = positive(call, 1);
+    if (base == 1.0) failDomain(call.text(1));
+    call.result(std::log(number) / std::log(base));
+}
+
+void logarithm10(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    call.result(std::log10(positive(call, 0)));
+}
+
+void piValue(Call& call)
+{
+    call.result(pi);
+}
+
+void sine(Call& call)
+{
+    resultOfFloat(call, [](double number) { return std::sin(number); });
+}
+
+void cosine(Call& call)
+{
+    resultOfFloat(call, [](double number) { return std::cos(number); });
+}
+
+void tangent(Call& call)
+{
+    resultOfFloat(call, [](double number) { return std::tan(number); });
+}
+
+void arcTangent(Call& call)
+{
+    resultOfFloat(call, [](double number) { return std::atan(number); });
+}
+
+void arcSine(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    const double number = call.real(0);
+    if (std::fabs(number) > 1.0) failDomain(call.text(0));
+    call.result(std::asin(number));
+}
+
+void arcCosine(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    const double number = call.real(0);
+    if (std::fabs(number) > 1.0) failDomain(call.text(0));
+    call.result(std::acos(number));
+}
+
+void arcTangentOfTwo(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    call.result(std::atan2(call.real(0), call.real(1)));
+}
+
+void radians(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    const double result = call.real(0) * pi / 180.0;
+    if (isWhole(call, 0)) return call.result(static_cast<std::int64_t>(result));
+    call.result(result);
+}
+
+void degrees(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    const double result = call.real(0) * 180.0 / pi;
+    if (isWhole(call, 0)) return call.result(static_cast<std::int64_t>(result));
+    call.result(result);
+}
+
+} // namespace tamarok::embedded::functions

@@ -1,0 +1,278 @@
+#include <cmath>
+#include <limits>
+#include <string>
+
+#include "functions/catalog.h"
+#include "functions/collation.h"
+#include "functions/conversion.h"
+#include "functions/date_parse.h"
+
+/// Arithmetic and comparison as the server does them.
+namespace tamarok::embedded::functions {
+
+namespace {
+
+using WholeOperation = bool (*)(std::int64_t, std::int64_t, std::int64_t&);
+
+bool addWhole(std::int64_t a, std::int64_t b, std::int64_t& result) noexcept
+{
+    return !__builtin_add_overflow(a, b, &result);
+}
+
+bool subtractWhole(std::int64_t a, std::int64_t b, std::int64_t& result) noexcept
+{
+    return !__builtin_sub_overflow(a, b, &result);
+}
+
+bool multiplyWhole(std::int64_t a, std::int64_t b, std::int64_t& result) noexcept
+{
+    return !__builtin_mul_overflow(a, b, &result);
+}
+
+[[noreturn]] void failZero()
+{
+    fail(8134, "Divide by zero error encountered.");
+}
+
+bool divideWhole(std::int64_t a, std::int64_t b, std::int64_t& result)
+{
+    if (b == 0) failZero();
+    if (b == -1) return subtractWhole(0, a, result);
+    result = a / b;
+    return true;
+}
+
+bool remainderWhole(std::int64_t a, std::int64_t b, std::int64_t& result)
+{
+    if (b == 0) failZero();
+    result = b == -1 ? 0 : a % b;
+    return true;
+}
+
+void resultOfWhole(Call& call, WholeType type, WholeOperation operation)
+{
+    if (call.anyNull()) return call.resultNull();
+    const std::int64_t a = toWhole(call.value(0), type);
+    const std::int64_t b = toWhole(call.value(1), type);
+    std::int64_t result = 0;
+    if (!operation(a, b, result)) {
+        failWith(8115, "Arithmetic overflow error converting expression to data type bigint.",
+                 std::to_string(a) + " and " + std::to_string(b));
+    }
+    call.result(type == WholeType::Int ? checkedInt(result) : result);
+}
+
+bool isNumber(Storage storage) noexcept
+{
+    return storage == Storage::Whole || storage == Storage::Real;
+}
+
+bool isInt(const Call& call, std::size_t index) noexcept
+{
+    if (call.storage(index) != Storage::Whole) return true;
+    const std::int64_t number = sqlite3_value_int64(call.value(index));
+    return number == static_cast<std::int32_t>(number);
+}
+
+WholeType wholeTypeOf(const Call& call) noexcept
+{
+    return isInt(call, 0) && isInt(call, 1) ? WholeType::Int : WholeType::BigInt;
+}
+
+bool isStoredDate(const Call& call, std::size_t index)
+{
+    return call.storage(index) == Storage::Text && readStorage(call.text(index)).has_value();
+}
+
+struct RuntimeOperator {
+    std::string_view name;
+    WholeOperation whole;
+    double (*real)(double, double);
+};
+
+/// Two operands whose types are known only now. A text beside a number takes the number's type.
+void resultOfRuntime(Call& call, const RuntimeOperator& operation)
+{
+    if (call.anyNull()) return call.resultNull();
+    const Storage a = call.storage(0);
+    const Storage b = call.storage(1);
+    if (!isNumber(a) && !isNumber(b)) {
+        fail(8117, "Operand data type nvarchar is invalid for " + std::string{operation.name} + " operator. Value: '" +
+                       std::string{call.text(0).view()} + "'.");
+    }
+    if (a == Storage::Real || b == Storage::Real) return call.result(operation.real(call.real(0), call.real(1)));
+    resultOfWhole(call, wholeTypeOf(call), operation.whole);
+}
+
+double divideReal(double a, double b)
+{
+    if (b == 0.0) failZero();
+    return a / b;
+}
+
+double remainderReal(double a, double b)
+{
+    if (b == 0.0) failZero();
+    return std::fmod(a, b);
+}
+
+/// Moves the date argument `date` by the number argument `number`.
+void resultMoved(Call& call, std::size_t date, std::size_t number, double direction)
+{
+    const Instant instant = *readStorage(call.text(date));
+    const double days = direction * call.real(number);
+    constexpr double furthest = 4e6;
+    const bool near = std::fabs(days) < furthest;
+    const Instant moved = instant + (near ? std::llround(days * static_cast<double>(day)) : lastDate);
+    const Instant fitted = fitDate(moved, DateType::DateTime, false, call.text(number));
+    char buffer[storageLength];
+    call.result(writeStorage(fitted, buffer));
+}
+
+int compareNumbers(const Call& call)
+{
+    if (call.storage(0) == Storage::Real || call.storage(1) == Storage::Real) {
+        const double a = call.real(0);
+        const double b = call.real(1);
+        return (a > b) - (a < b);
+    }
+    const WholeType type = wholeTypeOf(call);
+    const std::int64_t a = toWhole(call.value(0), type);
+    const std::int64_t b = toWhole(call.value(1), type);
+    return (a > b) - (a < b);
+}
+
+int compareDates(const Call& call)
+{
+    const Instant a = toDate(call.value(0), DateType::DateTime, defaultReading(call));
+    const Instant b = toDate(call.value(1), DateType::DateTime, defaultReading(call));
+    return (a > b) - (a < b);
+}
+
+int compareValues(const Call& call)
+{
+    if (isStoredDate(call, 0) || isStoredDate(call, 1)) return compareDates(call);
+    if (isNumber(call.storage(0)) || isNumber(call.storage(1))) return compareNumbers(call);
+    const TextArgument a = call.text(0);
+    const TextArgument b = call.text(1);
+    const int result = compareTexts(a, b);
+    return (result > 0) - (result < 0);
+}
+
+} // namespace
+
+void tmIAdd(Call& call)
+{
+    resultOfWhole(call, WholeType::Int, addWhole);
+}
+
+void tmISub(Call& call)
+{
+    resultOfWhole(call, WholeType::Int, subtractWhole);
+}
+
+void tmIMul(Call& call)
+{
+    resultOfWhole(call, WholeType::Int, multiplyWhole);
+}
+
+void tmIDiv(Call& call)
+{
+    resultOfWhole(call, WholeType::Int, divideWhole);
+}
+
+void tmIMod(Call& call)
+{
+    resultOfWhole(call, WholeType::Int, remainderWhole);
+}
+
+void tmBAdd(Call& call)
+{
+    resultOfWhole(call, WholeType::BigInt, addWhole);
+}
+
+void tmBSub(Call& call)
+{
+    resultOfWhole(call, WholeType::BigInt, subtractWhole);
+}
+
+void tmBMul(Call& call)
+{
+    resultOfWhole(call, WholeType::BigInt, multiplyWhole);
+}
+
+void tmBDiv(Call& call)
+{
+    resultOfWhole(call, WholeType::BigInt, divideWhole);
+}
+
+void tmBMod(Call& call)
+{
+    resultOfWhole(call, WholeType::BigInt, remainderWhole);
+}
+
+void tmFDiv(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    call.result(divideReal(call.real(0), call.real(1)));
+}
+
+void tmFMod(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    call.result(remainderReal(call.real(0), call.real(1)));
+}
+
+void tmAdd(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    if (isStoredDate(call, 0) && isNumber(call.storage(1))) return resultMoved(call, 0, 1, 1.0);
+    if (isStoredDate(call, 1) && isNumber(call.storage(0))) return resultMoved(call, 1, 0, 1.0);
+    if (isNumber(call.storage(0)) || isNumber(call.storage(1))) {
+        constexpr RuntimeOperator addition{"add", addWhole, [](double a, double b) { return a + b; }};
+        return resultOfRuntime(call, addition);
+    }
+    std::string joined{call.text(0).view()};
+    joined += call.text(1).view();
+    call.result(std::string_view{joined});
+}
+
+void tmSub(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    if (isStoredDate(call, 0) && isNumber(call.storage(1))) return resultMoved(call, 0, 1, -1.0);
+    if (isStoredDate(call, 0) && isStoredDate(call, 1)) return tmDateDiffDays(call);
+    constexpr RuntimeOperator subtraction{"subtract", subtractWhole, [](double a, double b) { return a - b; }};
+    resultOfRuntime(call, subtraction);
+}
+
+void tmMul(Call& call)
+{
+    constexpr RuntimeOperator multiplication{"multiply", multiplyWhole, [](double a, double b) { return a * b; }};
+    resultOfRuntime(call, multiplication);
+}
+
+void tmDiv(Call& call)
+{
+    constexpr RuntimeOperator division{"divide", divideWhole, divideReal};
+    resultOfRuntime(call, division);
+}
+
+void tmMod(Call& call)
+{
+    constexpr RuntimeOperator modulo{"modulo", remainderWhole, remainderReal};
+    resultOfRuntime(call, modulo);
+}
+
+void tmCompare(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    call.result(std::int64_t{compareValues(call)});
+}
+
+void tmIsNull(Call& call)
+{
+    call.resultValue(call.isNull(0) ? 1 : 0);
+}
+
+} // namespace tamarok::embedded::functions

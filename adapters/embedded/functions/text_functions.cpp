@@ -1,0 +1,334 @@
+#include <algorithm>
+#include <array>
+#include <string>
+#include <utility>
+
+#include "functions/catalog.h"
+#include "functions/collation.h"
+#include "functions/conversion.h"
+#include "functions/number_text.h"
+#include "runtime/text.h"
+
+/// Functions of texts. Characters are code points; positions begin at 1.
+namespace tamarok::embedded::functions {
+
+namespace {
+
+constexpr std::int64_t longestRepeated = 8000; ///< characters of a varchar that is not varchar(max)
+
+std::string_view cutBlanksBehind(std::string_view text) noexcept
+{
+    while (!text.empty() && text.back() == ' ')
+        text.remove_suffix(1);
+    return text;
+}
+
+std::string_view cutBlanksBefore(std::string_view text) noexcept
+{
+    while (!text.empty() && text.front() == ' ')
+        text.remove_prefix(1);
+    return text;
+}
+
+/// Byte offset behind `needle` where it stands at `at` of `text`, without regard to case; npos where not.
+std::size_t matchFolded(std::string_view text, std::size_t at, std::string_view needle) noexcept
+{
+    std::size_t in = 0;
+    while (in < needle.size()) {
+        if (at >= text.size()) return std::string_view::npos;
+        if (decodeFolded(text, at) != decodeFolded(needle, in)) return std::string_view::npos;
+    }
+    return at;
+}
+
+std::size_t count(std::int64_t number) noexcept
+{
+    return static_cast<std::size_t>(std::max<std::int64_t>(number, 0));
+}
+
+/// Code page 1252 between 0x80 and 0x9F; what it leaves open stands for itself.
+constexpr std::array<char32_t, 32> codePage1252 = {0x20AC, 0x81,   0x201A, 0x192,  0x201E, 0x2026, 0x2020, 0x2021,
+                                                   0x2C6,  0x2030, 0x160,  0x2039, 0x152,  0x8D,   0x17D,  0x8F,
+                                                   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                                   0x2DC,  0x2122, 0x161,  0x203A, 0x153,  0x9D,   0x17E,  0x178};
+constexpr std::int64_t firstOfTable = 0x80;
+
+void resultCharacter(Call& call, char32_t character)
+{
+    std::string text;
+    text::append(text, character);
+    call.result(std::string_view{text});
+}
+
+} // namespace
+
+void len(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    const TextArgument text = call.text(0);
+    call.result(static_cast<std::int64_t>(text::length(cutBlanksBehind(text))));
+}
+
+void dataLength(Call& call)
+{
+    constexpr std::int64_t intBytes = 4;
+    constexpr std::int64_t bigBytes = 8;
+    switch (call.storage(0)) {
+    case Storage::Null: return call.resultNull();
+    case Storage::Whole: {
+        const std::int64_t number = call.whole(0);
+        return call.result(number == static_cast<std::int32_t>(number) ? intBytes : bigBytes);
+    }
+    case Storage::Real: return call.result(bigBytes);
+    case Storage::Blob: return call.result(std::int64_t{sqlite3_value_bytes(call.value(0))});
+    case Storage::Text: break;
+    }
+    const TextArgument text = call.text(0);
+    std::int64_t units = 0;
+    for (std::size_t at = 0; at < text.view().size();)
+        units += text::decode(text, at) > 0xFFFF ? 2 : 1;
+    call.result(units * 2);
+}
+
+void left(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    const std::int64_t size = call.whole(1);
+    if (size < 0) {
+        failWith(537, "Invalid length parameter passed to the LEFT or SUBSTRING function.", std::to_string(size));
+    }
+    const TextArgument text = call.text(0);
+    call.result(text::left(text, count(size)));
+}
+
+void right(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    const std::int64_t size = call.whole(1);
+    if (size < 0) failWith(536, "Invalid length parameter passed to the right function.", std::to_string(size));
+    const TextArgument text = call.text(0);
+    call.result(text::right(text, count(size)));
+}
+
+/// The part ends before position start + length, wherever start lies.
+void substring(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    const std::int64_t size = call.whole(2);
+    if (size < 0) {
+        failWith(537, "Invalid length parameter passed to the LEFT or SUBSTRING function.", std::to_string(size));
+    }
+    const std::int64_t start = checkedInt(call.whole(1));
+    const std::int64_t first = std::max<std::int64_t>(start, 1);
+    const std::int64_t end = start + std::min<std::int64_t>(size, INT32_MAX);
+    const TextArgument text = call.text(0);
+    call.result(end > first ? text::mid(text, count(first), count(end - first)) : std::string_view{});
+}
+
+void charIndex(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    const TextArgument needle = call.text(0);
+    const TextArgument text = call.text(1);
+    const std::int64_t start = call.count() > 2 ? std::max<std::int64_t>(call.whole(2), 1) : 1;
+    if (needle.view().empty()) return call.result(std::int64_t{0});
+    std::int64_t position = 1;
+    for (std::size_t at = 0; at < text.view().size(); ++position) {
+        if (position >= start && matchFolded(text, at, needle) != std::string_view::npos) return call.result(position);
+        text::decode(text, at);
+    }
+    call.result(std::int64_t{0});
+}
+
+void replace(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    const TextArgument text = call.text(0);
+    const TextArgument needle = call.text(1);
+    const TextArgument replacement = call.text(2);
+    if (needle.view().empty()) return call.result(text.view());
+    std::string replaced;
+    for (std::size_t at = 0; at < text.view().size();) {
+        const std::size_t behind = matchFolded(text, at, needle);
+        if (behind != std::string_view::npos) {
+            replaced += replacement.view();
+            at = behind;
+            continue;
+        }
+        const std::size_t from = at;
+        text::decode(text, at);
+        replaced += text.view().substr(from, at - from);
+    }
+    call.result(std::string_view{replaced});
+}
+
+/// Null where the position lies outside the text or the length is negative; a Null replacement only deletes.
+void stuff(Call& call)
+{
+    if (call.isNull(0) || call.isNull(1) || call.isNull(2)) return call.resultNull();
+    const TextArgument text = call.text(0);
+    const TextArgument replacement = call.text(3);
+    const std::int64_t start = call.whole(1);
+    const std::int64_t size = call.whole(2);
+    const auto length = static_cast<std::int64_t>(text::length(text));
+    if (start <= 0 || start > length || size < 0) return call.resultNull();
+    std::string result{text::left(text, count(start - 1))};
+    result += replacement.view();
+    if (size <= length - start) result += text::mid(text, count(start + size));
+    call.result(std::string_view{result});
+}
+
+void replicate(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    const std::int64_t times = call.whole(1);
+    if (times < 0) return call.resultNull();
+    const TextArgument text = call.text(0);
+    const auto length = static_cast<std::int64_t>(text::length(text));
+    if (times == 0 || length == 0) return call.result(std::string_view{});
+    const std::int64_t most = std::max(longestRepeated, length);
+    const std::int64_t whole = std::min(times, most / length);
+    std::string result;
+    result.reserve(text.view().size() * count(whole + 1));
+    for (std::int64_t index = 0; index < whole; ++index)
+        result += text.view();
+    if (whole < times) result += text::left(text, count(most - whole * length));
+    call.result(std::string_view{result});
+}
+
+void space(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    const std::int64_t size = call.whole(0);
+    if (size < 0) return call.resultNull();
+    call.result(std::string_view{std::string(count(std::min(size, longestRepeated)), ' ')});
+}
+
+void reverse(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    const TextArgument text = call.text(0);
+    std::string reversed(text.view().size(), ' ');
+    std::size_t end = reversed.size();
+    for (std::size_t at = 0; at < text.view().size();) {
+        const std::size_t from = at;
+        text::decode(text, at);
+        end -= at - from;
+        text.view().copy(reversed.data() + end, at - from, from);
+    }
+    call.result(std::string_view{reversed});
+}
+
+void upper(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    call.result(std::string_view{text::toUpper(call.text(0).view())});
+}
+
+void lower(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    call.result(std::string_view{text::toLower(call.text(0).view())});
+}
+
+void ltrim(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    const TextArgument text = call.text(0);
+    call.result(cutBlanksBefore(text));
+}
+
+void rtrim(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    const TextArgument text = call.text(0);
+    call.result(cutBlanksBehind(text));
+}
+
+void trim(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    const TextArgument text = call.text(0);
+    call.result(cutBlanksBefore(cutBlanksBehind(text)));
+}
+
+void character(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    const std::int64_t code = call.whole(0);
+    if (code < 0 || code > 255) return call.resultNull();
+    const bool inTable = code >= firstOfTable && code < firstOfTable + static_cast<std::int64_t>(codePage1252.size());
+    resultCharacter(call, inTable ? codePage1252[count(code - firstOfTable)] : static_cast<char32_t>(code));
+}
+
+void nationalCharacter(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    const std::int64_t code = call.whole(0);
+    if (code < 0 || code > 0xFFFF) return call.resultNull();
+    const bool surrogate = code >= 0xD800 && code <= 0xDFFF; // half a character has no text of its own
+    resultCharacter(call, surrogate ? U'\uFFFD' : static_cast<char32_t>(code));
+}
+
+void ascii(Call& call)
+{
+    const TextArgument text = call.text(0);
+    if (text.view().empty()) return call.resultNull();
+    std::size_t at = 0;
+    const char32_t first = text::decode(text, at);
+    const auto found = std::ranges::find(codePage1252, first);
+    if (found != codePage1252.end()) return call.result(std::int64_t{found - codePage1252.begin()} + firstOfTable);
+    call.result(first < 0x100 ? std::int64_t{first} : std::int64_t{'?'});
+}
+
+void unicode(Call& call)
+{
+    const TextArgument text = call.text(0);
+    if (text.view().empty()) return call.resultNull();
+    std::size_t at = 0;
+    call.result(std::int64_t{text::decode(text, at)});
+}
+
+/// STR(number [, length [, decimals]]): right-justified, stars where the whole part does not fit.
+void str(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    constexpr std::int64_t defaultSize = 10;
+    constexpr std::int64_t mostDecimals = 16;
+    const std::int64_t size = call.count() > 1 ? call.whole(1) : defaultSize;
+    const std::int64_t decimals = call.count() > 2 ? std::min(call.whole(2), mostDecimals) : 0;
+    if (size <= 0 || size > longestRepeated || decimals < 0) return call.resultNull();
+    const double number = call.real(0);
+    // The decimals are what gives way where the length is short.
+    std::int64_t shown = decimals;
+    std::string text = decimalText(number, static_cast<std::int32_t>(shown));
+    while (shown > 0 && std::cmp_greater(text.size(), size)) {
+        text = decimalText(number, static_cast<std::int32_t>(--shown));
+    }
+    if (std::cmp_greater(text.size(), size)) return call.result(std::string_view{std::string(count(size), '*')});
+    text.insert(0, count(size) - text.size(), ' ');
+    call.result(std::string_view{text});
+}
+
+void concat(Call& call)
+{
+    std::string text;
+    for (std::size_t index = 0; index < call.count(); ++index)
+        text += call.text(index).view();
+    call.result(std::string_view{text});
+}
+
+void isNumeric(Call& call)
+{
+    switch (call.storage(0)) {
+    case Storage::Null:
+    case Storage::Blob: return call.result(std::int64_t{0});
+    case Storage::Whole:
+    case Storage::Real: return call.result(std::int64_t{1});
+    case Storage::Text: break;
+    }
+    const TextArgument text = call.text(0);
+    call.result(std::int64_t{isNumericText(text)});
+}
+
+} // namespace tamarok::embedded::functions
