@@ -27,8 +27,10 @@ DayAndTime split(Date date)
 {
     if (!isInRange(date)) throw Error{errors::overflow, "Overflow: a date lies outside the years 100 to 9999."};
     const double whole = std::trunc(date.days);
-    DayAndTime result{static_cast<std::int32_t>(whole),
-                      std::llround(std::abs(date.days - whole) * static_cast<double>(millisecondsPerDay))};
+    const double fraction = std::abs(date.days - whole);
+    DayAndTime result{static_cast<std::int32_t>(whole), 0};
+    if (fraction == 0.0) return result;
+    result.milliseconds = std::llround(fraction * static_cast<double>(millisecondsPerDay));
     if (result.milliseconds == millisecondsPerDay) {
         const bool lastDay = whole == lastDateDays - 1.0;
         result.milliseconds = lastDay ? millisecondsPerDay - 1 : 0;

@@ -69,6 +69,7 @@ private:
     std::size_t characterLength() const noexcept
     {
         if (rest_.empty()) return 0;
+        if (static_cast<unsigned char>(rest_.front()) < 0x80) return 1;
         std::size_t end = 0;
         text::decode(rest_, end);
         return end;
@@ -101,8 +102,9 @@ private:
     Token patternPart() noexcept
     {
         static constexpr std::array<std::string_view, 3> halfDays{"AM/PM", "AMPM", "A/P"};
-        for (const std::string_view halfDay : halfDays)
-            if (text::startsWithNoCase(rest_, halfDay)) return take(Part::halfDay, halfDay.size());
+        if (lower(rest_.front()) == 'a')
+            for (const std::string_view halfDay : halfDays)
+                if (text::startsWithNoCase(rest_, halfDay)) return take(Part::halfDay, halfDay.size());
         switch (lower(rest_.front())) {
         case 'd': return take(Part::day, runLength(true));
         case 'm': return take(Part::month, runLength(true));
@@ -123,10 +125,7 @@ private:
 
 class DateWriter {
 public:
-    DateWriter(Date date, const Regional& regional) : parts_{toCivilSeconds(date)}, regional_{regional}
-    {
-        weekday_ = static_cast<std::size_t>(weekdayOf(makeDate(parts_.year, parts_.month, parts_.day)) - 1);
-    }
+    DateWriter(Date date, const Regional& regional) : parts_{toCivilSeconds(date)}, regional_{regional} {}
 
     void write(const Token& token)
     {
@@ -158,12 +157,18 @@ private:
         out_.append(buffer.data(), end);
     }
 
+    /// Of the day that is shown, which the rounding to seconds may have moved.
+    std::size_t weekday() const
+    {
+        return static_cast<std::size_t>(weekdayOf(makeDate(parts_.year, parts_.month, parts_.day)) - 1);
+    }
+
     void day(std::size_t length)
     {
         if (length == 3)
-            out_.append(regional_.shortDays[weekday_]);
+            out_.append(regional_.shortDays[weekday()]);
         else if (length > 3)
-            out_.append(regional_.days[weekday_]);
+            out_.append(regional_.days[weekday()]);
         else
             number(parts_.day, static_cast<std::ptrdiff_t>(length));
     }
@@ -204,7 +209,6 @@ private:
 
     CivilTime parts_;
     const Regional& regional_;
-    std::size_t weekday_ = 0;
     std::string out_;
 };
 
@@ -220,6 +224,7 @@ Part nextPart(PatternLexer lexer) noexcept
 
 bool namesHalfDay(std::string_view pattern) noexcept
 {
+    if (pattern.find_first_of("aA") == std::string_view::npos) return false;
     PatternLexer lexer{pattern, false};
     Token token;
     while (lexer.next(token))

@@ -1,5 +1,6 @@
 #include "runtime/number_digits.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -10,15 +11,35 @@ namespace {
 /// Reads the scientific form of std::to_chars ("1.2345e-05") into digits and point.
 void readScientific(const char* begin, const char* end, DecimalDigits& result) noexcept
 {
-    const char* at = begin;
-    std::int32_t count = 0;
-    for (; at != end && *at != 'e'; ++at)
-        if (*at != '.') result.digits[static_cast<std::size_t>(count++)] = *at;
+    const char* mark = end - 1; // the "e" stands before two or three digits and their sign
     std::int32_t exponent = 0;
-    const char* const exponentBegin = at + (at != end && at + 1 != end && at[1] == '+' ? 2 : 1);
-    if (at != end) std::from_chars(exponentBegin, end, exponent);
-    result.count = count;
+    for (std::int32_t worth = 1; *mark != '-' && *mark != '+'; --mark, worth *= 10)
+        exponent += (*mark - '0') * worth;
+    if (*mark == '-') exponent = -exponent;
+    --mark;
+    result.digits[0] = *begin;
+    char* last = result.digits.data() + 1;
+    if (mark - begin > 1) last = std::copy(begin + 2, mark, last);
+    result.count = static_cast<std::int32_t>(last - result.digits.data());
     result.point = exponent + 1;
+}
+
+/// Numbers of up to four decimals, which measures are: a decimal of at most 15 digits that reads back
+/// as the number is its only one, so it need not be searched for. False for any other number.
+bool readMeasure(double magnitude, DecimalDigits& result) noexcept
+{
+    constexpr double largest = 1e10;
+    constexpr double scale = 1e4;
+    constexpr std::int32_t decimals = 4;
+    if (magnitude >= largest) return false;
+    const auto scaled = static_cast<std::int64_t>(magnitude * scale + 0.5);
+    if (scaled == 0 || static_cast<double>(scaled) / scale != magnitude) return false;
+    char* const begin = result.digits.data();
+    const auto end = std::to_chars(begin, begin + result.digits.size(), scaled).ptr;
+    result.count = static_cast<std::int32_t>(end - begin);
+    result.point = result.count - decimals;
+    result.keep(result.count);
+    return true;
 }
 
 } // namespace
@@ -30,14 +51,12 @@ DecimalDigits decimalDigits(double number) noexcept
     if (number == 0.0) return result;
 
     const double magnitude = std::abs(number);
+    if (readMeasure(magnitude, result)) return result;
     std::array<char, 40> buffer;
     char* const last = buffer.data() + buffer.size();
     readScientific(buffer.data(), std::to_chars(buffer.data(), last, magnitude, std::chars_format::scientific).ptr,
                    result);
-    if (result.count <= maxSignificantDigits) {
-        if (result.digits[static_cast<std::size_t>(result.count - 1)] == '0') result.keep(result.count);
-        return result;
-    }
+    if (result.count <= maxSignificantDigits) return result;
     // Rounding the shortest form is rounding the exact value, unless the shortest form ends in the very
     // middle between two 15-digit numbers: it may have been rounded to the middle itself.
     if (result.count == maxSignificantDigits + 1 && result.digits[maxSignificantDigits] == '5')

@@ -98,7 +98,7 @@ public:
         for (std::string_view piece; walker.next(piece);) {
             if (walker.isLiteral())
                 out_.append(piece);
-            else if (beginsExponent(walker.from(piece)))
+            else if (layout_.exponent && beginsExponent(walker.from(piece)))
                 exponent(walker, piece);
             else
                 special(piece);

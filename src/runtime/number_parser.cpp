@@ -139,16 +139,50 @@ private:
     DigitCollector digits_;
 };
 
+/// The usual text, digits with perhaps a minus before and one separator of one byte among them, read
+/// in one walk. Nothing where the text is anything else, be it a number or not.
+std::optional<double> parseUsual(std::string_view text, char decimal) noexcept
+{
+    static constexpr std::array powers{1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                       1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    constexpr std::size_t exactLength = powers.size() - 1 + 2; // digits that a double holds, sign and separator
+    if (text.empty() || text.size() > exactLength) return std::nullopt;
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    const bool negative = *at == '-';
+    at += negative ? 1 : 0;
+    std::int64_t digits = 0;
+    const char* const whole = at;
+    for (; at != end && isDigit(*at); ++at)
+        digits = digits * 10 + (*at - '0');
+    if (at == whole) return std::nullopt;
+    std::size_t decimals = 0;
+    if (at != end && *at == decimal) {
+        const char* const fraction = ++at;
+        for (; at != end && isDigit(*at); ++at)
+            digits = digits * 10 + (*at - '0');
+        decimals = static_cast<std::size_t>(at - fraction);
+    }
+    // Above 15 digits the quotient of two doubles may not be the nearest one.
+    const auto count = static_cast<std::size_t>(at - whole) - (decimals > 0 ? 1U : 0U);
+    if (at != end || count >= powers.size()) return std::nullopt;
+    const double value = static_cast<double>(digits) / powers[decimals];
+    return negative ? -value : value;
+}
+
 } // namespace
 
 std::optional<double> parseNumber(std::string_view text, const Regional& regional)
 {
+    if (regional.decimal.size() == 1)
+        if (const auto usual = parseUsual(text, regional.decimal.front())) return usual;
     const std::string_view thousands = regional.thousands;
     return NumberParser{text, regional.decimal, acceptedMarks(thousands)}.typed();
 }
 
 std::optional<double> parsePlainNumber(std::string_view text) noexcept
 {
+    if (const auto usual = parseUsual(text, '.')) return usual;
     return NumberParser{text, ".", {}}.plain();
 }
 

@@ -27,7 +27,12 @@ public:
         }
         if (literal_) ++at_;
         const std::size_t begin = at_;
-        if (at_ < pattern_.size()) text::decode(pattern_, at_);
+        if (at_ < pattern_.size()) {
+            if (static_cast<unsigned char>(pattern_[at_]) < 0x80)
+                ++at_;
+            else
+                text::decode(pattern_, at_);
+        }
         piece = pattern_.substr(begin, at_ - begin);
         return true;
     }
@@ -57,6 +62,10 @@ class PatternSections {
 public:
     explicit PatternSections(std::string_view pattern) noexcept
     {
+        if (pattern.find(';') == std::string_view::npos) {
+            sections_[0] = pattern;
+            return;
+        }
         std::size_t begin = 0;
         std::size_t index = 0;
         PatternWalker walker{pattern};

@@ -46,6 +46,18 @@ std::string mapEach(std::string_view text, Map map)
     return result;
 }
 
+/// Replaces in place, both texts being of one length.
+std::string overwriteAll(std::string text, std::string_view wanted, std::string_view replacement)
+{
+    if (wanted.size() == 1) {
+        std::replace(text.begin(), text.end(), wanted.front(), replacement.front());
+        return text;
+    }
+    for (std::size_t hit = text.find(wanted); hit != std::string::npos; hit = text.find(wanted, hit + wanted.size()))
+        text.replace(hit, wanted.size(), replacement);
+    return text;
+}
+
 } // namespace
 
 char32_t decode(std::string_view text, std::size_t& offset) noexcept
@@ -199,8 +211,9 @@ bool startsWithNoCase(std::string_view text, std::string_view prefix) noexcept
 
 std::string replaceAll(std::string_view text, std::string_view wanted, std::string_view replacement)
 {
-    std::string result;
     if (wanted.empty()) return std::string{text};
+    if (wanted.size() == replacement.size()) return overwriteAll(std::string{text}, wanted, replacement);
+    std::string result;
     result.reserve(text.size());
     std::size_t offset = 0;
     for (std::size_t hit = text.find(wanted); hit != std::string_view::npos; hit = text.find(wanted, offset)) {
