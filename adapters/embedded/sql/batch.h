@@ -25,6 +25,12 @@ struct Table {
     std::string name;       ///< in declared spelling; a temporary table keeps its "#"
     std::string sqliteName; ///< quoted name to put into SQLite text
     std::vector<TableColumn> columns;
+    std::vector<std::uint16_t> slots = {}; ///< made by `indexColumns`
+
+    /// Makes look-ups by name immediate; to be called once, when `columns` is complete.
+    void indexColumns();
+    /// Position of a column, without regard to case; -1 for none.
+    std::int32_t column(std::string_view wanted) const;
 };
 
 /// The tables that a statement may name.

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
+#include <string_view>
 
 namespace tamarok::embedded::sql {
 
@@ -48,5 +50,12 @@ struct Type {
 
     friend constexpr bool operator==(const Type&, const Type&) = default;
 };
+
+/// Type of a declaration as the server writes it: "NVARCHAR(40)", "decimal(10, 2)", "varchar(max)";
+/// "INTEGER" is Int. Unknown for what is none of the server's types.
+Type parseDeclaredType(std::string_view declaration);
+
+/// Declaration of a type, "NVARCHAR(40)"; empty for Unknown and Null.
+std::string declaredText(const Type& type);
 
 } // namespace tamarok::embedded::sql

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+/// Names of tables and columns compare without regard to case: ASCII letters and the letters of
+/// Latin-1 (ä, ö, ü, ...), which is what names of this system are made of.
+namespace tamarok::embedded::sql {
+
+/// Upper case of byte `c` of a UTF-8 text whose byte before is `previous`.
+constexpr unsigned char foldByte(unsigned char previous, unsigned char c)
+{
+    const bool ascii = c >= 'a' && c <= 'z';
+    const bool latin = previous == 0xC3 && c >= 0xA0 && c < 0xBF && c != 0xB7;
+    return ascii || latin ? static_cast<unsigned char>(c - 0x20) : c;
+}
+
+/// Hash under which equal names meet.
+constexpr std::uint32_t nameHash(std::string_view name)
+{
+    std::uint32_t hash = 2166136261U;
+    unsigned char previous = 0;
+    for (const char letter : name) {
+        const auto c = static_cast<unsigned char>(letter);
+        hash = (hash ^ foldByte(previous, c)) * 16777619U;
+        previous = c;
+    }
+    return hash;
+}
+
+constexpr bool sameName(std::string_view a, std::string_view b)
+{
+    if (a.size() != b.size()) return false;
+    unsigned char previousA = 0;
+    unsigned char previousB = 0;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        const auto ca = static_cast<unsigned char>(a[i]);
+        const auto cb = static_cast<unsigned char>(b[i]);
+        if (ca != cb && foldByte(previousA, ca) != foldByte(previousB, cb)) return false;
+        previousA = ca;
+        previousB = cb;
+    }
+    return true;
+}
+
+/// A name as written, with the hash under which it is looked up.
+struct Name {
+    std::string_view text;
+    std::uint32_t hash = 0;
+    std::uint32_t offset = 0; ///< in the batch's text
+
+    bool empty() const { return text.empty(); }
+    friend bool operator==(const Name& a, const Name& b) { return a.hash == b.hash && sameName(a.text, b.text); }
+};
+
+} // namespace tamarok::embedded::sql
