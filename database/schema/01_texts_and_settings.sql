@@ -1,23 +1,21 @@
 -- Texts of the user interface, options, form settings and labelled key groups.
 
--- One text a number. For each language suffix (DE, EN, FR) stand the text itself, the customer's own
--- wording, a short form and a long form; Null where there is none. GERMAN repeats DE under the name
--- that some fixed selections read.
+-- One text a number. For each language suffix (GERMAN, ENGLISH, FRENCH) stand the text itself, the
+-- customer's own wording, a short form and a long form; Null where there is none.
 CREATE TABLE STRINGS (
     ID_STRING INT NOT NULL PRIMARY KEY,
     GERMAN NVARCHAR(255),
-    DE NVARCHAR(255),
-    CUSTOM_DE NVARCHAR(255),
-    SHORT_DE NVARCHAR(60),
-    LONG_DE NVARCHAR(400),
-    EN NVARCHAR(255),
-    CUSTOM_EN NVARCHAR(255),
-    SHORT_EN NVARCHAR(60),
-    LONG_EN NVARCHAR(400),
-    FR NVARCHAR(255),
-    CUSTOM_FR NVARCHAR(255),
-    SHORT_FR NVARCHAR(60),
-    LONG_FR NVARCHAR(400)
+    CUSTOM_GERMAN NVARCHAR(255),
+    SHORT_GERMAN NVARCHAR(60),
+    LONG_GERMAN NVARCHAR(400),
+    ENGLISH NVARCHAR(255),
+    CUSTOM_ENGLISH NVARCHAR(255),
+    SHORT_ENGLISH NVARCHAR(60),
+    LONG_ENGLISH NVARCHAR(400),
+    FRENCH NVARCHAR(255),
+    CUSTOM_FRENCH NVARCHAR(255),
+    SHORT_FRENCH NVARCHAR(60),
+    LONG_FRENCH NVARCHAR(400)
 )
 GO
 

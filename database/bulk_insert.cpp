@@ -1,0 +1,38 @@
+#include "database/bulk_insert.h"
+
+#include <memory>
+#include <string>
+
+namespace tamarok::database {
+
+BulkInsert::BulkInsert(ado::Connection& connection, std::string_view table, std::span<const Column> columns)
+{
+    // The caller keeps the connection; the command only borrows it.
+    command_.ActiveConnection = ado::ConnectionRef{std::shared_ptr<void>{}, &connection};
+    std::string names;
+    std::string marks;
+    for (const Column& column : columns) {
+        if (!names.empty()) {
+            names += ',';
+            marks += ',';
+        }
+        names += column.name;
+        marks += '?';
+        command_.Parameters().push_back(
+            command_.CreateParameter(column.name, column.type, ado::ParameterDirection::Input, 0, Null{}));
+    }
+    command_.CommandText = "INSERT INTO " + std::string{table} + " (" + names + ") VALUES (" + marks + ")";
+}
+
+void BulkInsert::clear()
+{
+    for (ado::Parameter& parameter : command_.Parameters())
+        parameter.value = Null{};
+}
+
+void BulkInsert::insert()
+{
+    command_.Execute();
+}
+
+} // namespace tamarok::database
