@@ -19,6 +19,7 @@ namespace tamarok::component {
 enum class ValueType : std::uint8_t {
     None, ///< an operation without a result
     Boolean,
+    Byte,    ///< 8 bits without sign
     Integer, ///< 16 bits
     Long,    ///< 32 bits
     Double,
@@ -26,6 +27,7 @@ enum class ValueType : std::uint8_t {
     String,
     Variant,
     IntegerArray,
+    StringArray,
     Object,
     Connection,
     Recordset,

@@ -57,6 +57,16 @@ bool toBoolean(const Variant& value, const ParameterInfo& parameter)
     return named([](const Variant& given) { return convert::toBoolean(given); }, value, parameter);
 }
 
+std::uint8_t toByte(const Variant& value, const ParameterInfo& parameter)
+{
+    const std::int16_t number = toInteger(value, parameter);
+    if (number < 0 || number > 255) {
+        throw Error{errors::overflow, "Overflow: " + std::to_string(number) + " is no Byte"}.addContext(
+            label(parameter));
+    }
+    return static_cast<std::uint8_t>(number);
+}
+
 std::int16_t toInteger(const Variant& value, const ParameterInfo& parameter)
 {
     return named([](const Variant& given) { return convert::toInteger(given); }, value, parameter);
@@ -98,6 +108,21 @@ std::vector<std::int16_t> toIntegers(const Variant& value, const ParameterInfo& 
     return values;
 }
 
+std::vector<std::string> toStrings(const Variant& value, const ParameterInfo& parameter)
+{
+    if (!value.isArray() || value.asArray().dimensions() != 1) mismatch(value, parameter);
+    std::vector<std::string> values;
+    values.reserve(value.asArray().elements().size());
+    for (const Variant& element : value.asArray().elements())
+        values.push_back(toString(element, parameter));
+    return values;
+}
+
+Variant fromStrings(const std::vector<std::string>& values)
+{
+    return VariantArray{std::vector<Variant>(values.begin(), values.end())};
+}
+
 ObjectRef toObject(const Variant& value, const ParameterInfo& parameter)
 {
     return as<Object>(value, parameter);
@@ -111,6 +136,13 @@ ado::ConnectionRef toConnection(const Variant& value, const ParameterInfo& param
 std::shared_ptr<ado::Recordset> toRecordset(const Variant& value, const ParameterInfo& parameter)
 {
     return as<ado::Recordset>(value, parameter);
+}
+
+ado::Recordset& requireRecordset(const Variant& value, const ParameterInfo& parameter)
+{
+    const auto recordset = toRecordset(value, parameter);
+    if (!recordset) notSet(parameter);
+    return *recordset; // the argument keeps it alive
 }
 
 ado::Command& toCommand(const Variant& value, const ParameterInfo& parameter)

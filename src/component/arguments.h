@@ -14,6 +14,7 @@
 namespace tamarok::component::argument {
 
 bool toBoolean(const Variant& value, const ParameterInfo& parameter);
+std::uint8_t toByte(const Variant& value, const ParameterInfo& parameter);
 std::int16_t toInteger(const Variant& value, const ParameterInfo& parameter);
 std::int32_t toLong(const Variant& value, const ParameterInfo& parameter);
 double toDouble(const Variant& value, const ParameterInfo& parameter);
@@ -22,14 +23,15 @@ std::string toString(const Variant& value, const ParameterInfo& parameter);
 /// A field stands for its value, a missing argument for Empty; anything else is taken as it comes.
 const Variant& toVariant(const Variant& value);
 std::vector<std::int16_t> toIntegers(const Variant& value, const ParameterInfo& parameter);
+std::vector<std::string> toStrings(const Variant& value, const ParameterInfo& parameter);
+/// An array of Strings as the caller gets it back, zero-based.
+Variant fromStrings(const std::vector<std::string>& values);
 
 ObjectRef toObject(const Variant& value, const ParameterInfo& parameter);
 ado::ConnectionRef toConnection(const Variant& value, const ParameterInfo& parameter);
 std::shared_ptr<ado::Recordset> toRecordset(const Variant& value, const ParameterInfo& parameter);
+ado::Recordset& requireRecordset(const Variant& value, const ParameterInfo& parameter);
 ado::Command& toCommand(const Variant& value, const ParameterInfo& parameter);
 TmkVar& toRecord(const Variant& value, const ParameterInfo& parameter);
-
-/// An array of Integers as the caller gets it back, zero-based.
-Variant fromIntegers(const std::vector<std::int16_t>& values, const Variant& before);
 
 } // namespace tamarok::component::argument

@@ -52,6 +52,7 @@ inline Boolean toBooleanValue(const Variant& value, const ParameterInfo& paramet
 // clang-format off
 template <> struct Argument<bool> : ValueArgument<bool, ValueType::Boolean, argument::toBoolean> { using ValueArgument::ValueArgument; };
 template <> struct Argument<Boolean> : ValueArgument<Boolean, ValueType::Boolean, toBooleanValue> { using ValueArgument::ValueArgument; };
+template <> struct Argument<std::uint8_t> : ValueArgument<std::uint8_t, ValueType::Byte, argument::toByte> { using ValueArgument::ValueArgument; };
 template <> struct Argument<std::int16_t> : ValueArgument<std::int16_t, ValueType::Integer, argument::toInteger> { using ValueArgument::ValueArgument; };
 template <> struct Argument<std::int32_t> : ValueArgument<std::int32_t, ValueType::Long, argument::toLong> { using ValueArgument::ValueArgument; };
 template <> struct Argument<double> : ValueArgument<double, ValueType::Double, argument::toDouble> { using ValueArgument::ValueArgument; };
@@ -116,6 +117,26 @@ struct Argument<Object&> {
     Object& pass() noexcept { return *held; }
     void store(Variant&) {}
     ObjectRef held;
+};
+
+template <>
+struct Argument<std::vector<std::string>&> {
+    static constexpr ValueType type = ValueType::StringArray;
+    static constexpr bool byReference = true;
+    Argument(Variant& value, const ParameterInfo& parameter) : held{argument::toStrings(value, parameter)} {}
+    std::vector<std::string>& pass() noexcept { return held; }
+    void store(Variant& target) { target = argument::fromStrings(held); }
+    std::vector<std::string> held;
+};
+
+template <>
+struct Argument<ado::Recordset&> {
+    static constexpr ValueType type = ValueType::Recordset;
+    static constexpr bool byReference = true;
+    Argument(Variant& value, const ParameterInfo& parameter) : held{argument::requireRecordset(value, parameter)} {}
+    ado::Recordset& pass() noexcept { return held; }
+    void store(Variant&) {}
+    ado::Recordset& held;
 };
 
 template <>

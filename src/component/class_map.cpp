@@ -13,10 +13,10 @@ namespace {
 
 constexpr std::int32_t cannotCreateObject = 429;
 
-constexpr std::array<std::string_view, 14> typeNames{"None",          "Boolean", "Integer",          "Long",
-                                                     "Double",        "Date",    "String",           "Variant",
-                                                     "Integer()",     "Object",  "ADODB.Connection", "ADODB.Recordset",
-                                                     "ADODB.Command", "TmkVar"};
+constexpr std::array<std::string_view, 16> typeNames{
+    "None",          "Boolean", "Byte",      "Integer",  "Long",   "Double",           "Date",
+    "String",        "Variant", "Integer()", "String()", "Object", "ADODB.Connection", "ADODB.Recordset",
+    "ADODB.Command", "TmkVar"};
 static_assert(typeNames.size() == static_cast<std::size_t>(ValueType::Record) + 1);
 
 constexpr std::array<std::string_view, 3> kindNames{"method", "get", "put"};
@@ -35,8 +35,8 @@ std::string_view name(MemberKind kind) noexcept
 
 std::span<const ClassInfo> classes() noexcept
 {
-    static const std::array all{commFind, cVersion, commCSel,   commConv,   commSQL,
-                                commGet,  commSet,  locService, mCommModule};
+    static const std::array all{commFind, cVersion, commCSel, commConv,   commLock,
+                                commSQL,  commGet,  commSet,  locService, mCommModule};
     return all;
 }
 

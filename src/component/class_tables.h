@@ -10,6 +10,7 @@ extern const ClassInfo commFind;
 extern const ClassInfo cVersion;
 extern const ClassInfo commCSel;
 extern const ClassInfo commConv;
+extern const ClassInfo commLock;
 extern const ClassInfo commSQL;
 extern const ClassInfo commGet;
 extern const ClassInfo commSet;

@@ -7,6 +7,8 @@
 
 #include "component/binder.h"
 
+#include "tamarok/error.h"
+
 namespace tamarok::component::test {
 
 /// A class with one operation for each kind of parameter, described as the library's own are.
