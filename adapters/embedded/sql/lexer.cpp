@@ -45,8 +45,7 @@ enum : std::uint8_t { Blank = 1, Letter = 2, Digit = 4, NamePart = 8 };
 consteval std::array<std::uint8_t, 256> classify()
 {
     std::array<std::uint8_t, 256> classes{};
-    for (const unsigned char c : {' ', '\t', '\r', '\n', '\f', '\v'})
-        classes[c] = Blank;
+    for (const unsigned blank : {0x20U, 0x09U, 0x0AU, 0x0BU, 0x0CU, 0x0DU}) classes[blank] = Blank;
     for (unsigned c = 0; c < 256; ++c) {
         if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '#' || c >= 0x80) {
             classes[c] = Letter | NamePart;
