@@ -63,7 +63,7 @@ public:
     virtual std::int64_t rowKey() const;
     /// Locks a row against change and deletion by any other session, until unlockRow, another
     /// lockRow, or the cursor's end, the end of the process included. Waits up to the statement's
-    /// time-out, then Error 0x80040E31.
+    /// time-out, then Error 0x80040E31. Error 0x80040E23, or success, where the row has gone.
     virtual void lockRow(std::int64_t key);
     virtual void unlockRow();
     virtual void updateRow(std::int64_t key, std::span<const Assignment> assignments);

@@ -8,6 +8,8 @@
 
 namespace tamarok::ado {
 
+/// A back end's answer to an operation on a row that is no longer there.
+inline constexpr std::int32_t rowGone = static_cast<std::int32_t>(0x80040E23U);
 /// The optimistic edit of a row that is no longer as it was read.
 inline constexpr std::int32_t rowChanged = static_cast<std::int32_t>(0x80040E38U);
 

@@ -136,18 +136,27 @@ void Field::Source::settleBackward(std::int64_t row)
 bool Field::Source::hold(std::size_t row)
 {
     if (store_->removed(row)) return false;
-    if (locking_) {
-        store_->cursor().lockRow(store_->key(row));
-        locked_ = true;
-        if (!store_->refresh(row)) { // it went while its lock was waited for
-            leaveRow();
-            return false;
-        }
-    }
+    if (locking_ && !lock(row)) return false;
     position_ = static_cast<std::int64_t>(row);
     standing_ = Standing::Row;
     empty_ = false;
     return true;
+}
+
+/// Locks a row and reads what it has become; false where it went, before or while its lock was waited for.
+bool Field::Source::lock(std::size_t row)
+{
+    try {
+        store_->cursor().lockRow(store_->key(row));
+        locked_ = true;
+    } catch (const Error& error) {
+        if (error.number != rowGone) throw;
+        store_->remove(row);
+        return false;
+    }
+    if (store_->refresh(row)) return true;
+    leaveRow();
+    return false;
 }
 
 void Field::Source::leaveRow()

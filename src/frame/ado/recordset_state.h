@@ -107,6 +107,7 @@ private:
     void settleForward(std::size_t row);
     void settleBackward(std::int64_t row);
     bool hold(std::size_t row);
+    bool lock(std::size_t row);
     void leaveRow();
     void finishEdit();
 
