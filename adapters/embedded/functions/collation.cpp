@@ -189,9 +189,7 @@ int compareBehind(std::size_t index, std::string_view a, std::string_view b) noe
         return at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U;
     };
     if (insideCharacter(a, index) || insideCharacter(b, index)) {
-        do
-            --index;
-        while (index > 0 && insideCharacter(a, index));
+        while (index > 0 && insideCharacter(a, --index)) {}
     }
     return compareAnyText(a.substr(index), b.substr(index));
 }

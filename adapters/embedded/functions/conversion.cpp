@@ -230,7 +230,7 @@ double toFloat(sqlite3_value* value)
     failWith(8114, "Error converting data type nvarchar to float.", text);
 }
 
-std::optional<double> readMoney(std::string_view text) noexcept
+std::optional<double> readMoney(std::string_view text)
 {
     std::string plain;
     bool sign = false;
@@ -266,19 +266,19 @@ std::optional<double> readMoney(std::string_view text) noexcept
         }
         something = true;
         text.remove_prefix(length);
-        if (text.empty() || !startsWithSpace(text, space)) continue;
-        if (digits || point) {
-            while (startsWithSpace(text, space))
-                text.remove_prefix(space);
-            if (!text.empty()) return std::nullopt;
+        bool gap = false;
+        while (startsWithSpace(text, space)) {
+            text.remove_prefix(space);
+            gap = true;
         }
+        if (gap && (digits || point) && !text.empty()) return std::nullopt;
     }
     if (!something) return std::nullopt;
     if (!digits) return 0.0;
     return readFloat(plain);
 }
 
-bool isNumericText(std::string_view text) noexcept
+bool isNumericText(std::string_view text)
 {
     return readFloat(text).has_value() || readMoney(text).has_value();
 }

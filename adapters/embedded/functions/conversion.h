@@ -28,9 +28,9 @@ std::optional<double> readFloat(std::string_view text) noexcept;
 std::string_view trimBlanks(std::string_view text) noexcept;
 
 /// What ISNUMERIC says of a text.
-bool isNumericText(std::string_view text) noexcept;
+bool isNumericText(std::string_view text);
 
 /// A text as money: signs of currencies, commas in the whole part. Nothing where it is none.
-std::optional<double> readMoney(std::string_view text) noexcept;
+std::optional<double> readMoney(std::string_view text);
 
 } // namespace tamarok::embedded::functions
