@@ -17,7 +17,8 @@ std::vector<std::string> columnHeaders(const std::string& type, const std::vecto
 {
     std::vector<std::string> headers;
     headers.reserve(ids.size());
-    for (const std::int16_t id : ids) headers.push_back(columnHeader(type, id, session));
+    for (const std::int16_t id : ids)
+        headers.push_back(columnHeader(type, id, session));
     return headers;
 }
 

@@ -1,10 +1,10 @@
+#include <algorithm>
 #include <chrono>
 #include <string>
 
+#include "commands.h"
 #include "connect.h"
 #include "database/reference_database.h"
-
-#include "commands.h"
 #include "interrupt.h"
 #include "new_file.h"
 #include "progress_bar.h"
@@ -24,11 +24,10 @@ void fill(const NewFile& file, const InitOptions& options)
     database::ReferenceOptions reference;
     reference.logs = options.logs;
     reference.seed = options.seed;
-    reference.progress = [&bar](std::int64_t done, std::int64_t total) {
+    database::createReferenceDatabase(*connection, reference, [&bar](const database::Progress& progress) {
         InterruptScope::check();
-        bar.show(done, total);
-    };
-    database::createReferenceDatabase(*connection, reference);
+        bar.show(progress);
+    });
     InterruptScope::check();
     connection->Close();
 }

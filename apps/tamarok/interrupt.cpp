@@ -22,12 +22,14 @@ void note(int signal)
 InterruptScope::InterruptScope()
 {
     received = 0;
-    for (const int signal : signals) std::signal(signal, note);
+    for (const int signal : signals)
+        std::signal(signal, note);
 }
 
 InterruptScope::~InterruptScope()
 {
-    for (const int signal : signals) std::signal(signal, SIG_DFL);
+    for (const int signal : signals)
+        std::signal(signal, SIG_DFL);
 }
 
 void InterruptScope::check()

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <chrono>
-#include <cstdint>
+#include <string>
+
+#include "database/reference_database.h"
 
 namespace tamarok::cli {
 
@@ -14,14 +16,14 @@ public:
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
 
-    /// @param done,total  of the work; drawn at most ten times a second
-    void show(std::int64_t done, std::int64_t total);
+    /// Draws how far the present phase has come.
+    void show(const database::Progress& progress);
 
 private:
     using Time = std::chrono::steady_clock;
     bool visible_;
-    Time::time_point start_ = Time::now();
-    Time::time_point drawn_{};
+    Time::time_point phaseStart_ = Time::now();
+    std::string phase_;
 };
 
 } // namespace tamarok::cli

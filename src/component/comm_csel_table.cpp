@@ -30,6 +30,7 @@ constexpr std::array operations{
     operation<&C::InsertToWhereAbs>(25, "InsertToWhereAbs", "str, value", "WHERE text, given as any value, with a condition added once."),
     operation<&C::RemoveString>(26, "RemoveString", "strFrom, strRemov", "Text without any occurrence of another one."),
     operation<&C::SplitClause>(29, "SplitClause", "tmpSelektion, strFrom, strWhere", "Divides a clause text into its FROM and WHERE bodies."),
+    operation<&C::MengeSQL>(36, "MengeSQL", "TmkVar, InFaktura, Prefix, Einheit_ID, strFormatMenge", "SQL expression of a log's quantity in another unit."),
     operation<&C::OrderBy>(38, "OrderBy", "Kod, &strOrderBy", "ORDER BY clause of a column list, ascending or descending."),
 };
 // clang-format on

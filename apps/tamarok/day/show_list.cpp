@@ -47,15 +47,14 @@ std::string dateLiteral(Date date, const TmkVar& session)
 
 } // namespace
 
-std::vector<double> showList(const Context& context, const ListRequest& request,
-                             const std::vector<std::size_t>& totals)
+std::vector<double> showList(const Context& context, const ListRequest& request, const std::vector<std::size_t>& totals)
 {
     const std::string statement = composeList(request, context.session).statement(context.session, request.limit);
     context.output.write(statement + "\n\n");
     ado::Recordset records;
     records.Open(statement, context.session.db_ADO);
-    const auto table = makeListPrinter(ListFormat::Table, context.output,
-                                       columnHeaders(request.type, request.ids, context.session));
+    const auto table =
+        makeListPrinter(ListFormat::Table, context.output, columnHeaders(request.type, request.ids, context.session));
     SummingPrinter summing{*table, totals};
     printRows(records, summing);
     return summing.sums();
