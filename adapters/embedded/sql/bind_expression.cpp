@@ -12,15 +12,7 @@ namespace {
 
 constexpr std::uint64_t mix(std::uint64_t hash, std::uint64_t value)
 {
-    hash = (hash ^ value) * 0x9E3779B97F4A7C15ULL;
-    return hash ^ (hash >> 29U);
-}
-
-std::uint64_t hashText(std::uint64_t hash, std::string_view text)
-{
-    for (const char c : text)
-        hash = mix(hash, static_cast<unsigned char>(c));
-    return hash;
+    return mixWord(hash, value);
 }
 
 /// What distinguishes a node from others of its kind with the same children.
@@ -28,9 +20,9 @@ std::uint64_t ownHash(const Expr& expr)
 {
     const auto kind = mix(14695981039346656037ULL, static_cast<std::uint64_t>(expr.kind));
     switch (expr.kind) {
-    case ExprKind::Number: return hashText(kind, as<NumberExpr>(expr).text);
-    case ExprKind::Text: return hashText(kind, as<TextExpr>(expr).raw);
-    case ExprKind::System: return hashText(kind, as<SystemExpr>(expr).name);
+    case ExprKind::Number: return textHash(kind, as<NumberExpr>(expr).text);
+    case ExprKind::Text: return textHash(kind, as<TextExpr>(expr).raw);
+    case ExprKind::System: return textHash(kind, as<SystemExpr>(expr).name);
     case ExprKind::Parameter: return mix(kind, static_cast<std::uint64_t>(as<ParameterExpr>(expr).index) + 1);
     case ExprKind::Column: {
         const auto& column = as<ColumnExpr>(expr);
@@ -278,6 +270,21 @@ std::string_view operatorName(TokenKind op)
 
 } // namespace
 
+namespace {
+
+/// A whole constant beside a decimal has just the digits that it shows.
+Type constantType(const Expr& expr, const Type& beside)
+{
+    const bool shown = expr.kind == ExprKind::Number && isWhole(expr.type) && beside.kind == TypeKind::Decimal;
+    if (!shown) return expr.type;
+    int digits = 1;
+    for (std::int64_t rest = expr.bound / 10; rest > 0; rest /= 10)
+        ++digits;
+    return makeDecimal(digits, 0);
+}
+
+} // namespace
+
 void Binder::bindBinary(BinaryExpr& binary)
 {
     const Type& left = binary.left->type;
@@ -300,7 +307,8 @@ void Binder::bindBinary(BinaryExpr& binary)
             refuseOperand(binary, *type, operatorName(binary.op));
         }
     }
-    binary.type = arithmeticType(operatorCharacter(binary.op), left, right);
+    binary.type = arithmeticType(operatorCharacter(binary.op), constantType(*binary.left, right),
+                                 constantType(*binary.right, left));
     const bool bitwise =
         binary.op == TokenKind::Ampersand || binary.op == TokenKind::Bar || binary.op == TokenKind::Caret;
     if (bitwise && !isWhole(binary.type) && !isOpen(binary.type)) {

@@ -45,7 +45,8 @@ enum : std::uint8_t { Blank = 1, Letter = 2, Digit = 4, NamePart = 8 };
 consteval std::array<std::uint8_t, 256> classify()
 {
     std::array<std::uint8_t, 256> classes{};
-    for (const unsigned blank : {0x20U, 0x09U, 0x0AU, 0x0BU, 0x0CU, 0x0DU}) classes[blank] = Blank;
+    for (const unsigned blank : {0x20U, 0x09U, 0x0AU, 0x0BU, 0x0CU, 0x0DU})
+        classes[blank] = Blank;
     for (unsigned c = 0; c < 256; ++c) {
         if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '#' || c >= 0x80) {
             classes[c] = Letter | NamePart;
@@ -87,7 +88,17 @@ private:
     /// Statements go to SQLite as UTF-8 that ends at a zero byte, so neither may slip in.
     void checkEncoding() const
     {
+        constexpr std::uint64_t lowest = 0x0101010101010101ULL;
+        constexpr std::uint64_t highest = 0x8080808080808080ULL;
         for (std::size_t i = 0; i < text_.size();) {
+            if (i + 8 <= text_.size()) {
+                const std::uint64_t word = loadBytes(text_.data() + i, 8);
+                const bool plain = ((word | (word - lowest)) & highest) == 0;
+                if (plain) {
+                    i += 8;
+                    continue;
+                }
+            }
             const unsigned char lead = at(i);
             if (lead != 0 && lead < 0x80) {
                 ++i;

@@ -118,7 +118,10 @@ void Translator::columnDefinition(const ColumnDefinition& column, const Table& t
     const bool text = isText(column.type) || column.type.kind == TypeKind::UniqueIdentifier;
     if (text) emitter_.write(column.binary ? " COLLATE BINARY" : " COLLATE TAMAROK");
     columnChecks(column);
-    if (column.check != nullptr) check(*column.check, table);
+    if (column.check != nullptr) {
+        emitter_.write(" ");
+        check(*column.check, table);
+    }
     if (!column.referencedTable.empty()) {
         referenceTo(column.referencedTable, column.referencedColumns, column.referenceActions);
     }
@@ -151,7 +154,7 @@ void Translator::check(Expr& condition, const Table& table)
     Scope& scope = binder_.makeScope(nullptr);
     binder_.addTable(table, {table.name, nameHash(table.name), condition.offset}, scope);
     binder_.bindPlain(condition, scope, "CHECK");
-    emitter_.write(" CHECK (");
+    emitter_.write("CHECK (");
     emitter_.writeBareColumns(true);
     emitter_.expression(condition);
     emitter_.writeBareColumns(false);
