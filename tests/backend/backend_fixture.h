@@ -1,0 +1,45 @@
+#pragma once
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "backend_context.h"
+
+#include "tamarok/error.h"
+
+namespace tamarok::ado::backend {
+
+/// The Error that `action` ends in; a test failure and number 0 where there is none.
+Error failureOf(const std::function<void()>& action);
+std::int32_t numberOf(const std::function<void()>& action);
+
+/// One connection and one empty table of the standard columns. Leftovers are dropped before and after.
+class BackendTest : public ::testing::Test {
+protected:
+    BackendTest();
+    ~BackendTest() override;
+
+    /// Reason of a quirk of this back end, or nothing.
+    std::optional<std::string> quirk(std::string_view name) const;
+
+    /// Inserts rows (WHOLE 1 to `count`, SHORT_TEXT "row 1" ...).
+    void fill(int count);
+    /// "SELECT columns FROM table" and what stands behind it.
+    std::string select(std::string_view columns, std::string_view rest = {}) const;
+    std::string insert(std::string_view columns, std::string_view values) const;
+    std::shared_ptr<Recordset> open(std::string_view statement, CursorType cursor = CursorType::OpenForwardOnly,
+                                    LockType lock = LockType::ReadOnly) const;
+    /// First field of the first row on a connection of the test.
+    static Variant scalar(const ConnectionRef& on, std::string_view statement);
+    Variant scalar(std::string_view statement) const { return scalar(connection, statement); }
+    std::int64_t count(std::string_view rest = {}) const;
+
+    std::unique_ptr<BackendContext> context;
+    std::string table;
+    ConnectionRef connection;
+};
+
+} // namespace tamarok::ado::backend
