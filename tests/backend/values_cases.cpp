@@ -167,6 +167,18 @@ TEST_F(BackendValues, ParametersOfAText)
                                                                 std::int64_t{5000000000}, Null{}}));
 }
 
+TEST_F(BackendValues, TextWithAZeroCharacter)
+{
+    using namespace std::string_literals;
+    Command command;
+    command.ActiveConnection = connection;
+    command.CommandText = insert("SHORT_TEXT", "?");
+    command.Parameters() = {
+        command.CreateParameter("", DataType::VarWChar, ParameterDirection::Input, 40, "before\0behind"s)};
+    command.Execute();
+    EXPECT_EQ(scalar(select("SHORT_TEXT")), Variant{"before\0behind"s});
+}
+
 TEST_F(BackendValues, RepeatedCommandTakesItsNewValues)
 {
     Command command;
