@@ -12,6 +12,7 @@ struct sqlite3;
 /// type int."; where the server's message does not name the value, " Value: '...'." follows it):
 ///   tm_bit(x) tm_tinyint(x) tm_smallint(x) tm_int(x) tm_bigint(x)   floats are cut, texts must be whole numbers
 ///   tm_float(x) tm_real(x) tm_money(x) tm_decimal(x,precision,scale) half away from zero
+///   tm_decimal_cut(x,precision,scale)  the same, further places cut off: what a division of decimals gives
 ///   tm_nvarchar(x,n)   as text, cut to n characters (n < 0: no limit); numbers as the server prints them; a number
 ///                      that does not fit is error 8115
 ///   tm_varchar(x,n)    the same, but a whole number that does not fit is "*"

@@ -18,6 +18,7 @@ void tmFloat(Call& call);
 void tmReal(Call& call);
 void tmMoney(Call& call);
 void tmDecimal(Call& call);
+void tmDecimalCut(Call& call);
 void tmNVarChar(Call& call);
 void tmVarChar(Call& call);
 void tmNChar(Call& call);

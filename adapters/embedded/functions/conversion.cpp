@@ -358,7 +358,9 @@ void tmMoney(Call& call)
     call.result(roundHalfAway(number, 4));
 }
 
-void tmDecimal(Call& call)
+namespace {
+
+void resultDecimal(Call& call, double (*fit)(double, std::int32_t))
 {
     if (call.anyNull()) return call.resultNull();
     const std::int64_t precision = call.whole(1);
@@ -377,7 +379,7 @@ void tmDecimal(Call& call)
     } else {
         number = call.real(0);
     }
-    const double rounded = roundHalfAway(number, static_cast<std::int32_t>(scale));
+    const double rounded = fit(number, static_cast<std::int32_t>(scale));
     if (!(std::fabs(rounded) < std::pow(10.0, static_cast<double>(precision - scale)))) {
         failWith(8115,
                  "Arithmetic overflow error converting " + std::string{sourceName(call.storage(0))} +
@@ -385,6 +387,19 @@ void tmDecimal(Call& call)
                  text);
     }
     call.result(rounded);
+}
+
+} // namespace
+
+void tmDecimal(Call& call)
+{
+    resultDecimal(call, &roundHalfAway);
+}
+
+/// A quotient of decimals: the server cuts its further places.
+void tmDecimalCut(Call& call)
+{
+    resultDecimal(call, &cutToPlaces);
 }
 
 void tmNVarChar(Call& call)

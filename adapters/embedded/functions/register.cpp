@@ -45,6 +45,7 @@ constexpr FunctionEntry functionEntries[] = {
     {"tm_real", 1, pure, &invoke<tmReal>},
     {"tm_money", 1, pure, &invoke<tmMoney>},
     {"tm_decimal", 3, pure, &invoke<tmDecimal>},
+    {"tm_decimal_cut", 3, pure, &invoke<tmDecimalCut>},
     {"tm_nvarchar", 2, pure, &invoke<tmNVarChar>},
     {"tm_varchar", 2, pure, &invoke<tmVarChar>},
     {"tm_nchar", 2, pure, &invoke<tmNChar>},
