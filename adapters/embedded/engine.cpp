@@ -118,7 +118,7 @@ std::unique_ptr<StreamCursor> Engine::openText(const ado::Statement& statement)
     for (std::size_t index = 0; index < batch->size();) {
         const std::shared_ptr<CachedStep> step = stepOf(*batch, index);
         if (step->step.kind != Kind::Query) {
-            index = runStep(step, index, statement.parameters, counted);
+            index = runCurrent(*batch, index, statement.parameters, counted);
             continue;
         }
         auto cursor = openQuery(batch, index, statement);
@@ -139,22 +139,37 @@ std::unique_ptr<StreamCursor> Engine::openQuery(const std::shared_ptr<CachedBatc
     constexpr int attempts = 3;
     for (int attempt = 1;; ++attempt) {
         const std::shared_ptr<CachedStep> step = stepOf(*batch, index, editable);
-        Lease lease{step, *database_};
-        bindParameters(lease.get(), step->step.parameters, statement.parameters);
-        std::unique_ptr<StreamCursor> cursor;
-        const sql::Table* const table = editable ? catalog_.table(step->step.keyTable) : nullptr;
-        if (table != nullptr) {
-            cursor = std::make_unique<EditableCursor>(*this, batch, std::move(lease), statement, *table);
-        } else {
-            cursor = std::make_unique<StreamCursor>(*this, batch, std::move(lease), statement.timeoutSeconds);
+        try {
+            auto cursor = startQuery(batch, step, statement);
+            if (!cursor->outdated() || attempt == attempts) {
+                return cursor;
+            }
+            // Another session changed the schema since the translation: "*" may mean other columns.
+            catalog_.forget();
+        } catch (const Error& error) {
+            if (attempt == attempts || !isOutdated(*step, error)) {
+                throw;
+            }
         }
-        cursor->start();
-        if (!cursor->outdated() || attempt == attempts) {
-            return cursor;
-        }
-        // Another session changed the schema since the translation: what "*" means may have changed.
-        catalog_.forget();
     }
+}
+
+std::unique_ptr<StreamCursor> Engine::startQuery(const std::shared_ptr<CachedBatch>& batch,
+                                                 const std::shared_ptr<CachedStep>& step,
+                                                 const ado::Statement& statement)
+{
+    Lease lease{step, *database_};
+    bindParameters(lease.get(), step->step.parameters, statement.parameters);
+    const std::string& keyTable = step->step.keyTable;
+    const sql::Table* const table = keyTable.empty() ? nullptr : catalog_.table(keyTable);
+    std::unique_ptr<StreamCursor> cursor;
+    if (table != nullptr) {
+        cursor = std::make_unique<EditableCursor>(*this, batch, std::move(lease), statement, *table);
+    } else {
+        cursor = std::make_unique<StreamCursor>(*this, batch, std::move(lease), statement.timeoutSeconds);
+    }
+    cursor->start();
+    return cursor;
 }
 
 std::int64_t Engine::executeText(std::string_view text, Parameters parameters)
@@ -168,10 +183,36 @@ std::int64_t Engine::executeText(std::string_view text, Parameters parameters)
 void Engine::runFrom(CachedBatch& batch, std::size_t index, Parameters parameters, std::int64_t& counted)
 {
     while (index < batch.size()) {
+        index = runCurrent(batch, index, parameters, counted);
+    }
+}
+
+std::size_t Engine::runCurrent(CachedBatch& batch, std::size_t index, Parameters parameters, std::int64_t& counted)
+{
+    for (;;) {
         // A reference of its own, since the step may change the schema and with it the cache.
         const std::shared_ptr<CachedStep> step = stepOf(batch, index);
-        index = runStep(step, index, parameters, counted);
+        try {
+            return runStep(step, index, parameters, counted);
+        } catch (const Error& error) {
+            if (!isOutdated(*step, error)) {
+                throw;
+            }
+        }
     }
+}
+
+bool Engine::isOutdated(const CachedStep& step, const Error& error)
+{
+    // Names are looked up when a statement is translated: that SQLite does not find one afterwards
+    // means that another session has changed the schema meanwhile. Nothing of the statement has run.
+    const bool missingName = error.nativeError == 207 || error.nativeError == 208;
+    if (!missingName || step.step.kind == Kind::Procedure || database_->inTransaction()) {
+        return false;
+    }
+    catalog_.refresh();
+    return catalog_.generation() != step.generation;
+}
 }
 
 std::size_t Engine::runStep(const std::shared_ptr<CachedStep>& step, std::size_t index, Parameters parameters,

@@ -16,6 +16,7 @@
 #include "statement_cache.h"
 
 #include "tamarok/ado_backend.h"
+#include "tamarok/error.h"
 
 namespace tamarok::embedded {
 
@@ -71,8 +72,13 @@ private:
     std::unique_ptr<StreamCursor> openText(const ado::Statement& statement);
     std::unique_ptr<StreamCursor> openQuery(const std::shared_ptr<CachedBatch>& batch, std::size_t index,
                                             const ado::Statement& statement);
+    std::unique_ptr<StreamCursor> startQuery(const std::shared_ptr<CachedBatch>& batch,
+                                             const std::shared_ptr<CachedStep>& step, const ado::Statement& statement);
     std::int64_t executeText(std::string_view text, Parameters parameters);
     void runFrom(CachedBatch& batch, std::size_t index, Parameters parameters, std::int64_t& counted);
+    std::size_t runCurrent(CachedBatch& batch, std::size_t index, Parameters parameters, std::int64_t& counted);
+    /// True if `step` failed because it was translated for a schema that is no longer there.
+    bool isOutdated(const CachedStep& step, const Error& error);
     std::size_t runStep(const std::shared_ptr<CachedStep>& step, std::size_t index, Parameters parameters,
                         std::int64_t& counted);
     bool actsBehind(CachedBatch& batch, std::size_t index);

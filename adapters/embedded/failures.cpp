@@ -159,13 +159,30 @@ Error fileFailure(std::int32_t nativeError, std::string_view what, std::string_v
     return failure(nativeError, std::move(text));
 }
 
+int lastSystemError(sqlite3_file* file)
+{
+    int code = 0;
+    if (file != nullptr && file->pMethods != nullptr) {
+        file->pMethods->xFileControl(file, SQLITE_FCNTL_LAST_ERRNO, &code);
+    }
+    return code;
+}
+
+/// The system's reason for a failed read or write. A failure at the end of a transaction is only
+/// known to the files: the log, then the database itself.
 std::string systemReason(sqlite3* database, std::string_view otherwise)
 {
-    const int code = database != nullptr ? sqlite3_system_errno(database) : 0;
-    if (code == 0) {
-        return std::string{otherwise};
+    int code = 0;
+    if (database != nullptr) {
+        code = sqlite3_system_errno(database);
+        for (const int which : {SQLITE_FCNTL_JOURNAL_POINTER, SQLITE_FCNTL_FILE_POINTER}) {
+            sqlite3_file* file = nullptr;
+            if (code == 0 && sqlite3_file_control(database, "main", which, &file) == SQLITE_OK) {
+                code = lastSystemError(file);
+            }
+        }
     }
-    return std::system_category().message(code);
+    return code != 0 ? std::system_category().message(code) : std::string{otherwise};
 }
 
 Error refusedFailure(const std::string& message)
@@ -200,9 +217,7 @@ Error failure(sqlite3* database, int code, std::string_view path)
     case SQLITE_BUSY: return timeoutFailure("another session is writing to the database");
     case SQLITE_INTERRUPT: return timeoutFailure({});
     case SQLITE_CONSTRAINT: return constraintFailure(database, code, message);
-    case SQLITE_FULL:
-        return fileFailure(native::diskFull, "Cannot write to the database", path,
-                           systemReason(database, "the disk is full"));
+    case SQLITE_FULL: return fileFailure(native::diskFull, "Cannot write to the database", path, "the disk is full");
     case SQLITE_IOERR:
         return fileFailure(native::readWriteFailed, "Cannot read or write the database", path,
                            systemReason(database, message));

@@ -1,0 +1,189 @@
+#include "child.h"
+#include "procedures.h"
+#include "test_database.h"
+
+namespace tamarok::embedded::test {
+namespace {
+
+constexpr std::string_view optionenTable =
+    "CREATE TABLE OPTIONEN (PROPERTY_ID NVARCHAR(30) NOT NULL, NUMBER_VALUE INT NULL, DOUBLE_VALUE FLOAT NULL, "
+    "TEXT_VALUE NVARCHAR(100) NULL, DATE_VALUE DATETIME NULL)";
+
+class OptionenIns : public testing::Test {
+protected:
+    OptionenIns() { run(connection_, optionenTable); }
+
+    void call(Variant property, std::int64_t kind, Variant value)
+    {
+        std::vector<ado::Parameter> parameters(3);
+        parameters[0] = {"", ado::DataType::VarChar, ado::ParameterDirection::Input, 30, std::move(property)};
+        parameters[1] = {"", ado::DataType::BigInt, ado::ParameterDirection::Input, 0, Variant{kind}};
+        parameters[2] = {"", ado::DataType::VarChar, ado::ParameterDirection::Input, 50, std::move(value)};
+        ado::Statement wanted = statement("tmk_OPTIONEN_INS");
+        wanted.procedure = true;
+        wanted.parameters = parameters;
+        connection_->session().execute(wanted);
+    }
+    Variant stored(const std::string& column)
+    {
+        EXPECT_EQ(valueOf(connection_, "SELECT COUNT(*) FROM OPTIONEN"), Variant{1});
+        return valueOf(connection_, "SELECT " + column + " FROM OPTIONEN");
+    }
+
+    ado::ConnectionRef connection_ = connectInMemory();
+};
+
+TEST_F(OptionenIns, text)
+{
+    call("NATWAHRUNG", 1, "€ 'x' ");
+    EXPECT_EQ(stored("TEXT_VALUE"), Variant{"€ 'x' "});
+    EXPECT_EQ(stored("NUMBER_VALUE"), Variant{Null{}});
+    EXPECT_EQ(stored("PROPERTY_ID"), Variant{"NATWAHRUNG"});
+    call("NATWAHRUNG", 1, "");
+    EXPECT_EQ(stored("TEXT_VALUE"), Variant{Null{}});
+}
+
+TEST_F(OptionenIns, number)
+{
+    call("KUBATURPLACE", 2, "3");
+    EXPECT_EQ(stored("NUMBER_VALUE"), Variant{3});
+    call("KUBATURPLACE", 2, Variant{-4});
+    EXPECT_EQ(stored("NUMBER_VALUE"), Variant{-4});
+    call("KUBATURPLACE", 2, "");
+    EXPECT_EQ(stored("NUMBER_VALUE"), Variant{Null{}});
+    call("KUBATURPLACE", 2, Null{});
+    EXPECT_EQ(stored("NUMBER_VALUE"), Variant{Null{}});
+}
+
+TEST_F(OptionenIns, doubleWithPoint)
+{
+    call("F", 3, "1234.5");
+    EXPECT_EQ(stored("DOUBLE_VALUE"), Variant{1234.5});
+}
+
+TEST_F(OptionenIns, oneRowWhateverTheCase)
+{
+    call("Order_By", 2, "1");
+    call("ORDER_BY", 1, "x");
+    call("order_by", 3, "0.5");
+    EXPECT_EQ(stored("PROPERTY_ID"), Variant{"Order_By"}) << "under the name as it was first given";
+    EXPECT_EQ(stored("NUMBER_VALUE"), Variant{1}) << "the other kinds stay";
+    EXPECT_EQ(stored("TEXT_VALUE"), Variant{"x"});
+    EXPECT_EQ(stored("DOUBLE_VALUE"), Variant{0.5});
+}
+
+struct DateCase {
+    const char* order;
+    const char* text;
+    Date value;
+};
+
+TEST_F(OptionenIns, dates)
+{
+    const Date day = makeDate(2024, 3, 2);
+    for (const DateCase& row :
+         {DateCase{"mdy", "02.03.2024", day}, DateCase{"mdy", "2.3.2024 06:00:00", Date{day.days + 0.25}},
+          DateCase{"mdy", "2024-03-02", day}, DateCase{"mdy", "3/2/2024", day}, DateCase{"dmy", "02/03/2024", day},
+          DateCase{"dmy", "20240302", day}}) {
+        run(connection_, std::string{"SET DATEFORMAT "} + row.order);
+        call("DATE_TO", 4, "");
+        EXPECT_EQ(stored("DATE_VALUE"), Variant{Null{}});
+        call("DATE_TO", 4, row.text);
+        EXPECT_EQ(stored("DATE_VALUE"), Variant{row.value}) << row.text;
+    }
+}
+
+TEST_F(OptionenIns, whatDoesNotConvertIsRefusedAndNothingIsWritten)
+{
+    struct Bad {
+        std::int64_t kind;
+        const char* value;
+    };
+    for (const Bad& row : {Bad{2, "x"}, Bad{2, "1.5"}, Bad{2, "99999999999"}, Bad{3, "1,5x"}, Bad{4, "yesterday"},
+                           Bad{4, "31.31.2024"}, Bad{0, "1"}, Bad{5, "1"}}) {
+        const Error error = errorOf([&] { call("P", row.kind, row.value); });
+        EXPECT_EQ(error.number, errors::statementRefused) << row.value;
+        EXPECT_EQ(error.statement, "tmk_OPTIONEN_INS");
+        EXPECT_EQ(valueOf(connection_, "SELECT COUNT(*) FROM OPTIONEN"), Variant{0}) << row.value;
+    }
+}
+
+TEST_F(OptionenIns, byExec)
+{
+    run(connection_, "EXEC tmk_OPTIONEN_INS 'A', 2, '7'");
+    EXPECT_EQ(stored("NUMBER_VALUE"), Variant{7});
+    run(connection_, "EXEC dbo.TMK_optionen_ins @VALUE = '8', @PROPERTY = 'a', @KIND = 2");
+    EXPECT_EQ(stored("NUMBER_VALUE"), Variant{8});
+}
+
+TEST_F(OptionenIns, wrongArguments)
+{
+    EXPECT_EQ(errorOf([&] { run(connection_, "EXEC tmk_OPTIONEN_INS 'A', 2"); }).nativeError, 201);
+    EXPECT_EQ(errorOf([&] { run(connection_, "EXEC tmk_OPTIONEN_INS 'A', 2, '3', 4"); }).nativeError, 8144);
+    EXPECT_EQ(errorOf([&] { run(connection_, "EXEC tmk_OPTIONEN_INS 'A', 2, @NOTHING = 4"); }).nativeError, 8145);
+    EXPECT_EQ(valueOf(connection_, "SELECT COUNT(*) FROM OPTIONEN"), Variant{0});
+}
+
+TEST(Optionen, twoProcessesAtOnceLeaveOneRow)
+{
+    const Folder folder;
+    const auto connection = create(folder / "a.db");
+    run(connection, optionenTable);
+    const std::vector<std::string> work{"repeat", (folder / "a.db").string(), "50 EXEC tmk_OPTIONEN_INS 'P', 2, '1'"};
+    Child first{work};
+    Child second{work};
+    ASSERT_EQ(first.line(), "ready");
+    ASSERT_EQ(second.line(), "ready");
+    first.tell("go");
+    second.tell("go");
+    EXPECT_EQ(first.line(), "done");
+    EXPECT_EQ(second.line(), "done");
+    EXPECT_EQ(valueOf(connection, "SELECT COUNT(*) FROM OPTIONEN"), Variant{1});
+}
+
+TEST(OwnProcedures, areReachedByNameAndShareTheCallersTransaction)
+{
+    OpenOptions options;
+    options.procedures.add({"addTwo", {{"N"}, {"FAIL", false}}, [](ProcedureScope& scope, auto arguments) {
+                                scope.execute("INSERT INTO T (N) VALUES (?)", arguments.first(1));
+                                const auto rows = scope.query("SELECT N FROM T WHERE N = ?", arguments.first(1));
+                                if (!arguments[1].isEmpty()) {
+                                    throw Error{5, "as asked"};
+                                }
+                                scope.execute("INSERT INTO T (N) VALUES (?)", rows.back());
+                            }});
+    const auto connection = connectInMemory(options);
+    run(connection, "CREATE TABLE T (N INT) EXEC addTwo 4");
+    EXPECT_EQ(columnOf(connection, "SELECT N FROM T"), (std::vector<Variant>{4, 4}));
+    EXPECT_EQ(errorOf([&] { run(connection, "EXEC addTwo 5, 1"); }).description, "as asked");
+    EXPECT_EQ(columnOf(connection, "SELECT N FROM T"), (std::vector<Variant>{4, 4}));
+    connection->session().begin();
+    run(connection, "DELETE FROM T");
+    errorOf([&] { run(connection, "EXEC addTwo 5, 1"); });
+    run(connection, "EXEC addTwo 6");
+    connection->session().commit();
+    EXPECT_EQ(columnOf(connection, "SELECT N FROM T"), (std::vector<Variant>{6, 6}));
+}
+
+TEST(OwnProcedures, waitForRowLocksWithoutTheWriteLock)
+{
+    const Folder folder;
+    const auto connection = create(folder / "a.db");
+    run(connection, optionenTable);
+    run(connection, "INSERT INTO OPTIONEN (PROPERTY_ID) VALUES ('P') INSERT INTO OPTIONEN (PROPERTY_ID) VALUES ('Q')");
+    Child holder{{"hold", (folder / "a.db").string(), "SELECT * FROM OPTIONEN WHERE PROPERTY_ID = 'P'"}};
+    ASSERT_EQ(holder.line(), "held");
+    EXPECT_EQ(errorOf([&] { run(connection, "EXEC tmk_OPTIONEN_INS 'P', 2, '1'", 1); }).number, errors::timeout);
+    Child waiter{{"repeat", (folder / "a.db").string(), "1 EXEC tmk_OPTIONEN_INS 'P', 2, '2'"}};
+    ASSERT_EQ(waiter.line(), "ready");
+    waiter.tell("go");
+    for (int i = 0; i < 20; ++i) {
+        EXPECT_EQ(run(connection, "UPDATE OPTIONEN SET NUMBER_VALUE = 9 WHERE PROPERTY_ID = 'Q'", 1), 1);
+    }
+    holder.kill();
+    EXPECT_EQ(waiter.line(), "done");
+    EXPECT_EQ(valueOf(connection, "SELECT NUMBER_VALUE FROM OPTIONEN WHERE PROPERTY_ID = 'P'"), Variant{2});
+}
+
+} // namespace
+} // namespace tamarok::embedded::test

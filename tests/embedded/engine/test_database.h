@@ -1,0 +1,132 @@
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+#include "connect.h"
+
+#include "tamarok/ado_backend.h"
+#include "tamarok/error.h"
+
+/// What the tests of the embedded engine share.
+namespace tamarok::embedded::test {
+
+/// A folder of its own, removed at the end.
+class Folder {
+public:
+    Folder()
+    {
+        std::string name = (std::filesystem::temp_directory_path() / "tamarok-engine-XXXXXX").string();
+        if (::mkdtemp(name.data()) == nullptr) {
+            throw std::runtime_error{"no temporary folder"};
+        }
+        path_ = name;
+    }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+    ~Folder()
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+
+    const std::filesystem::path& path() const { return path_; }
+    std::filesystem::path operator/(const char* name) const { return path_ / name; }
+
+    /// Names and contents of all files in it.
+    std::map<std::string, std::string> contents() const
+    {
+        std::map<std::string, std::string> files;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator{path_}) {
+            if (!entry.is_regular_file()) {
+                continue;
+            }
+            std::ifstream stream{entry.path(), std::ios::binary};
+            files[entry.path().filename().string()] = {std::istreambuf_iterator<char>{stream}, {}};
+        }
+        return files;
+    }
+
+private:
+    std::filesystem::path path_;
+};
+
+inline void write(const std::filesystem::path& file, const std::string& bytes)
+{
+    std::ofstream stream{file, std::ios::binary};
+    stream << bytes;
+}
+
+inline ado::ConnectionRef create(const std::filesystem::path& file)
+{
+    OpenOptions options;
+    options.mode = OpenMode::Create;
+    return connect(file, options);
+}
+
+inline ado::Statement statement(std::string_view text, std::int32_t timeoutSeconds = 30)
+{
+    ado::Statement result;
+    result.text = text;
+    result.timeoutSeconds = timeoutSeconds;
+    return result;
+}
+
+inline std::int64_t run(const ado::ConnectionRef& connection, std::string_view text, std::int32_t timeoutSeconds = 30)
+{
+    return connection->session().execute(statement(text, timeoutSeconds));
+}
+
+inline std::unique_ptr<ado::Cursor> open(const ado::ConnectionRef& connection, std::string_view text,
+                                         std::int32_t timeoutSeconds = 30)
+{
+    return connection->session().open(statement(text, timeoutSeconds));
+}
+
+inline std::unique_ptr<ado::Cursor> openEditable(const ado::ConnectionRef& connection, std::string_view text,
+                                                 std::int32_t timeoutSeconds = 30)
+{
+    ado::Statement wanted = statement(text, timeoutSeconds);
+    wanted.cursorType = ado::CursorType::OpenDynamic;
+    wanted.lockType = ado::LockType::Pessimistic;
+    return connection->session().open(wanted);
+}
+
+/// First value of the first row; Empty where there is no row.
+inline Variant valueOf(const ado::ConnectionRef& connection, std::string_view text)
+{
+    const auto cursor = open(connection, text);
+    return cursor->next() ? cursor->value(0) : Variant{};
+}
+
+/// All values of the first column.
+inline std::vector<Variant> columnOf(const ado::ConnectionRef& connection, std::string_view text)
+{
+    std::vector<Variant> values;
+    for (const auto cursor = open(connection, text); cursor->next();) {
+        values.push_back(cursor->value(0));
+    }
+    return values;
+}
+
+/// The error that `work` throws; the test fails where it throws none.
+template <class Work>
+Error errorOf(const Work& work)
+{
+    try {
+        work();
+    } catch (const Error& error) {
+        return error;
+    }
+    ADD_FAILURE() << "no error was thrown";
+    return Error{0, "none"};
+}
+
+} // namespace tamarok::embedded::test
