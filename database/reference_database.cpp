@@ -111,10 +111,11 @@ void createReferenceDatabase(ado::Connection& connection, const ReferenceOptions
 {
     Reporter reporter{progress};
     Transaction transaction{connection};
-    phase(reporter, "Schema", [&] { createSchema(connection); });
+    phase(reporter, "Tables", [&] { createTables(connection); });
     phase(reporter, "Texts", [&] { loadTexts(connection); });
     phase(reporter, "Master data", [&] { loadMasterData(connection); });
     createLogs(connection, options, reporter);
+    phase(reporter, "Indexes", [&] { createIndexes(connection); });
     transaction.commit();
 }
 

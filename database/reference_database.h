@@ -12,7 +12,7 @@ namespace tamarok::database {
 
 /// How far the making of the database has come.
 struct Progress {
-    std::string_view phase; ///< "Schema", "Texts", "Master data", "Timber lists"
+    std::string_view phase; ///< "Tables", "Texts", "Master data", "Timber lists", "Indexes"
     std::int64_t done = 0;
     std::int64_t total = 0;
 };

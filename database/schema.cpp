@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 #include "database/resources.h"
@@ -9,6 +10,29 @@
 #include "tamarok/error.h"
 
 namespace tamarok::database {
+namespace {
+
+enum class Part : std::uint8_t { Tables, Indexes };
+
+Part partOf(std::string_view batch)
+{
+    return batch.starts_with("CREATE INDEX ") || batch.starts_with("CREATE UNIQUE INDEX ") ? Part::Indexes
+                                                                                           : Part::Tables;
+}
+
+void runBatches(ado::Connection& connection, Part part)
+{
+    for (const Resource& file : resources("schema")) {
+        try {
+            for (const std::string_view batch : batches(file.text))
+                if (partOf(batch) == part) connection.Execute(batch);
+        } catch (Error& error) {
+            throw error.addContext("Schema " + std::string{file.name});
+        }
+    }
+}
+
+} // namespace
 
 const Resource& resource(std::string_view group, std::string_view name)
 {
@@ -41,16 +65,14 @@ std::vector<std::string_view> batches(std::string_view script)
     return parts;
 }
 
-void createSchema(ado::Connection& connection)
+void createTables(ado::Connection& connection)
 {
-    for (const Resource& file : resources("schema")) {
-        try {
-            for (const std::string_view batch : batches(file.text))
-                connection.Execute(batch);
-        } catch (Error& error) {
-            throw error.addContext("Schema " + std::string{file.name});
-        }
-    }
+    runBatches(connection, Part::Tables);
+}
+
+void createIndexes(ado::Connection& connection)
+{
+    runBatches(connection, Part::Indexes);
 }
 
 } // namespace tamarok::database

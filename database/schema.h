@@ -11,7 +11,11 @@ namespace tamarok::database {
 /// Views point into `script`.
 std::vector<std::string_view> batches(std::string_view script);
 
-/// Creates all tables and indexes. Errors: provider failures, with the script's name.
-void createSchema(ado::Connection& connection);
+/// Creates all tables without their indexes. Errors: provider failures, with the script's name.
+void createTables(ado::Connection& connection);
+
+/// Creates the indexes of the tables: after the rows, since a load into tables without indexes is the
+/// faster one. Errors as above; a row that is there twice in a unique index is one.
+void createIndexes(ado::Connection& connection);
 
 } // namespace tamarok::database

@@ -239,7 +239,7 @@ TEST(CreateReferenceDatabase, ProgressTellsEveryPhaseToItsEnd)
         EXPECT_LE(progress.done, progress.total);
         if (progress.done == progress.total) ended.emplace_back(progress.phase);
     });
-    EXPECT_EQ(ended, (std::vector<std::string>{"Schema", "Texts", "Master data", "Timber lists"}));
+    EXPECT_EQ(ended, (std::vector<std::string>{"Tables", "Texts", "Master data", "Timber lists", "Indexes"}));
 }
 
 } // namespace

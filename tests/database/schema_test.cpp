@@ -21,7 +21,8 @@ protected:
     static void SetUpTestSuite()
     {
         connection_ = embedded::connectInMemory();
-        createSchema(*connection_);
+        createTables(*connection_);
+        createIndexes(*connection_);
     }
     static void TearDownTestSuite() { connection_.reset(); }
 
@@ -63,9 +64,9 @@ TEST(Schema, EveryBatchRunsOnItsOwnInOrder)
 TEST(Schema, SecondRunIsRefusedWithTheScriptsName)
 {
     const ado::ConnectionRef connection = embedded::connectInMemory();
-    createSchema(*connection);
+    createTables(*connection);
     try {
-        createSchema(*connection);
+        createTables(*connection);
         FAIL() << "the tables exist already";
     } catch (const Error& error) {
         EXPECT_NE(error.description.find("01_texts_and_settings.sql"), std::string::npos) << error.description;
