@@ -257,6 +257,15 @@ Json putNamed(HostState& state, const Json& request, Json&)
     return nullptr;
 }
 
+/// Whether an Empty that a method gave is a value of its own and not the lack of a result.
+bool hasResult(const Object& object, std::string_view method, std::size_t arguments)
+{
+    const component::ClassInfo* classInfo = component::findClass(object.typeName());
+    if (classInfo == nullptr) return false;
+    const component::OperationInfo* operation = component::findOperation(*classInfo, method, arguments);
+    return operation != nullptr && operation->result != component::ValueType::None;
+}
+
 Json invokeNamed(HostState& state, const Json& request, Json& report)
 {
     const ObjectRef object = state.names.find(textMember(request, "invoke"));
@@ -264,7 +273,13 @@ Json invokeNamed(HostState& state, const Json& request, Json& report)
     std::vector<Variant> args = arguments(state, request);
     while (!args.empty() && component::isMissing(args.back()))
         args.pop_back();
-    return reported(state, args, report, [&] { return callPath(object, path, args); });
+    bool empty = false;
+    Json result = reported(state, args, report, [&] {
+        Variant value = callPath(object, path, args);
+        empty = value.isEmpty();
+        return value;
+    });
+    return empty && !hasResult(*object, path, args.size()) ? Json{} : result;
 }
 
 Json connect(HostState& state, const Json& request, Json&)

@@ -72,7 +72,7 @@ new, get, put and invoke work on objects; connect, exec and query on connections
 classes. Without --db there is no connection, and what needs one fails with error 91.
 
 The session record starts with user 1, language GERMAN, date format DD.MM.YYYY, the period 1900-01-01
-to 2099-12-31, single-user operation, no customer key and SQL Server text; "session" changes it.
+to 2050-12-31, single-user operation, no customer key and SQL Server text; "session" changes it.
 
 Examples:
   echo '{"class":"Comm_CSel","op":"GetColumn","args":[36,"R",{"$ref":"TmkVar"}]}' | tamarok call --db demo.db

@@ -20,7 +20,7 @@ TmkVar commandSession(const ado::ConnectionRef& connection)
     session.strDateFormat = "DD.MM.YYYY";
     session.ID_User = 1;
     session.DateFrom = makeDate(1900, 1, 1);
-    session.DateTo = makeDate(2099, 12, 31);
+    session.DateTo = makeDate(2050, 12, 31);
     session.DateFromDefault = makeDate(1900, 1, 1);
     session.intDateToDays = 3650;
     return session;

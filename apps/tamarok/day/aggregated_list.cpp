@@ -14,7 +14,7 @@ void showAggregatedList(const Context& context)
     ListRequest list;
     list.ids = {23, 32, 35, 36, 203, 280, 319, 320};
     list.group = true;
-    list.where = withinPeriod(context.session);
+    list.where = measuredWithinPeriod(context.session);
     list.orderIds = {23, 32};
     constexpr std::size_t volume = 3;
     constexpr std::size_t share = 4;

@@ -8,7 +8,7 @@ void showDetailList(const Context& context)
 {
     ListRequest list;
     list.ids = {1, 2, 238, 23, 26, 29, 32, 33, 34, 35, 36, 280};
-    list.where = withinPeriod(context.session);
+    list.where = measuredWithinPeriod(context.session);
     list.orderIds = {1, 23};
     list.limit = 15;
     showList(context, list);

@@ -60,12 +60,12 @@ std::vector<double> showList(const Context& context, const ListRequest& request,
     return summing.sums();
 }
 
-std::string withinPeriod(const TmkVar& session)
+std::string measuredWithinPeriod(const TmkVar& session)
 {
     const Comm_CSel columns;
     const std::string from = "LOGS.LISTDATUM >= " + dateLiteral(session.DateFrom, session);
     const std::string to = "LOGS.LISTDATUM <= " + dateLiteral(session.DateTo, session);
-    return columns.InsertToWhere(from, to);
+    return columns.InsertToWhere(columns.InsertToWhere(from, to), "LOGS.STKL <> ''");
 }
 
 } // namespace tamarok::cli::day

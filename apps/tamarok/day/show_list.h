@@ -17,7 +17,7 @@ namespace tamarok::cli::day {
 std::vector<double> showList(const Context& context, const ListRequest& request,
                              const std::vector<std::size_t>& totals = {});
 
-/// The condition that a list shows deliveries of the working period alone.
-std::string withinPeriod(const TmkVar& session);
+/// The condition that a list shows measured round timber of the working period alone.
+std::string measuredWithinPeriod(const TmkVar& session);
 
 } // namespace tamarok::cli::day

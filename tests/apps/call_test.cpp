@@ -1,0 +1,177 @@
+#include <algorithm>
+#include <fstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "apps/child_process.h"
+#include "apps/scratch_folder.h"
+
+namespace tamarok::test {
+namespace {
+
+struct Exchange {
+    std::size_t line = 0;
+    std::string request;
+    std::string answer;
+    bool prefix = false; ///< the answer begins so; the rest is the wording of another part
+};
+
+/// Reads a file of lines "> request" and "< answer", or "<~ beginning of the answer"; "#" begins a comment.
+std::vector<Exchange> readConversation(const std::string& name)
+{
+    std::ifstream file{std::string{TAMAROK_CONVERSATIONS} + "/" + name};
+    std::vector<Exchange> exchanges;
+    std::size_t number = 0;
+    for (std::string line; std::getline(file, line);) {
+        ++number;
+        if (line.starts_with("> ")) exchanges.push_back({number, line.substr(2), {}, false});
+        if (line.starts_with("< ")) exchanges.back().answer = line.substr(2);
+        if (line.starts_with("<~ ")) {
+            exchanges.back().answer = line.substr(3);
+            exchanges.back().prefix = true;
+        }
+    }
+    return exchanges;
+}
+
+void hold(ChildProcess& host, const std::string& name, std::size_t atLeast)
+{
+    const auto exchanges = readConversation(name);
+    ASSERT_GE(exchanges.size(), atLeast);
+    for (const Exchange& exchange : exchanges) {
+        std::string answer = host.ask(exchange.request);
+        if (exchange.prefix) answer.resize(std::min(answer.size(), exchange.answer.size()));
+        EXPECT_EQ(answer, exchange.answer) << name << ":" << exchange.line;
+    }
+    const Outcome end = host.finish();
+    EXPECT_EQ(end.status, 0);
+    EXPECT_EQ(end.errors, "");
+}
+
+TEST(Call, ConversationWithoutDatabase)
+{
+    ChildProcess host{{"call", "--locale", "de-AT"}};
+    hold(host, "values_and_objects.txt", 60);
+}
+
+TEST(Call, ConversationWithDatabase)
+{
+    const ScratchFolder folder;
+    const std::string file = makeDatabase(folder, 20);
+    ChildProcess host{{"call", "--db", file, "--locale", "de-AT"}};
+    hold(host, "database.txt", 20);
+}
+
+TEST(Call, FurtherConnectionsAreReachedByName)
+{
+    const ScratchFolder folder;
+    const std::string file = makeDatabase(folder, 5);
+    ChildProcess host{{"call"}};
+    EXPECT_EQ(host.ask(R"({"connect":"db2","db":")" + file + R"("})"),
+              R"({"result":{"$ref":"db2"},"args":[],"messages":[],"sql":[]})");
+    EXPECT_EQ(host.ask(R"({"query":"SELECT COUNT(*) AS N FROM LOGS","on":"db2"})"),
+              R"({"result":{"columns":["N"],"rows":[[5]]},"args":[],"messages":[],)"
+              R"("sql":["SELECT COUNT(*) AS N FROM LOGS"]})");
+    const std::string missing = host.ask(R"({"connect":"db3","db":"/nonexistent/x.db"})");
+    EXPECT_NE(missing.find("/nonexistent/x.db"), std::string::npos) << missing;
+    EXPECT_NE(missing.find("\"error\""), std::string::npos) << missing;
+}
+
+TEST(Call, DescribeListsClassesWithSlotsAndParameters)
+{
+    const Outcome outcome = run({"call"}, "{\"describe\":true}\n");
+    EXPECT_NE(outcome.output.find(R"({"slot":24,"name":"CorrectStrSelect","kind":"method","parameters":)"
+                                  R"([{"name":"Typ","type":"String","byref":false,"optional":false})"),
+              std::string::npos);
+    for (const std::string_view name :
+         {"C_Version", "Comm_CSel", "Comm_Get", "Comm_Set", "Comm_SQL", "LocService", "mComm"}) {
+        EXPECT_NE(outcome.output.find("{\"name\":\"" + std::string{name} + "\""), std::string::npos) << name;
+    }
+}
+
+/// Lines that are no request, each made by a function so that the long ones need no text here.
+std::vector<std::string> brokenLines()
+{
+    std::string everyByte;
+    for (int byte = 0; byte < 256; ++byte) {
+        if (byte != '\n') everyByte += static_cast<char>(byte);
+    }
+    return {
+        "",
+        "   ",
+        "{",
+        "{\"class\":\"C_Version\",\"op\":",
+        "{\"class\":\"C_Version\",\"op\":\"DLL_Version\"",
+        "[]",
+        "[{\"describe\":true}]",
+        "12",
+        "\"text\"",
+        "null",
+        "{}{}",
+        "{} trailing",
+        "{'class':'C_Version'}",
+        "{\"id\":\"\xff\xfe\",\"describe\":true}",
+        "{\"id\":\"\xc3\",\"describe\":true}",
+        "{\"id\":\"\\ud800\",\"describe\":true}",
+        everyByte,
+        std::string(1'000'000, 'x'),
+        "{\"exec\":\"" + std::string(1'000'000, '('),
+        std::string(100'000, '['),
+        "{\"id\":" + std::string(100'000, '[') + std::string(100'000, ']') + "}",
+        "{\"class\":\"Comm_CSel\",\"op\":\"InsertToStr\",\"args\":[1e400,1]}",
+        "{\"class\":\"Comm_CSel\",\"op\":\"InsertToStr\",\"args\":[123456789012345678901234567890,1]}",
+        "{\"class\":\"Comm_CSel\",\"op\":\"InsertToStr\",\"args\":[18446744073709551615,1]}",
+        "{\"class\":\"Comm_CSel\",\"op\":\"InsertToStr\",\"args\":[NaN,1]}",
+    };
+}
+
+TEST(Call, BrokenLinesAreAnsweredWithAnErrorAndTheHostGoesOn)
+{
+    ChildProcess host{{"call"}};
+    std::string input;
+    for (const std::string& line : brokenLines())
+        input += line + "\n{\"id\":\"alive\",\"class\":\"C_Version\",\"op\":\"DLL_Version\"}\n";
+    const Outcome outcome = host.finish(input);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors, "");
+    std::vector<std::string> answers;
+    for (std::size_t at = 0; at < outcome.output.size();) {
+        const std::size_t end = outcome.output.find('\n', at);
+        ASSERT_NE(end, std::string::npos);
+        answers.push_back(outcome.output.substr(at, end - at));
+        at = end + 1;
+    }
+    ASSERT_EQ(answers.size(), 2 * brokenLines().size());
+    for (std::size_t index = 0; index < answers.size(); index += 2) {
+        EXPECT_TRUE(answers[index].starts_with("{\"error\":{\"number\":")) << answers[index].substr(0, 200);
+        EXPECT_LT(answers[index].size(), 2000U);
+        EXPECT_EQ(answers[index + 1], R"({"id":"alive","result":"2.0","args":[],"messages":[],"sql":[]})");
+    }
+}
+
+TEST(Call, AHalfLineAtTheEndIsAnsweredToo)
+{
+    const Outcome outcome = run({"call"}, "{\"class\":\"C_Version\",\"op\":\"DLL_Version\"}");
+    EXPECT_EQ(outcome.output, "{\"result\":\"2.0\",\"args\":[],\"messages\":[],\"sql\":[]}\n");
+    EXPECT_EQ(run({"call"}, "{\"cla").status, 0);
+}
+
+TEST(Call, AnEmptyInputEndsWithStatus0)
+{
+    const Outcome outcome = run({"call"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "");
+}
+
+TEST(Call, AReaderThatGoesAwayEndsTheHostQuietly)
+{
+    ChildProcess host{{"call"}};
+    host.closeOutput();
+    const Outcome outcome = host.finish("{\"describe\":true}\n{\"describe\":true}\n");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors, "");
+}
+
+} // namespace
+} // namespace tamarok::test

@@ -1,0 +1,142 @@
+#include "apps/child_process.h"
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <stdexcept>
+#include <sys/wait.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+
+extern char** environ;
+
+namespace tamarok::test {
+
+namespace {
+
+struct Pipe {
+    int read = -1;
+    int write = -1;
+};
+
+Pipe makePipe()
+{
+    std::array<int, 2> ends{};
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0) throw std::system_error{errno, std::generic_category(), "pipe"};
+    return {ends[0], ends[1]};
+}
+
+void closeOnce(int& descriptor)
+{
+    if (descriptor >= 0) ::close(std::exchange(descriptor, -1));
+}
+
+/// Reads what is there; false at the end.
+bool readSome(int descriptor, std::string& text)
+{
+    std::array<char, 65536> buffer{};
+    const ssize_t count = ::read(descriptor, buffer.data(), buffer.size());
+    if (count > 0) text.append(buffer.data(), static_cast<std::size_t>(count));
+    return count > 0;
+}
+
+} // namespace
+
+ChildProcess::ChildProcess(const std::vector<std::string>& arguments)
+{
+    std::signal(SIGPIPE, SIG_IGN);
+    const Pipe in = makePipe();
+    const Pipe out = makePipe();
+    const Pipe err = makePipe();
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, in.read, STDIN_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, out.write, STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, err.write, STDERR_FILENO);
+    std::vector<std::string> words{TAMAROK_PROGRAM};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    std::vector<char*> pointers;
+    for (std::string& word : words)
+        pointers.push_back(word.data());
+    pointers.push_back(nullptr);
+    const int failure = ::posix_spawn(&id_, TAMAROK_PROGRAM, &actions, nullptr, pointers.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    for (const int end : {in.read, out.write, err.write})
+        ::close(end);
+    input_ = in.write;
+    output_ = out.read;
+    errors_ = err.read;
+    if (failure != 0) throw std::system_error{failure, std::generic_category(), TAMAROK_PROGRAM};
+}
+
+ChildProcess::~ChildProcess()
+{
+    for (int* descriptor : {&input_, &output_, &errors_})
+        closeOnce(*descriptor);
+    if (id_ > 0) {
+        ::kill(id_, SIGKILL);
+        wait();
+    }
+}
+
+void ChildProcess::send(int signal) const
+{
+    ::kill(id_, signal);
+}
+
+void ChildProcess::closeOutput()
+{
+    closeOnce(output_);
+}
+
+std::string ChildProcess::ask(const std::string& line)
+{
+    const std::string request = line + "\n";
+    if (::write(input_, request.data(), request.size()) != static_cast<ssize_t>(request.size())) {
+        throw std::runtime_error{"the request could not be written"};
+    }
+    std::string answer;
+    char character = 0;
+    while (::read(output_, &character, 1) == 1 && character != '\n')
+        answer += character;
+    return answer;
+}
+
+Outcome ChildProcess::finish(std::string_view input)
+{
+    Outcome outcome;
+    ::fcntl(input_, F_SETFL, O_NONBLOCK);
+    if (input.empty()) closeOnce(input_);
+    while (output_ >= 0 || errors_ >= 0) {
+        std::array<pollfd, 3> watched{pollfd{output_, POLLIN, 0}, pollfd{errors_, POLLIN, 0},
+                                      pollfd{input_, POLLOUT, 0}};
+        ::poll(watched.data(), watched.size(), -1);
+        if (watched[0].revents != 0 && !readSome(output_, outcome.output)) closeOnce(output_);
+        if (watched[1].revents != 0 && !readSome(errors_, outcome.errors)) closeOnce(errors_);
+        if (watched[2].revents != 0) {
+            const ssize_t written = ::write(input_, input.data(), input.size());
+            if (written > 0) input.remove_prefix(static_cast<std::size_t>(written));
+            if (input.empty() || (written < 0 && errno != EAGAIN)) closeOnce(input_);
+        }
+    }
+    outcome.status = wait();
+    return outcome;
+}
+
+int ChildProcess::wait()
+{
+    int status = 0;
+    ::waitpid(std::exchange(id_, -1), &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+Outcome run(const std::vector<std::string>& arguments, std::string_view input)
+{
+    return ChildProcess{arguments}.finish(input);
+}
+
+} // namespace tamarok::test

@@ -1,0 +1,78 @@
+#include <csignal>
+#include <fstream>
+#include <poll.h>
+
+#include "apps/child_process.h"
+#include "apps/scratch_folder.h"
+
+namespace tamarok::test {
+namespace {
+
+TEST(Init, MakesOneFileAndTellsRowsAndRate)
+{
+    const ScratchFolder folder;
+    const Outcome outcome = run({"init", folder / "a.db", "--logs", "100", "--seed", "3"});
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_NE(outcome.output.find("100 logs in "), std::string::npos) << outcome.output;
+    EXPECT_NE(outcome.output.find("logs/s"), std::string::npos) << outcome.output;
+    EXPECT_EQ(outcome.errors, "");
+    EXPECT_EQ(folder.fileCount(), 1U);
+}
+
+TEST(Init, KeepsAnExistingFileUnlessForced)
+{
+    const ScratchFolder folder;
+    const std::string file = folder / "a.db";
+    std::ofstream{file} << "precious";
+    const Outcome refused = run({"init", file, "--logs", "10"});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_NE(refused.errors.find("--force"), std::string::npos);
+    std::string content;
+    std::ifstream{file} >> content;
+    EXPECT_EQ(content, "precious");
+    EXPECT_EQ(run({"init", file, "--logs", "10", "--force"}).status, 0);
+    const Outcome count = run({"call", "--db", file}, R"({"query":"SELECT COUNT(*) AS N FROM LOGS"})"
+                                                      "\n");
+    EXPECT_NE(count.output.find("[[10]]"), std::string::npos) << count.output;
+    EXPECT_EQ(folder.fileCount(), 1U);
+}
+
+/// Starts an init too long to end by itself and waits until its growing file is there.
+bool waitUntilGrowing(const ScratchFolder& folder)
+{
+    constexpr int attempts = 3000;
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        if (folder.fileCount() > 0) return true;
+        ::poll(nullptr, 0, 10);
+    }
+    return false;
+}
+
+TEST(Init, AnInterruptLeavesNothing)
+{
+    for (const int signal : {SIGINT, SIGTERM}) {
+        const ScratchFolder folder;
+        ChildProcess child{{"init", folder / "a.db", "--logs", "50000000"}};
+        ASSERT_TRUE(waitUntilGrowing(folder));
+        child.send(signal);
+        const Outcome outcome = child.finish();
+        EXPECT_EQ(outcome.status, 128 + signal);
+        EXPECT_EQ(outcome.errors, "tamarok: interrupted\n");
+        EXPECT_EQ(folder.fileCount(), 0U);
+    }
+}
+
+TEST(Init, AKilledRunLeavesNoHalfFileAndTheNextOneClearsUp)
+{
+    const ScratchFolder folder;
+    ChildProcess child{{"init", folder / "a.db", "--logs", "50000000"}};
+    ASSERT_TRUE(waitUntilGrowing(folder));
+    child.send(SIGKILL);
+    EXPECT_EQ(child.finish().status, 128 + SIGKILL);
+    EXPECT_FALSE(std::filesystem::exists(folder / "a.db"));
+    EXPECT_EQ(run({"init", folder / "a.db", "--logs", "10"}).status, 0);
+    EXPECT_EQ(folder.fileCount(), 1U);
+}
+
+} // namespace
+} // namespace tamarok::test
