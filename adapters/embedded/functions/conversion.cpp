@@ -145,9 +145,15 @@ void resultAsText(Call& call, bool starForWhole)
 
 void resultPadded(Call& call, bool starForWhole)
 {
-    if (call.isNull(0)) return call.resultNull();
+    if (call.anyNull()) return call.resultNull();
     const TextArgument text = call.text(0);
-    const auto size = static_cast<std::size_t>(std::max<std::int64_t>(call.whole(1), 0));
+    constexpr std::int64_t longestPadded = 8000;
+    const std::int64_t wanted = call.whole(1);
+    if (wanted < 0 || wanted > longestPadded) {
+        fail(131, "The size (" + std::to_string(wanted) + ") given to the type '" + (starForWhole ? "char" : "nchar") +
+                      "' exceeds the maximum allowed (" + std::to_string(longestPadded) + ").");
+    }
+    const auto size = static_cast<std::size_t>(wanted);
     const std::size_t length = text::length(text);
     if (length >= size) return resultAsText(call, starForWhole);
     std::string padded{text.view()};
