@@ -207,12 +207,11 @@ bool Engine::isOutdated(const CachedStep& step, const Error& error)
     // Names are looked up when a statement is translated: that SQLite does not find one afterwards
     // means that another session has changed the schema meanwhile. Nothing of the statement has run.
     const bool missingName = error.nativeError == 207 || error.nativeError == 208;
-    if (!missingName || step.step.kind == Kind::Procedure || database_->inTransaction()) {
+    if (!missingName || step.step.kind == Kind::Procedure) {
         return false;
     }
     catalog_.refresh();
     return catalog_.generation() != step.generation;
-}
 }
 
 std::size_t Engine::runStep(const std::shared_ptr<CachedStep>& step, std::size_t index, Parameters parameters,
