@@ -1,6 +1,7 @@
 #include "tamarok/comm_conv.h"
 
-#include <array>
+#include <algorithm>
+#include <memory>
 
 #include "frame/regional_order.h"
 #include "runtime/convert.h"
@@ -26,9 +27,29 @@ struct DateParts {
     std::string year;
 };
 
-DateParts partsForDatabase(Date date)
+/// The calendar repeats itself after 400 years.
+constexpr std::int32_t yearsPerCycle = 400;
+constexpr double daysPerCycle = 146097.0;
+
+/// A day of the years 0 to 99, before the range of dates: a year of two digits that was taken by its word.
+bool hasTwoDigitYear(const Variant& value)
 {
-    CivilTime civil = toCivil(date);
+    constexpr double yearsBefore100 = 36525.0; // days of the years 0 to 99; 0, 4, ..., 96 are leap years
+    if (value.kind() != Variant::Kind::Date || isInRange(value.asDate())) return false;
+    const double day = dayOf(value.asDate()).days;
+    return day < firstDateDays && day >= firstDateDays - yearsBefore100;
+}
+
+CivilTime civilOf(const Variant& value)
+{
+    if (!hasTwoDigitYear(value)) return toCivil(convert::toDate(value));
+    CivilTime civil = toCivil(Date{dayOf(value.asDate()).days + daysPerCycle});
+    civil.year -= yearsPerCycle;
+    return civil;
+}
+
+DateParts partsForDatabase(CivilTime civil)
+{
     if (civil.year < 1900) {
         civil.year = 1900 + civil.year % 100;
         if (civil.day > daysInMonth(civil.year, civil.month)) { // 29 February of a year that is no leap year now
@@ -135,8 +156,8 @@ std::string usDate(std::string_view day, std::string_view month, std::string_vie
 
 Variant Comm_Conv::TransDate(const Variant& strDate, std::string_view strDateFormat) const
 {
-    if (!convert::isDate(strDate)) return strDate;
-    const DateParts parts = partsForDatabase(convert::toDate(strDate));
+    if (!convert::isDate(strDate) && !hasTwoDigitYear(strDate)) return strDate;
+    const DateParts parts = partsForDatabase(civilOf(strDate));
     if (strDateFormat.find_first_of("./") != std::string_view::npos) return byTokens(parts, strDateFormat, '.');
     if (strDateFormat.find('-') != std::string_view::npos) return byTokens(parts, strDateFormat, '-');
     return byOrderCode(strDate, parts, strDateFormat);
@@ -144,19 +165,18 @@ Variant Comm_Conv::TransDate(const Variant& strDate, std::string_view strDateFor
 
 std::string Comm_Conv::NoComma(std::string_view strVar, std::string_view strThousantSep_dll) const
 {
-    const bool dropsMark = text::length(strThousantSep_dll) == 1 && strThousantSep_dll != ",";
-    std::string result;
-    result.reserve(strVar.size());
-    for (std::size_t index = 0; index < strVar.size();) {
-        if (strVar[index] == ',') {
-            result += '.';
-            ++index;
-        } else if (dropsMark && strVar.compare(index, strThousantSep_dll.size(), strThousantSep_dll) == 0) {
-            index += strThousantSep_dll.size();
-        } else {
-            result += strVar[index++];
-        }
+    const bool isWide = strThousantSep_dll.size() > 1 && text::length(strThousantSep_dll) == 1;
+    std::string result = isWide ? text::replaceAll(strVar, strThousantSep_dll, "") : std::string{strVar};
+    // Without a mark the comma stands for it, which is never dropped: it becomes a point before.
+    const char mark = strThousantSep_dll.size() == 1 ? strThousantSep_dll.front() : ',';
+    auto end = result.begin();
+    for (const char character : result) {
+        if (character == ',')
+            *end++ = '.';
+        else if (character != mark)
+            *end++ = character;
     }
+    result.erase(end, result.end());
     return result;
 }
 

@@ -168,8 +168,8 @@ void Comm_Get::OnlyNumbersKeyPress(std::int16_t& KeyAscii, Object& ActiveControl
 {
     if (ActiveControl.typeName() != "TextBox") return;
     Box box{ActiveControl};
-    if (box.locked()) {
-        if (KeyAscii != enter) KeyAscii = refused;
+    if (box.locked() && KeyAscii != enter) {
+        KeyAscii = refused;
         return;
     }
     box.format(strFormat);

@@ -25,26 +25,27 @@ double plainNumber(const Variant& value)
     return *number;
 }
 
-} // namespace
-
-Variant fieldValue(const Variant& value)
+/// Text of a value that is not Null. Texts are the bulk of every list, so they are copied once only.
+std::string trimmedText(const Variant& content)
 {
-    if (!value.isObject()) return value;
-    return require(value.asObject(), "The field").get("Value", {});
+    if (content.isString()) return std::string{text::trim(content.asString())};
+    return std::string{text::trim(convert::toText(content))};
 }
+
+} // namespace
 
 std::string Comm_Get::Get_String(const Variant& value, bool NoSpaces, bool NoTrim) const
 {
-    const Variant content = fieldValue(value);
+    const FieldValue field{value};
+    const Variant& content = field.content();
     if (content.isNull()) return NoSpaces ? std::string{} : std::string{singleBlank};
-    std::string text = convert::toText(content);
-    if (NoTrim) return text;
-    return std::string{text::trim(text)};
+    return NoTrim ? convert::toText(content) : trimmedText(content);
 }
 
 std::string Comm_Get::Get_Number(const Variant& value) const
 {
-    const Variant content = fieldValue(value);
+    const FieldValue field{value};
+    const Variant& content = field.content();
     if (content.isNull()) return std::string{singleBlank};
     switch (content.kind()) {
     case Variant::Kind::LongLong: return std::to_string(content.asLongLong()); // may have more than 15 digits
@@ -54,25 +55,25 @@ std::string Comm_Get::Get_Number(const Variant& value) const
 
 double Comm_Get::Get_Number_N(const Variant& value) const
 {
-    const Variant content = fieldValue(value);
-    return content.isNull() ? 0.0 : convert::toDouble(content);
+    const FieldValue field{value};
+    return field.content().isNull() ? 0.0 : convert::toDouble(field.content());
 }
 
 Date Comm_Get::Get_Date_N(const Variant& value) const
 {
-    return convert::toDate(fieldValue(value));
+    return convert::toDate(FieldValue{value}.content());
 }
 
 Date Comm_Get::Get_Datum(const Variant& value) const
 {
-    const Variant content = fieldValue(value);
-    return content.isNull() ? Platform::today() : convert::toDate(content);
+    const FieldValue field{value};
+    return field.content().isNull() ? Platform::today() : convert::toDate(field.content());
 }
 
 std::string Comm_Get::Get_Val(const Variant& value) const
 {
-    const Variant content = fieldValue(value);
-    return content.isNull() ? std::string{} : convert::toText(content);
+    const FieldValue field{value};
+    return field.content().isNull() ? std::string{} : convert::toText(field.content());
 }
 
 std::string Comm_Get::Get_Key(std::string_view strValue) const

@@ -1,6 +1,7 @@
 #include <string>
 #include <string_view>
 
+#include "frame/field_value.h"
 #include "runtime/convert.h"
 #include "runtime/text.h"
 
@@ -63,7 +64,9 @@ void Comm_Set::Set_Number2(const std::string& column, const Variant& value, std:
                            std::string_view sqlWhere, const ado::ConnectionRef& db_ADO_dll,
                            std::string_view par_strThousantSep_dll) const
 {
-    update(db_ADO_dll, table, column, value.isNull() ? " = NULL" : " = " + numberText(value, par_strThousantSep_dll),
+    const FieldValue field{value};
+    update(db_ADO_dll, table, column,
+           field.content().isNull() ? " = NULL" : " = " + numberText(field.content(), par_strThousantSep_dll),
            sqlWhere);
 }
 
@@ -78,15 +81,19 @@ void Comm_Set::Set_Text2(std::string_view column, const Variant& value, std::str
                          std::string_view sqlWhere, const ado::ConnectionRef& db_ADO_dll,
                          std::string_view par_strThousantSep_dll) const
 {
+    const FieldValue field{value};
     update(db_ADO_dll, table, column,
-           value.isNull() ? " = NULL" : " = " + quoted(numberText(value, par_strThousantSep_dll)), sqlWhere);
+           field.content().isNull() ? " = NULL" : " = " + quoted(numberText(field.content(), par_strThousantSep_dll)),
+           sqlWhere);
 }
 
 void Comm_Set::Set_Text3(std::string_view column, const Variant& value, std::string_view table,
                          std::string_view sqlWhere, const ado::ConnectionRef& db_ADO_dll,
                          std::string_view /*par_strThousantSep_dll*/) const
 {
-    update(db_ADO_dll, table, column, value.isNull() ? " = NULL" : " = " + quoted(convert::toText(value)), sqlWhere);
+    const FieldValue field{value};
+    update(db_ADO_dll, table, column,
+           field.content().isNull() ? " = NULL" : " = " + quoted(convert::toText(field.content())), sqlWhere);
 }
 
 void Comm_Set::Set_Boolean(std::string_view column, bool value, std::string_view table, std::string_view sqlWhere,

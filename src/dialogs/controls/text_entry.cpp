@@ -126,9 +126,11 @@ void typeKey(TextEntry& box, char32_t key, const KeyFilter& filter)
 {
     if (filter) {
         // The filter knows keys as 16-bit numbers; no key beyond that range belongs to a number or a date.
-        auto asNumber = static_cast<std::int16_t>(key <= INT16_MAX ? static_cast<std::int32_t>(key) : INT16_MAX);
-        filter(asNumber);
-        key = static_cast<char32_t>(asNumber);
+        const auto offered = static_cast<std::int16_t>(key <= INT16_MAX ? static_cast<std::int32_t>(key) : INT16_MAX);
+        std::int16_t left = offered;
+        filter(left);
+        // A key that was let pass as it is keeps its character, beyond that range too.
+        if (left != offered) key = static_cast<std::uint16_t>(left);
     }
     if (key == 0 || key == enter || box.Locked) return;
     if (key == backspace) {
