@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "procedures/node_visible.h"
 #include "procedures/optionen_ins.h"
 
 namespace tamarok::embedded {
@@ -48,6 +49,7 @@ const Procedure* ProcedureRegistry::find(std::string_view name) const
 ProcedureRegistry builtInProcedures()
 {
     ProcedureRegistry registry;
+    registry.add(nodeVisible());
     registry.add(optionenIns());
     return registry;
 }
