@@ -366,31 +366,37 @@ void tmMoney(Call& call)
 
 namespace {
 
+/// A text as decimal: no exponent, and a blank text is none.
+double decimalOfText(std::string_view text)
+{
+    const bool exponent = text.find_first_of("eEdD") != std::string_view::npos;
+    const auto number = exponent ? std::nullopt : readFloat(text);
+    if (!number) failWith(8114, "Error converting data type nvarchar to numeric.", text);
+    return *number;
+}
+
+void checkScale(std::int64_t precision, std::int64_t scale)
+{
+    constexpr std::int64_t mostDigits = 38;
+    if (precision >= 1 && precision <= mostDigits && scale >= 0 && scale <= precision) return;
+    fail(192, "The scale must be less than or equal to the precision: decimal(" + std::to_string(precision) + "," +
+                  std::to_string(scale) + ").");
+}
+
 void resultDecimal(Call& call, double (*fit)(double, std::int32_t))
 {
     if (call.anyNull()) return call.resultNull();
     const std::int64_t precision = call.whole(1);
     const std::int64_t scale = call.whole(2);
-    if (precision < 1 || precision > 38 || scale < 0 || scale > precision) {
-        fail(192, "The scale must be less than or equal to the precision: decimal(" + std::to_string(precision) + "," +
-                      std::to_string(scale) + ").");
-    }
-    const TextArgument text = call.text(0);
-    double number = 0.0;
-    if (call.storage(0) == Storage::Text) {
-        const bool exponent = text.view().find_first_of("eEdD") != std::string_view::npos;
-        const auto read = exponent ? std::nullopt : readFloat(text);
-        if (!read) failWith(8114, "Error converting data type nvarchar to numeric.", text);
-        number = *read;
-    } else {
-        number = call.real(0);
-    }
+    checkScale(precision, scale);
+    const bool isText = call.storage(0) == Storage::Text;
+    const double number = isText ? decimalOfText(call.text(0)) : call.real(0);
     const double rounded = fit(number, static_cast<std::int32_t>(scale));
     if (!(std::fabs(rounded) < std::pow(10.0, static_cast<double>(precision - scale)))) {
         failWith(8115,
                  "Arithmetic overflow error converting " + std::string{sourceName(call.storage(0))} +
                      " to data type numeric.",
-                 text);
+                 call.text(0));
     }
     call.result(rounded);
 }
