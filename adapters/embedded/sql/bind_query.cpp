@@ -40,10 +40,15 @@ std::int32_t Binder::requireColumn(const Table& table, const Name& name) const
     return index;
 }
 
-Source& Binder::addSource(const Name& name, Scope& scope)
+Source& Binder::addSource(const Name& name, Scope& scope, bool correlation)
 {
     for (const Source* other : scope.sources.span()) {
         if (!(other->name == name)) continue;
+        if (correlation) {
+            source_.refuse(name.offset, 1011,
+                           "The correlation name '" + std::string(name.text) +
+                               "' is specified multiple times in a FROM clause.");
+        }
         source_.refuse(name.offset, 1013,
                        "The objects \"" + std::string(other->name.text) + "\" and \"" + std::string(name.text) +
                            "\" in the FROM clause have the same exposed names. Use correlation names to "
@@ -57,9 +62,9 @@ Source& Binder::addSource(const Name& name, Scope& scope)
     return *added;
 }
 
-Source& Binder::addTable(const Table& table, const Name& name, Scope& scope)
+Source& Binder::addTable(const Table& table, const Name& name, Scope& scope, bool correlation)
 {
-    Source& added = addSource(name, scope);
+    Source& added = addSource(name, scope, correlation);
     added.table = &table;
     return added;
 }
@@ -78,7 +83,8 @@ void Binder::bindFrom(FromItem* item, Scope& scope)
     if (item == nullptr) return;
     switch (item->kind) {
     case FromKind::Table:
-        item->source = &addTable(requireTable(item->table), item->alias.empty() ? item->table : item->alias, scope);
+        item->source = &addTable(requireTable(item->table), item->alias.empty() ? item->table : item->alias, scope,
+                                 !item->alias.empty());
         break;
     case FromKind::Derived: bindDerived(*item, scope); break;
     default:
@@ -91,7 +97,7 @@ void Binder::bindFrom(FromItem* item, Scope& scope)
 void Binder::bindDerived(FromItem& item, Scope& scope)
 {
     bindQuery(*item.query, scope.parent);
-    Source& added = addSource(item.alias, scope);
+    Source& added = addSource(item.alias, scope, true);
     std::span<OutputColumn> outputs = arena_.copy(std::span<const OutputColumn>(item.query->outputs));
     if (!item.columnNames.empty()) {
         if (item.columnNames.size() != outputs.size()) {

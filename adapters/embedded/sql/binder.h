@@ -28,7 +28,7 @@ public:
 
     const Table& requireTable(const Name& name) const;
     std::int32_t requireColumn(const Table& table, const Name& name) const;
-    Source& addTable(const Table& table, const Name& name, Scope& scope);
+    Source& addTable(const Table& table, const Name& name, Scope& scope, bool correlation = false);
 
 private:
     enum class Aggregates : std::uint8_t { Allowed, Refused, Inside };
@@ -45,7 +45,7 @@ private:
     void checkGroups(Query& query);
     void checkGrouped(Expr& expr, const Core& core, std::string_view clause);
     void combineArms(Query& query);
-    Source& addSource(const Name& name, Scope& scope);
+    Source& addSource(const Name& name, Scope& scope, bool correlation);
     void bindDerived(FromItem& item, Scope& scope);
     void checkDerivedNames(const FromItem& item, std::span<OutputColumn> outputs) const;
     void takeRowLimit(Core& core);

@@ -27,8 +27,10 @@ constexpr ConversionRow conversions[] = {
     {TypeKind::DateTime, "tm_datetime"},
     {TypeKind::DateTime2, "tm_datetime"},
     {TypeKind::Time, "tm_time"},
-    {TypeKind::Char, "tm_nchar"},
+    {TypeKind::Char, "tm_char"},
     {TypeKind::NChar, "tm_nchar"},
+    {TypeKind::VarChar, "tm_varchar"},
+    {TypeKind::Text, "tm_varchar"},
 };
 
 std::string_view conversionFunction(TypeKind kind)
@@ -37,6 +39,14 @@ std::string_view conversionFunction(TypeKind kind)
         if (row.kind == kind) return row.function;
     }
     return "tm_nvarchar";
+}
+
+/// Whether every value of a whole or fixed type is one of the decimal `target`.
+bool fitsDecimal(const Type& given, const Type& target)
+{
+    if (target.kind != TypeKind::Decimal || !isNumber(given) || classOf(given) == TypeClass::Floating) return false;
+    const Type decimal = asDecimal(given);
+    return decimal.scale <= target.scale && decimal.precision - decimal.scale <= target.precision - target.scale;
 }
 
 bool isPadded(const Type& type)
@@ -162,7 +172,9 @@ void Emitter::toWhole(const Expr& expr, const Type& target)
     }
     const bool narrower = isWhole(expr.type) && (wholeBound(expr.type.kind) <= wholeBound(target.kind));
     if (narrower || expr.type.kind == TypeKind::Unknown) return expression(expr);
-    number(conversionFunction(target.kind), expr);
+    conversionCall(target);
+    wholeOperand(expr, target);
+    write(")");
 }
 
 void Emitter::toFraction(const Expr& expr, const Type& target)
@@ -188,18 +200,26 @@ void Emitter::asText(const Expr& expr)
 {
     if (isText(expr.type) || isOpen(expr.type) || classOf(expr.type) == TypeClass::Guid) return expression(expr);
     if (literalAs(expr, makeType(TypeKind::NVarChar, -1), false)) return;
-    textOf(expr, nullptr, -1);
+    textOf(expr, nullptr, makeType(TypeKind::NVarChar, -1));
 }
 
 /// A value that is no text as text, by a CONVERT style where one is given.
-void Emitter::textOf(const Expr& expr, const Expr* style, std::int32_t length)
+void Emitter::textOf(const Expr& expr, const Expr* style, const Type& target)
 {
     const TypeClass of = classOf(expr.type);
-    const bool decimal = expr.type.kind == TypeKind::Decimal || (expr.type.kind == TypeKind::Money && style == nullptr);
-    if (decimal) {
+    if (expr.type.kind == TypeKind::Decimal) {
         write("tm_decimaltext(");
         expression(expr);
-        write(", " + std::to_string(expr.type.kind == TypeKind::Money ? 2 : expr.type.scale));
+        write(", " + std::to_string(expr.type.scale));
+    } else if (expr.type.kind == TypeKind::Money) {
+        write("tm_moneytext(");
+        expression(expr);
+        write(", ");
+        if (style != nullptr) {
+            expression(*style);
+        } else {
+            write("0");
+        }
     } else if (of == TypeClass::Date || (of == TypeClass::Floating && style != nullptr)) {
         write(of == TypeClass::Date ? "tm_datetext(" : "tm_floattext(");
         expression(expr);
@@ -210,10 +230,10 @@ void Emitter::textOf(const Expr& expr, const Expr* style, std::int32_t length)
             write(expr.type.kind == TypeKind::Date ? "23" : expr.type.kind == TypeKind::Time ? "108" : "0");
         }
     } else {
-        write("tm_nvarchar(");
+        write(target.kind == TypeKind::Char || target.kind == TypeKind::VarChar ? "tm_varchar(" : "tm_nvarchar(");
         expression(expr);
     }
-    write(", " + std::to_string(length) + ")");
+    write(", " + std::to_string(target.length) + ")");
 }
 
 // --- CAST and CONVERT --------------------------------------------------------------------------
@@ -239,7 +259,7 @@ void Emitter::castText(const CastExpr& cast)
     const Expr& value = *cast.value;
     const Type& target = cast.target;
     const bool padded = isPadded(target);
-    if (padded) write("tm_nchar(");
+    if (padded) conversionCall(target);
     if (isText(value.type)) {
         const bool fits = target.length < 0 || (value.type.length >= 0 && value.type.length <= target.length);
         if (!fits && !padded) write("tm_nvarchar(");
@@ -252,7 +272,7 @@ void Emitter::castText(const CastExpr& cast)
         expression(*cast.style);
         write(", " + std::to_string(target.length) + ")");
     } else {
-        textOf(value, cast.style, target.length);
+        textOf(value, cast.style, target);
     }
     if (padded) write(", " + std::to_string(target.length) + ")");
 }
@@ -291,9 +311,19 @@ void Emitter::castNumber(const CastExpr& cast)
     if (isDate(value.type)) {
         dayNumber(value);
     } else {
-        expression(value);
+        wholeOperand(value, target);
     }
     conversionEnd(target);
+}
+
+/// A decimal lies in the file as a binary fraction: before it is cut to a whole number it is rounded
+/// to its own scale, or 0.29 * 100 would become 28.
+void Emitter::wholeOperand(const Expr& expr, const Type& target)
+{
+    const bool fixed = isWhole(target) && expr.type.kind == TypeKind::Decimal && expr.kind != ExprKind::Number;
+    if (fixed) write("tm_decimal(");
+    expression(expr);
+    if (fixed) write(", 38, " + std::to_string(expr.type.scale) + ")");
 }
 
 // --- assignment --------------------------------------------------------------------------------
@@ -342,13 +372,13 @@ void Emitter::assigned(const Expr& expr, const TableColumn& column, const Table&
                         wholeBound(given.kind) <= wholeBound(target.kind);
     const std::int64_t most = wholeBound(target.kind) - (target.kind == TypeKind::Bit ? 0 : 1);
     const bool smallLiteral = expr.kind == ExprKind::Number && isWhole(target) && expr.bound >= 0 && expr.bound <= most;
-    const bool free = target.kind == TypeKind::Float && isNumber(given);
+    const bool free = (target.kind == TypeKind::Float && isNumber(given)) || fitsDecimal(given, target);
     if (widens || smallLiteral || free || classOf(target) == TypeClass::Binary) return expression(expr);
     conversionCall(target);
     if (isNumber(target) && isDate(given)) {
         dayNumber(expr);
     } else {
-        expression(expr);
+        wholeOperand(expr, target);
     }
     conversionEnd(target);
 }

@@ -215,7 +215,9 @@ void Emitter::inQuery(const InQueryExpr& in)
 
 void Emitter::like(const LikeExpr& like)
 {
-    write(like.negated ? "(NOT tm_like(" : "tm_like(");
+    const bool national = isNational(like.value->type) || isNational(like.pattern->type);
+    if (like.negated) write("(NOT ");
+    write(national ? "tm_nlike(" : "tm_like(");
     asText(*like.value);
     write(", ");
     asText(*like.pattern);
@@ -359,7 +361,7 @@ void Emitter::openArithmetic(const BinaryExpr& binary)
     case TokenKind::Minus: function = "tm_sub"; break;
     case TokenKind::Star: function = "tm_mul"; break;
     case TokenKind::Slash: function = "tm_div"; break;
-    case TokenKind::Percent: function = "tm_fmod"; break;
+    case TokenKind::Percent: function = "tm_mod"; break;
     default: return wholeArithmetic(binary);
     }
     write(function);

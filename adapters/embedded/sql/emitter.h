@@ -69,7 +69,8 @@ private:
     void castText(const CastExpr& cast);
     void castDate(const CastExpr& cast);
     void castNumber(const CastExpr& cast);
-    void textOf(const Expr& expr, const Expr* style, std::int32_t length);
+    void textOf(const Expr& expr, const Expr* style, const Type& target);
+    void wholeOperand(const Expr& expr, const Type& target);
     void conversionCall(const Type& target);
     void conversionEnd(const Type& target);
     void storeText(const TableColumn& column, auto&& operand);

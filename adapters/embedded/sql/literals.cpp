@@ -289,10 +289,8 @@ bool isNumberText(std::string_view text, bool floating)
     std::string_view digits = trimmed(text);
     if (digits.empty()) return floating;
     if (digits.front() == '+' || digits.front() == '-') digits.remove_prefix(1);
-    if (digits.empty() || digits.front() == 'i' || digits.front() == 'n' || digits.front() == 'I' ||
-        digits.front() == 'N') {
-        return false;
-    }
+    const bool begun = !digits.empty() && (digits.front() == '.' || (digits.front() >= '0' && digits.front() <= '9'));
+    if (!begun) return false;
     double value = 0;
     const char* end = digits.data() + digits.size();
     const auto format = floating ? std::chars_format::general : std::chars_format::fixed;

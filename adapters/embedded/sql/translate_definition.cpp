@@ -4,9 +4,9 @@
 #include "sql/type_rules.h"
 
 namespace tamarok::embedded::sql {
-namespace {
 
-std::string declarationFor(std::string_view declaration)
+/// SQLite knows neither brackets nor (MAX) behind a type's name, but takes any text in quotes.
+std::string sqliteDeclaration(std::string_view declaration)
 {
     const bool plain =
         std::none_of(declaration.begin(), declaration.end(), [](char c) { return c == '[' || c == ']' || c == '"'; });
@@ -18,6 +18,8 @@ std::string declarationFor(std::string_view declaration)
     }
     return quoted + "\"";
 }
+
+namespace {
 
 const TableConstraint* primaryKey(const CreateTableStatement& create)
 {
@@ -103,7 +105,7 @@ void Translator::columnDefinition(const ColumnDefinition& column, const Table& t
         emitter_.write(" INTEGER PRIMARY KEY AUTOINCREMENT");
         return;
     }
-    emitter_.write(" " + declarationFor(column.typeText));
+    emitter_.write(" " + sqliteDeclaration(column.typeText));
     const bool identityBeside = std::any_of(table.columns.begin(), table.columns.end(),
                                             [](const TableColumn& other) { return other.identity; });
     if (column.notNull || column.primaryKey || key) emitter_.write(" NOT NULL");

@@ -99,25 +99,6 @@ void Translator::describe(std::span<const OutputColumn> outputs)
     }
 }
 
-namespace {
-
-/// A declaration that SQLite accepts: it knows no (MAX) behind a type's name unless quoted.
-std::string sqliteDeclaration(std::string_view declaration)
-{
-    const bool plain = declaration.find_first_of("[\"") == std::string_view::npos &&
-                       declaration.find("MAX") == std::string_view::npos &&
-                       declaration.find("max") == std::string_view::npos &&
-                       declaration.find("Max") == std::string_view::npos;
-    if (plain) return std::string(declaration);
-    std::string quoted = "\"";
-    for (const char c : declaration) {
-        if (c != '"' && c != '[' && c != ']') quoted += c;
-    }
-    return quoted + "\"";
-}
-
-} // namespace
-
 void Translator::selectInto(Query& query)
 {
     const Name& into = query.core->into;

@@ -9,6 +9,9 @@
 
 namespace tamarok::embedded::sql {
 
+/// A declared type in a form that SQLite keeps as it stands.
+std::string sqliteDeclaration(std::string_view declaration);
+
 /// Turns one parsed step into one for SQLite.
 class Translator {
 public:

@@ -93,10 +93,6 @@ constexpr int rank(TypeKind kind)
     return 0;
 }
 
-constexpr bool isNational(TypeKind kind)
-{
-    return kind == TypeKind::NChar || kind == TypeKind::NVarChar || kind == TypeKind::NText;
-}
 constexpr bool isVariable(TypeKind kind)
 {
     return kind != TypeKind::Char && kind != TypeKind::NChar;
@@ -104,7 +100,7 @@ constexpr bool isVariable(TypeKind kind)
 
 TypeKind textKind(const Type& a, const Type& b)
 {
-    const bool national = isNational(a.kind) || isNational(b.kind);
+    const bool national = isNational(a) || isNational(b);
     const bool variable = isVariable(a.kind) || isVariable(b.kind);
     return variable ? (national ? TypeKind::NVarChar : TypeKind::VarChar)
                     : (national ? TypeKind::NChar : TypeKind::Char);

@@ -15,6 +15,11 @@ inline bool isText(const Type& type)
 {
     return classOf(type) == TypeClass::Text;
 }
+/// A text in Unicode: NCHAR, NVARCHAR, NTEXT.
+inline bool isNational(const Type& type)
+{
+    return type.kind == TypeKind::NChar || type.kind == TypeKind::NVarChar || type.kind == TypeKind::NText;
+}
 inline bool isWhole(const Type& type)
 {
     return classOf(type) == TypeClass::Whole;
