@@ -153,7 +153,8 @@ void addListArguments(CLI::App& app, ListOptions& options)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
         ->check(CLI::Range(1, 32767));
     app.add_flag("--desc", options.list.descending, "order downwards");
-    app.add_option("--limit", options.list.limit, "greatest number of rows")
+    app.add_option("--limit", options.list.limit,
+                   "greatest number of rows; Oracle text is read no further instead of being cut")
         ->type_name("N")
         ->check(CLI::Range(std::int64_t{0}, std::int64_t{2'147'483'647}));
     app.add_flag("--oracle", options.oracle, "compose Oracle text instead of SQL Server text");

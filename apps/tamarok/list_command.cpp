@@ -29,7 +29,7 @@ int runList(const ListOptions& options, Output& output)
     records.Open(query.statement(session, options.list.limit), session.db_ADO);
     const auto printer =
         makeListPrinter(options.format, output, columnHeaders(options.list.type, options.list.ids, session));
-    printRows(records, *printer);
+    printRows(records, *printer, options.list.limit);
     return 0;
 }
 

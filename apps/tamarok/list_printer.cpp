@@ -107,12 +107,12 @@ std::unique_ptr<ListPrinter> makeListPrinter(ListFormat format, Output& output, 
     return std::make_unique<TablePrinter>(output, std::move(headers), Platform::current().regional);
 }
 
-std::int64_t printRows(ado::Recordset& records, ListPrinter& printer)
+std::int64_t printRows(ado::Recordset& records, ListPrinter& printer, std::optional<std::int64_t> limit)
 {
     const auto& fields = records.Fields();
     std::vector<Variant> values(static_cast<std::size_t>(fields.Count()));
     std::int64_t rows = 0;
-    for (; !records.AtEOF(); records.MoveNext(), ++rows) {
+    for (; !records.AtEOF() && (!limit || rows < *limit); records.MoveNext(), ++rows) {
         for (std::int32_t column = 0; column < fields.Count(); ++column) {
             values[static_cast<std::size_t>(column)] = fields.Item(column).Value();
         }

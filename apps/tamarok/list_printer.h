@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,8 +31,8 @@ public:
 
 std::unique_ptr<ListPrinter> makeListPrinter(ListFormat format, Output& output, std::vector<std::string> headers);
 
-/// Prints all rows from the current one on. Memory does not grow with their number.
+/// Prints the rows from the current one on, at most `limit`. Memory does not grow with their number.
 /// @return number of rows
-std::int64_t printRows(ado::Recordset& records, ListPrinter& printer);
+std::int64_t printRows(ado::Recordset& records, ListPrinter& printer, std::optional<std::int64_t> limit = {});
 
 } // namespace tamarok::cli

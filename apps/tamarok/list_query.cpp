@@ -33,8 +33,8 @@ std::string composeSelect(const ListRequest& request, const ListQuery& query, co
     const Comm_CSel columns;
     std::string tabbed;
     if (hasCorrectedSelect(request.type)) {
-        return columns.CorrectStrSelect(request.type, request.ids, tabbed, "", request.version, session, query.where,
-                                        query.from, request.group);
+        return columns.CorrectStrSelect(text::toUpper(request.type), request.ids, tabbed, "", request.version, session,
+                                        query.where, query.from, request.group);
     }
     std::string select;
     for (const std::int16_t id : request.ids) {
@@ -144,9 +144,7 @@ std::string ListQuery::statement(const TmkVar& session, std::optional<std::int64
     text += select + " FROM " + from;
     if (!where.empty()) text += " WHERE " + where;
     if (!groupBy.empty()) text += " GROUP BY " + groupBy;
-    text += orderBy;
-    if (limit && oracle) text = "SELECT * FROM (" + text + ") WHERE ROWNUM <= " + std::to_string(*limit);
-    return text;
+    return text + orderBy;
 }
 
 } // namespace tamarok::cli

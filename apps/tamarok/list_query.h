@@ -29,7 +29,8 @@ struct ListQuery {
     std::string groupBy;
     std::string orderBy; ///< with its words, " ORDER BY ...", or empty
 
-    /// The whole statement for the session's dialect.
+    /// The whole statement for the session's dialect. Oracle text has no limit: its row number counts
+    /// before grouping and ordering, so the reader has to stop by itself.
     std::string statement(const TmkVar& session, std::optional<std::int64_t> limit) const;
 };
 

@@ -90,40 +90,56 @@ TEST(Call, DescribeListsClassesWithSlotsAndParameters)
     }
 }
 
-/// Lines that are no request, each made by a function so that the long ones need no text here.
-std::vector<std::string> brokenLines()
+std::string repeated(std::string_view before, char character, std::size_t count)
+{
+    std::string text{before};
+    text.append(count, character);
+    return text;
+}
+
+std::vector<std::string> longLines()
 {
     std::string everyByte;
     for (int byte = 0; byte < 256; ++byte) {
         if (byte != '\n') everyByte += static_cast<char>(byte);
     }
-    return {
-        "",
-        "   ",
-        "{",
-        "{\"class\":\"C_Version\",\"op\":",
-        "{\"class\":\"C_Version\",\"op\":\"DLL_Version\"",
-        "[]",
-        "[{\"describe\":true}]",
-        "12",
-        "\"text\"",
-        "null",
-        "{}{}",
-        "{} trailing",
-        "{'class':'C_Version'}",
-        "{\"id\":\"\xff\xfe\",\"describe\":true}",
-        "{\"id\":\"\xc3\",\"describe\":true}",
-        "{\"id\":\"\\ud800\",\"describe\":true}",
-        everyByte,
-        std::string(1'000'000, 'x'),
-        "{\"exec\":\"" + std::string(1'000'000, '('),
-        std::string(100'000, '['),
-        "{\"id\":" + std::string(100'000, '[') + std::string(100'000, ']') + "}",
-        "{\"class\":\"Comm_CSel\",\"op\":\"InsertToStr\",\"args\":[1e400,1]}",
-        "{\"class\":\"Comm_CSel\",\"op\":\"InsertToStr\",\"args\":[123456789012345678901234567890,1]}",
-        "{\"class\":\"Comm_CSel\",\"op\":\"InsertToStr\",\"args\":[18446744073709551615,1]}",
-        "{\"class\":\"Comm_CSel\",\"op\":\"InsertToStr\",\"args\":[NaN,1]}",
-    };
+    std::vector<std::string> lines{everyByte};
+    lines.push_back(repeated("", 'x', 1'000'000));
+    lines.push_back(repeated("{\"exec\":\"", '(', 1'000'000));
+    lines.push_back(repeated("", '[', 100'000));
+    lines.push_back(repeated(repeated("{\"id\":", '[', 100'000), ']', 100'000) + "}");
+    return lines;
+}
+
+/// Lines that are no request.
+std::vector<std::string> brokenLines()
+{
+    const std::string call = R"({"class":"Comm_CSel","op":"InsertToStr","args":[)";
+    std::vector<std::string> lines = longLines();
+    for (const char* line : {
+             "",
+             "   ",
+             "{",
+             R"({"class":"C_Version","op":)",
+             R"({"class":"C_Version","op":"DLL_Version")",
+             "[]",
+             R"([{"describe":true}])",
+             "12",
+             "\"text\"",
+             "null",
+             "{}{}",
+             "{} trailing",
+             "{'class':'C_Version'}",
+             "{\"id\":\"\xff\xfe\",\"describe\":true}",
+             "{\"id\":\"\xc3\",\"describe\":true}",
+             R"({"id":"\ud800","describe":true})",
+         }) {
+        lines.emplace_back(line);
+    }
+    for (const char* number : {"1e400", "123456789012345678901234567890", "18446744073709551615", "NaN", "01", "+1"}) {
+        lines.push_back(call + number + ",1]}");
+    }
+    return lines;
 }
 
 TEST(Call, BrokenLinesAreAnsweredWithAnErrorAndTheHostGoesOn)
