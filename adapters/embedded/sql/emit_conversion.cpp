@@ -119,6 +119,9 @@ bool Emitter::literalDate(const TextExpr& text, const Type& target, bool strict)
     const std::optional<std::string> stored = storedDate(textValue(text.raw), order_, target.kind);
     if (stored) {
         writeText(*stored);
+    } else if (strict && target.kind == TypeKind::SmallDateTime) {
+        source_.refuse(text.offset, 295,
+                       "Conversion failed when converting character string to smalldatetime data type.", "22007");
     } else if (strict) {
         source_.refuse(text.offset, 241, "Conversion failed when converting date and/or time from character string.",
                        "22007");

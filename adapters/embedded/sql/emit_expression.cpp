@@ -423,21 +423,52 @@ void Emitter::wholeArithmetic(const BinaryExpr& binary)
     }
 }
 
+namespace {
+
+/// A sum, difference or product of decimals.
+bool isDecimalTerm(const Expr& expr)
+{
+    if (expr.kind != ExprKind::Binary || expr.type.kind != TypeKind::Decimal) return false;
+    const TokenKind op = sql::as<BinaryExpr>(expr).op;
+    return op == TokenKind::Plus || op == TokenKind::Minus || op == TokenKind::Star;
+}
+
+} // namespace
+
+/// An operand of decimal arithmetic: rounding once, around the outermost operation, is enough.
+void Emitter::term(const Expr& expr, const Type& type)
+{
+    if (isDecimalTerm(expr)) {
+        decimalTerm(sql::as<BinaryExpr>(expr));
+    } else {
+        as(expr, type);
+    }
+}
+
+void Emitter::decimalTerm(const BinaryExpr& binary)
+{
+    const Type operandType = unify(binary.left->type, binary.right->type);
+    write("(");
+    term(*binary.left, operandType);
+    write(binary.op == TokenKind::Plus ? " + " : binary.op == TokenKind::Minus ? " - " : " * ");
+    term(*binary.right, operandType);
+    write(")");
+}
+
+/// Decimals lie in the file as binary fractions: results are brought to their decimal places, where
+/// the server rounds products and cuts quotients.
 void Emitter::fractionArithmetic(const BinaryExpr& binary)
 {
     const Expr& left = *binary.left;
     const Expr& right = *binary.right;
     const Type operandType = unify(left.type, right.type);
-    switch (binary.op) {
-    case TokenKind::Plus: return infix(left, " + ", right, operandType);
-    case TokenKind::Minus: return infix(left, " - ", right, operandType);
-    case TokenKind::Star: return infix(left, " * ", right, operandType);
-    default: break;
-    }
     const bool fixed = binary.type.kind == TypeKind::Decimal;
-    if (fixed) write("tm_decimal(");
+    const bool divides = binary.op == TokenKind::Slash;
+    if (fixed) write(divides ? "tm_decimal_cut(" : "tm_decimal(");
     if (binary.op == TokenKind::Percent) {
         call("tm_fmod", left, right, operandType);
+    } else if (!divides) {
+        decimalTerm(binary);
     } else if (isNonZero(right)) {
         infix(left, " / ", right, makeType(TypeKind::Float));
     } else {

@@ -63,9 +63,10 @@ void Emitter::aggregateName(const FunctionExpr& function)
 void Emitter::aggregate(const FunctionExpr& function)
 {
     const bool average = function.builtin->name == "AVG";
-    const bool rounded = average && function.type.kind == TypeKind::Decimal;
+    const bool sums = average || function.builtin->name == "SUM";
+    const bool rounded = sums && function.type.kind == TypeKind::Decimal;
     const bool cut = average && isWhole(function.type) && function.over != nullptr;
-    if (rounded) write("tm_decimal(");
+    if (rounded) write(average ? "tm_decimal_cut(" : "tm_decimal(");
     if (cut) write("CAST(");
     aggregateName(function);
     write(function.distinct ? "(DISTINCT " : "(");

@@ -84,6 +84,8 @@ private:
     void openArithmetic(const BinaryExpr& binary);
     void wholeArithmetic(const BinaryExpr& binary);
     void fractionArithmetic(const BinaryExpr& binary);
+    void term(const Expr& expr, const Type& type);
+    void decimalTerm(const BinaryExpr& binary);
     void dateArithmetic(const BinaryExpr& binary);
     void call(std::string_view function, const Expr& left, const Expr& right, const Type& type);
     void infix(const Expr& left, std::string_view op, const Expr& right, const Type& type);

@@ -24,6 +24,7 @@ struct Moment {
 };
 
 constexpr int millisecondsPerMinute = 60'000;
+constexpr int halfMinute = 30'001; ///< the server rounds up from 29.999 seconds on
 constexpr int millisecondsPerDay = 86'400'000;
 
 int daysInMonth(int year, int month)
@@ -200,8 +201,7 @@ bool roundTo(Moment& moment, TypeKind kind)
         moment.day = 1;
         break;
     case TypeKind::SmallDateTime:
-        moment.milliseconds =
-            (moment.milliseconds + millisecondsPerMinute / 2) / millisecondsPerMinute * millisecondsPerMinute;
+        moment.milliseconds = (moment.milliseconds + halfMinute) / millisecondsPerMinute * millisecondsPerMinute;
         break;
     case TypeKind::DateTime: {
         const int ticks = (moment.milliseconds * 3 + 5) / 10;

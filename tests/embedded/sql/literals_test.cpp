@@ -43,6 +43,8 @@ TEST(DateLiterals, FollowSeparatorAndOrder)
         {"20200131 2:05 PM", mdy, full, "2020-01-31 14:05:00.000"},
         {"20200131 12AM", mdy, full, "2020-01-31 00:00:00.000"},
         {"2020-01-31 14:05:29.9", mdy, TypeKind::SmallDateTime, "2020-01-31 14:05:00.000"},
+        {"2020-01-31 14:05:29.998", mdy, TypeKind::SmallDateTime, "2020-01-31 14:05:00.000"},
+        {"2020-01-31 14:05:29.999", mdy, TypeKind::SmallDateTime, "2020-01-31 14:06:00.000"},
         {"2020-01-31 14:05:30", mdy, TypeKind::SmallDateTime, "2020-01-31 14:06:00.000"},
         {"2019-12-31 23:59:45", mdy, TypeKind::SmallDateTime, "2020-01-01 00:00:00.000"},
         {"2020-01-31 14:05", mdy, TypeKind::Date, "2020-01-31 00:00:00.000"},
