@@ -109,6 +109,17 @@ TEST_F(ReferenceSchema, ReservedWordsServeAsBareColumnNames)
     }
 }
 
+TEST_F(ReferenceSchema, NamesOfOptionsCompareExactly)
+{
+    connection_->Execute("INSERT INTO OPTIONEN (PROPERTY_ID,TEXT_VALUE) VALUES ('EXACT','x')");
+    ado::Recordset rows;
+    rows.Open("SELECT TEXT_VALUE FROM OPTIONEN WHERE PROPERTY_ID = 'exact'", connection_);
+    EXPECT_TRUE(rows.AtEOF());
+    rows.Close();
+    rows.Open("SELECT TEXT_VALUE FROM OPTIONEN WHERE UPPER(PROPERTY_ID) = 'EXACT'", connection_);
+    EXPECT_FALSE(rows.AtEOF());
+}
+
 TEST_F(ReferenceSchema, LockNumbersItsRows)
 {
     connection_->Execute("INSERT INTO LOCK (ID_USERS,LISTE) VALUES (7,'L24-000001')");
