@@ -94,10 +94,13 @@ struct Sub {
 };
 
 template <class Options>
-Sub<Options> add(CLI::App& program, const char* name, const char* help, int (*run)(const Options&, Output&),
+Sub<Options> add(CLI::App& program, const char* name, std::string_view help, int (*run)(const Options&, Output&),
                  Command& chosen)
 {
-    Sub<Options> sub{program.add_subcommand(name, help)};
+    // The first paragraph also stands in the program's help; the rest only in the command's own.
+    const std::size_t paragraph = help.find("\n\n");
+    Sub<Options> sub{program.add_subcommand(name, std::string{help.substr(0, paragraph)})};
+    sub.app->footer(std::string{help.substr(paragraph + 1)});
     sub.app->callback([options = sub.options, run, &chosen] {
         chosen = [options, run](Output& output) { return run(*options, output); };
     });
@@ -113,7 +116,7 @@ void addVersion(CLI::App& app, std::string& version)
 {
     app.add_option("--ver", version, "settlement: R for the main invoice, A1 to A8 for the further ones")
         ->type_name("R|A1..A8")
-        ->check(CLI::IsMember({"R", "A1", "A2", "A3", "A4", "A5", "A6", "A7", "A8"}, CLI::ignore_case))
+        ->check(CLI::IsMember({"R", "A1", "A2", "A3", "A4", "A5", "A6", "A7", "A8"}, CLI::ignore_case).description(""))
         ->capture_default_str();
 }
 
@@ -130,7 +133,7 @@ void addInit(CLI::App& program, Command& chosen)
     sub.app->add_option("FILE", options.file, "database file to make")->required()->type_name("");
     sub.app->add_option("--logs", options.logs, "number of logs")
         ->type_name("N")
-        ->check(CLI::Range(std::int64_t{0}, std::int64_t{100'000'000}))
+        ->check(CLI::Range(std::int64_t{0}, std::int64_t{100'000'000}).description(""))
         ->capture_default_str();
     sub.app->add_option("--seed", options.seed, "start of the random numbers")->type_name("S")->capture_default_str();
     sub.app->add_flag("--force", options.force, "replace an existing file");
@@ -142,7 +145,7 @@ void addListArguments(CLI::App& app, ListOptions& options)
     app.add_option("ID", options.list.ids, "column ids, in the order of the list")
         ->required()
         ->type_name("")
-        ->check(CLI::Range(1, 32767));
+        ->check(CLI::Range(1, 32767).description(""));
     addDatabase(app, options.database);
     addVersion(app, options.list.version);
     app.add_flag("--group", options.list.group, "sum the measures by the other columns");
@@ -151,12 +154,12 @@ void addListArguments(CLI::App& app, ListOptions& options)
         ->type_name("ID")
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-        ->check(CLI::Range(1, 32767));
+        ->check(CLI::Range(1, 32767).description(""));
     app.add_flag("--desc", options.list.descending, "order downwards");
     app.add_option("--limit", options.list.limit,
                    "greatest number of rows; Oracle text is read no further instead of being cut")
         ->type_name("N")
-        ->check(CLI::Range(std::int64_t{0}, std::int64_t{2'147'483'647}));
+        ->check(CLI::Range(std::int64_t{0}, std::int64_t{2'147'483'647}).description(""));
     app.add_flag("--oracle", options.oracle, "compose Oracle text instead of SQL Server text");
     addLocale(app, options.locale, "the machine's by default");
 }
@@ -167,7 +170,7 @@ void addList(CLI::App& program, Command& chosen)
     addListArguments(*sub.app, *sub.options);
     sub.app->add_option("--format", sub.options->format, "table, csv or json; table by default")
         ->type_name("FORMAT")
-        ->transform(CLI::CheckedTransformer(formats(), CLI::ignore_case));
+        ->transform(CLI::CheckedTransformer(formats(), CLI::ignore_case).description(""));
 }
 
 void addSql(CLI::App& program, Command& chosen)
@@ -208,13 +211,6 @@ Command printing(std::string text)
     };
 }
 
-/// The help of the subcommand that was named, or of the program.
-std::string helpOf(CLI::App& program)
-{
-    const auto subs = program.get_subcommands();
-    return subs.empty() ? program.help() : subs.front()->help();
-}
-
 } // namespace
 
 std::function<int(Output&)> parseCommandLine(int count, const char* const* arguments)
@@ -235,7 +231,7 @@ std::function<int(Output&)> parseCommandLine(int count, const char* const* argum
     } catch (const CLI::CallForVersion&) {
         return printing(version + "\n");
     } catch (const CLI::CallForHelp&) {
-        return printing(helpOf(program));
+        return printing(program.help());
     } catch (const CLI::ParseError& error) {
         throw UsageError{error.what()};
     }
