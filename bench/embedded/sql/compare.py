@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Translating the log list: bench_translate against sqlglot (python3-sqlglot) in one run.
 
 Usage: compare.py PATH/TO/bench_translate
