@@ -51,7 +51,7 @@ constexpr std::array typeRows{
     TypeRow{TypeKind::DateTime, DataType::DBTimeStamp, 16, Reading::Date, "tm_datetime"},
     TypeRow{TypeKind::DateTime2, DataType::DBTimeStamp, 16, Reading::Date, "tm_datetime"},
     TypeRow{TypeKind::Time, DataType::DBTime, 6, Reading::TimeOfDay, "tm_time"},
-    TypeRow{TypeKind::Binary, DataType::VarBinary, 0, Reading::Text, ""},
+    TypeRow{TypeKind::Binary, DataType::VarBinary, 0, Reading::Binary, ""},
     TypeRow{TypeKind::UniqueIdentifier, DataType::GUID, 16, Reading::Text, ""},
 };
 
@@ -115,18 +115,33 @@ std::string hexText(sqlite3_stmt* statement, int column)
     return text;
 }
 
-Variant readText(sqlite3_stmt* statement, int column, int storage)
+/// Zero and no text are also what SQLite gives for Null: only then is the storage class worth asking for.
+bool isNull(sqlite3_stmt* statement, int column)
 {
-    if (storage == SQLITE_BLOB) {
-        return hexText(statement, column);
+    return sqlite3_column_type(statement, column) == SQLITE_NULL;
+}
+
+Variant readText(sqlite3_stmt* statement, int column)
+{
+    const std::string_view text = textOf(statement, column);
+    if (text.data() == nullptr) {
+        return Null{};
     }
-    return std::string{textOf(statement, column)};
+    return std::string{text};
+}
+
+Variant readBinary(sqlite3_stmt* statement, int column)
+{
+    return isNull(statement, column) ? Variant{Null{}} : Variant{hexText(statement, column)};
 }
 
 template <class Number>
 Variant readWhole(sqlite3_stmt* statement, int column)
 {
     const sqlite3_int64 number = sqlite3_column_int64(statement, column);
+    if (number == 0 && isNull(statement, column)) {
+        return Null{};
+    }
     if (!std::in_range<Number>(number)) [[unlikely]] {
         throw Error{errors::overflow,
                     "The stored number " + std::to_string(number) + " is beyond the type of column '" +
@@ -136,63 +151,82 @@ Variant readWhole(sqlite3_stmt* statement, int column)
     return static_cast<Number>(number);
 }
 
-Date readDate(sqlite3_stmt* statement, int column)
+Variant readBoolean(sqlite3_stmt* statement, int column)
 {
-    Date date;
+    const bool truth = sqlite3_column_int64(statement, column) != 0;
+    return !truth && isNull(statement, column) ? Variant{Null{}} : Variant{truth};
+}
+
+Variant readDouble(sqlite3_stmt* statement, int column)
+{
+    const double number = sqlite3_column_double(statement, column);
+    return number == 0.0 && isNull(statement, column) ? Variant{Null{}} : Variant{number};
+}
+
+Variant readDate(sqlite3_stmt* statement, int column, bool timeOnly)
+{
     const std::string_view text = textOf(statement, column);
+    if (text.data() == nullptr) {
+        return Null{};
+    }
+    Date date;
     if (!parseStoredDate(text, date)) {
         throw Error{errors::providerFailure,
                     "The stored text '" + std::string{text} + "' of column '" + sqlite3_column_name(statement, column) +
                         "' is no date.",
                     std::string{sourceName}};
     }
-    return date;
+    return timeOnly ? Date{date.days - dayOf(date).days} : date;
 }
 
-Variant readTimeOfDay(sqlite3_stmt* statement, int column)
+Variant readByStorage(sqlite3_stmt* statement, int column)
 {
-    const Date date = readDate(statement, column);
-    return Date{date.days - dayOf(date).days};
-}
-
-Variant readByStorage(sqlite3_stmt* statement, int column, int storage)
-{
-    if (storage == SQLITE_INTEGER) {
+    switch (sqlite3_column_type(statement, column)) {
+    case SQLITE_NULL: return Null{};
+    case SQLITE_INTEGER: {
         const sqlite3_int64 number = sqlite3_column_int64(statement, column);
         if (std::in_range<std::int32_t>(number)) {
             return static_cast<std::int32_t>(number);
         }
         return static_cast<std::int64_t>(number);
     }
-    if (storage == SQLITE_FLOAT) {
-        return sqlite3_column_double(statement, column);
+    case SQLITE_FLOAT: return sqlite3_column_double(statement, column);
+    case SQLITE_BLOB: return hexText(statement, column);
+    default: return readText(statement, column);
     }
-    return readText(statement, column, storage);
 }
 
-constexpr std::int64_t daysBeforeMonth(std::int64_t year, std::int64_t month) noexcept
+constexpr std::int32_t daysBeforeMonth(std::int32_t year, std::int32_t month) noexcept
 {
     // Months count from March, so that the leap day is the last of its year.
-    const std::int64_t y = month <= 2 ? year - 1 : year;
-    const std::int64_t shifted = (month + 9) % 12;
+    const std::int32_t y = month <= 2 ? year - 1 : year;
+    const std::int32_t shifted = (month + 9) % 12;
     return 365 * y + y / 4 - y / 100 + y / 400 + (shifted * 306 + 5) / 10;
 }
 /// 30 December 1899, day 0 of a Date.
-constexpr std::int64_t dayZero = daysBeforeMonth(1899, 12) + 29;
+constexpr std::int32_t dayZero = daysBeforeMonth(1899, 12) + 29;
 
-/// Number in `count` digits at `text`, or a negative number.
-constexpr std::int64_t digitsAt(const char* text, int count) noexcept
-{
-    std::int64_t number = 0;
-    for (int i = 0; i < count; ++i) {
-        const int digit = text[i] - '0';
-        if (digit < 0 || digit > 9) {
-            return std::numeric_limits<std::int32_t>::min();
-        }
-        number = number * 10 + digit;
+/// Reads numbers out of fixed places of a text and remembers whether anything was no digit.
+class FixedDigits {
+public:
+    explicit constexpr FixedDigits(const char* text) noexcept : text_{text} {}
+
+    constexpr std::int32_t two(std::size_t at) noexcept { return 10 * digit(at) + digit(at + 1); }
+    constexpr std::int32_t three(std::size_t at) noexcept { return 100 * digit(at) + two(at + 1); }
+    constexpr std::int32_t four(std::size_t at) noexcept { return 100 * two(at) + two(at + 2); }
+    constexpr bool allDigits() const noexcept { return !bad_; }
+
+private:
+    constexpr std::int32_t digit(std::size_t at) noexcept
+    {
+        const int value = text_[at] - '0';
+        bad_ |= value < 0 || value > 9;
+        return value;
     }
-    return number;
-}
+
+    const char* text_;
+    bool bad_ = false;
+};
 
 /// What a parameter's type asks of its value.
 enum class Wanted : std::uint8_t { AsIs, Whole, Real, Truth, Text };
@@ -274,22 +308,19 @@ ResultLayout layoutOf(const std::vector<sql::ResultColumn>& columns)
 
 Variant readValue(sqlite3_stmt* statement, int column, Reading reading)
 {
-    const int storage = sqlite3_column_type(statement, column);
-    if (storage == SQLITE_NULL) {
-        return Null{};
-    }
     switch (reading) {
-    case Reading::Boolean: return sqlite3_column_int64(statement, column) != 0;
+    case Reading::Boolean: return readBoolean(statement, column);
     case Reading::Integer: return readWhole<std::int16_t>(statement, column);
     case Reading::Long: return readWhole<std::int32_t>(statement, column);
-    case Reading::LongLong: return static_cast<std::int64_t>(sqlite3_column_int64(statement, column));
-    case Reading::Double: return sqlite3_column_double(statement, column);
-    case Reading::Date: return readDate(statement, column);
-    case Reading::TimeOfDay: return readTimeOfDay(statement, column);
-    case Reading::Text: return readText(statement, column, storage);
+    case Reading::LongLong: return readWhole<std::int64_t>(statement, column);
+    case Reading::Double: return readDouble(statement, column);
+    case Reading::Date: return readDate(statement, column, false);
+    case Reading::TimeOfDay: return readDate(statement, column, true);
+    case Reading::Text: return readText(statement, column);
+    case Reading::Binary: return readBinary(statement, column);
     case Reading::ByStorage: break;
     }
-    return readByStorage(statement, column, storage);
+    return readByStorage(statement, column);
 }
 
 bool parseStoredDate(std::string_view text, Date& date) noexcept
@@ -299,13 +330,13 @@ bool parseStoredDate(std::string_view text, Date& date) noexcept
         text[16] != ':' || text[19] != '.') {
         return false;
     }
-    const char* const t = text.data();
-    const std::int64_t year = digitsAt(t, 4);
-    const std::int64_t month = digitsAt(t + 5, 2);
-    const std::int64_t day = digitsAt(t + 8, 2);
-    const std::int64_t milliseconds =
-        ((digitsAt(t + 11, 2) * 60 + digitsAt(t + 14, 2)) * 60 + digitsAt(t + 17, 2)) * 1000 + digitsAt(t + 20, 3);
-    if (year < 1 || month < 1 || month > 12 || day < 1 || day > 31 || milliseconds < 0) {
+    FixedDigits digits{text.data()};
+    const std::int32_t year = digits.four(0);
+    const std::int32_t month = digits.two(5);
+    const std::int32_t day = digits.two(8);
+    const std::int32_t seconds = (digits.two(11) * 60 + digits.two(14)) * 60 + digits.two(17);
+    const std::int32_t milliseconds = seconds * 1000 + digits.three(20);
+    if (!digits.allDigits() || year < 1 || month < 1 || month > 12 || day < 1 || day > 31) {
         return false;
     }
     const auto days = static_cast<double>(daysBeforeMonth(year, month) + day - 1 - dayZero);

@@ -15,7 +15,18 @@
 namespace tamarok::embedded {
 
 /// How a stored value of a column becomes a Variant.
-enum class Reading : std::uint8_t { ByStorage, Boolean, Integer, Long, LongLong, Double, Date, TimeOfDay, Text };
+enum class Reading : std::uint8_t {
+    ByStorage,
+    Boolean,
+    Integer,
+    Long,
+    LongLong,
+    Double,
+    Date,
+    TimeOfDay,
+    Text,
+    Binary
+};
 
 /// What is known of the columns of a translated query.
 struct ResultLayout {

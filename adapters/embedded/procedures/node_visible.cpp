@@ -19,8 +19,8 @@ void recordNode(ProcedureScope& scope, std::span<const Variant> arguments)
         throw failure(50000, "tmk_NodeVisible: the key is empty.");
     }
     const std::array sent{Variant{key}};
-    const std::int64_t found = scope.execute(
-        "UPDATE USERS_TREEVIEW_SEEN SET SEEN=GETDATE() WHERE LOGIN=SUSER_SNAME() AND TREEVIEW=?", sent);
+    const std::int64_t found =
+        scope.execute("UPDATE USERS_TREEVIEW_SEEN SET SEEN=GETDATE() WHERE LOGIN=SUSER_SNAME() AND TREEVIEW=?", sent);
     if (found == 0) {
         scope.execute("INSERT INTO USERS_TREEVIEW_SEEN(LOGIN,TREEVIEW,SEEN) VALUES(SUSER_SNAME(),?,GETDATE())", sent);
     }
