@@ -68,6 +68,16 @@ public:
     std::string CreateSQL_ACCESS_LEVELS(const TmkVar& tmkVar, std::string_view ID_Access_Levels, std::uint8_t Level,
                                         std::string_view Exactly) const;
 
+    // Base selections.
+
+    /// The statement that lists or checks the codes of a field of the application. It is composed, not run.
+    /// @param Typ       key of the selection, compared exactly: "HOLZART_GRID" lists, "HOLZART_VALID" checks
+    /// @param strWhere  fields separated by tabs, counted from 0, pasted as they stand: mostly the code to be
+    ///        checked, a master key or a whole condition; "" is one empty field
+    /// @return the statement in the dialect of bolOracle, "" for an unknown key
+    /// Error 9 where the selection reads a field beyond the last.
+    std::string CreateSQL(const TmkVar& tmkVar, std::string_view Typ, std::string_view strWhere) const;
+
     // Options, table OPTIONEN, written by the procedure tmk_OPTIONEN_INS, which makes the row where
     // there is none. The procedure takes the value as text; an empty text means no value.
     // Errors: 91 without a language service, failures of the procedure, 13 for a value without a
