@@ -1,9 +1,8 @@
+#include <benchmark/benchmark.h>
 #include <fstream>
 #include <iterator>
 #include <map>
 #include <string>
-
-#include <benchmark/benchmark.h>
 
 #include "sql/batch.h"
 #include "sql/names.h"
@@ -38,7 +37,8 @@ public:
             const std::size_t blank = line.find(' ', 2);
             table->columns.push_back({line.substr(2, blank - 2), parseDeclaredType(line.substr(blank + 1))});
         }
-        for (auto& entry : tables_) entry.second.indexColumns();
+        for (auto& entry : tables_)
+            entry.second.indexColumns();
     }
 
     const Table* table(std::string_view name) const override
@@ -54,7 +54,8 @@ private:
 void tokenizeList(benchmark::State& state)
 {
     const std::string text = readFile("log_list.sql");
-    for (auto _ : state) benchmark::DoNotOptimize(tokenize(text));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(tokenize(text));
     state.SetBytesProcessed(static_cast<std::int64_t>(text.size()) * state.iterations());
 }
 BENCHMARK(tokenizeList);
@@ -62,7 +63,8 @@ BENCHMARK(tokenizeList);
 void parseList(benchmark::State& state)
 {
     const std::string text = readFile("log_list.sql");
-    for (auto _ : state) benchmark::DoNotOptimize(Batch::parse(text));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(Batch::parse(text));
     state.SetBytesProcessed(static_cast<std::int64_t>(text.size()) * state.iterations());
 }
 BENCHMARK(parseList);
