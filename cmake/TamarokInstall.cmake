@@ -23,8 +23,12 @@ install(FILES ${PROJECT_BINARY_DIR}/tamarok_comm.pc DESTINATION ${CMAKE_INSTALL_
 if(NOT TAMAROK_CORE_ONLY)
     install(TARGETS tamarok RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
     install(DIRECTORY loc/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
-    install(FILES adapters/embedded/connect.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tamarok_embedded)
-    install(FILES database/reference_database.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tamarok_database)
+    install(FILES adapters/embedded/connect.h adapters/embedded/procedures.h
+            DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tamarok_embedded)
+    install(FILES adapters/embedded/sql/batch.h adapters/embedded/sql/types.h
+            DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tamarok_embedded/sql)
+    install(FILES database/reference_database.h database/reference_options.h database/labels.h
+            DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/database)
     configure_file(cmake/tamarok_embedded.pc.in ${PROJECT_BINARY_DIR}/tamarok_embedded.pc @ONLY)
     install(FILES ${PROJECT_BINARY_DIR}/tamarok_embedded.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 endif()

@@ -1,6 +1,5 @@
 // A program that uses the installed library: it makes a database, fills a table and reads it back.
 #include <iostream>
-
 #include <tamarok/c_version.h>
 #include <tamarok/comm_csel.h>
 #include <tamarok/tmkvar.h>
