@@ -31,6 +31,13 @@ struct DateParts {
 constexpr std::int32_t yearsPerCycle = 400;
 constexpr double daysPerCycle = 146097.0;
 
+/// The value of a field; any other value, objects included, as it stands.
+Variant contentOf(const Variant& value)
+{
+    const bool isField = value.isObject() && value.asObject() && isMember(value.asObject()->typeName(), "Field");
+    return isField ? value.asObject()->get("Value", {}) : value;
+}
+
 /// A day of the years 0 to 99, before the range of dates: a year of two digits that was taken by its word.
 bool hasTwoDigitYear(const Variant& value)
 {
@@ -156,8 +163,9 @@ std::string usDate(std::string_view day, std::string_view month, std::string_vie
 
 Variant Comm_Conv::TransDate(const Variant& strDate, std::string_view strDateFormat) const
 {
-    if (!convert::isDate(strDate) && !hasTwoDigitYear(strDate)) return strDate;
-    const DateParts parts = partsForDatabase(civilOf(strDate));
+    const Variant date = contentOf(strDate);
+    if (!convert::isDate(date) && !hasTwoDigitYear(date)) return strDate;
+    const DateParts parts = partsForDatabase(civilOf(date));
     if (strDateFormat.find_first_of("./") != std::string_view::npos) return byTokens(parts, strDateFormat, '.');
     if (strDateFormat.find('-') != std::string_view::npos) return byTokens(parts, strDateFormat, '-');
     return byOrderCode(strDate, parts, strDateFormat);

@@ -1,0 +1,128 @@
+#include "runtime/support.h"
+
+#include "tamarok/controls.h"
+
+namespace tamarok::controls {
+namespace {
+
+using test::errorNumber;
+
+constexpr std::int32_t invalidPropertyValue = 380;
+constexpr std::int32_t invalidPropertyArrayIndex = 381;
+constexpr std::int32_t cannotCreateObject = 429;
+
+TEST(Controls, AreMadeByTypeName)
+{
+    for (const std::string_view type : knownTypes()) {
+        const auto control = make(type);
+        EXPECT_EQ(control->typeName(), type);
+        EXPECT_EQ(make(type)->get("Enabled", {}), Variant{true});
+        control->put("Visible", false);
+        EXPECT_FALSE(control->Visible);
+        control->Name = "txtLength";
+        EXPECT_EQ(control->get("name", {}), Variant{"txtLength"});
+    }
+    EXPECT_EQ(make("textbox")->typeName(), "TextBox");
+    EXPECT_EQ(errorNumber([] { make("Gauge"); }), cannotCreateObject);
+    EXPECT_NE(test::errorText([] { make("Gauge"); }).find("TextBox"), std::string::npos) << "the known ones are told";
+}
+
+TEST(CheckBoxes, HaveThreeStates)
+{
+    CheckBox box;
+    EXPECT_EQ(box.get("Value", {}), Variant{std::int16_t{0}});
+    for (const std::int16_t state : {std::int16_t{1}, std::int16_t{2}, std::int16_t{0}}) {
+        box.put("value", state);
+        EXPECT_EQ(box.Value, state);
+    }
+    for (const Variant& wrong : {Variant{std::int16_t{3}}, Variant{true}, Variant{std::int32_t{-1}}})
+        EXPECT_EQ(errorNumber([&] { box.put("Value", wrong); }), invalidPropertyValue);
+    box.put("Caption", "Aktiv");
+    EXPECT_EQ(box.get("Caption", {}), Variant{"Aktiv"});
+    EXPECT_EQ(errorNumber([&] { box.get("text", {}); }), errors::noSuchMember);
+    EXPECT_EQ(errorNumber([&] { box.put("SelStart", std::int32_t{0}); }), errors::noSuchMember);
+}
+
+TEST(ComboBoxes, EntriesAndTheirNumbers)
+{
+    ComboBox box;
+    EXPECT_EQ(box.NewIndex(), -1);
+    EXPECT_EQ(box.ListIndex(), -1);
+    box.AddItem("Fichte");
+    box.ItemData(box.NewIndex(), 11);
+    box.AddItem("Tanne");
+    box.ItemData(box.NewIndex(), 12);
+    box.AddItem("Lärche", 0);
+    box.ItemData(box.NewIndex(), 13);
+    EXPECT_EQ(box.ListCount(), 3);
+    EXPECT_EQ(box.NewIndex(), 0);
+    EXPECT_EQ(box.List(0), "Lärche");
+    EXPECT_EQ(box.ItemData(0), 13);
+    EXPECT_EQ(box.ItemData(1), 11) << "a number moves with its entry";
+    box.ListIndex(1);
+    EXPECT_EQ(box.text(), "Fichte");
+    box.AddItem("Eiche", 0);
+    EXPECT_EQ(box.ListIndex(), 2) << "the choice stays with its entry";
+    box.RemoveItem(0);
+    EXPECT_EQ(box.ListIndex(), 1);
+    box.RemoveItem(1);
+    EXPECT_EQ(box.ListIndex(), -1);
+    box.ListIndex(-1);
+    EXPECT_EQ(box.text(), "");
+    box.Clear();
+    EXPECT_EQ(box.ListCount(), 0);
+    EXPECT_EQ(box.NewIndex(), -1);
+}
+
+TEST(ComboBoxes, SortedOnesKeepTheirOrder)
+{
+    ComboBox box;
+    box.Sorted = true;
+    for (const char* item : {"tanne", "Fichte", "Lärche", "eiche"})
+        box.AddItem(item, 0);
+    std::vector<std::string> items;
+    for (std::int32_t index = 0; index < box.ListCount(); ++index)
+        items.push_back(box.List(index));
+    EXPECT_EQ(items, (std::vector<std::string>{"eiche", "Fichte", "Lärche", "tanne"}));
+    EXPECT_EQ(box.NewIndex(), 0);
+}
+
+TEST(ComboBoxes, IndicesOutOfRange)
+{
+    ComboBox box;
+    box.AddItem("a");
+    for (const std::int32_t index : {-1, 1, 32767}) {
+        EXPECT_EQ(errorNumber([&] { box.List(index); }), invalidPropertyArrayIndex);
+        EXPECT_EQ(errorNumber([&] { box.ItemData(index); }), invalidPropertyArrayIndex);
+        EXPECT_EQ(errorNumber([&] { box.ItemData(index, 1); }), invalidPropertyArrayIndex);
+    }
+    for (const std::int32_t index : {-2, 1})
+        EXPECT_EQ(errorNumber([&] { box.ListIndex(index); }), invalidPropertyValue);
+    for (const std::int32_t index : {-2, 2})
+        EXPECT_EQ(errorNumber([&] { box.AddItem("b", index); }), errors::invalidArgument);
+}
+
+TEST(ComboBoxes, ByName)
+{
+    ComboBox box;
+    std::vector<Variant> item{"Fichte"};
+    box.call("additem", item);
+    std::vector<Variant> itemData{std::int32_t{0}, std::int32_t{42}};
+    box.call("ItemData", itemData);
+    const std::vector<Variant> first{std::int32_t{0}};
+    EXPECT_EQ(box.get("ItemData", first), Variant{std::int32_t{42}});
+    EXPECT_EQ(box.get("List", first), Variant{"Fichte"});
+    EXPECT_EQ(box.get("ListCount", {}), Variant{std::int32_t{1}});
+    EXPECT_EQ(box.get("NewIndex", {}), Variant{std::int32_t{0}});
+    box.put("ListIndex", std::int16_t{0});
+    EXPECT_EQ(box.get("text", {}), Variant{"Fichte"});
+    EXPECT_EQ(errorNumber([&] { box.put("ListCount", std::int32_t{3}); }), errors::noSuchMember);
+    EXPECT_EQ(errorNumber([&] { box.get("List", {}); }), errors::wrongArgumentCount);
+    box.call("Clear", {});
+    EXPECT_EQ(box.ListCount(), 0);
+    std::vector<Variant> none;
+    EXPECT_EQ(errorNumber([&] { box.call("Explode", none); }), errors::noSuchMember);
+}
+
+} // namespace
+} // namespace tamarok::controls
