@@ -28,8 +28,8 @@ public:
         posix_spawn_file_actions_init(&actions);
         posix_spawn_file_actions_adddup2(&actions, toChild[0], STDIN_FILENO);
         posix_spawn_file_actions_adddup2(&actions, fromChild[1], STDOUT_FILENO);
-        arguments.insert(arguments.begin(), LOCK_CHILD);
-        std::vector<char*> pointers;
+        std::string program{LOCK_CHILD};
+        std::vector<char*> pointers{program.data()};
         for (std::string& argument : arguments) {
             pointers.push_back(argument.data());
         }

@@ -1,0 +1,175 @@
+// A workstation of its own for the tests of locks: a process with its two connections that logs in,
+// locks and releases as lines on standard input say, and answers each with one line.
+//
+// lock_child FILE USER FOLDER
+
+#include <cstdlib>
+#include <fcntl.h>
+#include <iostream>
+#include <map>
+#include <sstream>
+#include <string>
+#include <sys/file.h>
+#include <unistd.h>
+#include <vector>
+
+#include "embedded/connect.h"
+#include "tamarok_loc/loc_service.h"
+
+#include "tamarok/comm_lock.h"
+#include "tamarok/error.h"
+#include "tamarok/platform.h"
+#include "tamarok/tmkvar.h"
+
+namespace {
+
+using namespace tamarok;
+
+/// Keeps the last message on one line.
+class LastMessage final : public MessageBox {
+public:
+    std::int16_t show(std::string_view text, std::int32_t, std::string_view) override
+    {
+        last.clear();
+        for (const char letter : text) {
+            if (letter != '\r') last += letter == '\n' ? '|' : letter;
+        }
+        return 1;
+    }
+    std::string last;
+};
+
+/// One file an object, locked by whoever believes that he holds the object: a witness that knows
+/// nothing of the database. Made before the connections, so that the kernel lets go of it before it
+/// lets go of a dead session's row.
+class Witness {
+public:
+    explicit Witness(const std::string& folder, int objects = 20)
+    {
+        for (int object = 1; object <= objects; ++object)
+            files_.push_back(
+                ::open((folder + "/" + std::to_string(object)).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+    }
+    Witness(const Witness&) = delete;
+    Witness& operator=(const Witness&) = delete;
+    ~Witness()
+    {
+        for (const int file : files_)
+            ::close(file);
+    }
+
+    /// "" or the number of the process that has the object already.
+    std::string take(int object)
+    {
+        const int file = files_.at(static_cast<std::size_t>(object) - 1);
+        if (::flock(file, LOCK_EX | LOCK_NB) == 0) {
+            const std::string mine = std::to_string(::getpid());
+            const bool written = ::ftruncate(file, 0) == 0 &&
+                                 ::pwrite(file, mine.data(), mine.size(), 0) == static_cast<ssize_t>(mine.size());
+            return written ? "" : "unwritable";
+        }
+        std::string holder(32, '\0');
+        const ssize_t length = ::pread(file, holder.data(), holder.size(), 0);
+        holder.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
+        return holder.empty() ? "unknown" : holder;
+    }
+    void leave(int object) { ::flock(files_.at(static_cast<std::size_t>(object) - 1), LOCK_UN); }
+
+private:
+    std::vector<int> files_;
+};
+
+class Station {
+public:
+    Station(const std::string& file, const std::string& user, const std::string& folder) :
+        witness_{folder}, dbLock_{embedded::connect(file)}, scope_{platform()}
+    {
+        session_.db_ADO = embedded::connect(file);
+        session_.ID_User = std::stoi(user);
+        session_.bolLan = true;
+        session_.strLanguage = "GERMAN";
+    }
+
+    std::string answer(const std::string& line)
+    {
+        std::istringstream words{line};
+        std::string command;
+        std::string first;
+        std::string second;
+        words >> command >> first >> second;
+        if (command == "login") return verdict(lock_.LogIn(rsLock_, session_, dbLock_));
+        if (command == "logout") return verdict(lock_.LogOut(rsLock_, "True"));
+        if (command == "on") return verdict(lock_.LockOn(first, second, session_));
+        if (command == "off") return verdict(lock_.LockOff("", "", session_));
+        if (command == "invoice") return verdict(lock_.LockRechnung(second, first, session_));
+        if (command == "keep") return take(std::stoi(first));
+        if (command == "turn") return turn(std::stoi(first));
+        if (command == "drop") {
+            dbLock_->Close();
+            return "dropped";
+        }
+        return "unknown command " + command;
+    }
+
+private:
+    Platform platform() const
+    {
+        Platform made;
+        made.regional = Regional::named("de-AT");
+        made.makeLocService = loc::makeLocService;
+        made.messageBox = messages_;
+        return made;
+    }
+
+    std::string verdict(bool result)
+    {
+        const std::string shown = std::exchange(messages_->last, {});
+        return result ? "true" : shown.empty() ? "false" : "false " + shown;
+    }
+
+    std::string take(int object)
+    {
+        if (!lock_.LockOn("BELEGE", std::to_string(object), session_)) return "refused";
+        const std::string other = witness_.take(object);
+        return other.empty() ? "held" : "shared " + other;
+    }
+
+    std::string turn(int object)
+    {
+        std::string taken = take(object);
+        if (taken == "refused") return taken;
+        if (taken == "held") witness_.leave(object);
+        lock_.LockOff("", "", session_);
+        return taken;
+    }
+
+    Witness witness_;
+    ado::ConnectionRef dbLock_;
+    std::shared_ptr<LastMessage> messages_ = std::make_shared<LastMessage>();
+    PlatformScope scope_;
+    TmkVar session_;
+    ado::Recordset rsLock_;
+    Comm_Lock lock_;
+};
+
+} // namespace
+
+int main(int count, char** values)
+{
+    if (count != 4) return 2;
+    try {
+        Station station{values[1], values[2], values[3]};
+        std::cout << ::getpid() << std::endl;
+        for (std::string line; std::getline(std::cin, line);) {
+            try {
+                std::cout << station.answer(line) << std::endl;
+            } catch (const Error& error) {
+                std::cout << "error " << error.number << " " << error.description << std::endl;
+            }
+        }
+    } catch (const std::exception& error) {
+        std::cout << "no station: " << error.what() << std::endl;
+        return EXIT_FAILURE;
+    }
+    return EXIT_SUCCESS;
+}
