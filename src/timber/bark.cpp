@@ -4,9 +4,11 @@
 #include "runtime/convert.h"
 #include "runtime/format.h"
 #include "runtime/text.h"
+#include "timber/entry_field.h"
 #include "timber/volume_formulas.h"
 
 #include "tamarok/comm_set.h"
+#include "tamarok/error.h"
 #include "tamarok/platform.h"
 #include "tamarok/tmkvar.h"
 
@@ -96,6 +98,9 @@ double inUnit(double deduction, double diameter, std::string_view mode, const Va
     const bool percent = convert::toBoolean(isPercent);
     const double area = diameter * diameter * timber::pi / 4;
     if (mode == "%" && !percent) {
+        // The square of a diameter below 1e-162 is 0.
+        if (area == 0)
+            throw Error{errors::divisionByZero, "Division by zero: the cross-section of the log is 0.", "Comm_Set"};
         const double inner = diameter - deduction;
         return (area - inner * inner * timber::pi / 4) / area * 100;
     }
@@ -117,7 +122,7 @@ std::string Comm_Set::CalculateRinde(const TmkVar& tmkVar, std::string_view Rind
         strlistDate.empty() ? format::date(Platform::today(), "dd.mm.yyyy", regional) : std::string{strlistDate};
     std::string result{bolCalculation ? std::string_view{"0"} : Rinde};
     const std::string diameterText{tmpDurch.empty() ? std::string_view{"0"} : tmpDurch};
-    const double diameter = convert::toDouble(Variant{diameterText});
+    const double diameter = timber::enteredNumber(diameterText, "tmpDurch", regional);
 
     if (diameter != 0 && !HA_tmp.empty() && !Modus_tmp.empty() && bolCalculation) {
         ado::Recordset table;

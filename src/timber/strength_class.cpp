@@ -36,7 +36,8 @@ double lessBark(double diameter, double bark, BarkMode mode)
 std::string sqlDiameter(double diameter)
 {
     const Regional& regional = Platform::current().regional;
-    const double rounded = convert::toDouble(Variant{format::number(diameter, "0.00", regional)});
+    const double rounded = convert::toDouble(
+        Variant{format::number(timber::checkedResult(diameter, "the diameter without bark"), "0.00", regional)});
     return text::replaceAll(convert::toText(rounded, regional), ",", ".");
 }
 

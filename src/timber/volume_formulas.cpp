@@ -9,9 +9,9 @@ namespace tamarok::timber {
 
 double checkedResult(double value, std::string_view what)
 {
-    if (std::isnan(value))
-        throw Error{errors::invalidArgument, "Invalid argument: " + std::string{what} + " is no number.", "Timber"};
-    if (std::isinf(value)) throw Error{errors::overflow, "Overflow: " + std::string{what} + " is too large.", "Timber"};
+    // Out of finite numbers "no number" arises only where an intermediate result overflowed before.
+    if (!std::isfinite(value))
+        throw Error{errors::overflow, "Overflow: " + std::string{what} + " is too large.", "Timber"};
     return value;
 }
 

@@ -34,7 +34,8 @@ constexpr double roundVolume(double diameter, double length, double bark, BarkMo
     return diameter * diameter * pi * length / 40000;
 }
 
-/// The result of an arithmetic; Error 6 where it overflowed, 5 where it is no number. `what` names it.
+/// The result of an arithmetic on finite numbers; Error 6 where it, or a step before it, overflowed.
+/// `what` names it.
 double checkedResult(double value, std::string_view what);
 
 /// The square root; Error 5 for a negative number. `what` names it.
