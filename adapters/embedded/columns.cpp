@@ -1,6 +1,7 @@
 #include "columns.h"
 
 #include <array>
+#include <cmath>
 #include <limits>
 #include <utility>
 
@@ -287,6 +288,60 @@ Variant converted(const Variant& value, Wanted wanted)
     return value;
 }
 
+bool liesWithin(std::int64_t number, sql::TypeKind kind)
+{
+    switch (kind) {
+    case sql::TypeKind::TinyInt: return number >= 0 && number <= UINT8_MAX;
+    case sql::TypeKind::SmallInt: return number >= INT16_MIN && number <= INT16_MAX;
+    case sql::TypeKind::Int: return number >= INT32_MIN && number <= INT32_MAX;
+    case sql::TypeKind::BigInt:
+    case sql::TypeKind::Float: return true;
+    default: return false;
+    }
+}
+
+/// True for texts that are surely short enough: no character takes less than one byte.
+bool isShortText(std::string_view text, const sql::Type& type)
+{
+    switch (type.kind) {
+    case sql::TypeKind::VarChar:
+    case sql::TypeKind::NVarChar: return type.length < 0 || text.size() <= static_cast<std::size_t>(type.length);
+    case sql::TypeKind::Text:
+    case sql::TypeKind::NText: return true;
+    default: return false;
+    }
+}
+
+/// Whole days from 1900 on that every date type holds without rounding.
+bool isPlainDay(Date date, sql::TypeKind kind)
+{
+    constexpr double first = 2.0;    // 1 January 1900
+    constexpr double last = 65532.0; // 1 June 2079
+    const bool dates = kind == sql::TypeKind::SmallDateTime || kind == sql::TypeKind::DateTime ||
+                       kind == sql::TypeKind::Date || kind == sql::TypeKind::DateTime2;
+    return dates && date.days >= first && date.days <= last && date.days == std::trunc(date.days);
+}
+
+/// True if a value needs no conversion and no check for a column of that type. A value that may is
+/// told false too; the converting statement then decides.
+bool liesAsGiven(const Variant& value, const sql::Type& type)
+{
+    switch (value.kind()) {
+    case Variant::Kind::Empty:
+    case Variant::Kind::Null: return true;
+    case Variant::Kind::Boolean: return type.kind == sql::TypeKind::Bit;
+    case Variant::Kind::Integer: return liesWithin(value.asInteger(), type.kind);
+    case Variant::Kind::Long: return liesWithin(value.asLong(), type.kind);
+    case Variant::Kind::LongLong: return type.kind != sql::TypeKind::Float && liesWithin(value.asLongLong(), type.kind);
+    case Variant::Kind::Double: return type.kind == sql::TypeKind::Float && std::isfinite(value.asDouble());
+    case Variant::Kind::Date: return isPlainDay(value.asDate(), type.kind);
+    case Variant::Kind::String: return isShortText(value.asString(), type);
+    case Variant::Kind::Object:
+    case Variant::Kind::Array: break;
+    }
+    return false;
+}
+
 } // namespace
 
 ResultLayout layoutOf(const std::vector<sql::ResultColumn>& columns)
@@ -409,6 +464,18 @@ Variant typedParameter(const ado::Parameter& parameter)
 {
     const Wanted wanted = wantedOf(parameter.type);
     return fits(parameter.value.kind(), wanted) ? parameter.value : converted(parameter.value, wanted);
+}
+
+bool lieAsGiven(std::span<const sql::Type> types, std::span<const std::int32_t> wanted,
+                std::span<const ado::Parameter> parameters)
+{
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        const ado::Parameter& parameter = parameterAt(parameters, wanted[i]);
+        if (!fits(parameter.value.kind(), wantedOf(parameter.type)) || !liesAsGiven(parameter.value, types[i])) {
+            return false;
+        }
+    }
+    return true;
 }
 
 void bindParameters(sqlite3_stmt* statement, std::span<const std::int32_t> wanted,

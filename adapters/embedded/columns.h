@@ -48,6 +48,11 @@ std::string storedDate(Date date);
 /// Text of a column, empty for Null.
 std::string columnText(sqlite3_stmt* statement, int column);
 
+/// True if every parameter can be bound for a column of its type as it is: no conversion, no check.
+/// `types` and `wanted` (the parameter's index) go by the "?" of the statement.
+bool lieAsGiven(std::span<const sql::Type> types, std::span<const std::int32_t> wanted,
+                std::span<const ado::Parameter> parameters);
+
 void bindText(sqlite3_stmt* statement, int position, std::string_view text);
 /// Binds a value as it is stored. Error 13 for an object or an array.
 void bindValue(sqlite3_stmt* statement, int position, const Variant& value);

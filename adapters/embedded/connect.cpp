@@ -26,7 +26,7 @@ ado::ConnectionRef connectionOf(std::unique_ptr<Database> database, const OpenOp
 ado::ConnectionRef connect(const std::filesystem::path& file, const OpenOptions& options)
 {
     const std::string path = std::filesystem::absolute(file).string();
-    if (options.mode == OpenMode::Create) {
+    if (options.mode == OpenMode::Create || options.mode == OpenMode::Build) {
         createDatabaseFile(path);
     }
     checkDatabaseFile(path, options.mode == OpenMode::ReadOnly);

@@ -19,6 +19,8 @@ namespace tamarok::embedded {
 enum class OpenMode : std::uint8_t {
     OpenExisting, ///< for reading and writing
     Create,       ///< makes a new, empty database; fails where the file exists
+    Build,        ///< as Create, for one writer who throws the file away if his work fails: the journal lies
+                  ///< in memory and nothing is forced to the disk before the connection closes
     ReadOnly
 };
 

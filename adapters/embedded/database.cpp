@@ -4,6 +4,7 @@
 #include <array>
 #include <chrono>
 #include <climits>
+#include <span>
 #include <thread>
 
 #include "connect.h"
@@ -39,6 +40,21 @@ int onBusy(void* context, int attempt)
     return 1;
 }
 
+std::span<const std::string_view> settingsOf(OpenMode mode)
+{
+    static constexpr std::array<std::string_view, 3> shared{
+        "PRAGMA journal_mode=WAL", "PRAGMA journal_size_limit=67108864", "PRAGMA cache_size=-16384"};
+    static constexpr std::array<std::string_view, 1> reading{"PRAGMA cache_size=-16384"};
+    static constexpr std::array<std::string_view, 4> building{"PRAGMA journal_mode=MEMORY", "PRAGMA synchronous=OFF",
+                                                              "PRAGMA locking_mode=EXCLUSIVE",
+                                                              "PRAGMA cache_size=-262144"};
+    switch (mode) {
+    case OpenMode::ReadOnly: return reading;
+    case OpenMode::Build: return building;
+    default: return shared;
+    }
+}
+
 } // namespace
 
 Database::Database(const std::string& path, OpenMode mode, sql::DateOrder dateOrder) :
@@ -55,7 +71,7 @@ Database::Database(const std::string& path, OpenMode mode, sql::DateOrder dateOr
     }
     checkHeader(handle(), path_, readOnly_);
     configure();
-    setUp();
+    setUp(mode);
 }
 
 Database::Database(sql::DateOrder dateOrder) : functions_{dateOrder}
@@ -85,15 +101,13 @@ void Database::configure()
     deadline_.arm(openSeconds);
 }
 
-void Database::setUp()
+void Database::setUp(OpenMode mode)
 {
     try {
-        if (!readOnly_) {
-            run("PRAGMA journal_mode=WAL");
-            run("PRAGMA journal_size_limit=67108864");
+        for (const std::string_view setting : settingsOf(mode)) {
+            run(setting);
         }
         run("PRAGMA foreign_keys=ON");
-        run("PRAGMA cache_size=-16384");
         // Reads the schema, so that a damaged one is reported here.
         number("SELECT count(*) FROM sqlite_schema");
         checkLayout(number("PRAGMA application_id"), number("PRAGMA user_version"), path_);

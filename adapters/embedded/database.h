@@ -70,7 +70,7 @@ private:
     };
 
     void configure();
-    void setUp();
+    void setUp(OpenMode mode);
 
     std::string path_;
     bool readOnly_ = false;

@@ -131,8 +131,10 @@ void Engine::runChange(const std::shared_ptr<CachedStep>& step, Parameters param
 void Engine::runInsert(const std::shared_ptr<CachedStep>& step, Parameters parameters)
 {
     settleCursors();
-    const Lease lease{step, *database_};
-    bindParameters(lease.get(), step->step.parameters, parameters);
+    const sql::Step& insert = step->step;
+    const bool bare = !insert.bareText.empty() && lieAsGiven(insert.bareTypes, insert.parameters, parameters);
+    const Lease lease{step, *database_, bare ? StepText::Bare : StepText::Statement};
+    bindParameters(lease.get(), insert.parameters, parameters);
     while (database_->step(lease.get())) {}
 }
 
@@ -170,7 +172,7 @@ void Engine::runTogether(const std::function<void()>& work)
 std::optional<std::int64_t> Engine::probe(const std::shared_ptr<CachedStep>& step, Parameters parameters,
                                           const sql::Table& table, std::span<const RowLocks::Span> held)
 {
-    const Lease lease{step, *database_, true};
+    const Lease lease{step, *database_, StepText::Probe};
     bindParameters(lease.get(), step->step.probeParameters, parameters);
     while (database_->step(lease.get())) {
         const std::int64_t position = RowLocks::position(table.name, sqlite3_column_int64(lease.get(), 0));

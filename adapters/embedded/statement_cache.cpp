@@ -9,6 +9,16 @@ int compilationsOf(sqlite3_stmt* statement) noexcept
     return sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_REPREPARE, 0);
 }
 
+const std::string& textOf(const sql::Step& step, StepText text) noexcept
+{
+    switch (text) {
+    case StepText::Probe: return step.lockProbe;
+    case StepText::Bare: return step.bareText;
+    case StepText::Statement: break;
+    }
+    return step.text;
+}
+
 } // namespace
 
 Compiled CompiledText::take(const Database& database, const std::string& text)
@@ -26,10 +36,10 @@ void CompiledText::give(Compiled statement)
     idle_.push_back(std::move(statement));
 }
 
-Lease::Lease(std::shared_ptr<CachedStep> owner, const Database& database, bool probe) :
-    owner_{std::move(owner)}, probe_{probe}
+Lease::Lease(std::shared_ptr<CachedStep> owner, const Database& database, StepText text) :
+    owner_{std::move(owner)}, text_{text}
 {
-    statement_ = home().take(database, probe ? owner_->step.lockProbe : owner_->step.text);
+    statement_ = home().take(database, textOf(owner_->step, text));
     compilations_ = compilationsOf(statement_.get());
 }
 
@@ -39,10 +49,20 @@ Lease& Lease::operator=(Lease&& other) noexcept
         giveBack();
         owner_ = std::move(other.owner_);
         statement_ = std::move(other.statement_);
-        probe_ = other.probe_;
+        text_ = other.text_;
         compilations_ = other.compilations_;
     }
     return *this;
+}
+
+CompiledText& Lease::home() const noexcept
+{
+    switch (text_) {
+    case StepText::Probe: return owner_->probe;
+    case StepText::Bare: return owner_->bare;
+    case StepText::Statement: break;
+    }
+    return owner_->statement;
 }
 
 Lease::~Lease()

@@ -32,15 +32,19 @@ struct CachedStep {
     std::shared_ptr<const ResultLayout> layout;
     CompiledText statement;
     CompiledText probe;
+    CompiledText bare;
     std::uint64_t generation = 0;
     sql::DateOrder order = sql::DateOrder::Mdy;
 };
+
+/// Which text of a step.
+enum class StepText : std::uint8_t { Statement, Probe, Bare };
 
 /// A compiled statement on loan; goes back where it came from, reset.
 class Lease {
 public:
     Lease() = default;
-    Lease(std::shared_ptr<CachedStep> owner, const Database& database, bool probe = false);
+    Lease(std::shared_ptr<CachedStep> owner, const Database& database, StepText text = StepText::Statement);
     Lease(Lease&& other) noexcept = default;
     Lease& operator=(Lease&& other) noexcept;
     ~Lease();
@@ -52,12 +56,12 @@ public:
     bool recompiled() const noexcept;
 
 private:
-    CompiledText& home() const noexcept { return probe_ ? owner_->probe : owner_->statement; }
+    CompiledText& home() const noexcept;
     void giveBack() noexcept;
 
     std::shared_ptr<CachedStep> owner_;
     Compiled statement_;
-    bool probe_ = false;
+    StepText text_ = StepText::Statement;
     int compilations_ = 0;
 };
 

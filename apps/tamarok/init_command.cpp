@@ -18,7 +18,7 @@ void fill(const NewFile& file, const InitOptions& options)
 {
     const InterruptScope interrupts;
     embedded::OpenOptions create;
-    create.mode = embedded::OpenMode::Create;
+    create.mode = embedded::OpenMode::Build;
     const ado::ConnectionRef connection = embedded::connect(file.path(), create);
     ProgressBar bar;
     database::ReferenceOptions reference;

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <charconv>
 #include <csignal>
+#include <fcntl.h>
 #include <string>
 #include <system_error>
 #include <unistd.h>
@@ -62,6 +63,17 @@ void removeLeftovers(const fs::path& target)
     }
 }
 
+/// The file was filled without waiting for the disk; it must lie there before it takes its name.
+void forceToDisk(const fs::path& file)
+{
+    const int handle = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
+    const bool forced = handle >= 0 && ::fsync(handle) == 0;
+    const int code = errno;
+    if (handle >= 0) ::close(handle);
+    if (!forced)
+        throw Error{pathAccess, "cannot write '" + file.string() + "': " + std::system_category().message(code)};
+}
+
 } // namespace
 
 NewFile::NewFile(fs::path target, bool replace) :
@@ -90,6 +102,7 @@ void NewFile::refuseExisting() const
 void NewFile::complete()
 {
     refuseExisting();
+    forceToDisk(growing_);
     // What stands beside the old database must not be taken for a part of the new one.
     for (const std::string_view ending : endings) {
         std::error_code ignored;

@@ -90,6 +90,11 @@ struct Step {
     /// For each "?" of `text` in order, the index of the statement's parameter.
     std::vector<std::int32_t> parameters;
     std::vector<std::int32_t> probeParameters;
+    /// Insert of one row of parameters alone: the same statement without conversions, for values that
+    /// lie in the file as they are given; empty for any other. `bareTypes` tells the column's type for
+    /// each "?"; the parameters are those of `text`.
+    std::string bareText;
+    std::vector<Type> bareTypes;
     std::size_t sourceOffset = 0; ///< where the statement begins in the batch's text
 };
 

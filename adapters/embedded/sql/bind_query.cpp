@@ -8,7 +8,11 @@ namespace tamarok::embedded::sql {
 
 std::int32_t Source::find(const Name& column) const
 {
-    if (table != nullptr) return table->column(column.text);
+    if (table != nullptr) {
+        // Oracle has no column LONG, so that its statements call it LONG_.
+        const std::int32_t index = table->column(column.text);
+        return index < 0 && sameName(column.text, "LONG_") ? table->column("LONG") : index;
+    }
     for (std::size_t i = 0; i < outputs.size(); ++i) {
         if (sameName(outputs[i].name, column.text)) return static_cast<std::int32_t>(i);
     }

@@ -119,35 +119,12 @@ void Translator::columnDefinition(const ColumnDefinition& column, const Table& t
     }
     const bool text = isText(column.type) || column.type.kind == TypeKind::UniqueIdentifier;
     if (text) emitter_.write(column.binary ? " COLLATE BINARY" : " COLLATE TAMAROK");
-    columnChecks(column);
     if (column.check != nullptr) {
         emitter_.write(" ");
         check(*column.check, table);
     }
     if (!column.referencedTable.empty()) {
         referenceTo(column.referencedTable, column.referencedColumns, column.referenceActions);
-    }
-}
-
-/// The bounds of the declared type, which SQLite does not know.
-void Translator::columnChecks(const ColumnDefinition& column)
-{
-    const auto write = [&](std::string_view before, std::string_view after) {
-        emitter_.write(" CHECK (");
-        emitter_.write(before);
-        emitter_.writeName(column.name.text);
-        emitter_.write(after);
-        emitter_.write(")");
-    };
-    if (isText(column.type) && column.type.length >= 0) {
-        write("length(", ") <= " + std::to_string(column.type.length));
-    }
-    switch (column.type.kind) {
-    case TypeKind::Bit: write("", " IN (0, 1)"); break;
-    case TypeKind::TinyInt: write("", " BETWEEN 0 AND 255"); break;
-    case TypeKind::SmallInt: write("", " BETWEEN -32768 AND 32767"); break;
-    case TypeKind::Int: write("", " BETWEEN -2147483648 AND 2147483647"); break;
-    default: break;
     }
 }
 

@@ -213,6 +213,21 @@ std::span<std::int32_t> Translator::withoutDefaults(const InsertStatement& inser
     return kept;
 }
 
+/// The statement as written so far with plain parameters behind it, where the row consists of nothing else.
+void Translator::bareRow(const ExprList& row, const Table& table, std::span<const std::int32_t> kept)
+{
+    std::string text = emitter_.text() + " VALUES (";
+    std::vector<Type> types;
+    for (std::size_t i = 0; i < row.size(); ++i) {
+        if (kept[i] < 0) continue;
+        if (row[i]->kind != ExprKind::Parameter) return;
+        text += types.empty() ? "?" : ", ?";
+        types.push_back(table.columns[static_cast<std::size_t>(kept[i])].type);
+    }
+    step_.bareText = std::move(text) + ")";
+    step_.bareTypes = std::move(types);
+}
+
 void Translator::insertRows(const InsertStatement& insert, const Table& table, std::span<const std::int32_t> columns)
 {
     for (const ExprList& row : insert.rows) {
@@ -231,6 +246,7 @@ void Translator::insertRows(const InsertStatement& insert, const Table& table, s
         return;
     }
     columnList(table, listed.span());
+    if (insert.rows.size() == 1) bareRow(insert.rows[0], table, kept);
     Scope& scope = binder_.makeScope(nullptr);
     bool firstRow = true;
     for (const ExprList& row : insert.rows) {

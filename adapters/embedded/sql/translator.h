@@ -27,6 +27,7 @@ private:
 
     void insert(const InsertStatement& insert);
     std::span<std::int32_t> insertColumns(const InsertStatement& insert, const Table& table);
+    void bareRow(const ExprList& row, const Table& table, std::span<const std::int32_t> kept);
     void insertRows(const InsertStatement& insert, const Table& table, std::span<const std::int32_t> columns);
     void insertQuery(const InsertStatement& insert, const Table& table, std::span<const std::int32_t> columns);
     void columnList(const Table& table, std::span<const std::int32_t> columns);
@@ -42,7 +43,6 @@ private:
 
     void createTable(const CreateTableStatement& create);
     void columnDefinition(const ColumnDefinition& column, const Table& table, bool rowKey, bool key);
-    void columnChecks(const ColumnDefinition& column);
     void tableConstraint(const TableConstraint& constraint, const Table& table, bool demoted);
     void check(Expr& condition, const Table& table);
     void referenceTo(const Name& table, std::span<const Name> columns, std::string_view actions);
