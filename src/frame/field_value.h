@@ -1,5 +1,8 @@
 #pragma once
 
+#include <typeinfo>
+
+#include "tamarok/ado.h"
 #include "tamarok/object.h"
 #include "tamarok/variant.h"
 
@@ -11,14 +14,21 @@ namespace tamarok {
 /// 3704 of the field.
 class FieldValue {
 public:
-    explicit FieldValue(const Variant& value) : plain_{value}
-    {
-        if (value.isObject()) read_ = require(value.asObject(), "The field").get("Value", {});
-    }
+    explicit FieldValue(const Variant& value) :
+        plain_{value}, read_{value.isObject() ? readFrom(value.asObject()) : Variant{}}
+    {}
 
     const Variant& content() const noexcept { return plain_.isObject() ? read_ : plain_; }
 
 private:
+    static Variant readFrom(const ObjectRef& object)
+    {
+        const Object& source = require(object, "The field");
+        // A recordset's own field is read without looking its property up by name.
+        if (typeid(source) == typeid(ado::Field)) return static_cast<const ado::Field&>(source).Value();
+        return source.get("Value", {});
+    }
+
     const Variant& plain_;
     Variant read_;
 };

@@ -25,21 +25,21 @@ double plainNumber(const Variant& value)
     return *number;
 }
 
-/// Text of a value that is not Null. Texts are the bulk of every list, so they are copied once only.
-std::string trimmedText(const Variant& content)
+std::string trimmed(const std::string& content, bool untrimmed)
 {
-    if (content.isString()) return std::string{text::trim(content.asString())};
-    return std::string{text::trim(convert::toText(content))};
+    return untrimmed ? content : std::string{text::trim(content)};
 }
 
 } // namespace
 
 std::string Comm_Get::Get_String(const Variant& value, bool NoSpaces, bool NoTrim) const
 {
+    if (value.isString()) [[likely]] // the bulk of every list: copied once, and only what is wanted
+        return trimmed(value.asString(), NoTrim);
     const FieldValue field{value};
     const Variant& content = field.content();
     if (content.isNull()) return NoSpaces ? std::string{} : std::string{singleBlank};
-    return NoTrim ? convert::toText(content) : trimmedText(content);
+    return content.isString() ? trimmed(content.asString(), NoTrim) : trimmed(convert::toText(content), NoTrim);
 }
 
 std::string Comm_Get::Get_Number(const Variant& value) const
