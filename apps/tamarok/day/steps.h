@@ -23,7 +23,10 @@ struct Step {
 /// In the order of the day.
 std::span<const Step> steps() noexcept;
 
+void showLogIn(const Context& context);
+void showOpenRecord(const Context& context);
 void showDetailList(const Context& context);
 void showAggregatedList(const Context& context);
+void typeALine(const Context& context);
 
 } // namespace tamarok::cli::day

@@ -1,0 +1,103 @@
+#include "day/second_process.h"
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <nlohmann/json.hpp>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+#include "tamarok/error.h"
+
+extern char** environ;
+
+namespace tamarok::cli::day {
+
+namespace {
+
+constexpr const char* ownProgram = "/proc/self/exe";
+constexpr std::int32_t deviceFailure = 57;
+
+[[noreturn]] void fail(const std::string& what)
+{
+    throw Error{deviceFailure, "The second process " + what + ".", "tamarok day"};
+}
+
+void closeOnce(int& descriptor) noexcept
+{
+    if (descriptor >= 0) ::close(std::exchange(descriptor, -1));
+}
+
+} // namespace
+
+SecondProcess::SecondProcess(const std::string& databaseFile)
+{
+    std::array<int, 2> in{-1, -1};
+    std::array<int, 2> out{-1, -1};
+    if (::pipe2(in.data(), O_CLOEXEC) != 0 || ::pipe2(out.data(), O_CLOEXEC) != 0)
+        fail("has no pipe: " + std::generic_category().message(errno));
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, in[0], STDIN_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, out[1], STDOUT_FILENO);
+    std::vector<std::string> words{"tamarok", "call", "--db", databaseFile};
+    std::vector<char*> pointers;
+    for (std::string& word : words)
+        pointers.push_back(word.data());
+    pointers.push_back(nullptr);
+    const int failure = ::posix_spawn(&process_, ownProgram, &actions, nullptr, pointers.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    closeOnce(in[0]);
+    closeOnce(out[1]);
+    input_ = in[1];
+    output_ = out[0];
+    if (failure == 0) return;
+    process_ = -1;
+    closeOnce(input_);
+    closeOnce(output_);
+    fail("does not start: " + std::generic_category().message(failure));
+}
+
+SecondProcess::~SecondProcess()
+{
+    crash();
+    closeOnce(input_);
+    closeOnce(output_);
+}
+
+bool SecondProcess::ask(const std::string& request)
+{
+    const std::string line = request + "\n";
+    if (::write(input_, line.data(), line.size()) != static_cast<ssize_t>(line.size())) fail("does not listen");
+    const auto reply = nlohmann::json::parse(answer(), nullptr, false);
+    if (!reply.is_object()) fail("has ended");
+    if (reply.contains("error")) fail("fails: " + reply["error"].dump());
+    return reply.contains("result") && reply["result"] == true;
+}
+
+void SecondProcess::crash() noexcept
+{
+    if (process_ < 0) return;
+    ::kill(process_, SIGKILL);
+    while (::waitpid(process_, nullptr, 0) < 0 && errno == EINTR) {}
+    process_ = -1;
+}
+
+std::string SecondProcess::answer()
+{
+    std::string line;
+    char letter = 0;
+    for (;;) {
+        const ssize_t count = ::read(output_, &letter, 1);
+        if (count < 0 && errno == EINTR) continue;
+        if (count != 1 || letter == '\n') return line;
+        line += letter;
+    }
+}
+
+} // namespace tamarok::cli::day

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+#include <sys/types.h>
+
+namespace tamarok::cli::day {
+
+/// This program once more, as `tamarok call` on a database file: a workstation in a process of its
+/// own. It ends, as by a crash, with the object.
+class SecondProcess {
+public:
+    explicit SecondProcess(const std::string& databaseFile);
+    ~SecondProcess();
+    SecondProcess(const SecondProcess&) = delete;
+    SecondProcess& operator=(const SecondProcess&) = delete;
+
+    /// Sends one request of the call host. @return whether the result is true
+    /// Errors: 57 where the process does not answer or answers with an error.
+    bool ask(const std::string& request);
+
+    /// Kills it and waits until it has gone.
+    void crash() noexcept;
+
+private:
+    std::string answer();
+
+    pid_t process_ = -1;
+    int input_ = -1;
+    int output_ = -1;
+};
+
+} // namespace tamarok::cli::day

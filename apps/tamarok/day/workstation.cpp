@@ -1,0 +1,56 @@
+#include "day/workstation.h"
+
+#include "connect.h"
+
+#include "tamarok/comm_lock.h"
+#include "tamarok/error.h"
+
+namespace tamarok::cli::day {
+
+Platform Workstation::quietPlatform(const std::shared_ptr<RecordingMessageBox>& messages)
+{
+    Platform platform = Platform::current();
+    platform.messageBox = messages;
+    return platform;
+}
+
+Workstation::Workstation(const TmkVar& base, const Account& account) :
+    session_{base}, dbLock_{embedded::connectText(base.strConnection)}, scope_{quietPlatform(messages_)}
+{
+    session_.bolLan = true;
+    session_.ID_User = account.user;
+    session_.ID_Access_Levels = account.level;
+}
+
+Workstation::~Workstation()
+{
+    if (!loggedIn_) return;
+    try {
+        const Comm_Lock locks;
+        locks.LockOff("", "", session_);
+        locks.LogOut(rsLock_, "True");
+    } catch (const Error&) {
+        // A destructor cannot tell it; what is left is a dead session, which the next login clears.
+    }
+}
+
+bool Workstation::logIn()
+{
+    loggedIn_ = Comm_Lock{}.LogIn(rsLock_, session_, dbLock_);
+    return loggedIn_;
+}
+
+bool Workstation::lockOn(const std::string& column, const std::string& key)
+{
+    return Comm_Lock{}.LockOn(column, key, session_);
+}
+
+std::string Workstation::message()
+{
+    std::string all;
+    for (const RecordingMessageBox::Shown& shown : messages_->take())
+        all += shown.text;
+    return all;
+}
+
+} // namespace tamarok::cli::day
