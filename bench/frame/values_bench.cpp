@@ -7,9 +7,9 @@
 #include <array>
 #include <benchmark/benchmark.h>
 #include <charconv>
-#include <chrono>
 #include <cstdint>
 #include <cstdlib>
+#include <ctime>
 #include <random>
 #include <string>
 #include <vector>
@@ -23,7 +23,6 @@
 namespace {
 
 using namespace tamarok;
-using Clock = std::chrono::steady_clock;
 
 PlatformScope germanScope()
 {
@@ -57,12 +56,20 @@ double standardNumber(const std::string& text)
     return number;
 }
 
+/// Processor time of the thread, so that other work on the machine does not count.
+double threadSeconds()
+{
+    timespec now{};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
 template <class Action>
 double secondsOf(Action action)
 {
-    const auto begin = Clock::now();
+    const double begin = threadSeconds();
     action();
-    return std::chrono::duration<double>(Clock::now() - begin).count();
+    return threadSeconds() - begin;
 }
 
 /// Runs peer and own turn by turn over the same number of inputs.

@@ -27,7 +27,8 @@ double plainNumber(const Variant& value)
 
 std::string trimmed(const std::string& content, bool untrimmed)
 {
-    return untrimmed ? content : std::string{text::trim(content)};
+    const bool hasBlanks = !content.empty() && (content.front() == ' ' || content.back() == ' ');
+    return untrimmed || !hasBlanks ? content : std::string{text::trim(content)};
 }
 
 } // namespace
