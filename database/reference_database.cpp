@@ -8,6 +8,7 @@
 #include "database/delivery_writer.h"
 #include "database/master_keys.h"
 #include "database/schema.h"
+#include "database/table_groups.h"
 #include "database/table_loader.h"
 
 #include "tamarok/error.h"
@@ -113,7 +114,10 @@ void createReferenceDatabase(ado::Connection& connection, const ReferenceOptions
     Transaction transaction{connection};
     phase(reporter, "Tables", [&] { createTables(connection); });
     phase(reporter, "Texts", [&] { loadTexts(connection); });
-    phase(reporter, "Master data", [&] { loadMasterData(connection); });
+    phase(reporter, "Master data", [&] {
+        loadMasterData(connection);
+        loadSelectionKeys(connection);
+    });
     createLogs(connection, options, reporter);
     phase(reporter, "Indexes", [&] { createIndexes(connection); });
     transaction.commit();

@@ -12,7 +12,7 @@ struct Resource {
 };
 
 /// The files of a group in the order of their names.
-/// @param group  schema, procedures, texts or masterdata; any other has no files
+/// @param group  schema, procedures, texts, masterdata or selections; any other has no files
 std::span<const Resource> resources(std::string_view group);
 
 /// The file of that group and name. Error 53 where there is none.

@@ -14,14 +14,19 @@ CREATE TABLE HOLZART (
     ZUORD_MSZ NVARCHAR(10),
     ID_BB_TSM_BAGUMF INT,
     SHOW_ORDER INT,
+    NUMMER NVARCHAR(10),
+    ID_BB_TSM_BAGLA INT,
+    STANDART_PLAN BIT,
+    LDNR INT,
     DISABLE BIT
 )
 GO
 CREATE UNIQUE INDEX IX_HOLZART_HA ON HOLZART (HA)
 GO
 
--- Assortments. STKL is the comma list of the STKL.ID that the assortment allows; the four factors are
--- defaults where no rule of U_FAKT applies.
+-- Assortments. STKL, GKL, HOLZART, RINDENKENNZ and MENGENEINHEIT are comma lists of the keys that the assortment
+-- allows, empty for all; the four factors are defaults where no rule of U_FAKT applies. RUND to MANTEL are the
+-- measure kinds it is offered for, SOR_1 to SOR_9 the kinds of sorting, EINGABE_KLST the kind of a measured line.
 CREATE TABLE HOLZSORTE (
     ID INT NOT NULL PRIMARY KEY,
     HS NVARCHAR(10) NOT NULL,
@@ -40,6 +45,31 @@ CREATE TABLE HOLZSORTE (
     STK100_UFA FLOAT,
     ID_TSM_SOG_UMF INT,
     SHOW_ORDER INT,
+    NUMMER NVARCHAR(10),
+    GKL NVARCHAR(255),
+    HOLZART NVARCHAR(255),
+    RINDENKENNZ NVARCHAR(255),
+    MENGENEINHEIT NVARCHAR(255),
+    RUND BIT,
+    SCHICHT BIT,
+    STANG BIT,
+    GEWICHT BIT,
+    WERK BIT,
+    MANTEL BIT,
+    EINGABE_KLST SMALLINT,
+    ID_BB_TSM_SOGLA INT,
+    ID_BB_TSM_STKLG INT,
+    STANDART_PLAN BIT,
+    LDNR INT,
+    SOR_1 BIT,
+    SOR_2 BIT,
+    SOR_3 BIT,
+    SOR_4 BIT,
+    SOR_5 BIT,
+    SOR_6 BIT,
+    SOR_7 BIT,
+    SOR_8 BIT,
+    SOR_9 BIT,
     DISABLE BIT
 )
 GO
@@ -63,7 +93,8 @@ GO
 CREATE UNIQUE INDEX IX_GUETEKLASSE_GKL ON GUETEKLASSE (GKL)
 GO
 
--- Strength classes with inclusive diameter bounds in cm, under bark and (_OR) over bark.
+-- Strength classes with inclusive diameter bounds in cm, under bark and (_OR) over bark. STANDART_LEER: offered
+-- where no class fits.
 CREATE TABLE STKL (
     ID INT NOT NULL PRIMARY KEY,
     STKL NVARCHAR(10) NOT NULL,
@@ -75,6 +106,9 @@ CREATE TABLE STKL (
     DM_BIS_OR FLOAT,
     ID_TSM_STKLG_UMF INT,
     SHOW_ORDER INT,
+    [LONG] NVARCHAR(60),
+    ID_BB_TSM_STKLG INT,
+    STANDART_LEER BIT,
     DISABLE BIT
 )
 GO
@@ -162,6 +196,13 @@ CREATE TABLE WARENEINHEIT (
     ENERGIE BIT,
     MENGE_DECIMAL SMALLINT,
     SHOW_ORDER INT,
+    NUMMER NVARCHAR(10),
+    BESCHREIBUNG NVARCHAR(60),
+    HOLZ BIT,
+    MEMENGE BIT,
+    MEFLACHE BIT,
+    EST BIT,
+    LDNR INT,
     DISABLE BIT
 )
 GO
@@ -229,18 +270,26 @@ CREATE TABLE KLST (
 )
 GO
 
--- Measure kinds.
+-- Measure kinds. ALLOW_MENGE: entered as a quantity, without single logs.
 CREATE TABLE DSART (
     ID SMALLINT NOT NULL PRIMARY KEY,
     NAME NVARCHAR(50),
-    KURZ NVARCHAR(10)
+    KURZ NVARCHAR(10),
+    [SHORT] NVARCHAR(10),
+    NUMMER NVARCHAR(10),
+    ALLOW_MENGE BIT,
+    LDNR INT,
+    DISABLE BIT
 )
 GO
 
 -- Kinds of timber lists.
 CREATE TABLE LISTENART (
     LISTENART SMALLINT NOT NULL PRIMARY KEY,
-    [TEXT] NVARCHAR(50)
+    [TEXT] NVARCHAR(50),
+    [SHORT] NVARCHAR(10),
+    NUMMER NVARCHAR(10),
+    DISABLE BIT
 )
 GO
 
@@ -250,6 +299,7 @@ CREATE TABLE NUTZUNGSART (
     NA NVARCHAR(10) NOT NULL,
     NA_LANG NVARCHAR(50),
     NA_GROUP NVARCHAR(30),
+    ALLOW_HOLZ BIT,
     DISABLE BIT
 )
 GO

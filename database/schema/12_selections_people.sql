@@ -1,0 +1,329 @@
+-- Places, partners, wages and work keys, as the base selections offer and check them. LDNR is the manual order of a list.
+
+-- Federal provinces; their number begins the number of a district.
+CREATE TABLE T_BUNDESLAND (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Districts: the province's number and two digits.
+CREATE TABLE T_BEZIRK (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Municipalities: the district's number and two digits.
+CREATE TABLE T_GEMEINDE (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Counties; ID_BB_T_LANDKREIS_U_JAGDBEHORDE is the county whose hunting authority is in charge.
+CREATE TABLE BB_T_LANDKREIS (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    ID_BB_T_LANDKREIS_U_JAGDBEHORDE INT,
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Cadastral districts.
+CREATE TABLE BB_T_GEMARKUNG (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Cadastral sections.
+CREATE TABLE BB_T_FLUR (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Parcels.
+CREATE TABLE BB_T_FLURSTUCK (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Timber yards.
+CREATE TABLE HOLZPLATZ (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Groups of objects.
+CREATE TABLE BB_T_OBJEKTGRUPPE (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Objects: roads, buildings, facilities for visitors.
+CREATE TABLE BB_T_OBJEKTE (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    ID_BB_T_OBJEKTGRUPPE INT,
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Factors of hours.
+CREATE TABLE T_STUNDENFAKTOR (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Factors of cost.
+CREATE TABLE T_KOSTENFAKTOR (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Kinds of piecework.
+CREATE TABLE T_AKKORD (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Working communities.
+CREATE TABLE T_ARBEITSGEMEINSCHAFTEN (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Direct debit mandates.
+CREATE TABLE T_ABBUCHUNGSAUFTRAG (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Divisions.
+CREATE TABLE T_GESCHAFTSBEREICH (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Special titles of the budget.
+CREATE TABLE T_SONDERTITEL (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Work gangs.
+CREATE TABLE BB_T_ARBEITSGRUPPE (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Kinds of pay.
+CREATE TABLE BB_T_ENTGELTART (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Positions of the wage agreement.
+CREATE TABLE BB_T_TARIFSTELLE (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Months.
+CREATE TABLE BB_T_MONAT (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Marks of services. STANDART: the default; ZV: of own labour; ARBEITER: of a worker.
+CREATE TABLE BB_T_KZ_LEISTUNG (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    STANDART BIT,
+    ZV BIT,
+    ARBEITER BIT,
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Categories of partner groups. ZENTRAL: kept centrally; NOEDIT: not to be chosen.
+CREATE TABLE T_PA_KATEGORIE (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    ZENTRAL BIT,
+    NOEDIT BIT,
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Keys of standing timber surveys, lists 1 (crown) and 2 (stem).
+CREATE TABLE T_STEH_RELTABLE (
+    ID INT NOT NULL PRIMARY KEY,
+    NUMMER NVARCHAR(20),
+    [SHORT] NVARCHAR(20),
+    [LONG] NVARCHAR(60),
+    RELTABLE_ID INT,
+    STAMMDATEN_EXPORT BIT,
+    LDNR INT,
+    DISABLE BIT
+)
+GO
+
+-- Hunters who bring down game.
+CREATE TABLE T_ERLEGER (
+    ID INT NOT NULL PRIMARY KEY,
+    LANGNAME NVARCHAR(60),
+    DISABLE BIT
+)
+GO
+
+-- Hunting districts by name.
+CREATE TABLE T_JAGDBEZIRK (
+    ID INT NOT NULL PRIMARY KEY,
+    LANGNAME NVARCHAR(60),
+    DISABLE BIT
+)
+GO
+
+-- Groups of cost objects and of list keys.
+CREATE TABLE BBF_GRUPPE (
+    ID INT NOT NULL PRIMARY KEY,
+    LABEL_GROUP NVARCHAR(20),
+    [NUMBER] NVARCHAR(10),
+    NAME NVARCHAR(60)
+)
+GO
+
+-- Groups of partners of one owner.
+CREATE TABLE PA_GRUPPE (
+    ID INT NOT NULL PRIMARY KEY,
+    BEZEICHNUNG NVARCHAR(60),
+    PA_NUMMER NVARCHAR(20),
+    ID_PERSONAL INT,
+    ID_T_PA_KATEGORIE INT,
+    ID_PRODUKT INT
+)
+GO
+
+-- Other times of wage entry; ID_NN_POSITIONEN Null is not yet billed.
+CREATE TABLE LOHNERFASSUNG_ZEIT_SONST (
+    ID INT NOT NULL PRIMARY KEY,
+    ID_AUFTRAG INT,
+    MENGE FLOAT,
+    ID_NN_POSITIONEN INT
+)
+GO
+
+-- Vouchers of machine costs and receipts; ID_NN_POSITIONEN Null is not yet billed.
+CREATE TABLE SCH_BELEGE (
+    ID INT NOT NULL PRIMARY KEY,
+    ID_AUFTRAGSNUMMER INT,
+    KOSTEN FLOAT,
+    ERLOSE FLOAT,
+    ID_NN_POSITIONEN INT
+)
+GO
