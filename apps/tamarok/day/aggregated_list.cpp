@@ -7,17 +7,16 @@
 
 namespace tamarok::cli::day {
 
-/// Species and strength class with pieces, volume, volume share, weighted price, mean diameter and
-/// mean length.
+/// Species with pieces, volume, volume share, weighted price, mean diameter and mean length.
 void showAggregatedList(const Context& context)
 {
     ListRequest list;
-    list.ids = {23, 32, 35, 36, 203, 280, 319, 320};
+    list.ids = {23, 35, 36, 203, 280, 319, 320};
     list.group = true;
     list.where = measuredWithinPeriod(context.session);
-    list.orderIds = {23, 32};
-    constexpr std::size_t volume = 3;
-    constexpr std::size_t share = 4;
+    list.orderIds = {23};
+    constexpr std::size_t volume = 2;
+    constexpr std::size_t share = 3;
     const auto sums = showList(context, list, {volume, share});
     const Regional& regional = Platform::current().regional;
     context.output.write("\nTotal volume " + format::number(sums[0], "#,##0.00", regional) + ", shares " +

@@ -9,8 +9,9 @@ std::span<const Step> steps() noexcept
     static constexpr std::array all{
         Step{"Login, and what the navigation shows", showLogIn},
         Step{"A record that another workstation has open", showOpenRecord},
-        Step{"The list of logs in detail", showDetailList},
-        Step{"The same logs by tree species and strength class", showAggregatedList},
+        Step{"The log list in detail: the lines of greatest volume", showDetailList},
+        Step{"The same logs by tree species", showAggregatedList},
+        Step{"Code fields: what they offer, and which typed codes they accept", showCodeField},
         Step{"A measured line typed key by key, saved and read back", typeALine},
     };
     return all;
