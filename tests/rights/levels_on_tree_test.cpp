@@ -100,8 +100,9 @@ TEST_P(LevelsOnTree, SubtreeShowsTheNodeAllUnderItTheRootAndRowsWithoutLevel)
     for (const std::string table : {"PERSONAL", "T_ERLEGER"}) {
         makeTable(table);
         for (const auto& [level, own] : codes) {
-            EXPECT_EQ(seen(table, level),
-                      expected([&](const std::string& code) { return isRoot(code) || code.starts_with(stem(own)); }))
+            EXPECT_EQ(seen(table, level), expected([this, stemmed = stem(own)](const std::string& code) {
+                          return isRoot(code) || code.starts_with(stemmed);
+                      }))
                 << own;
         }
         EXPECT_EQ(seen(table, 0), expected([&](const std::string& code) { return isRoot(code); }));
@@ -152,9 +153,9 @@ TEST_P(LevelsOnTree, ServicesShowTheVisibleLevelsAndThreeParents)
     makeTable("BB_LEISTUNGS_KOPF");
     session.strID_Access_Levels = "2";
     for (const auto& [level, own] : codes) {
-        std::set<int> visible = expected([&](const std::string& code) {
+        std::set<int> visible = expected([ownCode = own](const std::string& code) {
             for (const std::size_t cut : {2U, 4U, 6U})
-                if (code == own.substr(0, own.size() - cut) + std::string(cut, '0')) return true;
+                if (code == ownCode.substr(0, ownCode.size() - cut) + std::string(cut, '0')) return true;
             return false;
         });
         visible.insert(2);

@@ -103,6 +103,7 @@ public:
         if (command == "off") return verdict(lock_.LockOff("", "", session_));
         if (command == "invoice") return verdict(lock_.LockRechnung(second, first, session_));
         if (command == "keep") return take(std::stoi(first));
+        if (command == "release") return release(std::stoi(first));
         if (command == "turn") return turn(std::stoi(first));
         if (command == "drop") {
             dbLock_->Close();
@@ -134,12 +135,24 @@ private:
         return other.empty() ? "held" : "shared " + other;
     }
 
+    std::string release(int object)
+    {
+        witness_.leave(object);
+        lock_.LockOff("", "", session_);
+        return "released";
+    }
+
+    /// Locks, works a little with the object, releases.
     std::string turn(int object)
     {
         std::string taken = take(object);
-        if (taken == "refused") return taken;
-        if (taken == "held") witness_.leave(object);
-        lock_.LockOff("", "", session_);
+        if (taken != "held") return taken;
+        ado::Recordset record;
+        for (int look = 0; look < 10; ++look) {
+            record.Open("SELECT BELEGNUMMER FROM BB_BELEGE_KOPF WHERE ID = " + std::to_string(object), session_.db_ADO);
+            record.Close();
+        }
+        release(object);
         return taken;
     }
 
