@@ -6,6 +6,7 @@
 #include <string>
 
 #include "commands.h"
+#include "select_command.h"
 
 #include "tamarok/c_version.h"
 
@@ -56,6 +57,17 @@ constexpr const char* columnsHelp =
 
 Example:
   tamarok columns LOG | grep KUBATUR)";
+
+constexpr const char* selectHelp =
+    R"(Prints the statement of a base selection, or with --run its rows. Without a key it lists all keys.
+
+A key ending in _GRID lists the rows of a code field, one ending in _VALID checks a typed code. The
+fields are what the selection reads: mostly the code, a master key or a whole condition.
+
+Examples:
+  tamarok select HOLZART_GRID --run --db demo.db
+  tamarok select GUETEKLASSE_HS_LOGS_VALID BL c --run --db demo.db
+  tamarok select FARBE_VALID rt --oracle)";
 
 constexpr const char* dayHelp =
     R"(Walks through a working day on a database: what the forms of the application ask of the library,
@@ -194,6 +206,21 @@ void addDay(CLI::App& program, Command& chosen)
     addLocale(*sub.app, sub.options->locale, "de-AT by default");
 }
 
+void addSelect(CLI::App& program, Command& chosen)
+{
+    const auto sub = add(program, "select", selectHelp, runSelect, chosen);
+    SelectOptions& options = *sub.options;
+    sub.app->add_option("KEY", options.key, "key of the selection, in capitals")->type_name("");
+    sub.app->add_option("FIELD", options.fields, "fields in their order; an empty one as \"\"")->type_name("");
+    addDatabase(*sub.app, options.database);
+    sub.app->add_flag("--oracle", options.oracle, "compose Oracle text instead of SQL Server text");
+    sub.app->add_flag("--run", options.run, "run the statement and print its rows");
+    sub.app->add_option("--format", options.format, "table, csv or json; table by default")
+        ->type_name("FORMAT")
+        ->transform(CLI::CheckedTransformer(formats(), CLI::ignore_case).description(""));
+    addLocale(*sub.app, options.locale, "the machine's by default");
+}
+
 void addCall(CLI::App& program, Command& chosen)
 {
     const auto sub = add(program, "call", callHelp, runCall, chosen);
@@ -224,6 +251,7 @@ std::function<int(Output&)> parseCommandLine(int count, const char* const* argum
     addDay(program, chosen);
     addList(program, chosen);
     addSql(program, chosen);
+    addSelect(program, chosen);
     addColumns(program, chosen);
     addCall(program, chosen);
     try {

@@ -25,6 +25,7 @@ std::span<const Step> steps() noexcept;
 
 void showLogIn(const Context& context);
 void showOpenRecord(const Context& context);
+void showCodeField(const Context& context);
 void showDetailList(const Context& context);
 void showAggregatedList(const Context& context);
 void typeALine(const Context& context);
