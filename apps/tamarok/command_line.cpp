@@ -91,6 +91,20 @@ Examples:
   echo '{"query":"SELECT COUNT(*) AS N FROM LOGS"}' | tamarok call --db demo.db
   echo '{"describe":true}' | tamarok call)";
 
+constexpr const char* volumeHelp =
+    R"(Measures round timber: a log of a diameter in centimetres and a length in metres, or a table of logs.
+
+A table has a header line with the columns d, l, and if wanted pieces, bark and mode (or durchmesser,
+laenge, stueck, rinde, modus) in any order and case; other columns are kept. Commas or semicolons part
+its fields, and decimals have a comma or a point without grouping. Every line is printed with its volume
+in cubic metres behind it. A line that cannot be measured is told on standard error and left out, and
+then the exit status is 1. The options stand in for columns and fields that a table lacks.
+
+Examples:
+  tamarok volume --d 30 --l 5 --pieces 10
+  tamarok volume --d 32,5 --l 4,1 --bark 1,2 --mode cm --places 3 --locale de-AT
+  tamarok volume --csv logs.csv > volumes.csv)";
+
 const std::map<std::string, ListFormat>& formats()
 {
     static const std::map<std::string, ListFormat> names{
@@ -229,6 +243,27 @@ void addCall(CLI::App& program, Command& chosen)
     addLocale(*sub.app, sub.options->locale, "the machine's by default");
 }
 
+void addVolume(CLI::App& program, Command& chosen)
+{
+    const auto sub = add(program, "volume", volumeHelp, runVolume, chosen);
+    VolumeOptions& options = *sub.options;
+    auto* table = sub.app->add_option("--csv", options.csv, "table of logs to measure")->type_name("FILE");
+    sub.app->add_option("--d", options.diameter, "diameter in cm")->type_name("CM")->excludes(table);
+    sub.app->add_option("--l", options.length, "length in m")->type_name("M")->excludes(table);
+    sub.app->add_option("--pieces", options.settings.pieces, "number of pieces")->type_name("N")->capture_default_str();
+    sub.app->add_option("--bark", options.settings.bark, "bark deduction, in the unit of --mode")->type_name("BARK");
+    sub.app->add_option("--mode", options.settings.mode, "unit of the bark: % of the volume or cm of the diameter")
+        ->type_name("%|cm")
+        ->check(CLI::IsMember({"%", "cm"}).description(""));
+    sub.app->add_option("--places", options.settings.places, "decimals to which the piece is rounded")
+        ->type_name("N")
+        ->check(CLI::Range(0, 22).description(""))
+        ->capture_default_str();
+    sub.app->add_option("--format", options.settings.pattern, "number pattern such as 0.000; the places by default")
+        ->type_name("PATTERN");
+    addLocale(*sub.app, options.settings.locale, "the machine's by default, and for a table its own separator");
+}
+
 Command printing(std::string text)
 {
     return [text = std::move(text)](Output& output) {
@@ -254,6 +289,7 @@ std::function<int(Output&)> parseCommandLine(int count, const char* const* argum
     addSelect(program, chosen);
     addColumns(program, chosen);
     addCall(program, chosen);
+    addVolume(program, chosen);
     try {
         program.parse(count, arguments);
     } catch (const CLI::CallForVersion&) {

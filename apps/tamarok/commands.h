@@ -7,6 +7,7 @@
 #include "list_printer.h"
 #include "list_query.h"
 #include "output.h"
+#include "volume_table.h"
 
 /// The commands behind the command line. Each returns the exit status.
 namespace tamarok::cli {
@@ -48,11 +49,19 @@ struct CallOptions {
     std::string locale;
 };
 
+struct VolumeOptions {
+    std::optional<std::string> diameter;
+    std::optional<std::string> length;
+    std::string csv;
+    VolumeSettings settings;
+};
+
 int runInit(const InitOptions& options, Output& output);
 int runList(const ListOptions& options, Output& output);
 int runSql(const ListOptions& options, Output& output);
 int runColumns(const ColumnsOptions& options, Output& output);
 int runDay(const DayOptions& options, Output& output);
 int runCall(const CallOptions& options, Output& output);
+int runVolume(const VolumeOptions& options, Output& output);
 
 } // namespace tamarok::cli

@@ -1,0 +1,119 @@
+#include <cerrno>
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <unistd.h>
+
+#include "commands.h"
+#include "host_platform.h"
+#include "line_reader.h"
+#include "progress_bar.h"
+#include "volume_table.h"
+
+#include "tamarok/comm_set.h"
+#include "tamarok/error.h"
+
+namespace tamarok::cli {
+
+namespace {
+
+constexpr std::int32_t cannotRead = 75; // path or file access
+
+/// A bar over a table on its way, where standard output does not go to the same terminal.
+class TableProgress {
+public:
+    explicit TableProgress(std::int64_t bytes) : bytes_{bytes}
+    {
+        if (bytes > 0 && ::isatty(STDOUT_FILENO) == 0) bar_.emplace();
+    }
+
+    void show(std::int64_t lines, std::int64_t bytes)
+    {
+        const auto now = Time::now();
+        if (!bar_ || bytes <= 0 || now - shown_ < interval) return;
+        shown_ = now;
+        const double share = static_cast<double>(bytes_) / static_cast<double>(bytes);
+        bar_->show({"lines", lines, static_cast<std::int64_t>(static_cast<double>(lines) * share)});
+    }
+
+    /// A line on standard error, in place of the bar.
+    void tell(std::string_view message)
+    {
+        if (bar_ && ::isatty(STDERR_FILENO) == 1) std::cerr << "\r\x1b[K";
+        std::cerr << message << '\n';
+    }
+
+private:
+    using Time = std::chrono::steady_clock;
+    static constexpr std::chrono::milliseconds interval{100};
+    std::optional<ProgressBar> bar_;
+    std::int64_t bytes_;
+    Time::time_point shown_ = Time::now();
+};
+
+[[noreturn]] void fail(const std::string& file, const std::string& reason)
+{
+    throw Error{cannotRead, "cannot read " + file + ": " + reason, "volume"};
+}
+
+/// Bytes of a file, 0 of anything else that can be read.
+std::int64_t sizeOf(const std::string& file)
+{
+    std::error_code error;
+    const auto status = std::filesystem::status(file, error);
+    if (error) fail(file, error.message());
+    if (std::filesystem::is_directory(status)) fail(file, "it is a folder");
+    if (!std::filesystem::is_regular_file(status)) return 0;
+    return static_cast<std::int64_t>(std::filesystem::file_size(file));
+}
+
+int measureTable(const VolumeOptions& options, Output& output)
+{
+    TableProgress progress{sizeOf(options.csv)};
+    std::filebuf file;
+    if (file.open(options.csv, std::ios::in | std::ios::binary) == nullptr)
+        fail(options.csv, std::generic_category().message(errno));
+    LineReader lines{file};
+    VolumeTable table{options.settings};
+    try {
+        const std::int64_t leftOut = table.measure(
+            lines, [&](std::string_view block) { output.write(block); },
+            [&](std::int64_t line, std::string_view fault) {
+                progress.tell("tamarok: line " + std::to_string(line) + ": " + std::string{fault});
+            },
+            [&](std::int64_t done, std::int64_t bytes) { progress.show(done, bytes); });
+        output.flush();
+        return leftOut == 0 ? 0 : 1;
+    } catch (Error& error) {
+        throw error.addContext(options.csv);
+    }
+}
+
+int measureLine(const VolumeOptions& options, Output& output)
+{
+    const VolumeSettings& settings = options.settings;
+    const PlatformScope scope{commandPlatform(settings.locale)};
+    output.write(Comm_Set{}.CalculateRundKubatur(settings.pieces, *options.diameter, *options.length, settings.bark,
+                                                 false, settings.mode, false, settings.patternOrPlaces(),
+                                                 settings.places) +
+                 "\n");
+    output.flush();
+    return 0;
+}
+
+} // namespace
+
+int runVolume(const VolumeOptions& options, Output& output)
+{
+    if (!options.csv.empty()) return measureTable(options, output);
+    if (!options.diameter || !options.length) throw UsageError{"a diameter and a length are needed, or --csv FILE"};
+    if (options.settings.bark != "0" && options.settings.mode.empty())
+        throw UsageError{"--bark needs --mode % or --mode cm"};
+    return measureLine(options, output);
+}
+
+} // namespace tamarok::cli

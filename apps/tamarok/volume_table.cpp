@@ -1,0 +1,197 @@
+#include "volume_table.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "runtime/convert.h"
+#include "runtime/text.h"
+
+#include "tamarok/comm_set.h"
+#include "tamarok/error.h"
+
+namespace tamarok::cli {
+
+namespace {
+
+constexpr std::size_t blockSize = std::size_t{1} << 16;
+constexpr std::string_view source = "volume table";
+
+/// The thread's platform with numbers as tables have them.
+Platform platformWith(const Regional& regional)
+{
+    Platform platform = Platform::current();
+    platform.regional = regional;
+    return platform;
+}
+
+bool isBlankLine(std::string_view line) noexcept
+{
+    return line.find_first_not_of(" \t") == std::string_view::npos;
+}
+
+/// The decimal separator that the first lines of a table use.
+char usedSeparator(char fieldSeparator, std::string_view sample) noexcept
+{
+    if (fieldSeparator == ',') return '.';
+    const bool onlyPoints = sample.find(',') == std::string_view::npos && sample.find('.') != std::string_view::npos;
+    return onlyPoints ? '.' : ',';
+}
+
+} // namespace
+
+std::string VolumeSettings::patternOrPlaces() const
+{
+    if (!pattern.empty()) return pattern;
+    return places > 0 ? std::string{"0."}.append(static_cast<std::size_t>(places), '0') : std::string{"0"};
+}
+
+VolumeTable::VolumeTable(VolumeSettings settings) :
+    settings_{std::move(settings)}, pattern_{settings_.patternOrPlaces()}, defaults_{"", "", settings_.pieces,
+                                                                                     settings_.bark, settings_.mode}
+{}
+
+std::string_view VolumeTable::nameOf(Column column) noexcept
+{
+    static constexpr std::array<std::string_view, columnCount> names{"d", "l", "pieces", "bark", "mode"};
+    return names[column];
+}
+
+std::optional<VolumeTable::Column> VolumeTable::columnNamed(std::string_view name)
+{
+    struct Name {
+        std::string_view text;
+        Column column;
+    };
+    static constexpr std::array names{
+        Name{"D", Diameter},   Name{"DURCHMESSER", Diameter}, Name{"L", Length},      Name{"LAENGE", Length},
+        Name{"LÄNGE", Length}, Name{"PIECES", Pieces},        Name{"STUECK", Pieces}, Name{"STÜCK", Pieces},
+        Name{"BARK", Bark},    Name{"RINDE", Bark},           Name{"MODE", Mode},     Name{"MODUS", Mode}};
+    const std::string wanted = text::toUpper(name);
+    const auto found =
+        std::find_if(names.begin(), names.end(), [&](const Name& known) { return known.text == wanted; });
+    if (found == names.end()) return std::nullopt;
+    return found->column;
+}
+
+void VolumeTable::readHeader(std::string_view line, std::string_view sample)
+{
+    separator_ = csvSeparator(line);
+    regional_ = settings_.locale.empty() ? Platform::current().regional : Regional::named(settings_.locale);
+    if (settings_.locale.empty()) regional_.decimal = usedSeparator(separator_, sample);
+    regional_.thousands.clear();
+    CsvFields names{separator_};
+    if (!names.split(line)) throw Error{errors::invalidArgument, "line 1: a quote is not closed", std::string{source}};
+    width_ = names.size();
+    for (std::size_t index = 0; index < width_; ++index) {
+        const auto column = columnNamed(names[index]);
+        if (!column) continue;
+        if (places_[*column])
+            throw Error{errors::invalidArgument,
+                        "line 1: column " + std::string{nameOf(*column)} + " stands there twice", std::string{source}};
+        places_[*column] = index;
+    }
+    for (const Column needed : {Diameter, Length})
+        if (!places_[needed])
+            throw Error{errors::invalidArgument, "line 1: there is no column " + std::string{nameOf(needed)},
+                        std::string{source}};
+}
+
+std::int64_t VolumeTable::measure(LineReader& lines, const Sink& output, const Complaint& complain,
+                                  const Progress& progress)
+{
+    std::string_view line;
+    if (!lines.next(line) || lines.wasCut() || isBlankLine(line))
+        throw Error{errors::invalidArgument, "line 1: there are no column names", std::string{source}};
+    readHeader(line, lines.ahead());
+    const PlatformScope scope{platformWith(regional_)};
+    std::string block{line};
+    block.append(1, separator_).append("volume\n");
+
+    std::int64_t leftOut = 0;
+    CsvFields fields{separator_};
+    while (lines.next(line)) {
+        if (isBlankLine(line)) continue;
+        std::optional<std::string> wrong;
+        if (lines.wasCut())
+            wrong = "the line is too long";
+        else if (!fields.split(line))
+            wrong = "a quote is not closed, or text stands behind one";
+        else
+            wrong = measureLine(fields);
+        if (wrong) {
+            complain(lines.number(), *wrong);
+            ++leftOut;
+            continue;
+        }
+        appendVolume(block.append(line));
+        if (block.size() < blockSize) continue;
+        output(block);
+        block.clear();
+        progress(lines.number(), lines.position());
+    }
+    output(block);
+    return leftOut;
+}
+
+std::optional<std::string> VolumeTable::measureLine(const CsvFields& fields)
+{
+    if (fields.size() != width_)
+        return "there are " + std::to_string(fields.size()) + " fields instead of " + std::to_string(width_);
+    for (const Column column : {Diameter, Length, Pieces, Bark, Mode})
+        cells_[column] = cell(column, fields);
+    if (auto fault = faultOfCells()) return fault;
+    try {
+        volume_ = Comm_Set{}.CalculateRundKubatur(cells_[Pieces], cells_[Diameter], cells_[Length], cells_[Bark], false,
+                                                  cells_[Mode], false, pattern_, settings_.places);
+        return std::nullopt;
+    } catch (const Error& error) {
+        return faultOfNumbers(error.description);
+    }
+}
+
+/// A field with the decimal separator of the volumes, or what counts where it is empty.
+std::string_view VolumeTable::cell(Column column, const CsvFields& fields)
+{
+    if (!places_[column]) return defaults_[column];
+    const std::string_view field = fields[*places_[column]];
+    if (field.empty()) return defaults_[column];
+    const char wanted = regional_.decimal.front();
+    const char other = wanted == '.' ? ',' : '.';
+    if (field.find(other) == std::string_view::npos) return field;
+    changed_[column].assign(field);
+    std::replace(changed_[column].begin(), changed_[column].end(), other, wanted);
+    return changed_[column];
+}
+
+std::optional<std::string> VolumeTable::faultOfCells() const
+{
+    for (const Column column : {Diameter, Length})
+        if (cells_[column].empty()) return "column " + std::string{nameOf(column)} + " is empty";
+    const std::string_view mode = cells_[Mode];
+    if (mode == "%" || mode == "cm") return std::nullopt;
+    if (!mode.empty()) return "mode \"" + std::string{mode} + "\" is neither % nor cm";
+    if (cells_[Bark] != "0" && convert::parseNumber(cells_[Bark], regional_) != 0.0)
+        return "bark \"" + std::string{cells_[Bark]} + "\" has no mode";
+    return std::nullopt;
+}
+
+/// Names the column that is no number; `otherwise` where all are.
+std::optional<std::string> VolumeTable::faultOfNumbers(const std::string& otherwise) const
+{
+    for (const Column column : {Diameter, Length, Pieces, Bark})
+        if (!convert::parseNumber(cells_[column], regional_))
+            return "\"" + std::string{cells_[column]} + "\" in column " + std::string{nameOf(column)} + " is no number";
+    return otherwise;
+}
+
+void VolumeTable::appendVolume(std::string& block) const
+{
+    const bool quoted = volume_.find(separator_) != std::string::npos;
+    block += separator_;
+    if (quoted) block += '"';
+    block.append(volume_);
+    if (quoted) block += '"';
+    block += '\n';
+}
+
+} // namespace tamarok::cli

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "csv_fields.h"
+#include "line_reader.h"
+
+#include "tamarok/platform.h"
+
+namespace tamarok::cli {
+
+/// How round wood is measured, and what counts where a table has no such column.
+struct VolumeSettings {
+    std::string pieces = "1";
+    std::string bark = "0";
+    std::string mode; ///< "%", "cm" or "" for none
+    std::int16_t places = 2;
+    std::string pattern; ///< of the volume; as many decimals as places where it is empty
+    std::string locale;  ///< its decimal separator is the volume's; the table's own where it is empty
+
+    std::string patternOrPlaces() const;
+};
+
+/// Measures a table of round wood: a header line that names the columns d, l, pieces, bark and mode (or
+/// durchmesser, laenge, stueck, rinde, modus) in any order and case, other columns among them, and a line for
+/// each log. Fields are divided by commas or semicolons, decimals by a comma or a point, without grouping.
+class VolumeTable {
+public:
+    using Sink = std::function<void(std::string_view)>;
+    /// Gets the number and the fault of a line that is left out.
+    using Complaint = std::function<void(std::int64_t line, std::string_view fault)>;
+    /// Called now and then with the lines done and the bytes read.
+    using Progress = std::function<void(std::int64_t lines, std::int64_t bytes)>;
+
+    explicit VolumeTable(VolumeSettings settings);
+
+    /// Writes each line with its volume behind it, in blocks of lines.
+    /// @return number of lines that were left out
+    /// Errors: 5 without header line, for a missing or repeated column, and for places out of range.
+    std::int64_t measure(LineReader& lines, const Sink& output, const Complaint& complain, const Progress& progress);
+
+private:
+    enum Column : std::uint8_t { Diameter, Length, Pieces, Bark, Mode, columnCount };
+
+    void readHeader(std::string_view line, std::string_view sample);
+    /// Puts the line's volume into `volume_`, or gives the line's fault.
+    std::optional<std::string> measureLine(const CsvFields& fields);
+    std::string_view cell(Column column, const CsvFields& fields);
+    std::optional<std::string> faultOfCells() const;
+    std::optional<std::string> faultOfNumbers(const std::string& otherwise) const;
+    void appendVolume(std::string& block) const;
+    static std::optional<Column> columnNamed(std::string_view name);
+    static std::string_view nameOf(Column column) noexcept;
+
+    VolumeSettings settings_;
+    std::string pattern_;
+    std::array<std::optional<std::size_t>, columnCount> places_;
+    std::array<std::string_view, columnCount> defaults_;
+    std::size_t width_ = 0;
+    char separator_ = ',';
+    Regional regional_;                               ///< of the volumes; fields are brought to its separator
+    std::array<std::string_view, columnCount> cells_; ///< of the line at hand
+    std::array<std::string, columnCount> changed_;    ///< fields that had another separator
+    std::string volume_;
+};
+
+} // namespace tamarok::cli

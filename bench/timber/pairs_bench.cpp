@@ -1,0 +1,84 @@
+#include <benchmark/benchmark.h>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "runtime/convert.h"
+
+#include "tamarok/comm_set.h"
+#include "tamarok/tmkvar.h"
+
+// The look-up of a pair among 20,000 cached ones, beside the plain walk: each cell as text against
+// the keys, row by row. Both walk the caller's array from its first row to the pair, and give the same.
+
+namespace tamarok {
+namespace {
+
+constexpr std::int32_t assortments = 400;
+constexpr std::int32_t units = 50;
+
+Variant cachedPairs()
+{
+    std::vector<Variant> cells;
+    for (std::int32_t assortment = 1; assortment <= assortments; ++assortment)
+        for (std::int32_t unit = 1; unit <= units; ++unit)
+            cells.insert(cells.end(), {Variant{assortment}, Variant{unit}, Variant{std::int16_t{1}}});
+    return VariantArray{{0, 2}, {0, assortments * units - 1}, std::move(cells)};
+}
+
+struct Keys {
+    std::string assortment;
+    std::string unit;
+};
+
+std::vector<Keys> questions()
+{
+    std::mt19937_64 engine{5};
+    std::uniform_int_distribution<std::int32_t> assortment{1, assortments};
+    std::uniform_int_distribution<std::int32_t> unit{1, units};
+    std::vector<Keys> all(64);
+    for (Keys& keys : all)
+        keys = {std::to_string(assortment(engine)), std::to_string(unit(engine))};
+    return all;
+}
+
+std::int16_t plainWalk(const Variant& pairs, const Keys& keys)
+{
+    const VariantArray& array = pairs.asArray();
+    const auto rows = array.bounds(2);
+    for (std::int32_t row = rows.lower; row <= rows.upper; ++row) {
+        if (convert::toText(array.at(0, row)) == keys.assortment && convert::toText(array.at(1, row)) == keys.unit)
+            return convert::toInteger(array.at(2, row));
+    }
+    return 0;
+}
+
+template <class LookUp>
+void lookUp(benchmark::State& state, LookUp find)
+{
+    Variant pairs = cachedPairs();
+    const std::vector<Keys> all = questions();
+    for (auto _ : state)
+        for (const Keys& keys : all)
+            benchmark::DoNotOptimize(find(pairs, keys));
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(all.size()));
+}
+
+void pairsByPlainWalk(benchmark::State& state)
+{
+    lookUp(state, plainWalk);
+}
+BENCHMARK(pairsByPlainWalk);
+
+void pairsByMengeCalc(benchmark::State& state)
+{
+    TmkVar session;
+    session.strCustomer = "SACHSEN";
+    const Comm_Set set;
+    lookUp(state,
+           [&](Variant& pairs, const Keys& keys) { return set.MengeCalc(session, pairs, keys.assortment, keys.unit); });
+}
+BENCHMARK(pairsByMengeCalc);
+
+} // namespace
+} // namespace tamarok

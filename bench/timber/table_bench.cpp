@@ -1,0 +1,120 @@
+#include <benchmark/benchmark.h>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "csv_fields.h"
+#include "line_reader.h"
+#include "volume_table.h"
+
+// A table of a million measured lines, beside reading the same lines and splitting them into fields:
+// once with the standard library alone, once with the program's own reader.
+
+namespace tamarok::cli {
+namespace {
+
+constexpr std::int64_t lineCount = 1'000'000;
+
+/// The table as a file of the system's temporary folder, removed at the end.
+class TableFile {
+public:
+    TableFile() :
+        path_{std::filesystem::temp_directory_path() / ("timber_table_" + std::to_string(std::random_device{}()))}
+    {
+        std::mt19937_64 engine{3};
+        const auto between = [&](int low, int high) { return std::uniform_int_distribution<int>{low, high}(engine); };
+        std::ofstream file{path_, std::ios::binary};
+        file << "d;l;pieces;bark;mode\n";
+        for (std::int64_t line = 0; line < lineCount; ++line)
+            file << between(7, 90) << ',' << between(0, 9) << ';' << between(2, 19) << ',' << between(0, 9) << ';'
+                 << between(1, 9) << ';' << between(0, 9) << ',' << between(0, 9) << (line % 2 == 0 ? ";%\n" : ";cm\n");
+    }
+    ~TableFile()
+    {
+        std::error_code ignored;
+        std::filesystem::remove(path_, ignored);
+    }
+    TableFile(const TableFile&) = delete;
+    TableFile& operator=(const TableFile&) = delete;
+
+    const std::filesystem::path& path() const noexcept { return path_; }
+
+private:
+    std::filesystem::path path_;
+};
+
+const std::filesystem::path& table()
+{
+    static const TableFile file;
+    return file.path();
+}
+
+void countLines(benchmark::State& state)
+{
+    state.SetItemsProcessed(state.iterations() * lineCount);
+}
+
+void readAndSplit_standard(benchmark::State& state)
+{
+    table();
+    for (auto _ : state) {
+        std::ifstream file{table(), std::ios::binary};
+        std::vector<std::string_view> fields;
+        std::size_t count = 0;
+        for (std::string line; std::getline(file, line);) {
+            fields.clear();
+            std::string_view rest{line};
+            for (std::size_t end = rest.find(';'); end != std::string_view::npos; end = rest.find(';')) {
+                fields.push_back(rest.substr(0, end));
+                rest.remove_prefix(end + 1);
+            }
+            fields.push_back(rest);
+            count += fields.size();
+        }
+        benchmark::DoNotOptimize(count);
+    }
+    countLines(state);
+}
+BENCHMARK(readAndSplit_standard)->Unit(benchmark::kMillisecond);
+
+void readAndSplit_own(benchmark::State& state)
+{
+    table();
+    for (auto _ : state) {
+        std::filebuf file;
+        file.open(table(), std::ios::in | std::ios::binary);
+        LineReader lines{file};
+        CsvFields fields{';'};
+        std::size_t count = 0;
+        for (std::string_view line; lines.next(line);)
+            if (fields.split(line)) count += fields.size();
+        benchmark::DoNotOptimize(count);
+    }
+    countLines(state);
+}
+BENCHMARK(readAndSplit_own)->Unit(benchmark::kMillisecond);
+
+void measureTable(benchmark::State& state)
+{
+    table();
+    for (auto _ : state) {
+        std::filebuf file;
+        file.open(table(), std::ios::in | std::ios::binary);
+        LineReader lines{file};
+        VolumeTable volumes{{}};
+        std::size_t bytes = 0;
+        const std::int64_t leftOut = volumes.measure(
+            lines, [&](std::string_view block) { bytes += block.size(); }, [](std::int64_t, std::string_view) {},
+            [](std::int64_t, std::int64_t) {});
+        if (leftOut != 0) state.SkipWithError("lines were left out");
+        benchmark::DoNotOptimize(bytes);
+    }
+    countLines(state);
+}
+BENCHMARK(measureTable)->Unit(benchmark::kMillisecond);
+
+} // namespace
+} // namespace tamarok::cli
