@@ -1,6 +1,7 @@
 #include "catalogue/selections/statement_writer.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <optional>
 
 #include "catalogue/selections/key_parts.h"
@@ -51,15 +52,24 @@ constexpr std::string_view otherMeasureKind = " AND HS IS NOT NULL";
                 "The selection reads field " + std::to_string(index) + " (counted from 0), which the vector lacks."};
 }
 
-/// The end of what the brace before `begin` opens: the position of its closing brace, or of the
-/// first colon between the two.
-std::size_t endOfPart(std::string_view text, std::size_t begin, std::string_view ends) noexcept
+enum class PartEnd : std::uint8_t { Colon, Brace };
+
+/// The end of a part that begins at `begin`: its first colon or its closing brace, nested braces passed over.
+std::size_t endOfPart(std::string_view text, std::size_t begin, PartEnd end) noexcept
 {
     std::size_t depth = 0;
     for (std::size_t at = begin; at < text.size(); ++at) {
-        if (depth == 0 && ends.find(text[at]) != std::string_view::npos) return at;
-        if (text[at] == '{') ++depth;
-        if (text[at] == '}') --depth;
+        switch (text[at]) {
+        case '{': ++depth; break;
+        case '}':
+            if (depth == 0) return at;
+            --depth;
+            break;
+        case ':':
+            if (depth == 0 && end == PartEnd::Colon) return at;
+            break;
+        default: break;
+        }
     }
     return text.size();
 }
@@ -99,7 +109,7 @@ struct StatementWriter::Placeholder {
     void (StatementWriter::*write)(std::size_t index);
 };
 
-const StatementWriter::Placeholder StatementWriter::placeholders[] = {
+constinit const StatementWriter::Placeholder StatementWriter::placeholders[] = {
     {"P", &StatementWriter::writeField},         {"N", &StatementWriter::writeNumber},
     {"UP", &StatementWriter::writeCapitals},     {"GROUP", &StatementWriter::writeGroup},
     {"KEYPART", &StatementWriter::writeKeyPart}, {"Typ", &StatementWriter::writeKey},
@@ -127,8 +137,8 @@ void StatementWriter::write(std::string_view statement)
         const std::string_view name = statement.substr(0, nameEnd);
         std::size_t close = nameEnd;
         if (close < statement.size() && statement[close] == '?') {
-            const std::size_t colon = endOfPart(statement, nameEnd + 1, ":}");
-            close = endOfPart(statement, colon + 1, "}");
+            const std::size_t colon = endOfPart(statement, nameEnd + 1, PartEnd::Colon);
+            close = endOfPart(statement, colon + 1, PartEnd::Brace);
             write(holds(name) ? statement.substr(nameEnd + 1, colon - nameEnd - 1)
                               : statement.substr(colon + 1, close - colon - 1));
         } else {
