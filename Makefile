@@ -16,7 +16,8 @@ packages: ## install the Debian packages that are missing
 configure: packages
 	@cmake --preset $(PRESET) --log-level=WARNING
 
-demo: all ## build, make a database with timber data, and show the working day
+demo: configure ## build the program, make a database with timber data, and show the working day
+	@cmake --build $(BUILD) --parallel $(JOBS) --target tamarok
 	@test -f $(DEMO_DB) || $(BUILD)/bin/tamarok init $(DEMO_DB) --logs 20000 --seed 1
 	@$(BUILD)/bin/tamarok day --db $(DEMO_DB)
 
