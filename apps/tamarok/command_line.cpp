@@ -95,7 +95,7 @@ constexpr const char* volumeHelp =
     R"(Measures round timber: a log of a diameter in centimetres and a length in metres, or a table of logs.
 
 A table has a header line with the columns d, l, and if wanted pieces, bark and mode (or durchmesser,
-laenge, stueck, rinde, modus) in any order and case; other columns are kept. Commas or semicolons part
+laenge, stueck or stk, rinde, modus) in any order and case; other columns are kept. Commas or semicolons part
 its fields, and decimals have a comma or a point without grouping. Every line is printed with its volume
 in cubic metres behind it. A line that cannot be measured is told on standard error and left out, and
 then the exit status is 1. The options stand in for columns and fields that a table lacks.

@@ -63,9 +63,13 @@ std::optional<VolumeTable::Column> VolumeTable::columnNamed(std::string_view nam
         Column column;
     };
     static constexpr std::array names{
-        Name{"D", Diameter},   Name{"DURCHMESSER", Diameter}, Name{"L", Length},      Name{"LAENGE", Length},
-        Name{"LÄNGE", Length}, Name{"PIECES", Pieces},        Name{"STUECK", Pieces}, Name{"STÜCK", Pieces},
-        Name{"BARK", Bark},    Name{"RINDE", Bark},           Name{"MODE", Mode},     Name{"MODUS", Mode}};
+        Name{"D", Diameter},     Name{"DURCHMESSER", Diameter},
+        Name{"L", Length},       Name{"LAENGE", Length},
+        Name{"LÄNGE", Length},   Name{"PIECES", Pieces},
+        Name{"STUECK", Pieces},  Name{"STÜCK", Pieces},
+        Name{"BARK", Bark},      Name{"RINDE", Bark},
+        Name{"MODE", Mode},      Name{"MODUS", Mode},
+        Name{"DURCH", Diameter}, Name{"STK", Pieces}}; // as the columns of table LOGS are called
     const std::string wanted = text::toUpper(name);
     const auto found =
         std::find_if(names.begin(), names.end(), [&](const Name& known) { return known.text == wanted; });

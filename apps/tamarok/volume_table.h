@@ -27,8 +27,8 @@ struct VolumeSettings {
 };
 
 /// Measures a table of round wood: a header line that names the columns d, l, pieces, bark and mode (or
-/// durchmesser, laenge, stueck, rinde, modus) in any order and case, other columns among them, and a line for
-/// each log. Fields are divided by commas or semicolons, decimals by a comma or a point, without grouping.
+/// durchmesser or durch, laenge, stueck or stk, rinde, modus) in any order and case, other columns among them, and a
+/// line for each log. Fields are divided by commas or semicolons, decimals by a comma or a point, without grouping.
 class VolumeTable {
 public:
     using Sink = std::function<void(std::string_view)>;
