@@ -20,6 +20,14 @@ function(tamarok_defaults target)
     endif()
 endfunction()
 
+# tamarok_uses_regex(file...): sources with regular expressions of the standard library, in which g++ 12 sees
+# uninitialised members under the sanitizers (GCC bug 105562).
+function(tamarok_uses_regex)
+    if(TAMAROK_SANITIZE AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS -Wno-maybe-uninitialized)
+    endif()
+endfunction()
+
 # tamarok_test(name SOURCES file... LIBRARIES target...): one GoogleTest program, each case known to CTest.
 function(tamarok_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
