@@ -47,7 +47,7 @@ struct flock description(short type, std::int64_t first, std::int64_t last) noex
 
 } // namespace
 
-RowLocks::RowLocks(std::string database) : path_{database.empty() ? std::string{} : database + "-locks"} {}
+RowLocks::RowLocks(const std::string& database) : path_{database.empty() ? std::string{} : database + "-locks"} {}
 
 RowLocks::~RowLocks()
 {

@@ -25,7 +25,7 @@ public:
     };
 
     /// @param database  path of the database file; empty for one in memory, where no lock is needed
-    explicit RowLocks(std::string database);
+    explicit RowLocks(const std::string& database);
     RowLocks(const RowLocks&) = delete;
     RowLocks& operator=(const RowLocks&) = delete;
     ~RowLocks();

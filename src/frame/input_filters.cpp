@@ -176,7 +176,7 @@ void Comm_Get::OnlyNumbersKeyPress(std::int16_t& KeyAscii, Object& ActiveControl
     const EntryPattern pattern{strFormat};
     const std::string separator = format::decimalSeparator(Platform::current().regional);
     if ((separator == "," && KeyAscii == '.') || (separator == "." && KeyAscii == ','))
-        KeyAscii = static_cast<std::int16_t>(separator[0]);
+        KeyAscii = static_cast<unsigned char>(separator[0]);
 
     if (KeyAscii == enter) return;
     if (KeyAscii == backspace) {
