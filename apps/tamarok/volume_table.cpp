@@ -143,6 +143,43 @@ std::optional<std::string> VolumeTable::measureLine(const CsvFields& fields)
         return "there are " + std::to_string(fields.size()) + " fields instead of " + std::to_string(width_);
     for (const Column column : {Diameter, Length, Pieces, Bark, Mode})
         cells_[column] = cell(column, fields);
+    if (mixed_) unifySeparators();
+    auto fault = measureCells();
+    // A number with the other separator is none. From the first such line on fields are looked through
+    // before they are measured.
+    if (fault && !mixed_ && unifySeparators()) {
+        mixed_ = true;
+        fault = measureCells();
+    }
+    return fault;
+}
+
+/// A field, or what counts where it is empty.
+std::string_view VolumeTable::cell(Column column, const CsvFields& fields) const
+{
+    if (!places_[column]) return defaults_[column];
+    const std::string_view field = fields[*places_[column]];
+    return field.empty() ? defaults_[column] : field;
+}
+
+/// Brings the numbers to the decimal separator of the volumes; false where all had it.
+bool VolumeTable::unifySeparators()
+{
+    const char wanted = regional_.decimal.front();
+    const char other = wanted == '.' ? ',' : '.';
+    bool changed = false;
+    for (const Column column : {Diameter, Length, Pieces, Bark}) {
+        if (cells_[column].find(other) == std::string_view::npos) continue;
+        changed_[column].assign(cells_[column]);
+        std::replace(changed_[column].begin(), changed_[column].end(), other, wanted);
+        cells_[column] = changed_[column];
+        changed = true;
+    }
+    return changed;
+}
+
+std::optional<std::string> VolumeTable::measureCells()
+{
     if (auto fault = faultOfCells()) return fault;
     try {
         volume_ = Comm_Set{}.CalculateRundKubatur(cells_[Pieces], cells_[Diameter], cells_[Length], cells_[Bark], false,
@@ -151,20 +188,6 @@ std::optional<std::string> VolumeTable::measureLine(const CsvFields& fields)
     } catch (const Error& error) {
         return faultOfNumbers(error.description);
     }
-}
-
-/// A field with the decimal separator of the volumes, or what counts where it is empty.
-std::string_view VolumeTable::cell(Column column, const CsvFields& fields)
-{
-    if (!places_[column]) return defaults_[column];
-    const std::string_view field = fields[*places_[column]];
-    if (field.empty()) return defaults_[column];
-    const char wanted = regional_.decimal.front();
-    const char other = wanted == '.' ? ',' : '.';
-    if (field.find(other) == std::string_view::npos) return field;
-    changed_[column].assign(field);
-    std::replace(changed_[column].begin(), changed_[column].end(), other, wanted);
-    return changed_[column];
 }
 
 std::optional<std::string> VolumeTable::faultOfCells() const

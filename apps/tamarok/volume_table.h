@@ -50,7 +50,9 @@ private:
     void readHeader(std::string_view line, std::string_view sample);
     /// Puts the line's volume into `volume_`, or gives the line's fault.
     std::optional<std::string> measureLine(const CsvFields& fields);
-    std::string_view cell(Column column, const CsvFields& fields);
+    std::string_view cell(Column column, const CsvFields& fields) const;
+    bool unifySeparators();
+    std::optional<std::string> measureCells();
     std::optional<std::string> faultOfCells() const;
     std::optional<std::string> faultOfNumbers(const std::string& otherwise) const;
     void appendVolume(std::string& block) const;
@@ -66,6 +68,7 @@ private:
     Regional regional_;                               ///< of the volumes; fields are brought to its separator
     std::array<std::string_view, columnCount> cells_; ///< of the line at hand
     std::array<std::string, columnCount> changed_;    ///< fields that had another separator
+    bool mixed_ = false;                              ///< such a field was met
     std::string volume_;
 };
 

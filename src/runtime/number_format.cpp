@@ -194,14 +194,76 @@ std::string writeSection(std::string_view section, const DecimalDigits& digits, 
     return SectionWriter{layout, shown, regional}.write(section, sign && shown.negative && layout.hasPlaces());
 }
 
+/// Number of decimals of "0", "0.0", "0.00" and so on, the patterns of measures; -1 for any other.
+std::int32_t plainDecimals(std::string_view pattern) noexcept
+{
+    constexpr std::size_t head = 2; // "0."
+    if (pattern == "0") return 0;
+    if (pattern.size() <= head || !pattern.starts_with("0.")) return -1;
+    for (const char c : pattern.substr(head))
+        if (c != '0') return -1;
+    return static_cast<std::int32_t>(pattern.size() - head);
+}
+
+/// The same as the general way gives for such a pattern, without walking over it.
+std::string writePlain(DecimalDigits digits, std::int32_t decimals, const Regional& regional)
+{
+    digits.roundTo(decimals);
+    const std::int32_t whole = std::max(digits.point, 1);
+    std::string out;
+    out.reserve(static_cast<std::size_t>(whole + decimals) + regional.decimal.size() + 1);
+    if (digits.negative) out += '-';
+    for (std::int32_t place = whole - 1; place >= 0; --place)
+        out += digits.at(place);
+    if (decimals > 0) out.append(regional.decimal);
+    for (std::int32_t place = -1; place >= -decimals; --place)
+        out += digits.at(place);
+    return out;
+}
+
+/// The same for a measure, a number below 1e10 that has at most four decimals: by whole numbers. False
+/// for any other number and pattern. A decimal of at most 15 digits that reads back as the number is its
+/// decimal form.
+bool writeMeasure(double value, std::int32_t decimals, const Regional& regional, std::string& out)
+{
+    static constexpr std::array<std::int64_t, 5> steps{10'000, 1'000, 100, 10, 1};
+    constexpr double scale = 1e4;
+    constexpr double largest = 1e10;
+    const double magnitude = std::abs(value);
+    if (magnitude >= largest || decimals < 0 || static_cast<std::size_t>(decimals) >= steps.size()) return false;
+    const auto scaled = static_cast<std::int64_t>(magnitude * scale + 0.5);
+    if (static_cast<double>(scaled) / scale != magnitude) return false;
+    const std::int64_t step = steps[static_cast<std::size_t>(decimals)];
+    const std::int64_t units = (scaled + step / 2) / step;
+    const std::int64_t unitsInOne = steps.front() / step;
+
+    std::array<char, 24> buffer;
+    char* at = buffer.data();
+    if (value < 0 && units != 0) *at++ = '-';
+    at = std::to_chars(at, buffer.data() + buffer.size(), units / unitsInOne).ptr;
+    out.assign(buffer.data(), at);
+    if (decimals == 0) return true;
+    out.append(regional.decimal);
+    char* const fraction = buffer.data();
+    std::int64_t rest = units % unitsInOne;
+    for (std::int32_t place = decimals - 1; place >= 0; --place, rest /= 10)
+        fraction[place] = static_cast<char>('0' + rest % 10);
+    out.append(fraction, static_cast<std::size_t>(decimals));
+    return true;
+}
+
 } // namespace
 
 std::string number(double value, std::string_view pattern, const Regional& regional)
 {
     if (pattern.empty()) return convert::toText(value, regional);
     if (!std::isfinite(value)) throw Error{errors::overflow, "Overflow: the number is not finite."};
-    const PatternSections sections{pattern};
+    const std::int32_t plain = plainDecimals(pattern);
+    std::string measure;
+    if (writeMeasure(value, plain, regional, measure)) return measure;
     const DecimalDigits digits = decimalDigits(value);
+    if (plain >= 0) return writePlain(digits, plain, regional);
+    const PatternSections sections{pattern};
     const std::string_view positive = sections[0];
     const bool ownNegative = !sections[1].empty();
     const std::string_view wanted = digits.negative && ownNegative ? sections[1] : positive;

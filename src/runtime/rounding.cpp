@@ -28,11 +28,12 @@ double roundHalfEven(double number, std::int32_t places)
 
 double nearestEven(double number) noexcept
 {
-    const double below = std::floor(number);
-    const double rest = number - below;
-    if (rest < 0.5) return below;
-    if (rest > 0.5) return below + 1.0;
-    return std::fmod(below, 2.0) == 0.0 ? below : below + 1.0;
+    // From 2^52 on a double has no decimals; below, adding 2^52 leaves no room for them, and the
+    // processor's own rounding is to the nearest with halves to even.
+    constexpr double noDecimals = 4503599627370496.0;
+    if (!(std::abs(number) < noDecimals)) return number;
+    const double shift = std::copysign(noDecimals, number);
+    return (number + shift) - shift;
 }
 
 } // namespace tamarok::convert

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -87,26 +86,32 @@ class Key {
 public:
     explicit Key(std::string_view text) : text_{text}
     {
-        std::int64_t number = 0;
-        const auto parsed = std::from_chars(text.data(), text.data() + text.size(), number);
-        if (parsed.ec == std::errc{} && parsed.ptr == text.data() + text.size() && std::to_string(number) == text)
-            number_ = number;
+        const auto parsed = std::from_chars(text.data(), text.data() + text.size(), number_);
+        isNumber_ =
+            parsed.ec == std::errc{} && parsed.ptr == text.data() + text.size() && std::to_string(number_) == text;
     }
 
     bool equals(const Variant& cell) const
     {
+        // Keys are 32-bit numbers as a rule.
+        if (cell.kind() == Variant::Kind::Long) return isNumber_ && cell.asLong() == number_;
+        return equalsOther(cell);
+    }
+
+private:
+    bool equalsOther(const Variant& cell) const
+    {
         switch (cell.kind()) {
-        case Variant::Kind::Long: return number_ && *number_ == cell.asLong();
-        case Variant::Kind::Integer: return number_ && *number_ == cell.asInteger();
-        case Variant::Kind::LongLong: return number_ && *number_ == cell.asLongLong();
+        case Variant::Kind::Integer: return isNumber_ && cell.asInteger() == number_;
+        case Variant::Kind::LongLong: return isNumber_ && cell.asLongLong() == number_;
         case Variant::Kind::Null: return false;
         default: return convert::toText(cell) == text_;
         }
     }
 
-private:
     std::string_view text_;
-    std::optional<std::int64_t> number_;
+    std::int64_t number_ = 0;
+    bool isNumber_ = false;
 };
 
 } // namespace

@@ -13,6 +13,7 @@ std::span<const Step> steps() noexcept
         Step{"The same logs by tree species", showAggregatedList},
         Step{"Code fields: what they offer, and which typed codes they accept", showCodeField},
         Step{"A measured line typed key by key, saved and read back", typeALine},
+        Step{"Ten logs measured line by line, classed and archived", measureLogs},
     };
     return all;
 }

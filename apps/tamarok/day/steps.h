@@ -29,5 +29,6 @@ void showCodeField(const Context& context);
 void showDetailList(const Context& context);
 void showAggregatedList(const Context& context);
 void typeALine(const Context& context);
+void measureLogs(const Context& context);
 
 } // namespace tamarok::cli::day
