@@ -10,8 +10,8 @@
 
 // The look-up of a pair among 20,000 cached ones, beside the plain walk: each cell as text against
 // the keys, row by row. Both walk the caller's array from its first row to the pair, and give the same.
-// The look-up costs about a seventh. A tenth is out of reach while the array is the caller's alone: an
-// index would have to lie beside it, and without one every row costs a call into the value of its cell.
+// The look-up costs about a seventh. An index would have to lie beside the array, which is the caller's
+// alone; what remains of each row is a call into the value of its cell.
 
 namespace tamarok {
 namespace {
