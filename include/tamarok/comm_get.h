@@ -20,8 +20,8 @@ public:
     // value may be an ADODB.Field, whose value then counts. A value that does not convert is Error 13.
 
     /// The value as text, blanks taken off both ends unless `NoTrim`. Null gives one blank, or "" with
-    /// `NoSpaces`.
-    std::string Get_String(const Variant& value, bool NoSpaces = false, bool NoTrim = false) const;
+    /// `NoSpaces`. The text of a value that is handed over (`Fields().Item(0).Value()`) is not copied.
+    std::string Get_String(Variant value, bool NoSpaces = false, bool NoTrim = false) const;
     /// The number as plain text with "." whatever the regional settings are. Null gives one blank.
     std::string Get_Number(const Variant& value) const;
     /// The value as a number; Null gives 0.

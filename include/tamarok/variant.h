@@ -86,21 +86,39 @@ public:
 
     /// Unconverted access; each throws Error 13 if the value is of another kind. Conversions live
     /// in runtime/convert.
-    Boolean asBoolean() const;
-    std::int16_t asInteger() const;
-    std::int32_t asLong() const;
-    std::int64_t asLongLong() const;
-    double asDouble() const;
-    Date asDate() const;
-    const std::string& asString() const;
-    const ObjectRef& asObject() const;
-    const VariantArray& asArray() const;
+    Boolean asBoolean() const { return held<Boolean>(Kind::Boolean); }
+    std::int16_t asInteger() const { return held<std::int16_t>(Kind::Integer); }
+    std::int32_t asLong() const { return held<std::int32_t>(Kind::Long); }
+    std::int64_t asLongLong() const { return held<std::int64_t>(Kind::LongLong); }
+    double asDouble() const { return held<double>(Kind::Double); }
+    Date asDate() const { return held<Date>(Kind::Date); }
+    const std::string& asString() const& { return held<std::string>(Kind::String); }
+    /// The text of a value that is given up, without a copy.
+    std::string asString() && { return std::move(held<std::string>(Kind::String)); }
+    const ObjectRef& asObject() const { return held<ObjectRef>(Kind::Object); }
+    const VariantArray& asArray() const { return *held<std::shared_ptr<VariantArray>>(Kind::Array); }
     VariantArray& asArray();
 
     /// Same kind and same value; objects by identity, arrays by content.
     friend bool operator==(const Variant&, const Variant&);
 
 private:
+    template <class Value>
+    const Value& held(Kind wanted) const
+    {
+        if (const auto* value = std::get_if<Value>(&value_)) [[likely]]
+            return *value;
+        refuse(wanted);
+    }
+    template <class Value>
+    Value& held(Kind wanted)
+    {
+        if (auto* value = std::get_if<Value>(&value_)) [[likely]]
+            return *value;
+        refuse(wanted);
+    }
+    [[noreturn]] void refuse(Kind wanted) const;
+
     std::variant<Empty, Null, Boolean, std::int16_t, std::int32_t, std::int64_t, double, Date, std::string, ObjectRef,
                  std::shared_ptr<VariantArray>>
         value_;

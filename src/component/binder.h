@@ -87,6 +87,11 @@ struct Argument<const Variant&> {
 };
 
 template <>
+struct Argument<Variant> : Argument<const Variant&> {
+    using Argument<const Variant&>::Argument;
+};
+
+template <>
 struct Argument<Variant&> {
     static constexpr ValueType type = ValueType::Variant;
     static constexpr bool byReference = true;
@@ -155,8 +160,6 @@ constexpr ValueType resultType()
 {
     if constexpr (std::is_void_v<T>) {
         return ValueType::None;
-    } else if constexpr (std::is_same_v<T, Variant>) {
-        return ValueType::Variant;
     } else {
         return Argument<T>::type;
     }

@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 
 #include "frame/field_value.h"
 #include "runtime/convert.h"
@@ -25,22 +27,35 @@ double plainNumber(const Variant& value)
     return *number;
 }
 
-std::string trimmed(const std::string& content, bool untrimmed)
+/// Takes the blanks off both ends, in place.
+void takeBlanksOff(std::string& content)
 {
-    const bool hasBlanks = !content.empty() && (content.front() == ' ' || content.back() == ' ');
-    return untrimmed || !hasBlanks ? content : std::string{text::trim(content)};
+    if (content.empty() || (content.front() != ' ' && content.back() != ' ')) return;
+    const std::string_view wanted = text::trim(content);
+    std::copy(wanted.begin(), wanted.end(), content.begin());
+    content.resize(wanted.size());
+}
+
+/// The text of a value that is given up. It is moved once: every list reads its texts here.
+std::string textOf(Variant&& value, bool untrimmed)
+{
+    std::string content = value.isString() ? std::move(value).asString() : convert::toText(value);
+    if (!untrimmed) takeBlanksOff(content);
+    return content;
+}
+
+std::string textOrBlank(Variant&& value, bool withoutBlank, bool untrimmed)
+{
+    if (value.isNull()) return withoutBlank ? std::string{} : std::string{singleBlank};
+    return textOf(std::move(value), untrimmed);
 }
 
 } // namespace
 
-std::string Comm_Get::Get_String(const Variant& value, bool NoSpaces, bool NoTrim) const
+std::string Comm_Get::Get_String(Variant value, bool NoSpaces, bool NoTrim) const
 {
-    if (value.isString()) [[likely]] // the bulk of every list: copied once, and only what is wanted
-        return trimmed(value.asString(), NoTrim);
-    const FieldValue field{value};
-    const Variant& content = field.content();
-    if (content.isNull()) return NoSpaces ? std::string{} : std::string{singleBlank};
-    return content.isString() ? trimmed(content.asString(), NoTrim) : trimmed(convert::toText(content), NoTrim);
+    if (value.isObject()) return textOrBlank(valueOfField(value.asObject()), NoSpaces, NoTrim);
+    return textOrBlank(std::move(value), NoSpaces, NoTrim);
 }
 
 std::string Comm_Get::Get_Number(const Variant& value) const

@@ -9,15 +9,6 @@ namespace tamarok {
 
 namespace {
 
-template <class Value, class Storage>
-auto& get(Storage& storage, Variant::Kind wanted)
-{
-    if (auto* value = std::get_if<Value>(&storage)) return *value;
-    throw Error{errors::typeMismatch, "Type mismatch: a value of kind " +
-                                          std::string{name(static_cast<Variant::Kind>(storage.index()))} +
-                                          " stands where " + std::string{name(wanted)} + " is needed."};
-}
-
 std::int64_t extent(VariantArray::Bounds bounds) noexcept
 {
     return static_cast<std::int64_t>(bounds.upper) - bounds.lower + 1;
@@ -48,57 +39,18 @@ VariantArray::Bounds boundsOf(std::size_t count, std::int32_t lower)
 
 Variant::Variant(VariantArray value) : value_{std::make_shared<VariantArray>(std::move(value))} {}
 
-Boolean Variant::asBoolean() const
-{
-    return get<Boolean>(value_, Kind::Boolean);
-}
-
-std::int16_t Variant::asInteger() const
-{
-    return get<std::int16_t>(value_, Kind::Integer);
-}
-
-std::int32_t Variant::asLong() const
-{
-    return get<std::int32_t>(value_, Kind::Long);
-}
-
-std::int64_t Variant::asLongLong() const
-{
-    return get<std::int64_t>(value_, Kind::LongLong);
-}
-
-double Variant::asDouble() const
-{
-    return get<double>(value_, Kind::Double);
-}
-
-Date Variant::asDate() const
-{
-    return get<Date>(value_, Kind::Date);
-}
-
-const std::string& Variant::asString() const
-{
-    return get<std::string>(value_, Kind::String);
-}
-
-const ObjectRef& Variant::asObject() const
-{
-    return get<ObjectRef>(value_, Kind::Object);
-}
-
-const VariantArray& Variant::asArray() const
-{
-    return *get<std::shared_ptr<VariantArray>>(value_, Kind::Array);
-}
-
 VariantArray& Variant::asArray()
 {
-    auto& array = get<std::shared_ptr<VariantArray>>(value_, Kind::Array);
+    auto& array = held<std::shared_ptr<VariantArray>>(Kind::Array);
     // Arrays are values: a copy that is about to change parts from the others.
     if (array.use_count() > 1) array = std::make_shared<VariantArray>(*array);
     return *array;
+}
+
+void Variant::refuse(Kind wanted) const
+{
+    throw Error{errors::typeMismatch, "Type mismatch: a value of kind " + std::string{name(kind())} +
+                                          " stands where " + std::string{name(wanted)} + " is needed."};
 }
 
 bool operator==(const Variant& a, const Variant& b)
