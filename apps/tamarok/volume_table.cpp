@@ -108,50 +108,47 @@ std::int64_t VolumeTable::measure(LineReader& lines, const Sink& output, const C
         throw Error{errors::invalidArgument, "line 1: there are no column names", std::string{source}};
     readHeader(line, lines.ahead());
     const PlatformScope scope{platformWith(regional_)};
-    std::string block{line};
-    block.append(1, separator_).append("volume\n");
+    block_.assign(line).append(1, separator_).append("volume\n");
 
     std::int64_t leftOut = 0;
     CsvFields fields{separator_};
     while (lines.next(line)) {
         if (isBlankLine(line)) continue;
-        std::optional<std::string> wrong;
-        if (lines.wasCut())
-            wrong = "the line is too long";
-        else if (!fields.split(line))
-            wrong = "a quote is not closed, or text stands behind one";
-        else
-            wrong = measureLine(fields);
-        if (wrong) {
-            complain(lines.number(), *wrong);
+        if (!measureLine(lines.wasCut(), line, fields)) {
+            complain(lines.number(), fault_);
             ++leftOut;
             continue;
         }
-        appendVolume(block.append(line));
-        if (block.size() < blockSize) continue;
-        output(block);
-        block.clear();
+        if (block_.size() < blockSize) continue;
+        output(block_);
+        block_.clear();
         progress(lines.number(), lines.position());
     }
-    output(block);
+    output(block_);
     return leftOut;
 }
 
-std::optional<std::string> VolumeTable::measureLine(const CsvFields& fields)
+bool VolumeTable::measureLine(bool tooLong, std::string_view line, CsvFields& fields)
 {
+    if (tooLong) return refuse("the line is too long");
+    if (!fields.split(line)) return refuse("a quote is not closed, or text stands behind one");
     if (fields.size() != width_)
-        return "there are " + std::to_string(fields.size()) + " fields instead of " + std::to_string(width_);
+        return refuse("there are " + std::to_string(fields.size()) + " fields instead of " + std::to_string(width_));
     for (const Column column : {Diameter, Length, Pieces, Bark, Mode})
         cells_[column] = cell(column, fields);
     if (mixed_) unifySeparators();
-    auto fault = measureCells();
+    if (measureCells(line)) return true;
     // A number with the other separator is none. From the first such line on fields are looked through
     // before they are measured.
-    if (fault && !mixed_ && unifySeparators()) {
-        mixed_ = true;
-        fault = measureCells();
-    }
-    return fault;
+    if (mixed_ || !unifySeparators()) return false;
+    mixed_ = true;
+    return measureCells(line);
+}
+
+bool VolumeTable::refuse(std::string fault)
+{
+    fault_ = std::move(fault);
+    return false;
 }
 
 /// A field, or what counts where it is empty.
@@ -178,32 +175,32 @@ bool VolumeTable::unifySeparators()
     return changed;
 }
 
-std::optional<std::string> VolumeTable::measureCells()
+bool VolumeTable::measureCells(std::string_view line)
 {
-    if (auto fault = faultOfCells()) return fault;
+    if (!checkCells()) return false;
     try {
-        volume_ = Comm_Set{}.CalculateRundKubatur(cells_[Pieces], cells_[Diameter], cells_[Length], cells_[Bark], false,
-                                                  cells_[Mode], false, pattern_, settings_.places);
-        return std::nullopt;
+        write(line, Comm_Set{}.CalculateRundKubatur(cells_[Pieces], cells_[Diameter], cells_[Length], cells_[Bark],
+                                                    false, cells_[Mode], false, pattern_, settings_.places));
+        return true;
     } catch (const Error& error) {
-        return faultOfNumbers(error.description);
+        return refuse(faultOfNumbers(error.description));
     }
 }
 
-std::optional<std::string> VolumeTable::faultOfCells() const
+/// Looks for what the formula would let pass: empty cells count as no wood to it, other modes as none.
+bool VolumeTable::checkCells()
 {
     for (const Column column : {Diameter, Length})
-        if (cells_[column].empty()) return "column " + std::string{nameOf(column)} + " is empty";
+        if (cells_[column].empty()) return refuse("column " + std::string{nameOf(column)} + " is empty");
     const std::string_view mode = cells_[Mode];
-    if (mode == "%" || mode == "cm") return std::nullopt;
-    if (!mode.empty()) return "mode \"" + std::string{mode} + "\" is neither % nor cm";
-    if (cells_[Bark] != "0" && convert::parseNumber(cells_[Bark], regional_) != 0.0)
-        return "bark \"" + std::string{cells_[Bark]} + "\" has no mode";
-    return std::nullopt;
+    if (mode == "%" || mode == "cm") return true;
+    if (!mode.empty()) return refuse("mode \"" + std::string{mode} + "\" is neither % nor cm");
+    if (cells_[Bark] == "0" || convert::parseNumber(cells_[Bark], regional_) == 0.0) return true;
+    return refuse("bark \"" + std::string{cells_[Bark]} + "\" has no mode");
 }
 
 /// Names the column that is no number; `otherwise` where all are.
-std::optional<std::string> VolumeTable::faultOfNumbers(const std::string& otherwise) const
+std::string VolumeTable::faultOfNumbers(const std::string& otherwise) const
 {
     for (const Column column : {Diameter, Length, Pieces, Bark})
         if (!convert::parseNumber(cells_[column], regional_))
@@ -211,14 +208,15 @@ std::optional<std::string> VolumeTable::faultOfNumbers(const std::string& otherw
     return otherwise;
 }
 
-void VolumeTable::appendVolume(std::string& block) const
+/// A line of the result. The volume is a field like the others and may hold their separator.
+void VolumeTable::write(std::string_view line, std::string_view volume)
 {
-    const bool quoted = volume_.find(separator_) != std::string::npos;
-    block += separator_;
-    if (quoted) block += '"';
-    block.append(volume_);
-    if (quoted) block += '"';
-    block += '\n';
+    const bool quoted = volume.find(separator_) != std::string_view::npos;
+    block_.append(line) += separator_;
+    if (quoted) block_ += '"';
+    block_.append(volume);
+    if (quoted) block_ += '"';
+    block_ += '\n';
 }
 
 } // namespace tamarok::cli

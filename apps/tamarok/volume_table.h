@@ -48,14 +48,15 @@ private:
     enum Column : std::uint8_t { Diameter, Length, Pieces, Bark, Mode, columnCount };
 
     void readHeader(std::string_view line, std::string_view sample);
-    /// Puts the line's volume into `volume_`, or gives the line's fault.
-    std::optional<std::string> measureLine(const CsvFields& fields);
+    // Each of these puts the fault into `fault_` where it gives false.
+    bool measureLine(bool tooLong, std::string_view line, CsvFields& fields);
+    bool measureCells(std::string_view line);
+    bool checkCells();
+    bool refuse(std::string fault);
     std::string_view cell(Column column, const CsvFields& fields) const;
     bool unifySeparators();
-    std::optional<std::string> measureCells();
-    std::optional<std::string> faultOfCells() const;
-    std::optional<std::string> faultOfNumbers(const std::string& otherwise) const;
-    void appendVolume(std::string& block) const;
+    std::string faultOfNumbers(const std::string& otherwise) const;
+    void write(std::string_view line, std::string_view volume);
     static std::optional<Column> columnNamed(std::string_view name);
     static std::string_view nameOf(Column column) noexcept;
 
@@ -69,7 +70,8 @@ private:
     std::array<std::string_view, columnCount> cells_; ///< of the line at hand
     std::array<std::string, columnCount> changed_;    ///< fields that had another separator
     bool mixed_ = false;                              ///< such a field was met
-    std::string volume_;
+    std::string block_;                               ///< lines to be given out
+    std::string fault_;                               ///< of the last line that was left out
 };
 
 } // namespace tamarok::cli

@@ -60,7 +60,8 @@ Variant valueOf(const ObjectRef& object, std::string_view wanted)
 
 double numberOf(std::string_view text, const Regional& regional)
 {
-    if (const auto number = parseNumber(text, regional)) return *number;
+    double number = 0.0;
+    if (readNumber(text, regional, number)) return number;
     throwMismatch(text, "number");
 }
 

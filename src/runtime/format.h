@@ -33,6 +33,7 @@ std::string date(Date value, std::string_view pattern, const Regional& regional)
 /// fail (13).
 std::string value(const Variant& value, std::string_view pattern, const Regional& regional);
 std::string value(const Variant& value, std::string_view pattern);
+std::string value(double value, std::string_view pattern, const Regional& regional);
 
 /// The machine's decimal separator as the input filters find it: the second character of 0 under "0.0".
 std::string decimalSeparator(const Regional& regional);

@@ -24,20 +24,15 @@ void readScientific(const char* begin, const char* end, DecimalDigits& result) n
     result.point = exponent + 1;
 }
 
-/// Numbers of up to four decimals, which measures are: a decimal of at most 15 digits that reads back
-/// as the number is its only one, so it need not be searched for. False for any other number.
+/// Measures, whose digits are those of a whole number. False for any other number.
 bool readMeasure(double magnitude, DecimalDigits& result) noexcept
 {
-    constexpr double largest = 1e10;
-    constexpr double scale = 1e4;
-    constexpr std::int32_t decimals = 4;
-    if (magnitude >= largest) return false;
-    const auto scaled = static_cast<std::int64_t>(magnitude * scale + 0.5);
-    if (scaled == 0 || static_cast<double>(scaled) / scale != magnitude) return false;
+    std::uint64_t scaled = 0;
+    if (!isMeasure(magnitude, scaled) || scaled == 0) return false;
     char* const begin = result.digits.data();
     const auto end = std::to_chars(begin, begin + result.digits.size(), scaled).ptr;
     result.count = static_cast<std::int32_t>(end - begin);
-    result.point = result.count - decimals;
+    result.point = result.count - measureDecimals;
     result.keep(result.count);
     return true;
 }

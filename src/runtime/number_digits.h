@@ -1,7 +1,9 @@
 #pragma once
 
 #include <array>
+#include <cmath>
 #include <cstdint>
+#include <limits>
 #include <string_view>
 
 namespace tamarok {
@@ -34,6 +36,22 @@ private:
 };
 
 inline constexpr std::int32_t maxSignificantDigits = 15;
+
+inline constexpr std::int32_t measureDecimals = 4;
+
+/// Whether the decimal form of `magnitude` (0 or above) has at most four decimals and lies below 1e10, as
+/// measures and what they are multiplied to do; `scaled` is then that form times 10,000. It needs no search:
+/// what is within two units of the last place of a double is nearer than half a unit of a 15th digit.
+inline bool isMeasure(double magnitude, std::uint64_t& scaled) noexcept
+{
+    constexpr double largest = 1e10;
+    constexpr double scale = 1e4;
+    if (!(magnitude < largest)) return false;
+    const double product = magnitude * scale;
+    const auto nearest = static_cast<std::int64_t>(product + 0.5);
+    scaled = static_cast<std::uint64_t>(nearest);
+    return std::abs(static_cast<double>(nearest) - product) <= product * std::numeric_limits<double>::epsilon();
+}
 
 /// `number` must be finite.
 DecimalDigits decimalDigits(double number) noexcept;

@@ -221,35 +221,40 @@ std::string writePlain(DecimalDigits digits, std::int32_t decimals, const Region
     return out;
 }
 
-/// The same for a measure, a number below 1e10 that has at most four decimals: by whole numbers. False
-/// for any other number and pattern. A decimal of at most 15 digits that reads back as the number is its
-/// decimal form.
-bool writeMeasure(double value, std::int32_t decimals, const Regional& regional, std::string& out)
+/// `scaled` ten-thousandths in units of that many decimals (0 to 4), halves up.
+std::uint64_t unitsOf(std::uint64_t scaled, std::int32_t decimals) noexcept
 {
-    static constexpr std::array<std::int64_t, 5> steps{10'000, 1'000, 100, 10, 1};
-    constexpr double scale = 1e4;
-    constexpr double largest = 1e10;
-    const double magnitude = std::abs(value);
-    if (magnitude >= largest || decimals < 0 || static_cast<std::size_t>(decimals) >= steps.size()) return false;
-    const auto scaled = static_cast<std::int64_t>(magnitude * scale + 0.5);
-    if (static_cast<double>(scaled) / scale != magnitude) return false;
-    const std::int64_t step = steps[static_cast<std::size_t>(decimals)];
-    const std::int64_t units = (scaled + step / 2) / step;
-    const std::int64_t unitsInOne = steps.front() / step;
+    switch (decimals) { // divisions by constants are multiplications
+    case 0: return (scaled + 5'000) / 10'000;
+    case 1: return (scaled + 500) / 1'000;
+    case 2: return (scaled + 50) / 100;
+    case 3: return (scaled + 5) / 10;
+    default: return scaled;
+    }
+}
 
-    std::array<char, 24> buffer;
-    char* at = buffer.data();
-    if (value < 0 && units != 0) *at++ = '-';
-    at = std::to_chars(at, buffer.data() + buffer.size(), units / unitsInOne).ptr;
-    out.assign(buffer.data(), at);
-    if (decimals == 0) return true;
-    out.append(regional.decimal);
-    char* const fraction = buffer.data();
-    std::int64_t rest = units % unitsInOne;
-    for (std::int32_t place = decimals - 1; place >= 0; --place, rest /= 10)
-        fraction[place] = static_cast<char>('0' + rest % 10);
-    out.append(fraction, static_cast<std::size_t>(decimals));
-    return true;
+/// The same for a measure, given as its ten-thousandths, by whole numbers.
+std::string writeMeasure(bool negative, std::uint64_t scaled, std::int32_t decimals, const Regional& regional)
+{
+    std::uint64_t rest = unitsOf(scaled, decimals);
+    const bool sign = negative && rest != 0;
+    std::array<char, 32> buffer; // written from its end
+    char* const end = buffer.data() + buffer.size();
+    char* at = end;
+    const auto writeDigit = [&] {
+        *--at = static_cast<char>('0' + rest % 10);
+        rest /= 10;
+    };
+    for (std::int32_t place = 0; place < decimals; ++place)
+        writeDigit();
+    if (decimals > 0)
+        for (std::size_t index = regional.decimal.size(); index > 0; --index)
+            *--at = regional.decimal[index - 1];
+    do
+        writeDigit();
+    while (rest != 0);
+    if (sign) *--at = '-';
+    return {at, end};
 }
 
 } // namespace
@@ -259,8 +264,10 @@ std::string number(double value, std::string_view pattern, const Regional& regio
     if (pattern.empty()) return convert::toText(value, regional);
     if (!std::isfinite(value)) throw Error{errors::overflow, "Overflow: the number is not finite."};
     const std::int32_t plain = plainDecimals(pattern);
-    std::string measure;
-    if (writeMeasure(value, plain, regional, measure)) return measure;
+    constexpr std::size_t longestSeparator = 8;
+    if (std::uint64_t scaled = 0; plain >= 0 && plain <= measureDecimals && isMeasure(std::abs(value), scaled) &&
+                                  regional.decimal.size() <= longestSeparator)
+        return writeMeasure(value < 0, scaled, plain, regional);
     const DecimalDigits digits = decimalDigits(value);
     if (plain >= 0) return writePlain(digits, plain, regional);
     const PatternSections sections{pattern};

@@ -140,13 +140,13 @@ private:
 };
 
 /// The usual text, digits with perhaps a minus before and one separator of one byte among them, read
-/// in one walk. Nothing where the text is anything else, be it a number or not.
-std::optional<double> parseUsual(std::string_view text, char decimal) noexcept
+/// in one walk into `value`. False where the text is anything else, be it a number or not.
+bool parseUsual(std::string_view text, char decimal, double& value) noexcept
 {
     static constexpr std::array powers{1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                        1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
     constexpr std::size_t exactLength = powers.size() - 1 + 2; // digits that a double holds, sign and separator
-    if (text.empty() || text.size() > exactLength) return std::nullopt;
+    if (text.empty() || text.size() > exactLength) return false;
     const char* at = text.data();
     const char* const end = at + text.size();
     const bool negative = *at == '-';
@@ -155,7 +155,7 @@ std::optional<double> parseUsual(std::string_view text, char decimal) noexcept
     const char* const whole = at;
     for (; at != end && isDigit(*at); ++at)
         digits = digits * 10 + (*at - '0');
-    if (at == whole) return std::nullopt;
+    if (at == whole) return false;
     std::size_t decimals = 0;
     if (at != end && *at == decimal) {
         const char* const fraction = ++at;
@@ -165,24 +165,39 @@ std::optional<double> parseUsual(std::string_view text, char decimal) noexcept
     }
     // Above 15 digits the quotient of two doubles may not be the nearest one.
     const auto count = static_cast<std::size_t>(at - whole) - (decimals > 0 ? 1U : 0U);
-    if (at != end || count >= powers.size()) return std::nullopt;
-    const double value = static_cast<double>(digits) / powers[decimals];
-    return negative ? -value : value;
+    if (at != end || count >= powers.size()) return false;
+    const double magnitude = static_cast<double>(digits) / powers[decimals];
+    value = negative ? -magnitude : magnitude;
+    return true;
 }
 
-} // namespace
-
-std::optional<double> parseNumber(std::string_view text, const Regional& regional)
+std::optional<double> parseTyped(std::string_view text, const Regional& regional) noexcept
 {
-    if (regional.decimal.size() == 1)
-        if (const auto usual = parseUsual(text, regional.decimal.front())) return usual;
     const std::string_view thousands = regional.thousands;
     return NumberParser{text, regional.decimal, acceptedMarks(thousands)}.typed();
 }
 
+} // namespace
+
+bool readNumber(std::string_view text, const Regional& regional, double& number) noexcept
+{
+    if (regional.decimal.size() == 1 && parseUsual(text, regional.decimal.front(), number)) [[likely]]
+        return true;
+    const auto typed = parseTyped(text, regional);
+    number = typed.value_or(number);
+    return typed.has_value();
+}
+
+std::optional<double> parseNumber(std::string_view text, const Regional& regional) noexcept
+{
+    double number = 0.0;
+    return readNumber(text, regional, number) ? std::optional{number} : std::nullopt;
+}
+
 std::optional<double> parsePlainNumber(std::string_view text) noexcept
 {
-    if (const auto usual = parseUsual(text, '.')) return usual;
+    double usual = 0.0;
+    if (parseUsual(text, '.', usual)) return usual;
     return NumberParser{text, ".", {}}.plain();
 }
 

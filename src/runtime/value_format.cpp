@@ -60,6 +60,12 @@ std::string value(const Variant& value, std::string_view pattern, const Regional
     return number(convert::toDouble(value), pattern, regional);
 }
 
+std::string value(double value, std::string_view pattern, const Regional& regional)
+{
+    if (pattern.starts_with('0')) return number(value, pattern, regional); // whatever follows, it is a number's
+    return format::value(Variant{value}, pattern, regional);
+}
+
 std::string value(const Variant& value, std::string_view pattern)
 {
     return format::value(value, pattern, Platform::current().regional);

@@ -137,7 +137,7 @@ std::string Comm_Set::CalculateRinde(const TmkVar& tmkVar, std::string_view Rind
         }
         table.Close();
     }
-    return format::value(Variant{result}, "0.00", regional);
+    return format::value(result, "0.00", regional);
 }
 
 } // namespace tamarok

@@ -1,22 +1,16 @@
 #include "timber/entry_field.h"
 
-#include <optional>
 #include <string>
-
-#include "runtime/convert.h"
 
 #include "tamarok/error.h"
 
 namespace tamarok::timber {
 
-double enteredNumber(std::string_view text, std::string_view field, const Regional& regional)
+void refuseEntry(std::string_view text, std::string_view field)
 {
-    const std::optional<double> number = convert::parseNumber(text, regional);
-    if (!number)
-        throw Error{errors::typeMismatch,
-                    "Type mismatch: \"" + std::string{text} + "\" in field " + std::string{field} + " is no number.",
-                    "Comm_Set"};
-    return *number;
+    throw Error{errors::typeMismatch,
+                "Type mismatch: \"" + std::string{text} + "\" in field " + std::string{field} + " is no number.",
+                "Comm_Set"};
 }
 
 } // namespace tamarok::timber

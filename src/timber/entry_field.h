@@ -2,13 +2,24 @@
 
 #include <string_view>
 
+#include "runtime/convert.h"
+
 #include "tamarok/regional.h"
 
 /// Numbers as they stand in entry fields.
 namespace tamarok::timber {
 
+/// Error 13 that names the text and the field.
+[[noreturn]] void refuseEntry(std::string_view text, std::string_view field);
+
 /// The number in an entry field under the regional settings. Error 13, naming the text and the field,
 /// where the text is no number; so also where it is empty.
-double enteredNumber(std::string_view text, std::string_view field, const Regional& regional);
+inline double enteredNumber(std::string_view text, std::string_view field, const Regional& regional)
+{
+    double number = 0.0;
+    if (!convert::readNumber(text, regional, number)) [[unlikely]]
+        refuseEntry(text, field);
+    return number;
+}
 
 } // namespace tamarok::timber

@@ -19,7 +19,7 @@ using timber::enteredNumber;
 /// between would give it.
 std::string patterned(double volume, std::string_view pattern, const Regional& regional)
 {
-    return format::value(Variant{timber::checkedResult(volume, "the volume")}, pattern, regional);
+    return format::value(timber::checkedResult(volume, "the volume"), pattern, regional);
 }
 
 } // namespace

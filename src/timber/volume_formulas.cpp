@@ -7,12 +7,9 @@
 
 namespace tamarok::timber {
 
-double checkedResult(double value, std::string_view what)
+void refuseResult(std::string_view what)
 {
-    // Out of finite numbers "no number" arises only where an intermediate result overflowed before.
-    if (!std::isfinite(value))
-        throw Error{errors::overflow, "Overflow: " + std::string{what} + " is too large.", "Timber"};
-    return value;
+    throw Error{errors::overflow, "Overflow: " + std::string{what} + " is too large.", "Timber"};
 }
 
 double checkedRoot(double value, std::string_view what)

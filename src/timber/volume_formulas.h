@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <string_view>
 
 /// Formulas of timber measurement on plain numbers. Diameters in centimetres, lengths in metres,
@@ -34,9 +35,18 @@ constexpr double roundVolume(double diameter, double length, double bark, BarkMo
     return diameter * diameter * pi * length / 40000;
 }
 
+/// Error 6 that names what is too large.
+[[noreturn]] void refuseResult(std::string_view what);
+
 /// The result of an arithmetic on finite numbers; Error 6 where it, or a step before it, overflowed.
 /// `what` names it.
-double checkedResult(double value, std::string_view what);
+inline double checkedResult(double value, std::string_view what)
+{
+    // Out of finite numbers "no number" arises only where an intermediate result overflowed before.
+    if (!std::isfinite(value)) [[unlikely]]
+        refuseResult(what);
+    return value;
+}
 
 /// The square root; Error 5 for a negative number. `what` names it.
 double checkedRoot(double value, std::string_view what);
