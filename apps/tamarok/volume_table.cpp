@@ -26,7 +26,7 @@ Platform platformWith(const Regional& regional)
 
 bool isBlankLine(std::string_view line) noexcept
 {
-    return line.find_first_not_of(" \t") == std::string_view::npos;
+    return line.empty() || (line.front() <= ' ' && line.find_first_not_of(" \t") == std::string_view::npos);
 }
 
 /// The decimal separator that the first lines of a table use.

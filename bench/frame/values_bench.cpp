@@ -9,12 +9,12 @@
 #include <charconv>
 #include <cstdint>
 #include <cstdlib>
-#include <ctime>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "connect.h"
+#include "turns.h"
 
 #include "tamarok/comm_conv.h"
 #include "tamarok/comm_get.h"
@@ -23,6 +23,7 @@
 namespace {
 
 using namespace tamarok;
+using bench::compare;
 
 PlatformScope germanScope()
 {
@@ -54,40 +55,6 @@ double standardNumber(const std::string& text)
     double number = 0.0;
     std::from_chars(copy.data(), copy.data() + copy.size(), number);
     return number;
-}
-
-/// Processor time of the thread, so that other work on the machine does not count.
-double threadSeconds()
-{
-    timespec now{};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
-}
-
-template <class Action>
-double secondsOf(Action action)
-{
-    const double begin = threadSeconds();
-    action();
-    return threadSeconds() - begin;
-}
-
-/// Runs peer and own turn by turn over the same number of inputs.
-template <class Peer, class Own>
-void compare(benchmark::State& state, std::size_t items, Peer peer, Own own)
-{
-    double peerSeconds = 0.0;
-    double ownSeconds = 0.0;
-    for ([[maybe_unused]] const auto _ : state) {
-        peerSeconds += secondsOf(peer);
-        const double seconds = secondsOf(own);
-        ownSeconds += seconds;
-        state.SetIterationTime(seconds);
-    }
-    const double conversions = static_cast<double>(items) * static_cast<double>(state.iterations());
-    state.counters["ratio"] = ownSeconds / peerSeconds;
-    state.counters["own_ns"] = ownSeconds / conversions * 1e9;
-    state.counters["peer_ns"] = peerSeconds / conversions * 1e9;
 }
 
 void numberToText(benchmark::State& state)

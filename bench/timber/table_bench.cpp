@@ -1,4 +1,5 @@
 #include <benchmark/benchmark.h>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <random>
@@ -8,16 +9,17 @@
 
 #include "csv_fields.h"
 #include "line_reader.h"
+#include "turns.h"
 #include "volume_table.h"
 
 // A table of a million measured lines, beside reading the same lines and splitting them into fields:
-// with the standard library alone, once into views of the line and once into texts of their own, and with
+// with the standard library alone, once into texts of their own and once into views of the line, and with
 // the program's own reader.
 
 namespace tamarok::cli {
 namespace {
 
-constexpr std::int64_t lineCount = 1'000'000;
+constexpr std::size_t lineCount = 1'000'000;
 
 /// The table as a file of the system's temporary folder, removed at the end.
 class TableFile {
@@ -29,7 +31,7 @@ public:
         const auto between = [&](int low, int high) { return std::uniform_int_distribution<int>{low, high}(engine); };
         std::ofstream file{path_, std::ios::binary};
         file << "d;l;pieces;bark;mode\n";
-        for (std::int64_t line = 0; line < lineCount; ++line)
+        for (std::size_t line = 0; line < lineCount; ++line)
             file << between(7, 90) << ',' << between(0, 9) << ';' << between(2, 19) << ',' << between(0, 9) << ';'
                  << between(1, 9) << ';' << between(0, 9) << ',' << between(0, 9) << (line % 2 == 0 ? ";%\n" : ";cm\n");
     }
@@ -53,71 +55,60 @@ const std::filesystem::path& table()
     return file.path();
 }
 
-void countLines(benchmark::State& state)
-{
-    state.SetItemsProcessed(state.iterations() * lineCount);
-}
-
 template <class Field>
-void readAndSplit(benchmark::State& state)
+std::size_t readAndSplit()
 {
-    table();
-    for (auto _ : state) {
-        std::ifstream file{table(), std::ios::binary};
-        std::size_t count = 0;
-        std::vector<Field> fields;
-        for (std::string line; std::getline(file, line);) {
-            fields.clear();
-            std::string_view rest{line};
-            for (std::size_t end = rest.find(';'); end != std::string_view::npos; end = rest.find(';')) {
-                fields.emplace_back(rest.substr(0, end));
-                rest.remove_prefix(end + 1);
-            }
-            fields.emplace_back(rest);
-            count += fields.size();
+    std::ifstream file{table(), std::ios::binary};
+    std::size_t count = 0;
+    std::vector<Field> fields;
+    for (std::string line; std::getline(file, line);) {
+        fields.clear();
+        std::string_view rest{line};
+        for (std::size_t end = rest.find(';'); end != std::string_view::npos; end = rest.find(';')) {
+            fields.emplace_back(rest.substr(0, end));
+            rest.remove_prefix(end + 1);
         }
-        benchmark::DoNotOptimize(count);
+        fields.emplace_back(rest);
+        count += fields.size();
     }
-    countLines(state);
+    return count;
 }
-BENCHMARK_TEMPLATE(readAndSplit, std::string_view)->Unit(benchmark::kMillisecond);
-BENCHMARK_TEMPLATE(readAndSplit, std::string)->Unit(benchmark::kMillisecond);
 
-void readAndSplit_own(benchmark::State& state)
+std::size_t readAndSplitByProgram()
+{
+    std::filebuf file;
+    file.open(table(), std::ios::in | std::ios::binary);
+    LineReader lines{file};
+    CsvFields fields{';'};
+    std::size_t count = 0;
+    for (std::string_view line; lines.next(line);)
+        if (fields.split(line)) count += fields.size();
+    return count;
+}
+
+void measureTable()
+{
+    std::filebuf file;
+    file.open(table(), std::ios::in | std::ios::binary);
+    LineReader lines{file};
+    VolumeTable volumes{{}};
+    std::size_t bytes = 0;
+    const std::int64_t leftOut = volumes.measure(
+        lines, [&](std::string_view block) { bytes += block.size(); }, [](std::int64_t, std::string_view) {},
+        [](std::int64_t, std::int64_t) {});
+    if (leftOut != 0) std::abort();
+    benchmark::DoNotOptimize(bytes);
+}
+
+void measureBeside(benchmark::State& state, std::size_t (*split)())
 {
     table();
-    for (auto _ : state) {
-        std::filebuf file;
-        file.open(table(), std::ios::in | std::ios::binary);
-        LineReader lines{file};
-        CsvFields fields{';'};
-        std::size_t count = 0;
-        for (std::string_view line; lines.next(line);)
-            if (fields.split(line)) count += fields.size();
-        benchmark::DoNotOptimize(count);
-    }
-    countLines(state);
+    bench::compare(
+        state, lineCount, [&] { benchmark::DoNotOptimize(split()); }, measureTable);
 }
-BENCHMARK(readAndSplit_own)->Unit(benchmark::kMillisecond);
-
-void measureTable(benchmark::State& state)
-{
-    table();
-    for (auto _ : state) {
-        std::filebuf file;
-        file.open(table(), std::ios::in | std::ios::binary);
-        LineReader lines{file};
-        VolumeTable volumes{{}};
-        std::size_t bytes = 0;
-        const std::int64_t leftOut = volumes.measure(
-            lines, [&](std::string_view block) { bytes += block.size(); }, [](std::int64_t, std::string_view) {},
-            [](std::int64_t, std::int64_t) {});
-        if (leftOut != 0) state.SkipWithError("lines were left out");
-        benchmark::DoNotOptimize(bytes);
-    }
-    countLines(state);
-}
-BENCHMARK(measureTable)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(measureBeside, standard_texts, readAndSplit<std::string>)->UseManualTime()->Iterations(15);
+BENCHMARK_CAPTURE(measureBeside, standard_views, readAndSplit<std::string_view>)->UseManualTime()->Iterations(15);
+BENCHMARK_CAPTURE(measureBeside, own_reader, readAndSplitByProgram)->UseManualTime()->Iterations(15);
 
 } // namespace
 } // namespace tamarok::cli

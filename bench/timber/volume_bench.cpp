@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "turns.h"
+
 #include "tamarok/comm_set.h"
 #include "tamarok/platform.h"
 
@@ -41,22 +43,14 @@ double number(const std::string& text)
     return value;
 }
 
-void bareArithmetic(benchmark::State& state)
+std::string bareVolume(const Line& line)
 {
-    const std::vector<Line> all = lines();
-    for (auto _ : state) {
-        for (const Line& line : all) {
-            const double inner = number(line.diameter) - number(line.bark);
-            const double volume = inner * inner * 3.1416 * number(line.length) / 40000;
-            const double result = std::nearbyint(volume * 1000) / 1000 * number(line.pieces);
-            std::array<char, 32> buffer;
-            std::string text{buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), result).ptr};
-            benchmark::DoNotOptimize(text);
-        }
-    }
-    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(all.size()));
+    const double inner = number(line.diameter) - number(line.bark);
+    const double volume = inner * inner * 3.1416 * number(line.length) / 40000;
+    const double result = std::nearbyint(volume * 1000) / 1000 * number(line.pieces);
+    std::array<char, 32> buffer;
+    return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), result).ptr};
 }
-BENCHMARK(bareArithmetic);
 
 void roundWood(benchmark::State& state, const char* mode, const char* pattern)
 {
@@ -65,18 +59,22 @@ void roundWood(benchmark::State& state, const char* mode, const char* pattern)
     const PlatformScope scope{platform};
     const std::vector<Line> all = lines();
     const Comm_Set set;
-    for (auto _ : state) {
-        for (const Line& line : all) {
-            std::string text = set.CalculateRundKubatur(line.pieces, line.diameter, line.length, line.bark, false, mode,
-                                                        false, pattern, 3);
-            benchmark::DoNotOptimize(text);
-        }
-    }
+    bench::compare(
+        state, all.size(),
+        [&] {
+            for (const Line& line : all)
+                benchmark::DoNotOptimize(bareVolume(line));
+        },
+        [&] {
+            for (const Line& line : all)
+                benchmark::DoNotOptimize(set.CalculateRundKubatur(line.pieces, line.diameter, line.length, line.bark,
+                                                                  false, mode, false, pattern, 3));
+        });
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(all.size()));
 }
-BENCHMARK_CAPTURE(roundWood, centimetres, "cm", "0.000");
-BENCHMARK_CAPTURE(roundWood, percent, "%", "0.000");
-BENCHMARK_CAPTURE(roundWood, grouped, "cm", "#,##0.00");
+BENCHMARK_CAPTURE(roundWood, centimetres, "cm", "0.000")->UseManualTime();
+BENCHMARK_CAPTURE(roundWood, percent, "%", "0.000")->UseManualTime();
+BENCHMARK_CAPTURE(roundWood, grouped, "cm", "#,##0.00")->UseManualTime();
 
 } // namespace
 } // namespace tamarok

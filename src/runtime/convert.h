@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "runtime/usual_number.h"
+
 #include "tamarok/platform.h"
 #include "tamarok/regional.h"
 #include "tamarok/variant.h"
@@ -42,9 +44,16 @@ std::string toText(const Variant& value);
 /// a blank of any kind, every kind of blank counts as it; where it is an apostrophe, either kind.
 /// Nothing where it is no number, currency signs, brackets and a number beyond the doubles included.
 std::optional<double> parseNumber(std::string_view text, const Regional& regional) noexcept;
+/// Any other text than the usual ones, into `number`; for readNumber.
+bool readUnusualNumber(std::string_view text, const Regional& regional, double& number) noexcept;
 /// The same into `number`, which stays as it is where the text is no number (false). For tables of
 /// numbers: an optional is given back through memory, at twice the cost of reading a short number.
-bool readNumber(std::string_view text, const Regional& regional, double& number) noexcept;
+inline bool readNumber(std::string_view text, const Regional& regional, double& number) noexcept
+{
+    if (regional.decimal.size() == 1 && readUsualNumber(text, regional.decimal.front(), number)) [[likely]]
+        return true;
+    return readUnusualNumber(text, regional, number);
+}
 /// Number with "." only, as SQL and files have it: a sign before it, an exponent; no blanks, no marks.
 std::optional<double> parsePlainNumber(std::string_view text) noexcept;
 

@@ -250,9 +250,16 @@ std::string writeMeasure(bool negative, std::uint64_t scaled, std::int32_t decim
     if (decimals > 0)
         for (std::size_t index = regional.decimal.size(); index > 0; --index)
             *--at = regional.decimal[index - 1];
-    do
-        writeDigit();
-    while (rest != 0);
+    // Two whole places at once and the first one dropped where it is 0: how many there are is a coin toss
+    // with measures, which would cost more than the digit.
+    writeDigit();
+    writeDigit();
+    if (rest == 0) [[likely]]
+        at += *at == '0' ? 1 : 0;
+    else
+        do
+            writeDigit();
+        while (rest != 0);
     if (sign) *--at = '-';
     return {at, end};
 }

@@ -3,6 +3,7 @@
 
 #include "runtime/convert.h"
 #include "runtime/number_reader.h"
+#include "runtime/usual_number.h"
 
 namespace tamarok::convert {
 
@@ -139,51 +140,12 @@ private:
     DigitCollector digits_;
 };
 
-/// The usual text, digits with perhaps a minus before and one separator of one byte among them, read
-/// in one walk into `value`. False where the text is anything else, be it a number or not.
-bool parseUsual(std::string_view text, char decimal, double& value) noexcept
-{
-    static constexpr std::array powers{1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                       1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-    constexpr std::size_t exactLength = powers.size() - 1 + 2; // digits that a double holds, sign and separator
-    if (text.empty() || text.size() > exactLength) return false;
-    const char* at = text.data();
-    const char* const end = at + text.size();
-    const bool negative = *at == '-';
-    at += negative ? 1 : 0;
-    std::int64_t digits = 0;
-    const char* const whole = at;
-    for (; at != end && isDigit(*at); ++at)
-        digits = digits * 10 + (*at - '0');
-    if (at == whole) return false;
-    std::size_t decimals = 0;
-    if (at != end && *at == decimal) {
-        const char* const fraction = ++at;
-        for (; at != end && isDigit(*at); ++at)
-            digits = digits * 10 + (*at - '0');
-        decimals = static_cast<std::size_t>(at - fraction);
-    }
-    // Above 15 digits the quotient of two doubles may not be the nearest one.
-    const auto count = static_cast<std::size_t>(at - whole) - (decimals > 0 ? 1U : 0U);
-    if (at != end || count >= powers.size()) return false;
-    const double magnitude = static_cast<double>(digits) / powers[decimals];
-    value = negative ? -magnitude : magnitude;
-    return true;
-}
-
-std::optional<double> parseTyped(std::string_view text, const Regional& regional) noexcept
-{
-    const std::string_view thousands = regional.thousands;
-    return NumberParser{text, regional.decimal, acceptedMarks(thousands)}.typed();
-}
-
 } // namespace
 
-bool readNumber(std::string_view text, const Regional& regional, double& number) noexcept
+bool readUnusualNumber(std::string_view text, const Regional& regional, double& number) noexcept
 {
-    if (regional.decimal.size() == 1 && parseUsual(text, regional.decimal.front(), number)) [[likely]]
-        return true;
-    const auto typed = parseTyped(text, regional);
+    const std::string_view thousands = regional.thousands;
+    const auto typed = NumberParser{text, regional.decimal, acceptedMarks(thousands)}.typed();
     number = typed.value_or(number);
     return typed.has_value();
 }
@@ -197,7 +159,7 @@ std::optional<double> parseNumber(std::string_view text, const Regional& regiona
 std::optional<double> parsePlainNumber(std::string_view text) noexcept
 {
     double usual = 0.0;
-    if (parseUsual(text, '.', usual)) return usual;
+    if (readUsualNumber(text, '.', usual)) return usual;
     return NumberParser{text, ".", {}}.plain();
 }
 

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace tamarok::convert {
+
+/// Reads the usual number, digits with perhaps a minus before them and one separator of one byte among
+/// them, in one walk into `value`. False where the text is anything else, be it a number or not, or has
+/// more digits than a double is sure to hold.
+inline bool readUsualNumber(std::string_view text, char decimal, double& value) noexcept
+{
+    constexpr std::array powers{1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    constexpr std::size_t exactLength = powers.size() - 1 + 2; // digits, sign and separator
+    if (text.empty() || text.size() > exactLength) return false;
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    const bool negative = *at == '-';
+    at += negative ? 1 : 0;
+    std::int64_t digits = 0;
+    const auto readDigits = [&] {
+        for (; at != end && *at >= '0' && *at <= '9'; ++at)
+            digits = digits * 10 + (*at - '0');
+    };
+    const char* const whole = at;
+    readDigits();
+    if (at == whole) return false;
+    std::size_t decimals = 0;
+    if (at != end && *at == decimal) {
+        const char* const fraction = ++at;
+        readDigits();
+        decimals = static_cast<std::size_t>(at - fraction);
+    }
+    // Above 15 digits the quotient of two doubles may not be the nearest one.
+    const auto count = static_cast<std::size_t>(at - whole) - (decimals > 0 ? 1U : 0U);
+    if (at != end || count >= powers.size()) return false;
+    const double magnitude = static_cast<double>(digits) / powers[decimals];
+    value = negative ? -magnitude : magnitude;
+    return true;
+}
+
+} // namespace tamarok::convert
