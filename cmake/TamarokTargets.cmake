@@ -36,7 +36,8 @@ function(tamarok_test name)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE tamarok_comm ${arg_LIBRARIES} GTest::gtest GTest::gmock GTest::gtest_main)
     target_precompile_headers(${name} PRIVATE <gtest/gtest.h>)
-    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+    # Values of parameters stay out of the names: of some only the bytes can be printed, addresses among them.
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES PROPERTIES TIMEOUT 300)
 endfunction()
 
 # tamarok_bench(name SOURCES file... LIBRARIES target...): one benchmark program; never run by the tests.

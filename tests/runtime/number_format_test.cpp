@@ -167,6 +167,21 @@ TEST(NumberFormat, DecimalSeparatorAsTheFiltersFindIt)
     EXPECT_EQ(decimalSeparator(arabic), "\u066B");
 }
 
+TEST(NumberFormat, PlainPatternsAgreeWithTheirSpelledOutForm)
+{
+    // A literal behind the places takes the general way through the pattern; the plain one has a way of its own.
+    std::mt19937_64 engine{7};
+    const Regional german = Regional::named("de-DE");
+    const std::string_view patterns[] = {"0", "0.0", "0.00", "0.000", "0.0000", "0.00000"};
+    for (int i = 0; i < 20'000; ++i) {
+        const auto scaled = std::uniform_int_distribution<std::int64_t>{-9'999'999, 9'999'999}(engine);
+        const auto factor = std::uniform_int_distribution<int>{1, 40}(engine);
+        const double value = static_cast<double>(scaled) / 1e4 * factor * (i % 3 == 0 ? 1e-3 : 1.0);
+        for (const std::string_view pattern : patterns)
+            ASSERT_EQ(number(value, pattern, german) + "x", number(value, std::string{pattern} + "\\x", german));
+    }
+}
+
 TEST(NumberFormat, FormattingWhatWasReadBackChangesNothing)
 {
     std::mt19937_64 engine{11};

@@ -120,6 +120,24 @@ TEST(NumberText, DigitsAgreeWithTheExactFormOfFifteenPlaces)
     }
 }
 
+TEST(NumberText, NeighboursOfMeasuresAgreeWithTheExactFormToo)
+{
+    // Doubles beside those of short decimals, as multiplying measures leaves them: some have the decimal's
+    // own fifteen digits, some do not.
+    Numbers numbers;
+    for (int i = 0; i < 20'000; ++i) {
+        double number = std::abs(numbers.nextMeasure());
+        for (int step = -4; step <= 4; ++step) {
+            double neighbour = number;
+            for (int ulp = 0; ulp < std::abs(step); ++ulp)
+                neighbour = std::nextafter(neighbour, step < 0 ? 0.0 : HUGE_VAL);
+            std::array<char, 64> exact;
+            std::snprintf(exact.data(), exact.size(), "%.14e", neighbour);
+            ASSERT_EQ(*parsePlainNumber(written(neighbour)), *parsePlainNumber(exact.data())) << exact.data();
+        }
+    }
+}
+
 TEST(NumberText, FifteenDigitsReadBackAsTheSameNumber)
 {
     Numbers numbers;

@@ -84,6 +84,17 @@ TEST(VariantArray, KeepsAnyLowerBound)
     EXPECT_EQ(errorNumber([&] { array.at(0, 0); }), errors::subscriptOutOfRange);
 }
 
+TEST(Variant, TextOfAValueThatIsGivenUpIsNotCopied)
+{
+    const std::string text(1000, 'x');
+    Variant value{text};
+    const char* const place = value.asString().data();
+    const std::string taken = std::move(value).asString();
+    EXPECT_EQ(taken, text);
+    EXPECT_EQ(taken.data(), place);
+    EXPECT_EQ(errorNumber([] { Variant{5}.asString(); }), errors::typeMismatch);
+}
+
 TEST(VariantArray, EmptyArrayHasNoElement)
 {
     const VariantArray array;
