@@ -46,7 +46,7 @@ public:
     /// Error 5 where it is longer than `rnumber` characters.
     std::string AddSpaces(const std::string& rstring, std::int16_t rnumber) const;
 
-    /// A text "month/day/year" as the regional short form.
+    /// A text "month/day/year" as the regional short form, without time.
     /// Errors: 5 with fewer than two "/", 13 where the parts make no date.
     std::string NationalDate(std::string_view USDate) const;
 

@@ -5,6 +5,7 @@
 
 #include "frame/regional_order.h"
 #include "runtime/convert.h"
+#include "runtime/date_pattern.h"
 #include "runtime/text.h"
 
 #include "tamarok/error.h"
@@ -229,7 +230,7 @@ std::string Comm_Conv::NationalDate(std::string_view USDate) const
     case DatePartOrder::YearDayMonth: regionalText = joined(year, day, month); break;
     case DatePartOrder::Unknown: break;
     }
-    return convert::toText(convert::toDate(Variant{regionalText}), regional);
+    return formatRegional(convert::toDate(Variant{regionalText}), regional.shortDate, regional);
 }
 
 std::string Comm_Conv::USDate(std::string_view NationalDate, const ado::ConnectionRef& dbAdo) const

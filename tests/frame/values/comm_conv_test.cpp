@@ -169,6 +169,17 @@ TEST(NationalDate, EachMachineReadsAndPrintsItsOwnForm)
     });
 }
 
+TEST(NationalDate, TheShortFormHasNoTimeAndEveryDayHasOne)
+{
+    const PlatformScope german{test::platformFor("de-AT")};
+    EXPECT_EQ(conv.NationalDate("3/5/2024 10:30"), "05.03.2024");
+    EXPECT_EQ(conv.NationalDate("12/30/1899"), "30.12.1899") << "day number 0 as well";
+    EXPECT_EQ(conv.NationalDate("12/29/1899 06:00"), "29.12.1899");
+    EXPECT_EQ(conv.NationalDate("1/1/100"), "01.01.0100");
+    EXPECT_EQ(conv.NationalDate("12/31/9999"), "31.12.9999");
+    EXPECT_EQ(conv.NationalDate("3/5/98"), "05.03.1998");
+}
+
 TEST(NationalDate, TextsThatFail)
 {
     onEachMachine([](const Machine&) {
