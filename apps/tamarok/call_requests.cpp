@@ -160,7 +160,9 @@ Regional readRegional(const Json& given)
 std::shared_ptr<Clock> readClock(const HostState& state, const Json& given)
 {
     if (given.is_null()) return state.systemClock;
-    return std::make_shared<FixedClock>(parseIsoDate(text(given, "now")));
+    const Date now = parseIsoDate(text(given, "now"));
+    if (!isInRange(now)) refuse("a clock shows the years 100 to 9999, not " + given.dump());
+    return std::make_shared<FixedClock>(now);
 }
 
 std::deque<std::int16_t> readAnswers(const Json& given)

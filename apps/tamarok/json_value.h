@@ -21,10 +21,11 @@ Variant toVariant(const Json& json, const ObjectNames& names);
 Json fromVariant(const Variant& value, ObjectNames& names);
 
 /// "2024-03-05", "2024-03-05T10:15", "2024-03-05T10:15:00" or with a fraction of the second; Error 5
-/// for anything else.
+/// for anything else. The years 0000 to 0099 give days before the range of dates.
 Date parseIsoDate(std::string_view text);
 
-/// The same form: without time at midnight, without fraction at a whole second.
+/// The same form: without time at midnight, without fraction at a whole second. Error 6 beyond the years
+/// 0 to 9999.
 std::string isoDate(Date date);
 
 } // namespace tamarok::cli
