@@ -12,6 +12,7 @@
 #include "host_platform.h"
 #include "line_reader.h"
 #include "progress_bar.h"
+#include "runtime/convert.h"
 #include "volume_table.h"
 
 #include "tamarok/comm_set.h"
@@ -52,7 +53,7 @@ private:
     static constexpr std::chrono::milliseconds interval{100};
     std::optional<ProgressBar> bar_;
     std::int64_t bytes_;
-    Time::time_point shown_ = Time::now();
+    Time::time_point shown_; ///< last time, long ago at first
 };
 
 [[noreturn]] void fail(const std::string& file, const std::string& reason)
@@ -93,23 +94,55 @@ int measureTable(const VolumeOptions& options, Output& output)
     }
 }
 
+/// The settings of the command's numbers, which are not grouped: "32,5" must never be read as 325.
+Regional numberSettings(const VolumeSettings& settings)
+{
+    Regional regional = commandPlatform(settings.locale).regional;
+    regional.thousands.clear();
+    return regional;
+}
+
+/// The number of an option with the separator of `regional`; Error 13, naming the option, where it is none.
+std::string entered(std::string_view option, const std::string& number, const Regional& regional)
+{
+    std::string unified = unifiedSeparator(number, regional);
+    if (convert::parseNumber(unified, regional)) return unified;
+    throw Error{errors::typeMismatch,
+                std::string{option} + ": \"" + number +
+                    "\" is no number; decimals have a comma or a point, and there is no grouping",
+                "volume"};
+}
+
 int measureLine(const VolumeOptions& options, Output& output)
 {
     const VolumeSettings& settings = options.settings;
-    const PlatformScope scope{commandPlatform(settings.locale)};
-    output.write(Comm_Set{}.CalculateRundKubatur(settings.pieces, *options.diameter, *options.length, settings.bark,
-                                                 false, settings.mode, false, settings.patternOrPlaces(),
-                                                 settings.places) +
+    const Regional regional = numberSettings(settings);
+    const PlatformScope scope{commandPlatform(settings.locale)}; // its grouping is that of the pattern
+    output.write(Comm_Set{}.CalculateRundKubatur(
+                     entered("--pieces", settings.pieces, regional), entered("--d", *options.diameter, regional),
+                     entered("--l", *options.length, regional), entered("--bark", settings.bark, regional), false,
+                     settings.mode, false, settings.patternOrPlaces(), settings.places) +
                  "\n");
     output.flush();
     return 0;
+}
+
+/// Checks the options that stand in for fields, so that a slip is told once and not for each line.
+void checkStandIns(const VolumeSettings& settings)
+{
+    const Regional regional = numberSettings(settings);
+    entered("--pieces", settings.pieces, regional);
+    entered("--bark", settings.bark, regional);
 }
 
 } // namespace
 
 int runVolume(const VolumeOptions& options, Output& output)
 {
-    if (!options.csv.empty()) return measureTable(options, output);
+    if (!options.csv.empty()) {
+        checkStandIns(options.settings);
+        return measureTable(options, output);
+    }
     if (!options.diameter || !options.length) throw UsageError{"a diameter and a length are needed, or --csv FILE"};
     if (options.settings.bark != "0" && options.settings.mode.empty())
         throw UsageError{"--bark needs --mode % or --mode cm"};

@@ -45,9 +45,15 @@ std::string VolumeSettings::patternOrPlaces() const
     return places > 0 ? std::string{"0."}.append(static_cast<std::size_t>(places), '0') : std::string{"0"};
 }
 
+std::string unifiedSeparator(std::string_view number, const Regional& regional)
+{
+    return text::replaceAll(text::replaceAll(number, ".", regional.decimal), ",", regional.decimal);
+}
+
 VolumeTable::VolumeTable(VolumeSettings settings) :
-    settings_{std::move(settings)}, pattern_{settings_.patternOrPlaces()}, defaults_{"", "", settings_.pieces,
-                                                                                     settings_.bark, settings_.mode}
+    settings_{std::move(settings)}, pattern_{settings_.patternOrPlaces()},
+    plainPattern_{pattern_.find_first_not_of("0#.,") == std::string::npos}, defaults_{"", "", settings_.pieces,
+                                                                                      settings_.bark, settings_.mode}
 {}
 
 std::string_view VolumeTable::nameOf(Column column) noexcept
@@ -137,12 +143,12 @@ bool VolumeTable::measureLine(bool tooLong, std::string_view line, CsvFields& fi
     for (const Column column : {Diameter, Length, Pieces, Bark, Mode})
         cells_[column] = cell(column, fields);
     if (mixed_) unifySeparators();
-    if (measureCells(line)) return true;
+    if (measureCells(line, fields)) return true;
     // A number with the other separator is none. From the first such line on fields are looked through
     // before they are measured.
     if (mixed_ || !unifySeparators()) return false;
     mixed_ = true;
-    return measureCells(line);
+    return measureCells(line, fields);
 }
 
 bool VolumeTable::refuse(std::string fault)
@@ -175,20 +181,20 @@ bool VolumeTable::unifySeparators()
     return changed;
 }
 
-bool VolumeTable::measureCells(std::string_view line)
+bool VolumeTable::measureCells(std::string_view line, const CsvFields& fields)
 {
-    if (!checkCells()) return false;
+    if (!checkCells(fields)) return false;
     try {
         write(line, Comm_Set{}.CalculateRundKubatur(cells_[Pieces], cells_[Diameter], cells_[Length], cells_[Bark],
                                                     false, cells_[Mode], false, pattern_, settings_.places));
         return true;
     } catch (const Error& error) {
-        return refuse(faultOfNumbers(error.description));
+        return refuse(faultOfNumbers(fields, error.description));
     }
 }
 
 /// Looks for what the formula would let pass: empty cells count as no wood to it, other modes as none.
-bool VolumeTable::checkCells()
+bool VolumeTable::checkCells(const CsvFields& fields)
 {
     for (const Column column : {Diameter, Length})
         if (cells_[column].empty()) return refuse("column " + std::string{nameOf(column)} + " is empty");
@@ -196,27 +202,36 @@ bool VolumeTable::checkCells()
     if (mode == "%" || mode == "cm") return true;
     if (!mode.empty()) return refuse("mode \"" + std::string{mode} + "\" is neither % nor cm");
     if (cells_[Bark] == "0" || convert::parseNumber(cells_[Bark], regional_) == 0.0) return true;
-    return refuse("bark \"" + std::string{cells_[Bark]} + "\" has no mode");
+    return refuse("bark \"" + std::string{cell(Bark, fields)} + "\" has no mode");
 }
 
-/// Names the column that is no number; `otherwise` where all are.
-std::string VolumeTable::faultOfNumbers(const std::string& otherwise) const
+/// Names the column that is no number, with the text that stands in the table; `otherwise` where all are.
+std::string VolumeTable::faultOfNumbers(const CsvFields& fields, const std::string& otherwise) const
 {
     for (const Column column : {Diameter, Length, Pieces, Bark})
         if (!convert::parseNumber(cells_[column], regional_))
-            return "\"" + std::string{cells_[column]} + "\" in column " + std::string{nameOf(column)} + " is no number";
+            return "\"" + std::string{cell(column, fields)} + "\" in column " + std::string{nameOf(column)} +
+                   " is no number";
     return otherwise;
 }
 
 /// A line of the result. The volume is a field like the others and may hold their separator.
 void VolumeTable::write(std::string_view line, std::string_view volume)
 {
-    const bool quoted = volume.find(separator_) != std::string_view::npos;
     block_.append(line) += separator_;
-    if (quoted) block_ += '"';
-    block_.append(volume);
-    if (quoted) block_ += '"';
+    const bool quoted = volume.find(separator_) != std::string_view::npos ||
+                        (!plainPattern_ && volume.find_first_of("\"\r\n") != std::string_view::npos);
+    if (quoted)
+        writeQuoted(volume);
+    else
+        block_.append(volume);
     block_ += '\n';
+}
+
+void VolumeTable::writeQuoted(std::string_view volume)
+{
+    block_ += '"';
+    block_.append(text::replaceAll(volume, "\"", "\"\"")) += '"';
 }
 
 } // namespace tamarok::cli

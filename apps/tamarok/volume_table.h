@@ -26,6 +26,10 @@ struct VolumeSettings {
     std::string patternOrPlaces() const;
 };
 
+/// A number text as a table or a person at the prompt writes it, decimals with a comma or a point, brought to
+/// the separator of `regional`.
+std::string unifiedSeparator(std::string_view number, const Regional& regional);
+
 /// Measures a table of round wood: a header line that names the columns d, l, pieces, bark and mode (or
 /// durchmesser or durch, laenge, stueck or stk, rinde, modus) in any order and case, other columns among them, and a
 /// line for each log. Fields are divided by commas or semicolons, decimals by a comma or a point, without grouping.
@@ -50,18 +54,20 @@ private:
     void readHeader(std::string_view line, std::string_view sample);
     // Each of these puts the fault into `fault_` where it gives false.
     bool measureLine(bool tooLong, std::string_view line, CsvFields& fields);
-    bool measureCells(std::string_view line);
-    bool checkCells();
+    bool measureCells(std::string_view line, const CsvFields& fields);
+    bool checkCells(const CsvFields& fields);
     bool refuse(std::string fault);
     std::string_view cell(Column column, const CsvFields& fields) const;
     bool unifySeparators();
-    std::string faultOfNumbers(const std::string& otherwise) const;
+    std::string faultOfNumbers(const CsvFields& fields, const std::string& otherwise) const;
     void write(std::string_view line, std::string_view volume);
+    void writeQuoted(std::string_view volume);
     static std::optional<Column> columnNamed(std::string_view name);
     static std::string_view nameOf(Column column) noexcept;
 
     VolumeSettings settings_;
     std::string pattern_;
+    bool plainPattern_; ///< gives nothing but digits, separators and a sign
     std::array<std::optional<std::size_t>, columnCount> places_;
     std::array<std::string_view, columnCount> defaults_;
     std::size_t width_ = 0;

@@ -1,9 +1,14 @@
+#include <algorithm>
+#include <cstdint>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
+#include <regex>
 #include <string>
 
 #include "apps/child_process.h"
 #include "apps/scratch_folder.h"
+#include "apps/terminal.h"
 
 namespace tamarok::test {
 namespace {
@@ -35,9 +40,55 @@ TEST(Volume, WrongUsage)
         EXPECT_EQ(outcome.status, 2) << outcome.errors;
         EXPECT_EQ(outcome.output, "");
     }
-    const Outcome outcome = run({"volume", "--d", "3o", "--l", "5"});
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.errors.find("\"3o\""), std::string::npos) << outcome.errors;
+}
+
+TEST(Volume, WhatIsNoNumberIsToldWithItsOption)
+{
+    struct Slip {
+        std::vector<std::string> words;
+        std::string option;
+        std::string text;
+    };
+    for (const Slip& slip : {Slip{{"--d", "3o", "--l", "5"}, "--d", "3o"}, Slip{{"--d", "", "--l", "5"}, "--d", ""},
+                             Slip{{"--d", "30", "--l", "5 m"}, "--l", "5 m"}, Slip{{"--d", "30", "--l", ""}, "--l", ""},
+                             Slip{{"--d", "1.030,5", "--l", "5"}, "--d", "1.030,5"},
+                             Slip{{"--d", "30", "--l", "5", "--pieces", "ten"}, "--pieces", "ten"},
+                             Slip{{"--d", "30", "--l", "5", "--bark", "x", "--mode", "cm"}, "--bark", "x"},
+                             Slip{{"--csv", "none.csv", "--pieces", "ten"}, "--pieces", "ten"},
+                             Slip{{"--csv", "none.csv", "--bark", ""}, "--bark", ""}}) {
+        std::vector<std::string> words{"volume"};
+        words.insert(words.end(), slip.words.begin(), slip.words.end());
+        const Outcome outcome = run(words);
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_EQ(outcome.output, "");
+        EXPECT_EQ(outcome.errors, "tamarok: " + slip.option + ": \"" + slip.text +
+                                      "\" is no number; decimals have a comma or a point, and there is no grouping\n");
+    }
+}
+
+TEST(Volume, DecimalsHaveACommaOrAPointUnderAnySettings)
+{
+    for (const char* number : {"32,5", "32.5"}) {
+        EXPECT_EQ(run({"volume", "--d", number, "--l", "4", "--locale", "en-GB"}).output, "0.33\n") << number;
+        EXPECT_EQ(run({"volume", "--d", number, "--l", "4", "--locale", "de-AT"}).output, "0,33\n") << number;
+        EXPECT_EQ(run({"volume", "--d", number, "--l", "4", "--locale", "de-CH"}).output, "0.33\n") << number;
+    }
+    // A pattern may group all the same.
+    EXPECT_EQ(run({"volume", "--d", "200", "--l", "1000", "--format", "#,##0.0", "--places", "1", "--locale", "de-DE"})
+                  .output,
+              "3.141,6\n");
+}
+
+TEST(Volume, MeasuresOfZeroAndBelowGoByTheFormula)
+{
+    const auto volume = [](std::vector<std::string> words) {
+        words.insert(words.begin(), {"volume", "--locale", "en-GB"});
+        return run(words).output;
+    };
+    EXPECT_EQ(volume({"--d", "0", "--l", "5"}), "0.00\n");
+    EXPECT_EQ(volume({"--d", "-30", "--l", "5"}), "0.35\n");
+    EXPECT_EQ(volume({"--d", "30", "--l", "5", "--bark", "150", "--mode", "%"}), "-0.18\n");
+    EXPECT_EQ(volume({"--d", "30", "--l", "5", "--pieces", "0"}), "0.00\n");
 }
 
 class VolumeTable : public ::testing::Test {
@@ -56,6 +107,17 @@ protected:
         EXPECT_EQ(outcome.output, expected);
         EXPECT_EQ(outcome.errors, "");
         EXPECT_EQ(outcome.status, 0);
+    }
+
+    /// A table of so many logs, all the same.
+    std::string tableOf(int lines)
+    {
+        std::string file = folder_ / "logs.csv";
+        std::ofstream table{file, std::ios::binary};
+        table << "d;l\n";
+        for (int line = 0; line < lines; ++line)
+            table << "30;5\n";
+        return file;
     }
 
     ScratchFolder folder_;
@@ -120,7 +182,31 @@ TEST_F(VolumeTable, BadLinesAreNumberedAndLeftOut)
                               "tamarok: line 7: mode \"mm\" is neither % nor cm\n"
                               "tamarok: line 8: Overflow: the volume is too large.\n"
                               "tamarok: line 9: a quote is not closed, or text stands behind one\n"
-                              "tamarok: line 10: \"1,234,5\" in column l is no number\n");
+                              "tamarok: line 10: \"1.234,5\" in column l is no number\n");
+}
+
+TEST_F(VolumeTable, ComplaintsNameTheTextAsItStands)
+{
+    const Outcome outcome = measure("d;l;bark\n30.5;4,1;0\n3.x;4,1;0\n30;4.1;1.5\n");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.errors, "tamarok: line 3: \"3.x\" in column d is no number\n"
+                              "tamarok: line 4: bark \"1.5\" has no mode\n");
+}
+
+TEST_F(VolumeTable, AVolumeIsOneFieldWhateverThePatternMakesOfIt)
+{
+    expectTable("d;l\n30;5\n", "d;l;volume\n30;5;\"0,35; about\"\n", {"--format", "0.00\"; about\""});
+    expectTable("d;l\n30;5\n", "d;l;volume\n30;5;\"0,35\"\"\"\n", {"--format", "0.00\\\""});
+    expectTable("d;l\n30;5\n", "d;l;volume\n30;5;\"0,35\nm\"\n", {"--format", "0.00\nm"});
+    expectTable("d;l\n30;5\n", "d;l;volume\n30;5;0,35 m³\n", {"--format", "0.00 m³"});
+}
+
+TEST_F(VolumeTable, HeaderOnly)
+{
+    expectTable("d;l", "d;l;volume\n");
+    expectTable("\xEF\xBB\xBF"
+                "d,l\r\n",
+                "d,l,volume\n");
 }
 
 TEST_F(VolumeTable, ALineTooLongIsLeftOutWhole)
@@ -141,6 +227,51 @@ TEST_F(VolumeTable, ManyLinesKeepTheirOrder)
         expected.append(row).append(";0,35\n");
     }
     expectTable(table, expected);
+}
+
+TEST_F(VolumeTable, OnATerminalABarShowsTheWayAndMakesRoomForComplaints)
+{
+    constexpr int lines = 20'000;
+    const std::string result = folder_ / "volumes.csv";
+    const std::string file = tableOf(lines);
+    std::ofstream{file, std::ios::binary | std::ios::app} << "3o;5\n";
+    const Screen screen = runOnTerminal({"volume", "--csv", file}, result);
+    EXPECT_EQ(screen.status, 1);
+    EXPECT_NE(screen.text.find(" %  lines"), std::string::npos) << screen.text;
+    EXPECT_NE(screen.text.find("\r\x1b[Ktamarok: line 20002: \"3o\" in column d is no number"), std::string::npos)
+        << screen.text;
+    EXPECT_TRUE(screen.text.ends_with("\r\x1b[K")) << screen.text;
+    std::ifstream measured{result};
+    EXPECT_EQ(std::count(std::istreambuf_iterator<char>{measured}, {}, '\n'), lines + 1);
+    // A small table needs none.
+    std::ofstream{file, std::ios::binary} << "d;l\n30;5\n";
+    EXPECT_EQ(runOnTerminal({"volume", "--csv", file}, result).text, "\r\x1b[K");
+}
+
+TEST_F(VolumeTable, MemoryDoesNotGrowWithTheTable)
+{
+    const std::string result = folder_ / "volumes.csv";
+    const Screen small = runOnTerminal({"volume", "--csv", tableOf(50'000)}, result);
+    const Screen large = runOnTerminal({"volume", "--csv", tableOf(3'000'000)}, result);
+    EXPECT_EQ(small.status, 0);
+    EXPECT_EQ(large.status, 0);
+    constexpr long margin = 4'096; // KiB; the table is 15 MB, its volumes 30 MB
+    EXPECT_LE(large.peakMemory, small.peakMemory + margin);
+}
+
+TEST(ProgressBar, TellsNoRateFromTooShortATime)
+{
+    constexpr std::int64_t logs = 2'000;
+    const ScratchFolder folder;
+    const Screen screen =
+        runOnTerminal({"init", folder / "new.db", "--logs", std::to_string(logs), "--seed", "1"}, folder / "said.txt");
+    EXPECT_EQ(screen.status, 0) << screen.text;
+    EXPECT_NE(screen.text.find("] 100 %  Timber lists"), std::string::npos) << screen.text;
+    // Nothing is told of the first quarter of a second, so no rate exceeds four times the work.
+    const std::regex rate{R"((\d+)/s)"};
+    for (std::sregex_iterator found{screen.text.begin(), screen.text.end(), rate}; found != std::sregex_iterator{};
+         ++found)
+        EXPECT_LE(std::stoll((*found)[1]), 4 * logs) << screen.text;
 }
 
 TEST_F(VolumeTable, HeadersThatCannotBe)
