@@ -36,9 +36,14 @@ void takeBlanksOff(std::string& content)
     content.resize(wanted.size());
 }
 
-/// The text of a value that is given up. It is moved once: every list reads its texts here.
+/// The text of a value that is given up; every list reads its texts here. A long text is taken over, a
+/// short one copied, since it is nothing but its characters.
 std::string textOf(Variant&& value, bool untrimmed)
 {
+    constexpr std::size_t shortText = 15;
+    if (value.isString()) [[likely]]
+        if (const std::string_view text = value.asString(); text.size() <= shortText)
+            return std::string{untrimmed ? text : text::trim(text)};
     std::string content = value.isString() ? std::move(value).asString() : convert::toText(value);
     if (!untrimmed) takeBlanksOff(content);
     return content;
