@@ -1,6 +1,7 @@
 #include "catalogue/scripted_database.h"
 #include "frame/regional_order.h"
 #include "frame/values/machines.h"
+#include "runtime/convert.h"
 
 #include "tamarok/comm_conv.h"
 
@@ -250,6 +251,23 @@ TEST(USDateA, PartsAreTrimmedAndYearsCompleted)
     }
 }
 
+TEST(USDateA, TextsOfAnyKind)
+{
+    const test::OnMachine german{test::machines[0]};
+    const std::string many(10'000, '5');
+    EXPECT_EQ(conv.USDateA("5🌲3🌲2024 ä"), "3/5/2024") << "any character parts";
+    EXPECT_EQ(conv.USDateA(std::string("5\0003\0002024", 8)), "3/5/2024");
+    EXPECT_EQ(conv.USDateA("5.3.2024" + std::string(10'000, ' ')), "3/5/2024");
+    EXPECT_EQ(conv.USDateA("5.3.2024 " + many), "3/5/2024");
+    EXPECT_EQ(errorNumber([&] { conv.USDateA(many); }), errors::invalidArgument);
+    EXPECT_EQ(errorNumber([&] { conv.USDateA("5.3." + std::string(300, '9')); }), errors::overflow);
+    EXPECT_EQ(errorNumber([&] { conv.USDateA("5.ä.2024"); }), errors::typeMismatch);
+    EXPECT_EQ(errorNumber([&] { conv.NationalDate("3/5/" + many); }), errors::typeMismatch);
+    EXPECT_EQ(errorNumber([&] { conv.NationalDate(many); }), errors::invalidArgument);
+    EXPECT_EQ(errorNumber([&] { conv.NationalDate("3/5/🌲"); }), errors::typeMismatch);
+    EXPECT_EQ(errorNumber([&] { conv.NationalDate(std::string("3/5/2024\0", 9)); }), errors::typeMismatch);
+}
+
 TEST(RegionalOrder, IsFoundByThePrintedProbe)
 {
     struct Row {
@@ -281,6 +299,46 @@ TEST(RegionalOrder, IsFoundByThePrintedProbe)
         EXPECT_EQ(found.order, row.order) << row.locale << ' ' << row.pattern;
         EXPECT_EQ(found.spelledMonth, row.spelled) << row.locale << ' ' << row.pattern;
     }
+}
+
+/// What a person types on each machine is a number or a date there, and the rest is none.
+TEST(TypedTexts, NumbersOfEachMachine)
+{
+    onEachMachine([](const Machine& machine) {
+        const std::string number{machine.number};
+        const std::string own = machine.hasComma() ? "," : ".";
+        const std::string grouped{machine.grouped};
+        for (const std::string& typed : {number, "-" + number, "+" + number, number + "-", "- " + number, grouped,
+                                         "-" + grouped, "  " + number + " ", "1" + own + "5E3", "1" + own + "5e-3",
+                                         own + "5", "5" + own, std::string{"0"}, std::string{"007"}})
+            EXPECT_TRUE(convert::isNumeric(Variant{typed})) << typed;
+        for (const std::string& typed :
+             {std::string{}, std::string{" "}, std::string{"-"}, own, std::string{"abc"}, number + "x", "--" + number,
+              number + own + "5", "1" + own + "5E", std::string{"E5"}, "(" + number + ")", number + " m", number + "%",
+              number + std::string(1, '\0'), std::string{"🌲"}, std::string{"5 März"}, std::string(10'000, '9')})
+            EXPECT_FALSE(convert::isNumeric(Variant{typed})) << typed.substr(0, 20);
+    });
+}
+
+TEST(TypedTexts, DatesOfEachMachine)
+{
+    onEachMachine([](const Machine& machine) {
+        const std::string day{machine.fifthOfMarch};
+        const std::string iso = machine.regional().shortDate == "yyyy-dd-MM" ? "2024-05-03" : "2024-03-05";
+        for (const std::string& typed : {day, " " + day + " ", day + " 10:30", day + " 10:30:15", "10:30 " + day, iso,
+                                         std::string{"5 March 2024"}, std::string{"10:30"}}) {
+            EXPECT_TRUE(convert::isDate(Variant{typed})) << typed;
+            EXPECT_NO_THROW(convert::toDate(Variant{typed})) << typed;
+        }
+        for (const std::string& typed :
+             {std::string{}, std::string{" "}, std::string{"abc"}, std::string{"5"}, std::string{"40271"}, day + "x",
+              day + " 25:00", std::string{"30 February 2024"}, std::string{"2024-13-32"}, std::string{"99.99.9999"},
+              day + std::string(1, '\0'), std::string{"🌲"}, std::string(10'000, '1')}) {
+            EXPECT_FALSE(convert::isDate(Variant{typed})) << typed.substr(0, 20);
+            EXPECT_EQ(errorNumber([&] { convert::toDate(Variant{typed}); }), errors::typeMismatch)
+                << typed.substr(0, 20);
+        }
+    });
 }
 
 TEST(RegionalOrder, NoneOfTheFourCases)

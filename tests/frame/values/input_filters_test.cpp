@@ -349,6 +349,8 @@ TEST_F(LostFocus, TidiesTheBox)
         {"0000.00", "(12)", ""},
         {"0000.00", "1e400", ""},
         {"0000.00", "1E3", "1000,00"},
+        {"0000.00", "1E-2", "0100,00"}, // every sign goes, that of the exponent too
+        {"-0000.00", "1E-2", "0000,01"},
         {"0000.00", "12,5x", ""},
         {"0000.00", "5.3.2024", ""},
         {"-", "5", ""},
@@ -472,6 +474,46 @@ TEST(OnlyDateOnMachines, TheSeparatorIsAlwaysThePoint)
         controls::typeText(other, "123/4-5,3.4.2024", [&](std::int16_t& key) { key = get.OnlyDate(key, other); });
         EXPECT_EQ(other.text(), "12.4.2024");
     });
+}
+
+/// What a program put into a box may be anything; positions count characters.
+TEST_F(German, FiltersOnAnyContent)
+{
+    const std::string many(10'000, '1');
+    const std::string zeros("1\0002,\0005", 6);
+    struct Row {
+        std::string content;
+        std::int32_t cursor;
+        int key;
+        bool simple;  ///< OnlyNumbers lets it pass
+        bool pattern; ///< OnlyNumbersKeyPress under "00.00" does, a "." as ","
+        bool date;    ///< OnlyDate does
+    };
+    const Row rows[] = {
+        {many, 10'000, '1', true, false, false}, {many, 3, '.', false, false, true},
+        {many, 10'000, ',', true, true, false},  {zeros, 0, '5', true, false, false},
+        {zeros, 6, '5', true, false, false},     {"🌲", 1, '5', true, true, true},
+        {"🌲", 1, ',', true, true, false},        {"🌲ä", 2, '5', true, false, false},
+        {"🌲ä,ü", 4, '5', true, true, false},     {"🌲ä,🌲ü", 5, '5', true, false, false},
+        {"🌲.", 1, '.', false, true, false},      {"🌲ä.", 1, '.', false, true, true},
+        {"🌲.ä", 3, '5', true, false, true},      {"🌲.äü", 2, '5', true, false, false},
+    };
+    for (const Row& row : rows) {
+        const auto key = static_cast<std::int16_t>(row.key);
+        const auto control = std::make_shared<TextBox>();
+        const auto reset = [&] {
+            control->text(row.content);
+            control->SelStart(row.cursor);
+            return key;
+        };
+        std::int16_t left = reset();
+        EXPECT_EQ(get.OnlyNumbers(left, true, *control, true), row.simple ? key : 0) << row.content.substr(0, 20);
+        EXPECT_EQ(get.OnlyDate(reset(), *control), row.date ? key : 0) << row.content.substr(0, 20);
+        left = reset();
+        get.OnlyNumbersKeyPress(left, *control, "00.00");
+        EXPECT_EQ(left != 0, row.pattern) << row.content.substr(0, 20) << " key " << row.key;
+        EXPECT_EQ(control->text(), row.content);
+    }
 }
 
 TEST_F(SelectText, WholeContentOfTextAndComboBoxes)

@@ -95,6 +95,14 @@ TEST(ValueReaders, TenThousandCharacters)
     EXPECT_EQ(get.Get_Key("R" + content), content);
 }
 
+TEST(ValueReaders, BothOptionsTogether)
+{
+    EXPECT_EQ(get.Get_String(Null{}, true, true), "");
+    EXPECT_EQ(get.Get_String(field(Null{}), true, true), "");
+    EXPECT_EQ(get.Get_String("  a  ", true, true), "  a  ");
+    EXPECT_EQ(get.Get_String(" ", true, true), " ") << "only Null becomes nothing";
+}
+
 TEST(ValueReaders, TextsFollowTheMachineAndPlainNumbersDoNot)
 {
     onEachMachine([](const test::Machine& machine) {
@@ -131,6 +139,21 @@ TEST(ValueReaders, Dates)
         for (const double days : {-657435.0, 2958466.0, 1e9})
             EXPECT_EQ(errorNumber([&] { (get.*read)(days); }), errors::overflow) << days;
     }
+}
+
+TEST(ValueReaders, DaysBeyondTheRangeOfDates)
+{
+    const PlatformScope scope{test::platformFor("de-AT")};
+    for (const double days : {-658000.0 /* in the year 0098 */, -1e6, 3e6}) {
+        for (const Variant& day : {Variant{Date{days}}, field(Date{days})}) {
+            for (const auto read : {&Comm_Get::Get_Date_N, &Comm_Get::Get_Datum})
+                EXPECT_EQ(errorNumber([&] { (get.*read)(day); }), errors::overflow) << days;
+            EXPECT_EQ(errorNumber([&] { get.Get_String(day); }), errors::overflow) << days;
+            EXPECT_EQ(errorNumber([&] { get.Get_Val(day); }), errors::overflow) << days;
+            EXPECT_EQ(get.Get_Number_N(day), days) << "a number needs no calendar";
+        }
+    }
+    EXPECT_EQ(get.Get_Number(Date{-658000.0}), "-658000");
 }
 
 TEST(ValueReaders, ObjectsThatAreNoField)

@@ -44,6 +44,11 @@ TEST(Fragments, NoneDoublesAQuote)
         EXPECT_EQ(set.Set_StrVal2(row.value, "WALD"), row.named);
     }
     EXPECT_EQ(set.Set_StrVal(std::string(10'000, 'x')).size(), 10'002U);
+    const std::string zero("a\0b", 3);
+    EXPECT_EQ(set.Set_StrVal(zero), "'" + zero + "'") << "a zero character ends no text";
+    EXPECT_EQ(set.Set_NumVal(zero), zero);
+    EXPECT_EQ(set.Set_StrVal2(zero, "WALD"), "WALD = '" + zero + "'");
+    EXPECT_EQ(set.Set_StrVal(std::string(1, '\0')), "'" + std::string(1, '\0') + "'") << "nor is it nothing";
 }
 
 TEST(Separator, FollowsTheNationalOne)
@@ -61,6 +66,9 @@ TEST(Separator, FollowsTheNationalOne)
     };
     for (const Row& row : rows)
         EXPECT_EQ(set.Set_Separator(row.value, row.separator), row.result) << row.value << " / " << row.separator;
+    const std::string digits(10'000, '7');
+    EXPECT_EQ(set.Set_Separator(digits + "," + digits, "."), digits + "." + digits);
+    EXPECT_EQ(set.Set_Separator(std::string("1\0.5", 4), ","), std::string("1\0,5", 4));
 }
 
 class Writers : public ::testing::Test {
