@@ -136,7 +136,7 @@ Variant readText(const Cell& cell)
     if (text.data() == nullptr) {
         return Null{};
     }
-    return std::string{text};
+    return text;
 }
 
 Variant readBinary(const Cell& cell)

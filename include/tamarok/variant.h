@@ -69,12 +69,12 @@ public:
     Variant(double value) noexcept : value_{value} {}
     Variant(Date value) noexcept : value_{value} {}
     Variant(std::string value) noexcept : value_{std::move(value)} {}
-    Variant(std::string_view value) : value_{std::string{value}} {}
-    Variant(const char* value) : value_{std::string{value}} {}
+    Variant(std::string_view value) : value_{std::in_place_type<std::string>, value} {}
+    Variant(const char* value) : value_{std::in_place_type<std::string>, value} {}
     Variant(ObjectRef value) noexcept : value_{std::move(value)} {}
     Variant(VariantArray value);
     template <class Derived, class = std::enable_if_t<std::is_base_of_v<Object, Derived>>>
-    Variant(std::shared_ptr<Derived> value) noexcept : value_{ObjectRef{std::move(value)}}
+    Variant(std::shared_ptr<Derived> value) noexcept : value_{std::in_place_type<ObjectRef>, std::move(value)}
     {}
 
     Kind kind() const noexcept { return static_cast<Kind>(value_.index()); }
