@@ -101,7 +101,7 @@ public:
     /// volume, cm off the diameter), rounded half to even to KUBATURPLACE decimals, times the pieces.
     /// @param rbtFolgestuck  a follow-on piece counts as one piece unless `boolMantel`
     /// @return the volume under `strFormatKubatur`; 0 where a text is empty
-    /// Errors: 5 for KUBATURPLACE below 0, 6 where the volume is too large, 13.
+    /// Errors: 5 for KUBATURPLACE below 0 or above 22, 6 where the volume is too large, 13.
     std::string CalculateRundKubatur(std::string_view txtStk, std::string_view txtDurch, std::string_view txtLange,
                                      std::string_view txtRinde2, bool rbtFolgestuck, std::string_view txtModus,
                                      bool boolMantel, std::string_view strFormatKubatur,

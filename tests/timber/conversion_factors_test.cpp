@@ -187,7 +187,7 @@ TEST_F(ConversionFactors, FailuresReachTheCaller)
     expectError(errors::itemNotFound, "NO_UFA", [&] { factor({}, false, 2.0, "NO_UFA"); });
     expectError(errors::noSuchMember, "txtUFakt_Rm", [&] { factor(std::make_shared<FactorForm>("txtUFakt_Rm")); });
     run("DROP TABLE STKL");
-    EXPECT_THROW(factor(), Error);
+    expectError(errors::statementRefused, "STKL", [&] { factor(); });
     session.db_ADO.reset();
     expectError(errors::objectNotSet, "", [&] { factor(); });
 }

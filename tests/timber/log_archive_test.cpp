@@ -54,7 +54,8 @@ TEST_F(LogArchive, ReturningTheTextRunsNothing)
 TEST_F(LogArchive, ABadConditionIsRefused)
 {
     testing::expectError(errors::statementRefused, "", [&] { set.Set_Logs_Archiv("", connection, false); });
-    EXPECT_THROW(set.Set_Logs_Archiv("NO_COLUMN = 1", connection, false), Error);
+    testing::expectError(errors::statementRefused, "NO_COLUMN",
+                         [&] { set.Set_Logs_Archiv("NO_COLUMN = 1", connection, false); });
     set.Set_Logs_Archiv("1 = 0", connection, false);
     EXPECT_EQ(count("LOGS_HISTORY"), 0);
 }

@@ -121,7 +121,9 @@ TEST_F(Quantities, AnUnknownUnitGivesNull)
     EXPECT_TRUE(quantity("99").isNull());
     run("DELETE FROM LOGS");
     EXPECT_TRUE(quantity("1").isNull());
-    EXPECT_THROW(quantity(""), Error);
+    testing::expectError(errors::statementRefused, "", [&] { quantity(""); });
+    run("DELETE FROM WARENEINHEIT");
+    EXPECT_TRUE(quantity("1").isNull());
 }
 
 TEST_F(Quantities, AnInvoicingRowWithANameKeepsItsOwn)
@@ -165,6 +167,8 @@ TEST_F(ConversionTable, NothingIsConvertedWithinTheUnitOrWithoutAValue)
     expectQuantity("5", 4.44); // value 0
     expectQuantity("6", 4.44); // value Null
     expectQuantity("99", 4.44);
+    run("DELETE FROM TSP_UMF");
+    expectQuantity("2", 4.44);
 }
 
 TEST_F(ConversionTable, NullsInTheLine)
@@ -173,7 +177,25 @@ TEST_F(ConversionTable, NullsInTheLine)
     expectQuantity("2", 0.0);
     change("MENGE = NULL");
     expectQuantity("9", 0.0);
-    change("MENGE = 4.4444, UFAKT = 0.9, HA = NULL");
+    for (const char* column : {"HA", "HS", "STKL"}) {
+        change("MENGE = 4.4444, UFAKT = 0.9, HA = 'FI', HS = 'BL', STKL = '2a'");
+        expectQuantity("2", 5.71);
+        change(std::string{column} + " = NULL");
+        expectQuantity("2", 4.44);
+    }
+}
+
+TEST_F(ConversionTable, NullsInTheGroups)
+{
+    for (const char* column : {"ID_BB_TSM_BAGUMF", "ID_TSM_SOG_UMF", "ID_TSM_STKLG_UMF", "ID_WARENEINHEIT"}) {
+        run("DELETE FROM TSP_UMF");
+        insert("TSP_UMF", {"1,2,3,2,0.7"});
+        expectQuantity("2", 5.71);
+        run(std::string{"UPDATE TSP_UMF SET "}.append(column).append(" = NULL"));
+        expectQuantity("2", 4.44);
+    }
+    insert("TSP_UMF", {"1,2,3,2,0.7"});
+    run("UPDATE HOLZART SET ID_BB_TSM_BAGUMF = NULL");
     expectQuantity("2", 4.44);
 }
 
