@@ -137,6 +137,11 @@ TEST_F(VolumeTable, SemicolonsWithCommas)
                 "laenge;durchmesser;stueck;rinde;modus;volume\n5;30;1;;;0,35\n");
 }
 
+TEST_F(VolumeTable, ColumnsAsTheTableOfLogsCallsThem)
+{
+    expectTable("ID_LOG;DURCH;Laenge;stk\n7;30;5;10\n", "ID_LOG;DURCH;Laenge;stk;volume\n7;30;5;10;3,50\n");
+}
+
 TEST_F(VolumeTable, SemicolonsWithPoints)
 {
     expectTable("d;l\n32.5;4.1\n", "d;l;volume\n32.5;4.1;0.34\n");
