@@ -96,9 +96,9 @@ constexpr const char* volumeHelp =
 
 A table has a header line with the columns d, l, and if wanted pieces, bark and mode (or durchmesser,
 laenge, stueck or stk, rinde, modus) in any order and case; other columns are kept. Commas or semicolons part
-its fields, and decimals have a comma or a point without grouping. Every line is printed with its volume
-in cubic metres behind it. A line that cannot be measured is told on standard error and left out, and
-then the exit status is 1. The options stand in for columns and fields that a table lacks.
+its fields. Numbers have a decimal comma or point without grouping, in options too. Every line is printed
+with its volume in cubic metres behind it. A line that cannot be measured is told on standard error and
+left out, and then the exit status is 1. The options stand in for columns and fields that a table lacks.
 
 Examples:
   tamarok volume --d 30 --l 5 --pieces 10

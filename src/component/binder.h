@@ -137,7 +137,7 @@ struct Argument<std::vector<std::string>&> {
 template <>
 struct Argument<ado::Recordset&> {
     static constexpr ValueType type = ValueType::Recordset;
-    static constexpr bool byReference = true;
+    static constexpr bool byReference = false;
     Argument(Variant& value, const ParameterInfo& parameter) : held{argument::requireRecordset(value, parameter)} {}
     ado::Recordset& pass() noexcept { return held; }
     void store(Variant&) {}

@@ -13,7 +13,7 @@ using C = Comm_Lock;
 constexpr std::array operations{
     operation<&C::LockOn>(1, "LockOn", "column, ID, TmkVar", "Asks for the lock of one object."),
     operation<&C::LockOff>(2, "LockOff", "column, ID, TmkVar", "Releases every object lock of the user."),
-    operation<&C::LogIn>(3, "LogIn", "rsLock, TmkVar, &dbLock", "Marks the user's session as live."),
+    operation<&C::LogIn>(3, "LogIn", "&rsLock, TmkVar, &dbLock", "Marks the user's session as live."),
     operation<&C::LogOut>(4, "LogOut", "rsLock, Lan_User_Version", "Deletes the session row."),
     operation<&C::LockRechnung>(5, "LockRechnung", "RName, ver_type, TmkVar", "Locks an invoice and its timber lists."),
     operation<&C::UnLockRechnung>(6, "UnLockRechnung", "RName, ver_type, TmkVar", "Releases an invoice and its timber lists."),

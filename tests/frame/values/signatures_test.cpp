@@ -6,14 +6,13 @@
 namespace tamarok {
 namespace {
 
-/// "name: Type, &byReference: Type, [optional]: Type -> Result". A recordset is an object whose variable no
-/// operation sets, so its passing is not looked at.
+/// "name: Type, &byReference: Type, [optional]: Type -> Result".
 std::string signature(const component::OperationInfo& operation)
 {
     std::string text;
     for (const component::ParameterInfo& parameter : operation.parameters()) {
         std::string name{parameter.name};
-        if (parameter.byReference && parameter.type != component::ValueType::Recordset) name = "&" + name;
+        if (parameter.byReference) name = "&" + name;
         if (parameter.optional) name = "[" + name + "]";
         text += (text.empty() ? "" : ", ") + name + ": " + std::string{component::name(parameter.type)};
     }
