@@ -5,7 +5,6 @@
 #include <csignal>
 #include <fcntl.h>
 #include <poll.h>
-#include <spawn.h>
 #include <stdexcept>
 #include <sys/wait.h>
 #include <system_error>
@@ -46,25 +45,48 @@ bool readSome(int descriptor, std::string& text)
 
 } // namespace
 
-ChildProcess::ChildProcess(const std::vector<std::string>& arguments)
+SpawnActions::SpawnActions()
 {
-    std::signal(SIGPIPE, SIG_IGN);
-    const Pipe in = makePipe();
-    const Pipe out = makePipe();
-    const Pipe err = makePipe();
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, in.read, STDIN_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, out.write, STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, err.write, STDERR_FILENO);
+    posix_spawn_file_actions_init(&actions_);
+}
+
+SpawnActions::~SpawnActions()
+{
+    posix_spawn_file_actions_destroy(&actions_);
+}
+
+void SpawnActions::connect(int descriptor, int stream)
+{
+    posix_spawn_file_actions_adddup2(&actions_, descriptor, stream);
+}
+
+void SpawnActions::open(const std::string& file, int flags, int stream)
+{
+    posix_spawn_file_actions_addopen(&actions_, stream, file.c_str(), flags, 0644);
+}
+
+int SpawnActions::spawn(pid_t& child, const std::vector<std::string>& arguments) const
+{
     std::vector<std::string> words{TAMAROK_PROGRAM};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> pointers;
     for (std::string& word : words)
         pointers.push_back(word.data());
     pointers.push_back(nullptr);
-    const int failure = ::posix_spawn(&id_, TAMAROK_PROGRAM, &actions, nullptr, pointers.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
+    return ::posix_spawn(&child, TAMAROK_PROGRAM, &actions_, nullptr, pointers.data(), environ);
+}
+
+ChildProcess::ChildProcess(const std::vector<std::string>& arguments)
+{
+    std::signal(SIGPIPE, SIG_IGN);
+    const Pipe in = makePipe();
+    const Pipe out = makePipe();
+    const Pipe err = makePipe();
+    SpawnActions actions;
+    actions.connect(in.read, STDIN_FILENO);
+    actions.connect(out.write, STDOUT_FILENO);
+    actions.connect(err.write, STDERR_FILENO);
+    const int failure = actions.spawn(id_, arguments);
     for (const int end : {in.read, out.write, err.write})
         ::close(end);
     input_ = in.write;

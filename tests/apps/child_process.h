@@ -1,5 +1,6 @@
 #pragma once
 
+#include <spawn.h>
 #include <string>
 #include <string_view>
 #include <sys/types.h>
@@ -11,6 +12,23 @@ struct Outcome {
     int status = -1; ///< exit status, or 128 plus the signal that ended it
     std::string output;
     std::string errors;
+};
+
+/// What the streams of the program are tied to when it starts.
+class SpawnActions {
+public:
+    SpawnActions();
+    ~SpawnActions();
+    SpawnActions(const SpawnActions&) = delete;
+    SpawnActions& operator=(const SpawnActions&) = delete;
+
+    void connect(int descriptor, int stream);
+    void open(const std::string& file, int flags, int stream);
+    /// Starts the program. @return 0, or the number of the system's error
+    int spawn(pid_t& child, const std::vector<std::string>& arguments) const;
+
+private:
+    posix_spawn_file_actions_t actions_;
 };
 
 /// The real program as a child, its three streams tied to pipes.
