@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -99,6 +100,14 @@ std::int32_t checkedLong(std::int64_t value, std::string_view what);
 double roundHalfEven(double number, std::int32_t places);
 
 /// The nearest whole number, an exact .5 to the even one.
-double nearestEven(double number) noexcept;
+inline double nearestEven(double number) noexcept
+{
+    // From 2^52 on a double has no decimals; below, adding 2^52 leaves no room for them, and the
+    // processor's own rounding is to the nearest with halves to even.
+    constexpr double noDecimals = 4503599627370496.0;
+    if (!(std::abs(number) < noDecimals)) return number;
+    const double shift = std::copysign(noDecimals, number);
+    return (number + shift) - shift;
+}
 
 } // namespace tamarok::convert

@@ -6,6 +6,8 @@
 #include <limits>
 #include <string_view>
 
+#include "runtime/convert.h"
+
 namespace tamarok {
 
 /// A finite number as its decimal form of at most 15 significant digits: the shortest digits that
@@ -48,9 +50,9 @@ inline bool isMeasure(double magnitude, std::uint64_t& scaled) noexcept
     constexpr double scale = 1e4;
     if (!(magnitude < largest)) return false;
     const double product = magnitude * scale;
-    const auto nearest = static_cast<std::int64_t>(product + 0.5);
+    const double nearest = convert::nearestEven(product);
     scaled = static_cast<std::uint64_t>(nearest);
-    return std::abs(static_cast<double>(nearest) - product) <= product * std::numeric_limits<double>::epsilon();
+    return std::abs(nearest - product) <= product * std::numeric_limits<double>::epsilon();
 }
 
 /// `number` must be finite.

@@ -26,14 +26,4 @@ double roundHalfEven(double number, std::int32_t places)
     return nearestEven(scaled) / scale;
 }
 
-double nearestEven(double number) noexcept
-{
-    // From 2^52 on a double has no decimals; below, adding 2^52 leaves no room for them, and the
-    // processor's own rounding is to the nearest with halves to even.
-    constexpr double noDecimals = 4503599627370496.0;
-    if (!(std::abs(number) < noDecimals)) return number;
-    const double shift = std::copysign(noDecimals, number);
-    return (number + shift) - shift;
-}
-
 } // namespace tamarok::convert
