@@ -13,10 +13,12 @@ namespace tamarok {
 /// 3704 of the field.
 inline Variant valueOfField(const ObjectRef& object)
 {
-    const Object& source = require(object, "The field");
-    // A recordset's own field is read without looking its property up by name.
-    if (typeid(source) == typeid(ado::Field)) return static_cast<const ado::Field&>(source).Value();
-    return source.get("Value", {});
+    if (object) [[likely]] {
+        const Object& source = *object;
+        // A recordset's own field is read without looking its property up by name.
+        if (typeid(source) == typeid(ado::Field)) return static_cast<const ado::Field&>(source).Value();
+    }
+    return require(object, "The field").get("Value", {});
 }
 
 /// The value that was handed in, or the value of the field where that was an ADODB.Field. Plain values

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <array>
 #include <string_view>
 #include <utility>
@@ -30,10 +29,8 @@ double plainNumber(const Variant& value)
 /// Takes the blanks off both ends, in place.
 void takeBlanksOff(std::string& content)
 {
-    if (content.empty() || (content.front() != ' ' && content.back() != ' ')) return;
     const std::string_view wanted = text::trim(content);
-    std::copy(wanted.begin(), wanted.end(), content.begin());
-    content.resize(wanted.size());
+    if (wanted.size() != content.size()) content.assign(wanted);
 }
 
 /// The text of a value that is given up; every list reads its texts here. A long text is taken over, a

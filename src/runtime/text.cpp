@@ -164,22 +164,6 @@ std::size_t findNoCase(std::string_view haystack, std::string_view wanted, std::
     return text::find(toUpper(haystack), toUpper(wanted), start);
 }
 
-std::string_view trim(std::string_view text) noexcept
-{
-    return trimLeft(trimRight(text));
-}
-
-std::string_view trimLeft(std::string_view text) noexcept
-{
-    const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string_view::npos ? std::string_view{} : text.substr(first);
-}
-
-std::string_view trimRight(std::string_view text) noexcept
-{
-    return text.substr(0, text.find_last_not_of(' ') + 1);
-}
-
 std::string toUpper(std::string_view text)
 {
     return mapEach(text, [](char32_t character) { return toUpper(character); });

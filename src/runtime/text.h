@@ -26,9 +26,22 @@ std::size_t find(std::string_view text, std::string_view wanted, std::size_t sta
 std::size_t findNoCase(std::string_view text, std::string_view wanted, std::size_t start = 1);
 
 /// Blanks (U+0020 only) taken off both ends, the front, the end.
-std::string_view trim(std::string_view text) noexcept;
-std::string_view trimLeft(std::string_view text) noexcept;
-std::string_view trimRight(std::string_view text) noexcept;
+constexpr std::string_view trimLeft(std::string_view text) noexcept
+{
+    while (text.starts_with(' '))
+        text.remove_prefix(1);
+    return text;
+}
+constexpr std::string_view trimRight(std::string_view text) noexcept
+{
+    while (text.ends_with(' '))
+        text.remove_suffix(1);
+    return text;
+}
+constexpr std::string_view trim(std::string_view text) noexcept
+{
+    return trimLeft(trimRight(text));
+}
 
 /// Unicode simple case mapping, one character to one character.
 std::string toUpper(std::string_view text);
