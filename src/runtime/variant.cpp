@@ -49,8 +49,8 @@ VariantArray& Variant::asArray()
 
 void Variant::refuse(Kind wanted) const
 {
-    throw Error{errors::typeMismatch, "Type mismatch: a value of kind " + std::string{name(kind())} +
-                                          " stands where " + std::string{name(wanted)} + " is needed."};
+    throw Error{errors::typeMismatch, "Type mismatch: a value of kind " + std::string{name(kind())} + " stands where " +
+                                          std::string{name(wanted)} + " is needed."};
 }
 
 bool operator==(const Variant& a, const Variant& b)
