@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "object_names.h"
+#include "runtime/early_date.h"
 
 #include "tamarok/component.h"
 #include "tamarok/error.h"
@@ -160,28 +161,6 @@ bool takeTime(std::string_view& text, CivilTime& civil)
     return !take(text, '.') || takeFraction(text, civil.millisecond);
 }
 
-/// The calendar repeats itself after 400 years. By that the years 0 to 99 are reached, which lie before
-/// the range of dates: a form may hold such a day, and the operations say themselves what they make of it.
-constexpr std::int32_t yearsPerCycle = 400;
-constexpr double daysPerCycle = 146097.0;
-constexpr std::int32_t firstYear = 100;
-
-Date fromParts(CivilTime civil)
-{
-    if (civil.year >= firstYear) return fromCivil(civil);
-    civil.year += yearsPerCycle;
-    return {fromCivil(civil).days - daysPerCycle};
-}
-
-CivilTime toParts(Date date)
-{
-    if (date.days > firstDateDays - 1.0) return toCivil(date);
-    CivilTime civil = toCivil({date.days + daysPerCycle});
-    civil.year -= yearsPerCycle;
-    if (civil.year < 0) throw Error{errors::overflow, "a date before the year 0 has no form in JSON"};
-    return civil;
-}
-
 std::string padded(std::int32_t value, std::size_t width)
 {
     std::string digits = std::to_string(value);
@@ -234,7 +213,7 @@ Date parseIsoDate(std::string_view text)
         refuse("'" + std::string{text} + "' is no date of the form 2024-03-05 or 2024-03-05T10:15:00");
     }
     try {
-        return fromParts(civil);
+        return fromCivilOrEarly(civil);
     } catch (Error& error) {
         throw error.addContext("date '" + std::string{text} + "'");
     }
@@ -242,7 +221,7 @@ Date parseIsoDate(std::string_view text)
 
 std::string isoDate(Date date)
 {
-    const CivilTime civil = toParts(date);
+    const CivilTime civil = toCivilOrEarly(date);
     std::string text = padded(civil.year, 4) + "-" + padded(civil.month, 2) + "-" + padded(civil.day, 2);
     if (civil.hour == 0 && civil.minute == 0 && civil.second == 0 && civil.millisecond == 0) return text;
     text += "T" + padded(civil.hour, 2) + ":" + padded(civil.minute, 2) + ":" + padded(civil.second, 2);

@@ -168,13 +168,11 @@ std::string_view VolumeTable::cell(Column column, const CsvFields& fields) const
 /// Brings the numbers to the decimal separator of the volumes; false where all had it.
 bool VolumeTable::unifySeparators()
 {
-    const char wanted = regional_.decimal.front();
-    const char other = wanted == '.' ? ',' : '.';
+    const std::string_view other = regional_.decimal == "." ? "," : ".";
     bool changed = false;
     for (const Column column : {Diameter, Length, Pieces, Bark}) {
         if (cells_[column].find(other) == std::string_view::npos) continue;
-        changed_[column].assign(cells_[column]);
-        std::replace(changed_[column].begin(), changed_[column].end(), other, wanted);
+        changed_[column] = unifiedSeparator(cells_[column], regional_);
         cells_[column] = changed_[column];
         changed = true;
     }

@@ -6,6 +6,7 @@
 #include "frame/regional_order.h"
 #include "runtime/convert.h"
 #include "runtime/date_pattern.h"
+#include "runtime/early_date.h"
 #include "runtime/text.h"
 
 #include "tamarok/error.h"
@@ -28,10 +29,6 @@ struct DateParts {
     std::string year;
 };
 
-/// The calendar repeats itself after 400 years.
-constexpr std::int32_t yearsPerCycle = 400;
-constexpr double daysPerCycle = 146097.0;
-
 /// The value of a field; any other value, objects included, as it stands.
 Variant contentOf(const Variant& value)
 {
@@ -39,21 +36,15 @@ Variant contentOf(const Variant& value)
     return isField ? value.asObject()->get("Value", {}) : value;
 }
 
-/// A day of the years 0 to 99, before the range of dates: a year of two digits that was taken by its word.
+/// A year of two digits that was taken by its word.
 bool hasTwoDigitYear(const Variant& value)
 {
-    constexpr double yearsBefore100 = 36525.0; // days of the years 0 to 99; 0, 4, ..., 96 are leap years
-    if (value.kind() != Variant::Kind::Date || isInRange(value.asDate())) return false;
-    const double day = dayOf(value.asDate()).days;
-    return day < firstDateDays && day >= firstDateDays - yearsBefore100;
+    return value.kind() == Variant::Kind::Date && isEarly(value.asDate());
 }
 
 CivilTime civilOf(const Variant& value)
 {
-    if (!hasTwoDigitYear(value)) return toCivil(convert::toDate(value));
-    CivilTime civil = toCivil(Date{dayOf(value.asDate()).days + daysPerCycle});
-    civil.year -= yearsPerCycle;
-    return civil;
+    return hasTwoDigitYear(value) ? toCivilOrEarly(value.asDate()) : toCivil(convert::toDate(value));
 }
 
 DateParts partsForDatabase(CivilTime civil)

@@ -3,12 +3,12 @@
 #include <charconv>
 #include <system_error>
 
+#include "runtime/powers_of_ten.h"
+
 namespace tamarok {
 
 namespace {
 
-constexpr std::array exactPowers{1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
-                                 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 constexpr std::size_t maxExactDigits = 19;
 constexpr std::uint64_t firstInexact = std::uint64_t{1} << 53U;
 constexpr std::int64_t farBeyondDoubles = 1000;
@@ -49,10 +49,10 @@ std::optional<double> DigitCollector::value(std::int32_t exponent) noexcept
     if (count_ <= maxExactDigits && leading_ <= firstInexact) {
         const auto whole = static_cast<double>(leading_);
         if (scale == 0) return whole;
-        if (scale < 0 && -scale < static_cast<std::int64_t>(exactPowers.size()))
-            return whole / exactPowers[static_cast<std::size_t>(-scale)];
-        if (scale > 0 && scale < static_cast<std::int64_t>(exactPowers.size()))
-            return whole * exactPowers[static_cast<std::size_t>(scale)];
+        if (scale < 0 && -scale < static_cast<std::int64_t>(powersOfTen.size()))
+            return whole / powersOfTen[static_cast<std::size_t>(-scale)];
+        if (scale > 0 && scale < static_cast<std::int64_t>(powersOfTen.size()))
+            return whole * powersOfTen[static_cast<std::size_t>(scale)];
     }
     return convert(scale);
 }

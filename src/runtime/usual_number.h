@@ -1,9 +1,10 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+
+#include "runtime/powers_of_ten.h"
 
 namespace tamarok::convert {
 
@@ -12,9 +13,9 @@ namespace tamarok::convert {
 /// more digits than a double is sure to hold.
 inline bool readUsualNumber(std::string_view text, char decimal, double& value) noexcept
 {
-    constexpr std::array powers{1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-    constexpr std::size_t exactLength = powers.size() - 1 + 2; // digits, sign and separator
-    if (text.empty() || text.size() > exactLength) return false;
+    constexpr std::size_t sureDigits = 15;
+    constexpr std::size_t longest = sureDigits + 2; // sign and separator
+    if (text.empty() || text.size() > longest) return false;
     const char* at = text.data();
     const char* const end = at + text.size();
     const bool negative = *at == '-';
@@ -35,8 +36,8 @@ inline bool readUsualNumber(std::string_view text, char decimal, double& value) 
     }
     // Above 15 digits the quotient of two doubles may not be the nearest one.
     const auto count = static_cast<std::size_t>(at - whole) - (decimals > 0 ? 1U : 0U);
-    if (at != end || count >= powers.size()) return false;
-    const double magnitude = static_cast<double>(digits) / powers[decimals];
+    if (at != end || count > sureDigits) return false;
+    const double magnitude = static_cast<double>(digits) / powersOfTen[decimals];
     value = negative ? -magnitude : magnitude;
     return true;
 }

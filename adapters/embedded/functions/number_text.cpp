@@ -6,16 +6,14 @@
 #include <cstring>
 #include <limits>
 
+#include "runtime/powers_of_ten.h"
+
 namespace tamarok::embedded::functions {
 
 namespace {
 
 constexpr std::int32_t significantDigits = 15;
-constexpr std::int32_t exactPowers = 22; ///< 10^22 is the last power of ten that a double holds exactly
-
-constexpr std::array<double, exactPowers + 1> powersOfTen = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                                             1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                                             1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr auto exactPowers = static_cast<std::int32_t>(powersOfTen.size()) - 1;
 
 double scaleDown(double whole, std::int32_t places) noexcept
 {
