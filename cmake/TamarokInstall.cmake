@@ -3,8 +3,8 @@ include(CMakePackageConfigHelpers)
 
 set(tamarok_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Tamarok_Comm)
 set(tamarok_exported tamarok_comm)
-if(NOT TAMAROK_CORE_ONLY)
-    list(APPEND tamarok_exported tamarok_sql tamarok_sqlfunctions tamarok_embedded tamarok_loc tamarok_database)
+if(TAMAROK_WITH_EMBEDDED)
+    list(APPEND tamarok_exported tamarok_tsql tamarok_embedded tamarok_loc tamarok_database)
 endif()
 
 install(TARGETS ${tamarok_exported} EXPORT Tamarok_CommTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
@@ -20,15 +20,14 @@ install(FILES ${PROJECT_BINARY_DIR}/Tamarok_CommConfig.cmake ${PROJECT_BINARY_DI
 configure_file(cmake/tamarok_comm.pc.in ${PROJECT_BINARY_DIR}/tamarok_comm.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/tamarok_comm.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
-if(NOT TAMAROK_CORE_ONLY)
-    install(TARGETS tamarok RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+if(TAMAROK_WITH_EMBEDDED)
+    if(TAMAROK_WITH_PROGRAM)
+        install(TARGETS tamarok RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+    endif()
     install(DIRECTORY loc/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
-    install(FILES adapters/embedded/connect.h adapters/embedded/procedures.h
-            DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tamarok_embedded)
-    install(FILES adapters/embedded/sql/batch.h adapters/embedded/sql/types.h
-            DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tamarok_embedded/sql)
-    install(FILES database/reference_database.h database/reference_options.h database/labels.h
-            DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/database)
+    foreach(part adapters/tsql adapters/embedded database)
+        install(DIRECTORY ${part}/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
+    endforeach()
     configure_file(cmake/tamarok_embedded.pc.in ${PROJECT_BINARY_DIR}/tamarok_embedded.pc @ONLY)
     install(FILES ${PROJECT_BINARY_DIR}/tamarok_embedded.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 endif()

@@ -1,50 +1,53 @@
-# What every target of the project has in common.
+# The kinds of targets: rooms of the core, tests, benchmarks.
 
-find_program(TAMAROK_CCACHE ccache)
-if(TAMAROK_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${TAMAROK_CCACHE})
-endif()
-
-function(tamarok_defaults target)
-    target_compile_features(${target} PUBLIC cxx_std_20)
-    target_compile_options(${target} PRIVATE
-        -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast -Wnon-virtual-dtor
-        -Woverloaded-virtual -Werror)
-    # g++ 12 sees overlapping copies in plain string concatenation (GCC bug 105651, mended in 13).
-    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-        target_compile_options(${target} PRIVATE -Wno-restrict)
-    endif()
-    if(TAMAROK_SANITIZE)
-        target_compile_options(${target} PUBLIC -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-        target_link_options(${target} PUBLIC -fsanitize=address,undefined)
-    endif()
+# tamarok_room(name SOURCES file... [USES room...]): one subsystem of the core, an object library of which
+# the core library is made. It sees the public headers, its own folder, and `src/<room>/include` of the
+# rooms that it uses (and of those that they use); an include against the drawing does not compile.
+function(tamarok_room name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES")
+    add_library(tamarok_${name} OBJECT ${arg_SOURCES})
+    tamarok_defaults(tamarok_${name})
+    target_include_directories(tamarok_${name}
+        PUBLIC ${PROJECT_SOURCE_DIR}/include ${CMAKE_CURRENT_SOURCE_DIR}/include
+        PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+    list(TRANSFORM arg_USES PREPEND tamarok_)
+    # Through interfaces, since the link to an object library would hand over its objects too.
+    foreach(used ${arg_USES})
+        target_include_directories(tamarok_${name} PUBLIC $<TARGET_PROPERTY:${used},INTERFACE_INCLUDE_DIRECTORIES>)
+    endforeach()
+    set_property(GLOBAL APPEND PROPERTY TAMAROK_ROOMS tamarok_${name})
 endfunction()
 
-# tamarok_uses_regex(file...): sources with regular expressions of the standard library, in which g++ 12 sees
-# uninitialised members under the sanitizers (GCC bug 105562).
-function(tamarok_uses_regex)
-    if(TAMAROK_SANITIZE AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-        set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS -Wno-maybe-uninitialized)
-    endif()
+# What the test programs have in common: GoogleTest's headers, compiled once.
+function(tamarok_test_headers)
+    file(GENERATE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/test_headers.cpp CONTENT "// Carries the precompiled header.\n")
+    add_library(tamarok_test_headers OBJECT ${CMAKE_CURRENT_BINARY_DIR}/test_headers.cpp)
+    tamarok_defaults(tamarok_test_headers)
+    target_link_libraries(tamarok_test_headers PRIVATE GTest::gtest GTest::gmock)
+    target_precompile_headers(tamarok_test_headers PRIVATE <gtest/gtest.h> <gmock/gmock.h>)
 endfunction()
 
-# tamarok_test(name SOURCES file... LIBRARIES target...): one GoogleTest program, each case known to CTest.
+# tamarok_test(name SOURCES file... [LIBRARIES target...] [INSIDE folder...]): one GoogleTest program, each
+# case known to CTest. INSIDE names folders whose private headers it tests, from the top of the tree.
 function(tamarok_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;INSIDE")
     add_executable(${name} ${arg_SOURCES})
     tamarok_defaults(${name})
-    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/tests)
+    list(TRANSFORM arg_INSIDE PREPEND ${PROJECT_SOURCE_DIR}/)
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests ${arg_INSIDE})
     target_link_libraries(${name} PRIVATE tamarok_comm ${arg_LIBRARIES} GTest::gtest GTest::gmock GTest::gtest_main)
-    target_precompile_headers(${name} PRIVATE <gtest/gtest.h>)
+    target_precompile_headers(${name} REUSE_FROM tamarok_test_headers)
     # Values of parameters stay out of the names: of some only the bytes can be printed, addresses among them.
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES PROPERTIES TIMEOUT 300)
 endfunction()
 
-# tamarok_bench(name SOURCES file... LIBRARIES target...): one benchmark program; never run by the tests.
+# tamarok_bench(name SOURCES file... [LIBRARIES target...] [INSIDE folder...]): one benchmark program; never
+# run by the tests.
 function(tamarok_bench name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;INSIDE")
     add_executable(${name} ${arg_SOURCES})
     tamarok_defaults(${name})
-    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/bench)
+    list(TRANSFORM arg_INSIDE PREPEND ${PROJECT_SOURCE_DIR}/)
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/bench ${arg_INSIDE})
     target_link_libraries(${name} PRIVATE tamarok_comm ${arg_LIBRARIES} benchmark::benchmark benchmark::benchmark_main)
 endfunction()

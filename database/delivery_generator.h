@@ -5,8 +5,8 @@
 #include "database/delivery.h"
 #include "database/line_measurement.h"
 #include "database/master_keys.h"
-#include "database/reference_options.h"
 #include "database/settlement_generator.h"
+#include "tamarok_database/reference_options.h"
 
 namespace tamarok::database {
 

@@ -1,4 +1,4 @@
-#include "database/labels.h"
+#include "tamarok_database/labels.h"
 
 #include <array>
 #include <cstddef>

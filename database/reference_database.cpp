@@ -1,4 +1,4 @@
-#include "database/reference_database.h"
+#include "tamarok_database/reference_database.h"
 
 #include <chrono>
 #include <memory>

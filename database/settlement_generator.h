@@ -3,7 +3,7 @@
 #include "database/delivery.h"
 #include "database/master_keys.h"
 #include "database/random.h"
-#include "database/reference_options.h"
+#include "tamarok_database/reference_options.h"
 
 namespace tamarok::database {
 

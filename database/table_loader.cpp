@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "database/bulk_insert.h"
-#include "database/labels.h"
 #include "database/master_keys.h"
 #include "database/resources.h"
+#include "tamarok_database/labels.h"
 
 #include "tamarok/error.h"
 

@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "failures.h"
-#include "runtime/convert.h"
 
+#include "tamarok/convert.h"
 #include "tamarok/error.h"
 
 namespace tamarok::embedded {

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "sql/batch.h"
+#include "tamarok_tsql/batch.h"
 
 #include "tamarok/ado_backend.h"
 

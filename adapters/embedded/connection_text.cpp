@@ -1,4 +1,4 @@
-#include "connection_text.h"
+#include "tamarok_embedded/connection_text.h"
 
 #include <array>
 

@@ -7,9 +7,9 @@
 #include <span>
 #include <thread>
 
-#include "connect.h"
 #include "failures.h"
 #include "file_checks.h"
+#include "tamarok_embedded/connect.h"
 
 namespace tamarok::embedded {
 

@@ -4,7 +4,7 @@
 
 #include "engine.h"
 #include "failures.h"
-#include "procedures.h"
+#include "tamarok_embedded/procedures.h"
 
 namespace tamarok::embedded {
 

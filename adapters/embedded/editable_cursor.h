@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "cursor.h"
-#include "sql/batch.h"
+#include "tamarok_tsql/batch.h"
 
 namespace tamarok::embedded {
 

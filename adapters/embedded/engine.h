@@ -10,10 +10,10 @@
 
 #include "cursor.h"
 #include "database.h"
-#include "procedures.h"
 #include "row_locks.h"
 #include "schema_catalog.h"
 #include "statement_cache.h"
+#include "tamarok_embedded/procedures.h"
 
 #include "tamarok/ado_backend.h"
 #include "tamarok/error.h"

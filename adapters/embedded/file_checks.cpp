@@ -11,8 +11,8 @@
 #include <system_error>
 #include <unistd.h>
 
-#include "connect.h"
 #include "failures.h"
+#include "tamarok_embedded/connect.h"
 
 namespace tamarok::embedded {
 

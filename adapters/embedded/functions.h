@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sql/batch.h"
+#include "tamarok_tsql/batch.h"
 
 struct sqlite3;
 

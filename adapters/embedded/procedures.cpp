@@ -1,4 +1,4 @@
-#include "procedures.h"
+#include "tamarok_embedded/procedures.h"
 
 #include <algorithm>
 

@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "database.h"
-#include "procedures.h"
-#include "sql/batch.h"
+#include "tamarok_embedded/procedures.h"
+#include "tamarok_tsql/batch.h"
 
 namespace tamarok::embedded {
 

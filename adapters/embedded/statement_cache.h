@@ -11,7 +11,7 @@
 #include "columns.h"
 #include "database.h"
 #include "schema_catalog.h"
-#include "sql/batch.h"
+#include "tamarok_tsql/batch.h"
 
 namespace tamarok::embedded {
 

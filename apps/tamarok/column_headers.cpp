@@ -1,7 +1,8 @@
 #include "column_headers.h"
 
-#include "database/labels.h"
-#include "runtime/text.h"
+#include "tamarok_database/labels.h"
+
+#include "tamarok/text.h"
 
 namespace tamarok::cli {
 

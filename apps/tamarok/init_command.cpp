@@ -3,11 +3,11 @@
 #include <string>
 
 #include "commands.h"
-#include "connect.h"
-#include "database/reference_database.h"
 #include "interrupt.h"
 #include "new_file.h"
 #include "progress_bar.h"
+#include "tamarok_database/reference_database.h"
+#include "tamarok_embedded/connect.h"
 
 namespace tamarok::cli {
 

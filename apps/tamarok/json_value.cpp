@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "object_names.h"
-#include "runtime/early_date.h"
 
 #include "tamarok/component.h"
+#include "tamarok/early_date.h"
 #include "tamarok/error.h"
 
 namespace tamarok::cli {

@@ -5,9 +5,9 @@
 
 #include "json_value.h"
 #include "object_names.h"
-#include "runtime/convert.h"
 #include "table_printer.h"
 
+#include "tamarok/convert.h"
 #include "tamarok/platform.h"
 
 namespace tamarok::cli {

@@ -2,9 +2,8 @@
 
 #include <algorithm>
 
-#include "runtime/text.h"
-
 #include "tamarok/comm_csel.h"
+#include "tamarok/text.h"
 
 namespace tamarok::cli {
 

@@ -5,12 +5,11 @@
 #include <memory>
 #include <vector>
 
-#include "runtime/text.h"
-
 #include "tamarok/ado.h"
 #include "tamarok/component.h"
 #include "tamarok/controls.h"
 #include "tamarok/error.h"
+#include "tamarok/text.h"
 
 namespace tamarok::cli {
 

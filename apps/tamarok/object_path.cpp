@@ -5,10 +5,9 @@
 #include <limits>
 #include <optional>
 
-#include "runtime/convert.h"
-#include "runtime/text.h"
-
+#include "tamarok/convert.h"
 #include "tamarok/error.h"
+#include "tamarok/text.h"
 
 namespace tamarok::cli {
 

@@ -3,7 +3,7 @@
 #include <chrono>
 #include <string>
 
-#include "database/reference_database.h"
+#include "tamarok_database/reference_database.h"
 
 namespace tamarok::cli {
 

@@ -1,11 +1,11 @@
 #include "select_command.h"
 
-#include "catalogue/selections/selection_book.h"
 #include "host_platform.h"
 #include "session.h"
 
 #include "tamarok/comm_set.h"
 #include "tamarok/error.h"
+#include "tamarok/selection_book.h"
 
 namespace tamarok::cli {
 

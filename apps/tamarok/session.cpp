@@ -1,6 +1,6 @@
 #include "session.h"
 
-#include "connect.h"
+#include "tamarok_embedded/connect.h"
 
 #include "tamarok/date.h"
 

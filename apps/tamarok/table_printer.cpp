@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "runtime/convert.h"
-#include "runtime/format.h"
-#include "runtime/text.h"
+#include "tamarok/convert.h"
+#include "tamarok/format.h"
+#include "tamarok/text.h"
 
 namespace tamarok::cli {
 

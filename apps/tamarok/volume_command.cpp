@@ -12,10 +12,10 @@
 #include "host_platform.h"
 #include "line_reader.h"
 #include "progress_bar.h"
-#include "runtime/convert.h"
 #include "volume_table.h"
 
 #include "tamarok/comm_set.h"
+#include "tamarok/convert.h"
 #include "tamarok/error.h"
 
 namespace tamarok::cli {

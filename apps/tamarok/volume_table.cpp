@@ -3,11 +3,10 @@
 #include <algorithm>
 #include <utility>
 
-#include "runtime/convert.h"
-#include "runtime/text.h"
-
 #include "tamarok/comm_set.h"
+#include "tamarok/convert.h"
 #include "tamarok/error.h"
+#include "tamarok/text.h"
 
 namespace tamarok::cli {
 

@@ -5,9 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "catalogue/selections/selection_book.h"
-
 #include "tamarok/comm_set.h"
+#include "tamarok/selection_book.h"
 
 // CreateSQL against a copy of the same finished text, and the place of a key in the book.
 

@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "database/schema.h"
-#include "embedded/connect.h"
+#include "tamarok_embedded/connect.h"
 
 #include "tamarok/comm_lock.h"
 #include "tamarok/tmkvar.h"

@@ -7,11 +7,10 @@
 #include <string_view>
 #include <vector>
 
-#include "runtime/convert.h"
-#include "runtime/format.h"
-#include "runtime/text.h"
-
+#include "tamarok/convert.h"
+#include "tamarok/format.h"
 #include "tamarok/regional.h"
+#include "tamarok/text.h"
 
 // Each conversion stands beside its peer: the standard library's conversion of the same inputs and
 // one copy of the text. Items are single conversions, so that the figures divide into a ratio.

@@ -3,10 +3,10 @@
 #include <string>
 #include <vector>
 
-#include "runtime/convert.h"
 #include "turns.h"
 
 #include "tamarok/comm_set.h"
+#include "tamarok/convert.h"
 #include "tamarok/tmkvar.h"
 
 // The look-up of a pair among 20,000 cached ones, beside the plain walk: each cell as text against

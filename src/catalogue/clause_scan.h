@@ -5,9 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "runtime/text.h"
-
 #include "tamarok/error.h"
+#include "tamarok/text.h"
 
 namespace tamarok::catalogue {
 

@@ -1,9 +1,9 @@
-#include "catalogue/clause_scan.h"
-#include "runtime/convert.h"
-#include "runtime/text.h"
+#include "clause_scan.h"
 
 #include "tamarok/comm_csel.h"
+#include "tamarok/convert.h"
 #include "tamarok/error.h"
+#include "tamarok/text.h"
 
 namespace tamarok {
 

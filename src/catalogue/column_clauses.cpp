@@ -1,5 +1,5 @@
-#include "catalogue/log_catalogue.h"
-#include "catalogue/upper_case.h"
+#include "log_catalogue.h"
+#include "upper_case.h"
 
 #include "tamarok/comm_csel.h"
 

@@ -7,7 +7,7 @@
 #include <span>
 #include <string_view>
 
-#include "catalogue/id_list.h"
+#include "id_list.h"
 
 #include "tamarok/error.h"
 

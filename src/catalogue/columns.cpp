@@ -1,6 +1,6 @@
-#include "catalogue/list_types.h"
-#include "catalogue/log_catalogue.h"
-#include "catalogue/row_text.h"
+#include "list_types.h"
+#include "log_catalogue.h"
+#include "row_text.h"
 
 #include "tamarok/comm_csel.h"
 

@@ -1,11 +1,11 @@
 #include <functional>
 
-#include "catalogue/list_types.h"
-#include "catalogue/row_text.h"
-#include "runtime/text.h"
+#include "list_types.h"
+#include "row_text.h"
 
 #include "tamarok/comm_csel.h"
 #include "tamarok/mcomm.h"
+#include "tamarok/text.h"
 
 namespace tamarok {
 

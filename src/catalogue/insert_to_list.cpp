@@ -1,12 +1,12 @@
 #include <algorithm>
 #include <vector>
 
-#include "catalogue/clause_scan.h"
-#include "runtime/convert.h"
-#include "runtime/text.h"
+#include "clause_scan.h"
 
 #include "tamarok/comm_csel.h"
+#include "tamarok/convert.h"
 #include "tamarok/mcomm.h"
+#include "tamarok/text.h"
 
 namespace tamarok {
 

@@ -1,49 +1,49 @@
-#include "catalogue/list_types.h"
+#include "list_types.h"
 
-#include "catalogue/log_catalogue.h"
-#include "catalogue/upper_case.h"
+#include "log_catalogue.h"
+#include "upper_case.h"
 
 namespace tamarok::catalogue {
 
 namespace {
 
 constexpr Column artikelRows[] = {
-#include "catalogue/data/artikel_columns.inc"
+#include "data/artikel_columns.inc"
 };
 static_assert(isSortedAndUnique(artikelRows));
 constexpr auto artikelIndex = makeColumnIndex<1017>(artikelRows);
 constexpr ColumnTable artikelColumns{artikelRows, artikelIndex};
 
 constexpr Column vertragRows[] = {
-#include "catalogue/data/vertrag_columns.inc"
+#include "data/vertrag_columns.inc"
 };
 static_assert(isSortedAndUnique(vertragRows));
 constexpr auto vertragIndex = makeColumnIndex<14>(vertragRows);
 constexpr ColumnTable vertragColumns{vertragRows, vertragIndex};
 
 constexpr Column usersRows[] = {
-#include "catalogue/data/users_columns.inc"
+#include "data/users_columns.inc"
 };
 static_assert(isSortedAndUnique(usersRows));
 constexpr auto usersIndex = makeColumnIndex<1001>(usersRows);
 constexpr ColumnTable usersColumns{usersRows, usersIndex};
 
 constexpr Column aclRows[] = {
-#include "catalogue/data/acl_columns.inc"
+#include "data/acl_columns.inc"
 };
 static_assert(isSortedAndUnique(aclRows));
 constexpr auto aclIndex = makeColumnIndex<4>(aclRows);
 constexpr ColumnTable aclColumns{aclRows, aclIndex};
 
 constexpr Column absRows[] = {
-#include "catalogue/data/abs_columns.inc"
+#include "data/abs_columns.inc"
 };
 static_assert(std::size(absRows) == 22);
 static_assert(isSortedAndUnique(absRows));
 constexpr auto absIndex = makeColumnIndex<116>(absRows);
 
 constexpr ListType types[] = {
-#include "catalogue/data/list_types.inc"
+#include "data/list_types.inc"
 };
 static_assert(std::size(types) == 41);
 

@@ -3,7 +3,7 @@
 #include <span>
 #include <string_view>
 
-#include "catalogue/column_table.h"
+#include "column_table.h"
 
 namespace tamarok::catalogue {
 

@@ -1,4 +1,4 @@
-#include "catalogue/log_catalogue.h"
+#include "log_catalogue.h"
 
 #include <array>
 
@@ -7,7 +7,7 @@ namespace tamarok::catalogue {
 namespace {
 
 constexpr Column columnRows[] = {
-#include "catalogue/data/log_columns.inc"
+#include "data/log_columns.inc"
 };
 static_assert(std::size(columnRows) == 580);
 static_assert(isSortedAndUnique(columnRows));
@@ -15,7 +15,7 @@ static_assert(columnRows[std::size(columnRows) - 1].id == lastLogId);
 constexpr auto columnIndex = makeColumnIndex<lastLogId>(columnRows);
 
 constexpr Join joinRows[] = {
-#include "catalogue/data/log_joins.inc"
+#include "data/log_joins.inc"
 };
 constexpr auto joinIndex = makeJoinIndex<lastLogId>(joinRows);
 
@@ -36,13 +36,13 @@ constexpr bool joinsFitColumns()
 static_assert(joinsFitColumns());
 
 constexpr Column weightedRows[] = {
-#include "catalogue/data/log_weighted.inc"
+#include "data/log_weighted.inc"
 };
 static_assert(isSortedAndUnique(weightedRows));
 constexpr auto weightedIndex = makeColumnIndex<lastLogId>(weightedRows);
 
 constexpr std::string_view measureIds =
-#include "catalogue/data/log_measures.inc"
+#include "data/log_measures.inc"
     ;
 
 constexpr std::array<bool, lastLogId + 1> measures = [] {

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "catalogue/column_table.h"
+#include "column_table.h"
 
 /// The log list: columns, joins and the rules of aggregation.
 namespace tamarok::catalogue {

@@ -1,14 +1,14 @@
-#include "catalogue/row_text.h"
+#include "row_text.h"
 
 #include <charconv>
 
-#include "catalogue/upper_case.h"
-#include "frame/read_idiom.h"
-#include "runtime/convert.h"
-#include "runtime/text.h"
+#include "ado/first_row.h"
+#include "upper_case.h"
 
 #include "tamarok/comm_get.h"
+#include "tamarok/convert.h"
 #include "tamarok/platform.h"
+#include "tamarok/text.h"
 
 namespace tamarok::catalogue {
 
@@ -167,7 +167,7 @@ void RowText::appendVersion(std::string& out)
 void RowText::appendCurrency(std::string& out) const
 {
     const auto name =
-        frame::readFirstValue(session_.db_ADO, "SELECT TEXT_VALUE FROM OPTIONEN WHERE PROPERTY_ID = 'NATWAHRUNG'");
+        ado::readFirstValue(session_.db_ADO, "SELECT TEXT_VALUE FROM OPTIONEN WHERE PROPERTY_ID = 'NATWAHRUNG'");
     if (name && !name->isNull()) {
         out += convert::toText(*name);
     }

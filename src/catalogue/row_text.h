@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "catalogue/column_table.h"
+#include "column_table.h"
 
 #include "tamarok/loc_service.h"
 #include "tamarok/tmkvar.h"

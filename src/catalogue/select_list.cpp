@@ -1,12 +1,12 @@
-#include "catalogue/log_catalogue.h"
-#include "catalogue/row_text.h"
-#include "frame/read_idiom.h"
-#include "runtime/convert.h"
-#include "runtime/text.h"
+#include "ado/first_row.h"
+#include "log_catalogue.h"
+#include "row_text.h"
 
 #include "tamarok/comm_csel.h"
+#include "tamarok/convert.h"
 #include "tamarok/error.h"
 #include "tamarok/platform.h"
+#include "tamarok/text.h"
 
 namespace tamarok {
 
@@ -84,7 +84,7 @@ private:
     std::string valueShare() const
     {
         const auto total =
-            frame::readFirstValue(session_.db_ADO, "SELECT " + artikelColumn(artikelNetValue, true) + from_ + where_);
+            ado::readFirstValue(session_.db_ADO, "SELECT " + artikelColumn(artikelNetValue, true) + from_ + where_);
         if (!total || total->isNull()) {
             return "NULL";
         }

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "runtime/text.h"
+#include "tamarok/text.h"
 
 namespace tamarok::catalogue {
 

@@ -1,8 +1,8 @@
-#include "component/arguments.h"
+#include "arguments.h"
 
-#include "component/record_object.h"
-#include "runtime/convert.h"
+#include "record_object.h"
 
+#include "tamarok/convert.h"
 #include "tamarok/error.h"
 
 namespace tamarok::component::argument {

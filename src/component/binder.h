@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include "component/arguments.h"
+#include "arguments.h"
 
 /// Makes the description of an operation, and the function that calls it, out of a member-function
 /// pointer and the names of its parameters. Private to the class map.

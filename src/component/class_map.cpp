@@ -1,11 +1,11 @@
 #include <algorithm>
 #include <string>
 
-#include "component/class_tables.h"
-#include "runtime/text.h"
+#include "class_tables.h"
 
 #include "tamarok/component.h"
 #include "tamarok/error.h"
+#include "tamarok/text.h"
 
 namespace tamarok::component {
 

@@ -1,5 +1,5 @@
-#include "component/binder.h"
-#include "component/class_tables.h"
+#include "binder.h"
+#include "class_tables.h"
 
 #include "tamarok/comm_csel.h"
 

@@ -1,10 +1,9 @@
 #include <algorithm>
 #include <string>
 
-#include "runtime/text.h"
-
 #include "tamarok/component.h"
 #include "tamarok/error.h"
+#include "tamarok/text.h"
 
 namespace tamarok::component {
 

@@ -1,4 +1,4 @@
-#include "component/record_object.h"
+#include "record_object.h"
 
 #include "tamarok/component.h"
 #include "tamarok/error.h"

@@ -4,17 +4,17 @@
 #include <string>
 #include <string_view>
 
-#include "frame/read_idiom.h"
-#include "rights/fetch_rows.h"
-#include "runtime/convert.h"
-#include "runtime/text.h"
+#include "ado/first_row.h"
+#include "fetch_rows.h"
 
 #include "tamarok/comm_conv.h"
 #include "tamarok/comm_csel.h"
 #include "tamarok/comm_lock.h"
 #include "tamarok/comm_sql.h"
+#include "tamarok/convert.h"
 #include "tamarok/error.h"
 #include "tamarok/platform.h"
+#include "tamarok/text.h"
 #include "tamarok/tmkvar.h"
 
 namespace tamarok {
@@ -55,17 +55,17 @@ std::string codeStatement(const Question& asked)
 std::string ruleAlf(const Question& asked)
 {
     std::string levels;
-    frame::readFirst(asked.session.db_ADO,
-                     "SELECT ID_ACL_0,ID_ACL_1,ID_ACL_2,ID_ACL_3,ID_ACL_4 FROM ACCESS_LEVELS WHERE ID = " +
-                         std::to_string(asked.level),
-                     [&](const ado::FieldCollection& fields) {
-                         for (std::int32_t index = 0; index < 5; ++index) {
-                             const Variant reference = fields.Item(index).Value();
-                             if (reference.isNull()) continue;
-                             if (!levels.empty()) levels += ",";
-                             levels += textOf(reference);
-                         }
-                     });
+    ado::readFirst(asked.session.db_ADO,
+                   "SELECT ID_ACL_0,ID_ACL_1,ID_ACL_2,ID_ACL_3,ID_ACL_4 FROM ACCESS_LEVELS WHERE ID = " +
+                       std::to_string(asked.level),
+                   [&](const ado::FieldCollection& fields) {
+                       for (std::int32_t index = 0; index < 5; ++index) {
+                           const Variant reference = fields.Item(index).Value();
+                           if (reference.isNull()) continue;
+                           if (!levels.empty()) levels += ",";
+                           levels += textOf(reference);
+                       }
+                   });
     return levels.empty() ? "1=1" : asked.column() + " IN (" + levels + ")";
 }
 
@@ -144,7 +144,7 @@ std::string modelIsCovered(std::string_view code)
 std::string ruleModels(const Question& asked)
 {
     std::string covered;
-    frame::readFirst(asked.session.db_ADO, codeStatement(asked), [&](const ado::FieldCollection& fields) {
+    ado::readFirst(asked.session.db_ADO, codeStatement(asked), [&](const ado::FieldCollection& fields) {
         const std::string code = textOf(fields.Item(0).Value());
         if (!code.empty()) covered = modelIsCovered(code);
     });

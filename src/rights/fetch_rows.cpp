@@ -1,6 +1,6 @@
-#include "rights/fetch_rows.h"
+#include "fetch_rows.h"
 
-#include "runtime/convert.h"
+#include "tamarok/convert.h"
 
 namespace tamarok::rights {
 

@@ -1,14 +1,14 @@
-#include "rights/lock_refusal.h"
+#include "lock_refusal.h"
 
 #include <array>
 #include <functional>
 
-#include "rights/fetch_rows.h"
-#include "runtime/text.h"
+#include "fetch_rows.h"
 
 #include "tamarok/ado.h"
 #include "tamarok/loc_service.h"
 #include "tamarok/platform.h"
+#include "tamarok/text.h"
 #include "tamarok/tmkvar.h"
 
 namespace tamarok::rights {
@@ -31,7 +31,7 @@ struct LookedUpKind {
 };
 
 constexpr std::array<LookedUpKind, 16> lookedUpKinds = {{
-#include "rights/data/lock_kinds.inc"
+#include "data/lock_kinds.inc"
 }};
 
 struct DocumentType {

@@ -1,4 +1,4 @@
-#include "rights/navigation_keys.h"
+#include "navigation_keys.h"
 
 #include <algorithm>
 #include <array>
@@ -12,7 +12,7 @@ struct KeyPair {
 };
 
 constexpr std::array<KeyPair, 92> keys = {{
-#include "rights/data/node_keys.inc"
+#include "data/node_keys.inc"
 }};
 static_assert(std::ranges::is_sorted(keys, std::ranges::less_equal{}, &KeyPair::treeKey) &&
                   std::ranges::adjacent_find(keys, {}, &KeyPair::treeKey) == keys.end(),
@@ -20,7 +20,7 @@ static_assert(std::ranges::is_sorted(keys, std::ranges::less_equal{}, &KeyPair::
 
 /// A tree key of these families has a node number behind the prefix.
 constexpr std::array<KeyPair, 6> families = {{
-#include "rights/data/node_key_families.inc"
+#include "data/node_key_families.inc"
 }};
 
 constexpr std::array<std::string_view, 16> actionKeys = {

@@ -2,15 +2,15 @@
 #include <string>
 #include <string_view>
 
-#include "rights/fetch_rows.h"
-#include "rights/navigation_keys.h"
-#include "runtime/convert.h"
-#include "runtime/text.h"
+#include "fetch_rows.h"
+#include "navigation_keys.h"
 
 #include "tamarok/comm_lock.h"
+#include "tamarok/convert.h"
 #include "tamarok/loc_service.h"
 #include "tamarok/mcomm.h"
 #include "tamarok/platform.h"
+#include "tamarok/text.h"
 #include "tamarok/tmkvar.h"
 
 namespace tamarok {

@@ -1,16 +1,16 @@
 #include <string>
 #include <string_view>
 
-#include "rights/fetch_rows.h"
-#include "rights/lock_refusal.h"
-#include "runtime/convert.h"
-#include "runtime/text.h"
+#include "fetch_rows.h"
+#include "lock_refusal.h"
 
 #include "tamarok/comm_lock.h"
+#include "tamarok/convert.h"
 #include "tamarok/error.h"
 #include "tamarok/loc_service.h"
 #include "tamarok/mcomm.h"
 #include "tamarok/platform.h"
+#include "tamarok/text.h"
 #include "tamarok/tmkvar.h"
 
 namespace tamarok {

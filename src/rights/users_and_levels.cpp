@@ -1,14 +1,14 @@
 #include <string>
 #include <string_view>
 
-#include "frame/read_idiom.h"
-#include "rights/fetch_rows.h"
-#include "runtime/convert.h"
-#include "runtime/text.h"
+#include "ado/first_row.h"
+#include "fetch_rows.h"
 
 #include "tamarok/comm_set.h"
 #include "tamarok/comm_sql.h"
+#include "tamarok/convert.h"
 #include "tamarok/error.h"
+#include "tamarok/text.h"
 #include "tamarok/tmkvar.h"
 
 namespace tamarok {
@@ -50,8 +50,8 @@ std::string Comm_SQL::ACL(const TmkVar& tmkVar) const
     const std::string condition =
         tmkVar.ID_Access_Levels == 0 ? " IS NULL" : "= " + std::to_string(tmkVar.ID_Access_Levels);
     std::string code;
-    frame::readFirst(tmkVar.db_ADO, "SELECT ACCESS_LEVELS FROM ACCESS_LEVELS WHERE ID " + condition,
-                     [&](const ado::FieldCollection& fields) { code = textOf(fields.Item("ACCESS_LEVELS").Value()); });
+    ado::readFirst(tmkVar.db_ADO, "SELECT ACCESS_LEVELS FROM ACCESS_LEVELS WHERE ID " + condition,
+                   [&](const ado::FieldCollection& fields) { code = textOf(fields.Item("ACCESS_LEVELS").Value()); });
     return code;
 }
 
@@ -101,22 +101,22 @@ bool Comm_SQL::ACL_USERS(const TmkVar& tmkVar, std::string_view strName, std::st
         .append(" = (")
         .append(user)
         .append(")))");
-    return frame::readFirst(tmkVar.db_ADO, statement,
-                            [&](const ado::FieldCollection& fields) { AL = textOf(fields.Item(0).Value()); });
+    return ado::readFirst(tmkVar.db_ADO, statement,
+                          [&](const ado::FieldCollection& fields) { AL = textOf(fields.Item(0).Value()); });
 }
 
 bool Comm_SQL::USERS(const TmkVar& tmkVar, std::string_view strName) const
 {
     const std::string statement =
         idOfUser(strName) + (tmkVar.bolOracle ? " AND PASSWORD IS NULL" : " AND ISNULL(PASSWORD,'') = ''");
-    return frame::readFirst(tmkVar.db_ADO, statement, [](const ado::FieldCollection&) {});
+    return ado::readFirst(tmkVar.db_ADO, statement, [](const ado::FieldCollection&) {});
 }
 
 std::string Comm_SQL::USERS_NAME(const TmkVar& tmkVar) const
 {
     std::string name;
-    frame::readFirst(tmkVar.db_ADO, "SELECT NAME FROM USERS WHERE ID = " + std::to_string(tmkVar.ID_User),
-                     [&](const ado::FieldCollection& fields) { name = textOf(fields.Item("NAME").Value()); });
+    ado::readFirst(tmkVar.db_ADO, "SELECT NAME FROM USERS WHERE ID = " + std::to_string(tmkVar.ID_User),
+                   [&](const ado::FieldCollection& fields) { name = textOf(fields.Item("NAME").Value()); });
     return name;
 }
 
@@ -133,9 +133,8 @@ std::int16_t Comm_SQL::ONETOMANY_USERS_ACL_cnt(const TmkVar& tmkVar) const
         .append(user)
         .append("))");
     std::int16_t count = 0;
-    frame::readFirst(tmkVar.db_ADO, statement, [&](const ado::FieldCollection& fields) {
-        count = convert::toInteger(fields.Item("CNT").Value());
-    });
+    ado::readFirst(tmkVar.db_ADO, statement,
+                   [&](const ado::FieldCollection& fields) { count = convert::toInteger(fields.Item("CNT").Value()); });
     return count;
 }
 

@@ -1,13 +1,12 @@
-#include "runtime/convert.h"
+#include "tamarok/convert.h"
 
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
 
-#include "runtime/text.h"
-
 #include "tamarok/error.h"
+#include "tamarok/text.h"
 
 namespace tamarok::convert {
 

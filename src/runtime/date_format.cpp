@@ -3,8 +3,9 @@
 #include <cstdint>
 
 #include "runtime/date_pattern.h"
-#include "runtime/format.h"
-#include "runtime/text.h"
+
+#include "tamarok/format.h"
+#include "tamarok/text.h"
 
 namespace tamarok {
 

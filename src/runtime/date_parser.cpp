@@ -2,10 +2,11 @@
 #include <array>
 #include <cstdint>
 
-#include "runtime/convert.h"
+#include "date_words.h"
 #include "runtime/date_pattern.h"
-#include "runtime/date_words.h"
-#include "runtime/text.h"
+
+#include "tamarok/convert.h"
+#include "tamarok/text.h"
 
 namespace tamarok::convert {
 

@@ -1,5 +1,6 @@
-#include "runtime/convert.h"
 #include "runtime/date_pattern.h"
+
+#include "tamarok/convert.h"
 
 namespace tamarok {
 

@@ -1,8 +1,8 @@
-#include "runtime/date_words.h"
+#include "date_words.h"
 
 #include <array>
 
-#include "runtime/text.h"
+#include "tamarok/text.h"
 
 namespace tamarok {
 

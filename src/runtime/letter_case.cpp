@@ -4,7 +4,7 @@
 #include <iterator>
 #include <span>
 
-#include "runtime/text.h"
+#include "tamarok/text.h"
 
 namespace tamarok::text {
 
@@ -18,10 +18,10 @@ struct CaseRange {
 };
 
 constexpr std::array toUpperRanges = std::to_array<CaseRange>({
-#include "runtime/data/case_to_upper.inc"
+#include "data/case_to_upper.inc"
 });
 constexpr std::array toLowerRanges = std::to_array<CaseRange>({
-#include "runtime/data/case_to_lower.inc"
+#include "data/case_to_lower.inc"
 });
 
 constexpr bool isSorted(std::span<const CaseRange> ranges)

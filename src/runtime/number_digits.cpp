@@ -1,4 +1,4 @@
-#include "runtime/number_digits.h"
+#include "number_digits.h"
 
 #include <algorithm>
 #include <charconv>

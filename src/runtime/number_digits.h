@@ -6,7 +6,7 @@
 #include <limits>
 #include <string_view>
 
-#include "runtime/convert.h"
+#include "tamarok/convert.h"
 
 namespace tamarok {
 

@@ -4,12 +4,12 @@
 #include <cmath>
 #include <cstdint>
 
-#include "runtime/convert.h"
-#include "runtime/format.h"
-#include "runtime/number_digits.h"
-#include "runtime/pattern.h"
+#include "number_digits.h"
+#include "pattern.h"
 
+#include "tamarok/convert.h"
 #include "tamarok/error.h"
+#include "tamarok/format.h"
 
 namespace tamarok::format {
 

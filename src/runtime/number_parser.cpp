@@ -1,9 +1,10 @@
 #include <algorithm>
 #include <array>
 
-#include "runtime/convert.h"
-#include "runtime/number_reader.h"
-#include "runtime/usual_number.h"
+#include "number_reader.h"
+
+#include "tamarok/convert.h"
+#include "tamarok/plain_number.h"
 
 namespace tamarok::convert {
 
@@ -159,7 +160,7 @@ std::optional<double> parseNumber(std::string_view text, const Regional& regiona
 std::optional<double> parsePlainNumber(std::string_view text) noexcept
 {
     double usual = 0.0;
-    if (readUsualNumber(text, '.', usual)) return usual;
+    if (readPlainNumber(text, '.', usual)) return usual;
     return NumberParser{text, ".", {}}.plain();
 }
 

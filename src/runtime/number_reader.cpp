@@ -1,9 +1,9 @@
-#include "runtime/number_reader.h"
+#include "number_reader.h"
 
 #include <charconv>
 #include <system_error>
 
-#include "runtime/powers_of_ten.h"
+#include "tamarok/powers_of_ten.h"
 
 namespace tamarok {
 

@@ -3,9 +3,9 @@
 #include <charconv>
 #include <cmath>
 
-#include "runtime/convert.h"
-#include "runtime/number_digits.h"
+#include "number_digits.h"
 
+#include "tamarok/convert.h"
 #include "tamarok/error.h"
 
 namespace tamarok::convert {

@@ -1,8 +1,7 @@
 #include "tamarok/object.h"
 
-#include "runtime/text.h"
-
 #include "tamarok/error.h"
+#include "tamarok/text.h"
 #include "tamarok/variant.h"
 
 namespace tamarok {

@@ -4,7 +4,7 @@
 #include <array>
 #include <string_view>
 
-#include "runtime/text.h"
+#include "tamarok/text.h"
 
 /// Walking over number patterns: quotes, escapes and sections have one meaning everywhere.
 namespace tamarok::format {

@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "runtime/text.h"
-
 #include "tamarok/error.h"
+#include "tamarok/text.h"
 
 namespace tamarok {
 
@@ -28,7 +27,7 @@ struct Row {
 };
 
 constexpr std::array rows = std::to_array<Row>({
-#include "runtime/data/regional.inc"
+#include "data/regional.inc"
 });
 
 static_assert(std::is_sorted(rows.begin(), rows.end(), [](const Row& a, const Row& b) { return a.name < b.name; }));

@@ -1,9 +1,8 @@
 #include <cmath>
 
-#include "runtime/convert.h"
-#include "runtime/powers_of_ten.h"
-
+#include "tamarok/convert.h"
 #include "tamarok/error.h"
+#include "tamarok/powers_of_ten.h"
 
 namespace tamarok::convert {
 

@@ -1,4 +1,4 @@
-#include "runtime/text.h"
+#include "tamarok/text.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
-#include "runtime/convert.h"
-#include "runtime/format.h"
-#include "runtime/pattern.h"
+#include "pattern.h"
 
+#include "tamarok/convert.h"
+#include "tamarok/format.h"
 #include "tamarok/object.h"
 
 namespace tamarok::format {

@@ -1,9 +1,8 @@
-#include "runtime/convert.h"
-#include "runtime/text.h"
-
 #include "tamarok/comm_set.h"
+#include "tamarok/convert.h"
 #include "tamarok/loc_service.h"
 #include "tamarok/platform.h"
+#include "tamarok/text.h"
 
 namespace tamarok {
 

@@ -1,11 +1,11 @@
-#include "frame/read_idiom.h"
-#include "runtime/convert.h"
-#include "runtime/text.h"
+#include "ado/first_row.h"
 
 #include "tamarok/comm_get.h"
 #include "tamarok/comm_set.h"
 #include "tamarok/comm_sql.h"
+#include "tamarok/convert.h"
 #include "tamarok/platform.h"
+#include "tamarok/text.h"
 
 namespace tamarok {
 
@@ -36,7 +36,7 @@ Date defaultDate(const TmkVar& session, std::string_view property)
 std::int32_t Comm_Get::GetOptionenNumber(const TmkVar& tmkVar, std::string_view property) const
 {
     const std::string name = text::toUpper(property);
-    const auto value = frame::readFirstValue(tmkVar.db_ADO, selectOptionNoCase("NUMBER_VALUE", name));
+    const auto value = ado::readFirstValue(tmkVar.db_ADO, selectOptionNoCase("NUMBER_VALUE", name));
     if (!value && property != "DBCURSORLOCATION") {
         Comm_Set{}.SetOptionenNumber(tmkVar, name, std::int16_t{0});
     }
@@ -47,7 +47,7 @@ double Comm_Get::GetOptionenDouble(const TmkVar& tmkVar, std::string_view proper
 {
     const std::string name = text::toUpper(property);
     const std::string_view column = tmkVar.bolOracle ? "NVL(DOUBLE_VALUE,0)" : "ISNULL(DOUBLE_VALUE,0)";
-    const auto value = frame::readFirstValue(tmkVar.db_ADO, selectOptionNoCase(column, name));
+    const auto value = ado::readFirstValue(tmkVar.db_ADO, selectOptionNoCase(column, name));
     if (!value) {
         Comm_Set{}.SetOptionenDouble(tmkVar, name, 0.0);
     }
@@ -56,7 +56,7 @@ double Comm_Get::GetOptionenDouble(const TmkVar& tmkVar, std::string_view proper
 
 std::string Comm_Get::GetOptionenText(const TmkVar& tmkVar, std::string_view property) const
 {
-    const auto value = frame::readFirstValue(tmkVar.db_ADO, selectOption("TEXT_VALUE", property));
+    const auto value = ado::readFirstValue(tmkVar.db_ADO, selectOption("TEXT_VALUE", property));
     if (!value) {
         Comm_Set{}.SetOptionenText(tmkVar, text::toUpper(property), "");
     }
@@ -66,7 +66,7 @@ std::string Comm_Get::GetOptionenText(const TmkVar& tmkVar, std::string_view pro
 Date Comm_Get::GetOptionenDate(const TmkVar& tmkVar, std::string_view property) const
 {
     const Date byDefault = defaultDate(tmkVar, property);
-    const auto value = frame::readFirstValue(tmkVar.db_ADO, selectOption("DATE_VALUE", property));
+    const auto value = ado::readFirstValue(tmkVar.db_ADO, selectOption("DATE_VALUE", property));
     if (!value) {
         Comm_Set{}.SetOptionenDate(tmkVar, property, "");
     }
@@ -77,7 +77,7 @@ std::string Comm_Get::GetKonfNumber(const ado::ConnectionRef& dbAdo, std::string
                                     std::int16_t intDefault) const
 {
     const std::string name = text::toUpper(property);
-    const auto value = frame::readFirstValue(
+    const auto value = ado::readFirstValue(
         dbAdo,
         "SELECT NUMBER_VALUE FROM FORMS_CONFIG WHERE FORM_ID = 'F_STAMMEINKONF' AND PROPERTY_ID = '" + name + "'",
         ado::LockType::Unspecified);

@@ -1,15 +1,15 @@
 #include <string>
 #include <string_view>
 
-#include "runtime/convert.h"
-#include "runtime/format.h"
-#include "runtime/text.h"
-#include "timber/entry_field.h"
-#include "timber/volume_formulas.h"
+#include "entry_field.h"
+#include "volume_formulas.h"
 
 #include "tamarok/comm_set.h"
+#include "tamarok/convert.h"
 #include "tamarok/error.h"
+#include "tamarok/format.h"
 #include "tamarok/platform.h"
+#include "tamarok/text.h"
 #include "tamarok/tmkvar.h"
 
 namespace tamarok {

@@ -2,10 +2,9 @@
 #include <string>
 #include <string_view>
 
-#include "runtime/convert.h"
-#include "runtime/text.h"
-
 #include "tamarok/comm_get.h"
+#include "tamarok/convert.h"
+#include "tamarok/text.h"
 #include "tamarok/tmkvar.h"
 
 namespace tamarok {

@@ -1,4 +1,4 @@
-#include "timber/entry_field.h"
+#include "entry_field.h"
 
 #include <string>
 

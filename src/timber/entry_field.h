@@ -2,8 +2,7 @@
 
 #include <string_view>
 
-#include "runtime/convert.h"
-
+#include "tamarok/convert.h"
 #include "tamarok/regional.h"
 
 /// Numbers as they stand in entry fields.

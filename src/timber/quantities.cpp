@@ -4,12 +4,12 @@
 #include <string>
 #include <string_view>
 
-#include "frame/read_idiom.h"
-#include "runtime/convert.h"
-#include "runtime/text.h"
+#include "ado/first_row.h"
 
 #include "tamarok/comm_csel.h"
 #include "tamarok/comm_set.h"
+#include "tamarok/convert.h"
+#include "tamarok/text.h"
 #include "tamarok/tmkvar.h"
 
 namespace tamarok {
@@ -17,7 +17,7 @@ namespace {
 
 /// The cascade of units: the target unit is of a kind, the measured unit is not.
 constexpr std::array<std::string_view, 8> unitCascade = {{
-#include "timber/data/unit_cascade.inc"
+#include "data/unit_cascade.inc"
 }};
 
 constexpr std::string_view conversionPairs =

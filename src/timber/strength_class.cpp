@@ -1,15 +1,15 @@
 #include <string>
 #include <string_view>
 
-#include "frame/read_idiom.h"
-#include "runtime/convert.h"
-#include "runtime/format.h"
-#include "runtime/text.h"
-#include "timber/volume_formulas.h"
+#include "ado/first_row.h"
+#include "volume_formulas.h"
 
 #include "tamarok/comm_get.h"
 #include "tamarok/comm_set.h"
+#include "tamarok/convert.h"
+#include "tamarok/format.h"
 #include "tamarok/platform.h"
+#include "tamarok/text.h"
 
 namespace tamarok {
 namespace {
@@ -66,7 +66,7 @@ std::string classStatement(const std::string& diameter, bool secondBounds, std::
 std::optional<Variant> valueByKey(const ado::ConnectionRef& connection, std::string_view statement,
                                   std::string_view key)
 {
-    return frame::readFirstValue(connection, std::string{statement}.append(key).append("'"));
+    return ado::readFirstValue(connection, std::string{statement}.append(key).append("'"));
 }
 
 } // namespace
@@ -83,7 +83,7 @@ std::string Comm_Set::MakeStkl(std::string_view txtStkl, std::string_view txtDM,
     const bool secondBounds = STKL_Berechnung_Rindenabzug && !bolCalculation;
 
     const std::optional<Variant> strengthClass =
-        frame::readFirstValue(dbAdo, classStatement(sqlDiameter(diameter), secondBounds, Stkl_ID));
+        ado::readFirstValue(dbAdo, classStatement(sqlDiameter(diameter), secondBounds, Stkl_ID));
     return !strengthClass || strengthClass->isNull() ? std::string{} : convert::toText(*strengthClass);
 }
 

@@ -1,12 +1,12 @@
 #include <string>
 #include <string_view>
 
-#include "runtime/convert.h"
-#include "runtime/format.h"
-#include "timber/entry_field.h"
-#include "timber/volume_formulas.h"
+#include "entry_field.h"
+#include "volume_formulas.h"
 
 #include "tamarok/comm_set.h"
+#include "tamarok/convert.h"
+#include "tamarok/format.h"
 #include "tamarok/platform.h"
 
 namespace tamarok {

@@ -1,4 +1,4 @@
-#include "timber/volume_formulas.h"
+#include "volume_formulas.h"
 
 #include <cmath>
 #include <string>

@@ -3,7 +3,7 @@
 #include <iostream>
 #include <random>
 
-#include "runtime/convert.h"
+#include "tamarok/convert.h"
 
 namespace tamarok::ado::backend {
 

@@ -1,7 +1,7 @@
 #include <filesystem>
 
 #include "backend_context.h"
-#include "embedded/connect.h"
+#include "tamarok_embedded/connect.h"
 
 // The shared suite on the embedded database, in a file of its own under the folder for temporary files.
 

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "catalogue/log_catalogue.h"
-#include "catalogue/row_text.h"
 #include "catalogue/scripted_database.h"
+#include "log_catalogue.h"
+#include "row_text.h"
 
 namespace tamarok {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "component/binder.h"
+#include "binder.h"
 
 #include "tamarok/error.h"
 

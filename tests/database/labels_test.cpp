@@ -4,7 +4,7 @@
 #include <set>
 #include <string>
 
-#include "database/labels.h"
+#include "tamarok_database/labels.h"
 #include "test_data.h"
 
 namespace tamarok {

@@ -3,10 +3,10 @@
 #include <string>
 #include <vector>
 
-#include "database/reference_database.h"
-#include "embedded/connect.h"
-#include "runtime/convert.h"
+#include "tamarok_database/reference_database.h"
+#include "tamarok_embedded/connect.h"
 
+#include "tamarok/convert.h"
 #include "tamarok/error.h"
 
 namespace tamarok::database {

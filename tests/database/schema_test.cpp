@@ -6,7 +6,7 @@
 
 #include "database/resources.h"
 #include "database/schema.h"
-#include "embedded/connect.h"
+#include "tamarok_embedded/connect.h"
 #include "test_data.h"
 
 #include "tamarok/ado.h"

@@ -3,9 +3,9 @@
 #include <set>
 #include <string>
 
-#include "database/labels.h"
 #include "database/resources.h"
 #include "database/tsv.h"
+#include "tamarok_database/labels.h"
 
 namespace tamarok::database {
 namespace {

@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "catalogue/scripted_database.h"
-#include "database/reference_database.h"
-#include "embedded/connect.h"
+#include "tamarok_database/reference_database.h"
+#include "tamarok_embedded/connect.h"
 #include "tamarok_loc/loc_service.h"
 
 #include "tamarok/comm_lock.h"

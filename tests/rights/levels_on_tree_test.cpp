@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "embedded/connect.h"
+#include "tamarok_embedded/connect.h"
 
 #include "tamarok/comm_lock.h"
 #include "tamarok/comm_set.h"

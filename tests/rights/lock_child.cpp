@@ -13,7 +13,7 @@
 #include <unistd.h>
 #include <vector>
 
-#include "embedded/connect.h"
+#include "tamarok_embedded/connect.h"
 #include "tamarok_loc/loc_service.h"
 
 #include "tamarok/comm_lock.h"

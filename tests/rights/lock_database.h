@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "database/reference_database.h"
-#include "embedded/connect.h"
 #include "embedded/engine/child.h"
+#include "tamarok_database/reference_database.h"
+#include "tamarok_embedded/connect.h"
 
 namespace tamarok::testing {
 

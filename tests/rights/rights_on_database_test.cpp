@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "database/schema.h"
-#include "embedded/connect.h"
+#include "tamarok_embedded/connect.h"
 #include "tamarok_loc/loc_service.h"
 
 #include "tamarok/comm_lock.h"

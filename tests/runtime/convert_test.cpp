@@ -1,7 +1,8 @@
 #include <limits>
 
-#include "runtime/convert.h"
 #include "runtime/support.h"
+
+#include "tamarok/convert.h"
 
 namespace tamarok::convert {
 namespace {

@@ -1,5 +1,6 @@
-#include "runtime/convert.h"
 #include "runtime/support.h"
+
+#include "tamarok/convert.h"
 
 namespace tamarok::convert {
 namespace {

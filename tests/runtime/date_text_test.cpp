@@ -1,6 +1,7 @@
-#include "runtime/convert.h"
 #include "runtime/date_pattern.h"
 #include "runtime/support.h"
+
+#include "tamarok/convert.h"
 
 namespace tamarok::convert {
 namespace {

@@ -1,9 +1,10 @@
 #include <limits>
 #include <random>
 
-#include "runtime/convert.h"
-#include "runtime/format.h"
 #include "runtime/support.h"
+
+#include "tamarok/convert.h"
+#include "tamarok/format.h"
 
 namespace tamarok::format {
 namespace {

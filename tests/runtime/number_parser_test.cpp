@@ -1,8 +1,9 @@
 #include <charconv>
 #include <random>
 
-#include "runtime/convert.h"
 #include "runtime/support.h"
+
+#include "tamarok/convert.h"
 
 namespace tamarok::convert {
 namespace {

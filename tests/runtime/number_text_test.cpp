@@ -4,8 +4,9 @@
 #include <limits>
 #include <random>
 
-#include "runtime/convert.h"
 #include "runtime/support.h"
+
+#include "tamarok/convert.h"
 
 namespace tamarok::convert {
 namespace {

@@ -1,5 +1,6 @@
 #include "runtime/support.h"
-#include "runtime/text.h"
+
+#include "tamarok/text.h"
 
 namespace tamarok::text {
 namespace {

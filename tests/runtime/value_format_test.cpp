@@ -1,5 +1,6 @@
-#include "runtime/format.h"
 #include "runtime/support.h"
+
+#include "tamarok/format.h"
 
 namespace tamarok::format {
 namespace {

@@ -3,10 +3,10 @@
 #include <utility>
 #include <vector>
 
-#include "runtime/convert.h"
 #include "timber/small_database.h"
 
 #include "tamarok/comm_set.h"
+#include "tamarok/convert.h"
 
 namespace tamarok {
 namespace {

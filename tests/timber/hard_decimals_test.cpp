@@ -2,10 +2,10 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "runtime/text.h"
 #include "timber/surroundings.h"
 
 #include "tamarok/comm_set.h"
+#include "tamarok/text.h"
 
 namespace tamarok {
 namespace {

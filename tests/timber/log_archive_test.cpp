@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "database/reference_database.h"
-#include "runtime/convert.h"
+#include "tamarok_database/reference_database.h"
 #include "timber/small_database.h"
 
 #include "tamarok/comm_set.h"
+#include "tamarok/convert.h"
 
 namespace tamarok {
 namespace {

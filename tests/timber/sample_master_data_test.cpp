@@ -3,13 +3,13 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "database/reference_database.h"
-#include "runtime/convert.h"
+#include "tamarok_database/reference_database.h"
 #include "timber/small_database.h"
 
 #include "tamarok/comm_csel.h"
 #include "tamarok/comm_get.h"
 #include "tamarok/comm_set.h"
+#include "tamarok/convert.h"
 
 // The operations on the master data that the reference database has: strength classes that overlap and leave
 // gaps, bark tables in centimetres and percent, dated and open-ended, some of which stop early, factor rules

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "embedded/connect.h"
+#include "tamarok_embedded/connect.h"
 #include "timber/surroundings.h"
 
 #include "tamarok/ado.h"

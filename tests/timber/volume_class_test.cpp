@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "runtime/convert.h"
 #include "timber/small_database.h"
 
 #include "tamarok/comm_set.h"
+#include "tamarok/convert.h"
 
 namespace tamarok {
 namespace {

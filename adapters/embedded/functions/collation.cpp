@@ -4,7 +4,7 @@
 #include <array>
 #include <cstddef>
 
-#include "runtime/text.h"
+#include "tamarok/text.h"
 
 namespace tamarok::embedded::functions {
 

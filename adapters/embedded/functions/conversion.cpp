@@ -9,7 +9,8 @@
 #include "functions/catalog.h"
 #include "functions/names.h"
 #include "functions/number_text.h"
-#include "runtime/text.h"
+
+#include "tamarok/text.h"
 
 namespace tamarok::embedded::functions {
 

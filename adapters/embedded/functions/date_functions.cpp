@@ -9,7 +9,8 @@
 #include "functions/date_parse.h"
 #include "functions/date_text.h"
 #include "functions/names.h"
-#include "runtime/text.h"
+
+#include "tamarok/text.h"
 
 /// Functions of dates and times.
 namespace tamarok::embedded::functions {

@@ -5,7 +5,7 @@
 
 #include "functions/calendar.h"
 #include "functions/call.h"
-#include "sql/batch.h"
+#include "tamarok_tsql/batch.h"
 
 /// Dates out of texts and numbers, as the server's conversions read them.
 namespace tamarok::embedded::functions {

@@ -5,7 +5,8 @@
 
 #include "functions/catalog.h"
 #include "functions/collation.h"
-#include "runtime/text.h"
+
+#include "tamarok/text.h"
 
 namespace tamarok::embedded::functions {
 

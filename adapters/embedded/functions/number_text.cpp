@@ -6,7 +6,7 @@
 #include <cstring>
 #include <limits>
 
-#include "runtime/powers_of_ten.h"
+#include "tamarok/powers_of_ten.h"
 
 namespace tamarok::embedded::functions {
 

@@ -9,7 +9,8 @@
 #include "functions/names.h"
 #include "functions/number_text.h"
 #include "functions/oracle_format.h"
-#include "runtime/text.h"
+
+#include "tamarok/text.h"
 
 /// Functions of statements in Oracle's language. Where Oracle has no empty text but Null, Null it is.
 namespace tamarok::embedded::functions {

@@ -8,7 +8,8 @@
 #include "functions/call.h"
 #include "functions/names.h"
 #include "functions/number_text.h"
-#include "runtime/text.h"
+
+#include "tamarok/text.h"
 
 namespace tamarok::embedded::functions {
 

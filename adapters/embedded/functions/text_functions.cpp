@@ -7,7 +7,8 @@
 #include "functions/collation.h"
 #include "functions/conversion.h"
 #include "functions/number_text.h"
-#include "runtime/text.h"
+
+#include "tamarok/text.h"
 
 /// Functions of texts. Characters are code points; positions begin at 1.
 namespace tamarok::embedded::functions {

@@ -4,8 +4,9 @@
 #include <string>
 
 #include "failures.h"
-#include "runtime/convert.h"
-#include "runtime/text.h"
+
+#include "tamarok/convert.h"
+#include "tamarok/text.h"
 
 namespace tamarok::embedded {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "procedures.h"
+#include "tamarok_embedded/procedures.h"
 
 namespace tamarok::embedded {
 

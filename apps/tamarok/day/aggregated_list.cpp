@@ -1,8 +1,8 @@
 #include <string>
 
 #include "day/show_list.h"
-#include "runtime/format.h"
 
+#include "tamarok/format.h"
 #include "tamarok/platform.h"
 
 namespace tamarok::cli::day {

@@ -5,13 +5,13 @@
 
 #include "day/steps.h"
 #include "list_printer.h"
-#include "runtime/convert.h"
 
 #include "tamarok/ado.h"
 #include "tamarok/comm_csel.h"
 #include "tamarok/comm_get.h"
 #include "tamarok/comm_set.h"
 #include "tamarok/controls.h"
+#include "tamarok/convert.h"
 #include "tamarok/platform.h"
 
 namespace tamarok::cli::day {

@@ -1,10 +1,10 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "connection_text.h"
 #include "day/second_process.h"
 #include "day/steps.h"
 #include "day/workstation.h"
+#include "tamarok_embedded/connection_text.h"
 
 #include "tamarok/ado.h"
 

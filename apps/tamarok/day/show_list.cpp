@@ -4,11 +4,11 @@
 
 #include "column_headers.h"
 #include "list_printer.h"
-#include "runtime/convert.h"
 
 #include "tamarok/ado.h"
 #include "tamarok/comm_conv.h"
 #include "tamarok/comm_csel.h"
+#include "tamarok/convert.h"
 
 namespace tamarok::cli::day {
 

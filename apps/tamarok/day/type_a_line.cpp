@@ -5,15 +5,15 @@
 #include <vector>
 
 #include "day/steps.h"
-#include "runtime/convert.h"
-#include "runtime/text.h"
 
 #include "tamarok/ado.h"
 #include "tamarok/comm_conv.h"
 #include "tamarok/comm_get.h"
 #include "tamarok/comm_set.h"
 #include "tamarok/controls.h"
+#include "tamarok/convert.h"
 #include "tamarok/platform.h"
+#include "tamarok/text.h"
 
 namespace tamarok::cli::day {
 

@@ -1,6 +1,6 @@
 #include "day/workstation.h"
 
-#include "connect.h"
+#include "tamarok_embedded/connect.h"
 
 #include "tamarok/comm_lock.h"
 #include "tamarok/error.h"

@@ -10,9 +10,9 @@
 #include <string>
 #include <unistd.h>
 
-#include "connect.h"
-#include "database/reference_database.h"
 #include "functions.h"
+#include "tamarok_database/reference_database.h"
+#include "tamarok_embedded/connect.h"
 
 #include "tamarok/comm_csel.h"
 #include "tamarok/tmkvar.h"

@@ -14,7 +14,7 @@
 #include <string>
 #include <unistd.h>
 
-#include "connect.h"
+#include "tamarok_embedded/connect.h"
 
 #include "tamarok/ado_backend.h"
 

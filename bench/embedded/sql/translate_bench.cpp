@@ -4,9 +4,9 @@
 #include <map>
 #include <string>
 
-#include "sql/batch.h"
-#include "sql/names.h"
-#include "sql/token.h"
+#include "tamarok_tsql/batch.h"
+#include "tamarok_tsql/names.h"
+#include "tamarok_tsql/token.h"
 
 /// Translation of a log list with 40 columns over 20 joins. `compare.py` beside this file sets the
 /// figures against a general transpiler on the same text.

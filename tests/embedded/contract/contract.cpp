@@ -4,7 +4,7 @@
 #include <charconv>
 #include <gtest/gtest.h>
 
-#include "connect.h"
+#include "tamarok_embedded/connect.h"
 
 #include "tamarok/date.h"
 #include "tamarok/error.h"

@@ -1,5 +1,5 @@
-#include "connect.h"
 #include "statement_cache.h"
+#include "tamarok_embedded/connect.h"
 #include "test_database.h"
 
 namespace tamarok::embedded::test {

@@ -9,7 +9,7 @@
 #include <string>
 #include <sys/resource.h>
 
-#include "connect.h"
+#include "tamarok_embedded/connect.h"
 
 #include "tamarok/ado_backend.h"
 #include "tamarok/error.h"

@@ -1,5 +1,5 @@
 #include "child.h"
-#include "procedures.h"
+#include "tamarok_embedded/procedures.h"
 #include "test_database.h"
 
 namespace tamarok::embedded::test {

@@ -10,7 +10,7 @@
 #include <unistd.h>
 #include <vector>
 
-#include "connect.h"
+#include "tamarok_embedded/connect.h"
 
 #include "tamarok/ado_backend.h"
 #include "tamarok/error.h"

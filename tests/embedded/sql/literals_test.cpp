@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "sql/literals.h"
+#include "tamarok_tsql/literals.h"
 
 namespace tamarok::embedded::sql {
 namespace {

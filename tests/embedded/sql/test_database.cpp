@@ -5,7 +5,7 @@
 #include <sqlite3.h>
 #include <stdexcept>
 
-#include "sql/names.h"
+#include "tamarok_tsql/names.h"
 
 namespace tamarok::embedded::sql::test {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "functions.h"
-#include "sql/batch.h"
+#include "tamarok_tsql/batch.h"
 
 struct sqlite3;
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "sql/type_rules.h"
+#include "tamarok_tsql/type_rules.h"
 
 namespace tamarok::embedded::sql {
 namespace {

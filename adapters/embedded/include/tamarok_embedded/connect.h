@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "tamarok_embedded/procedures.h"
+#include "tamarok_tsql/batch.h"
+
+#include "tamarok/ado.h"
+
+/// The embedded database: one file, opened by any number of connections of any number of processes
+/// of one machine. Beside the file stand "-wal" and "-shm", which SQLite keeps while the database is
+/// open, and "-locks", which holds no data: its bytes stand for rows, and a byte locked for a row
+/// lock. It may be deleted whenever no connection is open.
+namespace tamarok::embedded {
+
+enum class OpenMode : std::uint8_t {
+    OpenExisting, ///< for reading and writing
+    Create,       ///< makes a new, empty database; fails where the file exists
+    Build,        ///< as Create, for one writer who throws the file away if his work fails: the journal lies
+                  ///< in memory and nothing is forced to the disk before the connection closes
+    ReadOnly
+};
+
+struct OpenOptions {
+    OpenMode mode = OpenMode::OpenExisting;
+    /// Order of day, month and year in date texts with slashes.
+    sql::DateOrder dateOrder = sql::DateOrder::Mdy;
+    ProcedureRegistry procedures = builtInProcedures();
+};
+
+/// Mark and layout version that a database file of this system carries (application_id and
+/// user_version of SQLite's header).
+inline constexpr std::int32_t applicationId = 0x544D4B31; // "TMK1"
+inline constexpr std::int32_t layoutVersion = 1;
+
+/// Opens a database file.
+/// Errors: 0x80004005 with the path and the reason: the file is missing, a directory, empty, no
+/// database, a database of another program, of a newer layout, damaged, not permitted; in mode
+/// Create, that it exists already. A failed opening leaves nothing behind and changes nothing.
+ado::ConnectionRef connect(const std::filesystem::path& file, const OpenOptions& options = {});
+
+/// Opens what a connection text names: "Provider=Tamarok.Embedded;Data Source=FILE", and if wanted
+/// "Date Order=DMY" (MDY, DMY, YMD, YDM, MYD, DYM) and "Mode=Read" or "Mode=Create". Names compare
+/// without regard to case; a value may stand in quotes.
+/// Errors: 5 for a text of another form, else as `connect`.
+ado::ConnectionRef connectText(std::string_view connectionText);
+
+/// A new, empty database in memory, for tests and short work. No other connection can see it, so
+/// row locks hinder nobody.
+ado::ConnectionRef connectInMemory(const OpenOptions& options = {});
+
+/// SQLite text of each step of `statement`, one a line, as the connection would run it now; steps that
+/// are not SQL (EXEC, SET, jumps) as a comment. Errors: 5 where the connection is not of this kind,
+/// 3709 closed, 0x80040E14 as running it would give.
+std::string translate(ado::Connection& connection, std::string_view statement);
+
+} // namespace tamarok::embedded

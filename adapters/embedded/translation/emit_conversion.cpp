@@ -1,0 +1,402 @@
+#include <limits>
+
+#include "tamarok_tsql/literals.h"
+#include "tamarok_tsql/type_rules.h"
+#include "translation/emitter.h"
+
+namespace tamarok::embedded::sql {
+namespace {
+
+struct ConversionRow {
+    TypeKind kind;
+    std::string_view function;
+};
+
+constexpr ConversionRow conversions[] = {
+    {TypeKind::Bit, "tm_bit"},
+    {TypeKind::TinyInt, "tm_tinyint"},
+    {TypeKind::SmallInt, "tm_smallint"},
+    {TypeKind::Int, "tm_int"},
+    {TypeKind::BigInt, "tm_bigint"},
+    {TypeKind::Decimal, "tm_decimal"},
+    {TypeKind::Money, "tm_money"},
+    {TypeKind::Real, "tm_real"},
+    {TypeKind::Float, "tm_float"},
+    {TypeKind::Date, "tm_date"},
+    {TypeKind::SmallDateTime, "tm_smalldatetime"},
+    {TypeKind::DateTime, "tm_datetime"},
+    {TypeKind::DateTime2, "tm_datetime"},
+    {TypeKind::Time, "tm_time"},
+    {TypeKind::Char, "tm_char"},
+    {TypeKind::NChar, "tm_nchar"},
+    {TypeKind::VarChar, "tm_varchar"},
+    {TypeKind::Text, "tm_varchar"},
+};
+
+std::string_view conversionFunction(TypeKind kind)
+{
+    for (const ConversionRow& row : conversions) {
+        if (row.kind == kind) return row.function;
+    }
+    return "tm_nvarchar";
+}
+
+/// Whether every value of a whole or fixed type is one of the decimal `target`.
+bool fitsDecimal(const Type& given, const Type& target)
+{
+    if (target.kind != TypeKind::Decimal || !isNumber(given) || classOf(given) == TypeClass::Floating) return false;
+    const Type decimal = asDecimal(given);
+    return decimal.scale <= target.scale && decimal.precision - decimal.scale <= target.precision - target.scale;
+}
+
+bool isPadded(const Type& type)
+{
+    return type.kind == TypeKind::Char || type.kind == TypeKind::NChar;
+}
+
+} // namespace
+
+void Emitter::conversionCall(const Type& target)
+{
+    write(conversionFunction(target.kind));
+    write("(");
+}
+
+void Emitter::conversionEnd(const Type& target)
+{
+    if (target.kind == TypeKind::Decimal) {
+        write(", " + std::to_string(target.precision) + ", " + std::to_string(target.scale));
+    } else if (isText(target) || classOf(target) == TypeClass::Guid) {
+        write(", " + std::to_string(target.length));
+    }
+    write(")");
+}
+
+void Emitter::number(std::string_view function, const Expr& expr)
+{
+    write(function);
+    write("(");
+    expression(expr);
+    write(")");
+}
+
+// --- constants ---------------------------------------------------------------------------------
+
+bool Emitter::literalWhole(const TextExpr& text, const Type& target)
+{
+    const std::string value = textValue(text.raw);
+    std::optional<std::int64_t> whole = wholeOf(value);
+    if (target.kind == TypeKind::Bit) {
+        if (sameName(value, "true")) whole = 1;
+        if (sameName(value, "false")) whole = 0;
+        if (whole && *whole != 0) whole = 1;
+    }
+    const std::int64_t bound = wholeBound(target.kind);
+    const std::int64_t least = target.kind == TypeKind::TinyInt || target.kind == TypeKind::Bit ? 0 : -bound;
+    const std::int64_t most = target.kind == TypeKind::SmallInt || target.kind == TypeKind::Int ? bound - 1 : bound;
+    if (!whole || *whole < least || *whole > most) return false;
+    write(*whole < 0 ? "(" + std::to_string(*whole) + ")" : std::to_string(*whole));
+    return true;
+}
+
+bool Emitter::literalNumber(const TextExpr& text, const Type& target)
+{
+    std::string value = textValue(text.raw);
+    if (target.kind == TypeKind::Decimal || target.kind == TypeKind::Money || target.kind == TypeKind::Real) {
+        return false;
+    }
+    if (!isNumberText(value, true)) return false;
+    value.erase(0, value.find_first_not_of(" +\t\r\n"));
+    value.erase(value.find_last_not_of(" \t\r\n") + 1);
+    if (value.empty()) value = "0";
+    if (value.find_first_of(".eE") == std::string::npos) value += ".0";
+    write(value.front() == '-' ? "(" + value + ")" : value);
+    return true;
+}
+
+bool Emitter::literalDate(const TextExpr& text, const Type& target, bool strict)
+{
+    const std::optional<std::string> stored = storedDate(textValue(text.raw), order_, target.kind);
+    if (stored) {
+        writeText(*stored);
+    } else if (strict && target.kind == TypeKind::SmallDateTime) {
+        source_.refuse(text.offset, 295,
+                       "Conversion failed when converting character string to smalldatetime data type.", "22007");
+    } else if (strict) {
+        source_.refuse(text.offset, 241, "Conversion failed when converting date and/or time from character string.",
+                       "22007");
+    }
+    return stored.has_value();
+}
+
+bool Emitter::literalAs(const Expr& expr, const Type& target, bool strict)
+{
+    if (expr.kind == ExprKind::Number) {
+        const auto& literal = sql::as<NumberExpr>(expr);
+        if (isText(target) && literal.token == TokenKind::Integer && literal.bound >= 0) {
+            writeText(std::to_string(literal.bound));
+            return true;
+        }
+        if (isFraction(target) && literal.token == TokenKind::Integer) {
+            write(literal.text);
+            write(".0");
+            return true;
+        }
+        return false;
+    }
+    if (expr.kind != ExprKind::Text) return false;
+    const auto& text = sql::as<TextExpr>(expr);
+    if (isWhole(target)) return literalWhole(text, target);
+    if (isFraction(target)) return literalNumber(text, target);
+    if (isDate(target)) return literalDate(text, target, strict);
+    return false;
+}
+
+// --- what needs no asking ----------------------------------------------------------------------
+
+void Emitter::as(const Expr& expr, const Type& target, bool strict)
+{
+    if (expr.type == target || expr.type.kind == TypeKind::Null || isOpen(target)) return expression(expr);
+    if (literalAs(expr, target, strict)) return;
+    if (isWhole(target)) return toWhole(expr, target);
+    if (isFraction(target)) return toFraction(expr, target);
+    if (isDate(target)) return toDate(expr, target);
+    if (isText(target)) return asText(expr);
+    expression(expr);
+}
+
+void Emitter::toWhole(const Expr& expr, const Type& target)
+{
+    if (isDate(expr.type)) {
+        conversionCall(target);
+        dayNumber(expr);
+        write(")");
+        return;
+    }
+    const bool narrower = isWhole(expr.type) && (wholeBound(expr.type.kind) <= wholeBound(target.kind));
+    if (narrower || expr.type.kind == TypeKind::Unknown) return expression(expr);
+    conversionCall(target);
+    wholeOperand(expr, target);
+    write(")");
+}
+
+void Emitter::toFraction(const Expr& expr, const Type& target)
+{
+    if (isDate(expr.type)) return dayNumber(expr);
+    const bool loses = target.kind == TypeKind::Decimal && isFraction(expr.type) &&
+                       (expr.type.kind != TypeKind::Decimal || expr.type.scale > target.scale);
+    if (!isText(expr.type) && !loses) return expression(expr);
+    conversionCall(target);
+    expression(expr);
+    conversionEnd(target);
+}
+
+void Emitter::toDate(const Expr& expr, const Type& target)
+{
+    const bool finer = target.kind == TypeKind::DateTime || target.kind == TypeKind::DateTime2;
+    const bool same = finer && isDate(expr.type) && expr.type.kind != TypeKind::Time;
+    if (same) return expression(expr);
+    number(conversionFunction(target.kind), expr);
+}
+
+void Emitter::asText(const Expr& expr)
+{
+    if (isText(expr.type) || isOpen(expr.type) || classOf(expr.type) == TypeClass::Guid) return expression(expr);
+    if (literalAs(expr, makeType(TypeKind::NVarChar, -1), false)) return;
+    textOf(expr, nullptr, makeType(TypeKind::NVarChar, -1));
+}
+
+/// A value that is no text as text, by a CONVERT style where one is given.
+void Emitter::textOf(const Expr& expr, const Expr* style, const Type& target)
+{
+    const TypeClass of = classOf(expr.type);
+    if (expr.type.kind == TypeKind::Decimal) {
+        write("tm_decimaltext(");
+        expression(expr);
+        write(", " + std::to_string(expr.type.scale));
+    } else if (expr.type.kind == TypeKind::Money) {
+        write("tm_moneytext(");
+        expression(expr);
+        write(", ");
+        if (style != nullptr) {
+            expression(*style);
+        } else {
+            write("0");
+        }
+    } else if (of == TypeClass::Date || (of == TypeClass::Floating && style != nullptr)) {
+        write(of == TypeClass::Date ? "tm_datetext(" : "tm_floattext(");
+        expression(expr);
+        write(", ");
+        if (style != nullptr) {
+            expression(*style);
+        } else {
+            write(expr.type.kind == TypeKind::Date ? "23" : expr.type.kind == TypeKind::Time ? "108" : "0");
+        }
+    } else {
+        write(target.kind == TypeKind::Char || target.kind == TypeKind::VarChar ? "tm_varchar(" : "tm_nvarchar(");
+        expression(expr);
+    }
+    write(", " + std::to_string(target.length) + ")");
+}
+
+// --- CAST and CONVERT --------------------------------------------------------------------------
+
+void Emitter::cast(const CastExpr& cast)
+{
+    if (cast.value->type.kind == TypeKind::Null) return expression(*cast.value);
+    switch (classOf(cast.target)) {
+    case TypeClass::Text: return castText(cast);
+    case TypeClass::Date: return castDate(cast);
+    case TypeClass::Guid:
+        write("tm_nvarchar(");
+        expression(*cast.value);
+        write(", 36)");
+        return;
+    case TypeClass::Binary: source_.unsupported(cast.offset, "A conversion to a binary type");
+    default: castNumber(cast);
+    }
+}
+
+void Emitter::castText(const CastExpr& cast)
+{
+    const Expr& value = *cast.value;
+    const Type& target = cast.target;
+    const bool padded = isPadded(target);
+    if (padded) conversionCall(target);
+    if (isText(value.type)) {
+        const bool fits = target.length < 0 || (value.type.length >= 0 && value.type.length <= target.length);
+        if (!fits && !padded) write("tm_nvarchar(");
+        expression(value);
+        if (!fits && !padded) write(", " + std::to_string(target.length) + ")");
+    } else if (value.type.kind == TypeKind::Unknown && cast.style != nullptr) {
+        write("tm_datetext(");
+        expression(value);
+        write(", ");
+        expression(*cast.style);
+        write(", " + std::to_string(target.length) + ")");
+    } else {
+        textOf(value, cast.style, target);
+    }
+    if (padded) write(", " + std::to_string(target.length) + ")");
+}
+
+void Emitter::castDate(const CastExpr& cast)
+{
+    const Expr& value = *cast.value;
+    const bool text = isText(value.type) || value.type.kind == TypeKind::Unknown;
+    if (value.type == cast.target) return expression(value);
+    if (cast.style == nullptr && literalAs(value, cast.target, false)) return;
+    conversionCall(cast.target);
+    if (text && cast.style != nullptr) {
+        write("tm_datetimestyle(");
+        expression(value);
+        write(", ");
+        expression(*cast.style);
+        write(")");
+    } else {
+        expression(value);
+    }
+    write(")");
+}
+
+void Emitter::castNumber(const CastExpr& cast)
+{
+    const Expr& value = *cast.value;
+    const Type& target = cast.target;
+    const bool widens = isWhole(target) && isWhole(value.type) && target.kind != TypeKind::Bit &&
+                        wholeBound(value.type.kind) <= wholeBound(target.kind);
+    if (value.type == target || widens) return expression(value);
+    if (value.kind == ExprKind::Number && target.kind == TypeKind::Float) {
+        if (!literalAs(value, target, false)) expression(value);
+        return;
+    }
+    conversionCall(target);
+    if (isDate(value.type)) {
+        dayNumber(value);
+    } else {
+        wholeOperand(value, target);
+    }
+    conversionEnd(target);
+}
+
+/// A decimal lies in the file as a binary fraction: before it is cut to a whole number it is rounded
+/// to its own scale, or 0.29 * 100 would become 28.
+void Emitter::wholeOperand(const Expr& expr, const Type& target)
+{
+    const bool fixed = isWhole(target) && expr.type.kind == TypeKind::Decimal && expr.kind != ExprKind::Number;
+    if (fixed) write("tm_decimal(");
+    expression(expr);
+    if (fixed) write(", 38, " + std::to_string(expr.type.scale) + ")");
+}
+
+// --- assignment --------------------------------------------------------------------------------
+
+void Emitter::checkLiteralLength(const Expr& expr, const TableColumn& column, const Table& table) const
+{
+    if (expr.kind != ExprKind::Text || column.type.length < 0) return;
+    std::string value = textValue(sql::as<TextExpr>(expr).raw);
+    value.erase(value.find_last_not_of(' ') + 1);
+    std::int32_t length = 0;
+    for (const char c : value)
+        length += (static_cast<unsigned char>(c) & 0xC0U) != 0x80U ? 1 : 0;
+    if (length <= column.type.length) return;
+    source_.refuse(expr.offset, 2628,
+                   "String or binary data would be truncated in table '" + table.name + "', column '" + column.name +
+                       "'. Truncated value: '" + value.substr(0, 100) + "'.",
+                   "22001");
+}
+
+void Emitter::storeText(const TableColumn& column, auto&& operand)
+{
+    const bool padded = isPadded(column.type);
+    if (padded) write("tm_nchar(");
+    if (column.type.length >= 0) write("tm_store_text(");
+    operand();
+    if (column.type.length >= 0) write(", " + std::to_string(column.type.length) + ")");
+    if (padded) write(", " + std::to_string(column.type.length) + ")");
+}
+
+void Emitter::assigned(const Expr& expr, const TableColumn& column, const Table& table)
+{
+    const Type& target = column.type;
+    const Type& given = expr.type;
+    if (given.kind == TypeKind::Null || isOpen(target)) return expression(expr);
+    if (isText(target)) {
+        checkLiteralLength(expr, column, table);
+        const bool fits = isText(given) && !isPadded(target) &&
+                          (target.length < 0 || (given.length >= 0 && given.length <= target.length));
+        if (fits) return expression(expr);
+        storeText(column, [&] { asText(expr); });
+        return;
+    }
+    if (given == target && expr.kind != ExprKind::Parameter) return expression(expr);
+    if (literalAs(expr, target, true)) return;
+    const bool widens = isWhole(target) && isWhole(given) && target.kind != TypeKind::Bit &&
+                        wholeBound(given.kind) <= wholeBound(target.kind);
+    const std::int64_t most = wholeBound(target.kind) - (target.kind == TypeKind::Bit ? 0 : 1);
+    const bool smallLiteral = expr.kind == ExprKind::Number && isWhole(target) && expr.bound >= 0 && expr.bound <= most;
+    const bool free = (target.kind == TypeKind::Float && isNumber(given)) || fitsDecimal(given, target);
+    if (widens || smallLiteral || free || classOf(target) == TypeClass::Binary) return expression(expr);
+    conversionCall(target);
+    if (isNumber(target) && isDate(given)) {
+        dayNumber(expr);
+    } else {
+        wholeOperand(expr, target);
+    }
+    conversionEnd(target);
+}
+
+void Emitter::assignedColumn(std::string_view name, const Type& type, const TableColumn& column, const Table& table)
+{
+    ColumnExpr stand{};
+    Source inner{};
+    OutputColumn output{name, type};
+    inner.outputs = {&output, 1};
+    inner.name.text = "~q";
+    stand.kind = ExprKind::Column;
+    stand.type = type;
+    stand.source = &inner;
+    assigned(stand, column, table);
+}
+
+} // namespace tamarok::embedded::sql

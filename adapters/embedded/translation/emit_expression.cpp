@@ -1,0 +1,525 @@
+#include "tamarok_tsql/builtins.h"
+#include "tamarok_tsql/type_rules.h"
+#include "translation/emitter.h"
+
+namespace tamarok::embedded::sql {
+
+void Emitter::expression(const Expr& expr)
+{
+    switch (expr.kind) {
+    case ExprKind::Null: write("NULL"); break;
+    case ExprKind::Default: write("NULL"); break;
+    case ExprKind::Number: write(sql::as<NumberExpr>(expr).text); break;
+    case ExprKind::Text: write(sql::as<TextExpr>(expr).raw); break;
+    case ExprKind::Parameter:
+        write("?");
+        parameters_.push_back(sql::as<ParameterExpr>(expr).index);
+        break;
+    case ExprKind::System: system(sql::as<SystemExpr>(expr)); break;
+    case ExprKind::RowNum:
+    case ExprKind::Column: column(sql::as<ColumnExpr>(expr)); break;
+    case ExprKind::Unary: unary(sql::as<UnaryExpr>(expr)); break;
+    case ExprKind::Binary: binary(sql::as<BinaryExpr>(expr)); break;
+    case ExprKind::Compare: compare(sql::as<BinaryExpr>(expr)); break;
+    case ExprKind::And: chain(sql::as<ChainExpr>(expr).operands, " AND "); break;
+    case ExprKind::Or: chain(sql::as<ChainExpr>(expr).operands, " OR "); break;
+    case ExprKind::Not:
+        write("(NOT ");
+        expression(*sql::as<NotExpr>(expr).operand);
+        write(")");
+        break;
+    case ExprKind::Between: between(sql::as<BetweenExpr>(expr)); break;
+    case ExprKind::InList: inList(sql::as<InListExpr>(expr)); break;
+    case ExprKind::InQuery: inQuery(sql::as<InQueryExpr>(expr)); break;
+    case ExprKind::Like: like(sql::as<LikeExpr>(expr)); break;
+    case ExprKind::IsNull:
+        write("(");
+        expression(*sql::as<IsNullExpr>(expr).value);
+        write(sql::as<IsNullExpr>(expr).negated ? " IS NOT NULL)" : " IS NULL)");
+        break;
+    case ExprKind::Exists:
+        write("EXISTS (");
+        query(*sql::as<QueryExpr>(expr).query, Naming::None);
+        write(")");
+        break;
+    case ExprKind::Subquery:
+        write("(");
+        query(*sql::as<QueryExpr>(expr).query, Naming::None);
+        write(")");
+        break;
+    case ExprKind::Case: caseOf(sql::as<CaseExpr>(expr)); break;
+    case ExprKind::Cast: cast(sql::as<CastExpr>(expr)); break;
+    case ExprKind::IsNullCall: isNullCall(sql::as<CallExpr>(expr)); break;
+    case ExprKind::Coalesce: coalesce(sql::as<CallExpr>(expr)); break;
+    case ExprKind::NullIf: nullIf(sql::as<CallExpr>(expr)); break;
+    case ExprKind::Function: function(sql::as<FunctionExpr>(expr)); break;
+    }
+}
+
+void Emitter::column(const ColumnExpr& column)
+{
+    const Source* source = column.source;
+    if (source == nullptr) {
+        write("GETDATE()");
+        return;
+    }
+    const auto index = static_cast<std::size_t>(column.column);
+    if (source->folded) {
+        write("\"~r\".");
+        writeName(std::string(source->name.text) + "." + std::string(source->columnName(index)));
+        return;
+    }
+    if (!bare_) {
+        writeName(source->name.text);
+        out_ += '.';
+    }
+    if (source->numbered) {
+        write("\"c" + std::to_string(index + 1) + "\"");
+    } else {
+        writeName(source->columnName(index));
+    }
+}
+
+void Emitter::system(const SystemExpr& system)
+{
+    write(sameName(system.name, "@@IDENTITY") ? "last_insert_rowid()" : "changes()");
+}
+
+// --- collation ---------------------------------------------------------------------------------
+
+bool Emitter::needsCollation(const Expr& expr)
+{
+    const TypeClass of = classOf(expr.type);
+    return of == TypeClass::Text || of == TypeClass::Guid || expr.type.kind == TypeKind::Unknown;
+}
+
+bool Emitter::bringsCollation(const Expr& expr)
+{
+    if (expr.kind != ExprKind::Column) return false;
+    const Source* source = sql::as<ColumnExpr>(expr).source;
+    return source != nullptr && source->table != nullptr && !source->folded;
+}
+
+void Emitter::collated(const Expr& expr)
+{
+    expression(expr);
+    if (needsCollation(expr) && !bringsCollation(expr)) write(" COLLATE TAMAROK");
+}
+
+void Emitter::operand(const Expr& expr, const Type& common, bool collate)
+{
+    as(expr, common, true);
+    if (collate) write(" COLLATE TAMAROK");
+}
+
+// --- conditions --------------------------------------------------------------------------------
+
+namespace {
+
+std::string_view comparisonText(TokenKind op)
+{
+    switch (op) {
+    case TokenKind::Equal: return " = ";
+    case TokenKind::NotEqual: return " <> ";
+    case TokenKind::Less: return " < ";
+    case TokenKind::LessEqual: return " <= ";
+    case TokenKind::Greater: return " > ";
+    default: return " >= ";
+    }
+}
+
+bool isTextual(const Type& type)
+{
+    return isText(type) || classOf(type) == TypeClass::Guid;
+}
+
+} // namespace
+
+void Emitter::compare(const BinaryExpr& compare)
+{
+    const Expr& left = *compare.left;
+    const Expr& right = *compare.right;
+    const Type common = unify(left.type, right.type);
+    if (left.type.kind == TypeKind::Unknown && right.type.kind == TypeKind::Unknown) {
+        write("(tm_compare(");
+        expression(left);
+        write(", ");
+        expression(right);
+        write(")");
+        write(comparisonText(compare.op));
+        write("0)");
+        return;
+    }
+    write("(");
+    operand(left, common, isTextual(common) && !bringsCollation(left) && !bringsCollation(right));
+    write(comparisonText(compare.op));
+    operand(right, common, false);
+    write(")");
+}
+
+/// Long chains become a balanced tree: SQLite limits its depth.
+void Emitter::chain(ExprList operands, std::string_view op)
+{
+    constexpr std::size_t flat = 64;
+    write("(");
+    if (operands.size() > flat) {
+        const std::size_t half = operands.size() / 2;
+        chain(operands.first(half), op);
+        write(op);
+        chain(operands.subspan(half), op);
+    } else {
+        bool first = true;
+        for (const Expr* operand : operands) {
+            if (!first) write(op);
+            first = false;
+            expression(*operand);
+        }
+    }
+    write(")");
+}
+
+void Emitter::between(const BetweenExpr& between)
+{
+    const Type common = unify(unify(between.value->type, between.low->type), between.high->type);
+    write("(");
+    operand(*between.value, common, isTextual(common) && !bringsCollation(*between.value));
+    write(between.negated ? " NOT BETWEEN " : " BETWEEN ");
+    operand(*between.low, common, false);
+    write(" AND ");
+    operand(*between.high, common, false);
+    write(")");
+}
+
+void Emitter::inList(const InListExpr& in)
+{
+    write("(");
+    operand(*in.value, in.common, isTextual(in.common) && !bringsCollation(*in.value));
+    write(in.negated ? " NOT IN (" : " IN (");
+    bool first = true;
+    for (const Expr* item : in.items) {
+        if (!first) write(", ");
+        first = false;
+        operand(*item, in.common, false);
+    }
+    write("))");
+}
+
+void Emitter::inQuery(const InQueryExpr& in)
+{
+    write("(");
+    operand(*in.value, in.common, isTextual(in.common) && !bringsCollation(*in.value));
+    write(in.negated ? " NOT IN (" : " IN (");
+    query(*in.query, Naming::None);
+    write("))");
+}
+
+void Emitter::like(const LikeExpr& like)
+{
+    const bool national = isNational(like.value->type) || isNational(like.pattern->type);
+    if (like.negated) write("(NOT ");
+    write(national ? "tm_nlike(" : "tm_like(");
+    asText(*like.value);
+    write(", ");
+    asText(*like.pattern);
+    write(", ");
+    if (like.escape != nullptr) {
+        asText(*like.escape);
+    } else {
+        write("''");
+    }
+    write(like.negated ? "))" : ")");
+}
+
+// --- choices -----------------------------------------------------------------------------------
+
+void Emitter::caseOf(const CaseExpr& expr)
+{
+    write("(CASE ");
+    if (expr.operand != nullptr) {
+        operand(*expr.operand, expr.common, isTextual(expr.common) && !bringsCollation(*expr.operand));
+        write(" ");
+    }
+    for (const CaseArm& arm : expr.arms) {
+        write("WHEN ");
+        if (expr.operand != nullptr) {
+            operand(*arm.when, expr.common, false);
+        } else {
+            expression(*arm.when);
+        }
+        write(" THEN ");
+        as(*arm.then, expr.type);
+        write(" ");
+    }
+    if (expr.otherwise != nullptr) {
+        write("ELSE ");
+        as(*expr.otherwise, expr.type);
+        write(" ");
+    }
+    write("END)");
+}
+
+void Emitter::isNullCall(const CallExpr& call)
+{
+    write("ifnull(");
+    expression(*call.arguments[0]);
+    write(", ");
+    const Expr& other = *call.arguments[1];
+    const bool cut = isText(call.type) && call.type.length >= 0 && isText(other.type) &&
+                     (other.type.length < 0 || other.type.length > call.type.length);
+    if (cut) {
+        write("tm_nvarchar(");
+        expression(other);
+        write(", " + std::to_string(call.type.length) + ")");
+    } else {
+        as(other, call.type);
+    }
+    write(")");
+}
+
+void Emitter::coalesce(const CallExpr& call)
+{
+    write(call.arguments.size() == 1 ? "(" : "coalesce(");
+    bool first = true;
+    for (const Expr* argument : call.arguments) {
+        if (!first) write(", ");
+        first = false;
+        as(*argument, call.type);
+    }
+    write(")");
+}
+
+void Emitter::nullIf(const CallExpr& call)
+{
+    const Expr& value = *call.arguments[0];
+    const Expr& other = *call.arguments[1];
+    const Type common = unify(value.type, other.type);
+    write("(CASE WHEN ");
+    operand(value, common, isTextual(common) && !bringsCollation(value));
+    write(" = ");
+    operand(other, common, false);
+    write(" THEN NULL ELSE ");
+    expression(value);
+    write(" END)");
+}
+
+// --- arithmetic --------------------------------------------------------------------------------
+
+void Emitter::unary(const UnaryExpr& unary)
+{
+    if (unary.op == TokenKind::Tilde && unary.type.kind == TypeKind::Bit) {
+        write("(1 - ");
+    } else {
+        write(unary.op == TokenKind::Tilde ? "(~" : "(-");
+    }
+    expression(*unary.operand);
+    write(")");
+}
+
+void Emitter::infix(const Expr& left, std::string_view op, const Expr& right, const Type& type)
+{
+    write("(");
+    as(left, type);
+    write(op);
+    as(right, type);
+    write(")");
+}
+
+void Emitter::call(std::string_view function, const Expr& left, const Expr& right, const Type& type)
+{
+    write(function);
+    write("(");
+    as(left, type);
+    write(", ");
+    as(right, type);
+    write(")");
+}
+
+void Emitter::binary(const BinaryExpr& binary)
+{
+    if (isText(binary.type)) {
+        write("(");
+        asText(*binary.left);
+        write(" || ");
+        asText(*binary.right);
+        write(")");
+    } else if (isDate(binary.type)) {
+        dateArithmetic(binary);
+    } else if (isWhole(binary.type) || binary.type.kind == TypeKind::Null) {
+        wholeArithmetic(binary);
+    } else if (binary.type.kind == TypeKind::Unknown) {
+        openArithmetic(binary);
+    } else {
+        fractionArithmetic(binary);
+    }
+}
+
+void Emitter::openArithmetic(const BinaryExpr& binary)
+{
+    std::string_view function;
+    switch (binary.op) {
+    case TokenKind::Plus: function = "tm_add"; break;
+    case TokenKind::Minus: function = "tm_sub"; break;
+    case TokenKind::Star: function = "tm_mul"; break;
+    case TokenKind::Slash: function = "tm_div"; break;
+    case TokenKind::Percent: function = "tm_mod"; break;
+    default: return wholeArithmetic(binary);
+    }
+    write(function);
+    write("(");
+    expression(*binary.left);
+    write(", ");
+    expression(*binary.right);
+    write(")");
+}
+
+namespace {
+
+struct WholeOperator {
+    TokenKind op;
+    std::string_view plain;
+    std::string_view checked;
+    std::string_view checkedBig;
+};
+
+constexpr WholeOperator wholeOperators[] = {
+    {TokenKind::Plus, " + ", "tm_iadd", "tm_badd"},
+    {TokenKind::Minus, " - ", "tm_isub", "tm_bsub"},
+    {TokenKind::Star, " * ", "tm_imul", "tm_bmul"},
+    {TokenKind::Slash, " / ", "tm_idiv", "tm_bdiv"},
+    {TokenKind::Percent, " % ", "tm_imod", "tm_bmod"},
+    {TokenKind::Ampersand, " & ", {}, {}},
+    {TokenKind::Bar, " | ", {}, {}},
+};
+
+bool isNonZero(const Expr& expr)
+{
+    return expr.kind == ExprKind::Number && sql::as<NumberExpr>(expr).text.find_first_of("123456789") <
+                                                sql::as<NumberExpr>(expr).text.find_first_of("eE");
+}
+
+} // namespace
+
+void Emitter::wholeArithmetic(const BinaryExpr& binary)
+{
+    const Expr& left = *binary.left;
+    const Expr& right = *binary.right;
+    if (binary.op == TokenKind::Caret) {
+        write("(");
+        infix(left, " | ", right, binary.type);
+        write(" - ");
+        infix(left, " & ", right, binary.type);
+        write(")");
+        return;
+    }
+    for (const WholeOperator& row : wholeOperators) {
+        if (row.op != binary.op) continue;
+        const bool divides = row.op == TokenKind::Slash || row.op == TokenKind::Percent;
+        const bool safe = row.checked.empty() || (divides ? isNonZero(right) : binary.bound >= 0);
+        if (safe) {
+            infix(left, row.plain, right, binary.type);
+        } else {
+            call(binary.type.kind == TypeKind::BigInt ? row.checkedBig : row.checked, left, right, binary.type);
+        }
+    }
+}
+
+namespace {
+
+/// A sum, difference or product of decimals.
+bool isDecimalTerm(const Expr& expr)
+{
+    if (expr.kind != ExprKind::Binary || expr.type.kind != TypeKind::Decimal) return false;
+    const TokenKind op = sql::as<BinaryExpr>(expr).op;
+    return op == TokenKind::Plus || op == TokenKind::Minus || op == TokenKind::Star;
+}
+
+} // namespace
+
+/// An operand of decimal arithmetic: rounding once, around the outermost operation, is enough.
+void Emitter::term(const Expr& expr, const Type& type)
+{
+    if (isDecimalTerm(expr)) {
+        decimalTerm(sql::as<BinaryExpr>(expr));
+    } else {
+        as(expr, type);
+    }
+}
+
+void Emitter::decimalTerm(const BinaryExpr& binary)
+{
+    const Type operandType = unify(binary.left->type, binary.right->type);
+    write("(");
+    term(*binary.left, operandType);
+    write(binary.op == TokenKind::Plus ? " + " : binary.op == TokenKind::Minus ? " - " : " * ");
+    term(*binary.right, operandType);
+    write(")");
+}
+
+/// Decimals lie in the file as binary fractions: results are brought to their decimal places, where
+/// the server rounds products and cuts quotients.
+void Emitter::fractionArithmetic(const BinaryExpr& binary)
+{
+    const Expr& left = *binary.left;
+    const Expr& right = *binary.right;
+    const Type operandType = unify(left.type, right.type);
+    const bool fixed = binary.type.kind == TypeKind::Decimal;
+    const bool divides = binary.op == TokenKind::Slash;
+    if (fixed) write(divides ? "tm_decimal_cut(" : "tm_decimal(");
+    if (binary.op == TokenKind::Percent) {
+        call("tm_fmod", left, right, operandType);
+    } else if (!divides) {
+        decimalTerm(binary);
+    } else if (isNonZero(right)) {
+        infix(left, " / ", right, makeType(TypeKind::Float));
+    } else {
+        call("tm_fdiv", left, right, operandType);
+    }
+    if (fixed) {
+        write(", " + std::to_string(binary.type.precision) + ", " + std::to_string(binary.type.scale) + ")");
+    }
+}
+
+/// A date as days from 1900-01-01.
+void Emitter::dayNumber(const Expr& expr)
+{
+    write("tm_datediff_days(");
+    as(expr, makeType(TypeKind::DateTime));
+    write(", '1900-01-01 00:00:00.000')");
+}
+
+void Emitter::dateArithmetic(const BinaryExpr& binary)
+{
+    const Expr& left = *binary.left;
+    const Expr& right = *binary.right;
+    const bool minus = binary.op == TokenKind::Minus;
+    const auto isMoment = [](const Expr& expr) { return isDate(expr.type) || isText(expr.type); };
+    if (isMoment(left) && isMoment(right) && minus) {
+        write("tm_datetime(tm_datediff_days(");
+        as(left, makeType(TypeKind::DateTime));
+        write(", ");
+        as(right, makeType(TypeKind::DateTime));
+        write("))");
+        return;
+    }
+    const Expr& moment = isMoment(left) ? left : right;
+    const Expr& days = isMoment(left) ? right : left;
+    if (minus && !isMoment(left)) {
+        write("tm_datetime(");
+        expression(left);
+        write(" - ");
+        dayNumber(right);
+        write(")");
+        return;
+    }
+    write("tm_dateadd_days(");
+    as(moment, makeType(TypeKind::DateTime));
+    write(minus ? ", -" : ", ");
+    if (isMoment(days)) {
+        dayNumber(days);
+    } else {
+        expression(days);
+    }
+    write(")");
+}
+
+} // namespace tamarok::embedded::sql

@@ -1,0 +1,134 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tamarok_tsql/arena.h"
+#include "tamarok_tsql/ast.h"
+#include "tamarok_tsql/batch.h"
+#include "tamarok_tsql/binder.h"
+#include "tamarok_tsql/scope.h"
+#include "tamarok_tsql/source_text.h"
+
+namespace tamarok::embedded::sql {
+
+/// How the columns of a SELECT are named.
+enum class Naming : std::uint8_t {
+    None,    ///< not at all: nobody asks for names
+    Own,     ///< by their alias or column, always written out
+    Numbered ///< "c1", "c2", ... for an enclosing query of the translation
+};
+
+/// Writes bound trees as SQLite text. What it writes for an expression is always complete in itself
+/// (a name, a literal, a call or in parentheses), so that operators and COLLATE may follow.
+class Emitter {
+public:
+    Emitter(const SourceText& source, DateOrder order, std::size_t expected) : source_(source), order_(order)
+    {
+        out_.reserve(expected);
+    }
+
+    std::string& text() { return out_; }
+    std::vector<std::int32_t>& parameters() { return parameters_; }
+
+    void write(std::string_view text) { out_ += text; }
+    void writeName(std::string_view name);
+    void writeText(std::string_view value);
+
+    void query(const Query& query, Naming naming, const Source* keySource = nullptr);
+    void from(const FromItem* item);
+    void where(const Expr* condition);
+
+    void expression(const Expr& expr);
+    /// As an operand or result of type `target`: what the server converts without being asked.
+    void as(const Expr& expr, const Type& target, bool strict = false);
+    /// As a text, the way the server shows values.
+    void asText(const Expr& expr);
+    /// As the new value of a column: too long texts and numbers out of range are errors.
+    void assigned(const Expr& expr, const TableColumn& column, const Table& table);
+    /// The same for the column "name" of an enclosed query.
+    void assignedColumn(std::string_view name, const Type& type, const TableColumn& column, const Table& table);
+
+    /// Columns are written without their table, as CHECK needs it.
+    void writeBareColumns(bool bare) { bare_ = bare; }
+
+private:
+    // conversions
+    void number(std::string_view function, const Expr& expr);
+    bool literalAs(const Expr& expr, const Type& target, bool strict);
+    bool literalWhole(const TextExpr& text, const Type& target);
+    bool literalNumber(const TextExpr& text, const Type& target);
+    bool literalDate(const TextExpr& text, const Type& target, bool strict);
+    void toWhole(const Expr& expr, const Type& target);
+    void toFraction(const Expr& expr, const Type& target);
+    void toDate(const Expr& expr, const Type& target);
+    void dayNumber(const Expr& expr);
+    void cast(const CastExpr& cast);
+    void castText(const CastExpr& cast);
+    void castDate(const CastExpr& cast);
+    void castNumber(const CastExpr& cast);
+    void textOf(const Expr& expr, const Expr* style, const Type& target);
+    void wholeOperand(const Expr& expr, const Type& target);
+    void conversionCall(const Type& target);
+    void conversionEnd(const Type& target);
+    void storeText(const TableColumn& column, auto&& operand);
+    void checkLiteralLength(const Expr& expr, const TableColumn& column, const Table& table) const;
+
+    // expressions
+    void column(const ColumnExpr& column);
+    void system(const SystemExpr& system);
+    void unary(const UnaryExpr& unary);
+    void binary(const BinaryExpr& binary);
+    void openArithmetic(const BinaryExpr& binary);
+    void wholeArithmetic(const BinaryExpr& binary);
+    void fractionArithmetic(const BinaryExpr& binary);
+    void term(const Expr& expr, const Type& type);
+    void decimalTerm(const BinaryExpr& binary);
+    void dateArithmetic(const BinaryExpr& binary);
+    void call(std::string_view function, const Expr& left, const Expr& right, const Type& type);
+    void infix(const Expr& left, std::string_view op, const Expr& right, const Type& type);
+    void compare(const BinaryExpr& compare);
+    void operand(const Expr& expr, const Type& common, bool collate);
+    void chain(ExprList operands, std::string_view op);
+    void between(const BetweenExpr& between);
+    void inList(const InListExpr& in);
+    void inQuery(const InQueryExpr& in);
+    void like(const LikeExpr& like);
+    void caseOf(const CaseExpr& expr);
+    void isNullCall(const CallExpr& call);
+    void coalesce(const CallExpr& call);
+    void nullIf(const CallExpr& call);
+    void function(const FunctionExpr& function);
+    void argument(const FunctionExpr& function, std::size_t index);
+    void aggregate(const FunctionExpr& function);
+    void aggregateName(const FunctionExpr& function);
+    void over(const Over& over);
+    /// With the collation where text order or equality matters and no column brings it along.
+    void collated(const Expr& expr);
+    static bool needsCollation(const Expr& expr);
+    static bool bringsCollation(const Expr& expr);
+
+    // queries
+    void core(const Query& query, Naming naming, bool collate, const Source* keySource);
+    void compound(const Query& query, Naming naming, bool collate);
+    void arm(const Query& query, Naming naming, bool collate);
+    void items(const Query& query, Naming naming, bool collate, const Source* keySource);
+    void groupBy(const Core& core);
+    void orderBy(const Query& query);
+    void limit(const Query& query, bool rowLimitHere);
+    void limitValue(const Expr& expr);
+    void foldedRows(const Core& core);
+    void setFolded(const Core& core, bool folded);
+    static bool foldsRows(const Query& query);
+    void fromOperand(const FromItem& item);
+
+    const SourceText& source_;
+    DateOrder order_;
+    std::string out_;
+    std::vector<std::int32_t> parameters_;
+    bool bare_ = false;
+};
+
+} // namespace tamarok::embedded::sql

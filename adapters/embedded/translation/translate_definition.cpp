@@ -1,0 +1,312 @@
+#include <algorithm>
+
+#include "tamarok_tsql/type_rules.h"
+#include "translation/translator.h"
+
+namespace tamarok::embedded::sql {
+
+/// SQLite knows neither brackets nor (MAX) behind a type's name, but takes any text in quotes.
+std::string sqliteDeclaration(std::string_view declaration)
+{
+    const bool plain =
+        std::none_of(declaration.begin(), declaration.end(), [](char c) { return c == '[' || c == ']' || c == '"'; });
+    const bool unlimited = parseDeclaredType(declaration).length < 0 && declaration.find('(') != std::string_view::npos;
+    if (plain && !unlimited) return std::string(declaration);
+    std::string quoted = "\"";
+    for (const char c : declaration) {
+        if (c != '"' && c != '[' && c != ']') quoted += c;
+    }
+    return quoted + "\"";
+}
+
+namespace {
+
+const TableConstraint* primaryKey(const CreateTableStatement& create)
+{
+    for (const TableConstraint& constraint : create.constraints) {
+        if (constraint.kind == ConstraintKind::PrimaryKey) return &constraint;
+    }
+    return nullptr;
+}
+
+bool isKeyOf(const TableConstraint* key, const ColumnDefinition& column)
+{
+    return key != nullptr && key->columns.size() == 1 && key->columns[0] == column.name;
+}
+
+} // namespace
+
+void Translator::nameList(std::span<const Name> names)
+{
+    emitter_.write("(");
+    bool first = true;
+    for (const Name& name : names) {
+        if (!first) emitter_.write(", ");
+        first = false;
+        emitter_.writeName(name.text);
+    }
+    emitter_.write(")");
+}
+
+void Translator::createTable(const CreateTableStatement& create)
+{
+    if (catalog_.table(create.table.text) != nullptr) {
+        source_.refuse(create.table.offset, 2714,
+                       "There is already an object named '" + std::string(create.table.text) + "' in the database.",
+                       "42S01");
+    }
+    Table table;
+    table.name = create.table.text;
+    for (const ColumnDefinition& column : create.columns) {
+        if (table.column(column.name.text) >= 0) {
+            source_.refuse(column.name.offset, 2705,
+                           "Column names in each table must be unique. Column name '" + std::string(column.name.text) +
+                               "' in table '" + table.name + "' is specified more than once.");
+        }
+        table.columns.push_back({std::string(column.name.text), column.type, column.identity});
+    }
+    const TableConstraint* key = primaryKey(create);
+    const auto identities = std::count_if(create.columns.begin(), create.columns.end(),
+                                          [](const ColumnDefinition& column) { return column.identity; });
+    if (identities > 1) {
+        source_.refuse(create.table.offset, 2744,
+                       "Multiple identity columns specified for table '" + table.name + "'.");
+    }
+    step_.kind = Step::Kind::Define;
+    step_.target = table.name;
+    emitter_.write(create.table.text.starts_with('#') ? "CREATE TEMP TABLE " : "CREATE TABLE ");
+    emitter_.writeName(create.table.text);
+    emitter_.write(" (");
+    bool first = true;
+    bool keyDone = false;
+    for (const ColumnDefinition& column : create.columns) {
+        if (!first) emitter_.write(", ");
+        first = false;
+        const bool inKey =
+            key != nullptr && std::find(key->columns.begin(), key->columns.end(), column.name) != key->columns.end();
+        keyDone = keyDone || (column.identity && isKeyOf(key, column));
+        columnDefinition(column, table, column.identity, inKey || (column.primaryKey && identities > 0));
+    }
+    for (const TableConstraint& constraint : create.constraints) {
+        if (&constraint == key && keyDone) continue;
+        for (const Name& name : constraint.columns)
+            binder_.requireColumn(table, name);
+        emitter_.write(", ");
+        tableConstraint(constraint, table, identities > 0);
+    }
+    emitter_.write(")");
+}
+
+/// A column numbered by the database is SQLite's row key; another primary key beside it becomes UNIQUE.
+void Translator::columnDefinition(const ColumnDefinition& column, const Table& table, bool rowKey, bool key)
+{
+    emitter_.writeName(column.name.text);
+    if (rowKey) {
+        emitter_.write(" INTEGER PRIMARY KEY AUTOINCREMENT");
+        return;
+    }
+    emitter_.write(" " + sqliteDeclaration(column.typeText));
+    const bool identityBeside = std::any_of(table.columns.begin(), table.columns.end(),
+                                            [](const TableColumn& other) { return other.identity; });
+    if (column.notNull || column.primaryKey || key) emitter_.write(" NOT NULL");
+    if (column.primaryKey) emitter_.write(identityBeside ? " UNIQUE" : " PRIMARY KEY");
+    if (column.unique) emitter_.write(" UNIQUE");
+    if (column.defaultValue != nullptr) {
+        binder_.bindPlain(*column.defaultValue, binder_.makeScope(nullptr), "DEFAULT");
+        emitter_.write(" DEFAULT (");
+        emitter_.assigned(*column.defaultValue, {std::string(column.name.text), column.type}, table);
+        emitter_.write(")");
+    }
+    const bool text = isText(column.type) || column.type.kind == TypeKind::UniqueIdentifier;
+    if (text) emitter_.write(column.binary ? " COLLATE BINARY" : " COLLATE TAMAROK");
+    if (column.check != nullptr) {
+        emitter_.write(" ");
+        check(*column.check, table);
+    }
+    if (!column.referencedTable.empty()) {
+        referenceTo(column.referencedTable, column.referencedColumns, column.referenceActions);
+    }
+}
+
+void Translator::check(Expr& condition, const Table& table)
+{
+    Scope& scope = binder_.makeScope(nullptr);
+    binder_.addTable(table, {table.name, nameHash(table.name), condition.offset}, scope);
+    binder_.bindPlain(condition, scope, "CHECK");
+    emitter_.write("CHECK (");
+    emitter_.writeBareColumns(true);
+    emitter_.expression(condition);
+    emitter_.writeBareColumns(false);
+    emitter_.write(")");
+}
+
+void Translator::referenceTo(const Name& table, std::span<const Name> columns, std::string_view actions)
+{
+    emitter_.write(" REFERENCES ");
+    emitter_.writeName(table.text);
+    if (!columns.empty()) nameList(columns);
+    if (!actions.empty()) {
+        emitter_.write(" ");
+        emitter_.write(actions);
+    }
+}
+
+void Translator::tableConstraint(const TableConstraint& constraint, const Table& table, bool demoted)
+{
+    if (!constraint.name.empty()) {
+        emitter_.write("CONSTRAINT ");
+        emitter_.writeName(constraint.name.text);
+        emitter_.write(" ");
+    }
+    switch (constraint.kind) {
+    case ConstraintKind::PrimaryKey:
+        emitter_.write(demoted ? "UNIQUE " : "PRIMARY KEY ");
+        nameList(constraint.columns);
+        break;
+    case ConstraintKind::Unique:
+        emitter_.write("UNIQUE ");
+        nameList(constraint.columns);
+        break;
+    case ConstraintKind::ForeignKey:
+        emitter_.write("FOREIGN KEY ");
+        nameList(constraint.columns);
+        referenceTo(constraint.referencedTable, constraint.referencedColumns, constraint.referenceActions);
+        break;
+    case ConstraintKind::Check: check(*constraint.check, table); break;
+    }
+}
+
+namespace {
+
+/// Index names are unique within a table only; in SQLite within the file.
+std::string indexName(const Table& table, const Name& index)
+{
+    return table.name + "." + std::string(index.text);
+}
+
+} // namespace
+
+void Translator::createIndex(const CreateIndexStatement& create)
+{
+    const Table& table = binder_.requireTable(create.table);
+    step_.kind = Step::Kind::Define;
+    step_.target = table.name;
+    emitter_.write(create.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ");
+    if (table.name.starts_with('#')) emitter_.write("temp.");
+    emitter_.writeName(indexName(table, create.index));
+    emitter_.write(" ON ");
+    emitter_.writeName(table.name);
+    emitter_.write(" (");
+    bool first = true;
+    for (const IndexColumn& column : create.columns) {
+        if (!first) emitter_.write(", ");
+        first = false;
+        const std::int32_t index = binder_.requireColumn(table, column.name);
+        emitter_.writeName(table.columns[static_cast<std::size_t>(index)].name);
+        if (column.descending) emitter_.write(" DESC");
+    }
+    emitter_.write(")");
+}
+
+void Translator::createView(const CreateViewStatement& create)
+{
+    binder_.bindQuery(*create.query, nullptr);
+    if (!create.columns.empty() && create.columns.size() != create.query->outputs.size()) {
+        source_.refuse(create.view.offset, 8158,
+                       "'" + std::string(create.view.text) +
+                           "' has more or fewer columns than were specified in the column list.");
+    }
+    for (std::size_t i = 0; i < create.query->outputs.size(); ++i) {
+        if (!create.columns.empty() || !create.query->outputs[i].name.empty()) continue;
+        source_.refuse(create.view.offset, 4511,
+                       "Create View or Function failed because no column name was specified for column " +
+                           std::to_string(i + 1) + ".");
+    }
+    step_.kind = Step::Kind::Define;
+    step_.target = create.view.text;
+    emitter_.write("CREATE VIEW ");
+    emitter_.writeName(create.view.text);
+    if (!create.columns.empty()) {
+        emitter_.write(" ");
+        nameList(create.columns);
+    }
+    emitter_.write(" AS ");
+    emitter_.query(*create.query, Naming::Own);
+    if (!emitter_.parameters().empty()) source_.unsupported(create.view.offset, "A parameter in a view");
+}
+
+void Translator::drop(const DropStatement& drop)
+{
+    step_.kind = Step::Kind::Define;
+    step_.target = drop.name.text;
+    if (drop.what == DropStatement::What::Index) {
+        const Table& table = binder_.requireTable(drop.table);
+        step_.target = table.name;
+        emitter_.write(drop.ifExists ? "DROP INDEX IF EXISTS " : "DROP INDEX ");
+        emitter_.writeName(indexName(table, drop.name));
+        return;
+    }
+    const Table* table = catalog_.table(drop.name.text);
+    if (table == nullptr) {
+        if (drop.ifExists) {
+            step_.kind = Step::Kind::Nothing;
+            return;
+        }
+        source_.refuse(drop.name.offset, 3701,
+                       "Cannot drop '" + std::string(drop.name.text) +
+                           "', because it does not exist or you do not have permission.",
+                       "42S02");
+    }
+    step_.target = table->name;
+    emitter_.write(drop.what == DropStatement::What::View ? "DROP VIEW " : "DROP TABLE ");
+    emitter_.write(table->sqliteName);
+}
+
+void Translator::alter(const AlterStatement& alter)
+{
+    const Table& table = binder_.requireTable(alter.table);
+    step_.kind = Step::Kind::Define;
+    step_.target = table.name;
+    bool first = true;
+    const auto begin = [&](std::string_view action) {
+        if (!first) emitter_.write("; ");
+        first = false;
+        emitter_.write("ALTER TABLE ");
+        emitter_.write(table.sqliteName);
+        emitter_.write(action);
+    };
+    for (const ColumnDefinition& column : alter.added) {
+        if (table.column(column.name.text) >= 0) {
+            source_.refuse(column.name.offset, 2705,
+                           "Column names in each table must be unique. Column name '" + std::string(column.name.text) +
+                               "' in table '" + table.name + "' is specified more than once.");
+        }
+        if (column.identity || column.primaryKey || column.unique) {
+            source_.unsupported(column.name.offset, "ALTER TABLE ... ADD of a key or IDENTITY column");
+        }
+        begin(" ADD COLUMN ");
+        columnDefinition(column, table, false, false);
+    }
+    for (const Name& column : alter.dropped) {
+        const std::int32_t index = binder_.requireColumn(table, column);
+        begin(" DROP COLUMN ");
+        emitter_.writeName(table.columns[static_cast<std::size_t>(index)].name);
+    }
+}
+
+void Translator::truncate(const Name& name)
+{
+    const Table& table = binder_.requireTable(name);
+    step_.kind = Step::Kind::Define;
+    step_.target = table.name;
+    emitter_.write("DELETE FROM ");
+    emitter_.write(table.sqliteName);
+    const bool numbered = std::any_of(table.columns.begin(), table.columns.end(),
+                                      [](const TableColumn& column) { return column.identity; });
+    if (!numbered) return;
+    emitter_.write(table.name.starts_with('#') ? "; DELETE FROM temp.sqlite_sequence WHERE name = "
+                                               : "; DELETE FROM sqlite_sequence WHERE name = ");
+    emitter_.writeText(table.name);
+}
+
+} // namespace tamarok::embedded::sql

@@ -1,0 +1,445 @@
+#include "translation/translator.h"
+
+#include "tamarok_tsql/type_rules.h"
+
+namespace tamarok::embedded::sql {
+
+namespace {
+constexpr std::size_t arenaBlock = 16 * 1024;
+}
+
+Translator::Translator(const SourceText& source, const Catalog& catalog, DateOrder order) :
+    source_(source), catalog_(catalog), order_(order), arena_(arenaBlock), binder_(source, catalog, arena_),
+    emitter_(source, order, 0)
+{}
+
+Step Translator::translate(const ParsedStep& parsed, bool withRowKey)
+{
+    step_ = parsed.plain;
+    step_.sourceOffset = parsed.offset;
+    switch (parsed.kind) {
+    case StepKind::Plain: return std::move(step_);
+    case StepKind::Query: query(parsed, withRowKey); break;
+    case StepKind::Insert: insert(*parsed.insert); break;
+    case StepKind::Update: update(*parsed.update); break;
+    case StepKind::Delete: erase(*parsed.erase); break;
+    case StepKind::CreateTable: createTable(*parsed.createTable); break;
+    case StepKind::CreateIndex: createIndex(*parsed.createIndex); break;
+    case StepKind::CreateView: createView(*parsed.createView); break;
+    case StepKind::Drop: drop(*parsed.drop); break;
+    case StepKind::Alter: alter(*parsed.alter); break;
+    case StepKind::Truncate: truncate(parsed.table); break;
+    case StepKind::JumpUnless: condition(*parsed.condition); break;
+    case StepKind::Procedure: break;
+    }
+    finish();
+    return std::move(step_);
+}
+
+void Translator::finish()
+{
+    step_.text = std::move(emitter_.text());
+    step_.parameters = std::move(emitter_.parameters());
+}
+
+void Translator::condition(Expr& condition)
+{
+    binder_.bindPlain(condition, binder_.makeScope(nullptr), "IF");
+    emitter_.write("SELECT ");
+    emitter_.expression(condition);
+}
+
+// --- SELECT ------------------------------------------------------------------------------------
+
+void Translator::query(const ParsedStep& parsed, bool withRowKey)
+{
+    Query& query = *parsed.query;
+    emitter_.text().reserve(source_.text().size() * 2 + 512);
+    binder_.bindQuery(query, nullptr);
+    if (query.core != nullptr && !query.core->into.empty()) {
+        selectInto(query);
+        return;
+    }
+    step_.kind = Step::Kind::Query;
+    const Source* key = withRowKey ? keySource(query) : nullptr;
+    if (key != nullptr) step_.keyTable = key->table->name;
+    emitter_.query(query, Naming::Own, key);
+    describe(query.outputs);
+}
+
+/// The one base table whose rows the query gives, each at most once.
+const Source* Translator::keySource(const Query& query) const
+{
+    if (query.core == nullptr) return nullptr;
+    const Core& core = *query.core;
+    const bool oneTable = core.source != nullptr && core.source->kind == FromKind::Table;
+    const bool folds = core.rowLimit != nullptr && (core.top != nullptr || !query.order.empty());
+    if (!oneTable || core.distinct || core.aggregated || folds) return nullptr;
+    return core.source->source;
+}
+
+void Translator::describe(std::span<const OutputColumn> outputs)
+{
+    step_.columns.reserve(outputs.size());
+    for (const OutputColumn& output : outputs) {
+        ResultColumn& column = step_.columns.emplace_back();
+        column.name = output.name;
+        column.type = output.type;
+        if (output.base == nullptr) continue;
+        const Source* base = output.base;
+        auto index = static_cast<std::size_t>(output.baseColumn);
+        while (base != nullptr && base->table == nullptr) {
+            const OutputColumn& inner = base->outputs[index];
+            base = inner.base;
+            index = static_cast<std::size_t>(inner.baseColumn);
+        }
+        if (base == nullptr) continue;
+        column.baseTable = base->table->name;
+        column.baseColumn = base->table->columns[index].name;
+    }
+}
+
+void Translator::selectInto(Query& query)
+{
+    const Name& into = query.core->into;
+    const bool temporary = into.text.starts_with('#');
+    step_.kind = Step::Kind::Define;
+    emitter_.write(temporary ? "CREATE TEMP TABLE " : "CREATE TABLE ");
+    emitter_.writeName(into.text);
+    emitter_.write(" (");
+    bool first = true;
+    for (const OutputColumn& output : query.outputs) {
+        if (output.name.empty()) {
+            source_.refuse(into.offset, 1038, "An object or column name is missing or empty in SELECT INTO.");
+        }
+        if (!first) emitter_.write(", ");
+        first = false;
+        emitter_.writeName(output.name);
+        emitter_.write(" " +
+                       sqliteDeclaration(declaredText(isOpen(output.type) ? makeType(TypeKind::Int) : output.type)));
+        const bool text = isText(output.type) || output.type.kind == TypeKind::UniqueIdentifier;
+        if (text) emitter_.write(" COLLATE TAMAROK");
+    }
+    emitter_.write("); INSERT INTO ");
+    emitter_.writeName(into.text);
+    emitter_.write(" ");
+    emitter_.query(query, Naming::Own);
+    if (!emitter_.parameters().empty()) source_.unsupported(into.offset, "A parameter in SELECT INTO");
+}
+
+// --- INSERT ------------------------------------------------------------------------------------
+
+std::span<std::int32_t> Translator::insertColumns(const InsertStatement& insert, const Table& table)
+{
+    ArenaList<std::int32_t> columns(arena_);
+    for (const Name& name : insert.columns) {
+        const std::int32_t column = binder_.requireColumn(table, name);
+        for (const std::int32_t before : columns.span()) {
+            if (before != column) continue;
+            source_.refuse(name.offset, 264,
+                           "The column name '" + std::string(name.text) +
+                               "' is specified more than once in the column list of an INSERT.");
+        }
+        columns.push(column);
+    }
+    if (!insert.columns.empty()) return columns.span();
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        if (!table.columns[i].identity) columns.push(static_cast<std::int32_t>(i));
+    }
+    return columns.span();
+}
+
+void Translator::columnList(const Table& table, std::span<const std::int32_t> columns)
+{
+    emitter_.write(" (");
+    bool first = true;
+    for (const std::int32_t column : columns) {
+        if (!first) emitter_.write(", ");
+        first = false;
+        emitter_.writeName(table.columns[static_cast<std::size_t>(column)].name);
+    }
+    emitter_.write(")");
+}
+
+void Translator::insert(const InsertStatement& insert)
+{
+    const Table& table = binder_.requireTable(insert.table);
+    step_.kind = Step::Kind::Insert;
+    step_.target = table.name;
+    emitter_.text().reserve(source_.text().size() * 2 + 256);
+    emitter_.write("INSERT INTO ");
+    emitter_.write(table.sqliteName);
+    if (insert.defaults) {
+        emitter_.write(" DEFAULT VALUES");
+        return;
+    }
+    const std::span<std::int32_t> columns = insertColumns(insert, table);
+    if (insert.query != nullptr) {
+        columnList(table, columns);
+        insertQuery(insert, table, columns);
+    } else {
+        insertRows(insert, table, columns);
+    }
+}
+
+namespace {
+
+[[noreturn]] void refuseCount(const SourceText& source, std::size_t offset, bool listed, bool tooMany)
+{
+    if (!listed) {
+        source.refuse(offset, 213, "Column name or number of supplied values does not match table definition.");
+    }
+    source.refuse(offset, tooMany ? 110 : 109,
+                  tooMany ? "There are fewer columns in the INSERT statement than values specified. The number of "
+                            "values must match the number of columns."
+                          : "There are more columns in the INSERT statement than values specified. The number of "
+                            "values must match the number of columns.");
+}
+
+} // namespace
+
+/// Columns that get DEFAULT in every row are left out, which is how SQLite says it; the rest remain.
+std::span<std::int32_t> Translator::withoutDefaults(const InsertStatement& insert, std::span<std::int32_t> columns)
+{
+    const std::span<std::int32_t> kept = arena_.copy(std::span<const std::int32_t>(columns));
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const bool first = insert.rows[0][i]->kind == ExprKind::Default;
+        for (const ExprList& row : insert.rows) {
+            if ((row[i]->kind == ExprKind::Default) == first) continue;
+            source_.unsupported(row[i]->offset, "DEFAULT in some rows of VALUES only");
+        }
+        if (first) kept[i] = -1;
+    }
+    return kept;
+}
+
+/// The statement as written so far with plain parameters behind it, where the row consists of nothing else.
+void Translator::bareRow(const ExprList& row, const Table& table, std::span<const std::int32_t> kept)
+{
+    std::string text = emitter_.text() + " VALUES (";
+    std::vector<Type> types;
+    for (std::size_t i = 0; i < row.size(); ++i) {
+        if (kept[i] < 0) continue;
+        if (row[i]->kind != ExprKind::Parameter) return;
+        text += types.empty() ? "?" : ", ?";
+        types.push_back(table.columns[static_cast<std::size_t>(kept[i])].type);
+    }
+    step_.bareText = std::move(text) + ")";
+    step_.bareTypes = std::move(types);
+}
+
+void Translator::insertRows(const InsertStatement& insert, const Table& table, std::span<const std::int32_t> columns)
+{
+    for (const ExprList& row : insert.rows) {
+        if (row.size() == columns.size()) continue;
+        refuseCount(source_, insert.table.offset, !insert.columns.empty(), row.size() > columns.size());
+    }
+    const std::span<std::int32_t> all = arena_.copy(columns);
+    const std::span<std::int32_t> kept = withoutDefaults(insert, all);
+    ArenaList<std::int32_t> listed(arena_);
+    for (const std::int32_t column : kept) {
+        if (column >= 0) listed.push(column);
+    }
+    if (listed.size() == 0) {
+        if (insert.rows.size() > 1) source_.unsupported(insert.table.offset, "VALUES of DEFAULT in several rows");
+        emitter_.write(" DEFAULT VALUES");
+        return;
+    }
+    columnList(table, listed.span());
+    if (insert.rows.size() == 1) bareRow(insert.rows[0], table, kept);
+    Scope& scope = binder_.makeScope(nullptr);
+    bool firstRow = true;
+    for (const ExprList& row : insert.rows) {
+        emitter_.write(firstRow ? " VALUES (" : ", (");
+        firstRow = false;
+        bool first = true;
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            if (kept[i] < 0) continue;
+            if (!first) emitter_.write(", ");
+            first = false;
+            binder_.bindPlain(*row[i], scope, "VALUES");
+            emitter_.assigned(*row[i], table.columns[static_cast<std::size_t>(kept[i])], table);
+        }
+        emitter_.write(")");
+    }
+}
+
+/// The rows of a query, brought to the columns' types by a query around it.
+void Translator::insertQuery(const InsertStatement& insert, const Table& table, std::span<const std::int32_t> columns)
+{
+    Query& query = *insert.query;
+    binder_.bindQuery(query, nullptr);
+    if (query.outputs.size() != columns.size()) {
+        const bool tooMany = query.outputs.size() > columns.size();
+        if (insert.columns.empty()) refuseCount(source_, insert.table.offset, false, tooMany);
+        source_.refuse(insert.table.offset, tooMany ? 121 : 120,
+                       "The select list for the INSERT statement contains " + std::string(tooMany ? "more" : "fewer") +
+                           " items than the insert list. The number of SELECT values must match the number of INSERT "
+                           "columns.");
+    }
+    bool same = true;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const Type& target = table.columns[static_cast<std::size_t>(columns[i])].type;
+        same = same && (query.outputs[i].type == target || query.outputs[i].type.kind == TypeKind::Null);
+    }
+    if (same) {
+        emitter_.write(" ");
+        emitter_.query(query, Naming::None);
+        return;
+    }
+    emitter_.write(" SELECT ");
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (i != 0) emitter_.write(", ");
+        const std::string_view name = arena_.text("c" + std::to_string(i + 1));
+        emitter_.assignedColumn(name, query.outputs[i].type, table.columns[static_cast<std::size_t>(columns[i])],
+                                table);
+    }
+    emitter_.write(" FROM (");
+    emitter_.query(query, Naming::Numbered);
+    emitter_.write(") AS \"~q\"");
+}
+
+// --- UPDATE and DELETE -------------------------------------------------------------------------
+
+void Translator::bindWhere(Expr* where, Scope& scope)
+{
+    if (where != nullptr) binder_.bindPlain(*where, scope, "WHERE");
+}
+
+/// The table to change: one of the FROM clause by alias or name, or a table beside it.
+/// `joined` tells that its rows come out of the FROM clause.
+Source& Translator::targetSource(const Name& target, FromItem* from, Scope& scope, bool& joined)
+{
+    joined = false;
+    if (from == nullptr) return binder_.addTable(binder_.requireTable(target), target, scope);
+    binder_.bindFrom(from, scope);
+    Source* found = nullptr;
+    for (Source* source : scope.sources.span()) {
+        if (source->name == target) found = source;
+    }
+    for (Source* source : scope.sources.span()) {
+        const bool named = source->table != nullptr && sameName(source->table->name, target.text);
+        if (found != nullptr && source != found) continue;
+        if (named) found = source;
+    }
+    if (found == nullptr) return binder_.addTable(binder_.requireTable(target), target, scope);
+    if (found->table == nullptr) {
+        source_.refuse(target.offset, 4421, "Derived table '" + std::string(target.text) + "' is not updatable.");
+    }
+    joined = true;
+    return *found;
+}
+
+void Translator::lockProbe(const Source& target, const FromItem* from, bool joined, const Expr* where)
+{
+    Emitter probe(source_, order_, 256);
+    probe.write(from != nullptr ? "SELECT DISTINCT " : "SELECT ");
+    probe.writeName(target.name.text);
+    probe.write(".rowid FROM ");
+    if (!joined) {
+        probe.write(target.table->sqliteName);
+        probe.write(" AS ");
+        probe.writeName(target.name.text);
+        if (from != nullptr) probe.write(", ");
+    }
+    if (from != nullptr) probe.from(from);
+    probe.where(where);
+    step_.lockProbe = std::move(probe.text());
+    step_.probeParameters = std::move(probe.parameters());
+}
+
+void Translator::updateAssignments(const UpdateStatement& update, const Source& target, bool fromRows)
+{
+    emitter_.write(" SET ");
+    for (std::size_t i = 0; i < update.assignments.size(); ++i) {
+        const Assignment& assignment = update.assignments[i];
+        const TableColumn& column =
+            target.table->columns[static_cast<std::size_t>(binder_.requireColumn(*target.table, assignment.column))];
+        if (column.identity) {
+            source_.refuse(assignment.column.offset, 8102, "Cannot update identity column '" + column.name + "'.");
+        }
+        if (i != 0) emitter_.write(", ");
+        emitter_.writeName(column.name);
+        emitter_.write(" = ");
+        if (fromRows) {
+            emitter_.write("\"~u\".\"c" + std::to_string(i + 1) + "\"");
+        } else {
+            emitter_.assigned(*assignment.value, column, *target.table);
+        }
+    }
+}
+
+void Translator::update(const UpdateStatement& update)
+{
+    Scope& scope = binder_.makeScope(nullptr);
+    bool joined = false;
+    const Source& target = targetSource(update.target, update.from, scope, joined);
+    for (const Assignment& assignment : update.assignments) {
+        if (assignment.value->kind == ExprKind::Default) {
+            source_.unsupported(assignment.value->offset, "DEFAULT in UPDATE");
+        }
+        binder_.bindPlain(*assignment.value, scope, "SET");
+    }
+    bindWhere(update.where, scope);
+    step_.kind = Step::Kind::Update;
+    step_.target = target.table->name;
+    emitter_.write("UPDATE ");
+    emitter_.write(target.table->sqliteName);
+    emitter_.write(" AS ");
+    if (joined) {
+        updateJoined(update, target);
+    } else {
+        emitter_.writeName(target.name.text);
+        updateAssignments(update, target, false);
+        if (update.from != nullptr) {
+            emitter_.write(" FROM ");
+            emitter_.from(update.from);
+        }
+        emitter_.where(update.where);
+    }
+    lockProbe(target, update.from, joined, update.where);
+}
+
+/// SQLite's UPDATE does not find its own table in FROM: the joined rows are taken by their row keys.
+void Translator::updateJoined(const UpdateStatement& update, const Source& target)
+{
+    emitter_.write("\"~t\"");
+    updateAssignments(update, target, true);
+    emitter_.write(" FROM (SELECT ");
+    emitter_.writeName(target.name.text);
+    emitter_.write(".rowid AS \"k\"");
+    for (std::size_t i = 0; i < update.assignments.size(); ++i) {
+        const Assignment& assignment = update.assignments[i];
+        const std::int32_t column = binder_.requireColumn(*target.table, assignment.column);
+        emitter_.write(", ");
+        emitter_.assigned(*assignment.value, target.table->columns[static_cast<std::size_t>(column)], *target.table);
+        emitter_.write(" AS \"c" + std::to_string(i + 1) + "\"");
+    }
+    emitter_.write(" FROM ");
+    emitter_.from(update.from);
+    emitter_.where(update.where);
+    emitter_.write(") AS \"~u\" WHERE \"~t\".rowid = \"~u\".\"k\"");
+}
+
+void Translator::erase(const DeleteStatement& erase)
+{
+    Scope& scope = binder_.makeScope(nullptr);
+    bool joined = false;
+    const Source& target = targetSource(erase.target, erase.from, scope, joined);
+    bindWhere(erase.where, scope);
+    step_.kind = Step::Kind::Delete;
+    step_.target = target.table->name;
+    lockProbe(target, erase.from, joined, erase.where);
+    emitter_.write("DELETE FROM ");
+    emitter_.write(target.table->sqliteName);
+    if (erase.from == nullptr) {
+        emitter_.write(" AS ");
+        emitter_.writeName(target.name.text);
+        emitter_.where(erase.where);
+        return;
+    }
+    emitter_.write(" WHERE rowid IN (" + step_.lockProbe + ")");
+    emitter_.parameters() = step_.probeParameters;
+}
+
+} // namespace tamarok::embedded::sql

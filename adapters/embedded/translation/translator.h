@@ -1,0 +1,67 @@
+#pragma once
+
+#include "tamarok_tsql/arena.h"
+#include "tamarok_tsql/ast.h"
+#include "tamarok_tsql/batch.h"
+#include "tamarok_tsql/binder.h"
+#include "tamarok_tsql/source_text.h"
+#include "translation/emitter.h"
+
+namespace tamarok::embedded::sql {
+
+/// A declared type in a form that SQLite keeps as it stands.
+std::string sqliteDeclaration(std::string_view declaration);
+
+/// Turns one parsed step into one for SQLite.
+class Translator {
+public:
+    Translator(const SourceText& source, const Catalog& catalog, DateOrder order);
+
+    Step translate(const ParsedStep& parsed, bool withRowKey);
+
+private:
+    void query(const ParsedStep& parsed, bool withRowKey);
+    void selectInto(Query& query);
+    void describe(std::span<const OutputColumn> outputs);
+    const Source* keySource(const Query& query) const;
+
+    void insert(const InsertStatement& insert);
+    std::span<std::int32_t> insertColumns(const InsertStatement& insert, const Table& table);
+    void bareRow(const ExprList& row, const Table& table, std::span<const std::int32_t> kept);
+    void insertRows(const InsertStatement& insert, const Table& table, std::span<const std::int32_t> columns);
+    void insertQuery(const InsertStatement& insert, const Table& table, std::span<const std::int32_t> columns);
+    void columnList(const Table& table, std::span<const std::int32_t> columns);
+    std::span<std::int32_t> withoutDefaults(const InsertStatement& insert, std::span<std::int32_t> columns);
+
+    void update(const UpdateStatement& update);
+    void updateAssignments(const UpdateStatement& update, const Source& target, bool fromRows);
+    void updateJoined(const UpdateStatement& update, const Source& target);
+    void erase(const DeleteStatement& erase);
+    Source& targetSource(const Name& target, FromItem* from, Scope& scope, bool& joined);
+    void lockProbe(const Source& target, const FromItem* from, bool joined, const Expr* where);
+    void bindWhere(Expr* where, Scope& scope);
+
+    void createTable(const CreateTableStatement& create);
+    void columnDefinition(const ColumnDefinition& column, const Table& table, bool rowKey, bool key);
+    void tableConstraint(const TableConstraint& constraint, const Table& table, bool demoted);
+    void check(Expr& condition, const Table& table);
+    void referenceTo(const Name& table, std::span<const Name> columns, std::string_view actions);
+    void nameList(std::span<const Name> names);
+    void createIndex(const CreateIndexStatement& create);
+    void createView(const CreateViewStatement& create);
+    void drop(const DropStatement& drop);
+    void alter(const AlterStatement& alter);
+    void truncate(const Name& name);
+    void condition(Expr& condition);
+    void finish();
+
+    const SourceText& source_;
+    const Catalog& catalog_;
+    DateOrder order_;
+    Arena arena_;
+    Binder binder_;
+    Emitter emitter_;
+    Step step_;
+};
+
+} // namespace tamarok::embedded::sql

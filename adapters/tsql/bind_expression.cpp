@@ -1,0 +1,432 @@
+#include <algorithm>
+#include <bit>
+#include <charconv>
+#include <limits>
+
+#include "tamarok_tsql/binder.h"
+#include "tamarok_tsql/literals.h"
+#include "tamarok_tsql/type_rules.h"
+
+namespace tamarok::embedded::sql {
+namespace {
+
+constexpr std::uint64_t mix(std::uint64_t hash, std::uint64_t value)
+{
+    return mixWord(hash, value);
+}
+
+/// What distinguishes a node from others of its kind with the same children.
+std::uint64_t ownHash(const Expr& expr)
+{
+    const auto kind = mix(14695981039346656037ULL, static_cast<std::uint64_t>(expr.kind));
+    switch (expr.kind) {
+    case ExprKind::Number: return textHash(kind, as<NumberExpr>(expr).text);
+    case ExprKind::Text: return textHash(kind, as<TextExpr>(expr).raw);
+    case ExprKind::System: return textHash(kind, as<SystemExpr>(expr).name);
+    case ExprKind::Parameter: return mix(kind, static_cast<std::uint64_t>(as<ParameterExpr>(expr).index) + 1);
+    case ExprKind::Column: {
+        const auto& column = as<ColumnExpr>(expr);
+        const std::uint64_t source = column.source == nullptr ? 0 : column.source->number;
+        return mix(mix(kind, source), static_cast<std::uint64_t>(column.column) + 1);
+    }
+    case ExprKind::Unary: return mix(kind, static_cast<std::uint64_t>(as<UnaryExpr>(expr).op));
+    case ExprKind::Binary:
+    case ExprKind::Compare: return mix(kind, static_cast<std::uint64_t>(as<BinaryExpr>(expr).op));
+    case ExprKind::Between: return mix(kind, as<BetweenExpr>(expr).negated ? 1 : 0);
+    case ExprKind::InList: return mix(kind, as<InListExpr>(expr).negated ? 1 : 0);
+    case ExprKind::Like: return mix(kind, as<LikeExpr>(expr).negated ? 1 : 0);
+    case ExprKind::IsNull: return mix(kind, as<IsNullExpr>(expr).negated ? 1 : 0);
+    case ExprKind::Case: return mix(kind, as<CaseExpr>(expr).operand != nullptr ? 1 : 0);
+    case ExprKind::Cast: {
+        const Type& type = as<CastExpr>(expr).target;
+        const auto sizes = static_cast<std::uint64_t>(type.precision) << 8U | type.scale;
+        return mix(mix(mix(kind, static_cast<std::uint64_t>(type.kind)), sizes),
+                   static_cast<std::uint64_t>(static_cast<std::uint32_t>(type.length)));
+    }
+    case ExprKind::Function: {
+        const auto& function = as<FunctionExpr>(expr);
+        return mix(mix(kind, function.name.hash), (function.distinct ? 1U : 0U) + (function.star ? 2U : 0U));
+    }
+    default: return kind;
+    }
+}
+
+bool holdsQuery(const Expr& expr)
+{
+    return expr.kind == ExprKind::Subquery || expr.kind == ExprKind::Exists || expr.kind == ExprKind::InQuery ||
+           (expr.kind == ExprKind::Function && as<FunctionExpr>(expr).over != nullptr);
+}
+
+} // namespace
+
+void Binder::finish(Expr& expr) const
+{
+    expr.hash = ownHash(expr);
+    if (holdsQuery(expr)) {
+        expr.hash = mix(expr.hash, std::bit_cast<std::uintptr_t>(&expr));
+        return;
+    }
+    switch (expr.kind) {
+    case ExprKind::Number:
+    case ExprKind::Text:
+    case ExprKind::Column: return;
+    default: visitChildren(expr, [&](const Expr& child) { expr.hash = mix(expr.hash, child.hash); });
+    }
+}
+
+void Binder::refuseOperand(const Expr& expr, const Type& type, std::string_view operation) const
+{
+    std::string shown = declaredText(type);
+    for (char& c : shown)
+        c = static_cast<char>(c >= 'A' && c <= 'Z' ? c + 32 : c);
+    source_.refuse(expr.offset, 8117,
+                   "Operand data type " + shown.substr(0, shown.find('(')) + " is invalid for " +
+                       std::string(operation) + " operator.");
+}
+
+void Binder::bindExpression(Expr& expr, Scope& scope)
+{
+    expr.bound = -1;
+    switch (expr.kind) {
+    case ExprKind::Null: expr.type = makeType(TypeKind::Null); break;
+    case ExprKind::Parameter: expr.type = {}; break;
+    case ExprKind::Default:
+        source_.refuse(expr.offset, messages::syntax, "Incorrect syntax near the keyword 'DEFAULT'.");
+    case ExprKind::RowNum: {
+        auto& column = as<ColumnExpr>(expr);
+        if (!findColumn(column, scope)) {
+            source_.unsupported(expr.offset, "ROWNUM other than in WHERE with = 1, < n or <= n");
+        }
+        break;
+    }
+    case ExprKind::Number: bindNumber(as<NumberExpr>(expr)); break;
+    case ExprKind::Text: bindText(as<TextExpr>(expr)); break;
+    case ExprKind::System: bindSystem(as<SystemExpr>(expr)); break;
+    case ExprKind::Column: bindColumn(as<ColumnExpr>(expr), scope); break;
+    case ExprKind::Function: bindFunction(as<FunctionExpr>(expr), scope); break;
+    case ExprKind::Case: bindCase(as<CaseExpr>(expr), scope); break;
+    case ExprKind::Subquery: bindScalarQuery(as<QueryExpr>(expr), scope); break;
+    case ExprKind::Exists: bindQuery(*as<QueryExpr>(expr).query, &scope); break;
+    case ExprKind::InQuery: bindInQuery(as<InQueryExpr>(expr), scope); break;
+    default:
+        visitChildren(expr, [&](Expr& child) { bindExpression(child, scope); });
+        if (expr.kind == ExprKind::Unary) {
+            bindUnary(as<UnaryExpr>(expr));
+        } else if (expr.kind == ExprKind::Binary) {
+            bindBinary(as<BinaryExpr>(expr));
+        } else if (expr.kind == ExprKind::InList) {
+            auto& in = as<InListExpr>(expr);
+            in.common = in.value->type;
+            for (const Expr* item : in.items)
+                in.common = unify(in.common, item->type);
+        } else if (expr.kind == ExprKind::Cast) {
+            expr.type = as<CastExpr>(expr).target;
+        } else if (expr.kind == ExprKind::IsNullCall || expr.kind == ExprKind::Coalesce ||
+                   expr.kind == ExprKind::NullIf) {
+            bindCall(as<CallExpr>(expr));
+        }
+    }
+    finish(expr);
+}
+
+// --- names -------------------------------------------------------------------------------------
+
+bool Binder::findColumn(ColumnExpr& column, Scope& scope)
+{
+    column.source = nullptr;
+    for (Scope* level = &scope; level != nullptr; level = level->parent) {
+        for (Source* source : level->sources.span()) {
+            if (!column.qualifier.empty() && !(source->name == column.qualifier)) continue;
+            const std::int32_t index = source->find(column.name);
+            if (index < 0) {
+                if (column.qualifier.empty()) continue;
+                source_.refuse(column.name.offset, messages::unknownColumn,
+                               "Invalid column name '" + std::string(column.name.text) + "'.", "42S22");
+            }
+            if (column.source != nullptr) {
+                source_.refuse(column.offset, messages::ambiguousColumn,
+                               "Ambiguous column name '" + std::string(column.name.text) + "'.");
+            }
+            column.source = source;
+            column.column = index;
+        }
+        if (column.source == nullptr) continue;
+        column.type = column.source->columnType(static_cast<std::size_t>(column.column));
+        if (isWhole(column.type) && column.type.kind != TypeKind::BigInt) column.bound = wholeBound(column.type.kind);
+        if (level->collectUsed) level->used.push(&column);
+        return true;
+    }
+    return false;
+}
+
+void Binder::bindColumn(ColumnExpr& column, Scope& scope)
+{
+    if (findColumn(column, scope) || bindPseudoColumn(column)) return;
+    if (!column.qualifier.empty()) {
+        source_.refuse(column.offset, messages::unboundName,
+                       "The multi-part identifier \"" + std::string(column.qualifier.text) + "." +
+                           std::string(column.name.text) + "\" could not be bound.");
+    }
+    source_.refuse(column.offset, messages::unknownColumn,
+                   "Invalid column name '" + std::string(column.name.text) + "'.", "42S22");
+}
+
+/// Names that are calls without parentheses.
+bool Binder::bindPseudoColumn(ColumnExpr& column) const
+{
+    if (!column.qualifier.empty()) return false;
+    if (!sameName(column.name.text, "SYSDATE") && !sameName(column.name.text, "CURRENT_TIMESTAMP")) return false;
+    column.column = -1;
+    column.type = makeType(TypeKind::DateTime);
+    return true;
+}
+
+// --- literals ----------------------------------------------------------------------------------
+
+void Binder::bindNumber(NumberExpr& number) const
+{
+    const std::string_view digits = number.text;
+    if (number.token == TokenKind::Float) {
+        number.type = makeType(TypeKind::Float);
+        return;
+    }
+    std::int64_t whole = 0;
+    const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), whole);
+    if (number.token == TokenKind::Integer && read.ec == std::errc() &&
+        whole <= std::numeric_limits<std::int32_t>::max()) {
+        number.type = makeType(TypeKind::Int);
+        number.bound = whole;
+        return;
+    }
+    const std::size_t point = std::min(digits.find('.'), digits.size());
+    const std::size_t zeros = std::min(digits.find_first_not_of('0'), point);
+    const std::size_t scale = point == digits.size() ? 0 : digits.size() - point - 1;
+    const std::size_t precision = std::max<std::size_t>(1, point - zeros + scale);
+    if (precision > 38) {
+        source_.refuse(number.offset, 1007,
+                       "The number '" + std::string(digits.substr(0, 60)) +
+                           "' is out of the range for numeric representation (maximum precision 38).");
+    }
+    number.type = makeDecimal(static_cast<int>(precision), static_cast<int>(scale));
+}
+
+void Binder::bindText(TextExpr& text) const
+{
+    text.type = makeType(text.national ? TypeKind::NVarChar : TypeKind::VarChar, textLength(text.raw));
+}
+
+void Binder::bindSystem(SystemExpr& system) const
+{
+    if (sameName(system.name, "@@IDENTITY")) {
+        system.type = makeType(TypeKind::BigInt);
+    } else if (sameName(system.name, "@@ROWCOUNT")) {
+        system.type = makeType(TypeKind::Int);
+    } else {
+        source_.unsupported(system.offset, std::string(system.name));
+    }
+}
+
+// --- operators ---------------------------------------------------------------------------------
+
+void Binder::bindUnary(UnaryExpr& unary)
+{
+    const Type& operand = unary.operand->type;
+    unary.type = operand;
+    if (isText(operand) || isDate(operand)) refuseOperand(unary, operand, "minus");
+    if (unary.op == TokenKind::Tilde && !isWhole(operand) && !isOpen(operand)) {
+        refuseOperand(unary, operand, "'~'");
+    }
+    unary.bound = unary.op == TokenKind::Minus ? unary.operand->bound : -1;
+}
+
+namespace {
+
+char operatorCharacter(TokenKind op)
+{
+    switch (op) {
+    case TokenKind::Plus: return '+';
+    case TokenKind::Minus: return '-';
+    case TokenKind::Star: return '*';
+    case TokenKind::Slash: return '/';
+    case TokenKind::Percent: return '%';
+    case TokenKind::Ampersand: return '&';
+    case TokenKind::Bar: return '|';
+    case TokenKind::Caret: return '^';
+    default: return ' ';
+    }
+}
+
+std::string_view operatorName(TokenKind op)
+{
+    switch (op) {
+    case TokenKind::Plus: return "add";
+    case TokenKind::Minus: return "subtract";
+    case TokenKind::Star: return "multiply";
+    case TokenKind::Slash: return "divide";
+    case TokenKind::Percent: return "modulo";
+    default: return "boolean";
+    }
+}
+
+} // namespace
+
+namespace {
+
+/// A whole constant beside a decimal has just the digits that it shows.
+Type constantType(const Expr& expr, const Type& beside)
+{
+    const bool shown = expr.kind == ExprKind::Number && isWhole(expr.type) && beside.kind == TypeKind::Decimal;
+    if (!shown) return expr.type;
+    int digits = 1;
+    for (std::int64_t rest = expr.bound / 10; rest > 0; rest /= 10)
+        ++digits;
+    return makeDecimal(digits, 0);
+}
+
+} // namespace
+
+void Binder::bindBinary(BinaryExpr& binary)
+{
+    const Type& left = binary.left->type;
+    const Type& right = binary.right->type;
+    const bool joined = binary.op == TokenKind::BarBar;
+    if (joined || (binary.op == TokenKind::Plus && isText(left) && (isText(right) || right.kind == TypeKind::Null)) ||
+        (binary.op == TokenKind::Plus && isText(right) && left.kind == TypeKind::Null)) {
+        const Type unlimited = makeType(TypeKind::VarChar, -1);
+        binary.type = concatenationType(isText(left) ? left : unlimited, isText(right) ? right : unlimited);
+        return;
+    }
+    if (isDate(left) || isDate(right)) return bindDateArithmetic(binary);
+    if (isText(left) && isText(right)) refuseOperand(binary, left, operatorName(binary.op));
+    if (left.kind == TypeKind::Unknown || right.kind == TypeKind::Unknown) {
+        binary.type = {};
+        return;
+    }
+    for (const Type* type : {&left, &right}) {
+        if (classOf(*type) == TypeClass::Guid || classOf(*type) == TypeClass::Binary) {
+            refuseOperand(binary, *type, operatorName(binary.op));
+        }
+    }
+    binary.type = arithmeticType(operatorCharacter(binary.op), constantType(*binary.left, right),
+                                 constantType(*binary.right, left));
+    const bool bitwise =
+        binary.op == TokenKind::Ampersand || binary.op == TokenKind::Bar || binary.op == TokenKind::Caret;
+    if (bitwise && !isWhole(binary.type) && !isOpen(binary.type)) {
+        refuseOperand(binary, binary.type, operatorCharacter(binary.op) == '&' ? "'&'" : "'|'");
+    }
+    bindBounds(binary);
+}
+
+/// Date and number go together as days; date minus date is the server's date again, counted from 1900.
+void Binder::bindDateArithmetic(BinaryExpr& binary) const
+{
+    if (binary.op != TokenKind::Plus && binary.op != TokenKind::Minus) {
+        refuseOperand(binary, isDate(binary.left->type) ? binary.left->type : binary.right->type,
+                      operatorName(binary.op));
+    }
+    binary.type = makeType(TypeKind::DateTime);
+    for (const Expr* side : {binary.left, binary.right}) {
+        if (side->type.kind == TypeKind::Date || side->type.kind == TypeKind::DateTime2) {
+            source_.refuse(binary.offset, 206, "Operand type clash: date is incompatible with int.");
+        }
+    }
+    if (binary.left->type.kind == TypeKind::SmallDateTime && !isDate(binary.right->type)) {
+        binary.type = binary.left->type;
+    }
+}
+
+/// Keeps track of how large a whole number can become, so that small ones need no overflow check.
+void Binder::bindBounds(BinaryExpr& binary) const
+{
+    const std::int64_t left = binary.left->bound;
+    const std::int64_t right = binary.right->bound;
+    constexpr std::int64_t limit = std::numeric_limits<std::int32_t>::max();
+    if (left < 0 || right < 0 || left > limit + 1 || right > limit + 1 || !isWhole(binary.type)) return;
+    switch (binary.op) {
+    case TokenKind::Plus:
+    case TokenKind::Minus: binary.bound = left + right; break;
+    case TokenKind::Star: binary.bound = left * right; break;
+    case TokenKind::Slash: binary.bound = left; break;
+    case TokenKind::Percent: binary.bound = std::min(left, right); break;
+    default: break;
+    }
+    if (binary.bound > limit && binary.type.kind != TypeKind::BigInt) binary.bound = -1;
+}
+
+void Binder::bindInQuery(InQueryExpr& in, Scope& scope)
+{
+    bindExpression(*in.value, scope);
+    bindQuery(*in.query, &scope);
+    if (in.query->outputs.size() != 1) {
+        source_.refuse(in.offset, 116,
+                       "Only one expression can be specified in the select list when the subquery is not introduced "
+                       "with EXISTS.");
+    }
+    const Type inner = in.query->outputs[0].type;
+    in.common = unify(in.value->type, inner);
+    if (classOf(in.common) == classOf(inner) || isOpen(inner)) return;
+    const std::span<Type> targets = arena_.array<Type>(1);
+    targets[0] = in.common;
+    const auto hand = [&](auto& self, Query& query) -> void {
+        query.targets = targets;
+        if (query.core != nullptr) return;
+        self(self, *query.left);
+        self(self, *query.right);
+    };
+    hand(hand, *in.query);
+}
+
+void Binder::bindScalarQuery(QueryExpr& subquery, Scope& scope)
+{
+    bindQuery(*subquery.query, &scope);
+    if (subquery.query->outputs.size() != 1) {
+        source_.refuse(subquery.offset, 116,
+                       "Only one expression can be specified in the select list when the subquery is not introduced "
+                       "with EXISTS.");
+    }
+    subquery.type = subquery.query->outputs[0].type;
+}
+
+void Binder::bindCase(CaseExpr& expr, Scope& scope)
+{
+    if (expr.operand != nullptr) {
+        bindExpression(*expr.operand, scope);
+        expr.common = expr.operand->type;
+    }
+    expr.type = makeType(TypeKind::Null);
+    std::int64_t bound = 0;
+    const auto result = [&](Expr& value) {
+        bindExpression(value, scope);
+        expr.type = unify(expr.type, value.type);
+        if (value.type.kind != TypeKind::Null) {
+            bound = bound < 0 || value.bound < 0 ? -1 : std::max(bound, value.bound);
+        }
+    };
+    for (const CaseArm& arm : expr.arms) {
+        bindExpression(*arm.when, scope);
+        if (expr.operand != nullptr) expr.common = unify(expr.common, arm.when->type);
+        result(*arm.then);
+    }
+    if (expr.otherwise != nullptr) result(*expr.otherwise);
+    if (isWhole(expr.type)) expr.bound = bound;
+}
+
+void Binder::bindCall(CallExpr& call)
+{
+    const Type first = call.arguments[0]->type;
+    call.type = first;
+    if (call.kind == ExprKind::Coalesce) {
+        for (const Expr* argument : call.arguments)
+            call.type = unify(call.type, argument->type);
+    } else if (isOpen(first) && call.kind == ExprKind::IsNullCall) {
+        call.type = call.arguments[1]->type;
+    }
+    if (!isWhole(call.type)) return;
+    std::int64_t bound = 0;
+    for (const Expr* argument : call.arguments) {
+        bound = bound < 0 || argument->bound < 0 ? -1 : std::max(bound, argument->bound);
+    }
+    call.bound = bound;
+}
+
+} // namespace tamarok::embedded::sql

@@ -1,0 +1,164 @@
+#include <algorithm>
+
+#include "tamarok_tsql/binder.h"
+#include "tamarok_tsql/builtins.h"
+#include "tamarok_tsql/type_rules.h"
+
+namespace tamarok::embedded::sql {
+
+void Binder::checkArgumentCount(const FunctionExpr& function) const
+{
+    const std::string_view pattern = function.builtin->arguments;
+    const bool repeated = pattern.ends_with('*');
+    const std::size_t most = repeated ? 255 : pattern.size();
+    const auto least = static_cast<std::size_t>(
+        std::count_if(pattern.begin(), pattern.end(), [](char letter) { return letter >= 'a' && letter <= 'z'; }));
+    const std::size_t given = function.star ? 1 : function.arguments.size();
+    const bool starAllowed = function.builtin->sqliteName == "COUNT";
+    if (given < least || given > most || (function.star && !starAllowed)) {
+        source_.refuse(
+            function.offset, messages::argumentCount,
+            "The " + std::string(function.builtin->name) + " function requires " +
+                (least == most ? std::to_string(least) : std::to_string(least) + " to " + std::to_string(most)) +
+                " argument(s).");
+    }
+}
+
+void Binder::bindArguments(FunctionExpr& function, Scope& scope)
+{
+    const std::string_view pattern = function.builtin->arguments;
+    for (std::size_t i = 0; i < function.arguments.size(); ++i) {
+        Expr& argument = *function.arguments[i];
+        if (i >= pattern.size() || pattern[i] != 'p') {
+            bindExpression(argument, scope);
+            continue;
+        }
+        const bool named = argument.kind == ExprKind::Column && as<ColumnExpr>(argument).qualifier.empty();
+        if (!named || findDatePart(as<ColumnExpr>(argument).name.text).empty()) {
+            source_.refuse(argument.offset, 155,
+                           "The first argument of " + std::string(function.builtin->name) +
+                               " is not a recognized part of a date.");
+        }
+        as<ColumnExpr>(argument).source = nullptr;
+        argument.hash = as<ColumnExpr>(argument).name.hash;
+    }
+}
+
+void Binder::bindFunction(FunctionExpr& function, Scope& scope)
+{
+    function.builtin = findBuiltin(function.name);
+    if (function.builtin == nullptr) {
+        source_.refuse(function.offset, messages::unknownFunction,
+                       "'" + std::string(function.name.text) + "' is not a recognized built-in function name.");
+    }
+    const Builtin& builtin = *function.builtin;
+    checkArgumentCount(function);
+    function.aggregate = builtin.aggregate && function.over == nullptr;
+    function.scope = &scope;
+    if (function.over != nullptr && !builtin.aggregate && !builtin.windowOnly) {
+        source_.refuse(function.offset, 4113,
+                       "The function '" + std::string(builtin.name) + "' is not a valid windowing function.");
+    }
+    if ((function.over == nullptr || function.over->order.empty()) && builtin.windowOnly) {
+        source_.refuse(function.offset, 4112,
+                       "The function '" + std::string(builtin.name) + "' must have an OVER clause with ORDER BY.");
+    }
+    if ((function.distinct && !builtin.aggregate) || (function.distinct && function.over != nullptr)) {
+        source_.refuse(function.offset, messages::syntax, "Incorrect syntax near the keyword 'DISTINCT'.");
+    }
+    if (!function.aggregate) {
+        bindArguments(function, scope);
+    } else {
+        if (aggregates_ == Aggregates::Inside) {
+            source_.refuse(function.offset, 130,
+                           "Cannot perform an aggregate function on an expression containing an aggregate or a "
+                           "subquery.");
+        }
+        if (aggregates_ == Aggregates::Refused) {
+            const bool where = clause_ == "WHERE";
+            source_.refuse(function.offset, where ? 147 : 1761,
+                           "An aggregate may not appear in the " + std::string(clause_) +
+                               " clause unless it is in a subquery contained in a HAVING clause or a select list.");
+        }
+        scope.aggregated = true;
+        aggregates_ = Aggregates::Inside;
+        bindArguments(function, scope);
+        aggregates_ = Aggregates::Allowed;
+    }
+    if (function.over != nullptr) bindOver(*function.over, scope);
+    function.type = resultType(function);
+    function.bound = builtin.bound;
+}
+
+void Binder::bindOver(Over& over, Scope& scope)
+{
+    for (Expr* partition : over.partition)
+        bindExpression(*partition, scope);
+    for (OrderItem& item : over.order) {
+        item.ordinal = 0;
+        if (item.value->kind == ExprKind::Number) {
+            source_.refuse(item.value->offset, 5308,
+                           "Windowed functions do not support integer indices as ORDER BY clause expressions.");
+        }
+        bindExpression(*item.value, scope);
+    }
+}
+
+Type Binder::textResult(const FunctionExpr& function, Type argument) const
+{
+    const bool national =
+        argument.kind == TypeKind::NVarChar || argument.kind == TypeKind::NChar || argument.kind == TypeKind::NText;
+    Type result = makeType(national ? TypeKind::NVarChar : TypeKind::VarChar, -1);
+    if (function.builtin->result != ResultRule::TextLike || !isText(argument)) return result;
+    result.length = argument.length;
+    const bool counted = function.builtin->arguments.find('i') != std::string_view::npos;
+    const Expr* last = function.arguments.back();
+    if (counted && last->kind == ExprKind::Number && last->bound >= 0 &&
+        (result.length < 0 || last->bound < result.length)) {
+        result.length = static_cast<std::int32_t>(last->bound);
+    }
+    return result;
+}
+
+Type Binder::aggregateType(const FunctionExpr& function, Type argument) const
+{
+    const std::string_view name = function.builtin->name;
+    if (isText(argument) || isDate(argument) || argument.kind == TypeKind::Bit) {
+        refuseOperand(function, argument, name);
+    }
+    if (argument.kind == TypeKind::TinyInt || argument.kind == TypeKind::SmallInt) return makeType(TypeKind::Int);
+    if (argument.kind == TypeKind::Decimal) {
+        const int scale = argument.scale;
+        return makeDecimal(38, name == "AVG" ? std::max(scale, 6) : scale);
+    }
+    return argument.kind == TypeKind::Real ? makeType(TypeKind::Float) : argument;
+}
+
+Type Binder::resultType(const FunctionExpr& function) const
+{
+    const Type argument = function.arguments.empty() ? Type{} : function.arguments[0]->type;
+    const Type last = function.arguments.empty() ? Type{} : function.arguments.back()->type;
+    switch (function.builtin->result) {
+    case ResultRule::Int: return makeType(TypeKind::Int);
+    case ResultRule::BigInt: return makeType(TypeKind::BigInt);
+    case ResultRule::Float: return makeType(TypeKind::Float);
+    case ResultRule::DateTime: return makeType(TypeKind::DateTime);
+    case ResultRule::Date: return makeType(TypeKind::Date);
+    case ResultRule::TextLike:
+    case ResultRule::TextMax: return textResult(function, argument);
+    case ResultRule::Text30: return makeType(TypeKind::NVarChar, 30);
+    case ResultRule::Text128: return makeType(TypeKind::NVarChar, 128);
+    case ResultRule::Text1: return makeType(TypeKind::NVarChar, 1);
+    case ResultRule::Guid: return makeType(TypeKind::UniqueIdentifier, 36);
+    case ResultRule::SameDate: return isDate(last) ? last : makeType(TypeKind::DateTime);
+    case ResultRule::Same: return argument;
+    case ResultRule::SameNumber: break;
+    }
+    if (function.builtin->aggregate) return aggregateType(function, argument);
+    if (isText(argument)) return makeType(TypeKind::Float);
+    if (argument.kind == TypeKind::Real) return makeType(TypeKind::Float);
+    if (isWhole(argument) && argument.kind != TypeKind::BigInt) return makeType(TypeKind::Int);
+    return argument;
+}
+
+} // namespace tamarok::embedded::sql

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "tamarok_tsql/names.h"
+
+namespace tamarok::embedded::sql {
+
+/// How the type of a call follows from its arguments.
+enum class ResultRule : std::uint8_t {
+    Int,
+    BigInt,
+    Float,
+    DateTime,
+    Date,
+    TextLike, ///< of the first argument, at most as long
+    TextMax,  ///< a text of the first argument's kind without limit
+    Text30,   ///< NVARCHAR(30)
+    Text128,  ///< NVARCHAR(128)
+    Text1,    ///< one character
+    Guid,
+    SameNumber, ///< the first argument's; texts become floats
+    SameDate,   ///< the third argument's where it is a date; otherwise datetime
+    Same        ///< the first argument's (MIN, MAX)
+};
+
+/// A function that translated statements may call.
+struct Builtin {
+    std::string_view name;       ///< as statements write it
+    std::string_view sqliteName; ///< as it is called in SQLite
+    /// One letter for each argument: t text, n number, i whole number, d date, p part of a date,
+    /// a anything; in capitals where it may be missing; "*" repeats the one before.
+    std::string_view arguments;
+    ResultRule result;
+    std::int64_t bound; ///< largest absolute value of a whole result, -1 for not known
+    bool aggregate;
+    bool windowOnly;
+};
+
+/// nullptr for an unknown name.
+const Builtin* findBuiltin(const Name& name);
+
+/// Full name of a part of a date ("yy" is year); empty for none.
+std::string_view findDatePart(std::string_view written);
+
+} // namespace tamarok::embedded::sql

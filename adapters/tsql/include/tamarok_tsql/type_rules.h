@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstdint>
+
+#include "tamarok_tsql/types.h"
+
+/// The server's rules on types of operations.
+namespace tamarok::embedded::sql {
+
+enum class TypeClass : std::uint8_t { Unknown, Null, Whole, Fixed, Floating, Text, Date, Guid, Binary };
+
+TypeClass classOf(const Type& type);
+
+inline bool isText(const Type& type)
+{
+    return classOf(type) == TypeClass::Text;
+}
+/// A text in Unicode: NCHAR, NVARCHAR, NTEXT.
+inline bool isNational(const Type& type)
+{
+    return type.kind == TypeKind::NChar || type.kind == TypeKind::NVarChar || type.kind == TypeKind::NText;
+}
+inline bool isWhole(const Type& type)
+{
+    return classOf(type) == TypeClass::Whole;
+}
+inline bool isDate(const Type& type)
+{
+    return classOf(type) == TypeClass::Date;
+}
+inline bool isFraction(const Type& type)
+{
+    return classOf(type) == TypeClass::Fixed || classOf(type) == TypeClass::Floating;
+}
+inline bool isNumber(const Type& type)
+{
+    return isWhole(type) || isFraction(type);
+}
+/// Null literals and parameters take the type that their surroundings ask for.
+inline bool isOpen(const Type& type)
+{
+    return type.kind == TypeKind::Unknown || type.kind == TypeKind::Null;
+}
+
+/// Largest absolute value of a whole type.
+std::int64_t wholeBound(TypeKind kind);
+
+/// Decimal that holds every value of a whole or fixed type.
+Type asDecimal(const Type& type);
+
+/// Type of a CASE, UNION or comparison with parts of both types.
+Type unify(const Type& a, const Type& b);
+
+/// Type of a + b, a - b, a * b, a / b, a % b of two numbers. `op` is the operator's character.
+Type arithmeticType(char op, const Type& a, const Type& b);
+
+/// Type of a text joined of two.
+Type concatenationType(const Type& a, const Type& b);
+
+constexpr Type makeType(TypeKind kind, std::int32_t length = 0)
+{
+    return {kind, 0, 0, length};
+}
+constexpr Type makeDecimal(int precision, int scale)
+{
+    return {TypeKind::Decimal, static_cast<std::uint8_t>(precision), static_cast<std::uint8_t>(scale), 0};
+}
+
+} // namespace tamarok::embedded::sql

@@ -1,0 +1,281 @@
+#include "tamarok_tsql/parser.h"
+#include "tamarok_tsql/type_rules.h"
+
+namespace tamarok::embedded::sql {
+
+void Parser::createStatement()
+{
+    const std::uint32_t offset = current().offset;
+    ++position_;
+    if (accept(Keyword::Table)) return createTable(offset);
+    if (accept(Keyword::View)) return createView(offset);
+    const bool unique = accept(Keyword::Unique);
+    indexWords();
+    if (accept(Keyword::Index)) return createIndex(offset, unique);
+    if (unique) refuseHere();
+    unsupportedHere("CREATE " + std::string(text(current())));
+}
+
+/// CLUSTERED and NONCLUSTERED say how rows lie on disk; here the file decides that.
+void Parser::indexWords()
+{
+    if (!accept(Keyword::Clustered)) accept(Keyword::NonClustered);
+}
+
+bool Parser::atConstraint() const
+{
+    switch (current().keyword) {
+    case Keyword::Constraint:
+    case Keyword::Primary:
+    case Keyword::Unique:
+    case Keyword::Foreign:
+    case Keyword::Check: return true;
+    default: return false;
+    }
+}
+
+void Parser::createTable(std::uint32_t offset)
+{
+    auto* create = arena_.make<CreateTableStatement>();
+    create->table = qualifiedName();
+    ArenaList<ColumnDefinition> columns(arena_);
+    ArenaList<TableConstraint> constraints(arena_);
+    expect(TokenKind::LeftParen, "(");
+    do {
+        if (at(TokenKind::RightParen) && columns.size() != 0) break;
+        if (atConstraint()) {
+            constraints.push(tableConstraint());
+        } else {
+            columns.push(columnDefinition());
+        }
+    } while (accept(TokenKind::Comma));
+    expect(TokenKind::RightParen, ")");
+    if (accept(Keyword::On)) name();
+    create->columns = columns.span();
+    create->constraints = constraints.span();
+    add(StepKind::CreateTable, offset).createTable = create;
+}
+
+ColumnDefinition Parser::columnDefinition()
+{
+    ColumnDefinition column;
+    column.name = name();
+    if (at(Keyword::As)) unsupportedHere("A computed column");
+    column.type = typeName(column.typeText);
+    while (columnOption(column)) {}
+    return column;
+}
+
+bool Parser::columnOption(ColumnDefinition& column)
+{
+    if (accept(Keyword::Null)) return true;
+    if (accept(Keyword::Not)) {
+        expect(Keyword::Null, "NULL");
+        column.notNull = true;
+    } else if (accept(Keyword::Constraint)) {
+        name();
+    } else if (accept(Keyword::Default)) {
+        column.defaultValue = requireValue(unary());
+        if (accept(Keyword::With)) expect(Keyword::Values, "VALUES");
+    } else if (at(Keyword::Identity)) {
+        if (!isWhole(column.type)) {
+            source_.refuse(current().offset, 2749,
+                           "Identity column '" + std::string(column.name.text) + "' must be of a whole number type.");
+        }
+        ++position_;
+        column.identity = true;
+        if (accept(TokenKind::LeftParen)) {
+            if (text(current()) != "1" || text(ahead(2)) != "1") unsupportedHere("An IDENTITY other than (1,1)");
+            ++position_;
+            expect(TokenKind::Comma, ",");
+            ++position_;
+            expect(TokenKind::RightParen, ")");
+        }
+    } else if (accept(Keyword::Primary)) {
+        expect(Keyword::Key, "KEY");
+        indexWords();
+        column.primaryKey = true;
+    } else if (accept(Keyword::Unique)) {
+        indexWords();
+        column.unique = true;
+    } else if (accept(Keyword::Check)) {
+        expect(TokenKind::LeftParen, "(");
+        column.check = condition();
+        expect(TokenKind::RightParen, ")");
+    } else if (accept(Keyword::Collate)) {
+        const std::string collation(name().text);
+        column.binary =
+            collation.ends_with("_BIN") || collation.ends_with("_BIN2") || collation.find("_CS_") != std::string::npos;
+    } else if (at(Keyword::Foreign) || at(Keyword::References)) {
+        if (accept(Keyword::Foreign)) expect(Keyword::Key, "KEY");
+        references(column.referencedTable, column.referencedColumns, column.referenceActions);
+    } else {
+        return false;
+    }
+    return true;
+}
+
+void Parser::references(Name& table, std::span<Name>& columns, std::string_view& actions)
+{
+    expect(Keyword::References, "REFERENCES");
+    table = qualifiedName();
+    if (at(TokenKind::LeftParen)) columns = nameList();
+    const std::uint32_t begin = current().offset;
+    std::uint32_t end = begin;
+    while (at(Keyword::On) && (ahead(1).keyword == Keyword::Delete || ahead(1).keyword == Keyword::Update)) {
+        position_ += 2;
+        if (accept(Keyword::Set)) {
+            if (!accept(Keyword::Null)) expect(Keyword::Default, "DEFAULT");
+        } else if (acceptWord("NO")) {
+            expectWord("ACTION");
+        } else {
+            expectWord("CASCADE");
+        }
+        end = tokens_[position_ - 1].offset + tokens_[position_ - 1].length;
+    }
+    actions = source_.text().substr(begin, end - begin);
+}
+
+TableConstraint Parser::tableConstraint()
+{
+    TableConstraint constraint{};
+    if (accept(Keyword::Constraint)) constraint.name = name();
+    if (accept(Keyword::Check)) {
+        constraint.kind = ConstraintKind::Check;
+        expect(TokenKind::LeftParen, "(");
+        constraint.check = condition();
+        expect(TokenKind::RightParen, ")");
+        return constraint;
+    }
+    if (accept(Keyword::Foreign)) {
+        constraint.kind = ConstraintKind::ForeignKey;
+        expect(Keyword::Key, "KEY");
+        constraint.columns = nameList();
+        references(constraint.referencedTable, constraint.referencedColumns, constraint.referenceActions);
+        return constraint;
+    }
+    constraint.kind = at(Keyword::Unique) ? ConstraintKind::Unique : ConstraintKind::PrimaryKey;
+    if (!accept(Keyword::Unique)) {
+        expect(Keyword::Primary, "PRIMARY");
+        expect(Keyword::Key, "KEY");
+    }
+    indexWords();
+    ArenaList<Name> columns(arena_);
+    expect(TokenKind::LeftParen, "(");
+    do {
+        columns.push(name());
+        if (!accept(Keyword::Asc)) accept(Keyword::Desc);
+    } while (accept(TokenKind::Comma));
+    expect(TokenKind::RightParen, ")");
+    if (at(Keyword::With)) unsupportedHere("WITH behind a key");
+    if (accept(Keyword::On)) name();
+    constraint.columns = columns.span();
+    return constraint;
+}
+
+void Parser::createIndex(std::uint32_t offset, bool unique)
+{
+    auto* create = arena_.make<CreateIndexStatement>();
+    create->unique = unique;
+    create->index = name();
+    expect(Keyword::On, "ON");
+    create->table = qualifiedName();
+    ArenaList<IndexColumn> columns(arena_);
+    expect(TokenKind::LeftParen, "(");
+    do {
+        IndexColumn column{name(), false};
+        column.descending = accept(Keyword::Desc);
+        if (!column.descending) accept(Keyword::Asc);
+        columns.push(column);
+    } while (accept(TokenKind::Comma));
+    expect(TokenKind::RightParen, ")");
+    if (atWord("INCLUDE")) unsupportedHere("INCLUDE of an index");
+    if (at(Keyword::Where)) unsupportedHere("A filtered index");
+    if (at(Keyword::With)) unsupportedHere("WITH of an index");
+    create->columns = columns.span();
+    add(StepKind::CreateIndex, offset).createIndex = create;
+}
+
+void Parser::createView(std::uint32_t offset)
+{
+    auto* create = arena_.make<CreateViewStatement>();
+    create->view = qualifiedName();
+    if (at(TokenKind::LeftParen)) create->columns = nameList();
+    expect(Keyword::As, "AS");
+    create->query = query();
+    add(StepKind::CreateView, offset).createView = create;
+}
+
+void Parser::dropStatement()
+{
+    const std::uint32_t offset = current().offset;
+    ++position_;
+    DropStatement drop{};
+    if (accept(Keyword::Table)) {
+        drop.what = DropStatement::What::Table;
+    } else if (accept(Keyword::Index)) {
+        drop.what = DropStatement::What::Index;
+    } else if (accept(Keyword::View)) {
+        drop.what = DropStatement::What::View;
+    } else {
+        unsupportedHere("DROP " + std::string(text(current())));
+    }
+    if (accept(Keyword::If)) {
+        expect(Keyword::Exists, "EXISTS");
+        drop.ifExists = true;
+    }
+    do {
+        if (drop.what == DropStatement::What::Index) {
+            drop.name = name();
+            if (accept(TokenKind::Dot)) {
+                drop.table = drop.name;
+                drop.name = name();
+            } else {
+                expect(Keyword::On, "ON");
+                drop.table = qualifiedName();
+            }
+        } else {
+            drop.name = qualifiedName();
+        }
+        add(StepKind::Drop, offset).drop = arena_.make<DropStatement>(drop);
+    } while (accept(TokenKind::Comma));
+}
+
+void Parser::alterStatement()
+{
+    const std::uint32_t offset = current().offset;
+    ++position_;
+    if (!accept(Keyword::Table)) unsupportedHere("ALTER " + std::string(text(current())));
+    auto* alter = arena_.make<AlterStatement>();
+    alter->table = qualifiedName();
+    if (accept(Keyword::Drop)) {
+        if (!at(Keyword::Column)) unsupportedHere("ALTER TABLE ... DROP of anything but a column");
+        ++position_;
+        ArenaList<Name> dropped(arena_);
+        do {
+            dropped.push(name());
+        } while (accept(TokenKind::Comma));
+        alter->dropped = dropped.span();
+    } else {
+        if (!accept(Keyword::Add)) unsupportedHere("ALTER TABLE ... " + std::string(text(current())));
+        accept(Keyword::Column);
+        ArenaList<ColumnDefinition> added(arena_);
+        do {
+            if (atConstraint()) unsupportedHere("ALTER TABLE ... ADD of a constraint");
+            added.push(columnDefinition());
+        } while (accept(TokenKind::Comma));
+        alter->added = added.span();
+    }
+    add(StepKind::Alter, offset).alter = alter;
+}
+
+void Parser::truncateStatement()
+{
+    const std::uint32_t offset = current().offset;
+    ++position_;
+    expect(Keyword::Table, "TABLE");
+    const Name table = qualifiedName();
+    add(StepKind::Truncate, offset).table = table;
+}
+
+} // namespace tamarok::embedded::sql

@@ -1,0 +1,529 @@
+#include <algorithm>
+#include <charconv>
+
+#include "tamarok_tsql/parser.h"
+#include "tamarok_tsql/type_rules.h"
+
+namespace tamarok::embedded::sql {
+namespace {
+
+/// SQLite refuses expression trees beyond 1000 levels; a chain of operators is as deep as long.
+constexpr std::uint16_t highestTree = 900;
+
+bool isComparison(TokenKind kind)
+{
+    return kind >= TokenKind::Equal && kind <= TokenKind::GreaterEqual;
+}
+
+bool isAdditive(TokenKind kind)
+{
+    switch (kind) {
+    case TokenKind::Plus:
+    case TokenKind::Minus:
+    case TokenKind::Ampersand:
+    case TokenKind::Bar:
+    case TokenKind::Caret:
+    case TokenKind::BarBar: return true;
+    default: return false;
+    }
+}
+
+} // namespace
+
+Expr* Parser::requireValue(Expr* expr) const
+{
+    if (expr->condition) {
+        source_.refuse(expr->offset, messages::syntax,
+                       "Incorrect syntax: a condition stands where a value is expected.");
+    }
+    return expr;
+}
+
+Expr* Parser::requireCondition(Expr* expr) const
+{
+    if (!expr->condition) {
+        source_.refuse(expr->offset, 4145,
+                       "An expression of non-boolean type is specified in a context where a condition is expected.");
+    }
+    return expr;
+}
+
+Expr* Parser::value()
+{
+    return requireValue(expression());
+}
+
+Expr* Parser::condition()
+{
+    return requireCondition(expression());
+}
+
+Expr* Parser::binary(ExprKind kind, TokenKind op, Expr* left, Expr* right, std::uint32_t offset)
+{
+    auto* result = node<BinaryExpr>(kind, offset);
+    result->op = op;
+    result->left = requireValue(left);
+    result->right = requireValue(right);
+    result->condition = kind == ExprKind::Compare;
+    result->height = static_cast<std::uint16_t>(std::max(left->height, right->height) + 1);
+    if (result->height > highestTree) {
+        source_.refuse(offset, messages::tooDeep,
+                       "Some part of the SQL statement is nested too deeply: more than 900 operators in one chain.");
+    }
+    return result;
+}
+
+Expr* Parser::expression()
+{
+    const Level level(*this);
+    Expr* first = andChain();
+    return at(Keyword::Or) ? chain(ExprKind::Or, first, Keyword::Or) : first;
+}
+
+Expr* Parser::andChain()
+{
+    Expr* first = notOperand();
+    return at(Keyword::And) ? chain(ExprKind::And, first, Keyword::And) : first;
+}
+
+Expr* Parser::chain(ExprKind kind, Expr* first, Keyword keyword)
+{
+    auto* result = node<ChainExpr>(kind, first->offset);
+    ArenaList<Expr*> operands(arena_);
+    operands.push(requireCondition(first));
+    while (accept(keyword)) {
+        operands.push(requireCondition(kind == ExprKind::Or ? andChain() : notOperand()));
+    }
+    result->operands = operands.span();
+    result->condition = true;
+    for (const Expr* operand : result->operands) {
+        result->height = std::max(result->height, static_cast<std::uint16_t>(operand->height + 1));
+    }
+    return result;
+}
+
+Expr* Parser::notOperand()
+{
+    if (!at(Keyword::Not)) return predicate();
+    const Level level(*this);
+    auto* result = node<NotExpr>(ExprKind::Not, current().offset);
+    ++position_;
+    result->operand = requireCondition(notOperand());
+    result->condition = true;
+    return result;
+}
+
+Expr* Parser::predicate()
+{
+    if (at(Keyword::Exists)) {
+        auto* result = node<QueryExpr>(ExprKind::Exists, current().offset);
+        ++position_;
+        expect(TokenKind::LeftParen, "(");
+        result->query = query();
+        expect(TokenKind::RightParen, ")");
+        result->condition = true;
+        return result;
+    }
+    Expr* left = additive();
+    if (isComparison(current().kind)) {
+        const Token& op = tokens_[position_++];
+        if (at(Keyword::All) || at(Keyword::Any) || at(Keyword::Some)) {
+            unsupportedHere("A comparison with ALL, ANY or SOME");
+        }
+        return binary(ExprKind::Compare, op.kind, left, additive(), op.offset);
+    }
+    return negatablePredicate(left);
+}
+
+Expr* Parser::negatablePredicate(Expr* left)
+{
+    const std::uint32_t offset = current().offset;
+    if (accept(Keyword::Is)) {
+        auto* result = node<IsNullExpr>(ExprKind::IsNull, offset);
+        result->value = requireValue(left);
+        result->negated = accept(Keyword::Not);
+        expect(Keyword::Null, "NULL");
+        result->condition = true;
+        return result;
+    }
+    const Keyword following = at(Keyword::Not) ? ahead(1).keyword : current().keyword;
+    if (following != Keyword::In && following != Keyword::Between && following != Keyword::Like) return left;
+    const bool negated = accept(Keyword::Not);
+    ++position_;
+    if (following == Keyword::In) return inPredicate(left, negated, offset);
+    if (following == Keyword::Between) {
+        auto* result = node<BetweenExpr>(ExprKind::Between, offset);
+        result->value = requireValue(left);
+        result->low = requireValue(additive());
+        expect(Keyword::And, "AND");
+        result->high = requireValue(additive());
+        result->negated = negated;
+        result->condition = true;
+        return result;
+    }
+    auto* result = node<LikeExpr>(ExprKind::Like, offset);
+    result->value = requireValue(left);
+    result->pattern = requireValue(additive());
+    result->escape = accept(Keyword::Escape) ? requireValue(additive()) : nullptr;
+    result->negated = negated;
+    result->condition = true;
+    return result;
+}
+
+Expr* Parser::inPredicate(Expr* left, bool negated, std::uint32_t offset)
+{
+    expect(TokenKind::LeftParen, "(");
+    Query* inner = nullptr;
+    ExprList items;
+    if (at(Keyword::Select)) {
+        inner = query();
+    } else {
+        items = valueList();
+        if (items.size() == 1 && items[0]->kind == ExprKind::Subquery) inner = as<QueryExpr>(*items[0]).query;
+    }
+    expect(TokenKind::RightParen, ")");
+    if (inner != nullptr) {
+        auto* result = node<InQueryExpr>(ExprKind::InQuery, offset);
+        result->value = requireValue(left);
+        result->query = inner;
+        result->negated = negated;
+        result->condition = true;
+        return result;
+    }
+    auto* result = node<InListExpr>(ExprKind::InList, offset);
+    result->value = requireValue(left);
+    result->items = items;
+    result->negated = negated;
+    result->condition = true;
+    return result;
+}
+
+Expr* Parser::additive()
+{
+    Expr* left = multiplicative();
+    while (isAdditive(current().kind)) {
+        const Token& op = tokens_[position_++];
+        left = binary(ExprKind::Binary, op.kind, left, multiplicative(), op.offset);
+    }
+    return left;
+}
+
+Expr* Parser::multiplicative()
+{
+    Expr* left = unary();
+    while (at(TokenKind::Star) || at(TokenKind::Slash) || at(TokenKind::Percent)) {
+        const Token& op = tokens_[position_++];
+        left = binary(ExprKind::Binary, op.kind, left, unary(), op.offset);
+    }
+    return left;
+}
+
+Expr* Parser::unary()
+{
+    if (!at(TokenKind::Minus) && !at(TokenKind::Plus) && !at(TokenKind::Tilde)) return primary();
+    const Level level(*this);
+    const Token& op = tokens_[position_++];
+    Expr* operand = requireValue(unary());
+    if (op.kind == TokenKind::Plus) return operand;
+    auto* result = node<UnaryExpr>(ExprKind::Unary, op.offset);
+    result->op = op.kind;
+    result->operand = operand;
+    result->height = static_cast<std::uint16_t>(operand->height + 1);
+    return result;
+}
+
+Expr* Parser::textLiteral(const Token& token)
+{
+    auto* result = node<TextExpr>(ExprKind::Text, token.offset);
+    std::string_view raw = text(token);
+    result->national = raw.front() != '\'';
+    if (result->national) raw.remove_prefix(1);
+    result->raw = raw;
+    return result;
+}
+
+Expr* Parser::primary()
+{
+    const Token& token = current();
+    switch (token.kind) {
+    case TokenKind::Name:
+    case TokenKind::QuotedName: return wordExpression();
+    case TokenKind::Integer:
+    case TokenKind::Decimal:
+    case TokenKind::Float: {
+        auto* result = node<NumberExpr>(ExprKind::Number, token.offset);
+        result->text = text(token);
+        result->token = token.kind;
+        ++position_;
+        return result;
+    }
+    case TokenKind::Text: ++position_; return textLiteral(token);
+    case TokenKind::Parameter: {
+        auto* result = node<ParameterExpr>(ExprKind::Parameter, token.offset);
+        result->index = parameters_++;
+        ++position_;
+        return result;
+    }
+    case TokenKind::SystemVariable: {
+        auto* result = node<SystemExpr>(ExprKind::System, token.offset);
+        result->name = text(token);
+        ++position_;
+        return result;
+    }
+    case TokenKind::Variable:
+        source_.refuse(token.offset, 137, "Must declare the scalar variable \"" + std::string(text(token)) + "\".");
+    case TokenKind::Hex: unsupportedHere("A binary constant");
+    case TokenKind::LeftParen: return parenthesised();
+    default: refuseHere();
+    }
+}
+
+Expr* Parser::parenthesised()
+{
+    const std::uint32_t offset = current().offset;
+    ++position_;
+    Expr* result = nullptr;
+    if (at(Keyword::Select)) {
+        auto* subquery = node<QueryExpr>(ExprKind::Subquery, offset);
+        subquery->query = query();
+        result = subquery;
+    } else {
+        result = expression();
+    }
+    expect(TokenKind::RightParen, ")");
+    return result;
+}
+
+Expr* Parser::wordExpression()
+{
+    const bool called = ahead(1).kind == TokenKind::LeftParen;
+    switch (current().keyword) {
+    case Keyword::Null: {
+        Expr* result = node<Expr>(ExprKind::Null, current().offset);
+        ++position_;
+        return result;
+    }
+    case Keyword::Default: {
+        Expr* result = node<Expr>(ExprKind::Default, current().offset);
+        ++position_;
+        return result;
+    }
+    case Keyword::Case: return caseExpression();
+    case Keyword::Cast:
+        if (called) return castExpression();
+        break;
+    case Keyword::Convert:
+        if (called) return convertExpression();
+        break;
+    case Keyword::IsNull:
+    case Keyword::Nvl:
+        if (called) return callExpression(ExprKind::IsNullCall, 2, 2);
+        break;
+    case Keyword::Coalesce:
+        if (called) return callExpression(ExprKind::Coalesce, 1, 1000);
+        break;
+    case Keyword::NullIf:
+        if (called) return callExpression(ExprKind::NullIf, 2, 2);
+        break;
+    case Keyword::Iif:
+        if (called) return iifExpression();
+        break;
+    default: break;
+    }
+    return columnOrCall();
+}
+
+Expr* Parser::columnOrCall()
+{
+    const bool called = ahead(1).kind == TokenKind::LeftParen;
+    const bool sided = at(Keyword::Left) || at(Keyword::Right);
+    if (called && (atName() || sided)) return functionCall(nameOf(tokens_[position_++]));
+    auto* column = node<ColumnExpr>(ExprKind::Column, current().offset);
+    const bool rowNumber = at(Keyword::RowNum);
+    column->name = name();
+    if (rowNumber && !at(TokenKind::Dot)) column->kind = ExprKind::RowNum;
+    while (accept(TokenKind::Dot)) {
+        column->qualifier = column->name;
+        column->name = name();
+        if (at(TokenKind::LeftParen)) return functionCall(column->name);
+    }
+    return column;
+}
+
+ExprList Parser::valueList()
+{
+    ArenaList<Expr*> items(arena_);
+    do {
+        items.push(value());
+    } while (accept(TokenKind::Comma));
+    return items.span();
+}
+
+Expr* Parser::functionCall(const Name& called)
+{
+    auto* result = node<FunctionExpr>(ExprKind::Function, called.offset);
+    result->name = called;
+    expect(TokenKind::LeftParen, "(");
+    if (accept(TokenKind::Star)) {
+        result->star = true;
+    } else if (!at(TokenKind::RightParen)) {
+        result->distinct = accept(Keyword::Distinct);
+        accept(Keyword::All);
+        result->arguments = valueList();
+    }
+    expect(TokenKind::RightParen, ")");
+    for (const Expr* argument : result->arguments) {
+        result->height = std::max(result->height, static_cast<std::uint16_t>(argument->height + 1));
+    }
+    if (at(Keyword::Over)) result->over = overClause();
+    return result;
+}
+
+Over* Parser::overClause()
+{
+    ++position_;
+    expect(TokenKind::LeftParen, "(");
+    Over* over = arena_.make<Over>();
+    if (accept(Keyword::Partition)) {
+        expect(Keyword::By, "BY");
+        over->partition = valueList();
+    }
+    if (accept(Keyword::Order)) {
+        expect(Keyword::By, "BY");
+        over->order = orderItems();
+    }
+    if (at(Keyword::Rows) || atWord("RANGE")) unsupportedHere("A window frame (ROWS or RANGE)");
+    expect(TokenKind::RightParen, ")");
+    return over;
+}
+
+Expr* Parser::caseExpression()
+{
+    auto* result = node<CaseExpr>(ExprKind::Case, current().offset);
+    ++position_;
+    if (!at(Keyword::When)) result->operand = value();
+    ArenaList<CaseArm> arms(arena_);
+    while (accept(Keyword::When)) {
+        Expr* when = result->operand != nullptr ? value() : condition();
+        expect(Keyword::Then, "THEN");
+        arms.push({when, value()});
+    }
+    if (arms.size() == 0) expect(Keyword::When, "WHEN");
+    if (accept(Keyword::Else)) result->otherwise = value();
+    expect(Keyword::End, "END");
+    result->arms = arms.span();
+    return result;
+}
+
+Expr* Parser::iifExpression()
+{
+    auto* result = node<CaseExpr>(ExprKind::Case, current().offset);
+    position_ += 2;
+    Expr* when = condition();
+    expect(TokenKind::Comma, ",");
+    Expr* then = value();
+    expect(TokenKind::Comma, ",");
+    result->otherwise = value();
+    expect(TokenKind::RightParen, ")");
+    const CaseArm arm{when, then};
+    result->arms = arena_.copy(std::span<const CaseArm>(&arm, 1));
+    return result;
+}
+
+Expr* Parser::callExpression(ExprKind kind, std::size_t least, std::size_t most)
+{
+    const Token& called = current();
+    auto* result = node<CallExpr>(kind, called.offset);
+    position_ += 2;
+    result->arguments = valueList();
+    expect(TokenKind::RightParen, ")");
+    if (result->arguments.size() < least || result->arguments.size() > most) {
+        source_.refuse(called.offset, messages::argumentCount,
+                       "The " + std::string(text(called)) + " function requires " + std::to_string(least) +
+                           " argument(s).");
+    }
+    for (const Expr* argument : result->arguments) {
+        result->height = std::max(result->height, static_cast<std::uint16_t>(argument->height + 1));
+    }
+    return result;
+}
+
+std::int32_t Parser::smallNumber()
+{
+    std::int32_t result = 0;
+    const std::string_view digits = text(current());
+    const auto [end, failure] = std::from_chars(digits.data(), digits.data() + digits.size(), result);
+    if (!at(TokenKind::Integer) || failure != std::errc() || end != digits.data() + digits.size()) refuseHere();
+    ++position_;
+    return result;
+}
+
+/// A type with its sizes; `written` receives its text as it stands.
+Type Parser::typeName(std::string_view& written)
+{
+    const std::uint32_t begin = current().offset;
+    if (!at(TokenKind::Name) && !at(TokenKind::QuotedName)) refuseHere();
+    const std::string_view shown = text(current());
+    ++position_;
+    if (accept(TokenKind::LeftParen)) {
+        do {
+            if (!acceptWord("MAX")) smallNumber();
+            acceptWord("CHAR");
+        } while (accept(TokenKind::Comma));
+        expect(TokenKind::RightParen, ")");
+    }
+    const Token& last = tokens_[position_ - 1];
+    written = source_.text().substr(begin, last.offset + last.length - begin);
+    const Type type = parseDeclaredType(written);
+    if (type.kind == TypeKind::Unknown) {
+        source_.refuse(begin, 243, "Type " + std::string(shown) + " is not a defined system type.");
+    }
+    if (type.kind == TypeKind::Decimal && (type.precision < 1 || type.precision > 38 || type.scale > type.precision)) {
+        source_.refuse(begin, 192, "The scale must be less than or equal to the precision, and that at most 38.");
+    }
+    return type;
+}
+
+namespace {
+
+/// CAST and CONVERT to a text type without a length mean 30 characters.
+Type withCastLength(Type type, std::string_view written)
+{
+    constexpr std::int32_t usualLength = 30;
+    const bool sized = written.find('(') != std::string_view::npos;
+    if (isText(type) && type.length > 0 && !sized) type.length = usualLength;
+    return type;
+}
+
+} // namespace
+
+Expr* Parser::castExpression()
+{
+    auto* result = node<CastExpr>(ExprKind::Cast, current().offset);
+    position_ += 2;
+    result->value = value();
+    expect(Keyword::As, "AS");
+    std::string_view written;
+    const Type type = typeName(written);
+    result->target = withCastLength(type, written);
+    expect(TokenKind::RightParen, ")");
+    result->height = static_cast<std::uint16_t>(result->value->height + 1);
+    return result;
+}
+
+Expr* Parser::convertExpression()
+{
+    auto* result = node<CastExpr>(ExprKind::Cast, current().offset);
+    position_ += 2;
+    std::string_view written;
+    const Type type = typeName(written);
+    result->target = withCastLength(type, written);
+    expect(TokenKind::Comma, ",");
+    result->value = value();
+    if (accept(TokenKind::Comma)) result->style = value();
+    expect(TokenKind::RightParen, ")");
+    result->height = static_cast<std::uint16_t>(result->value->height + 1);
+    return result;
+}
+
+} // namespace tamarok::embedded::sql

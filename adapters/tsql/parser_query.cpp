@@ -1,0 +1,319 @@
+#include <algorithm>
+#include <array>
+
+#include "tamarok_tsql/parser.h"
+
+namespace tamarok::embedded::sql {
+namespace {
+
+/// SQLite joins at most so many arms of a compound query.
+constexpr std::uint16_t mostArms = 500;
+
+/// Hints on locking are honoured by how the embedded database locks in any case; they change no result.
+constexpr std::array<std::string_view, 15> knownHints{
+    "NOLOCK",          "ROWLOCK",        "READPAST", "UPDLOCK",      "XLOCK",  "HOLDLOCK", "TABLOCK",      "TABLOCKX",
+    "READUNCOMMITTED", "REPEATABLEREAD", "PAGLOCK",  "SERIALIZABLE", "NOWAIT", "NOEXPAND", "READCOMMITTED"};
+
+} // namespace
+
+Query* Parser::query()
+{
+    const Level level(*this);
+    Query* result = setExpression();
+    if (at(Keyword::Order)) {
+        if (!result->order.empty()) refuseHere();
+        ++position_;
+        expect(Keyword::By, "BY");
+        result->order = orderItems();
+        if (at(Keyword::Offset)) offsetClause(*result);
+    }
+    if (at(Keyword::Option)) unsupportedHere("OPTION (query hint)");
+    if (atWord("FOR")) unsupportedHere("FOR XML, FOR JSON and FOR BROWSE");
+    return result;
+}
+
+Query* Parser::combine(SetOperator op, Query* left, Query* right, std::uint32_t offset)
+{
+    Query* result = arena_.make<Query>();
+    result->op = op;
+    result->left = left;
+    result->right = right;
+    result->offset = offset;
+    result->arms = static_cast<std::uint16_t>(left->arms + right->arms);
+    if (result->arms > mostArms) {
+        source_.refuse(offset, messages::tooDeep, "A query joined of more than 500 SELECT is nested too deeply.");
+    }
+    return result;
+}
+
+Query* Parser::setExpression()
+{
+    Query* left = intersectTerm();
+    for (;;) {
+        const std::uint32_t offset = current().offset;
+        if (accept(Keyword::Union)) {
+            const SetOperator op = accept(Keyword::All) ? SetOperator::UnionAll : SetOperator::Union;
+            left = combine(op, left, intersectTerm(), offset);
+        } else if (accept(Keyword::Except) || acceptWord("MINUS")) {
+            left = combine(SetOperator::Except, left, intersectTerm(), offset);
+        } else {
+            return left;
+        }
+    }
+}
+
+Query* Parser::intersectTerm()
+{
+    Query* left = queryTerm();
+    while (at(Keyword::Intersect)) {
+        const std::uint32_t offset = current().offset;
+        ++position_;
+        left = combine(SetOperator::Intersect, left, queryTerm(), offset);
+    }
+    return left;
+}
+
+Query* Parser::queryTerm()
+{
+    if (accept(TokenKind::LeftParen)) {
+        Query* inner = query();
+        expect(TokenKind::RightParen, ")");
+        return inner;
+    }
+    Query* result = arena_.make<Query>();
+    result->offset = current().offset;
+    result->core = core();
+    return result;
+}
+
+Core* Parser::core()
+{
+    Core* result = arena_.make<Core>();
+    result->offset = current().offset;
+    expect(Keyword::Select, "SELECT");
+    result->distinct = accept(Keyword::Distinct);
+    accept(Keyword::All);
+    if (at(Keyword::Top)) topClause(*result);
+    ArenaList<SelectItem> items(arena_);
+    do {
+        items.push(selectItem());
+    } while (accept(TokenKind::Comma));
+    result->items = items.span();
+    if (accept(Keyword::Into)) result->into = qualifiedName();
+    if (accept(Keyword::From)) result->from = fromClause();
+    if (accept(Keyword::Where)) result->where = condition();
+    if (accept(Keyword::Group)) {
+        expect(Keyword::By, "BY");
+        if (at(Keyword::All)) unsupportedHere("GROUP BY ALL");
+        result->groupBy = valueList();
+        if (at(Keyword::With)) unsupportedHere("WITH ROLLUP and WITH CUBE");
+    }
+    if (accept(Keyword::Having)) result->having = condition();
+    return result;
+}
+
+void Parser::topClause(Core& core)
+{
+    ++position_;
+    if (accept(TokenKind::LeftParen)) {
+        core.top = value();
+        expect(TokenKind::RightParen, ")");
+    } else {
+        if (!at(TokenKind::Integer) && !at(TokenKind::Parameter)) refuseHere();
+        core.top = primary();
+    }
+    if (at(Keyword::Percent)) unsupportedHere("TOP ... PERCENT");
+    if (at(Keyword::With) && sameName(text(ahead(1)), "TIES")) unsupportedHere("TOP ... WITH TIES");
+}
+
+/// "alias = expression" at the beginning of an item of the SELECT list.
+bool Parser::aliasedByEquals() const
+{
+    return (atName() || at(TokenKind::Text)) && ahead(1).kind == TokenKind::Equal;
+}
+
+SelectItem Parser::selectItem()
+{
+    SelectItem item;
+    item.offset = current().offset;
+    if (accept(TokenKind::Star)) return item;
+    if (aliasedByEquals()) {
+        item.alias = nameOf(current());
+        position_ += 2;
+        item.value = value();
+        return item;
+    }
+    if (atName()) {
+        std::size_t star = 1;
+        while (ahead(star).kind == TokenKind::Dot && ahead(star + 1).kind != TokenKind::Star)
+            star += 2;
+        if (ahead(star).kind == TokenKind::Dot) {
+            item.qualifier = nameOf(ahead(star - 1));
+            position_ += star + 2;
+            return item;
+        }
+    }
+    item.value = value();
+    item.alias = optionalAlias();
+    return item;
+}
+
+std::span<OrderItem> Parser::orderItems()
+{
+    ArenaList<OrderItem> items(arena_);
+    do {
+        OrderItem item{value(), false};
+        if (at(Keyword::Collate)) unsupportedHere("COLLATE in ORDER BY");
+        item.descending = accept(Keyword::Desc);
+        if (!item.descending) accept(Keyword::Asc);
+        items.push(item);
+    } while (accept(TokenKind::Comma));
+    return items.span();
+}
+
+void Parser::offsetClause(Query& query)
+{
+    ++position_;
+    query.skip = value();
+    if (!acceptWord("ROWS")) expectWord("ROW");
+    if (!accept(Keyword::Fetch)) return;
+    if (!acceptWord("NEXT")) expectWord("FIRST");
+    query.fetch = value();
+    if (!acceptWord("ROWS")) expectWord("ROW");
+    expectWord("ONLY");
+}
+
+FromItem* Parser::join(FromKind kind, FromItem* left, FromItem* right, std::uint32_t offset)
+{
+    FromItem* result = arena_.make<FromItem>();
+    result->kind = kind;
+    result->left = left;
+    result->right = right;
+    result->offset = offset;
+    return result;
+}
+
+FromItem* Parser::fromClause()
+{
+    FromItem* left = joined();
+    while (at(TokenKind::Comma)) {
+        const std::uint32_t offset = current().offset;
+        ++position_;
+        left = join(FromKind::Comma, left, joined(), offset);
+    }
+    return left;
+}
+
+bool Parser::atJoin() const
+{
+    switch (current().keyword) {
+    case Keyword::Join:
+    case Keyword::Inner:
+    case Keyword::Left:
+    case Keyword::Right:
+    case Keyword::Full:
+    case Keyword::Cross: return true;
+    default: return false;
+    }
+}
+
+FromItem* Parser::joined()
+{
+    const Level level(*this);
+    FromItem* left = fromPrimary();
+    while (atJoin())
+        left = joinTail(left);
+    return left;
+}
+
+/// One join; where another join stands before its ON, that one binds first (A JOIN B JOIN C ON ... ON ...).
+FromItem* Parser::joinTail(FromItem* left)
+{
+    const Level level(*this);
+    const std::uint32_t offset = current().offset;
+    FromKind kind = FromKind::Inner;
+    if (accept(Keyword::Cross)) {
+        if (atWord("APPLY")) unsupportedHere("CROSS APPLY");
+        kind = FromKind::Cross;
+    } else if (accept(Keyword::Left)) {
+        kind = FromKind::Left;
+    } else if (accept(Keyword::Right)) {
+        kind = FromKind::Right;
+    } else if (accept(Keyword::Full)) {
+        kind = FromKind::Full;
+    } else {
+        accept(Keyword::Inner);
+    }
+    if (kind == FromKind::Left || kind == FromKind::Right || kind == FromKind::Full) accept(Keyword::Outer);
+    if (atWord("HASH") || atWord("LOOP") || at(Keyword::Merge)) unsupportedHere("A join hint");
+    expect(Keyword::Join, "JOIN");
+    FromItem* right = fromPrimary();
+    if (kind == FromKind::Cross) return join(kind, left, right, offset);
+    while (atJoin())
+        right = joinTail(right);
+    FromItem* result = join(kind, left, right, offset);
+    expect(Keyword::On, "ON");
+    result->on = condition();
+    return result;
+}
+
+FromItem* Parser::fromPrimary()
+{
+    const Level level(*this);
+    FromItem* result = arena_.make<FromItem>();
+    result->offset = current().offset;
+    if (accept(TokenKind::LeftParen)) {
+        const bool derived = at(Keyword::Select) || (at(TokenKind::LeftParen) && ahead(1).keyword == Keyword::Select);
+        if (!derived) {
+            FromItem* inner = joined();
+            expect(TokenKind::RightParen, ")");
+            return inner;
+        }
+        result->kind = FromKind::Derived;
+        result->query = query();
+        expect(TokenKind::RightParen, ")");
+        result->alias = optionalAlias();
+        if (result->alias.empty()) refuseHere();
+        if (at(TokenKind::LeftParen)) result->columnNames = nameList();
+        return result;
+    }
+    if (at(TokenKind::Variable)) unsupportedHere("A table variable");
+    result->kind = FromKind::Table;
+    result->table = qualifiedName();
+    if (at(TokenKind::LeftParen) && !atHint()) unsupportedHere("A table-valued function");
+    tableHints();
+    result->alias = optionalAlias();
+    tableHints();
+    if (atWord("TABLESAMPLE") || at(Keyword::Pivot) || atWord("UNPIVOT")) {
+        unsupportedHere("PIVOT, UNPIVOT and TABLESAMPLE");
+    }
+    return result;
+}
+
+bool Parser::atHint() const
+{
+    const std::string_view word = text(ahead(1));
+    return std::any_of(knownHints.begin(), knownHints.end(),
+                       [&](std::string_view hint) { return sameName(hint, word); });
+}
+
+void Parser::tableHints()
+{
+    if (at(Keyword::With)) {
+        ++position_;
+        if (!at(TokenKind::LeftParen)) refuseHere();
+    } else if (!at(TokenKind::LeftParen) || !atHint()) {
+        return;
+    }
+    do {
+        if (!atHint()) {
+            ++position_;
+            source_.refuse(current().offset, 321,
+                           "\"" + std::string(text(current())) + "\" is not a recognized table hints option.");
+        }
+        position_ += 2;
+    } while (at(TokenKind::Comma));
+    expect(TokenKind::RightParen, ")");
+}
+
+} // namespace tamarok::embedded::sql

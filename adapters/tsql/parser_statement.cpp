@@ -1,0 +1,390 @@
+#include <array>
+#include <charconv>
+
+#include "tamarok_tsql/parser.h"
+#include "tamarok_tsql/type_rules.h"
+
+namespace tamarok::embedded::sql {
+
+ParsedStep& Parser::add(StepKind kind, std::uint32_t offset)
+{
+    ParsedStep& step = steps_.emplace_back();
+    step.kind = kind;
+    step.offset = offset;
+    return step;
+}
+
+ParsedStep& Parser::addPlain(Step::Kind kind, std::uint32_t offset)
+{
+    ParsedStep& step = add(StepKind::Plain, offset);
+    step.plain.kind = kind;
+    return step;
+}
+
+void Parser::statement()
+{
+    const Level level(*this);
+    statementBody();
+    accept(TokenKind::Semicolon);
+}
+
+void Parser::statementBody()
+{
+    const std::uint32_t offset = current().offset;
+    switch (current().keyword) {
+    case Keyword::Select: {
+        Query* parsed = query();
+        add(StepKind::Query, offset).query = parsed;
+        break;
+    }
+    case Keyword::Insert: insertStatement(); break;
+    case Keyword::Update: updateStatement(); break;
+    case Keyword::Delete: deleteStatement(); break;
+    case Keyword::Set: setStatement(); break;
+    case Keyword::If: ifStatement(); break;
+    case Keyword::Begin:
+        if (ahead(1).keyword == Keyword::Tran || ahead(1).keyword == Keyword::Transaction) {
+            transactionStatement();
+        } else {
+            block();
+        }
+        break;
+    case Keyword::Commit:
+    case Keyword::Rollback: transactionStatement(); break;
+    case Keyword::Exec:
+    case Keyword::Execute: executeStatement(); break;
+    case Keyword::Create: createStatement(); break;
+    case Keyword::Drop: dropStatement(); break;
+    case Keyword::Alter: alterStatement(); break;
+    case Keyword::Truncate: truncateStatement(); break;
+    default: refuseStatement();
+    }
+}
+
+void Parser::refuseStatement()
+{
+    switch (current().keyword) {
+    case Keyword::Declare:
+    case Keyword::While:
+    case Keyword::Print:
+    case Keyword::Raiserror:
+    case Keyword::Return:
+    case Keyword::Goto:
+    case Keyword::Break:
+    case Keyword::Merge:
+    case Keyword::Use:
+    case Keyword::WaitFor:
+    case Keyword::Save: unsupportedHere("The statement " + std::string(text(current())));
+    case Keyword::With: unsupportedHere("A common table expression (WITH)");
+    default: break;
+    }
+    if (at(TokenKind::LeftParen)) {
+        const std::uint32_t offset = current().offset;
+        Query* parsed = query();
+        add(StepKind::Query, offset).query = parsed;
+        return;
+    }
+    refuseHere();
+}
+
+void Parser::block()
+{
+    if (atWord("TRY") || sameName(text(ahead(1)), "TRY")) unsupportedHere("BEGIN TRY");
+    ++position_;
+    accept(TokenKind::Semicolon);
+    if (at(Keyword::End)) refuseHere();
+    while (!at(Keyword::End)) {
+        if (accept(TokenKind::Semicolon)) continue;
+        if (at(TokenKind::End)) expect(Keyword::End, "END");
+        statement();
+    }
+    ++position_;
+}
+
+void Parser::ifStatement()
+{
+    const std::uint32_t offset = current().offset;
+    ++position_;
+    Expr* test = condition();
+    const std::size_t branch = steps_.size();
+    ParsedStep& jump = add(StepKind::JumpUnless, offset);
+    jump.condition = test;
+    jump.plain.kind = Step::Kind::JumpUnless;
+    statement();
+    if (!accept(Keyword::Else)) {
+        steps_[branch].plain.jump = steps_.size();
+        return;
+    }
+    const std::size_t skip = steps_.size();
+    addPlain(Step::Kind::Jump, current().offset);
+    steps_[branch].plain.jump = steps_.size();
+    statement();
+    steps_[skip].plain.jump = steps_.size();
+}
+
+namespace {
+
+struct Language {
+    std::string_view name;
+    std::string_view dateFormat;
+};
+
+constexpr std::array languages{
+    Language{"us_english", "mdy"}, Language{"English", "mdy"}, Language{"British", "dmy"}, Language{"German", "dmy"},
+    Language{"Deutsch", "dmy"},    Language{"French", "dmy"},  Language{"Italian", "dmy"}, Language{"Czech", "dmy"},
+};
+
+struct Option {
+    std::string_view name;
+    bool switchable; ///< OFF has no effect here; otherwise OFF would change results and is refused
+};
+
+constexpr std::array options{
+    Option{"ANSI_NULLS", false},
+    Option{"ANSI_PADDING", false},
+    Option{"ANSI_WARNINGS", false},
+    Option{"ANSI_NULL_DFLT_ON", false},
+    Option{"ANSI_DEFAULTS", false},
+    Option{"QUOTED_IDENTIFIER", false},
+    Option{"CONCAT_NULL_YIELDS_NULL", false},
+    Option{"ARITHABORT", false},
+    Option{"NUMERIC_ROUNDABORT", true},
+    Option{"XACT_ABORT", true},
+    Option{"CURSOR_CLOSE_ON_COMMIT", true},
+    Option{"FMTONLY", true},
+};
+
+} // namespace
+
+void Parser::setStatement()
+{
+    const std::uint32_t offset = current().offset;
+    ++position_;
+    if (at(TokenKind::Variable)) unsupportedHere("A variable");
+    if (accept(Keyword::Transaction)) {
+        for (const std::string_view word : {"ISOLATION", "LEVEL"})
+            expectWord(word);
+        if (!acceptWord("SERIALIZABLE") && !acceptWord("SNAPSHOT")) {
+            if (acceptWord("REPEATABLE")) {
+                expectWord("READ");
+            } else {
+                expectWord("READ");
+                if (!acceptWord("UNCOMMITTED")) expectWord("COMMITTED");
+            }
+        }
+        addPlain(Step::Kind::Nothing, offset);
+        return;
+    }
+    const Token option = current();
+    if (!atName()) refuseHere();
+    ++position_;
+    setOption(option);
+    steps_.back().offset = offset;
+}
+
+void Parser::setOption(const Token& option)
+{
+    const std::string_view word = text(option);
+    if (sameName(word, "DATEFORMAT") || sameName(word, "LANGUAGE")) {
+        const Token& argument = current();
+        std::string chosen(argument.kind == TokenKind::Text ? nameOf(argument).text : text(argument));
+        for (const Language& language : languages) {
+            if (sameName(word, "LANGUAGE") && sameName(language.name, chosen)) chosen = language.dateFormat;
+        }
+        for (const std::string_view order : {"dmy", "mdy", "ymd", "ydm", "myd", "dym"}) {
+            if (!sameName(order, chosen)) continue;
+            ++position_;
+            addPlain(Step::Kind::DateFormat, option.offset).plain.target = order;
+            return;
+        }
+        source_.refuse(argument.offset, 2741, "SET " + std::string(word) + ": '" + chosen + "' is not known.");
+    }
+    if (sameName(word, "IDENTITY_INSERT")) {
+        qualifiedName();
+        if (!accept(Keyword::On)) expect(Keyword::Off, "OFF");
+        addPlain(Step::Kind::Nothing, option.offset);
+        return;
+    }
+    const bool on = accept(Keyword::On);
+    if (!on && !at(Keyword::Off)) unsupportedHere("SET " + std::string(word));
+    if (!on) ++position_;
+    if (sameName(word, "NOCOUNT")) {
+        addPlain(Step::Kind::NoCount, option.offset).plain.flag = on;
+        return;
+    }
+    for (const Option& known : options) {
+        if (!sameName(known.name, word)) continue;
+        if (!on && !known.switchable) break;
+        if (on && sameName(word, "FMTONLY")) break;
+        addPlain(Step::Kind::Nothing, option.offset);
+        return;
+    }
+    source_.unsupported(option.offset, "SET " + std::string(word) + (on ? " ON" : " OFF"));
+}
+
+void Parser::insertStatement()
+{
+    const std::uint32_t offset = current().offset;
+    ++position_;
+    if (at(Keyword::Top)) unsupportedHere("INSERT TOP");
+    accept(Keyword::Into);
+    auto* insert = arena_.make<InsertStatement>();
+    insert->table = qualifiedName();
+    tableHints();
+    if (at(TokenKind::LeftParen) && ahead(1).keyword != Keyword::Select) insert->columns = nameList();
+    if (atWord("OUTPUT")) unsupportedHere("The OUTPUT clause");
+    if (accept(Keyword::Default)) {
+        expect(Keyword::Values, "VALUES");
+        insert->defaults = true;
+    } else if (accept(Keyword::Values)) {
+        ArenaList<ExprList> rows(arena_);
+        do {
+            expect(TokenKind::LeftParen, "(");
+            rows.push(valueList());
+            expect(TokenKind::RightParen, ")");
+        } while (accept(TokenKind::Comma));
+        insert->rows = rows.span();
+    } else if (at(Keyword::Exec) || at(Keyword::Execute)) {
+        unsupportedHere("INSERT ... EXEC");
+    } else {
+        insert->query = query();
+    }
+    add(StepKind::Insert, offset).insert = insert;
+}
+
+void Parser::updateStatement()
+{
+    const std::uint32_t offset = current().offset;
+    ++position_;
+    if (at(Keyword::Top)) unsupportedHere("UPDATE TOP");
+    auto* update = arena_.make<UpdateStatement>();
+    update->target = qualifiedName();
+    tableHints();
+    expect(Keyword::Set, "SET");
+    ArenaList<Assignment> assignments(arena_);
+    do {
+        if (at(TokenKind::Variable)) unsupportedHere("A variable");
+        Assignment assignment{qualifiedName(), nullptr};
+        if (ahead(1).kind == TokenKind::Equal && !at(TokenKind::Equal)) unsupportedHere("A compound assignment");
+        expect(TokenKind::Equal, "=");
+        assignment.value = value();
+        assignments.push(assignment);
+    } while (accept(TokenKind::Comma));
+    update->assignments = assignments.span();
+    if (atWord("OUTPUT")) unsupportedHere("The OUTPUT clause");
+    if (accept(Keyword::From)) update->from = fromClause();
+    if (accept(Keyword::Where)) {
+        if (atWord("CURRENT")) unsupportedHere("WHERE CURRENT OF");
+        update->where = condition();
+    }
+    add(StepKind::Update, offset).update = update;
+}
+
+void Parser::deleteStatement()
+{
+    const std::uint32_t offset = current().offset;
+    ++position_;
+    if (at(Keyword::Top)) unsupportedHere("DELETE TOP");
+    accept(Keyword::From);
+    auto* erase = arena_.make<DeleteStatement>();
+    erase->target = qualifiedName();
+    tableHints();
+    if (atWord("OUTPUT")) unsupportedHere("The OUTPUT clause");
+    if (accept(Keyword::From)) erase->from = fromClause();
+    if (accept(Keyword::Where)) {
+        if (atWord("CURRENT")) unsupportedHere("WHERE CURRENT OF");
+        erase->where = condition();
+    }
+    add(StepKind::Delete, offset).erase = erase;
+}
+
+void Parser::transactionStatement()
+{
+    const Token& word = current();
+    ++position_;
+    const bool named = accept(Keyword::Tran) || accept(Keyword::Transaction);
+    if (!named) accept(Keyword::Work);
+    if (named && atName()) {
+        if (word.keyword == Keyword::Rollback) unsupportedHere("ROLLBACK to a named point");
+        ++position_;
+    }
+    addPlain(word.keyword == Keyword::Begin    ? Step::Kind::Begin
+             : word.keyword == Keyword::Commit ? Step::Kind::Commit
+                                               : Step::Kind::Rollback,
+             word.offset);
+}
+
+void Parser::executeStatement()
+{
+    const std::uint32_t offset = current().offset;
+    ++position_;
+    if (at(TokenKind::Variable)) unsupportedHere("EXEC with a variable for the result");
+    if (at(TokenKind::LeftParen)) unsupportedHere("EXEC of a text");
+    const Name procedure = qualifiedName();
+    std::vector<Argument> arguments;
+    const auto begins = [this] {
+        return at(TokenKind::Integer) || at(TokenKind::Decimal) || at(TokenKind::Float) || at(TokenKind::Text) ||
+               at(TokenKind::Minus) || at(TokenKind::Plus) || at(TokenKind::Parameter) || at(TokenKind::Variable) ||
+               at(Keyword::Null) || atName();
+    };
+    if (begins()) {
+        do {
+            arguments.push_back(argument());
+        } while (accept(TokenKind::Comma));
+    }
+    ParsedStep& step = addPlain(Step::Kind::Procedure, offset);
+    step.plain.target = procedure.text;
+    step.plain.arguments = std::move(arguments);
+}
+
+Argument Parser::argument()
+{
+    Argument result;
+    if (at(TokenKind::Variable)) {
+        if (ahead(1).kind != TokenKind::Equal) unsupportedHere("A variable as argument");
+        result.name = text(current()).substr(1);
+        position_ += 2;
+    }
+    const bool negative = at(TokenKind::Minus);
+    if (negative || at(TokenKind::Plus)) ++position_;
+    const Token& token = current();
+    const std::string_view digits = text(token);
+    switch (token.kind) {
+    case TokenKind::Integer:
+    case TokenKind::Decimal:
+    case TokenKind::Float: {
+        std::int32_t whole = 0;
+        double number = 0;
+        const char* end = digits.data() + digits.size();
+        const auto read = std::from_chars(digits.data(), end, whole);
+        if (read.ec == std::errc() && read.ptr == end) {
+            result.value = Variant(negative ? -whole : whole);
+        } else {
+            std::from_chars(digits.data(), end, number);
+            result.value = Variant(negative ? -number : number);
+        }
+        break;
+    }
+    case TokenKind::Text:
+        if (negative) refuseHere();
+        result.value = Variant(std::string(nameOf(token).text));
+        break;
+    case TokenKind::Parameter:
+        if (negative) refuseHere();
+        result.parameter = parameters_++;
+        break;
+    default:
+        if (token.keyword == Keyword::Null) {
+            result.value = Variant(tamarok::Null{});
+        } else if (atName()) {
+            result.value = Variant(std::string(nameOf(token).text));
+        } else {
+            refuseHere();
+        }
+    }
+    ++position_;
+    if (atWord("OUTPUT") || atWord("OUT")) unsupportedHere("An OUTPUT argument");
+    return result;
+}
+
+} // namespace tamarok::embedded::sql

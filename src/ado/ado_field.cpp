@@ -1,0 +1,161 @@
+#include <utility>
+
+#include "members.h"
+#include "recordset_state.h"
+
+#include "tamarok/convert.h"
+
+namespace tamarok::ado {
+
+Field::Field(std::shared_ptr<Source> source, std::size_t ordinal) : source_{std::move(source)}, ordinal_{ordinal} {}
+
+Field::~Field() = default;
+
+const std::string& Field::Name() const
+{
+    return source_->column(ordinal_).name;
+}
+
+Variant Field::Value() const
+{
+    return source_->value(ordinal_);
+}
+
+void Field::Value(const Variant& value)
+{
+    source_->setValue(ordinal_, value);
+}
+
+DataType Field::Type() const
+{
+    return source_->column(ordinal_).type;
+}
+
+std::int32_t Field::DefinedSize() const
+{
+    return source_->column(ordinal_).definedSize;
+}
+
+const std::string& Field::BASECOLUMNNAME() const
+{
+    return source_->column(ordinal_).baseColumn;
+}
+
+const std::string& Field::BASETABLENAME() const
+{
+    return source_->column(ordinal_).baseTable;
+}
+
+namespace {
+
+using ReadArguments = std::span<const Variant>;
+
+/// One of the provider's properties of a field, `Properties("BASECOLUMNNAME")`.
+class FieldProperty final : public Object {
+public:
+    FieldProperty(std::string_view name, std::string value) : name_{name}, value_{std::move(value)} {}
+
+    std::string_view typeName() const override { return "Property"; }
+    Variant get(std::string_view member, ReadArguments) const override
+    {
+        if (text::equalsNoCase(member, "Value")) return value_;
+        if (text::equalsNoCase(member, "Name")) return name_;
+        noSuchMember(member);
+    }
+
+private:
+    std::string_view name_;
+    std::string value_;
+};
+
+struct PropertyRow {
+    std::string_view name;
+    const std::string& (Field::*read)() const;
+};
+
+constexpr PropertyRow propertyRows[]{
+    {"BASECOLUMNNAME", &Field::BASECOLUMNNAME},
+    {"BASETABLENAME", &Field::BASETABLENAME},
+};
+
+/// `Properties`, and with an argument one of them.
+class FieldProperties final : public Object {
+public:
+    explicit FieldProperties(const Field& field)
+    {
+        for (const PropertyRow& row : propertyRows)
+            items_.push_back(std::make_shared<FieldProperty>(row.name, (field.*row.read)()));
+    }
+
+    Variant item(const Variant& key) const
+    {
+        std::size_t index = 0;
+        for (; index < items_.size(); ++index) {
+            if (key.isString() ? text::equalsNoCase(propertyRows[index].name, key.asString())
+                               : static_cast<std::int64_t>(index) == convert::toLongLong(key))
+                return items_[index];
+        }
+        fail(errors::itemNotFound, fieldSource, "A field has no property \"" + convert::toText(key) + "\".");
+    }
+
+    std::string_view typeName() const override { return "Properties"; }
+    Variant get(std::string_view member, ReadArguments arguments) const override
+    {
+        if (text::equalsNoCase(member, "Count")) return static_cast<std::int32_t>(items_.size());
+        if (!text::equalsNoCase(member, "Item")) noSuchMember(member);
+        checkArguments(arguments.size(), 1, 1, "Item");
+        return item(arguments[0]);
+    }
+    Variant call(std::string_view member, std::span<Variant> arguments) override { return get(member, arguments); }
+
+private:
+    std::vector<std::shared_ptr<FieldProperty>> items_;
+};
+
+Variant readProperties(const Field& field, ReadArguments arguments)
+{
+    checkArguments(arguments.size(), 0, 1, "Properties");
+    const auto properties = std::make_shared<FieldProperties>(field);
+    return arguments.empty() ? Variant{properties} : properties->item(arguments[0]);
+}
+
+constexpr Member<Field> members[]{
+    {.name = "Value",
+     .get = [](const Field& f, ReadArguments) { return f.Value(); },
+     .put = [](Field& f, const Variant& value) { f.Value(value); }},
+    {.name = "Name", .get = [](const Field& f, ReadArguments) -> Variant { return f.Name(); }},
+    {.name = "Type",
+     .get = [](const Field& f, ReadArguments) -> Variant { return static_cast<std::int32_t>(f.Type()); }},
+    {.name = "DefinedSize", .get = [](const Field& f, ReadArguments) -> Variant { return f.DefinedSize(); }},
+    {.name = "BASECOLUMNNAME", .get = [](const Field& f, ReadArguments) -> Variant { return f.BASECOLUMNNAME(); }},
+    {.name = "BASETABLENAME", .get = [](const Field& f, ReadArguments) -> Variant { return f.BASETABLENAME(); }},
+    {.name = "Properties", .get = readProperties},
+};
+
+constexpr std::span<const Member<Field>> table{members};
+
+} // namespace
+
+std::string_view Field::typeName() const
+{
+    return "Field";
+}
+
+Variant Field::get(std::string_view name, std::span<const Variant> args) const
+{
+    if (const auto getter = findGetter(table, name)) return getter(*this, args);
+    noSuchMember(name);
+}
+
+void Field::put(std::string_view name, const Variant& value)
+{
+    if (const auto setter = findSetter(table, name)) return setter(*this, value);
+    noSuchMember(name);
+}
+
+Variant Field::call(std::string_view name, std::span<Variant> args)
+{
+    return get(name, args);
+}
+
+} // namespace tamarok::ado

@@ -1,0 +1,96 @@
+#include <bit>
+
+#include "ado_failure.h"
+
+#include "tamarok/ado.h"
+#include "tamarok/text.h"
+
+// The columns of a recordset as a collection: by ordinal directly, by name through a small hash table.
+
+namespace tamarok::ado {
+
+namespace {
+
+constexpr std::int32_t freeSlot = -1;
+
+/// Equal for names that differ in case only: letters beyond ASCII count as their number alone.
+std::size_t hashName(std::string_view name) noexcept
+{
+    constexpr std::uint32_t prime = 16777619;
+    std::uint32_t hash = 2166136261;
+    for (const char character : name) {
+        const auto byte = static_cast<unsigned char>(character);
+        if (byte >= 0x80) continue; // case may change these bytes, and even their number
+        const bool capital = byte >= 'A' && byte <= 'Z';
+        hash = (hash ^ (capital ? byte + 32U : byte)) * prime;
+    }
+    return hash;
+}
+
+bool sameName(std::string_view a, std::string_view b) noexcept
+{
+    return a == b || text::equalsNoCase(a, b);
+}
+
+} // namespace
+
+std::int32_t FieldCollection::Count() const noexcept
+{
+    return static_cast<std::int32_t>(fields_.size());
+}
+
+Field& FieldCollection::Item(std::int32_t ordinal) const
+{
+    return *at(ordinal);
+}
+
+Field& FieldCollection::Item(std::string_view name) const
+{
+    return *at(name);
+}
+
+FieldRef FieldCollection::share(std::int32_t ordinal) const
+{
+    return at(ordinal);
+}
+
+FieldRef FieldCollection::share(std::string_view name) const
+{
+    return at(name);
+}
+
+const FieldRef& FieldCollection::at(std::int32_t ordinal) const
+{
+    if (ordinal < 0 || ordinal >= Count())
+        fail(errors::itemNotFound, fieldsSource,
+             "There is no column with ordinal " + std::to_string(ordinal) + "; the recordset has " +
+                 std::to_string(Count()) + ".");
+    return fields_[static_cast<std::size_t>(ordinal)];
+}
+
+const FieldRef& FieldCollection::at(std::string_view name) const
+{
+    if (slots_.empty()) buildIndex();
+    const std::size_t mask = slots_.size() - 1;
+    for (std::size_t slot = hashName(name) & mask; slots_[slot] != freeSlot; slot = (slot + 1) & mask) {
+        const FieldRef& field = fields_[static_cast<std::size_t>(slots_[slot])];
+        if (sameName(field->Name(), name)) return field;
+    }
+    fail(errors::itemNotFound, fieldsSource, "There is no column named \"" + std::string{name} + "\".");
+}
+
+/// Of columns of the same name the first one is found.
+void FieldCollection::buildIndex() const
+{
+    std::vector<std::int32_t> slots(std::bit_ceil(fields_.size() * 2 + 1), freeSlot);
+    const std::size_t mask = slots.size() - 1;
+    for (std::size_t ordinal = 0; ordinal < fields_.size(); ++ordinal) {
+        std::size_t slot = hashName(fields_[ordinal]->Name()) & mask;
+        while (slots[slot] != freeSlot)
+            slot = (slot + 1) & mask;
+        slots[slot] = static_cast<std::int32_t>(ordinal);
+    }
+    slots_ = std::move(slots);
+}
+
+} // namespace tamarok::ado

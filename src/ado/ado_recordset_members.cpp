@@ -1,0 +1,170 @@
+#include "members.h"
+
+#include "tamarok/ado.h"
+#include "tamarok/convert.h"
+
+// The recordset by late binding.
+
+namespace tamarok::ado {
+
+namespace {
+
+using ReadArguments = std::span<const Variant>;
+using CallArguments = std::span<Variant>;
+
+Variant fieldOf(const FieldCollection& fields, const Variant& key)
+{
+    return key.isString() ? fields.share(key.asString()) : fields.share(convert::toLong(key));
+}
+
+/// `Fields` as an object of its own.
+class FieldsObject final : public Object {
+public:
+    explicit FieldsObject(FieldCollection fields) : fields_{std::move(fields)} {}
+
+    std::string_view typeName() const override { return "Fields"; }
+    Variant get(std::string_view name, ReadArguments arguments) const override
+    {
+        if (text::equalsNoCase(name, "Count")) return fields_.Count();
+        if (!text::equalsNoCase(name, "Item")) noSuchMember(name);
+        checkArguments(arguments.size(), 1, 1, "Item");
+        return fieldOf(fields_, arguments[0]);
+    }
+    Variant call(std::string_view name, CallArguments arguments) override { return get(name, arguments); }
+
+private:
+    FieldCollection fields_;
+};
+
+Variant readFields(const Recordset& recordset, ReadArguments arguments)
+{
+    checkArguments(arguments.size(), 0, 1, "Fields");
+    if (!arguments.empty()) return fieldOf(recordset.Fields(), arguments[0]);
+    return std::make_shared<FieldsObject>(recordset.Fields());
+}
+
+ConnectionRef connectionOf(const Variant* value)
+{
+    if (!value) return nullptr;
+    auto connection = std::dynamic_pointer_cast<Connection>(value->asObject());
+    if (!connection) fail(errors::typeMismatch, recordsetSource, "Open: the second argument is no connection.");
+    return connection;
+}
+
+Variant callOpen(Recordset& recordset, CallArguments arguments)
+{
+    checkArguments(arguments.size(), 2, 5, "Open");
+    const auto number = [&](std::size_t index, std::int32_t otherwise) {
+        const Variant* value = argument(arguments, index);
+        return value ? convert::toLong(*value) : otherwise;
+    };
+    recordset.Open(convert::toText(arguments[0]), connectionOf(argument(arguments, 1)),
+                   static_cast<CursorType>(number(2, -1)), static_cast<LockType>(number(3, -1)), number(4, -1));
+    return {};
+}
+
+Variant callMove(Recordset& recordset, CallArguments arguments)
+{
+    checkArguments(arguments.size(), 1, 1, "Move");
+    recordset.Move(convert::toLongLong(arguments[0]));
+    return {};
+}
+
+Variant callGetRows(Recordset& recordset, CallArguments arguments)
+{
+    checkArguments(arguments.size(), 0, 1, "GetRows");
+    const Variant* rows = argument(arguments, 0);
+    return recordset.GetRows(rows ? convert::toLongLong(*rows) : -1);
+}
+
+Variant callFind(Recordset& recordset, CallArguments arguments)
+{
+    checkArguments(arguments.size(), 1, 3, "Find");
+    const Variant* skip = argument(arguments, 1);
+    const Variant* direction = argument(arguments, 2);
+    const bool backward = direction && convert::toLong(*direction) < 0;
+    recordset.Find(convert::toText(arguments[0]), skip ? convert::toLongLong(*skip) : 0,
+                   backward ? SearchDirection::Backward : SearchDirection::Forward);
+    return {};
+}
+
+Variant callClone(Recordset& recordset, CallArguments arguments)
+{
+    checkArguments(arguments.size(), 0, 0, "Clone");
+    return recordset.Clone();
+}
+
+Variant callDelete(Recordset& recordset, CallArguments arguments)
+{
+    checkArguments(arguments.size(), 0, 1, "Delete");
+    const Variant* affect = argument(arguments, 0);
+    recordset.Delete(affect ? convert::toLong(*affect) : 1);
+    return {};
+}
+
+/// A method without arguments and result.
+template <void (Recordset::*operation)()>
+Variant plain(Recordset& recordset, CallArguments arguments)
+{
+    checkArguments(arguments.size(), 0, 0, "The method");
+    (recordset.*operation)();
+    return {};
+}
+
+constexpr Member<Recordset> members[]{
+    {.name = "EOF", .get = [](const Recordset& r, ReadArguments) -> Variant { return r.AtEOF(); }},
+    {.name = "Fields", .get = readFields},
+    {.name = "MoveNext", .call = plain<&Recordset::MoveNext>},
+    {.name = "BOF", .get = [](const Recordset& r, ReadArguments) -> Variant { return r.AtBOF(); }},
+    {.name = "State",
+     .get = [](const Recordset& r, ReadArguments) -> Variant { return static_cast<std::int32_t>(r.State()); }},
+    {.name = "Open", .call = callOpen},
+    {.name = "Close", .call = plain<&Recordset::Close>},
+    {.name = "MoveFirst", .call = plain<&Recordset::MoveFirst>},
+    {.name = "MoveLast", .call = plain<&Recordset::MoveLast>},
+    {.name = "MovePrevious", .call = plain<&Recordset::MovePrevious>},
+    {.name = "Move", .call = callMove},
+    {.name = "GetRows", .call = callGetRows},
+    {.name = "Find", .call = callFind},
+    {.name = "Clone", .call = callClone},
+    {.name = "Bookmark",
+     .get = [](const Recordset& r, ReadArguments) { return r.Bookmark(); },
+     .put = [](Recordset& r, const Variant& mark) { r.Bookmark(mark); }},
+    {.name = "AbsolutePosition",
+     .get = [](const Recordset& r, ReadArguments) -> Variant { return r.AbsolutePosition(); },
+     .put = [](Recordset& r, const Variant& position) { r.AbsolutePosition(convert::toLongLong(position)); }},
+    {.name = "RecordCount", .get = [](const Recordset& r, ReadArguments) -> Variant { return r.RecordCount(); }},
+    {.name = "AddNew", .call = plain<&Recordset::AddNew>},
+    {.name = "Update", .call = plain<&Recordset::Update>},
+    {.name = "CancelUpdate", .call = plain<&Recordset::CancelUpdate>},
+    {.name = "Delete", .call = callDelete},
+};
+
+constexpr std::span<const Member<Recordset>> table{members};
+
+} // namespace
+
+std::string_view Recordset::typeName() const
+{
+    return "Recordset";
+}
+
+Variant Recordset::get(std::string_view name, std::span<const Variant> args) const
+{
+    if (const auto getter = findGetter(table, name)) return getter(*this, args);
+    noSuchMember(name);
+}
+
+void Recordset::put(std::string_view name, const Variant& value)
+{
+    if (const auto setter = findSetter(table, name)) return setter(*this, value);
+    noSuchMember(name);
+}
+
+Variant Recordset::call(std::string_view name, std::span<Variant> args)
+{
+    if (const auto found = findMethod(table, name)) return found(*this, args);
+    return get(name, args);
+}
+
+} // namespace tamarok::ado

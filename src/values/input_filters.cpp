@@ -1,0 +1,245 @@
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <string_view>
+
+#include "tamarok/comm_get.h"
+#include "tamarok/comm_set.h"
+#include "tamarok/convert.h"
+#include "tamarok/error.h"
+#include "tamarok/format.h"
+#include "tamarok/platform.h"
+#include "tamarok/text.h"
+
+namespace tamarok {
+namespace {
+
+constexpr std::int16_t refused = 0;
+constexpr std::int16_t backspace = 8;
+constexpr std::int16_t enter = 13;
+
+bool isDigit(std::int16_t key)
+{
+    return key >= '0' && key <= '9';
+}
+
+/// What the filters ask of a text box, read by name when it is needed.
+class Box {
+public:
+    explicit Box(Object& control) : control_{control} {}
+
+    std::string text() const { return convert::toText(control_.get("text", {})); }
+    std::int32_t cursor() const { return convert::toLong(control_.get("SelStart", {})); }
+    std::int32_t selected() const { return convert::toLong(control_.get("SelLength", {})); }
+    std::string selection() const { return convert::toText(control_.get("SelText", {})); }
+    bool locked() const { return convert::toBoolean(control_.get("Locked", {})); }
+    std::string format() const { return convert::toText(dataFormat()->get("Format", {})); }
+
+    void text(const std::string& value) { control_.put("text", value); }
+    void cursor(std::int32_t position) { control_.put("SelStart", position); }
+    void deleteSelection() { control_.put("SelText", std::string{}); }
+    void format(const std::string& value) { dataFormat()->put("Format", value); }
+
+private:
+    ObjectRef dataFormat() const
+    {
+        const Variant value = control_.get("DataFormat", {});
+        require(value.asObject(), "DataFormat");
+        return value.asObject();
+    }
+    Object& control_;
+};
+
+std::string_view withoutSign(std::string_view number)
+{
+    return number.starts_with('-') ? number.substr(1) : number;
+}
+
+std::int32_t characters(std::string_view value)
+{
+    return static_cast<std::int32_t>(text::length(value));
+}
+
+/// A number pattern of the filter: room for whole digits, decimals, a sign that takes no room.
+struct EntryPattern {
+    explicit EntryPattern(std::string_view pattern) : sign{pattern.starts_with('-')}
+    {
+        const std::string_view digits = withoutSign(pattern);
+        length = characters(digits);
+        const std::size_t point = digits.find('.');
+        hasPoint = point != std::string_view::npos;
+        wholeDigits = characters(digits.substr(0, point));
+        decimals = hasPoint ? characters(digits.substr(point + 1)) : 0;
+    }
+
+    bool sign;
+    bool hasPoint = false;
+    std::int32_t length = 0;
+    std::int32_t wholeDigits = 0;
+    std::int32_t decimals = 0;
+};
+
+/// Whether Backspace leaves the number whole: the separator stays while decimals stand behind it.
+bool backspaceMayPass(const Box& box, const std::string& separator)
+{
+    const std::string content = box.text();
+    if (box.selected() > 0) {
+        const std::string selection = box.selection();
+        return selection == content || text::find(selection, separator) == 0;
+    }
+    const auto position = static_cast<std::int32_t>(text::find(content, separator));
+    return position == 0 || box.cursor() != position || position == characters(content);
+}
+
+/// A decimal separator in a format with decimals. Where no digit stands before it, a "0" is put there.
+bool separatorMayPass(Box& box, const EntryPattern& pattern, const std::string& separator)
+{
+    const std::string content = box.text();
+    const std::int32_t cursor = box.cursor();
+    if (text::find(content, separator) != 0) return false;
+    if (characters(content) - cursor > pattern.decimals) return false;
+    if (cursor == 0) {
+        box.text("0" + content);
+        box.cursor(1);
+    } else if (cursor == 1 && content.starts_with('-')) {
+        box.text("-0" + content.substr(1));
+        box.cursor(2);
+    }
+    return true;
+}
+
+bool digitMayPass(const Box& box, const EntryPattern& pattern, const std::string& separator)
+{
+    const std::string content = box.text();
+    if (pattern.decimals == 0) return characters(withoutSign(content)) < pattern.length;
+    const auto position = static_cast<std::int32_t>(text::find(content, separator));
+    if (position == 0) return characters(withoutSign(content)) < pattern.wholeDigits;
+    if (box.cursor() < position) {
+        const std::string_view whole = text::left(content, static_cast<std::size_t>(position) - 1);
+        return characters(withoutSign(whole)) < pattern.wholeDigits;
+    }
+    return characters(content) - position < pattern.decimals;
+}
+
+/// A sign stands first, once, and only where the pattern has one.
+bool signMayPass(const Box& box, const EntryPattern& pattern)
+{
+    return pattern.sign && box.cursor() == 0 && !box.text().starts_with('-');
+}
+
+/// Whole digits of a number, sign and decimals left out.
+std::int32_t wholeDigitsOf(const std::string& number)
+{
+    const double whole = std::trunc(std::abs(convert::toDouble(Variant{number})));
+    return characters(format::number(whole, "0", Platform::current().regional));
+}
+
+/// True where a box's number, tidied in `content`, has no room in the pattern.
+bool exceeds(std::string& content, const EntryPattern& pattern)
+{
+    if (pattern.hasPoint) return wholeDigitsOf(content) > pattern.wholeDigits;
+    content = content.substr(0, content.find('.'));
+    if (!pattern.sign) return characters(content) > pattern.length;
+    return !convert::isNumeric(Variant{content}) ||
+           characters(convert::toText(Variant{std::abs(convert::toDouble(Variant{content}))})) > pattern.length;
+}
+
+} // namespace
+
+std::int16_t Comm_Get::OnlyNumbers(std::int16_t& KeyAscii, bool blnDecSep, Object& ActiveControl, bool bolNegativ) const
+{
+    const Box box{ActiveControl};
+    const auto passes = [&] {
+        if (KeyAscii == backspace || KeyAscii == enter) return true;
+        if (bolNegativ) {
+            if (box.cursor() == 0 && box.text().starts_with('-')) return false;
+            if (KeyAscii == '-') return box.cursor() == 0;
+        }
+        if (isDigit(KeyAscii)) return true;
+        const std::string separator = format::decimalSeparator(Platform::current().regional);
+        return blnDecSep && separator.size() == 1 && KeyAscii == separator[0] && text::find(box.text(), separator) == 0;
+    };
+    if (!passes()) KeyAscii = refused;
+    return KeyAscii;
+}
+
+void Comm_Get::OnlyNumbersKeyPress(std::int16_t& KeyAscii, Object& ActiveControl, const std::string& strFormat) const
+{
+    if (ActiveControl.typeName() != "TextBox") return;
+    Box box{ActiveControl};
+    if (box.locked() && KeyAscii != enter) {
+        KeyAscii = refused;
+        return;
+    }
+    box.format(strFormat);
+    const EntryPattern pattern{strFormat};
+    const std::string separator = format::decimalSeparator(Platform::current().regional);
+    if ((separator == "," && KeyAscii == '.') || (separator == "." && KeyAscii == ','))
+        KeyAscii = static_cast<unsigned char>(separator[0]);
+
+    if (KeyAscii == enter) return;
+    if (KeyAscii == backspace) {
+        if (!backspaceMayPass(box, separator)) KeyAscii = refused;
+        return;
+    }
+    const bool isSeparator = separator.size() == 1 && KeyAscii == separator[0];
+    const bool isSign = KeyAscii == '-';
+    if ((isSign && !signMayPass(box, pattern)) || (!isSign && !isSeparator && !isDigit(KeyAscii))) {
+        KeyAscii = refused;
+        return;
+    }
+    box.deleteSelection();
+    const bool passes = isSign        ? true
+                        : isSeparator ? pattern.decimals > 0 && separatorMayPass(box, pattern, separator)
+                                      : digitMayPass(box, pattern, separator);
+    if (!passes) KeyAscii = refused;
+}
+
+void Comm_Get::OnlyNumbersLostFocus(Object& ActiveControl, const std::string& strFormat) const
+{
+    Box box{ActiveControl};
+    const std::string wanted = strFormat.empty() ? box.format() : strFormat;
+    if (wanted.empty()) return;
+    std::string content = box.text();
+    if (!convert::isNumeric(Variant{content})) {
+        box.text("");
+        return;
+    }
+    const EntryPattern pattern{wanted};
+    if (!pattern.sign) content = text::replaceAll(content, "-", "");
+    if (exceeds(content, pattern)) content.clear();
+    if (!content.empty()) content = format::value(Variant{content}, text::replaceAll(wanted, "-", ""));
+    box.text(content);
+}
+
+std::int16_t Comm_Get::OnlyDate(std::int16_t KeyAscii, Object& ActiveControl) const
+{
+    const Box box{ActiveControl};
+    if (KeyAscii == backspace || KeyAscii == enter) return KeyAscii;
+    const std::string content = box.text();
+    const std::int32_t cursor = box.cursor();
+    const auto points = std::count(content.begin(), content.end(), '.');
+    if (KeyAscii == '.') {
+        if (cursor < 1 || cursor > 5 || points > 1) return refused;
+        if (points == 0) return KeyAscii;
+        const auto point = static_cast<std::int32_t>(text::find(content, "."));
+        return cursor == point - 1 || cursor == point ? refused : KeyAscii;
+    }
+    if (!isDigit(KeyAscii)) return refused;
+    if (points == 0) return characters(content) >= 2 && box.selected() == 0 ? refused : KeyAscii;
+    const std::int32_t lastPoint = characters(std::string_view{content}.substr(0, content.rfind('.'))) + 1;
+    const std::int32_t room = points == 1 ? 2 : 4;
+    const bool full = characters(content) - lastPoint >= room && box.selected() == 0 && cursor >= lastPoint;
+    return full ? refused : KeyAscii;
+}
+
+void Comm_Set::Select_Text(const ObjectRef& ControlActive) const
+{
+    if (ControlActive == nullptr) return;
+    const std::string_view type = ControlActive->typeName();
+    if (type != "ComboBox" && type != "TextBox") return;
+    ControlActive->put("SelStart", std::int32_t{0});
+    ControlActive->put("SelLength", characters(convert::toText(ControlActive->get("text", {}))));
+}
+
+} // namespace tamarok

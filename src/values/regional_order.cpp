@@ -1,0 +1,69 @@
+#include "regional_order.h"
+
+#include <array>
+#include <string>
+
+#include "tamarok/date.h"
+#include "tamarok/format.h"
+#include "tamarok/text.h"
+
+namespace tamarok {
+namespace {
+
+constexpr Date probeDate{40271.0}; // 3 April 2010: each part has a digit that the others lack
+
+struct OrderRule {
+    DatePartOrder order;
+    std::size_t first;
+    std::size_t second;
+    std::size_t third;
+};
+
+} // namespace
+
+RegionalOrder regionalOrder(const Regional& regional)
+{
+    const std::string sample = format::date(probeDate, regional.shortDate, regional);
+    RegionalOrder result;
+    const std::size_t day = text::find(sample, "3");
+    std::size_t month = text::find(sample, "4");
+    if (month == 0) {
+        result.spelledMonth = true;
+        month = text::find(sample, "Apr");
+    }
+    std::size_t year = text::find(sample, "2");
+    if (year == 0) year = text::find(sample, "1");
+
+    const std::array rules = {
+        OrderRule{DatePartOrder::DayMonthYear, day, month, year},
+        OrderRule{DatePartOrder::MonthDayYear, month, day, year},
+        OrderRule{DatePartOrder::YearMonthDay, year, month, day},
+        OrderRule{DatePartOrder::YearDayMonth, year, day, month},
+    };
+    for (const OrderRule& rule : rules) {
+        if (rule.first < rule.second && rule.second < rule.third) {
+            result.order = rule.order;
+            break;
+        }
+    }
+    return result;
+}
+
+std::int16_t monthNumber(std::string_view name)
+{
+    static constexpr std::array<std::string_view, 12> months = {"JAN", "FEB", "MAR", "APR", "MAY", "JUN",
+                                                                "JUL", "AUG", "SEP", "OCT", "NOV", "DEC"};
+    const std::string wanted = text::toUpper(text::trim(name));
+    for (std::size_t index = 0; index < months.size(); ++index)
+        if (months[index] == wanted) return static_cast<std::int16_t>(index + 1);
+    return 0;
+}
+
+std::int16_t fullYear(std::int16_t year) noexcept
+{
+    if (year >= 0 && year <= 50) return static_cast<std::int16_t>(2000 + year);
+    if (year > 50 && year <= 99) return static_cast<std::int16_t>(1900 + year);
+    return year;
+}
+
+} // namespace tamarok
