@@ -6,9 +6,9 @@
 --              dates are read day first with points, year first with hyphens, and with slashes in the
 --              session's date order
 --
--- Two users who miss the same property at once both call this. The row, or the gap where it would
--- stand, is locked by the first one (UPDLOCK, HOLDLOCK) until the end of the transaction; the second
--- one waits and then finds the row, so that there is never more than one row a property.
+-- Two users may store the same new property at once. The first call locks the row, or the gap where it
+-- would be (UPDLOCK, HOLDLOCK), until the end of its transaction; the second call waits and then finds the
+-- row, so that there is never more than one row per property.
 CREATE PROCEDURE tmk_OPTIONEN_INS
     @PROPERTY VARCHAR(30),
     @KIND BIGINT,
