@@ -2,7 +2,7 @@
 
 #include "tamarok_tsql/literals.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 namespace {
 
 struct DateRow {
@@ -107,4 +107,4 @@ TEST(TextLiterals, QuotesAndCharactersAreCountedOnce)
 }
 
 } // namespace
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql
