@@ -5,6 +5,7 @@
 #include <span>
 
 #include "ado/first_row.h"
+#include "dialect/sql_template.h"
 
 #include "tamarok/comm_sql.h"
 #include "tamarok/convert.h"
@@ -42,10 +43,13 @@ std::string hasRootLevel(const LevelFilter& filter)
                                  " (SELECT TOP 1 REPLICATE(0,LEN(ACCESS_LEVELS)) FROM ACCESS_LEVELS))";
 }
 
-std::string hasRootLevelOracle(const LevelFilter& filter)
+/// Returns the same for rule BB, which has an Oracle form.
+std::string hasRootLevelByDialect(const LevelFilter& filter)
 {
-    return levelColumn(filter) + " IN (SELECT ID FROM ACCESS_LEVELS WHERE ACCESS_LEVELS IN"
-                                 " (SELECT LPAD(0,LEN(ACCESS_LEVELS),0) FROM ACCESS_LEVELS WHERE rownum = 1))";
+    return dialect::fill("{COLUMN} IN (SELECT ID FROM ACCESS_LEVELS WHERE ACCESS_LEVELS IN (SELECT {ORACLE?"
+                         "LPAD(0,LEN(ACCESS_LEVELS),0):TOP 1 REPLICATE(0,LEN(ACCESS_LEVELS))} FROM ACCESS_LEVELS"
+                         "{ORACLE? WHERE rownum = 1:}))",
+                         dialect::of(filter.session), {{"COLUMN", levelColumn(filter)}});
 }
 
 /// Returns the query of the level's code. ACL_str takes a 16-bit id, so a greater one is Error 6.
@@ -77,8 +81,7 @@ std::string ruleBb(const LevelFilter& filter)
 {
     // Required by the contract: on Oracle only the root test differs; ISNULL, LEFT and LEN stay although
     // that server does not know them. Do not correct.
-    const std::string root = filter.session.bolOracle ? hasRootLevelOracle(filter) : hasRootLevel(filter);
-    return hasNoLevel(filter) + " OR " + root + " OR " + levelColumn(filter) +
+    return hasNoLevel(filter) + " OR " + hasRootLevelByDialect(filter) + " OR " + levelColumn(filter) +
            " IN (SELECT ID FROM ACCESS_LEVELS WHERE LEFT(ACCESS_LEVELS,LEN(ACCESS_LEVELS) - 4) IN"
            " (SELECT LEFT(ACCESS_LEVELS,LEN(ACCESS_LEVELS) - 4) FROM ACCESS_LEVELS WHERE ID = " +
            std::to_string(filter.level) + "))";
@@ -236,7 +239,7 @@ bool hasVisibleLevels(const TmkVar& session)
 }
 bool isOracle(const TmkVar& session)
 {
-    return static_cast<bool>(session.bolOracle);
+    return dialect::of(session).isOracle;
 }
 
 struct Decision {

@@ -6,6 +6,7 @@
 
 #include "ado/first_row.h"
 #include "deputy_rule.h"
+#include "dialect/sql_template.h"
 #include "first_column.h"
 #include "navigation_keys.h"
 
@@ -37,33 +38,23 @@ void showUnknownKey()
 /// Returns the query of the right keys that neither the user nor any of his principals may read.
 std::string personalDenials(const TmkVar& tmkVar)
 {
-    const std::string user = std::to_string(tmkVar.ID_User);
-    const std::string_view read = tmkVar.bolOracle ? "MAX(LESEN)" : "MAX(CASE WHEN LESEN = 1 THEN 1 ELSE 0 END)";
-    std::string statement{"SELECT TREEVIEW,"};
-    return statement.append(read)
-        .append(" AS LESEN FROM USERS_TREEVIEW WHERE ID_USERS IN (SELECT USERS.ID FROM USERS")
-        .append(rights::lendsRights)
-        .append(" AND USERS.ID_USERS_VERTRETER = ")
-        .append(user)
-        .append(" UNION ALL SELECT ")
-        .append(user)
-        .append(" AS ID")
-        .append(tmkVar.bolOracle ? " FROM DUAL" : "")
-        .append(") GROUP BY TREEVIEW HAVING ")
-        .append(tmkVar.bolOracle ? "NVL(MAX(LESEN),0)=0" : "MAX(CASE WHEN LESEN = 1 THEN 1 ELSE 0 END)=0");
+    constexpr std::string_view sqlTemplate =
+        "SELECT TREEVIEW,{ORACLE?MAX(LESEN):MAX(CASE WHEN LESEN = 1 THEN 1 ELSE 0 END)} AS LESEN FROM USERS_TREEVIEW"
+        " WHERE ID_USERS IN (SELECT USERS.ID FROM USERS{LENDS} AND USERS.ID_USERS_VERTRETER = {USER}"
+        " UNION ALL SELECT {USER} AS ID{ORACLE? FROM DUAL:}) GROUP BY TREEVIEW"
+        " HAVING {ORACLE?NVL(MAX(LESEN),0):MAX(CASE WHEN LESEN = 1 THEN 1 ELSE 0 END)}=0";
+    return dialect::fill(sqlTemplate, dialect::of(tmkVar),
+                         {{"LENDS", rights::lendsRights}, {"USER", std::to_string(tmkVar.ID_User)}});
 }
 
 /// Returns the query of the right keys that the depth of the user's level may not read.
 std::string organisationalDenials(const TmkVar& tmkVar)
 {
-    std::string statement{"SELECT ANWENDUNGSOBJEKTE FROM BB_ORGANISATIONS_RECHTE WHERE 0="};
-    return statement.append(tmkVar.bolOracle ? "NVL" : "ISNULL")
-        .append("((SELECT CASE WHEN RIGHT(ACCESS_LEVELS,6) = '000000' Then LESEN_3"
-                " WHEN RIGHT(ACCESS_LEVELS,4) = '0000' Then LESEN_2"
-                " WHEN RIGHT(ACCESS_LEVELS,2) = '00' Then LESEN_1"
-                " ELSE LESEN_0 END FROM ACCESS_LEVELS WHERE ID = ")
-        .append(std::to_string(tmkVar.ID_Access_Levels))
-        .append("),0)");
+    constexpr std::string_view sqlTemplate =
+        "SELECT ANWENDUNGSOBJEKTE FROM BB_ORGANISATIONS_RECHTE WHERE 0={ISNULL}((SELECT CASE"
+        " WHEN RIGHT(ACCESS_LEVELS,6) = '000000' Then LESEN_3 WHEN RIGHT(ACCESS_LEVELS,4) = '0000' Then LESEN_2"
+        " WHEN RIGHT(ACCESS_LEVELS,2) = '00' Then LESEN_1 ELSE LESEN_0 END FROM ACCESS_LEVELS WHERE ID = {LEVEL}),0)";
+    return dialect::fill(sqlTemplate, dialect::of(tmkVar), {{"LEVEL", std::to_string(tmkVar.ID_Access_Levels)}});
 }
 
 /// Stores a key in the last element if that is empty, behind it otherwise.

@@ -5,6 +5,7 @@
 
 #include "ado/first_row.h"
 #include "command_timeout_scope.h"
+#include "dialect/dialect.h"
 #include "first_column.h"
 #include "lock_refusal.h"
 #include "user_name.h"
@@ -37,7 +38,7 @@ constexpr std::int32_t probeSeconds = 5;
 
 bool usesLocks(const TmkVar& tmkVar)
 {
-    return tmkVar.bolLan && !tmkVar.bolOracle;
+    return tmkVar.bolLan && !dialect::of(tmkVar).isOracle;
 }
 
 /// Runs an action that may fail as part of a probe. Returns false if it failed. Other exceptions than

@@ -4,6 +4,7 @@
 
 #include "ado/first_row.h"
 #include "deputy_rule.h"
+#include "dialect/sql_template.h"
 #include "user_name.h"
 
 #include "tamarok/comm_set.h"
@@ -59,8 +60,7 @@ std::string Comm_SQL::ACL(const TmkVar& tmkVar) const
 std::string Comm_SQL::ACL_str(const TmkVar& tmkVar, std::int16_t Typ, std::int16_t ID_ACL) const
 {
     if (Typ == 1) {
-        return std::string{"SELECT NAME FROM ACCESS_LEVELS WHERE ACCESS_LEVELS = "}.append(
-            tmkVar.bolOracle ? "LPAD('0',LEN(ACCESS_LEVELS),'0')" : "REPLICATE(0,LEN(ACCESS_LEVELS))");
+        return dialect::fill("SELECT NAME FROM ACCESS_LEVELS WHERE ACCESS_LEVELS = {ZEROS}", dialect::of(tmkVar));
     }
     if (Typ == 2) return "SELECT ACCESS_LEVELS FROM ACCESS_LEVELS WHERE ID = " + std::to_string(ID_ACL);
     return {};
@@ -90,20 +90,18 @@ std::string Comm_SQL::ACL_USERS_str(const TmkVar& tmkVar, std::int16_t Typ, std:
 bool Comm_SQL::ACL_USERS(const TmkVar& tmkVar, std::string_view strName, std::string& AL) const
 {
     // No order is given: which level comes first is up to the database.
-    const std::string statement = std::string{tmkVar.bolOracle ? "SELECT ACCESS_LEVELS.ACCESS_LEVELS"
-                                                               : "SELECT TOP 1 ACCESS_LEVELS.ACCESS_LEVELS"}
-                                      .append(levelsOfUsers)
-                                      .append(tmkVar.bolOracle ? " WHERE ROWNUM =1 AND " : " WHERE ")
-                                      .append(isUserLevel) +
-                                  ownOrLentBy(idOfUser(strName), " = ");
+    const std::string statement = dialect::fill(
+        "{SELECTFIRST}ACCESS_LEVELS.ACCESS_LEVELS{LEVELS} WHERE {ORACLE?ROWNUM =1 AND :}{RELATION}{MASTER}",
+        dialect::of(tmkVar),
+        {{"LEVELS", levelsOfUsers}, {"RELATION", isUserLevel}, {"MASTER", ownOrLentBy(idOfUser(strName), " = ")}});
     return ado::readFirst(tmkVar.db_ADO, statement,
                           [&](const ado::FieldCollection& fields) { AL = ado::fieldText(fields.Item(0).Value()); });
 }
 
 bool Comm_SQL::USERS(const TmkVar& tmkVar, std::string_view strName) const
 {
-    const std::string statement =
-        idOfUser(strName) + (tmkVar.bolOracle ? " AND PASSWORD IS NULL" : " AND ISNULL(PASSWORD,'') = ''");
+    const std::string statement = dialect::fill("{USER} AND {ORACLE?PASSWORD IS NULL:ISNULL(PASSWORD,'') = ''}",
+                                                dialect::of(tmkVar), {{"USER", idOfUser(strName)}});
     return ado::hasRow(tmkVar.db_ADO, statement);
 }
 
@@ -115,14 +113,10 @@ std::string Comm_SQL::USERS_NAME(const TmkVar& tmkVar) const
 std::int16_t Comm_SQL::ONETOMANY_USERS_ACL_cnt(const TmkVar& tmkVar) const
 {
     const std::string user = std::to_string(tmkVar.ID_User);
-    const std::string statement = std::string{tmkVar.bolOracle ? "SELECT NVL" : "SELECT ISNULL"}
-                                      .append("(COUNT(*),0) AS CNT FROM ONETOMANY WHERE ")
-                                      .append(isUserLevel)
-                                      .append(" AND (ONETOMANY.ID_MASTER = ")
-                                      .append(user)
-                                      .append(" OR ONETOMANY.ID_MASTER IN ")
-                                      .append(principalsOf(" = " + user))
-                                      .append(")");
+    const std::string statement = dialect::fill(
+        "SELECT {ISNULL}(COUNT(*),0) AS CNT FROM ONETOMANY WHERE {RELATION} AND (ONETOMANY.ID_MASTER = "
+        "{USER} OR ONETOMANY.ID_MASTER IN {PRINCIPALS})",
+        dialect::of(tmkVar), {{"RELATION", isUserLevel}, {"USER", user}, {"PRINCIPALS", principalsOf(" = " + user)}});
     const std::optional<Variant> count = ado::readFirstValue(tmkVar.db_ADO, statement);
     return count ? convert::toInteger(*count) : std::int16_t{0};
 }
@@ -137,17 +131,14 @@ std::string Comm_Set::CreateSQL_ACCESS_LEVELS(const TmkVar& tmkVar, std::string_
     // The last `Level` groups of the code become zeros, which names the node, or "_", which matches any group.
     const std::int32_t cutLength = 2 * Level;
     const char filler = convert::toBoolean(Variant{Exactly}) ? '0' : '_';
-    std::string predicate{"IN (SELECT ID FROM ACCESS_LEVELS WHERE ACCESS_LEVELS "};
-    return predicate.append(isQuery ? "IN" : "LIKE")
-        .append(" (SELECT LEFT(ACCESS_LEVELS,LEN(ACCESS_LEVELS)-")
-        .append(std::to_string(cutLength))
-        .append(")")
-        .append(tmkVar.bolOracle ? " || " : "+ ")
-        .append("'")
-        .append(static_cast<std::size_t>(cutLength), filler)
-        .append("' FROM ACCESS_LEVELS WHERE ID IN (")
-        .append(ID_Access_Levels)
-        .append(")))");
+    return dialect::fill(
+        "IN (SELECT ID FROM ACCESS_LEVELS WHERE ACCESS_LEVELS {COMPARISON} (SELECT LEFT(ACCESS_LEVELS,"
+        "LEN(ACCESS_LEVELS)-{LENGTH}){ORACLE? || :+ }'{FILLER}' FROM ACCESS_LEVELS WHERE ID IN ({IDS})))",
+        dialect::of(tmkVar),
+        {{"COMPARISON", isQuery ? "IN" : "LIKE"},
+         {"LENGTH", std::to_string(cutLength)},
+         {"FILLER", std::string(static_cast<std::size_t>(cutLength), filler)},
+         {"IDS", ID_Access_Levels}});
 }
 
 } // namespace tamarok

@@ -1,4 +1,5 @@
 #include "ado/first_row.h"
+#include "dialect/sql_template.h"
 
 #include "tamarok/comm_get.h"
 #include "tamarok/comm_set.h"
@@ -51,7 +52,7 @@ std::int32_t Comm_Get::GetOptionenNumber(const TmkVar& tmkVar, std::string_view 
 double Comm_Get::GetOptionenDouble(const TmkVar& tmkVar, std::string_view property) const
 {
     const std::string name = text::toUpper(property);
-    const std::string_view column = tmkVar.bolOracle ? "NVL(DOUBLE_VALUE,0)" : "ISNULL(DOUBLE_VALUE,0)";
+    const std::string column = dialect::fill("{ISNULL}(DOUBLE_VALUE,0)", dialect::of(tmkVar));
     const auto value = ado::readFirstValue(tmkVar.db_ADO, selectOptionAnyCase(column, name));
     if (!value) {
         Comm_Set{}.SetOptionenDouble(tmkVar, name, 0.0);
@@ -100,16 +101,13 @@ std::string Comm_Get::GetKonfNumber(const ado::ConnectionRef& dbAdo, std::string
 
 std::int16_t Comm_SQL::OPTIONEN_glbModel(const TmkVar& tmkVar) const
 {
-    constexpr std::string_view sqlServer =
-        "SELECT * FROM (SELECT ISNULL((SELECT TOP 1 NUMBER_VALUE FROM OPTIONEN WHERE PROPERTY_ID = "
-        "'CHANGE_MODELS'),1) AS NUM_VALUE) A";
-    constexpr std::string_view oracle =
-        "SELECT * FROM (SELECT NVL((SELECT NUMBER_VALUE FROM OPTIONEN WHERE PROPERTY_ID = 'CHANGE_MODELS'  AND "
-        "rownum=1),1) AS NUM_VALUE FROM DUAL) A";
+    constexpr std::string_view sqlTemplate =
+        "SELECT * FROM (SELECT {ISNULL}((SELECT {ORACLE?:TOP 1 }NUMBER_VALUE FROM OPTIONEN WHERE PROPERTY_ID = "
+        "'CHANGE_MODELS'{ORACLE?  AND rownum=1:}),1) AS NUM_VALUE{ORACLE? FROM DUAL:}) A";
 
     // The statement always gives a row.
     Variant value;
-    ado::readExisting(tmkVar.db_ADO, tmkVar.bolOracle ? oracle : sqlServer,
+    ado::readExisting(tmkVar.db_ADO, dialect::fill(sqlTemplate, dialect::of(tmkVar)),
                       [&](const ado::FieldCollection& fields) { value = fields.Item("NUM_VALUE").Value(); });
     return convert::toInteger(value);
 }
