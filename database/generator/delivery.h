@@ -38,8 +38,8 @@ struct LogLine {
     std::optional<double> lorryGross, lorryTare; ///< tons
     std::string_view colour;
     std::string_view note;
-    std::array<double, versionCount> price{};  ///< by version, in the document's currency and unit
-    std::array<double, versionCount> amount{}; ///< by version, quantity in the document's unit
+    std::array<double, versionCount> price{};           ///< by version, in the document's currency and unit
+    std::array<double, versionCount> settledQuantity{}; ///< by version, in the document's unit
 };
 
 /// Unit of a bark deduction, with the value of LOGS.RINDEPROZENT.

@@ -101,7 +101,7 @@ void priceInvoiceLine(const Kind& kind, double level, double currency, LogLine& 
     double price = level * timberPrice(kind, line);
     if (line.quantity != 0.0) price *= line.volume / line.quantity;
     line.price[profile::invoiceVersion] = roundHalfEven(price * currency, 2);
-    line.amount[profile::invoiceVersion] =
+    line.settledQuantity[profile::invoiceVersion] =
         line.isQuantityChanged ? roundHalfEven(line.quantity * 0.97, 2) : line.quantity;
 }
 
@@ -110,7 +110,7 @@ void priceSettlementLine(const Kind& kind, std::size_t version, double level, do
 {
     const double price = level * (version == profile::ownerVersion ? timberPrice(kind, line) : 1.0);
     line.price[version] = roundHalfEven(price * currency, 2);
-    line.amount[version] = line.volume;
+    line.settledQuantity[version] = line.volume;
 }
 
 void priceLines(Delivery& delivery, const Document& document, double level)

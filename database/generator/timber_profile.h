@@ -15,12 +15,12 @@ enum class WoodGroup : std::uint8_t { Softwood, Hardwood };
 struct Species {
     std::string_view code;      ///< HOLZART.HA
     std::uint32_t weight;       ///< share of all stands, relative
-    double price;               ///< euro a cubic metre of sawlogs of quality B, strength class 3a
+    double price;               ///< euro per cubic metre of sawlogs of quality B, strength class 3a
     double diameter;            ///< mean mid-diameter of sawlogs in cm
     double spread;              ///< standard deviation of the diameter in cm
     double barkBase, barkSlope; ///< bark deduction in cm: base + slope * diameter
-    double dryWeight;           ///< cubic metres a ton, absolutely dry
-    double airDryWeight;        ///< cubic metres a ton, air-dry
+    double dryWeight;           ///< cubic metres per ton, absolutely dry
+    double airDryWeight;        ///< cubic metres per ton, air-dry
     WoodGroup group;
 
     constexpr bool isSoftwood() const noexcept { return group == WoodGroup::Softwood; }
@@ -111,7 +111,7 @@ inline constexpr std::array<double, 8> sawlogLengths{4.0, 4.0, 4.0, 5.0, 5.0, 3.
 struct Service {
     std::string_view partners; ///< PERSONAL.GRUPPE
     std::uint32_t perMille;    ///< of all deliveries
-    double low, high;          ///< euro a cubic metre; for ownerVersion the share of the timber price
+    double low, high;          ///< euro per cubic metre; for ownerVersion the share of the timber price
     std::int32_t bookingNumber;
     std::int32_t chapter, title; ///< HH_KAPITEL.ID and HH_TITEL.ID
 };
@@ -133,7 +133,7 @@ inline constexpr std::size_t invoiceVersion = 0;
 inline constexpr std::size_t carrierVersion = 1; ///< A1, paid to the carrier
 inline constexpr std::size_t ownerVersion = 5;   ///< A5, the forest owner's share of the timber price
 
-/// National currency units a euro, as in the options of the master data.
+/// National currency units per euro, as in the options of the master data.
 inline constexpr double nationalPerEuro = 13.7603;
 
 } // namespace tamarok::database::profile

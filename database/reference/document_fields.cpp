@@ -9,13 +9,14 @@ namespace {
 using ado::DataType;
 using Source = const RowSource&;
 
+/// Sum over all logs of the delivery, in the document's currency.
 double documentTotal(Source s)
 {
     double total = 0.0;
     const std::size_t version = s.document->version;
     for (const TimberList& list : s.delivery.lists)
         for (const LogLine& line : list.lines)
-            total += line.price[version] * line.amount[version];
+            total += line.price[version] * line.settledQuantity[version];
     return total;
 }
 
@@ -26,21 +27,22 @@ Variant deliveryTerms(Source s)
     return s.delivery.goesByLorry ? "frei Werk" : "frei Waldstraße";
 }
 
-/// Returns RECHNUNGSART.RART_ID: invoice, settlement with the forest owner, settlement with a contractor.
+/// Returns RECHNUNGSART.RART_ID: 1 invoice, 2 credit note for the forest owner, 5 invoice of the enterprise's own.
 Variant invoiceKind(Source s)
 {
     if (s.document->version == profile::invoiceVersion) return 1;
     return s.document->version == profile::ownerVersion ? 2 : 5;
 }
 
-/// Returns ANLASSART.ID: contract, ordinary sale or sale after a calamity.
+/// Returns ANLASSART.ID: 4 framework contract, 1 private sale, 5 sale after a calamity.
 Variant occasion(Source s)
 {
     if (!s.document->contract.empty()) return 4;
     return s.delivery.lists.front().calamity.empty() ? 1 : 5;
 }
 
-Variant everyTenthNumber(Source s)
+/// One delivery in ten has an accompanying document, HEADERRECH.HULNR.
+Variant accompanyingNumberOrNull(Source s)
 {
     if (s.delivery.number % 10 != 0) return Null{};
     return "H-" + std::to_string(s.delivery.number / 10);
@@ -62,7 +64,7 @@ constexpr std::array documents{
     RowField{"NUMM1", DataType::Double, [](Source s) { return Variant{documentTotal(s)}; }},
     RowField{"NUMM2", DataType::Double, [](Source s) { return Variant{static_cast<double>(s.delivery.lists.size())}; }},
     RowField{"VERTRAG", DataType::VarWChar, [](Source s) { return textOrNull(s.document->contract); }},
-    RowField{"HULNR", DataType::VarWChar, everyTenthNumber},
+    RowField{"HULNR", DataType::VarWChar, accompanyingNumberOrNull},
     RowField{"RART_ID", DataType::Integer, invoiceKind},
     RowField{"BUCHNR_ID", DataType::Integer, [](Source s) { return Variant{s.document->bookingNumber}; }},
     RowField{"KAPITEL_ID", DataType::Integer, [](Source s) { return Variant{s.document->chapter}; }},

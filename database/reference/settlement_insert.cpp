@@ -69,7 +69,7 @@ void SettlementInsert::insert(const Delivery& delivery, const LogLine& line, std
     statement_[0] = log;
     for (const Document& document : delivery.documents) {
         statement_[placeOf(document.version, Price)] = line.price[document.version];
-        statement_[placeOf(document.version, Quantity)] = line.amount[document.version];
+        statement_[placeOf(document.version, Quantity)] = line.settledQuantity[document.version];
     }
     statement_.insert();
 }
