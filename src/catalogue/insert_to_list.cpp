@@ -13,7 +13,8 @@ namespace tamarok {
 namespace {
 
 // A list of forty columns passes through here eighty times, once for each group and order expression, and
-// each time as a whole. Hence the three measures below; the figures are those of bench composeFortyColumns.
+// each time as a whole. Hence the three fast paths below; the figures compare bench composeFortyColumns with and
+// without each of them.
 
 /// What a text holds that needs work.
 struct Traits {
@@ -22,8 +23,8 @@ struct Traits {
     bool changesCase = false; ///< holds a letter that may not be in upper case
 };
 
-/// One pass without early exit or branches, so that the compiler vectorises it: 54 us for the whole list,
-/// against 100 us with one search for each trait.
+/// One pass without early exit or branches, so that the compiler vectorises it: 1.8 times as fast as one search
+/// for each trait.
 Traits traitsOf(std::string_view text) noexcept
 {
     unsigned char quote = 0;
@@ -57,8 +58,8 @@ std::string normalise(std::string_view list)
 }
 
 /// Position of the next parenthesis or comma, or one of the two characters between them, at or after `at`.
-/// One comparison for each of the many characters that separate nothing: 54 us for the whole list, against
-/// 80 us with a test for each of the three.
+/// One comparison for each of the many characters that separate nothing: 1.5 times as fast as a test for
+/// each of the three.
 std::size_t nextMark(std::string_view list, std::size_t at) noexcept
 {
     static_assert(')' == '(' + 1 && ',' == '(' + 4);
@@ -77,7 +78,7 @@ std::vector<std::string_view> splitList(std::string_view list)
         return parts;
     }
     catalogue::checkScanLength(list, "The list");
-    parts.reserve(64); // with the reservation of the result: 54 us for the whole list, against 65 us without
+    parts.reserve(64); // with the reservation of the result 1.2 times as fast
     catalogue::ParenthesisDepth depth;
     std::size_t begin = 0;
     for (std::size_t at = nextMark(list, 0); at < list.size(); at = nextMark(list, at + 1)) {
