@@ -9,7 +9,10 @@ namespace tamarok::catalogue {
 std::string detailText(const ListType& type, std::int16_t id, std::string_view versionKey, const TmkVar& session)
 {
     const Column* column = type.column(id);
-    return column == nullptr ? std::string{} : ColumnValues{session, versionKey, type}.fill(column->text);
+    if (column == nullptr) return {};
+    const std::string_view text = column->text;
+    if (text.find('{') == std::string_view::npos) return std::string{text};
+    return ColumnValues{session, versionKey, type}.fill(text);
 }
 
 std::string aggregateText(const ListType& type, std::int16_t id, std::string_view versionKey, const TmkVar& session)

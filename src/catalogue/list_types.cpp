@@ -227,10 +227,11 @@ std::span<const ListType> listTypes() noexcept
     return types;
 }
 
-const ListType* findListType(std::string_view key) noexcept
+const ListType* findListType(std::string_view key)
 {
-    const auto found = std::ranges::find_if(
-        types, [&](const ListType& type) { return text::equalsNoCase(key, type.description().key); });
+    const std::string upperKey = text::toUpper(key);
+    const auto found =
+        std::ranges::find_if(types, [&](const ListType& type) { return upperKey == type.description().key; });
     return found == types.end() ? nullptr : found;
 }
 

@@ -11,7 +11,7 @@ namespace tamarok::catalogue {
 std::span<const ListType> listTypes() noexcept;
 
 /// The type of that key, compared without regard to case, or nullptr.
-const ListType* findListType(std::string_view key) noexcept;
+const ListType* findListType(std::string_view key);
 
 /// The log list, which has operations of its own (Comm_CSel::GetColumn and others).
 const ListType& logList() noexcept;

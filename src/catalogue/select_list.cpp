@@ -52,6 +52,21 @@ std::string selectedText(const SelectContext& context, std::int16_t id)
     return expression;
 }
 
+/// Comm_CSel::InsertToStr in place.
+void appendItem(std::string& list, std::string_view item)
+{
+    list.append(list.empty() || item.empty() ? "" : ", ").append(item);
+}
+
+std::string fillerList(std::string_view filler, std::size_t count)
+{
+    std::string list;
+    for (std::size_t position = 0; position < count; ++position) {
+        appendItem(list, filler);
+    }
+    return list;
+}
+
 } // namespace
 
 std::string Comm_CSel::CorrectStrSelect(std::string_view Typ, std::span<const std::int16_t> ID,
@@ -64,12 +79,7 @@ std::string Comm_CSel::CorrectStrSelect(std::string_view Typ, std::span<const st
     }
     const catalogue::ListType* type = findComposedType(Typ);
     if (type == nullptr) {
-        // Every id is a filler.
-        std::string fillers;
-        for (std::size_t position = 0; position < ID.size(); ++position) {
-            fillers = InsertToStr(fillers, Colum_Id_Is_0);
-        }
-        return fillers;
+        return fillerList(Colum_Id_Is_0, ID.size());
     }
     const SelectContext context{*type, tmkVar, strVer_type, fromClause(strFrom), whereClause(strWhere), GroupBy};
     std::string result;
@@ -78,7 +88,7 @@ std::string Comm_CSel::CorrectStrSelect(std::string_view Typ, std::span<const st
         if (!expression.empty() && expression != Colum_Id_Is_0) {
             strSelect_vbtab.append(strSelect_vbtab.empty() ? "" : "\t").append(expression);
         }
-        result = InsertToStr(result, expression.empty() ? Colum_Id_Is_0 : std::string_view{expression});
+        appendItem(result, expression.empty() ? Colum_Id_Is_0 : std::string_view{expression});
     }
     return result;
 }

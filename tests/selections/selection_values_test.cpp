@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "statement_writer.h"
+#include "selection_values.h"
 
 #include "tamarok/error.h"
 #include "tamarok/platform.h"
@@ -9,12 +9,21 @@
 namespace tamarok::selections {
 namespace {
 
-std::string fill(std::string_view statement, std::string_view fields = {}, bool oracle = false,
-                 std::string_view key = "KEY")
+std::string fillForKey(std::string_view key, std::string_view statement)
+{
+    return fillStatement(TmkVar{}, key, {}, statement);
+}
+
+std::string fill(std::string_view statement, std::string_view fields = {})
+{
+    return fillStatement(TmkVar{}, "KEY", fields, statement);
+}
+
+std::string fillForOracle(std::string_view statement, std::string_view fields = {})
 {
     TmkVar session;
-    session.bolOracle = oracle;
-    return StatementWriter{session, key, fields}.fill(statement);
+    session.bolOracle = true;
+    return fillStatement(session, "KEY", fields, statement);
 }
 
 TEST(Fields, AreCountedFromZeroAndDividedByTabs)
@@ -42,11 +51,11 @@ TEST(Fields, BeyondTheLastOneAreErrorNine)
     }
 }
 
-TEST(Placeholders, PasteFieldsAsTheyStand)
+TEST(Placeholders, InsertFieldsVerbatim)
 {
     EXPECT_EQ(fill("'{P0}' {P1}", "O'Neil\tAND {P0}"), "'O'Neil' AND {P0}");
     EXPECT_EQ(fill("{UP0}", "süd"), "SÜD");
-    EXPECT_EQ(fill("{Typ}", "", false, "MENGEN"), "MENGEN");
+    EXPECT_EQ(fillForKey("MENGEN", "{Typ}"), "MENGEN");
 }
 
 TEST(Placeholders, NumbersFollowTheRegionalSettings)
@@ -63,14 +72,20 @@ TEST(Placeholders, NumbersFollowTheRegionalSettings)
 TEST(Placeholders, WordsFollowTheDialect)
 {
     EXPECT_EQ(fill("{ISNULL}|{LONG}|{TOP}|{ROWNUM}|{DUAL}|{CONCAT}|{NOTEXT}"), "ISNULL|LONG|TOP 1|||+|''");
-    EXPECT_EQ(fill("{ISNULL}|{LONG}|{TOP}|{ROWNUM}|{DUAL}|{CONCAT}|{NOTEXT}", "", true),
+    EXPECT_EQ(fillForOracle("{ISNULL}|{LONG}|{TOP}|{ROWNUM}|{DUAL}|{CONCAT}|{NOTEXT}", ""),
               "NVL|LONG_|| AND rownum=1|FROM DUAL||||NULL");
 }
 
-TEST(Placeholders, OfUnknownNameAreRefused)
+TEST(Placeholders, OfUnknownNameOrIndexAreErrorFive)
 {
-    for (const std::string_view statement : {"{WORD}", "{}", "{p0}", "{isnull}"})
-        EXPECT_THROW(fill(statement, "x"), Error) << statement;
+    for (const std::string_view statement : {"{WORD}", "{}", "{p0}", "{isnull}", "{P x}", "{P10}", "{P0"}) {
+        try {
+            fill(statement, "x");
+            ADD_FAILURE() << statement;
+        } catch (const Error& error) {
+            EXPECT_EQ(error.number, errors::invalidArgument) << statement;
+        }
+    }
 }
 
 TEST(Choices, TakeTheFirstFormForAFilledField)
@@ -78,10 +93,10 @@ TEST(Choices, TakeTheFirstFormForAFilledField)
     EXPECT_EQ(fill("a{P0? AND {P0}: }b", "x=1"), "a AND x=1b");
     EXPECT_EQ(fill("a{P0? AND {P0}: }b", ""), "a b");
     EXPECT_EQ(fill("{P0? = {P0}: IS NULL }", ""), " IS NULL ");
-    EXPECT_EQ(fill("{P0?{ISNULL}(X,0) = '{P0}':}", "1", true), "NVL(X,0) = '1'");
+    EXPECT_EQ(fillForOracle("{P0?{ISNULL}(X,0) = '{P0}':}", "1"), "NVL(X,0) = '1'");
 }
 
-TEST(Choices, CompareGiveAndTellTheDialect)
+TEST(Choices, CompareFieldsTestTheirPresenceAndTheDialect)
 {
     EXPECT_EQ(fill("{P0=4?w:n}", "4"), "w");
     EXPECT_EQ(fill("{P0=4?w:n}", "44"), "n");
@@ -89,12 +104,12 @@ TEST(Choices, CompareGiveAndTellTheDialect)
     EXPECT_EQ(fill("{GIVEN1?g:n}", "x\t"), "n");
     EXPECT_EQ(fill("{GIVEN1?g:n}", "x\ty"), "g");
     EXPECT_EQ(fill("{ORACLE?o:s}"), "s");
-    EXPECT_EQ(fill("{ORACLE?o:s}", "", true), "o");
-    EXPECT_EQ(fill("{KEYPART?{KEYPART} = 1:all}", "", false, "PERSONAL_VALID_KUNDE"), "KUNDE = 1");
-    EXPECT_EQ(fill("{KEYPART?{KEYPART} = 1:all}", "", false, "PERSONAL_VALID"), "all");
+    EXPECT_EQ(fillForOracle("{ORACLE?o:s}", ""), "o");
+    EXPECT_EQ(fillForKey("PERSONAL_VALID_KUNDE", "{KEYPART?{KEYPART} = 1:all}"), "KUNDE = 1");
+    EXPECT_EQ(fillForKey("PERSONAL_VALID", "{KEYPART?{KEYPART} = 1:all}"), "all");
 }
 
-TEST(Measure, EachKindHasItsFilter)
+TEST(AssortmentFilter, FollowsTheKindOfMeasurement)
 {
     const std::pair<std::string_view, std::string_view> kinds[] = {
         {"", ""},
@@ -110,11 +125,11 @@ TEST(Measure, EachKindHasItsFilter)
     };
     for (const auto& [kind, filter] : kinds) {
         EXPECT_EQ(fill("{MEASURE}", kind), " WHERE ISNULL(DISABLE,0)=0" + std::string{filter}) << kind;
-        EXPECT_EQ(fill("{MEASURE}", kind, true), " WHERE NVL(DISABLE,0)=0" + std::string{filter}) << kind;
+        EXPECT_EQ(fillForOracle("{MEASURE}", kind), " WHERE NVL(DISABLE,0)=0" + std::string{filter}) << kind;
     }
 }
 
-TEST(Place, ComparesTheLevelsThatThePathGives)
+TEST(LocationFilter, ComparesTheLevelsThatThePathGives)
 {
     EXPECT_EQ(fill("{PLACE}", ""), "");
     EXPECT_EQ(fill("{PLACE}", "01/ a"), " AND UPPER(WALDORT.WO1) = '01' AND UPPER(WALDORT.WO2) = 'A'");
