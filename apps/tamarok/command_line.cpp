@@ -6,7 +6,7 @@
 #include <string>
 
 #include "commands.h"
-#include "select_command.h"
+#include "list/select_command.h"
 
 #include "tamarok/c_version.h"
 

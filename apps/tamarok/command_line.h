@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "output.h"
+#include "print/output.h"
 
 namespace tamarok::cli {
 

@@ -3,9 +3,10 @@
 #include <string>
 
 #include "command_line.h"
-#include "commands.h"
-#include "interrupt.h"
-#include "output.h"
+#include "list/list_query.h"
+#include "usage_error.h"
+#include "init/interrupt.h"
+#include "print/output.h"
 
 #include "tamarok/error.h"
 

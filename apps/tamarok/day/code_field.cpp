@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "day/steps.h"
-#include "list_printer.h"
+#include "print/list_printer.h"
 
 #include "tamarok/comm_set.h"
 

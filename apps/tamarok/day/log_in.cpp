@@ -5,7 +5,7 @@
 
 #include "day/steps.h"
 #include "day/workstation.h"
-#include "list_printer.h"
+#include "print/list_printer.h"
 
 #include "tamarok/comm_lock.h"
 #include "tamarok/comm_sql.h"

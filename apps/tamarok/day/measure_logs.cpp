@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "day/steps.h"
-#include "list_printer.h"
+#include "print/list_printer.h"
 
 #include "tamarok/ado.h"
 #include "tamarok/comm_csel.h"

@@ -4,9 +4,9 @@
 #include "day/second_process.h"
 #include "day/steps.h"
 #include "day/workstation.h"
-#include "tamarok_embedded/connection_text.h"
 
 #include "tamarok/ado.h"
+#include "tamarok/connection_text.h"
 
 namespace tamarok::cli::day {
 
@@ -48,7 +48,7 @@ void showOpenRecord(const Context& context)
         return;
     }
     const std::string key = "'" + list + "'";
-    const std::string file = embedded::parseConnectionText(context.session.strConnection).file;
+    const std::string file = ado::connectionProperty(context.session.strConnection, "Data Source").value_or("");
     SecondProcess elsewhere{file};
     if (!openElsewhere(elsewhere, file, key)) {
         output.write("HUBER works at another workstation of this database already.\n");

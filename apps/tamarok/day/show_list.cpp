@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "column_headers.h"
-#include "list_printer.h"
+#include "list/column_headers.h"
+#include "print/list_printer.h"
 
 #include "tamarok/ado.h"
 #include "tamarok/comm_conv.h"

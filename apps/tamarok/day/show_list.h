@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "day/steps.h"
-#include "list_query.h"
+#include "list/list_query.h"
 
 namespace tamarok::cli::day {
 

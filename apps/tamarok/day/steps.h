@@ -3,7 +3,7 @@
 #include <span>
 #include <string_view>
 
-#include "output.h"
+#include "print/output.h"
 
 #include "tamarok/tmkvar.h"
 
