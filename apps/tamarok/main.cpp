@@ -3,10 +3,10 @@
 #include <string>
 
 #include "command_line.h"
-#include "list/list_query.h"
-#include "usage_error.h"
 #include "init/interrupt.h"
+#include "list/list_query.h"
 #include "print/output.h"
+#include "usage_error.h"
 
 #include "tamarok/error.h"
 

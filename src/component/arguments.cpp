@@ -118,9 +118,9 @@ std::vector<std::string> toStrings(const Variant& value, const ParameterInfo& pa
     return values;
 }
 
-Variant fromStrings(const std::vector<std::string>& values)
+Variant fromStrings(const std::vector<std::string>& values, std::int32_t lower)
 {
-    return VariantArray{std::vector<Variant>(values.begin(), values.end())};
+    return VariantArray{std::vector<Variant>(values.begin(), values.end()), lower};
 }
 
 ObjectRef toObject(const Variant& value, const ParameterInfo& parameter)

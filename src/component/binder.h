@@ -135,7 +135,7 @@ struct Argument<std::vector<std::string>&> {
     static constexpr bool changes = true;
     Argument(Variant& value, const ParameterInfo& parameter) : held{argument::toStrings(value, parameter)} {}
     std::vector<std::string>& pass() noexcept { return held; }
-    void store(Variant& target) { target = argument::fromStrings(held); }
+    void store(Variant& target) { target = argument::fromStrings(held, target.asArray().bounds().lower); }
     std::vector<std::string> held;
 };
 

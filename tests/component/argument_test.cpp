@@ -154,10 +154,10 @@ TEST_F(Arguments, AFailedOperationHandsBackWhatItHadWritten)
     EXPECT_THROW(probe("changeThenFail", {&value, 1}), Error);
     EXPECT_TRUE(value == Variant{"text!"});
 
-    std::vector<Variant> args{Variant{"1"}, VariantArray{{Variant{"given"}}}, Variant{"third"}};
+    std::vector<Variant> args{Variant{"1"}, VariantArray({Variant{"given"}}, 1), Variant{"third"}};
     EXPECT_THROW(probe("changeOneThenFail", args), Error);
     EXPECT_TRUE(args[0] == Variant{std::int16_t{7}});
-    EXPECT_TRUE(args[1] == Variant{VariantArray({Variant{"given"}, Variant{"added"}})});
+    EXPECT_TRUE(args[1] == Variant{VariantArray({Variant{"given"}, Variant{"added"}}, 1)}) << "with its lower bound";
     EXPECT_TRUE(args[2] == Variant{"third"});
 }
 

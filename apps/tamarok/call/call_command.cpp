@@ -1,20 +1,40 @@
+#include "call/call_command.h"
+
+#include <cerrno>
+#include <cstdio>
 #include <iostream>
+#include <system_error>
 
 #include "call/call_host.h"
-#include "commands.h"
-#include "session.h"
+#include "connections.h"
 
 #include "tamarok/error.h"
 
 namespace tamarok::cli {
 
+namespace {
+
+constexpr std::int32_t deviceError = 57;
+
+ado::ConnectionRef openWanted(const CallOptions& options)
+{
+    if (options.odbc) return openOdbc(*options.odbc);
+    return options.database ? openDatabase(*options.database) : nullptr;
+}
+
+} // namespace
+
 int runCall(const CallOptions& options, Output& output)
 {
-    if (options.odbc) {
-        throw Error{errors::providerFailure, "ODBC connections are not built into this program; use --db FILE"};
-    }
-    CallHost host{options.database ? openDatabase(*options.database) : nullptr, options.locale};
+    CallHost host{openWanted(options), options.locale};
     host.run(std::cin, output);
+    // The stream ends alike at the end of the input and at a failure; only the file below it tells.
+    const int reason = errno;
+    const bool failed = std::ferror(stdin) != 0;
+    host.finish();
+    if (failed) {
+        throw Error{deviceError, "cannot read standard input: " + std::generic_category().message(reason)};
+    }
     return 0;
 }
 

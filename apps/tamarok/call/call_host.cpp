@@ -4,24 +4,16 @@
 #include <istream>
 #include <nlohmann/json.hpp>
 
-#include "call/call_requests.h"
-#include "session.h"
+#include "call/request.h"
 
-#include "tamarok/component.h"
 #include "tamarok/error.h"
 
 namespace tamarok::cli {
 
 namespace {
 
+/// The platform's number for a fault inside the program, such as exhausted memory.
 constexpr std::int32_t internalError = 51;
-
-Platform hostPlatform(std::string_view locale, const std::shared_ptr<RecordingMessageBox>& messages)
-{
-    Platform platform = commandPlatform(locale);
-    platform.messageBox = messages;
-    return platform;
-}
 
 Json describeError(std::int32_t number, const std::string& source, const std::string& description)
 {
@@ -45,20 +37,6 @@ const Json* findId(const Json& request)
 }
 
 } // namespace
-
-HostState::HostState(const ado::ConnectionRef& connection, std::string_view locale) :
-    scope{hostPlatform(locale, messages)}, systemClock{scope.platform().clock}, session{commandSession(connection)}
-{
-    names.keep("TmkVar", component::makeRecordObject(session));
-    names.keep("db", nullptr);
-    if (connection) addConnection("db", connection);
-}
-
-void HostState::addConnection(std::string_view name, const ado::ConnectionRef& connection)
-{
-    names.keep(name, connection);
-    connection->listen([this](std::string_view statement) { sql.emplace_back(statement); });
-}
 
 std::string CallHost::answer(std::string_view line)
 {
@@ -85,6 +63,7 @@ std::string CallHost::answer(std::string_view line)
     answer["args"] = std::move(args);
     answer["messages"] = describeMessages(state_.messages->take());
     answer["sql"] = state_.sql;
+    state_.names.keepOnlyNamedIn(answer);
     return toLine(answer);
 }
 
@@ -94,6 +73,13 @@ void CallHost::run(std::istream& requests, Output& output)
     while (std::getline(requests, line)) {
         output.write(answer(line) + "\n");
         output.flush();
+    }
+}
+
+void CallHost::finish()
+{
+    if (state_.rollBackOpenTransactions()) {
+        throw Error{errors::invalidArgument, "the input ended inside an open transaction, which was rolled back"};
     }
 }
 

@@ -8,7 +8,9 @@
 #include <utility>
 #include <vector>
 
+#include "call/json_array.h"
 #include "call/object_names.h"
+#include "call/request_fields.h"
 
 #include "tamarok/component.h"
 #include "tamarok/early_date.h"
@@ -17,11 +19,6 @@
 namespace tamarok::cli {
 
 namespace {
-
-[[noreturn]] void refuse(const std::string& reason)
-{
-    throw Error{errors::invalidArgument, reason};
-}
 
 Variant wholeNumber(const Json& json)
 {
@@ -59,9 +56,10 @@ void requireTrue(const Json& json, std::string_view form)
     if (!json.is_boolean() || !json.get<bool>()) refuse(std::string{form} + " needs true");
 }
 
-/// {"$form": ...}
+/// A value with a form of its own: {"$form": content}.
 Variant marked(const Json& json, const ObjectNames& names)
 {
+    if (isMarkedArray(json)) return arrayFromMarked(json, names);
     if (json.size() != 1) refuse("a value that is an object has exactly one member, such as {\"$ref\":\"name\"}");
     const std::string& form = json.begin().key();
     const Json& content = json.begin().value();
@@ -72,14 +70,18 @@ Variant marked(const Json& json, const ObjectNames& names)
         requireTrue(content, form);
         return Empty{};
     }
+    if (form == "$nothing") {
+        requireTrue(content, form);
+        return ObjectRef{};
+    }
     if (form == "$missing") {
         requireTrue(content, form);
         return component::missingArgument();
     }
-    refuse("unknown form of a value: '" + form + "'; known are $ref, $date, $int, $empty, $missing");
+    refuse("unknown form of a value: '" + form + "'; known are $ref, $nothing, $date, $int, $array, $empty, $missing");
 }
 
-Variant arrayOf(const Json& json, const ObjectNames& names)
+Variant plainArray(const Json& json, const ObjectNames& names)
 {
     std::vector<Variant> elements;
     elements.reserve(json.size());
@@ -96,28 +98,8 @@ Json number(double value)
 
 Json reference(const ObjectRef& object, ObjectNames& names)
 {
+    if (!object) return {{"$nothing", true}};
     return {{"$ref", names.nameOf(object)}};
-}
-
-/// One dimension as an array; two as an array, by the first index, of arrays by the second.
-Json array(const VariantArray& values, ObjectNames& names)
-{
-    Json result = Json::array();
-    if (values.dimensions() == 1) {
-        for (const Variant& element : values.elements())
-            result.push_back(fromVariant(element, names));
-        return result;
-    }
-    const auto first = values.bounds(1);
-    const auto second = values.bounds(2);
-    for (std::int32_t outer = first.lower; outer <= first.upper; ++outer) {
-        Json inner = Json::array();
-        for (std::int32_t index = second.lower; index <= second.upper; ++index) {
-            inner.push_back(fromVariant(values.at(outer, index), names));
-        }
-        result.push_back(std::move(inner));
-    }
-    return result;
 }
 
 /// Reads exactly `digits` digits at the front of `text`.
@@ -178,7 +160,7 @@ Variant toVariant(const Json& json, const ObjectNames& names)
     case Json::value_t::number_unsigned: return wholeNumber(json);
     case Json::value_t::number_float: return json.get<double>();
     case Json::value_t::string: return json.get_ref<const std::string&>();
-    case Json::value_t::array: return arrayOf(json, names);
+    case Json::value_t::array: return plainArray(json, names);
     default: return marked(json, names);
     }
 }
@@ -197,7 +179,7 @@ Json fromVariant(const Variant& value, ObjectNames& names)
     case Variant::Kind::Date: return {{"$date", isoDate(value.asDate())}};
     case Variant::Kind::String: return value.asString();
     case Variant::Kind::Object: return reference(value.asObject(), names);
-    case Variant::Kind::Array: return array(value.asArray(), names);
+    case Variant::Kind::Array: return arrayToJson(value.asArray(), names);
     }
     return nullptr;
 }

@@ -2,10 +2,10 @@
 
 #include <string>
 
+#include "connections.h"
 #include "day/steps.h"
 #include "host_platform.h"
 #include "session.h"
-#include "connections.h"
 
 namespace tamarok::cli {
 

@@ -2,10 +2,11 @@
 
 #include <limits>
 
-#include "list/column_headers.h"
-#include "host_platform.h"
-#include "session.h"
 #include "connections.h"
+#include "host_platform.h"
+#include "list/column_headers.h"
+#include "list/list_query.h"
+#include "session.h"
 
 namespace tamarok::cli {
 

@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include "list/column_headers.h"
-#include "host_platform.h"
-#include "session.h"
 #include "connections.h"
+#include "host_platform.h"
+#include "list/column_headers.h"
+#include "session.h"
 
 #include "tamarok/ado.h"
 

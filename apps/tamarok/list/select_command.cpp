@@ -1,8 +1,8 @@
 #include "list/select_command.h"
 
+#include "connections.h"
 #include "host_platform.h"
 #include "session.h"
-#include "connections.h"
 
 #include "tamarok/comm_set.h"
 #include "tamarok/error.h"

@@ -11,9 +11,9 @@
 #include <unistd.h>
 
 #include "host_platform.h"
-#include "volume/line_reader.h"
 #include "print/progress_bar.h"
 #include "usage_error.h"
+#include "volume/line_reader.h"
 
 #include "tamarok/comm_set.h"
 #include "tamarok/convert.h"
