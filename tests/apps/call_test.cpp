@@ -216,32 +216,30 @@ TEST(Call, AnInputThatCannotBeReadIsStatus1)
     EXPECT_EQ(WEXITSTATUS(status), 1);
 }
 
-TEST(Call, WhatNoAnswerNamedIsLetGo)
+TEST(Call, AnObjectInAnAnswerKeepsItsNameUntilItIsDropped)
 {
     const ScratchFolder folder;
     const std::string file = makeDatabase(folder, 5);
     ChildProcess host{{"call", "--db", file}};
     host.ask(R"({"new":"ADODB.Recordset","as":"rs"})");
     host.ask(R"({"invoke":"rs","name":"Open","args":["SELECT ID_LOG FROM LOGS",{"$ref":"db"}]})");
-    EXPECT_EQ(host.ask(R"({"get":"rs","name":"Fields(0)"
-})"),
-              R"({"result":{"$ref":"Field1"},"args":[],"messages":[],"sql":[]})");
-    EXPECT_EQ(host.ask(R"({"get":"rs","name":"Fields(0)"
-    })"),
-              R"({"result":{"$ref":"Field1"},"args":[],"messages":[],"sql":[]})");
+    const std::string firstField = R"json({"get":"rs","name":"Fields(0)"})json";
+    const std::string named = R"({"result":{"$ref":"Field1"},"args":[],"messages":[],"sql":[]})";
+    EXPECT_EQ(host.ask(firstField), named);
+    EXPECT_EQ(host.ask(firstField), named);
     host.ask(R"({"drop":"Field1"})");
     const std::string gone = host.ask(R"({"get":"Field1","name":"Value"})");
     EXPECT_NE(gone.find("there is no object named 'Field1'"), std::string::npos) << gone;
-    }
+}
 
-    TEST(Call, AReaderThatGoesAwayEndsTheHostQuietly)
-    {
-        ChildProcess host{{"call"}};
-        host.closeOutput();
-        const Outcome outcome = host.finish("{\"describe\":true}\n{\"describe\":true}\n");
-        EXPECT_EQ(outcome.status, 0);
-        EXPECT_EQ(outcome.errors, "");
-    }
+TEST(Call, AReaderThatGoesAwayEndsTheHostQuietly)
+{
+    ChildProcess host{{"call"}};
+    host.closeOutput();
+    const Outcome outcome = host.finish("{\"describe\":true}\n{\"describe\":true}\n");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors, "");
+}
 
-    } // namespace
-    } // namespace tamarok::test
+} // namespace
+} // namespace tamarok::test

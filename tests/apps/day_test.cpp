@@ -403,6 +403,11 @@ std::string lineAfter(const std::string& text, const std::string& start)
     return "(no line " + start + ")";
 }
 
+std::string quoted(const std::string& text)
+{
+    return std::string{"'"}.append(text).append("'");
+}
+
 TEST_F(Day, AMeasuredLineIsTypedSavedReadAndPutBack)
 {
     const std::string shown = step(6);
@@ -432,10 +437,11 @@ TEST_F(Day, AMeasuredLineIsTypedSavedReadAndPutBack)
     };
     EXPECT_DOUBLE_EQ(std::stod(column("LAENGE")), line[1].get<double>());
     EXPECT_DOUBLE_EQ(std::stod(column("DURCH")), line[2].get<double>());
-    const std::string date = line[3]["$date"];
-    EXPECT_EQ(column("LISTDATUM"), "'" + std::to_string(std::stoi(date.substr(8, 2))) + "." +
-                                       std::to_string(std::stoi(date.substr(5, 2))) + "." + date.substr(0, 4) + "'");
-    EXPECT_EQ(column("FREI1"), line[4].is_null() ? "NULL" : "'" + textOf(line[4]) + "'");
+    const std::string date = line[3]["$date"]; // such as 2024-03-05
+    const std::string dayOfMonth = std::to_string(std::stoi(date.substr(8, 2)));
+    const std::string month = std::to_string(std::stoi(date.substr(5, 2)));
+    EXPECT_EQ(column("LISTDATUM"), quoted(dayOfMonth + "." + month + "." + date.substr(0, 4)));
+    EXPECT_EQ(column("FREI1"), line[4].is_null() ? "NULL" : quoted(textOf(line[4])));
 }
 
 // ---- 7. ten logs measured ----------------------------------------------------------------------

@@ -41,6 +41,18 @@ std::size_t countElements(const Json& level, std::size_t depth)
     return count;
 }
 
+/// Whether `count` is the product of the extents.
+bool fills(std::size_t count, const std::vector<std::size_t>& extents)
+{
+    if (std::ranges::find(extents, 0U) != extents.end()) return count == 0;
+    std::size_t product = 1;
+    for (const std::size_t extent : extents) {
+        product *= extent;
+        if (product > count) return false; // before it can overflow
+    }
+    return product == count;
+}
+
 /// Puts the elements of one nested array in their places, the first index running fastest.
 /// @param offset  place of the array's first element
 /// @param stride  distance of its elements
@@ -169,13 +181,10 @@ Variant arrayFromMarked(const Json& json, const ObjectNames& names)
     // Arrays of different lengths are refused before room is made for the product of the lengths, which
     // may exceed the elements by far.
     const std::size_t count = countElements(content, extents.size());
+    if (!fills(count, extents)) refuse("the arrays in $array differ in length");
     std::vector<Bounds> bounds;
-    std::size_t product = 1;
-    for (std::size_t index = 0; index < extents.size(); ++index) {
+    for (std::size_t index = 0; index < extents.size(); ++index)
         bounds.push_back(boundsFor(lower[index], extents[index]));
-        product *= extents[index];
-        if (product > count) refuse("the arrays in $array differ in length");
-    }
     std::vector<Variant> elements(count);
     if (count > 0) fill(content, extents, 0, 1, elements, names);
     return VariantArray{std::move(bounds), std::move(elements)};

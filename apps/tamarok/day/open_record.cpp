@@ -60,7 +60,7 @@ void showOpenRecord(const Context& context)
         output.write(station.message() + "\n");
         return;
     }
-    output.write("EDER opens the same list; whether HUBER's session is alive shows within 5 seconds ...\n\n");
+    output.write("EDER opens the same list. The check whether HUBER's session is alive takes up to 5 seconds.\n\n");
     output.flush();
     const bool first = station.lockOn("LISTE", key);
     output.write("    " + (first ? std::string{"granted"} : station.message()) + "\n\n");
