@@ -12,7 +12,7 @@
 
 namespace {
 
-/// One line on standard error, whatever the message holds.
+/// Prints one line on standard error; line ends in the message become blanks. Returns `status`.
 int complain(std::string message, int status)
 {
     for (char& character : message) {

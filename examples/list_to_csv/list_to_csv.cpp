@@ -9,14 +9,13 @@
 #include <iostream>
 #include <stdexcept>
 #include <string>
-#include <vector>
-
 #include <tamarok/backend_registry.h>
 #include <tamarok/comm_csel.h>
 #include <tamarok/connection_text.h>
 #include <tamarok/convert.h>
 #include <tamarok/tmkvar.h>
 #include <tamarok_embedded/backend.h>
+#include <vector>
 
 namespace {
 
@@ -42,8 +41,8 @@ std::string listStatement(const std::string& type, const std::vector<std::int16_
     std::string from;
     std::string select;
     for (const std::int16_t id : ids) {
-        const std::string column = type == "LOG" ? columns.GetColumn(id, "R", session)
-                                                 : columns.GetColumnTyp(type, id, false, false, session);
+        const std::string column =
+            type == "LOG" ? columns.GetColumn(id, "R", session) : columns.GetColumnTyp(type, id, false, false, session);
         if (column.empty()) throw std::runtime_error{type + " has no column " + std::to_string(id)};
         from = columns.GetFrom(type, id, from, "R", session);
         select = columns.InsertToStr(select, column);

@@ -28,7 +28,7 @@ int runCall(const CallOptions& options, Output& output)
 {
     CallHost host{openWanted(options), options.locale};
     host.run(std::cin, output);
-    // The stream ends alike at the end of the input and at a failure; only the file below it tells.
+    // The stream does not distinguish a failed read from the end of the input; the file below it does.
     const int reason = errno;
     const bool failed = std::ferror(stdin) != 0;
     host.finish();

@@ -17,8 +17,8 @@ constexpr std::size_t deepestNesting = 256;
     throw Error{errors::invalidArgument, reason};
 }
 
-/// Builds the tree while the text is read. Members are appended without a search, so that a line with
-/// very many of them costs no more than its length.
+/// Builds the tree while the text is parsed. Members are appended without looking for an equal one, so
+/// that the time grows with the length of the line and not with the square of its number of members.
 class Builder {
 public:
     explicit Builder(Json& root) : root_{root} {}
@@ -62,7 +62,7 @@ private:
         return true;
     }
 
-    /// Puts a value behind its predecessor and gives its place.
+    /// Appends a value to the open array or object and returns its place.
     Json& place(Json&& value)
     {
         if (open_.empty()) return root_ = std::move(value);

@@ -16,7 +16,7 @@ Json parseJson(std::string_view text);
 /// One line; a byte that is no UTF-8 is replaced by U+FFFD.
 std::string toLine(const Json& json);
 
-/// What a value is, for messages ("a text", "an array").
+/// The kind of a value for messages ("a text", "an array").
 std::string_view kindOf(const Json& json);
 
 } // namespace tamarok::cli

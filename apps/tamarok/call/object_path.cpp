@@ -20,7 +20,7 @@ bool isNameCharacter(char character)
            byte == '_' || byte >= 0x80;
 }
 
-/// Reads a dotted name from its front.
+/// Parses a dotted name: names, each with an optional list of arguments in parentheses, joined by points.
 class PathReader {
 public:
     explicit PathReader(std::string_view path) : path_{path} {}
@@ -113,7 +113,7 @@ private:
     std::size_t at_ = 0;
 };
 
-/// The object that owns the last member of `steps`.
+/// Walks all steps but the last and returns the object that has the last member.
 ObjectRef owner(const ObjectRef& root, std::span<const PathStep> steps)
 {
     ObjectRef object = root;

@@ -21,15 +21,16 @@ struct PathStep {
 /// name of another form.
 std::vector<PathStep> parsePath(std::string_view path);
 
-/// Walks the name from `root` and reads its last member. Error 91 where a step on the way holds
+/// Walks the path from `root` and reads its last member. Error 91 where a step on the way holds
 /// Nothing, 438 where a member does not exist, 13 where a step on the way is no object.
 Variant getPath(const ObjectRef& root, std::string_view path);
 
-/// The same, writing the last member. An indexed last member that is an object, such as
-/// `Fields("NAME")`, is written through its Value.
+/// Walks the path and writes its last member. An indexed last member that is an object, such as
+/// `Fields("NAME")`, is written through its Value. Errors as getPath.
 void putPath(const ObjectRef& root, std::string_view path, const Variant& value);
 
-/// The same, calling the last member; arguments in its parentheses come before `args`.
+/// Walks the path and calls its last member. Arguments in its parentheses come before `args`. Errors as
+/// getPath.
 Variant callPath(const ObjectRef& root, std::string_view path, std::span<Variant> args);
 
 } // namespace tamarok::cli

@@ -41,6 +41,8 @@ Json describeArguments(HostState& state, const std::vector<Variant>& args)
 template <class Operation>
 Json runAndDescribe(HostState& state, std::vector<Variant>& args, Json& report, const Operation& operation)
 {
+    // Described before the call too: where a changed argument has no form in JSON, the answer still has the
+    // arguments as they were given.
     report = describeArguments(state, args);
     Variant result;
     try {

@@ -12,7 +12,7 @@ namespace tamarok::cli::day {
 
 namespace {
 
-/// The timber list that both want to open, "" where the database has none.
+/// The timber list that both users open; empty where the database has none.
 std::string someList(const TmkVar& session)
 {
     ado::Recordset lists;
@@ -20,7 +20,7 @@ std::string someList(const TmkVar& session)
     return lists.AtEOF() ? std::string{} : lists.Fields().Item(0).Value().asString();
 }
 
-/// The second workstation logs in and opens the list; false where it is refused.
+/// Logs in at the second workstation and opens the list there; false where that is refused.
 bool openElsewhere(SecondProcess& elsewhere, const std::string& file, const std::string& key)
 {
     using nlohmann::json;
@@ -37,8 +37,8 @@ bool openElsewhere(SecondProcess& elsewhere, const std::string& file, const std:
 
 } // namespace
 
-/// A record that another process has open is refused with its user's name; when that process has died,
-/// the record is granted.
+/// Opens a record that another process has open: the lock is refused with the name of its user. When that
+/// process has died, the lock is granted.
 void showOpenRecord(const Context& context)
 {
     Output& output = context.output;

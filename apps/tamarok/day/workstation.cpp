@@ -30,7 +30,7 @@ Workstation::~Workstation()
         locks.LockOff("", "", session_);
         locks.LogOut(rsLock_, "True");
     } catch (const Error&) {
-        // A destructor cannot tell it; what is left is a dead session, which the next login clears.
+        // A destructor cannot report it. What remains is a dead session, which the next login removes.
     }
 }
 

@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::array signals{SIGINT, SIGTERM, SIGHUP};
 
-// A signal handler can reach nothing else.
+// A signal handler may write nothing but a variable of this kind.
 volatile std::sig_atomic_t received = 0;
 
 void note(int signal)

@@ -2,13 +2,13 @@
 
 namespace tamarok::cli {
 
-/// Raised where the user has interrupted the program.
+/// Raised when a signal has asked the program to end.
 struct Interrupted {
     int signal = 0;
 };
 
-/// While it lives, interrupt, termination and hang-up are noted instead of ending the program, so that
-/// it can clean up first.
+/// During its lifetime the signals for interrupt, termination and hang-up are recorded instead of ending
+/// the program, so that it can clean up first.
 class InterruptScope {
 public:
     InterruptScope();
@@ -16,7 +16,7 @@ public:
     InterruptScope(const InterruptScope&) = delete;
     InterruptScope& operator=(const InterruptScope&) = delete;
 
-    /// Throws Interrupted if a signal has come.
+    /// Throws Interrupted if a signal has arrived.
     static void check();
 };
 

@@ -22,7 +22,7 @@ constexpr std::int32_t fileExists = 58;
 constexpr std::int32_t pathAccess = 75;
 constexpr std::string_view mark = ".tmp-";
 
-/// A database and the files that stand beside it while it is open.
+/// Name endings of a database and of the files that stand beside it while it is open.
 constexpr std::array<std::string_view, 5> endings{"", "-wal", "-shm", "-locks", "-journal"};
 
 void removeDatabase(const fs::path& file) noexcept
@@ -38,7 +38,7 @@ bool isRunning(pid_t process)
     return ::kill(process, 0) == 0 || errno != ESRCH;
 }
 
-/// The process that a name "target.tmp-123" or "target.tmp-123-wal" speaks of, or 0.
+/// The process id in a name like "target.tmp-123" or "target.tmp-123-wal", or 0 for any other name.
 pid_t makerOf(const std::string& name, const std::string& target)
 {
     const std::string prefix = target + std::string{mark};
@@ -53,7 +53,7 @@ fs::path folderOf(const fs::path& file)
     return file.has_parent_path() ? file.parent_path() : fs::path{"."};
 }
 
-/// Removes what processes that are no longer there left of earlier attempts.
+/// Removes the temporary files of processes that have ended.
 void removeLeftovers(const fs::path& target)
 {
     std::error_code ignored;
@@ -63,7 +63,8 @@ void removeLeftovers(const fs::path& target)
     }
 }
 
-/// The file was filled without waiting for the disk; it must lie there before it takes its name.
+/// Waits until the file is on the disk. It was filled without waiting for that, and must be safe before
+/// it takes its name.
 void forceToDisk(const fs::path& file)
 {
     const int handle = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
@@ -103,7 +104,7 @@ void NewFile::complete()
 {
     refuseExisting();
     forceToDisk(growing_);
-    // What stands beside the old database must not be taken for a part of the new one.
+    // SQLite would take files left beside the old database for parts of the new one.
     for (const std::string_view ending : endings) {
         std::error_code ignored;
         if (!ending.empty()) fs::remove(fs::path{target_}.concat(ending), ignored);

@@ -4,12 +4,12 @@
 
 namespace tamarok::cli {
 
-/// A database file in the making. It grows under a name of its own beside the wanted one and takes that
-/// name when it is complete; until then, destruction removes it with everything beside it. What a
-/// killed process has left there, the next one removes.
+/// A database file that is being filled. Until `complete` it has a temporary name beside the wanted one,
+/// and the destructor removes it together with the files that the database keeps beside it. Temporary
+/// files of processes that were killed are removed by the next one.
 class NewFile {
 public:
-    /// Error 58 where `target` exists and may not be replaced.
+    /// Errors: 58 where `target` exists and `replace` is false, 75 where it is a folder or names no file.
     NewFile(std::filesystem::path target, bool replace);
     ~NewFile();
     NewFile(const NewFile&) = delete;
@@ -17,7 +17,8 @@ public:
 
     const std::filesystem::path& path() const noexcept { return growing_; }
 
-    /// Gives the finished file its name. No connection may be open.
+    /// Renames the finished file to its target. No connection may be open.
+    /// Errors: 58 where the target has appeared meanwhile, 75 where the file cannot be written.
     void complete();
 
 private:

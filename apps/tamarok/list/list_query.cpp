@@ -14,7 +14,8 @@ bool isLogList(const std::string& type)
     return text::equalsNoCase(type, "LOG");
 }
 
-/// CorrectStrSelect composes these two; a list of any other type is made of its plain columns.
+/// Whether CorrectStrSelect composes the columns of a list type. For any other type the SELECT text is put
+/// together column by column.
 bool hasCorrectedSelect(const std::string& type)
 {
     return isLogList(type) || text::equalsNoCase(type, "ARTIKEL");
@@ -113,6 +114,8 @@ void requireListType(const std::string& type, const TmkVar& session)
     }
 }
 
+/// Clause by clause: FROM with the joins of all columns, WHERE, SELECT, GROUP BY, ORDER BY. SELECT comes
+/// late because a share divides by the total over the same FROM and WHERE.
 ListQuery composeList(const ListRequest& request, const TmkVar& session)
 {
     requireListType(request.type, session);

@@ -9,12 +9,12 @@
 
 namespace tamarok::cli {
 
-/// What a list shall show.
+/// What a list is to show.
 struct ListRequest {
     std::string type = "LOG";
     std::vector<std::int16_t> ids;
     std::string version = "R"; ///< settlement, R or A1 to A8
-    bool group = false;        ///< sum the measures, one row for each combination of the other columns
+    bool group = false;        ///< sum the measures; one row for each combination of the other columns
     std::string where;         ///< condition without the word WHERE
     std::vector<std::int16_t> orderIds;
     bool descending = false;           ///< on every order column
@@ -29,8 +29,8 @@ struct ListQuery {
     std::string groupBy;
     std::string orderBy; ///< with its words, " ORDER BY ...", or empty
 
-    /// The whole statement for the session's dialect. Oracle text has no limit: its row number counts
-    /// before grouping and ordering, so the reader has to stop by itself.
+    /// The whole statement for the session's dialect. Oracle text has no limit, since ROWNUM counts before
+    /// grouping and ordering; the caller stops reading instead.
     std::string statement(const TmkVar& session, std::optional<std::int64_t> limit) const;
 };
 
@@ -42,7 +42,7 @@ struct UnknownColumn {
 /// Composes a list. Throws UnknownColumn, and the errors of the operations.
 ListQuery composeList(const ListRequest& request, const TmkVar& session);
 
-/// The expression of one column; "" where the type has no such column.
+/// The expression of one column; empty where the type has no such column.
 std::string columnExpression(const std::string& type, std::int16_t id, const std::string& version,
                              const TmkVar& session);
 

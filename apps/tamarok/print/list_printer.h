@@ -21,17 +21,18 @@ enum class ListFormat : std::uint8_t {
     JsonRows ///< {"columns":[...],"rows":[[...],...]}, one row a line
 };
 
-/// Takes rows one by one and prints them.
+/// Prints rows one by one.
 class ListPrinter {
 public:
     virtual ~ListPrinter() = default;
     virtual void row(const std::vector<Variant>& values) = 0;
+    /// Prints what belongs after the last row, and flushes the output.
     virtual void finish() = 0;
 };
 
 std::unique_ptr<ListPrinter> makeListPrinter(ListFormat format, Output& output, std::vector<std::string> headers);
 
-/// Prints the rows from the current one on, at most `limit`. Memory does not grow with their number.
+/// Prints the rows from the current one on, at most `limit`. The rows are not kept in memory.
 /// @return number of rows
 std::int64_t printRows(ado::Recordset& records, ListPrinter& printer, std::optional<std::int64_t> limit = {});
 

@@ -4,18 +4,18 @@
 
 namespace tamarok::cli {
 
-/// Raised when the reader of standard output has gone away. Not an error: the program ends quietly.
+/// Raised when the reader of standard output has closed it. Not an error: the program ends without message.
 struct PipeClosed {};
 
-/// Standard output with every failure told: PipeClosed where the reader has gone, Error 57 otherwise
-/// (a full disk, a closed file).
+/// Standard output that reports every failure: PipeClosed where the reader has closed it, Error 57
+/// otherwise (a full disk, a closed file).
 class Output {
 public:
     void write(std::string_view text);
     void flush();
 };
 
-/// A writer to a closed pipe gets a failed write instead of a signal.
+/// Makes writing to a closed pipe a failed write instead of a signal that ends the program.
 void ignoreBrokenPipes();
 
 } // namespace tamarok::cli

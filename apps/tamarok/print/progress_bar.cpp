@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::int64_t barWidth = 40;
 
-/// ", 1200/s"; nothing for a phase of one step, and as long as the time is too short to tell a rate from.
+/// A rate such as ", 1200/s"; empty for a phase of one step and while the time is too short for a rate.
 std::string rate(std::int64_t done, std::int64_t total, std::chrono::duration<double> time)
 {
     constexpr std::chrono::milliseconds shortest{250};

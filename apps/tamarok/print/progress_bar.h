@@ -7,7 +7,7 @@
 
 namespace tamarok::cli {
 
-/// A bar on standard error, drawn where that is a terminal and silent elsewhere.
+/// A progress bar on standard error; nothing is drawn where that is no terminal.
 class ProgressBar {
 public:
     ProgressBar();
@@ -16,8 +16,8 @@ public:
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
 
-    /// Draws how far the present phase has come. A phase begins where the one before it was shown last, the
-    /// first one with the bar.
+    /// Draws the progress of the current phase. The time of a phase counts from the last drawing of the
+    /// phase before it, that of the first phase from the bar's construction.
     void show(const database::Progress& progress);
 
 private:

@@ -15,7 +15,7 @@ constexpr std::size_t rowsForWidths = 500;
 constexpr std::string_view gap = "  ";
 constexpr std::string_view decimalPattern = "#,##0.00";
 
-/// Text on one line: what would break it becomes a blank.
+/// The text on one line: control characters become blanks.
 std::string oneLine(std::string text)
 {
     std::ranges::replace_if(
@@ -59,21 +59,21 @@ void TablePrinter::row(const std::vector<Variant>& values)
     line.reserve(values.size());
     for (const Variant& value : values)
         line.push_back(cell(value));
-    if (settled_) {
+    if (widthsFixed_) {
         print(line);
         return;
     }
     waiting_.push_back(std::move(line));
-    if (waiting_.size() == rowsForWidths) settleWidths();
+    if (waiting_.size() == rowsForWidths) fixWidths();
 }
 
 void TablePrinter::finish()
 {
-    if (!settled_) settleWidths();
+    if (!widthsFixed_) fixWidths();
     output_.flush();
 }
 
-void TablePrinter::settleWidths()
+void TablePrinter::fixWidths()
 {
     for (const Line& line : waiting_) {
         for (std::size_t column = 0; column < line.size(); ++column) {
@@ -81,7 +81,7 @@ void TablePrinter::settleWidths()
             if (line[column].right) numeric_[column] = true;
         }
     }
-    settled_ = true;
+    widthsFixed_ = true;
     printHead();
     for (const Line& line : waiting_)
         print(line);

@@ -12,8 +12,8 @@
 namespace tamarok::cli {
 
 /// A table with aligned columns: numbers to the right with two decimals and grouping, dates short,
-/// Null blank. Widths are those of the headers and the first rows; a wider cell further down pushes its
-/// own line only.
+/// Null blank. Widths are those of the headers and of the first 500 rows; a wider cell further down shifts
+/// the rest of its own line only.
 class TablePrinter final : public ListPrinter {
 public:
     TablePrinter(Output& output, std::vector<std::string> headers, Regional regional);
@@ -29,7 +29,7 @@ private:
     using Line = std::vector<Cell>;
 
     Cell cell(const Variant& value) const;
-    void settleWidths();
+    void fixWidths();
     void print(const Line& line);
     void printHead();
 
@@ -38,8 +38,8 @@ private:
     Regional regional_;
     std::vector<std::size_t> widths_;
     std::vector<bool> numeric_; ///< columns whose header stands to the right
-    std::vector<Line> waiting_; ///< rows until the widths are settled
-    bool settled_ = false;
+    std::vector<Line> waiting_; ///< rows until the widths are fixed
+    bool widthsFixed_ = false;
 };
 
 } // namespace tamarok::cli

@@ -14,8 +14,8 @@ class CsvFields {
 public:
     explicit CsvFields(char separator) noexcept : separator_{separator} {}
 
-    /// Splits a line. Blanks around a field do not belong to it; a field may stand in quotes, and a doubled
-    /// quote in it is one. False where a quote is not closed or something stands behind a closed one.
+    /// Splits a line. Blanks around a field do not belong to it. A field may stand in double quotes, in which
+    /// a doubled quote stands for one. False where a quote is not closed or text follows a closed one.
     bool split(std::string_view line);
 
     std::size_t size() const noexcept { return fields_.size(); }

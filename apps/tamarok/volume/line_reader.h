@@ -7,17 +7,17 @@
 
 namespace tamarok::cli {
 
-/// The lines of a text, one after the other, in constant memory. A line ends with LF or CR LF; the last
-/// one may end with the text. A byte order mark before the first line is passed over.
+/// Reads a text line by line in constant memory. A line ends with LF or CR LF, the last one possibly with
+/// the text. A byte order mark before the first line is skipped.
 class LineReader {
 public:
-    /// The longest line that is given whole.
+    /// Longest line that is returned whole, in bytes.
     static constexpr std::size_t longestLine = std::size_t{1} << 16;
 
     /// Reads from where `source` stands; it must outlive the reader.
     explicit LineReader(std::streambuf& source);
 
-    /// The next line without its end, valid until the next call; false behind the last one.
+    /// Reads the next line without its end; it is valid until the next call. False after the last line.
     bool next(std::string_view& line);
 
     /// Whether the line is only the beginning of one that is longer than `longestLine`.
@@ -26,7 +26,7 @@ public:
     std::int64_t number() const noexcept { return number_; }
     /// Bytes taken so far.
     std::int64_t position() const noexcept { return position_; }
-    /// What is read already of the lines to come.
+    /// The part of the following lines that is in the buffer already.
     std::string_view ahead() const noexcept { return {buffer_.data() + begin_, end_ - begin_}; }
 
 private:

@@ -25,7 +25,8 @@ namespace {
 
 constexpr std::int32_t cannotRead = 75; // path or file access
 
-/// A bar over a table on its way, where standard output does not go to the same terminal.
+/// Shows the progress through a table. Nothing is drawn where standard output is a terminal, too: the bar
+/// would stand between its lines.
 class TableProgress {
 public:
     explicit TableProgress(std::int64_t bytes) : bytes_{bytes}
@@ -42,8 +43,8 @@ public:
         bar_->show({"lines", lines, static_cast<std::int64_t>(static_cast<double>(lines) * share)});
     }
 
-    /// A line on standard error, in place of the bar.
-    void tell(std::string_view message)
+    /// Prints a line on standard error in place of the bar.
+    void print(std::string_view message)
     {
         if (bar_ && ::isatty(STDERR_FILENO) == 1) std::cerr << "\r\x1b[K";
         std::cerr << message << '\n';
@@ -62,7 +63,7 @@ private:
     throw Error{cannotRead, "cannot read " + file + ": " + reason, "volume"};
 }
 
-/// Bytes of a file, 0 of anything else that can be read.
+/// Size of a file in bytes; 0 for anything else that can be read, such as a pipe.
 std::int64_t sizeOf(const std::string& file)
 {
     std::error_code error;
@@ -85,7 +86,7 @@ int measureTable(const VolumeOptions& options, Output& output)
         const std::int64_t leftOut = table.measure(
             lines, [&](std::string_view block) { output.write(block); },
             [&](std::int64_t line, std::string_view fault) {
-                progress.tell("tamarok: line " + std::to_string(line) + ": " + std::string{fault});
+                progress.print("tamarok: line " + std::to_string(line) + ": " + std::string{fault});
             },
             [&](std::int64_t done, std::int64_t bytes) { progress.show(done, bytes); });
         output.flush();
@@ -95,7 +96,8 @@ int measureTable(const VolumeOptions& options, Output& output)
     }
 }
 
-/// The settings of the command's numbers, which are not grouped: "32,5" must never be read as 325.
+/// The settings by which the options' numbers are read. They have no grouping: "32,5" must never be read
+/// as 325.
 Regional numberSettings(const VolumeSettings& settings)
 {
     Regional regional = commandPlatform(settings.locale).regional;
@@ -128,8 +130,8 @@ int measureLine(const VolumeOptions& options, Output& output)
     return 0;
 }
 
-/// Checks the options that stand in for fields, so that a slip is told once and not for each line.
-void checkStandIns(const VolumeSettings& settings)
+/// Checks the options that replace missing fields, so that an error is reported once and not for each line.
+void checkDefaults(const VolumeSettings& settings)
 {
     const Regional regional = numberSettings(settings);
     entered("--pieces", settings.pieces, regional);
@@ -141,7 +143,7 @@ void checkStandIns(const VolumeSettings& settings)
 int runVolume(const VolumeOptions& options, Output& output)
 {
     if (!options.csv.empty()) {
-        checkStandIns(options.settings);
+        checkDefaults(options.settings);
         return measureTable(options, output);
     }
     if (!options.diameter || !options.length) throw UsageError{"a diameter and a length are needed, or --csv FILE"};

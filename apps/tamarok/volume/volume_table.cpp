@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t blockSize = std::size_t{1} << 16;
 constexpr std::string_view source = "volume table";
 
-/// The thread's platform with numbers as tables have them.
+/// The thread's platform with other regional settings.
 Platform platformWith(const Regional& regional)
 {
     Platform platform = Platform::current();
@@ -105,6 +105,7 @@ void VolumeTable::readHeader(std::string_view line, std::string_view sample)
                         std::string{source}};
 }
 
+/// Reads the header, then measures line by line and writes the results in blocks of 64 KiB.
 std::int64_t VolumeTable::measure(LineReader& lines, const Sink& output, const Complaint& complain,
                                   const Progress& progress)
 {
@@ -143,8 +144,8 @@ bool VolumeTable::measureLine(bool tooLong, std::string_view line, CsvFields& fi
         cells_[column] = cell(column, fields);
     if (mixed_) unifySeparators();
     if (measureCells(line, fields)) return true;
-    // A number with the other separator is none. From the first such line on fields are looked through
-    // before they are measured.
+    // A number with the other decimal separator does not parse. From the first such line on, fields are
+    // converted before they are measured.
     if (mixed_ || !unifySeparators()) return false;
     mixed_ = true;
     return measureCells(line, fields);
@@ -156,7 +157,7 @@ bool VolumeTable::refuse(std::string fault)
     return false;
 }
 
-/// A field, or what counts where it is empty.
+/// A field of the line, or its default where the table has no such column or the field is empty.
 std::string_view VolumeTable::cell(Column column, const CsvFields& fields) const
 {
     if (!places_[column]) return defaults_[column];
@@ -164,7 +165,7 @@ std::string_view VolumeTable::cell(Column column, const CsvFields& fields) const
     return field.empty() ? defaults_[column] : field;
 }
 
-/// Brings the numbers to the decimal separator of the volumes; false where all had it.
+/// Gives the numbers of the line the decimal separator of the volumes; false where all had it.
 bool VolumeTable::unifySeparators()
 {
     const std::string_view other = regional_.decimal == "." ? "," : ".";
@@ -190,7 +191,7 @@ bool VolumeTable::measureCells(std::string_view line, const CsvFields& fields)
     }
 }
 
-/// Looks for what the formula would let pass: empty cells count as no wood to it, other modes as none.
+/// Refuses what the formula accepts: it takes an empty field for 0 and an unknown mode for none.
 bool VolumeTable::checkCells(const CsvFields& fields)
 {
     for (const Column column : {Diameter, Length})
@@ -202,7 +203,7 @@ bool VolumeTable::checkCells(const CsvFields& fields)
     return refuse("bark \"" + std::string{cell(Bark, fields)} + "\" has no mode");
 }
 
-/// Names the column that is no number, with the text that stands in the table; `otherwise` where all are.
+/// Names the first column that is no number, with its text in the table; `otherwise` where all are numbers.
 std::string VolumeTable::faultOfNumbers(const CsvFields& fields, const std::string& otherwise) const
 {
     for (const Column column : {Diameter, Length, Pieces, Bark})
@@ -212,7 +213,7 @@ std::string VolumeTable::faultOfNumbers(const CsvFields& fields, const std::stri
     return otherwise;
 }
 
-/// A line of the result. The volume is a field like the others and may hold their separator.
+/// Writes a line of the result. The volume may contain the field separator and then needs quotes.
 void VolumeTable::write(std::string_view line, std::string_view volume)
 {
     block_.append(line) += separator_;

@@ -14,7 +14,7 @@
 
 namespace tamarok::cli {
 
-/// How round wood is measured, and what counts where a table has no such column.
+/// How round timber is measured, and the values that replace missing columns and empty fields.
 struct VolumeSettings {
     std::string pieces = "1";
     std::string bark = "0";
@@ -26,24 +26,23 @@ struct VolumeSettings {
     std::string patternOrPlaces() const;
 };
 
-/// A number text as a table or a person at the prompt writes it, decimals with a comma or a point, brought to
-/// the separator of `regional`.
+/// Replaces commas and points of a number by the decimal separator of `regional`.
 std::string unifiedSeparator(std::string_view number, const Regional& regional);
 
-/// Measures a table of round wood: a header line that names the columns d, l, pieces, bark and mode (or
+/// Measures a table of round timber: a header line that names the columns d, l, pieces, bark and mode (or
 /// durchmesser or durch, laenge, stueck or stk, rinde, modus) in any order and case, other columns among them, and a
 /// line for each log. Fields are divided by commas or semicolons, decimals by a comma or a point, without grouping.
 class VolumeTable {
 public:
     using Sink = std::function<void(std::string_view)>;
-    /// Gets the number and the fault of a line that is left out.
+    /// Receives the number and the fault of a line that is left out.
     using Complaint = std::function<void(std::int64_t line, std::string_view fault)>;
-    /// Called now and then with the lines done and the bytes read.
+    /// Called after each block of output with the number of lines and bytes read.
     using Progress = std::function<void(std::int64_t lines, std::int64_t bytes)>;
 
     explicit VolumeTable(VolumeSettings settings);
 
-    /// Writes each line with its volume behind it, in blocks of lines.
+    /// Writes each line with its volume as last field, in blocks of lines.
     /// @return number of lines that were left out
     /// Errors: 5 without header line, for a missing or repeated column, and for places out of range.
     std::int64_t measure(LineReader& lines, const Sink& output, const Complaint& complain, const Progress& progress);
@@ -52,7 +51,7 @@ private:
     enum Column : std::uint8_t { Diameter, Length, Pieces, Bark, Mode, columnCount };
 
     void readHeader(std::string_view line, std::string_view sample);
-    // Each of these puts the fault into `fault_` where it gives false.
+    // Each of these sets `fault_` where it returns false.
     bool measureLine(bool tooLong, std::string_view line, CsvFields& fields);
     bool measureCells(std::string_view line, const CsvFields& fields);
     bool checkCells(const CsvFields& fields);
