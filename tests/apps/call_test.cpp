@@ -57,7 +57,7 @@ void hold(ChildProcess& host, const std::string& name, std::size_t count)
 TEST(Call, ConversationWithoutDatabase)
 {
     ChildProcess host{{"call", "--locale", "de-AT"}};
-    hold(host, "values_and_objects.txt", 140);
+    hold(host, "values_and_objects.txt", 135);
 }
 
 TEST(Call, ConversationWithDatabase)
@@ -65,7 +65,7 @@ TEST(Call, ConversationWithDatabase)
     const ScratchFolder folder;
     const std::string file = makeDatabase(folder, 20);
     ChildProcess host{{"call", "--db", file, "--locale", "de-AT"}};
-    hold(host, "database.txt", 60);
+    hold(host, "database.txt", 41);
 }
 
 TEST(Call, FurtherConnectionsAreReachedByName)
