@@ -167,9 +167,16 @@ Variant callPath(const ObjectRef& root, std::string_view path, std::span<Variant
     if (last.args.empty()) return object->call(last.member, args);
     std::vector<Variant> all = last.args;
     all.insert(all.end(), args.begin(), args.end());
-    Variant result = object->call(last.member, all);
-    std::ranges::copy(std::span{all}.subspan(last.args.size()), args.begin());
-    return result;
+    // The caller receives changed arguments also where the method fails.
+    const auto handBack = [&] { std::ranges::copy(std::span{all}.subspan(last.args.size()), args.begin()); };
+    try {
+        Variant result = object->call(last.member, all);
+        handBack();
+        return result;
+    } catch (...) {
+        handBack();
+        throw;
+    }
 }
 
 } // namespace tamarok::cli
