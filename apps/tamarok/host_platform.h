@@ -12,7 +12,7 @@
 
 namespace tamarok::cli {
 
-/// A message box that nobody sees: it records what it would show and presses prepared buttons.
+/// A message box without a window: it records each message and answers with prepared buttons.
 class RecordingMessageBox final : public MessageBox {
 public:
     struct Shown {
@@ -24,10 +24,10 @@ public:
     /// The next prepared button, or 1 (OK) where none is left.
     std::int16_t show(std::string_view text, std::int32_t flags, std::string_view title) override;
 
-    /// Buttons for the boxes to come, in place of those that are left.
+    /// Sets the buttons for the next boxes; earlier ones that were not used are dropped.
     void prepare(std::deque<std::int16_t> buttons) { buttons_ = std::move(buttons); }
 
-    /// What was shown since the last call.
+    /// The messages since the last call.
     std::vector<Shown> take() { return std::exchange(shown_, {}); }
 
 private:
@@ -35,7 +35,8 @@ private:
     std::vector<Shown> shown_;
 };
 
-/// The machine's platform with the language service, under `locale` where one is named.
+/// The machine's platform with the language service. @param locale  name of regional settings; empty: the
+/// machine's. Error 5 for an unknown name.
 Platform commandPlatform(std::string_view locale);
 
 } // namespace tamarok::cli

@@ -3,15 +3,16 @@
 #include <string>
 
 #include "command_line.h"
-#include "commands.h"
-#include "interrupt.h"
-#include "output.h"
+#include "init/interrupt.h"
+#include "list/list_query.h"
+#include "print/output.h"
+#include "usage_error.h"
 
 #include "tamarok/error.h"
 
 namespace {
 
-/// One line on standard error, whatever the message holds.
+/// Prints one line on standard error; line ends in the message become blanks. Returns `status`.
 int complain(std::string message, int status)
 {
     for (char& character : message) {

@@ -1,15 +1,8 @@
 #include "session.h"
 
-#include "tamarok_embedded/connect.h"
-
 #include "tamarok/date.h"
 
 namespace tamarok::cli {
-
-ado::ConnectionRef openDatabase(const std::string& file)
-{
-    return embedded::connect(file);
-}
 
 TmkVar commandSession(const ado::ConnectionRef& connection)
 {

@@ -7,10 +7,10 @@
 #include <string_view>
 #include <vector>
 
-#include "csv_fields.h"
-#include "line_reader.h"
 #include "turns.h"
-#include "volume_table.h"
+#include "volume/csv_fields.h"
+#include "volume/line_reader.h"
+#include "volume/volume_table.h"
 
 // A table of a million measured lines, beside reading the same lines and splitting them into fields:
 // with the standard library alone, once into texts of their own and once into views of the line, and with

@@ -127,8 +127,8 @@ private:
 /// The kind's name as messages show it ("Null", "String").
 std::string_view name(Variant::Kind kind) noexcept;
 
-/// An array of Variants of one or two dimensions with any bounds. Elements of a two-dimensional
-/// array are stored with the first index running fastest, as `GetRows` gives fields, then rows.
+/// An array of Variants of one or more dimensions with any bounds. Elements are stored with the first
+/// index running fastest, as `GetRows` gives fields, then rows.
 class VariantArray {
 public:
     struct Bounds {
@@ -141,9 +141,11 @@ public:
     explicit VariantArray(std::vector<Variant> elements, std::int32_t lower = 0);
     /// Two dimensions; `elements.size()` must be the product of the extents (Error 5 otherwise).
     VariantArray(Bounds first, Bounds second, std::vector<Variant> elements);
+    /// Any number of dimensions, at least one. Error 5 where the elements do not fill the bounds.
+    VariantArray(std::vector<Bounds> bounds, std::vector<Variant> elements);
 
-    std::int32_t dimensions() const noexcept { return dimensions_; }
-    /// Bounds of dimension 1 or 2; Error 9 for any other.
+    std::int32_t dimensions() const noexcept { return static_cast<std::int32_t>(bounds_.size()); }
+    /// Bounds of a dimension, counted from 1; Error 9 for one that the array does not have.
     Bounds bounds(std::int32_t dimension = 1) const;
 
     /// Element by index; Error 9 outside the bounds or with the wrong number of indices.
@@ -158,9 +160,7 @@ public:
 
 private:
     std::size_t offset(std::int32_t index) const;
-    std::int32_t dimensions_ = 1;
-    Bounds first_;
-    Bounds second_;
+    std::vector<Bounds> bounds_{Bounds{}};
     std::vector<Variant> elements_;
 };
 

@@ -14,6 +14,7 @@ std::string label(const ParameterInfo& parameter)
     return "argument " + std::string{parameter.name};
 }
 
+/// Error 13 that names what was given and what is needed.
 [[noreturn]] void mismatch(const Variant& value, const ParameterInfo& parameter)
 {
     const std::string_view given =
@@ -23,6 +24,7 @@ std::string label(const ParameterInfo& parameter)
         .addContext(label(parameter));
 }
 
+/// Runs a conversion; an error of it receives the parameter's name.
 template <class Convert>
 auto named(const Convert& convert, const Variant& value, const ParameterInfo& parameter)
 {
@@ -45,6 +47,7 @@ std::shared_ptr<T> as(const Variant& value, const ParameterInfo& parameter)
     return object;
 }
 
+/// Error 91 for a parameter that needs an object.
 [[noreturn]] void notSet(const ParameterInfo& parameter)
 {
     throw Error{errors::objectNotSet, "Object variable not set"}.addContext(label(parameter));
@@ -118,9 +121,9 @@ std::vector<std::string> toStrings(const Variant& value, const ParameterInfo& pa
     return values;
 }
 
-Variant fromStrings(const std::vector<std::string>& values)
+Variant fromStrings(const std::vector<std::string>& values, std::int32_t lower)
 {
-    return VariantArray{std::vector<Variant>(values.begin(), values.end())};
+    return VariantArray{std::vector<Variant>(values.begin(), values.end()), lower};
 }
 
 ObjectRef toObject(const Variant& value, const ParameterInfo& parameter)

@@ -10,7 +10,7 @@
 #include "tamarok/tmkvar.h"
 #include "tamarok/variant.h"
 
-/// Conversion of one argument to its declared type. Every failure names the parameter.
+/// Converts one argument to its declared type. Every error names the parameter.
 namespace tamarok::component::argument {
 
 bool toBoolean(const Variant& value, const ParameterInfo& parameter);
@@ -20,12 +20,12 @@ std::int32_t toLong(const Variant& value, const ParameterInfo& parameter);
 double toDouble(const Variant& value, const ParameterInfo& parameter);
 Date toDate(const Variant& value, const ParameterInfo& parameter);
 std::string toString(const Variant& value, const ParameterInfo& parameter);
-/// A field stands for its value, a missing argument for Empty; anything else is taken as it comes.
+/// The value unchanged, and Empty for a missing argument.
 const Variant& toVariant(const Variant& value);
 std::vector<std::int16_t> toIntegers(const Variant& value, const ParameterInfo& parameter);
 std::vector<std::string> toStrings(const Variant& value, const ParameterInfo& parameter);
-/// An array of Strings as the caller gets it back, zero-based.
-Variant fromStrings(const std::vector<std::string>& values);
+/// An array of Strings as the caller receives it back. @param lower  the lower bound that it came with
+Variant fromStrings(const std::vector<std::string>& values, std::int32_t lower);
 
 ObjectRef toObject(const Variant& value, const ParameterInfo& parameter);
 ado::ConnectionRef toConnection(const Variant& value, const ParameterInfo& parameter);

@@ -12,13 +12,18 @@
 #include <vector>
 
 #include "arguments.h"
+#include "instance.h"
+#include "member_name.h"
 
-/// Makes the description of an operation, and the function that calls it, out of a member-function
-/// pointer and the names of its parameters. Private to the class map.
+/// Makes the description of an operation, and the function that calls it, from a member-function
+/// pointer and the parameters' names. Private to the class map.
 namespace tamarok::component {
 
 /// How one C++ parameter type is declared at the interface, and how an argument reaches it. A
-/// specialisation holds the converted argument for the length of the call; `store` writes it back.
+/// specialisation converts the argument in its constructor and holds the result for the length of the
+/// call; `pass` hands it to the operation; `store` writes it back to the caller's variable.
+/// `changes` says that the operation can write the argument, so that the table must declare it by
+/// reference. Whether any other parameter is by reference is stated in the table alone.
 template <class T>
 struct Argument;
 
@@ -26,7 +31,7 @@ struct Argument;
 template <class T, ValueType declared, T (*convert)(const Variant&, const ParameterInfo&)>
 struct ValueArgument {
     static constexpr ValueType type = declared;
-    static constexpr bool byReference = false;
+    static constexpr bool changes = false;
     ValueArgument(Variant& value, const ParameterInfo& parameter) :
         held{isMissing(value) ? T{} : convert(value, parameter)}
     {}
@@ -35,10 +40,10 @@ struct ValueArgument {
     T held;
 };
 
-/// The same by reference: the caller's variable gets the value, in the declared type, back.
+/// A value that the operation can change: the caller's variable receives it in the declared type.
 template <class Value, class T>
 struct ReferenceArgument : Value {
-    static constexpr bool byReference = true;
+    static constexpr bool changes = true;
     using Value::Value;
     T& pass() noexcept { return this->held; }
     void store(Variant& target) { target = Variant{this->held}; }
@@ -59,7 +64,7 @@ template <> struct Argument<double> : ValueArgument<double, ValueType::Double, a
 template <> struct Argument<Date> : ValueArgument<Date, ValueType::Date, argument::toDate> { using ValueArgument::ValueArgument; };
 template <> struct Argument<std::string> : ValueArgument<std::string, ValueType::String, argument::toString> { using ValueArgument::ValueArgument; };
 template <> struct Argument<std::string_view> : Argument<std::string> { using Argument<std::string>::Argument; };
-template <> struct Argument<const std::string&> : Argument<std::string> { using Argument<std::string>::Argument; static constexpr bool byReference = true; };
+template <> struct Argument<const std::string&> : Argument<std::string> { using Argument<std::string>::Argument; };
 template <> struct Argument<ObjectRef> : ValueArgument<ObjectRef, ValueType::Object, argument::toObject> { using ValueArgument::ValueArgument; };
 template <> struct Argument<const ObjectRef&> : Argument<ObjectRef> { using Argument<ObjectRef>::Argument; };
 template <> struct Argument<ado::ConnectionRef> : ValueArgument<ado::ConnectionRef, ValueType::Connection, argument::toConnection> { using ValueArgument::ValueArgument; };
@@ -79,7 +84,7 @@ template <> struct Argument<std::string&> : ReferenceArgument<Argument<std::stri
 template <>
 struct Argument<const Variant&> {
     static constexpr ValueType type = ValueType::Variant;
-    static constexpr bool byReference = false;
+    static constexpr bool changes = false;
     Argument(Variant& value, const ParameterInfo&) : held{argument::toVariant(value)} {}
     const Variant& pass() noexcept { return held; }
     void store(Variant&) {}
@@ -94,7 +99,7 @@ struct Argument<Variant> : Argument<const Variant&> {
 template <>
 struct Argument<Variant&> {
     static constexpr ValueType type = ValueType::Variant;
-    static constexpr bool byReference = true;
+    static constexpr bool changes = true;
     Argument(Variant& value, const ParameterInfo&) : held{argument::toVariant(value)} {}
     Variant& pass() noexcept { return held; }
     void store(Variant& target) { target = held; }
@@ -104,7 +109,7 @@ struct Argument<Variant&> {
 template <>
 struct Argument<const TmkVar&> {
     static constexpr ValueType type = ValueType::Record;
-    static constexpr bool byReference = true;
+    static constexpr bool changes = false;
     Argument(Variant& value, const ParameterInfo& parameter) : held{argument::toRecord(value, parameter)} {}
     const TmkVar& pass() noexcept { return held; }
     void store(Variant&) {}
@@ -114,7 +119,7 @@ struct Argument<const TmkVar&> {
 template <>
 struct Argument<Object&> {
     static constexpr ValueType type = ValueType::Object;
-    static constexpr bool byReference = true;
+    static constexpr bool changes = false;
     Argument(Variant& value, const ParameterInfo& parameter) : held{argument::toObject(value, parameter)}
     {
         require(held, parameter.name);
@@ -127,17 +132,17 @@ struct Argument<Object&> {
 template <>
 struct Argument<std::vector<std::string>&> {
     static constexpr ValueType type = ValueType::StringArray;
-    static constexpr bool byReference = true;
+    static constexpr bool changes = true;
     Argument(Variant& value, const ParameterInfo& parameter) : held{argument::toStrings(value, parameter)} {}
     std::vector<std::string>& pass() noexcept { return held; }
-    void store(Variant& target) { target = argument::fromStrings(held); }
+    void store(Variant& target) { target = argument::fromStrings(held, target.asArray().bounds().lower); }
     std::vector<std::string> held;
 };
 
 template <>
 struct Argument<ado::Recordset&> {
     static constexpr ValueType type = ValueType::Recordset;
-    static constexpr bool byReference = false;
+    static constexpr bool changes = false;
     Argument(Variant& value, const ParameterInfo& parameter) : held{argument::requireRecordset(value, parameter)} {}
     ado::Recordset& pass() noexcept { return held; }
     void store(Variant&) {}
@@ -147,7 +152,7 @@ struct Argument<ado::Recordset&> {
 template <>
 struct Argument<ado::Command&> {
     static constexpr ValueType type = ValueType::Command;
-    static constexpr bool byReference = true;
+    static constexpr bool changes = false;
     Argument(Variant& value, const ParameterInfo& parameter) : held{argument::toCommand(value, parameter)} {}
     ado::Command& pass() noexcept { return held; }
     void store(Variant&) {}
@@ -165,7 +170,7 @@ constexpr ValueType resultType()
     }
 }
 
-/// What a function's type tells: its class (void for a free function), result and parameters.
+/// What a function's type states: its class (void for a free function), result and parameters.
 template <class C, class R, class... P>
 struct Signature {
     using Class = C;
@@ -173,7 +178,7 @@ struct Signature {
     using Parameters = std::tuple<Argument<P>...>;
     static constexpr std::size_t arity = sizeof...(P);
     static constexpr std::array<ValueType, arity> types{Argument<P>::type...};
-    static constexpr std::array<bool, arity> references{Argument<P>::byReference...};
+    static constexpr std::array<bool, arity> changes{Argument<P>::changes...};
 };
 
 // clang-format off
@@ -188,48 +193,59 @@ template <class R, class... P> Signature<void, R, P...> signatureOf(R (*)(P...) 
 template <auto function>
 using SignatureOf = decltype(signatureOf(function));
 
-/// Gives a changed argument back; one that was left out has no variable to change.
+/// Writes an argument back to the caller's variable; a left-out argument has none.
 template <class Held>
 void storeBack(Held& held, Variant& target)
 {
     if (!isMissing(target)) held.store(target);
 }
 
+/// Calls the operation on the instance that `object` holds; `object` is not used for a free function.
+template <auto function, class... Held>
+decltype(auto) run([[maybe_unused]] const Object& object, Held&... held)
+{
+    using S = SignatureOf<function>;
+    if constexpr (std::is_void_v<typename S::Class>) {
+        return function(held.pass()...);
+    } else {
+        return (instanceIn<std::remove_const_t<typename S::Class>>(object).*function)(held.pass()...);
+    }
+}
+
+/// Converts the arguments, calls the operation, and writes the arguments back. An operation that fails
+/// may have written some before: the caller receives these as they stand then.
 template <auto function, std::size_t... index>
-Variant call(const OperationInfo& operation, [[maybe_unused]] void* instance, [[maybe_unused]] std::span<Variant> args,
+Variant call(const OperationInfo& operation, const Object& object, [[maybe_unused]] std::span<Variant> args,
              std::index_sequence<index...>)
 {
     using S = SignatureOf<function>;
     // List initialisation converts the arguments from left to right.
     typename S::Parameters held{
         std::tuple_element_t<index, typename S::Parameters>{args[index], operation.parameterList[index]}...};
-    const auto run = [&]() -> typename S::Result {
-        if constexpr (std::is_void_v<typename S::Class>) {
-            return function(std::get<index>(held).pass()...);
-        } else {
-            return (static_cast<typename S::Class*>(instance)->*function)(std::get<index>(held).pass()...);
-        }
-    };
     const auto store = [&]() { (storeBack(std::get<index>(held), args[index]), ...); };
-    if constexpr (std::is_void_v<typename S::Result>) {
-        run();
+    Variant result;
+    try {
+        if constexpr (std::is_void_v<typename S::Result>) {
+            run<function>(object, std::get<index>(held)...);
+        } else {
+            result = Variant{run<function>(object, std::get<index>(held)...)};
+        }
+    } catch (...) {
         store();
-        return {};
-    } else {
-        Variant result{run()};
-        store();
-        return result;
+        throw;
     }
+    store();
+    return result;
 }
 
 template <auto function>
-Variant callBound(const OperationInfo& operation, void* instance, std::span<Variant> args)
+Variant callBound(const OperationInfo& operation, const Object& object, std::span<Variant> args)
 {
-    return call<function>(operation, instance, args, std::make_index_sequence<SignatureOf<function>::arity>{});
+    return call<function>(operation, object, args, std::make_index_sequence<SignatureOf<function>::arity>{});
 }
 
-/// Takes the next name of a comma list: "[name]" is optional, "&name" is by reference at the
-/// interface although the C++ operation, which does not change it, takes it by value.
+/// Takes the next parameter from the front of a comma list: "[name]" is optional, "&name" is by
+/// reference, "[&name]" is both.
 constexpr ParameterInfo nextParameter(std::string_view& names)
 {
     const std::size_t comma = names.find(',');
@@ -251,13 +267,18 @@ constexpr ParameterInfo nextParameter(std::string_view& names)
     return parameter;
 }
 
-/// One line of a class's table. @param names the parameters' names, separated by commas
+/// One row of a class's table. A row that contradicts the C++ declaration does not compile.
+/// @param slot   position in the class's full interface, from 1
+/// @param name   the operation's name, which must be that of the C++ function
+/// @param names  the parameters in order, separated by commas; see nextParameter
+/// @param help   one sentence
 template <auto function>
 consteval OperationInfo operation(std::int16_t slot, std::string_view name, std::string_view names,
                                   std::string_view help, MemberKind kind = MemberKind::Method)
 {
     using S = SignatureOf<function>;
     static_assert(S::arity <= OperationInfo::maxParameters);
+    if (name != memberName<function>()) throw "the row names another operation than its function pointer";
     OperationInfo info;
     info.slot = slot;
     info.name = name;
@@ -268,7 +289,7 @@ consteval OperationInfo operation(std::int16_t slot, std::string_view name, std:
     for (std::size_t index = 0; index < S::arity; ++index) {
         ParameterInfo parameter = nextParameter(names);
         parameter.type = S::types[index];
-        parameter.byReference = parameter.byReference || S::references[index];
+        if (S::changes[index] && !parameter.byReference) throw "a parameter that the operation can change needs '&'";
         if (!parameter.optional && index > 0 && info.parameterList[index - 1].optional) {
             throw "an optional parameter is followed by one that is not";
         }
@@ -279,11 +300,21 @@ consteval OperationInfo operation(std::int16_t slot, std::string_view name, std:
     return info;
 }
 
+/// Whether the rows stand in ascending order of slots, each slot once. For static_assert.
+template <std::size_t count>
+consteval bool slotsAscend(const std::array<OperationInfo, count>& rows)
+{
+    for (std::size_t index = 1; index < count; ++index) {
+        if (rows[index].slot <= rows[index - 1].slot) return false;
+    }
+    return true;
+}
+
 /// Maker of a class that is created by its default constructor.
 template <class C>
-std::shared_ptr<void> makeClass()
+ObjectRef makeClass(const ClassInfo& classInfo)
 {
-    return std::make_shared<C>();
+    return std::make_shared<InstanceOf<C>>(classInfo, std::make_shared<C>());
 }
 
 } // namespace tamarok::component

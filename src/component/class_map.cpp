@@ -13,12 +13,14 @@ namespace {
 
 constexpr std::int32_t cannotCreateObject = 429;
 
+/// In the order of ValueType.
 constexpr std::array<std::string_view, 16> typeNames{
     "None",          "Boolean", "Byte",      "Integer",  "Long",   "Double",           "Date",
     "String",        "Variant", "Integer()", "String()", "Object", "ADODB.Connection", "ADODB.Recordset",
     "ADODB.Command", "TmkVar"};
 static_assert(typeNames.size() == static_cast<std::size_t>(ValueType::Record) + 1);
 
+/// In the order of MemberKind.
 constexpr std::array<std::string_view, 3> kindNames{"method", "get", "put"};
 
 } // namespace
@@ -57,6 +59,7 @@ const ClassInfo& requireClass(std::string_view name)
 
 const OperationInfo* findOperation(const ClassInfo& classInfo, std::string_view name, std::size_t arguments) noexcept
 {
+    // A property stands twice, for reading and for writing; the number of arguments tells which is meant.
     const OperationInfo* byName = nullptr;
     for (const OperationInfo& operation : classInfo.operations) {
         if (!text::equalsNoCase(operation.name, name)) continue;

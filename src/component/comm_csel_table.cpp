@@ -12,28 +12,29 @@ using C = Comm_CSel;
 // clang-format off
 constexpr std::array operations{
     operation<&C::GetColumnAbs>(2, "GetColumnAbs", "ID", "SQL expression of a column of the deduction list."),
-    operation<&C::GetGroupByClause2Abs>(4, "GetGroupByClause2Abs", "ID", "Group expression of a column in an aggregated deduction list; empty for a measure."),
-    operation<&C::GetColumn>(6, "GetColumn", "ID, strVer_type, TmkVar", "SQL expression of a column of the log list."),
-    operation<&C::GetColumnTyp>(7, "GetColumnTyp", "Typ, ID, Agregate, InGroupBy, TmkVar", "SQL expression of a column of any other list type."),
-    operation<&C::GetFrom>(8, "GetFrom", "Typ, ID, strFrom, strVer_type, TmkVar", "FROM body extended by the joins that a column needs."),
-    operation<&C::GetGroupByClause>(14, "GetGroupByClause", "ID, strVer_type, TmkVar", "Group expression of a column in a detail list."),
-    operation<&C::GetOrderByClause>(15, "GetOrderByClause", "ID, strVer_type, TmkVar", "Order expression of a column in a detail list."),
+    operation<&C::GetGroupByClause2Abs>(4, "GetGroupByClause2Abs", "&ID", "Group expression of a column in an aggregated deduction list; empty for a measure."),
+    operation<&C::GetColumn>(6, "GetColumn", "ID, strVer_type, &TmkVar", "SQL expression of a column of the log list."),
+    operation<&C::GetColumnTyp>(7, "GetColumnTyp", "Typ, ID, Agregate, InGroupBy, &TmkVar", "SQL expression of a column of any other list type."),
+    operation<&C::GetFrom>(8, "GetFrom", "Typ, ID, strFrom, strVer_type, &TmkVar", "FROM body extended by the joins that a column needs."),
+    operation<&C::GetGroupByClause>(14, "GetGroupByClause", "ID, strVer_type, &TmkVar", "Group expression of a column in a detail list."),
+    operation<&C::GetOrderByClause>(15, "GetOrderByClause", "ID, strVer_type, &TmkVar", "Order expression of a column in a detail list."),
     operation<&C::GetGroupByClauseAbs>(16, "GetGroupByClauseAbs", "ID", "Group expression of a column in a detail list of deductions."),
-    operation<&C::GetGroupByClause2>(17, "GetGroupByClause2", "ID, strVer_type, TmkVar", "Group expression of a column in an aggregate list; empty for a measure."),
-    operation<&C::GetOrderByClause2>(18, "GetOrderByClause2", "ID, strVer_type, TmkVar", "Order expression of a column in an aggregate list; empty for a measure."),
-    operation<&C::GetSelectClause2>(19, "GetSelectClause2", "ID, strVer_type, TmkVar", "Select expression of a column in an aggregate list; a measure is summed."),
+    operation<&C::GetGroupByClause2>(17, "GetGroupByClause2", "ID, strVer_type, &TmkVar", "Group expression of a column in an aggregate list; empty for a measure."),
+    operation<&C::GetOrderByClause2>(18, "GetOrderByClause2", "ID, strVer_type, &TmkVar", "Order expression of a column in an aggregate list; empty for a measure."),
+    operation<&C::GetSelectClause2>(19, "GetSelectClause2", "ID, strVer_type, &TmkVar", "Select expression of a column in an aggregate list; a measure is summed."),
     operation<&C::GetSelectClause2Abs>(20, "GetSelectClause2Abs", "ID", "Select expression of a column in an aggregated deduction list."),
     operation<&C::InsertToStr>(21, "InsertToStr", "str, value", "Comma list with a value appended."),
     operation<&C::InsertToStr2>(22, "InsertToStr2", "str, value, strVer_type", "Column list with a value added once."),
     operation<&C::InsertToWhere>(23, "InsertToWhere", "str, value", "WHERE text with a condition added once."),
-    operation<&C::CorrectStrSelect>(24, "CorrectStrSelect", "Typ, &ID, strSelect_vbtab, Colum_Id_Is_0, strVer_type, TmkVar, strWhere, strFrom, GroupBy", "SELECT list of a list's columns."),
+    operation<&C::CorrectStrSelect>(24, "CorrectStrSelect", "Typ, &ID, &strSelect_vbtab, Colum_Id_Is_0, strVer_type, &TmkVar, strWhere, strFrom, GroupBy", "SELECT list of a list's columns."),
     operation<&C::InsertToWhereAbs>(25, "InsertToWhereAbs", "str, value", "WHERE text, given as any value, with a condition added once."),
     operation<&C::RemoveString>(26, "RemoveString", "strFrom, strRemov", "Text without any occurrence of another one."),
-    operation<&C::SplitClause>(29, "SplitClause", "tmpSelektion, strFrom, strWhere", "Divides a clause text into its FROM and WHERE bodies."),
-    operation<&C::MengeSQL>(36, "MengeSQL", "TmkVar, InFaktura, Prefix, Einheit_ID, strFormatMenge", "SQL expression of a log's quantity in another unit."),
+    operation<&C::SplitClause>(29, "SplitClause", "tmpSelektion, &strFrom, &strWhere", "Divides a clause text into its FROM and WHERE bodies."),
+    operation<&C::MengeSQL>(36, "MengeSQL", "&TmkVar, InFaktura, Prefix, Einheit_ID, strFormatMenge", "SQL expression of a log's quantity in another unit."),
     operation<&C::OrderBy>(38, "OrderBy", "Kod, &strOrderBy", "ORDER BY clause of a column list, ascending or descending."),
 };
 // clang-format on
+static_assert(slotsAscend(operations));
 
 } // namespace
 

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::int32_t argumentNotOptional = 449;
 
-/// The mark of a left-out argument; it has no members.
+/// Marks a left-out argument; it has no members.
 class Missing final : public Object {
 public:
     std::string_view typeName() const override { return "Missing"; }
@@ -47,7 +47,8 @@ void checkArguments(const OperationInfo& operation, std::span<const Variant> arg
     }
 }
 
-/// Gives the arguments back to the caller, whether the operation ends or fails.
+/// The caller's arguments with a mark for each one that is left out at the end. They are moved here for
+/// the call and back into the caller's variables afterwards, whether the operation succeeds or fails.
 class FullArguments {
 public:
     FullArguments(std::span<Variant> given, std::size_t count) : given_{given}, count_{count}
@@ -71,41 +72,6 @@ private:
     std::array<Variant, OperationInfo::maxParameters> full_;
 };
 
-/// A class of the library as an object.
-class Instance final : public Object {
-public:
-    explicit Instance(const ClassInfo& classInfo) : class_{classInfo}, instance_{classInfo.make()} {}
-
-    std::string_view typeName() const override { return class_.name; }
-
-    Variant get(std::string_view name, std::span<const Variant> args) const override
-    {
-        const OperationInfo* operation = findOperation(class_, name, args.size());
-        if (operation == nullptr || operation->kind == MemberKind::PropertyPut) noSuchMember(name);
-        std::vector<Variant> copies{args.begin(), args.end()};
-        return component::invoke(class_, *operation, instance_.get(), copies);
-    }
-
-    void put(std::string_view name, const Variant& value) override
-    {
-        const OperationInfo* operation = findOperation(class_, name, 1);
-        if (operation == nullptr || operation->kind != MemberKind::PropertyPut) noSuchMember(name);
-        Variant argument = value;
-        component::invoke(class_, *operation, instance_.get(), {&argument, 1});
-    }
-
-    Variant call(std::string_view name, std::span<Variant> args) override
-    {
-        const OperationInfo* operation = findOperation(class_, name, args.size());
-        if (operation == nullptr) noSuchMember(name);
-        return component::invoke(class_, *operation, instance_.get(), args);
-    }
-
-private:
-    const ClassInfo& class_;
-    std::shared_ptr<void> instance_;
-};
-
 } // namespace
 
 const Variant& missingArgument()
@@ -119,7 +85,8 @@ bool isMissing(const Variant& value) noexcept
     return value.isObject() && dynamic_cast<const Missing*>(value.asObject().get()) != nullptr;
 }
 
-Variant invoke(const ClassInfo& classInfo, const OperationInfo& operation, void* instance, std::span<Variant> args)
+Variant invoke(const ClassInfo& classInfo, const OperationInfo& operation, const Object& instance,
+               std::span<Variant> args)
 {
     try {
         checkArguments(operation, args);
@@ -135,13 +102,7 @@ Variant invoke(std::string_view className, std::string_view operation, std::span
 {
     const ClassInfo& classInfo = requireClass(className);
     const OperationInfo& info = requireOperation(classInfo, operation, args.size());
-    const std::shared_ptr<void> instance = classInfo.make();
-    return invoke(classInfo, info, instance.get(), args);
-}
-
-ObjectRef makeInstance(std::string_view className)
-{
-    return std::make_shared<Instance>(requireClass(className));
+    return invoke(classInfo, info, *makeInstance(classInfo), args);
 }
 
 } // namespace tamarok::component

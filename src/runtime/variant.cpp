@@ -35,6 +35,19 @@ VariantArray::Bounds boundsOf(std::size_t count, std::int32_t lower)
     return {lower, static_cast<std::int32_t>(upper)};
 }
 
+/// Whether `count` is the product of the extents; false where an extent is negative.
+bool fills(std::size_t count, const std::vector<VariantArray::Bounds>& bounds)
+{
+    if (std::ranges::any_of(bounds, [](VariantArray::Bounds b) { return extent(b) < 0; })) return false;
+    if (std::ranges::any_of(bounds, [](VariantArray::Bounds b) { return extent(b) == 0; })) return count == 0;
+    std::uint64_t product = 1;
+    for (const VariantArray::Bounds& dimension : bounds) {
+        product *= static_cast<std::uint64_t>(extent(dimension));
+        if (product > count) return false; // before it can overflow
+    }
+    return product == count;
+}
+
 } // namespace
 
 Variant::Variant(VariantArray value) : value_{std::make_shared<VariantArray>(std::move(value))} {}
@@ -68,29 +81,34 @@ std::string_view name(Variant::Kind kind) noexcept
 }
 
 VariantArray::VariantArray(std::vector<Variant> elements, std::int32_t lower) :
-    first_{boundsOf(elements.size(), lower)}, elements_{std::move(elements)}
+    bounds_{boundsOf(elements.size(), lower)}, elements_{std::move(elements)}
 {}
 
 VariantArray::VariantArray(Bounds first, Bounds second, std::vector<Variant> elements) :
-    dimensions_{2}, first_{first}, second_{second}, elements_{std::move(elements)}
+    VariantArray{std::vector{first, second}, std::move(elements)}
+{}
+
+VariantArray::VariantArray(std::vector<Bounds> bounds, std::vector<Variant> elements) :
+    bounds_{std::move(bounds)}, elements_{std::move(elements)}
 {
-    const std::int64_t rows = extent(first);
-    const std::int64_t columns = extent(second);
-    if (rows < 0 || columns < 0 || (rows != 0 && columns > INT64_MAX / rows) ||
-        static_cast<std::uint64_t>(rows * columns) != elements_.size())
+    if (bounds_.empty()) throw Error{errors::invalidArgument, "Invalid argument: an array has at least one dimension."};
+    if (!fills(elements_.size(), bounds_)) {
+        std::string extents;
+        for (const Bounds& dimension : bounds_)
+            extents += (extents.empty() ? "" : " by ") + std::to_string(extent(dimension));
         throw Error{errors::invalidArgument, "Invalid argument: " + std::to_string(elements_.size()) +
-                                                 " elements do not fill an array of " + std::to_string(rows) + " by " +
-                                                 std::to_string(columns) + "."};
+                                                 " elements do not fill an array of " + extents + "."};
+    }
 }
 
 VariantArray::Bounds VariantArray::bounds(std::int32_t dimension) const
 {
-    if (dimension < 1 || dimension > dimensions_)
+    if (dimension < 1 || dimension > dimensions())
         throw Error{errors::subscriptOutOfRange,
                     "Subscript out of range: the array has no dimension " + std::to_string(dimension) + "."};
-    if (dimension == 2) return second_;
     // The elements of a one-dimensional array may have been added to or taken from.
-    return dimensions_ == 1 ? boundsOf(elements_.size(), first_.lower) : first_;
+    if (dimensions() == 1) return boundsOf(elements_.size(), bounds_.front().lower);
+    return bounds_[static_cast<std::size_t>(dimension) - 1];
 }
 
 const Variant& VariantArray::at(std::int32_t index) const
@@ -105,26 +123,28 @@ Variant& VariantArray::at(std::int32_t index)
 
 const Variant& VariantArray::at(std::int32_t first, std::int32_t second) const
 {
-    if (dimensions_ != 2)
-        throw Error{errors::subscriptOutOfRange, "Subscript out of range: two indices for an array of one dimension."};
-    const auto fields = static_cast<std::size_t>(extent(first_));
-    const std::size_t place = position(first, first_) + fields * position(second, second_);
-    if (place >= elements_.size()) throwOutOfBounds(second, second_);
+    if (dimensions() != 2)
+        throw Error{errors::subscriptOutOfRange, "Subscript out of range: two indices for an array of " +
+                                                     std::to_string(dimensions()) + " dimension(s)."};
+    const auto fields = static_cast<std::size_t>(extent(bounds_[0]));
+    const std::size_t place = position(first, bounds_[0]) + fields * position(second, bounds_[1]);
+    if (place >= elements_.size()) throwOutOfBounds(second, bounds_[1]);
     return elements_[place];
 }
 
 bool operator==(const VariantArray& a, const VariantArray& b)
 {
-    if (a.dimensions_ != b.dimensions_) return false;
-    for (std::int32_t dimension = 1; dimension <= a.dimensions_; ++dimension)
+    if (a.dimensions() != b.dimensions()) return false;
+    for (std::int32_t dimension = 1; dimension <= a.dimensions(); ++dimension)
         if (a.bounds(dimension) != b.bounds(dimension)) return false;
     return a.elements_ == b.elements_;
 }
 
 std::size_t VariantArray::offset(std::int32_t index) const
 {
-    if (dimensions_ != 1)
-        throw Error{errors::subscriptOutOfRange, "Subscript out of range: one index for an array of two dimensions."};
+    if (dimensions() != 1)
+        throw Error{errors::subscriptOutOfRange, "Subscript out of range: one index for an array of " +
+                                                     std::to_string(dimensions()) + " dimensions."};
     return position(index, bounds(1));
 }
 

@@ -1,7 +1,10 @@
 #include <algorithm>
+#include <fcntl.h>
 #include <fstream>
 #include <string>
 #include <string_view>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <vector>
 
 #include "apps/child_process.h"
@@ -14,7 +17,7 @@ struct Exchange {
     std::size_t line = 0;
     std::string request;
     std::string answer;
-    bool prefix = false; ///< the answer begins so; the rest is the wording of another part
+    bool prefix = false; ///< only the beginning is compared: the rest is the library's own wording
 };
 
 /// Reads a file of lines "> request" and "< answer", or "<~ beginning of the answer"; "#" begins a comment.
@@ -35,10 +38,12 @@ std::vector<Exchange> readConversation(const std::string& name)
     return exchanges;
 }
 
-void hold(ChildProcess& host, const std::string& name, std::size_t atLeast)
+/// Sends the requests of a file and compares the answers.
+/// @param count  number of requests in the file, so that none is passed over
+void hold(ChildProcess& host, const std::string& name, std::size_t count)
 {
     const auto exchanges = readConversation(name);
-    ASSERT_GE(exchanges.size(), atLeast);
+    ASSERT_EQ(exchanges.size(), count);
     for (const Exchange& exchange : exchanges) {
         std::string answer = host.ask(exchange.request);
         if (exchange.prefix) answer.resize(std::min(answer.size(), exchange.answer.size()));
@@ -52,7 +57,7 @@ void hold(ChildProcess& host, const std::string& name, std::size_t atLeast)
 TEST(Call, ConversationWithoutDatabase)
 {
     ChildProcess host{{"call", "--locale", "de-AT"}};
-    hold(host, "values_and_objects.txt", 60);
+    hold(host, "values_and_objects.txt", 135);
 }
 
 TEST(Call, ConversationWithDatabase)
@@ -60,7 +65,7 @@ TEST(Call, ConversationWithDatabase)
     const ScratchFolder folder;
     const std::string file = makeDatabase(folder, 20);
     ChildProcess host{{"call", "--db", file, "--locale", "de-AT"}};
-    hold(host, "database.txt", 20);
+    hold(host, "database.txt", 41);
 }
 
 TEST(Call, FurtherConnectionsAreReachedByName)
@@ -178,6 +183,53 @@ TEST(Call, AnEmptyInputEndsWithStatus0)
     const Outcome outcome = run({"call"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.output, "");
+}
+
+TEST(Call, AnInputThatEndsInsideATransactionIsStatus1AndRolledBack)
+{
+    const ScratchFolder folder;
+    const std::string file = makeDatabase(folder, 5);
+    const std::string change = R"({"invoke":"db","name":"BeginTrans"})"
+                               "\n"
+                               R"({"exec":"DELETE FROM LOGS_RECH"})"
+                               "\n";
+    const Outcome open = run({"call", "--db", file}, change);
+    EXPECT_EQ(open.status, 1);
+    EXPECT_EQ(open.errors, "tamarok: the input ended inside an open transaction, which was rolled back\n");
+    const Outcome closed = run({"call", "--db", file}, change + R"({"invoke":"db","name":"RollbackTrans"})");
+    EXPECT_EQ(closed.status, 0) << closed.errors;
+    const Outcome count = run({"call", "--db", file}, R"({"query":"SELECT COUNT(*) AS N FROM LOGS_RECH"})");
+    EXPECT_NE(count.output.find("[[5]]"), std::string::npos) << count.output;
+}
+
+TEST(Call, AnInputThatCannotBeReadIsStatus1)
+{
+    const ScratchFolder folder;
+    SpawnActions actions;
+    actions.open(folder.path().string(), O_RDONLY, STDIN_FILENO); // a folder opens, but does not read
+    actions.open("/dev/null", O_WRONLY, STDERR_FILENO);
+    pid_t child = -1;
+    ASSERT_EQ(actions.spawn(child, {"call"}), 0);
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 1);
+}
+
+TEST(Call, AnObjectInAnAnswerKeepsItsNameUntilItIsDropped)
+{
+    const ScratchFolder folder;
+    const std::string file = makeDatabase(folder, 5);
+    ChildProcess host{{"call", "--db", file}};
+    host.ask(R"({"new":"ADODB.Recordset","as":"rs"})");
+    host.ask(R"({"invoke":"rs","name":"Open","args":["SELECT ID_LOG FROM LOGS",{"$ref":"db"}]})");
+    const std::string firstField = R"json({"get":"rs","name":"Fields(0)"})json";
+    const std::string named = R"({"result":{"$ref":"Field1"},"args":[],"messages":[],"sql":[]})";
+    EXPECT_EQ(host.ask(firstField), named);
+    EXPECT_EQ(host.ask(firstField), named);
+    host.ask(R"({"drop":"Field1"})");
+    const std::string gone = host.ask(R"({"get":"Field1","name":"Value"})");
+    EXPECT_NE(gone.find("there is no object named 'Field1'"), std::string::npos) << gone;
 }
 
 TEST(Call, AReaderThatGoesAwayEndsTheHostQuietly)

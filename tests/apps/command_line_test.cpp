@@ -18,6 +18,8 @@ TEST(CommandLine, HelpIsThereForTheProgramAndEachCommand)
                                                   {"list", "--help"},
                                                   {"sql", "--help"},
                                                   {"columns", "--help"},
+                                                  {"select", "--help"},
+                                                  {"volume", "--help"},
                                                   {"call", "--help"}}) {
         const Outcome outcome = run(words);
         EXPECT_EQ(outcome.status, 0) << words.front();

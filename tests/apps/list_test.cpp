@@ -57,7 +57,7 @@ TEST_F(Lists, BothDialectsGiveTheSameRows)
     const Outcome oracle = on(oracleWords);
     EXPECT_EQ(server.status, 0) << server.errors;
     EXPECT_EQ(oracle.status, 0) << oracle.errors;
-    EXPECT_GT(lines(server.output), 1U);
+    EXPECT_EQ(lines(server.output), 8U) << "header and 7 rows";
     EXPECT_EQ(server.output, oracle.output);
 }
 
@@ -118,15 +118,6 @@ TEST_F(Lists, ColumnsShowsEveryColumnOfTheLogList)
     EXPECT_EQ(lines(outcome.output), 578U);
     EXPECT_NE(outcome.output.find("\n36\tVolumen fm\tLOGS.KUBATUR\n"), std::string::npos);
     EXPECT_EQ(outcome.output.find("\n485\t"), std::string::npos);
-}
-
-TEST_F(Lists, TheDayShowsBothListsAndSharesThatAddUp)
-{
-    const Outcome outcome = on({"day"});
-    EXPECT_EQ(outcome.status, 0) << outcome.errors;
-    EXPECT_NE(outcome.output.find("1. "), std::string::npos);
-    EXPECT_NE(outcome.output.find("GROUP BY"), std::string::npos);
-    EXPECT_NE(outcome.output.find("shares 100,00 %"), std::string::npos) << outcome.output;
 }
 
 TEST_F(Lists, AClosedPipeEndsTheProgramQuietly)

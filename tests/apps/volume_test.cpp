@@ -260,23 +260,26 @@ TEST_F(VolumeTable, MemoryDoesNotGrowWithTheTable)
     const Screen large = runOnTerminal({"volume", "--csv", tableOf(3'000'000)}, result);
     EXPECT_EQ(small.status, 0);
     EXPECT_EQ(large.status, 0);
-    constexpr long margin = 4'096; // KiB; the table is 15 MB, its volumes 30 MB
-    EXPECT_LE(large.peakMemory, small.peakMemory + margin);
+    // A program that kept the table would need 15 MB more for it, and 30 MB with the volumes.
+    constexpr long halfOfTheTable = 3'000'000L * 5 / 2 / 1024; // KiB
+    EXPECT_LT(large.peakMemory - small.peakMemory, halfOfTheTable);
 }
 
-TEST(ProgressBar, TellsNoRateFromTooShortATime)
+TEST(ProgressBar, ShowsNoRateFromTooShortATime)
 {
-    constexpr std::int64_t logs = 2'000;
+    constexpr std::int64_t logs = 20'000; // enough for a rate on any machine
     const ScratchFolder folder;
     const Screen screen =
         runOnTerminal({"init", folder / "new.db", "--logs", std::to_string(logs), "--seed", "1"}, folder / "said.txt");
     EXPECT_EQ(screen.status, 0) << screen.text;
     EXPECT_NE(screen.text.find("] 100 %  Timber lists"), std::string::npos) << screen.text;
-    // Nothing is told of the first quarter of a second, so no rate exceeds four times the work.
+    // No rate is shown in the first quarter of a second, so none exceeds four times the work.
     const std::regex rate{R"((\d+)/s)"};
+    std::size_t rates = 0;
     for (std::sregex_iterator found{screen.text.begin(), screen.text.end(), rate}; found != std::sregex_iterator{};
-         ++found)
+         ++found, ++rates)
         EXPECT_LE(std::stoll((*found)[1]), 4 * logs) << screen.text;
+    EXPECT_GT(rates, 0U) << screen.text;
 }
 
 TEST_F(VolumeTable, HeadersThatCannotBe)
@@ -301,24 +304,6 @@ TEST_F(VolumeTable, FilesThatCannotBeRead)
         EXPECT_EQ(outcome.status, 1);
         EXPECT_NE(outcome.errors.find("cannot read " + file), std::string::npos) << outcome.errors;
     }
-}
-
-TEST(MeasuringDay, LeavesTheDatabaseAsItWas)
-{
-    const ScratchFolder folder;
-    const std::string database = makeDatabase(folder, 30);
-    std::string counts;
-    for (const char* query : {"SELECT COUNT(*) AS N FROM LOGS", "SELECT COUNT(*) AS N FROM LOGS_RECH",
-                              "SELECT COUNT(*) AS N FROM LOGS_HISTORY", "SELECT MAX(ID_LOG) AS N FROM LOGS"})
-        counts.append("{\"query\":\"").append(query).append("\"}\n");
-    const Outcome before = run({"call", "--db", database}, counts);
-    const Outcome day = run({"day", "--db", database});
-    EXPECT_EQ(day.status, 0) << day.errors;
-    EXPECT_NE(day.output.find("Ten logs measured"), std::string::npos);
-    EXPECT_NE(day.output.find("Archived: 10 lines"), std::string::npos) << day.output;
-    EXPECT_NE(before.output.find("[[30]]"), std::string::npos) << before.output;
-    EXPECT_EQ(run({"call", "--db", database}, counts).output, before.output);
-    EXPECT_EQ(run({"day", "--db", database}).output, day.output);
 }
 
 } // namespace

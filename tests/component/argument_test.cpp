@@ -148,11 +148,32 @@ TEST_F(Arguments, ByValueStayAsTheyWere)
     EXPECT_TRUE(value == Variant{"12"});
 }
 
-TEST_F(Arguments, AFailedOperationGivesItsArgumentsBack)
+TEST_F(Arguments, AFailedOperationHandsBackWhatItHadWritten)
 {
     Variant value{"text"};
     EXPECT_THROW(probe("changeThenFail", {&value, 1}), Error);
-    EXPECT_TRUE(value == Variant{"text"});
+    EXPECT_TRUE(value == Variant{"text!"});
+
+    std::vector<Variant> args{Variant{"1"}, VariantArray({Variant{"given"}}, 1), Variant{"third"}};
+    EXPECT_THROW(probe("changeOneThenFail", args), Error);
+    EXPECT_TRUE(args[0] == Variant{std::int16_t{7}});
+    EXPECT_TRUE(args[1] == Variant{VariantArray({Variant{"given"}, Variant{"added"}}, 1)}) << "with its lower bound";
+    EXPECT_TRUE(args[2] == Variant{"third"});
+}
+
+TEST_F(Arguments, AnArgumentThatDoesNotConvertLeavesAllAsGiven)
+{
+    std::vector<Variant> args{Variant{"1"}, VariantArray{{Variant{"given"}}}, Variant{Null{}}};
+    EXPECT_THROW(probe("changeOneThenFail", args), Error);
+    EXPECT_TRUE(args[0] == Variant{"1"});
+    EXPECT_TRUE(args[2] == Variant{Null{}});
+}
+
+TEST_F(Arguments, OnlyTheTableStatesWhatIsByReference)
+{
+    const OperationInfo& operation = requireOperation(test::probeClass, "readByReference", 2);
+    EXPECT_TRUE(operation.parameters()[0].byReference);
+    EXPECT_FALSE(operation.parameters()[1].byReference);
 }
 
 TEST_F(Arguments, TheRecordIsPassedByReference)

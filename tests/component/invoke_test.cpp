@@ -148,10 +148,23 @@ TEST(Invoke, APropertyIsChosenByTheNumberOfArguments)
     const OperationInfo& get = requireOperation(test::probeClass, "Caption", 0);
     EXPECT_EQ(put.kind, MemberKind::PropertyPut);
     EXPECT_EQ(get.kind, MemberKind::PropertyGet);
-    const auto instance = test::probeClass.make();
+    const ObjectRef instance = makeInstance(test::probeClass);
     Variant text{"title"};
-    EXPECT_TRUE(invoke(test::probeClass, put, instance.get(), {&text, 1}).isEmpty());
-    EXPECT_TRUE(invoke(test::probeClass, get, instance.get(), {}) == Variant{"title"});
+    EXPECT_TRUE(invoke(test::probeClass, put, *instance, {&text, 1}).isEmpty());
+    EXPECT_TRUE(invoke(test::probeClass, get, *instance, {}) == Variant{"title"});
+}
+
+TEST(Invoke, AnInstanceOfAnotherClassIsError13)
+{
+    const ObjectRef other = makeInstance("Comm_CSel");
+    Variant text{"a"};
+    try {
+        invoke(test::probeClass, requireOperation(test::probeClass, "text", 1), *other, {&text, 1});
+        FAIL();
+    } catch (const Error& error) {
+        EXPECT_EQ(error.number, errors::typeMismatch);
+        EXPECT_NE(error.description.find("Comm_CSel"), std::string::npos) << error.description;
+    }
 }
 
 } // namespace

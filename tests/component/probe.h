@@ -38,6 +38,16 @@ public:
         value += "!";
         throw Error{errors::invalidArgument, "refused"};
     }
+    void changeOneThenFail(std::int16_t& first, std::vector<std::string>& second, std::string& third) const
+    {
+        first = 7;
+        second.emplace_back("added");
+        throw Error{errors::invalidArgument, "refused before " + third};
+    }
+    std::int32_t readByReference(const std::string& marked, const std::string& plain) const
+    {
+        return static_cast<std::int32_t>(marked.size() + plain.size());
+    }
 
     std::string optional(std::string_view first, std::string_view second, bool third) const
     {
@@ -65,33 +75,35 @@ inline constexpr std::array probeOperations{
     operation<&Probe::text>(6, "text", "value", "."),
     operation<&Probe::any>(7, "any", "value", "."),
     operation<&Probe::count>(8, "count", "values", "."),
-    operation<&Probe::typeOf>(9, "typeOf", "object", "."),
+    operation<&Probe::typeOf>(9, "typeOf", "&object", "."),
     operation<&Probe::isConnected>(10, "isConnected", "connection", "."),
-    operation<&Probe::customer>(11, "customer", "session", "."),
-    operation<&Probe::changeBoolean>(12, "changeBoolean", "value", "."),
-    operation<&Probe::changeInteger>(13, "changeInteger", "value", "."),
-    operation<&Probe::changeLong>(14, "changeLong", "value", "."),
-    operation<&Probe::changeDouble>(15, "changeDouble", "value", "."),
-    operation<&Probe::changeDate>(16, "changeDate", "value", "."),
-    operation<&Probe::changeText>(17, "changeText", "value", "."),
-    operation<&Probe::changeAny>(18, "changeAny", "value", "."),
-    operation<&Probe::changeThenFail>(19, "changeThenFail", "value", "."),
+    operation<&Probe::customer>(11, "customer", "&session", "."),
+    operation<&Probe::changeBoolean>(12, "changeBoolean", "&value", "."),
+    operation<&Probe::changeInteger>(13, "changeInteger", "&value", "."),
+    operation<&Probe::changeLong>(14, "changeLong", "&value", "."),
+    operation<&Probe::changeDouble>(15, "changeDouble", "&value", "."),
+    operation<&Probe::changeDate>(16, "changeDate", "&value", "."),
+    operation<&Probe::changeText>(17, "changeText", "&value", "."),
+    operation<&Probe::changeAny>(18, "changeAny", "&value", "."),
+    operation<&Probe::changeThenFail>(19, "changeThenFail", "&value", "."),
     operation<&Probe::optional>(20, "optional", "first, [second], [third]", "."),
     operation<&Probe::optionalAny>(21, "optionalAny", "[value]", "."),
-    operation<&Probe::optionalChange>(22, "optionalChange", "[value]", "."),
+    operation<&Probe::optionalChange>(22, "optionalChange", "[&value]", "."),
     operation<static_cast<void (Probe::*)(std::string_view)>(&Probe::caption)>(23, "caption", "value", ".", MemberKind::PropertyPut),
     operation<static_cast<std::string (Probe::*)() const>(&Probe::caption)>(24, "caption", "", ".", MemberKind::PropertyGet),
     operation<&Probe::twice>(25, "twice", "value", "."),
+    operation<&Probe::changeOneThenFail>(26, "changeOneThenFail", "&first, &second, &third", "."),
+    operation<&Probe::readByReference>(27, "readByReference", "&marked, plain", "."),
 };
 // clang-format on
+static_assert(slotsAscend(probeOperations));
 
 inline constexpr ClassInfo probeClass{"Probe", "Probe of the binder.", probeOperations, makeClass<Probe>};
 
-/// Calls an operation of a fresh probe.
+/// Calls an operation of a new probe.
 inline Variant probe(std::string_view name, std::span<Variant> args)
 {
-    const auto instance = probeClass.make();
-    return invoke(probeClass, requireOperation(probeClass, name, args.size()), instance.get(), args);
+    return invoke(probeClass, requireOperation(probeClass, name, args.size()), *makeInstance(probeClass), args);
 }
 
 inline Variant probe(std::string_view name, Variant arg)

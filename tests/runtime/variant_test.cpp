@@ -127,5 +127,25 @@ TEST(VariantArray, ElementsMustFillTheBounds)
     EXPECT_EQ(errorNumber([] { VariantArray({0, -3}, {0, -3}, std::vector<Variant>(4)); }), errors::invalidArgument);
 }
 
+TEST(VariantArray, HasAnyNumberOfDimensions)
+{
+    std::vector<Variant> elements;
+    for (std::int32_t value = 0; value < 24; ++value)
+        elements.emplace_back(value);
+    const VariantArray array{std::vector<VariantArray::Bounds>{{1, 2}, {-1, 1}, {5, 8}}, elements};
+    EXPECT_EQ(array.dimensions(), 3);
+    EXPECT_EQ(array.bounds(3), (VariantArray::Bounds{5, 8}));
+    EXPECT_TRUE(array == (VariantArray{std::vector<VariantArray::Bounds>{{1, 2}, {-1, 1}, {5, 8}}, elements}));
+    EXPECT_FALSE(array == (VariantArray{std::vector<VariantArray::Bounds>{{1, 2}, {-1, 1}, {4, 7}}, elements}));
+    EXPECT_THROW(static_cast<void>(array.bounds(4)), Error);
+    EXPECT_THROW(static_cast<void>(array.at(1)), Error);
+    EXPECT_THROW(static_cast<void>(array.at(1, 1)), Error);
+    using Bounds = std::vector<VariantArray::Bounds>;
+    EXPECT_THROW((VariantArray{Bounds{{0, 1}, {0, 1}, {0, 1}}, elements}), Error) << "too many elements";
+    EXPECT_THROW((VariantArray{Bounds{{0, 1}, {0, -2}}, {}}), Error) << "a negative extent";
+    EXPECT_THROW((VariantArray{Bounds{}, {}}), Error) << "no dimension";
+    EXPECT_EQ((VariantArray{Bounds{{0, 3}, {0, -1}}, {}}).elements().size(), 0U);
+}
+
 } // namespace
 } // namespace tamarok

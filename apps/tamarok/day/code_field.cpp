@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "day/steps.h"
-#include "list_printer.h"
+#include "print/list_printer.h"
 
 #include "tamarok/comm_set.h"
 
@@ -11,7 +11,7 @@ namespace tamarok::cli::day {
 
 namespace {
 
-/// What a lookup grid shows when the user opens the field.
+/// Prints the rows that a lookup grid offers when the user opens the field.
 void offer(const Context& context, std::string_view key, std::string_view fields)
 {
     const std::string statement = Comm_Set{}.CreateSQL(context.session, key, fields);
@@ -26,7 +26,7 @@ void offer(const Context& context, std::string_view key, std::string_view fields
     context.output.write("\n");
 }
 
-/// What leaving the field finds of a typed code: a row means that it is valid.
+/// Checks a typed code as leaving the field does: a row means that the code is valid.
 void check(const Context& context, std::string_view key, std::string_view assortment, std::string_view code)
 {
     const std::string fields = std::string{assortment}.append("\t").append(code);

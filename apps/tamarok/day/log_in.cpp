@@ -5,7 +5,7 @@
 
 #include "day/steps.h"
 #include "day/workstation.h"
-#include "list_printer.h"
+#include "print/list_printer.h"
 
 #include "tamarok/comm_lock.h"
 #include "tamarok/comm_sql.h"
@@ -26,7 +26,7 @@ constexpr std::array nodes{
     Node{"1ACL", "Rights of the organisation"},         Node{"TMK24", "Settings"},
 };
 
-/// What a user's navigation shows of some nodes, and in which of them he may write.
+/// Prints which of the nodes a user sees in the navigation, and in which of them the user may write.
 void showNavigation(const Context& context, const TmkVar& session)
 {
     const Comm_Lock rights;
@@ -57,7 +57,8 @@ void logInAs(const Context& context, const Account& account)
 
 } // namespace
 
-/// A ranger, and the head of an office who stands in for two colleagues that lend her their rights.
+/// Two users log in: a ranger, and the head of an office who is the deputy of two colleagues and has
+/// their rights too.
 void showLogIn(const Context& context)
 {
     logInAs(context, ranger);

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "day/steps.h"
-#include "list_printer.h"
+#include "print/list_printer.h"
 
 #include "tamarok/ado.h"
 #include "tamarok/comm_csel.h"
@@ -22,8 +22,8 @@ constexpr std::string_view list = "TAGESLISTE";
 constexpr std::int16_t measureKind = 1;
 constexpr std::int16_t volumePlaces = 3;
 
-/// A log as it is called out to the person at the keyboard: keys of the master data, and what is pressed
-/// in the two number boxes, slips included.
+/// A log as it is called out to the person at the keyboard: codes of the master data, and the keys that
+/// are pressed in the two number boxes, typing errors included.
 struct CalledLog {
     std::string_view species;
     std::string_view assortment;
@@ -41,7 +41,7 @@ constexpr std::array calledLogs{
     CalledLog{"EI", "FU", "A", "MR", "72,5", "3,4"},  CalledLog{"FI", "IF", "C", "OR", "18", "2"},
 };
 
-/// What the operations make of it, as the boxes of the form show it.
+/// The measured log as the boxes of the form show it.
 struct MeasuredLog {
     std::string diameter;
     std::string length;
@@ -52,45 +52,45 @@ struct MeasuredLog {
     double dryFactor = 0;
 };
 
-/// Undoes everything that was written while it lived.
-class UndoneAtTheEnd {
+/// Rolls back, at its end, everything that the connection wrote during its lifetime.
+class RollbackScope {
 public:
-    explicit UndoneAtTheEnd(const ado::ConnectionRef& connection) : connection_{connection}
+    explicit RollbackScope(const ado::ConnectionRef& connection) : connection_{connection}
     {
         connection_->BeginTrans();
     }
-    ~UndoneAtTheEnd()
+    ~RollbackScope()
     {
         try {
             connection_->RollbackTrans();
         } catch (const std::exception&) {
-            // A connection that has failed has undone it already.
+            // A connection that has failed has rolled back already.
         }
     }
-    UndoneAtTheEnd(const UndoneAtTheEnd&) = delete;
-    UndoneAtTheEnd& operator=(const UndoneAtTheEnd&) = delete;
+    RollbackScope(const RollbackScope&) = delete;
+    RollbackScope& operator=(const RollbackScope&) = delete;
 
 private:
     ado::ConnectionRef connection_;
 };
 
-/// What a number box lets through of the keys.
-std::string filtered(std::string_view keys, const std::string& format)
+/// The text of a number box after the keys were pressed in it; its filter refuses some of them.
+std::string typedNumber(std::string_view keys, const std::string& format)
 {
     controls::TextBox box;
     controls::typeText(box, keys, [&](std::int16_t& key) { Comm_Get{}.OnlyNumbersKeyPress(key, box, format); });
     return box.text();
 }
 
-MeasuredLog measured(const CalledLog& log, const TmkVar& session)
+MeasuredLog measureLog(const CalledLog& log, const TmkVar& session)
 {
     const Comm_Get get;
     const Comm_Set set;
     const auto& connection = session.db_ADO;
     const Regional& regional = Platform::current().regional;
     MeasuredLog result;
-    result.diameter = filtered(log.diameterKeys, "000.00");
-    result.length = filtered(log.lengthKeys, "00.00");
+    result.diameter = typedNumber(log.diameterKeys, "000.00");
+    result.length = typedNumber(log.lengthKeys, "00.00");
     const bool computesBark = get.GetCalculationRinden(log.barkKey, connection);
     const std::string_view mode = computesBark ? "cm" : "";
     result.bark = set.CalculateRinde(session, "0", log.species, mode, result.diameter, computesBark, "0", "");
@@ -109,7 +109,7 @@ MeasuredLog measured(const CalledLog& log, const TmkVar& session)
     return result;
 }
 
-/// Stores a line of one piece, measured in cubic metres, with its row of invoices.
+/// Inserts a line of one piece, measured in cubic metres, and its row of settlements.
 void store(const CalledLog& log, const MeasuredLog& line, ado::Connection& connection)
 {
     const Regional& regional = Platform::current().regional;
@@ -136,7 +136,7 @@ void printMeasuring(const Context& context)
                                        {"Species", "Assortment", "Keys", "Diameter cm", "Keys", "Length m", "Bark cm",
                                         "Class", "Volume m³", "Factor rm", "Factor t"});
     for (const CalledLog& log : calledLogs) {
-        const MeasuredLog line = measured(log, context.session);
+        const MeasuredLog line = measureLog(log, context.session);
         store(log, line, ado::require(context.session.db_ADO));
         table->row({log.species, log.assortment, log.diameterKeys, line.diameter, log.lengthKeys, line.length,
                     line.bark, line.strengthClass, line.volume, line.stackedFactor, line.dryFactor});
@@ -144,7 +144,8 @@ void printMeasuring(const Context& context)
     table->finish();
 }
 
-/// The stored lines with their quantity in stacked metres, dry tons and pieces, and their volume class.
+/// Prints the stored lines with their quantity in stacked cubic metres, dry tons and pieces, and their
+/// volume class.
 void printQuantities(const Context& context)
 {
     const auto quantity = [&](const char* unit) {
@@ -165,13 +166,13 @@ void printQuantities(const Context& context)
 
 } // namespace
 
-/// Ten logs are called out and measured line by line; then the list is classed and archived. At the end
-/// everything is undone, so that the day can be shown again.
+/// Measures ten logs line by line, then sets the volume classes of the list and archives it. At the end
+/// everything is rolled back, so that the day can be shown again.
 void measureLogs(const Context& context)
 {
     const Comm_Set set;
     const auto& connection = context.session.db_ADO;
-    const UndoneAtTheEnd undone{connection};
+    const RollbackScope rollback{connection};
     printMeasuring(context);
     const std::string ofList = "LISTE = '" + std::string{list} + "'";
     set.CalculateKubaturKlasse(connection, "SELECT ID_LOG FROM LOGS WHERE " + ofList, false);

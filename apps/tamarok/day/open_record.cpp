@@ -4,15 +4,15 @@
 #include "day/second_process.h"
 #include "day/steps.h"
 #include "day/workstation.h"
-#include "tamarok_embedded/connection_text.h"
 
 #include "tamarok/ado.h"
+#include "tamarok/connection_text.h"
 
 namespace tamarok::cli::day {
 
 namespace {
 
-/// The timber list that both want to open, "" where the database has none.
+/// The timber list that both users open; empty where the database has none.
 std::string someList(const TmkVar& session)
 {
     ado::Recordset lists;
@@ -20,7 +20,7 @@ std::string someList(const TmkVar& session)
     return lists.AtEOF() ? std::string{} : lists.Fields().Item(0).Value().asString();
 }
 
-/// The second workstation logs in and opens the list; false where it is refused.
+/// Logs in at the second workstation and opens the list there; false where that is refused.
 bool openElsewhere(SecondProcess& elsewhere, const std::string& file, const std::string& key)
 {
     using nlohmann::json;
@@ -37,8 +37,8 @@ bool openElsewhere(SecondProcess& elsewhere, const std::string& file, const std:
 
 } // namespace
 
-/// A record that another process has open is refused with its user's name; when that process has died,
-/// the record is granted.
+/// Opens a record that another process has open: the lock is refused with the name of its user. When that
+/// process has died, the lock is granted.
 void showOpenRecord(const Context& context)
 {
     Output& output = context.output;
@@ -48,7 +48,7 @@ void showOpenRecord(const Context& context)
         return;
     }
     const std::string key = "'" + list + "'";
-    const std::string file = embedded::parseConnectionText(context.session.strConnection).file;
+    const std::string file = ado::connectionProperty(context.session.strConnection, "Data Source").value_or("");
     SecondProcess elsewhere{file};
     if (!openElsewhere(elsewhere, file, key)) {
         output.write("HUBER works at another workstation of this database already.\n");
@@ -60,7 +60,7 @@ void showOpenRecord(const Context& context)
         output.write(station.message() + "\n");
         return;
     }
-    output.write("EDER opens the same list; whether HUBER's session is alive shows within 5 seconds ...\n\n");
+    output.write("EDER opens the same list. The check whether HUBER's session is alive takes up to 5 seconds.\n\n");
     output.flush();
     const bool first = station.lockOn("LISTE", key);
     output.write("    " + (first ? std::string{"granted"} : station.message()) + "\n\n");

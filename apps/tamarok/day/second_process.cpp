@@ -35,6 +35,8 @@ void closeOnce(int& descriptor) noexcept
 
 } // namespace
 
+/// Starts the program with its standard input and output tied to two pipes. Both ends are closed on
+/// execution, so that the child keeps only the two that become its streams.
 SecondProcess::SecondProcess(const std::string& databaseFile)
 {
     std::array<int, 2> in{-1, -1};

@@ -5,8 +5,8 @@
 
 namespace tamarok::cli::day {
 
-/// This program once more, as `tamarok call` on a database file: a workstation in a process of its
-/// own. It ends, as by a crash, with the object.
+/// A workstation in a process of its own: this program as `tamarok call` on a database file. The
+/// destructor kills it, as a crash would.
 class SecondProcess {
 public:
     explicit SecondProcess(const std::string& databaseFile);
@@ -15,7 +15,7 @@ public:
     SecondProcess& operator=(const SecondProcess&) = delete;
 
     /// Sends one request of the call host. @return whether the result is true
-    /// Errors: 57 where the process does not answer or answers with an error.
+    /// Error 57 where the process does not answer or answers with an error.
     bool ask(const std::string& request);
 
     /// Kills it and waits until it has gone.

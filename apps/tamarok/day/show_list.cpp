@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "column_headers.h"
-#include "list_printer.h"
+#include "list/column_headers.h"
+#include "print/list_printer.h"
 
 #include "tamarok/ado.h"
 #include "tamarok/comm_conv.h"
@@ -14,7 +14,7 @@ namespace tamarok::cli::day {
 
 namespace {
 
-/// Passes rows on and sums some of their columns.
+/// Prints rows by another printer and sums some of their columns.
 class SummingPrinter final : public ListPrinter {
 public:
     SummingPrinter(ListPrinter& target, const std::vector<std::size_t>& columns) :

@@ -3,7 +3,7 @@
 #include <span>
 #include <string_view>
 
-#include "output.h"
+#include "print/output.h"
 
 #include "tamarok/tmkvar.h"
 
@@ -20,7 +20,7 @@ struct Step {
     void (*run)(const Context&);
 };
 
-/// In the order of the day.
+/// All steps, in the order of the day.
 std::span<const Step> steps() noexcept;
 
 void showLogIn(const Context& context);

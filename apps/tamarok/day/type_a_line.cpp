@@ -24,7 +24,7 @@ constexpr std::string_view thousandsMark = ".";
 
 enum class Filter { Number, Date, None };
 
-/// A box of the entry form: what it is called, what is pressed in it, and how it filters that.
+/// A box of the entry form: its label, the keys pressed in it, and the filter that they pass.
 struct EntryBox {
     std::string_view label;
     std::string_view keys;
@@ -32,7 +32,7 @@ struct EntryBox {
     std::string_view format; ///< number pattern
 };
 
-/// The boxes of the line, in the order of the form. One key of each filtered box is a slip.
+/// The boxes of the line, in the order of the form. One key of each filtered box is a typing error.
 constexpr std::array entryBoxes{
     EntryBox{"Length in m", "4,x5", Filter::Number, "00.00"},
     EntryBox{"Diameter in cm", "32-", Filter::Number, "000"},
@@ -40,7 +40,7 @@ constexpr std::array entryBoxes{
     EntryBox{"Remark", "Weg d'Or", Filter::None, ""},
 };
 
-/// Prints the statements that a connection is sent, as long as it lives.
+/// Prints, during its lifetime, the statements that a connection sends.
 class StatementPrinter {
 public:
     StatementPrinter(const ado::ConnectionRef& connection, Output& output) : connection_{connection}
@@ -56,7 +56,7 @@ private:
     ado::ConnectionRef connection_;
 };
 
-/// The thread with German settings and everything else as it was.
+/// The thread's platform with German regional settings.
 Platform germanPlatform()
 {
     Platform platform = Platform::current();
@@ -70,7 +70,8 @@ std::string padded(std::string_view label)
     return std::string{label} + std::string(width - std::min(width, text::length(label)), ' ');
 }
 
-/// Presses the keys one by one and prints the box after each, and after the box was left.
+/// Presses the keys one by one and prints the text of the box after each, and after the box was left.
+/// Returns that text.
 std::string typeInto(const EntryBox& entry, Output& output)
 {
     const Comm_Get get;
@@ -123,7 +124,7 @@ void saveLine(const Line& line, const TmkVar& session, std::string_view where)
     set.Set_Text("FREI1", line.remark, table, where, session.db_ADO);
 }
 
-/// The line as the readers give it; Null is an empty box.
+/// Reads the line back by the value readers; Null becomes an empty text.
 Line readLine(const TmkVar& session, std::string_view where)
 {
     const Comm_Get get;
@@ -139,7 +140,7 @@ void printLine(const Line& line, Output& output)
                  "\n  " + padded("Date") + line.date + "\n  " + padded("Remark") + line.remark + "\n");
 }
 
-/// Types, saves and reads one line; the caller puts the old one back.
+/// Types, saves and reads one line. The caller restores the old one.
 void workOnLine(const Context& context, std::string_view where)
 {
     context.output.write("Each key and what the box holds after it:\n");
@@ -154,8 +155,8 @@ void workOnLine(const Context& context, std::string_view where)
 
 } // namespace
 
-/// A measured line is typed key by key under German settings, saved, read back, and then put back as it
-/// was, so that the day can be shown again.
+/// Types a measured line key by key under German settings, saves it and reads it back. The old values are
+/// then restored, so that the day can be shown again.
 void typeALine(const Context& context)
 {
     const PlatformScope german{germanPlatform()};

@@ -1,6 +1,6 @@
 #include "day/workstation.h"
 
-#include "tamarok_embedded/connect.h"
+#include "connections.h"
 
 #include "tamarok/comm_lock.h"
 #include "tamarok/error.h"
@@ -15,7 +15,7 @@ Platform Workstation::quietPlatform(const std::shared_ptr<RecordingMessageBox>& 
 }
 
 Workstation::Workstation(const TmkVar& base, const Account& account) :
-    session_{base}, dbLock_{embedded::connectText(base.strConnection)}, scope_{quietPlatform(messages_)}
+    session_{base}, dbLock_{openConnection(base.strConnection)}, scope_{quietPlatform(messages_)}
 {
     session_.bolLan = true;
     session_.ID_User = account.user;
@@ -30,7 +30,7 @@ Workstation::~Workstation()
         locks.LockOff("", "", session_);
         locks.LogOut(rsLock_, "True");
     } catch (const Error&) {
-        // A destructor cannot tell it; what is left is a dead session, which the next login clears.
+        // A destructor cannot report it. What remains is a dead session, which the next login removes.
     }
 }
 

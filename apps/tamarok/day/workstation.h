@@ -12,7 +12,7 @@
 
 namespace tamarok::cli::day {
 
-/// A user of the reference data and the level in which he works.
+/// A user of the reference data and the id of the access level in which the user works.
 struct Account {
     std::int32_t user;
     std::int32_t level;
@@ -22,8 +22,8 @@ inline constexpr Account officeHead{3, 3}; ///< STEINER, deputy of HUBER, GRUBER
 inline constexpr Account ranger{9, 18};    ///< EDER
 inline constexpr Account colleague{2, 2};  ///< HUBER
 
-/// A workstation in multi-user operation, with the second connection that keeps its session row. Logs
-/// out and releases what it locked when it ends, so that the database is left as it was.
+/// A workstation in multi-user operation, with the second connection that keeps its session row. The
+/// destructor releases its locks and logs out, so that the database is left as it was.
 class Workstation {
 public:
     Workstation(const TmkVar& base, const Account& account);
@@ -31,9 +31,11 @@ public:
     Workstation(const Workstation&) = delete;
     Workstation& operator=(const Workstation&) = delete;
 
+    /// Starts the session; false where it is refused.
     bool logIn();
+    /// Locks an object; false where another session has locked it.
     bool lockOn(const std::string& column, const std::string& key);
-    /// What the last refusal showed to the user, "" for none.
+    /// The messages shown since the last call, such as the reason of a refusal; empty for none.
     std::string message();
     const TmkVar& session() const noexcept { return session_; }
 

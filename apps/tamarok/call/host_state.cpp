@@ -1,0 +1,58 @@
+#include "call/host_state.h"
+
+#include "session.h"
+
+#include "tamarok/component.h"
+#include "tamarok/error.h"
+
+namespace tamarok::cli {
+
+namespace {
+
+Platform hostPlatform(std::string_view locale, const std::shared_ptr<RecordingMessageBox>& messages)
+{
+    Platform platform = commandPlatform(locale);
+    platform.messageBox = messages;
+    return platform;
+}
+
+/// Rolls back the transaction of a connection; false where it has none.
+bool rollBack(ado::Connection& connection)
+{
+    if (connection.State() == ado::ObjectState::Closed) return false;
+    try {
+        connection.RollbackTrans();
+        return true;
+    } catch (const Error&) {
+        return false; // The back end refuses it where no transaction is open.
+    }
+}
+
+} // namespace
+
+HostState::HostState(const ado::ConnectionRef& connection, std::string_view locale) :
+    scope{hostPlatform(locale, messages)}, systemClock{scope.platform().clock}, session{commandSession(connection)}
+{
+    names.keep("TmkVar", component::makeRecordObject(session));
+    names.keep("db", nullptr);
+    if (connection) addConnection("db", connection);
+}
+
+void HostState::addConnection(std::string_view name, const ado::ConnectionRef& connection)
+{
+    names.keep(name, connection);
+    connections_.emplace_back(connection);
+    connection->listen([this](std::string_view statement) { sql.emplace_back(statement); });
+}
+
+bool HostState::rollBackOpenTransactions()
+{
+    bool found = false;
+    for (const std::weak_ptr<ado::Connection>& known : connections_) {
+        const ado::ConnectionRef connection = known.lock();
+        if (connection && rollBack(*connection)) found = true;
+    }
+    return found;
+}
+
+} // namespace tamarok::cli

@@ -1,0 +1,64 @@
+#include "call/object_makers.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <vector>
+
+#include "tamarok/ado.h"
+#include "tamarok/component.h"
+#include "tamarok/controls.h"
+#include "tamarok/error.h"
+#include "tamarok/text.h"
+
+namespace tamarok::cli {
+
+namespace {
+
+constexpr std::int32_t cannotCreateObject = 429;
+
+struct Maker {
+    std::string_view typeName;
+    ObjectRef (*make)();
+};
+
+template <class T>
+ObjectRef makeAs()
+{
+    return std::make_shared<T>();
+}
+
+/// Types that are neither a control nor a class of the library.
+constexpr std::array makers{
+    Maker{"ADODB.Command", makeAs<ado::Command>},
+    Maker{"ADODB.Recordset", makeAs<ado::Recordset>},
+};
+
+std::string knownNames()
+{
+    std::vector<std::string_view> names;
+    for (const Maker& maker : makers)
+        names.push_back(maker.typeName);
+    for (const std::string_view control : controls::knownTypes())
+        names.push_back(control);
+    for (const component::ClassInfo& classInfo : component::classes())
+        names.push_back(classInfo.name);
+    std::string list;
+    for (const std::string_view name : names)
+        list += (list.empty() ? "" : ", ") + std::string{name};
+    return list;
+}
+
+} // namespace
+
+ObjectRef makeObject(std::string_view typeName)
+{
+    const auto sameName = [&](std::string_view known) { return text::equalsNoCase(known, typeName); };
+    const auto maker = std::ranges::find_if(makers, sameName, &Maker::typeName);
+    if (maker != makers.end()) return maker->make();
+    if (std::ranges::any_of(controls::knownTypes(), sameName)) return controls::make(typeName);
+    if (component::findClass(typeName) != nullptr) return component::makeInstance(typeName);
+    throw Error{cannotCreateObject, "there is no type '" + std::string{typeName} + "'; known are " + knownNames()};
+}
+
+} // namespace tamarok::cli

@@ -1,0 +1,77 @@
+#include "call/request.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <set>
+#include <string>
+
+#include "call/request_actions.h"
+#include "call/request_fields.h"
+#include "call/request_settings.h"
+
+namespace tamarok::cli {
+
+namespace {
+
+/// Members that wait for the dialogs. They are refused rather than ignored, so that no script takes a
+/// call for one that answered a dialog.
+void refuseDialogs(const Json& request)
+{
+    for (const std::string_view key : {"dialog", "map"}) {
+        if (findMember(request, key) != nullptr) {
+            refuse("\"" + std::string{key} + "\" is not supported: this program has no dialogs yet");
+        }
+    }
+}
+
+/// The one action of a request, or nullptr where it has none.
+const Action* findAction(const Json& request)
+{
+    const Action* chosen = nullptr;
+    for (const Action& action : actions()) {
+        if (findMember(request, action.key) == nullptr) continue;
+        if (chosen != nullptr) {
+            refuse("a request has one action, not both \"" + std::string{chosen->key} + "\" and \"" +
+                   std::string{action.key} + "\"");
+        }
+        chosen = &action;
+    }
+    return chosen;
+}
+
+bool belongsTo(const Action& action, const std::string& key)
+{
+    // An unused place among the companions is an empty text, which is no member's name.
+    return key == action.key || (!key.empty() && std::ranges::find(action.companions, key) != action.companions.end());
+}
+
+/// Every member must be known, belong to the action, and stand once.
+void checkMembers(const Json& request, const Action* action)
+{
+    std::set<std::string_view> seen;
+    for (const auto& item : request.items()) {
+        const std::string& key = item.key();
+        if (!seen.insert(key).second) refuse("the member \"" + key + "\" stands twice");
+        if (key == "id" || isSetting(key)) continue;
+        if (action != nullptr && belongsTo(*action, key)) continue;
+        refuse("unknown member \"" + key + "\"" +
+               (action == nullptr ? "" : " of a request \"" + std::string{action->key} + "\""));
+    }
+}
+
+} // namespace
+
+Json carryOut(HostState& state, const Json& request, Json& args)
+{
+    refuseDialogs(request);
+    const Action* action = findAction(request);
+    checkMembers(request, action);
+    if (action == nullptr && !hasSetting(request)) {
+        refuse("the request asks for nothing; known are class, session, regional, now, answers, new, get, put, "
+               "invoke, connect, exec, query, drop, describe");
+    }
+    applySettings(state, request);
+    return action == nullptr ? Json{} : action->run(state, request, args);
+}
+
+} // namespace tamarok::cli

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string_view>
+
+#include "call/json.h"
+
+namespace tamarok::cli {
+
+struct HostState;
+
+/// Whether `key` names a setting: session, regional, now, answers.
+bool isSetting(std::string_view key) noexcept;
+
+/// Whether a request contains a setting.
+bool hasSetting(const Json& request);
+
+/// Applies the settings of a request: all of them, or none where one is refused.
+/// Errors: 5 for a setting of another form or an unknown name in it; 6, 13 and 94 for a session field
+/// whose value does not convert.
+void applySettings(HostState& state, const Json& request);
+
+} // namespace tamarok::cli

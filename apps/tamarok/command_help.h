@@ -1,0 +1,96 @@
+#pragma once
+
+/// Help texts of the commands. The first paragraph also stands in the program's own help.
+namespace tamarok::cli::help {
+
+inline constexpr const char* program = R"(Lists, options and operations of the timber database on the command line.
+
+Examples:
+  tamarok init demo.db --logs 10000 --seed 1
+  tamarok day --db demo.db
+  tamarok list LOG 1 23 32 36 --limit 20 --db demo.db
+  tamarok list LOG 23 36 203 --group --order 23 --locale de-AT --db demo.db
+  echo '{"class":"C_Version","op":"DLL_Version"}' | tamarok call
+
+Exit status: 0 done, 1 failed, 2 wrong usage. Errors come as one line on standard error.)";
+
+inline constexpr const char* init =
+    R"(Makes an embedded database with the schema, master data, texts and a reproducible set of logs.
+
+The same number of logs and the same seed give the same data. The file appears only when it is
+complete: an interrupted run leaves nothing under its name.
+
+Example:
+  tamarok init demo.db --logs 1000000 --seed 7)";
+
+inline constexpr const char* list = R"(Composes a list of numbered columns, runs it and prints it.
+
+The statement is made by the library's own operations: FROM and its joins, the SELECT list, and with
+--group the GROUP BY list, where measures are summed and averages weighted. 'tamarok columns TYPE'
+shows the numbers.
+
+Examples:
+  tamarok list LOG 1 2 23 36 --where "LOGS.KUBATUR > 2" --order 1 --limit 20
+  tamarok list LOG 23 32 36 203 280 319 320 --group --order 23 --order 32
+  tamarok list LOG 1 36 --format csv > logs.csv)";
+
+inline constexpr const char* sql = R"(Prints the statement that 'tamarok list' would run with the same arguments.
+
+Example:
+  tamarok sql LOG 23 36 203 --group --oracle)";
+
+inline constexpr const char* columns =
+    R"(Prints id, label and SQL expression of every column of a list type, divided by tabs.
+
+Example:
+  tamarok columns LOG | grep KUBATUR)";
+
+inline constexpr const char* select =
+    R"(Prints the statement of a base selection, or with --run its rows. Without a key it lists all keys.
+
+A key ending in _GRID lists the rows of a code field, one ending in _VALID checks a typed code. The
+fields are the values that the selection reads: mostly the code, a master key or a whole condition.
+
+Examples:
+  tamarok select HOLZART_GRID --run --db demo.db
+  tamarok select GUETEKLASSE_HS_LOGS_VALID BL c --run --db demo.db
+  tamarok select FARBE_VALID rt --oracle)";
+
+inline constexpr const char* day =
+    R"(Shows a working day on a database: the calls that the forms of the application make, the statements
+that the library composes for them, and the lists that result.
+
+Example:
+  tamarok init demo.db --logs 5000 && tamarok day --db demo.db)";
+
+inline constexpr const char* call =
+    R"(Reads requests from standard input, one JSON object a line, and answers each with one on one line.
+
+Requests: class, op and args call an operation; session, regional, now and answers change settings;
+new, get, put, invoke and drop work on objects; connect, exec and query on connections; describe lists
+all classes. Without --db there is no connection, and an operation that needs one fails with error 91.
+The exit status is 1 where the input could not be read or ended inside an open transaction.
+
+The session record starts with user 1, language GERMAN, date format DD.MM.YYYY, the period 1900-01-01
+to 2050-12-31, single-user operation, no customer key and SQL Server text; "session" changes it.
+
+Examples:
+  echo '{"class":"Comm_CSel","op":"GetColumn","args":[36,"R",{"$ref":"TmkVar"}]}' | tamarok call --db demo.db
+  echo '{"query":"SELECT COUNT(*) AS N FROM LOGS"}' | tamarok call --db demo.db
+  echo '{"describe":true}' | tamarok call)";
+
+inline constexpr const char* volume =
+    R"(Measures round timber: a log of a diameter in centimetres and a length in metres, or a table of logs.
+
+A table has a header line with the columns d, l, and if wanted pieces, bark and mode (or durchmesser,
+laenge, stueck or stk, rinde, modus) in any order and case; other columns are kept. Fields are separated by
+commas or semicolons. Numbers have a decimal comma or point without grouping, in options too. Every line
+is printed with its volume in cubic metres in a last column. A line that cannot be measured is reported on
+standard error and left out, and then the exit status is 1. Options replace missing columns and fields.
+
+Examples:
+  tamarok volume --d 30 --l 5 --pieces 10
+  tamarok volume --d 32,5 --l 4,1 --bark 1,2 --mode cm --places 3 --locale de-AT
+  tamarok volume --csv logs.csv > volumes.csv)";
+
+} // namespace tamarok::cli::help

@@ -1,0 +1,27 @@
+#include "day/day_command.h"
+
+#include <string>
+
+#include "connections.h"
+#include "day/steps.h"
+#include "host_platform.h"
+#include "session.h"
+
+namespace tamarok::cli {
+
+int runDay(const DayOptions& options, Output& output)
+{
+    const PlatformScope scope{commandPlatform(options.locale)};
+    const TmkVar session = commandSession(openDatabase(options.database));
+    std::size_t number = 0;
+    for (const day::Step& step : day::steps()) {
+        if (number > 0) output.write("\n");
+        ++number;
+        output.write(std::to_string(number) + ". " + std::string{step.title} + "\n\n");
+        step.run({session, output});
+        output.flush();
+    }
+    return 0;
+}
+
+} // namespace tamarok::cli

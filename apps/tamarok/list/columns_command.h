@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+
+#include "print/output.h"
+
+namespace tamarok::cli {
+
+struct ColumnsOptions {
+    std::string database = "tamarok.db";
+    std::string type;
+    std::string version = "R"; ///< settlement, R or A1 to A8
+};
+
+/// Prints id, label and SQL expression of each column of a list type, divided by tabs. Returns the exit
+/// status. Throws UnknownColumn for an unknown list type.
+int runColumns(const ColumnsOptions& options, Output& output);
+
+} // namespace tamarok::cli

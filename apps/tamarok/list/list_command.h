@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+
+#include "list/list_query.h"
+#include "print/list_printer.h"
+#include "print/output.h"
+
+namespace tamarok::cli {
+
+struct ListOptions {
+    std::string database = "tamarok.db";
+    std::string locale; ///< empty: the machine's
+    bool oracle = false;
+    ListRequest list;
+    ListFormat format = ListFormat::Table;
+};
+
+/// Composes a list, runs it and prints its rows. Returns the exit status.
+/// Throws UnknownColumn, and the errors of the operations and of the database.
+int runList(const ListOptions& options, Output& output);
+
+/// Prints the statement that runList would run. Errors as runList.
+int runSql(const ListOptions& options, Output& output);
+
+} // namespace tamarok::cli

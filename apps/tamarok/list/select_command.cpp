@@ -1,0 +1,58 @@
+#include "list/select_command.h"
+
+#include "connections.h"
+#include "host_platform.h"
+#include "session.h"
+
+#include "tamarok/comm_set.h"
+#include "tamarok/error.h"
+#include "tamarok/selection_book.h"
+
+namespace tamarok::cli {
+
+namespace {
+
+int listKeys(Output& output)
+{
+    for (const selections::Selection& selection : selections::all())
+        output.write(std::string{selection.key} + "\n");
+    output.flush();
+    return 0;
+}
+
+std::string tabbed(const std::vector<std::string>& fields)
+{
+    std::string vector;
+    for (const std::string& field : fields)
+        vector.append(&field == fields.data() ? "" : "\t").append(field);
+    return vector;
+}
+
+} // namespace
+
+int runSelect(const SelectOptions& options, Output& output)
+{
+    if (options.key.empty()) return listKeys(output);
+    const PlatformScope scope{commandPlatform(options.locale)};
+    TmkVar session = commandSession(options.run ? openDatabase(options.database) : ado::ConnectionRef{});
+    session.bolOracle = options.oracle;
+    const std::string statement = Comm_Set{}.CreateSQL(session, options.key, tabbed(options.fields));
+    if (statement.empty())
+        throw Error{errors::invalidArgument, "No base selection has the key '" + options.key +
+                                                 "'; capitals count, and 'tamarok select' lists all keys."};
+    if (!options.run) {
+        output.write(statement + "\n");
+        output.flush();
+        return 0;
+    }
+    ado::Recordset records;
+    records.Open(statement, session.db_ADO);
+    std::vector<std::string> headers;
+    for (std::int32_t i = 0; i < records.Fields().Count(); ++i)
+        headers.emplace_back(records.Fields().Item(i).Name());
+    const auto printer = makeListPrinter(options.format, output, headers);
+    printRows(records, *printer);
+    return 0;
+}
+
+} // namespace tamarok::cli

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "print/output.h"
+
+#include "tamarok/ado.h"
+#include "tamarok/regional.h"
+#include "tamarok/variant.h"
+
+namespace tamarok::cli {
+
+enum class ListFormat : std::uint8_t {
+    Table,   ///< aligned, under the regional settings
+    Csv,     ///< comma-separated, first line the headers; numbers with a point, dates as 2024-03-05
+    JsonRows ///< {"columns":[...],"rows":[[...],...]}, one row a line
+};
+
+/// Prints rows one by one.
+class ListPrinter {
+public:
+    virtual ~ListPrinter() = default;
+    virtual void row(const std::vector<Variant>& values) = 0;
+    /// Prints what belongs after the last row, and flushes the output.
+    virtual void finish() = 0;
+};
+
+std::unique_ptr<ListPrinter> makeListPrinter(ListFormat format, Output& output, std::vector<std::string> headers);
+
+/// Prints the rows from the current one on, at most `limit`. The rows are not kept in memory.
+/// @return number of rows
+std::int64_t printRows(ado::Recordset& records, ListPrinter& printer, std::optional<std::int64_t> limit = {});
+
+} // namespace tamarok::cli

@@ -1,0 +1,42 @@
+#include "print/output.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <string>
+#include <system_error>
+
+#include "tamarok/error.h"
+
+namespace tamarok::cli {
+
+namespace {
+
+constexpr std::int32_t deviceError = 57;
+
+[[noreturn]] void fail(int reason)
+{
+    if (reason == EPIPE) throw PipeClosed{};
+    throw Error{deviceError, "cannot write to standard output: " + std::generic_category().message(reason)};
+}
+
+} // namespace
+
+void Output::write(std::string_view text)
+{
+    errno = 0;
+    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) fail(errno);
+}
+
+void Output::flush()
+{
+    errno = 0;
+    if (std::fflush(stdout) != 0) fail(errno);
+}
+
+void ignoreBrokenPipes()
+{
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+} // namespace tamarok::cli

@@ -1,0 +1,98 @@
+#include "tamarok/connection_text.h"
+
+#include <algorithm>
+
+#include "tamarok/error.h"
+#include "tamarok/text.h"
+
+namespace tamarok::ado {
+
+namespace {
+
+constexpr std::string_view blanks = " \t\r\n";
+
+[[noreturn]] void refuse(const std::string& why)
+{
+    throw Error{errors::invalidArgument, "Connection text: " + why + "."};
+}
+
+std::string_view trimmed(std::string_view text) noexcept
+{
+    const std::size_t first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+bool isQuote(char letter) noexcept
+{
+    return letter == '"' || letter == '\'';
+}
+
+/// Takes the text up to the next semicolon off the front of `text`, and the semicolon with it.
+std::string_view takePart(std::string_view& text) noexcept
+{
+    const std::size_t end = std::min(text.find(';'), text.size());
+    const std::string_view part = trimmed(text.substr(0, end));
+    text.remove_prefix(std::min(end + 1, text.size()));
+    return part;
+}
+
+/// Takes a quoted value off the front of `text`, which begins with its quote.
+std::string takeQuoted(std::string_view& text, std::string_view name)
+{
+    const char quote = text.front();
+    std::string value;
+    std::size_t at = 1;
+    for (;; ++at) {
+        if (at >= text.size()) refuse("the quote of '" + std::string{name} + "' does not end");
+        if (text[at] == quote) {
+            const bool doubled = at + 1 < text.size() && text[at + 1] == quote;
+            if (!doubled) break;
+            ++at;
+        }
+        value.push_back(text[at]);
+    }
+    text.remove_prefix(at + 1);
+    if (!takePart(text).empty()) refuse("something stands behind the quoted value of '" + std::string{name} + "'");
+    return value;
+}
+
+/// Takes "name=value" and its semicolon off the front of `text`.
+ConnectionProperty takeProperty(std::string_view& text)
+{
+    const std::size_t equals = text.find('=');
+    if (equals == std::string_view::npos) refuse("'" + std::string{trimmed(text)} + "' is not of the form name=value");
+    ConnectionProperty property{std::string{trimmed(text.substr(0, equals))}, {}};
+    text.remove_prefix(equals + 1);
+    text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
+    property.value =
+        !text.empty() && isQuote(text.front()) ? takeQuoted(text, property.name) : std::string{takePart(text)};
+    return property;
+}
+
+} // namespace
+
+std::vector<ConnectionProperty> splitConnectionText(std::string_view text)
+{
+    std::vector<ConnectionProperty> properties;
+    while (!trimmed(text).empty())
+        properties.push_back(takeProperty(text));
+    return properties;
+}
+
+std::optional<std::string> connectionProperty(std::string_view text, std::string_view name)
+{
+    std::optional<std::string> value;
+    for (ConnectionProperty& property : splitConnectionText(text)) {
+        if (text::equalsNoCase(property.name, name)) value = std::move(property.value);
+    }
+    return value;
+}
+
+std::string connectionValue(std::string_view value)
+{
+    if (value.find_first_of(";\"'") == std::string_view::npos && trimmed(value) == value) return std::string{value};
+    return "\"" + text::replaceAll(value, "\"", "\"\"") + "\"";
+}
+
+} // namespace tamarok::ado
