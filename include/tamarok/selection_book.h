@@ -11,8 +11,8 @@ namespace tamarok::selections {
 ///   {P0}        a field of the caller's vector, verbatim; {UP0} in capitals; {N0} the field if it is a number
 ///               by the regional settings, else 0
 ///   {ACL0}      condition on the access levels of the user {P0}; the digit is the number of groups to go up
-///   {MEASURE}   filter of the assortments for the kind of measurement {P0}, 1 to 6
-///   {PLACE}     comparisons with the levels of the forest location path {P0}
+///   {ASSORTMENTS}  WHERE of the assortments for the kind of measurement {P0}, 1 to 6
+///   {LOCATION}  comparisons with the levels of the forest location path {P0}
 ///   {Typ}       the key; {GROUP} the key without its suffix; {KEYPART} the number or role in the key
 ///   {ISNULL} {TOP} {ROWNUM} {LONG} {DUAL} {CONCAT} {NOTEXT}   words of the SQL dialect
 ///   {P0?a:b}    a choice: a if the value is not empty, else b; {P0=2?a:b}: a if the value is 2, else b

@@ -13,7 +13,7 @@
 /// To add a list type: write its description into types/<type>.inc and include that file in
 /// list_types.cpp. To add a column: add a row to `columns`, in the order of the ids, and its id to one of
 /// the `joins` if the expression reads a table that is not part of `base`. The build checks every
-/// description (list_types.cpp) and computes the look-up by column id.
+/// description (list_type_checks.h) and computes the look-up by column id (list_type_index.h).
 ///
 /// A further property of columns, such as a display format or a label, becomes a member of ListDescription
 /// with the operation that reads it; descriptions without the property need no change.
@@ -53,14 +53,14 @@ enum class Applies : std::uint8_t { always, grouped };
 struct SelectExpression {
     std::int16_t id;
     Applies applies;
-    const char* text; ///< select_list.cpp lists the further values of these templates
+    const char* text; ///< select_values.h lists the further values of these templates
 };
 
 struct ListDescription {
     const char* key;               ///< upper case
     const char* base;              ///< opens the FROM body
     bool dependsOnVersion = false; ///< columns take a version key: GetColumn reads them, GetColumnTyp does not
-    bool composesSelect = false;   ///< CorrectStrSelect composes the columns; it fills those of other types up
+    bool composesSelect = false;   ///< CorrectStrSelect composes the columns; else they are fillers
     std::initializer_list<Column> columns{};                     ///< by rising id
     std::initializer_list<Join> joins{};                         ///< each column has at most one
     std::initializer_list<SelectExpression> selectExpressions{}; ///< by rising id
@@ -72,6 +72,13 @@ struct ColumnSlot {
     std::uint16_t join = 0;
     std::uint16_t selectExpression = 0;
 };
+
+/// The row at a position of a slot, or nullptr for position 0.
+template <class Row>
+constexpr const Row* rowAt(std::initializer_list<Row> rows, std::uint16_t position) noexcept
+{
+    return position == 0 ? nullptr : rows.begin() + (position - 1);
+}
 
 /// A description whose rows are found by column id in constant time.
 class ListType {
@@ -86,12 +93,12 @@ public:
     /// The row of a column id, or nullptr.
     constexpr const Column* column(std::int16_t id) const noexcept
     {
-        return row(description_->columns, slot(id).column);
+        return rowAt(description_->columns, slot(id).column);
     }
-    constexpr const Join* join(std::int16_t id) const noexcept { return row(description_->joins, slot(id).join); }
+    constexpr const Join* join(std::int16_t id) const noexcept { return rowAt(description_->joins, slot(id).join); }
     constexpr const SelectExpression* selectExpression(std::int16_t id) const noexcept
     {
-        return row(description_->selectExpressions, slot(id).selectExpression);
+        return rowAt(description_->selectExpressions, slot(id).selectExpression);
     }
 
 private:
@@ -99,12 +106,6 @@ private:
     {
         const auto index = static_cast<std::size_t>(id);
         return id >= 0 && index < slots_.size() ? slots_[index] : ColumnSlot{};
-    }
-
-    template <class Row>
-    static constexpr const Row* row(std::initializer_list<Row> rows, std::uint16_t position) noexcept
-    {
-        return position == 0 ? nullptr : rows.begin() + (position - 1);
     }
 
     const ListDescription* description_;

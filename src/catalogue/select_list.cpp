@@ -81,7 +81,8 @@ std::string Comm_CSel::CorrectStrSelect(std::string_view Typ, std::span<const st
     if (type == nullptr) {
         return fillerList(Colum_Id_Is_0, ID.size());
     }
-    const SelectContext context{*type, tmkVar, strVer_type, fromClause(strFrom), whereClause(strWhere), GroupBy};
+    const std::string_view versionKey = type->description().dependsOnVersion ? strVer_type : std::string_view{};
+    const SelectContext context{*type, tmkVar, versionKey, fromClause(strFrom), whereClause(strWhere), GroupBy};
     std::string result;
     for (const std::int16_t id : ID) {
         const std::string expression = selectedText(context, id);

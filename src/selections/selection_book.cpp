@@ -15,10 +15,20 @@ constexpr Selection book[] = {
 
 static_assert(std::ranges::adjacent_find(book, std::ranges::greater_equal{}, &Selection::key) == std::end(book),
               "the book is sorted and names each key once");
-static_assert(std::ranges::all_of(
-                  book, [](std::string_view statement) { return dialect::namesOnly(statement, isSelectionValue); },
-                  &Selection::statement),
-              "the statements name values and words of the dialect alone");
+/// Whether some statements name values and words of the dialect only.
+constexpr bool statementsAreFillable(std::size_t first, std::size_t count)
+{
+    return std::ranges::all_of(
+        std::span{book}.subspan(first, count),
+        [](std::string_view statement) { return dialect::namesOnly(statement, isSelectionValue); },
+        &Selection::statement);
+}
+
+// In parts, since compilers limit the steps of an evaluation.
+static_assert(statementsAreFillable(0, 200));
+static_assert(statementsAreFillable(200, 200));
+static_assert(statementsAreFillable(400, 200));
+static_assert(statementsAreFillable(600, std::size(book) - 600));
 
 } // namespace
 

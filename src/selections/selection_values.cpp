@@ -37,7 +37,7 @@ constexpr std::string_view otherKindFilter = " AND HS IS NOT NULL";
                 "The selection reads field " + std::to_string(index) + " (counted from 0), which the vector lacks."};
 }
 
-/// The index in {P1}; {MEASURE} without one reads field 0. One digit suffices for the book.
+/// The index in {P1}; {ASSORTMENTS}, without one, reads field 0. One digit suffices for the book.
 std::size_t indexOf(std::string_view argument)
 {
     if (argument.empty()) return 0;

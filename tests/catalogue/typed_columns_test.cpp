@@ -9,10 +9,16 @@ namespace {
 
 using testing::Surroundings;
 
+/// Where the expression of a column stands.
+enum class Clause { detail, detailGroup, aggregate, aggregateGroup };
+using enum Clause;
+
 class TypedColumns : public ::testing::Test {
 protected:
-    std::string column(std::string_view type, int id, bool aggregated = false, bool inGroupBy = false) const
+    std::string column(std::string_view type, int id, Clause clause = detail) const
     {
+        const bool aggregated = clause == aggregate || clause == aggregateGroup;
+        const bool inGroupBy = clause == detailGroup || clause == aggregateGroup;
         return csel.GetColumnTyp(type, static_cast<std::int16_t>(id), aggregated, inGroupBy, with.session);
     }
 
@@ -24,34 +30,32 @@ constexpr const char* netValue = "NN_POSITIONEN.EINHPREIS*NN_POSITIONEN.MENGE*(1
 
 TEST_F(TypedColumns, MeasureIsSummedAndLeavesTheGrouping)
 {
-    EXPECT_EQ(column("ARTIKEL", 470, true, false), "SUM(" + std::string{netValue} + ")");
-    EXPECT_EQ(column("ARTIKEL", 470, true, true), "");
-    EXPECT_EQ(column("ARTIKEL", 470, false, true), netValue);
-    EXPECT_EQ(column("ARTIKEL", 470, false, false), netValue);
-    EXPECT_EQ(column("ARTIKEL", 465, true, false), "SUM(NN_POSITIONEN.MENGE)");
-    EXPECT_EQ(column("ARTIKEL", 471, true, false), "SUM(NN_POSITIONEN.MWST*" + std::string{netValue} + "/100)");
+    EXPECT_EQ(column("ARTIKEL", 470, aggregate), "SUM(" + std::string{netValue} + ")");
+    EXPECT_EQ(column("ARTIKEL", 470, aggregateGroup), "");
+    EXPECT_EQ(column("ARTIKEL", 470, detailGroup), netValue);
+    EXPECT_EQ(column("ARTIKEL", 470, detail), netValue);
+    EXPECT_EQ(column("ARTIKEL", 465, aggregate), "SUM(NN_POSITIONEN.MENGE)");
+    EXPECT_EQ(column("ARTIKEL", 471, aggregate), "SUM(NN_POSITIONEN.MWST*" + std::string{netValue} + "/100)");
 }
 
-TEST_F(TypedColumns, KeyIsTheSameInEveryMode)
+TEST_F(TypedColumns, KeyIsTheSameInEveryClause)
 {
-    for (const bool aggregated : {false, true}) {
-        for (const bool inGroupBy : {false, true}) {
-            EXPECT_EQ(column("ARTIKEL", 460, aggregated, inGroupBy), "NN_POSITIONEN.NUMMER");
-            EXPECT_EQ(column("artikel", 460, aggregated, inGroupBy), "NN_POSITIONEN.NUMMER");
-        }
+    for (const Clause clause : {detail, detailGroup, aggregate, aggregateGroup}) {
+        EXPECT_EQ(column("ARTIKEL", 460, clause), "NN_POSITIONEN.NUMMER");
+        EXPECT_EQ(column("artikel", 460, clause), "NN_POSITIONEN.NUMMER");
     }
 }
 
 TEST_F(TypedColumns, RowsThatDifferUnderGroupBy)
 {
     EXPECT_EQ(column("ARTIKEL", 459), "ROW_NUMBER() OVER(ORDER BY NN_POSITIONEN.NN_ID ASC)");
-    EXPECT_EQ(column("ARTIKEL", 459, false, true), "NN_POSITIONEN.NN_ID");
-    EXPECT_EQ(column("ARTIKEL", 459, true, true), "NN_POSITIONEN.NN_ID");
-    EXPECT_EQ(column("ARTIKEL", 769, true, false),
+    EXPECT_EQ(column("ARTIKEL", 459, detailGroup), "NN_POSITIONEN.NN_ID");
+    EXPECT_EQ(column("ARTIKEL", 459, aggregateGroup), "NN_POSITIONEN.NN_ID");
+    EXPECT_EQ(column("ARTIKEL", 769, aggregate),
               "ISNULL((SELECT SUM(NN.EINHPREIS*NN.MENGE*(1-ISNULL(NN.RABATT,0)/100)) from NN_POSITIONEN NN WHERE "
               "ISNULL(NN.WILDURS,'') = ISNULL(NN_POSITIONEN.NN_NAME,'')),0) + SUM(" +
                   std::string{netValue} + ")");
-    EXPECT_EQ(column("ARTIKEL", 769, true, true), "NN_POSITIONEN.NN_NAME");
+    EXPECT_EQ(column("ARTIKEL", 769, aggregateGroup), "NN_POSITIONEN.NN_NAME");
 }
 
 TEST_F(TypedColumns, FlagCarriesTheLocalesWords)
@@ -78,7 +82,7 @@ TEST_F(TypedColumns, ContractsInFull)
                                         "WVO_VERTRAG.BEREITSELLUNGS",
                                         ""};
     for (std::size_t id = 0; id < rows.size(); ++id) {
-        EXPECT_EQ(column("VERTRAG", static_cast<int>(id), true, false), rows[id]) << id;
+        EXPECT_EQ(column("VERTRAG", static_cast<int>(id), aggregate), rows[id]) << id;
     }
 }
 

@@ -124,17 +124,17 @@ TEST(AssortmentFilter, FollowsTheKindOfMeasurement)
         {"x", " AND HS IS NOT NULL"},
     };
     for (const auto& [kind, filter] : kinds) {
-        EXPECT_EQ(fill("{MEASURE}", kind), " WHERE ISNULL(DISABLE,0)=0" + std::string{filter}) << kind;
-        EXPECT_EQ(fillForOracle("{MEASURE}", kind), " WHERE NVL(DISABLE,0)=0" + std::string{filter}) << kind;
+        EXPECT_EQ(fill("{ASSORTMENTS}", kind), " WHERE ISNULL(DISABLE,0)=0" + std::string{filter}) << kind;
+        EXPECT_EQ(fillForOracle("{ASSORTMENTS}", kind), " WHERE NVL(DISABLE,0)=0" + std::string{filter}) << kind;
     }
 }
 
 TEST(LocationFilter, ComparesTheLevelsThatThePathGives)
 {
-    EXPECT_EQ(fill("{PLACE}", ""), "");
-    EXPECT_EQ(fill("{PLACE}", "01/ a"), " AND UPPER(WALDORT.WO1) = '01' AND UPPER(WALDORT.WO2) = 'A'");
-    EXPECT_EQ(fill("{PLACE}", "01//ü"), " AND UPPER(WALDORT.WO1) = '01' AND UPPER(WALDORT.WO3) = 'Ü'");
-    EXPECT_EQ(fill("{PLACE}", "1/2/3/4/5/6/7").substr(fill("{PLACE}", "1/2/3/4/5").size()),
+    EXPECT_EQ(fill("{LOCATION}", ""), "");
+    EXPECT_EQ(fill("{LOCATION}", "01/ a"), " AND UPPER(WALDORT.WO1) = '01' AND UPPER(WALDORT.WO2) = 'A'");
+    EXPECT_EQ(fill("{LOCATION}", "01//ü"), " AND UPPER(WALDORT.WO1) = '01' AND UPPER(WALDORT.WO3) = 'Ü'");
+    EXPECT_EQ(fill("{LOCATION}", "1/2/3/4/5/6/7").substr(fill("{LOCATION}", "1/2/3/4/5").size()),
               " AND UPPER(WALDORT.WO6) = '6/7'");
 }
 

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <utility>
+
+#include "list_type.h"
+
+#include "tamarok/error.h"
+
+// The look-up of descriptions by column id, computed at compile time: each description gets one slot for
+// each id from 0 to its highest, and the slots of all descriptions form one array.
+namespace tamarok::catalogue {
+
+/// Number of slots of a description, whose ids rise from row to row.
+constexpr std::size_t slotCount(const ListDescription& description)
+{
+    const auto lastId = [](const auto& rows) -> std::int16_t {
+        return rows.size() == 0 ? std::int16_t{0} : (rows.end() - 1)->id;
+    };
+    return static_cast<std::size_t>(std::max(lastId(description.columns), lastId(description.selectExpressions))) + 1;
+}
+
+constexpr std::size_t slotCount(std::span<const ListDescription> all)
+{
+    std::size_t count = 0;
+    for (const ListDescription& description : all) {
+        count += slotCount(description);
+    }
+    return count;
+}
+
+/// Enters the position of the next row into its slot. Error 5 if the slot has one already.
+constexpr void enter(std::uint16_t& slot, std::size_t& position)
+{
+    if (slot != 0) {
+        throw Error{errors::invalidArgument, "A column id has two rows, joins or select expressions."};
+    }
+    slot = static_cast<std::uint16_t>(++position);
+}
+
+/// Fills the slots of one description.
+constexpr void enterRows(const ListDescription& description, std::span<ColumnSlot> slots)
+{
+    std::size_t position = 0;
+    for (const Column& column : description.columns) {
+        enter(slots[static_cast<std::size_t>(column.id)].column, position);
+    }
+    position = 0;
+    for (const SelectExpression& expression : description.selectExpressions) {
+        enter(slots[static_cast<std::size_t>(expression.id)].selectExpression, position);
+    }
+    position = 0;
+    for (const Join& join : description.joins) {
+        forEachId(join.ids, [&](std::int16_t id) {
+            std::size_t same = position;
+            enter(slots[static_cast<std::size_t>(id)].join, same);
+        });
+        ++position;
+    }
+}
+
+/// The slots of all descriptions, one description behind the other.
+template <std::size_t count>
+constexpr std::array<ColumnSlot, count> makeSlots(std::span<const ListDescription> all)
+{
+    std::array<ColumnSlot, count> slots{};
+    std::size_t first = 0;
+    for (const ListDescription& description : all) {
+        const std::size_t size = slotCount(description);
+        enterRows(description, std::span{slots}.subspan(first, size));
+        first += size;
+    }
+    return slots;
+}
+
+/// One list type for each description, with its part of the slots.
+template <std::size_t count>
+constexpr auto makeListTypes(const ListDescription (&all)[count], std::span<const ColumnSlot> slots)
+{
+    const auto makeOne = [&](std::size_t position) {
+        const std::size_t first = slotCount(std::span{all}.first(position));
+        return ListType{all[position], slots.subspan(first, slotCount(all[position]))};
+    };
+    return [&]<std::size_t... position>(std::index_sequence<position...>)
+    {
+        return std::array<ListType, count>{makeOne(position)...};
+    }
+    (std::make_index_sequence<count>{});
+}
+
+} // namespace tamarok::catalogue
