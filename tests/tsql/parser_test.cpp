@@ -97,13 +97,13 @@ std::string shown(const Expr& expr)
 std::string item(const std::string& expression)
 {
     const ParsedBatch batch("SELECT " + expression);
-    return shown(*batch.steps()[0].query->core->items[0].value);
+    return shown(*batch.steps()[0].query->select->items[0].value);
 }
 
 std::string condition(const std::string& text)
 {
     const ParsedBatch batch("SELECT 1 WHERE " + text);
-    return shown(*batch.steps()[0].query->core->where);
+    return shown(*batch.steps()[0].query->select->where);
 }
 
 std::string refusal(const std::string& text)
@@ -154,20 +154,20 @@ TEST(Parser, AQueryKeepsItsClauses)
     const ParsedBatch batch("SELECT DISTINCT TOP 5 a AS x, T.*, y = b FROM T LEFT JOIN U V ON T.id = V.id "
                             "WHERE a > 1 GROUP BY a HAVING COUNT(*) > 1 ORDER BY a DESC, 2");
     const Query& query = *batch.steps()[0].query;
-    const Core& core = *query.core;
-    EXPECT_TRUE(core.distinct);
-    EXPECT_EQ(shown(*core.top), "5");
-    ASSERT_EQ(core.items.size(), 3U);
-    EXPECT_EQ(core.items[0].alias.text, "x");
-    EXPECT_EQ(core.items[1].value, nullptr);
-    EXPECT_EQ(core.items[1].qualifier.text, "T");
-    EXPECT_EQ(core.items[2].alias.text, "y");
-    ASSERT_EQ(core.from->kind, FromKind::Left);
-    EXPECT_EQ(core.from->left->table.text, "T");
-    EXPECT_EQ(core.from->right->alias.text, "V");
-    EXPECT_EQ(shown(*core.from->on), "(= T.id V.id)");
-    EXPECT_EQ(core.groupBy.size(), 1U);
-    EXPECT_NE(core.having, nullptr);
+    const Select& select = *query.select;
+    EXPECT_TRUE(select.distinct);
+    EXPECT_EQ(shown(*select.top), "5");
+    ASSERT_EQ(select.items.size(), 3U);
+    EXPECT_EQ(select.items[0].alias.text, "x");
+    EXPECT_EQ(select.items[1].value, nullptr);
+    EXPECT_EQ(select.items[1].qualifier.text, "T");
+    EXPECT_EQ(select.items[2].alias.text, "y");
+    ASSERT_EQ(select.from->kind, FromKind::Left);
+    EXPECT_EQ(select.from->left->table.text, "T");
+    EXPECT_EQ(select.from->right->alias.text, "V");
+    EXPECT_EQ(shown(*select.from->on), "(= T.id V.id)");
+    EXPECT_EQ(select.groupBy.size(), 1U);
+    EXPECT_NE(select.having, nullptr);
     ASSERT_EQ(query.order.size(), 2U);
     EXPECT_TRUE(query.order[0].descending);
     EXPECT_FALSE(query.order[1].descending);
