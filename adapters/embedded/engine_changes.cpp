@@ -132,7 +132,7 @@ void Engine::runInsert(const std::shared_ptr<CachedStep>& step, Parameters param
 {
     settleCursors();
     const Step& insert = step->step;
-    const bool bare = !insert.bareText.empty() && lieAsGiven(insert.bareTypes, insert.parameters, parameters);
+    const bool bare = !insert.unconvertedText.empty() && lieAsGiven(insert.unconvertedTypes, insert.parameters, parameters);
     const Lease lease{step, *database_, bare ? StepText::Bare : StepText::Statement};
     bindParameters(lease.get(), insert.parameters, parameters);
     while (database_->step(lease.get())) {}

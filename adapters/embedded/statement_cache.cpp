@@ -13,7 +13,7 @@ const std::string& textOf(const Step& step, StepText text) noexcept
 {
     switch (text) {
     case StepText::Probe: return step.lockProbe;
-    case StepText::Bare: return step.bareText;
+    case StepText::Bare: return step.unconvertedText;
     case StepText::Statement: break;
     }
     return step.text;

@@ -377,13 +377,7 @@ void Binder::bindInQuery(InQueryExpr& in, Scope& scope)
     if (classOf(in.common) == classOf(inner) || isOpen(inner)) return;
     const std::span<Type> targets = arena_.array<Type>(1);
     targets[0] = in.common;
-    const auto hand = [&](auto& self, Query& query) -> void {
-        query.targets = targets;
-        if (query.core != nullptr) return;
-        self(self, *query.left);
-        self(self, *query.right);
-    };
-    hand(hand, *in.query);
+    setTargets(*in.query, targets);
 }
 
 void Binder::bindScalarQuery(QueryExpr& subquery, Scope& scope)

@@ -142,16 +142,16 @@ void Binder::bindQuery(Query& query, Scope* outer)
     const Aggregates before = aggregates_;
     const std::string_view clauseBefore = clause_;
     query.targets = {};
-    if (query.core != nullptr) {
-        bindCore(*query.core, outer);
-        query.outputs = query.core->outputs;
+    if (query.select != nullptr) {
+        bindSelect(*query.select, outer);
+        query.outputs = query.select->outputs;
     } else {
         bindQuery(*query.left, outer);
         bindQuery(*query.right, outer);
         combineArms(query);
     }
     bindOrder(query);
-    if (query.core != nullptr) checkGroups(query);
+    if (query.select != nullptr) checkGroups(query);
     Scope& nothing = makeScope(outer);
     for (Expr* limit : {query.skip, query.fetch}) {
         if (limit != nullptr) bindPlain(*limit, nothing, "OFFSET");
@@ -160,18 +160,13 @@ void Binder::bindQuery(Query& query, Scope* outer)
     clause_ = clauseBefore;
 }
 
-namespace {
-
-/// Hands the types of a compound query down to all of its arms.
-void setTargets(Query& query, std::span<Type> targets)
+void Binder::setTargets(Query& query, std::span<Type> targets)
 {
     query.targets = targets;
-    if (query.core != nullptr) return;
+    if (query.select != nullptr) return;
     setTargets(*query.left, targets);
     setTargets(*query.right, targets);
 }
-
-} // namespace
 
 void Binder::combineArms(Query& query)
 {
@@ -194,7 +189,7 @@ void Binder::combineArms(Query& query)
     setTargets(query, targets);
 }
 
-bool Binder::isRowLimit(Expr& expr, Core& core)
+bool Binder::isRowLimit(Expr& expr, Select& select)
 {
     if (expr.kind != ExprKind::Compare) return false;
     auto& compare = as<BinaryExpr>(expr);
@@ -215,55 +210,55 @@ bool Binder::isRowLimit(Expr& expr, Core& core)
     case TokenKind::Equal: rows = rows == 1 ? 1 : 0; break;
     default: return false;
     }
-    core.rowLimit = &limit;
-    core.rowCount = literal ? std::max(rows, 0) : -1;
+    select.rowLimit = &limit;
+    select.rowCount = literal ? std::max(rows, 0) : -1;
     return true;
 }
 
 /// ROWNUM numbers the rows before they are grouped and sorted, so it is taken out of WHERE as a limit.
-void Binder::takeRowLimit(Core& core)
+void Binder::takeRowLimit(Select& select)
 {
-    core.rowLimit = nullptr;
-    core.filter = core.where;
-    if (core.where == nullptr) return;
-    if (isRowLimit(*core.where, core)) {
-        core.filter = nullptr;
+    select.rowLimit = nullptr;
+    select.filter = select.where;
+    if (select.where == nullptr) return;
+    if (isRowLimit(*select.where, select)) {
+        select.filter = nullptr;
         return;
     }
-    if (core.where->kind != ExprKind::And) return;
-    auto& chain = as<ChainExpr>(*core.where);
+    if (select.where->kind != ExprKind::And) return;
+    auto& chain = as<ChainExpr>(*select.where);
     ArenaList<Expr*> others(arena_);
     for (Expr* operand : chain.operands) {
-        if (core.rowLimit != nullptr || !isRowLimit(*operand, core)) others.push(operand);
+        if (select.rowLimit != nullptr || !isRowLimit(*operand, select)) others.push(operand);
     }
-    if (core.rowLimit == nullptr) return;
+    if (select.rowLimit == nullptr) return;
     auto* rest = arena_.make<ChainExpr>(chain);
     rest->operands = others.span();
-    core.filter = others.size() == 1 ? others.span()[0] : rest;
+    select.filter = others.size() == 1 ? others.span()[0] : rest;
 }
 
-void Binder::bindCore(Core& core, Scope* outer)
+void Binder::bindSelect(Select& select, Scope* outer)
 {
     Scope& scope = makeScope(outer);
-    core.scope = &scope;
-    takeRowLimit(core);
-    scope.collectUsed = core.rowLimit != nullptr;
-    const bool dual = core.from != nullptr && core.from->kind == FromKind::Table &&
-                      sameName(core.from->table.text, "DUAL") && schema_.table("DUAL") == nullptr;
-    core.source = dual ? nullptr : core.from;
-    bindFrom(core.source, scope);
-    if (core.filter != nullptr) bindPlain(*core.filter, scope, "WHERE");
-    bindGroups(core, scope);
-    if (core.top != nullptr) bindPlain(*core.top, makeScope(outer), "TOP");
+    select.scope = &scope;
+    takeRowLimit(select);
+    scope.collectUsed = select.rowLimit != nullptr;
+    const bool dual = select.from != nullptr && select.from->kind == FromKind::Table &&
+                      sameName(select.from->table.text, "DUAL") && schema_.table("DUAL") == nullptr;
+    select.source = dual ? nullptr : select.from;
+    bindFrom(select.source, scope);
+    if (select.filter != nullptr) bindPlain(*select.filter, scope, "WHERE");
+    bindGroups(select, scope);
+    if (select.top != nullptr) bindPlain(*select.top, makeScope(outer), "TOP");
     aggregates_ = Aggregates::Allowed;
     clause_ = "the select list";
-    bindItems(core, scope);
-    if (core.having != nullptr) bindExpression(*core.having, scope);
+    bindItems(select, scope);
+    if (select.having != nullptr) bindExpression(*select.having, scope);
 }
 
-void Binder::bindGroups(Core& core, Scope& scope)
+void Binder::bindGroups(Select& select, Scope& scope)
 {
-    for (Expr* group : core.groupBy) {
+    for (Expr* group : select.groupBy) {
         bindPlain(*group, scope, "GROUP BY");
         bool named = false;
         const auto inspect = [&](auto& self, Expr& expr) -> void {
@@ -287,10 +282,10 @@ void Binder::bindGroups(Core& core, Scope& scope)
     }
 }
 
-void Binder::bindItems(Core& core, Scope& scope)
+void Binder::bindItems(Select& select, Scope& scope)
 {
     ArenaList<OutputColumn> outputs(arena_);
-    for (const SelectItem& item : core.items) {
+    for (const SelectItem& item : select.items) {
         if (item.value == nullptr) {
             expandStar(item, scope, outputs);
             continue;
@@ -306,7 +301,7 @@ void Binder::bindItems(Core& core, Scope& scope)
         }
         outputs.push(output);
     }
-    core.outputs = outputs.span();
+    select.outputs = outputs.span();
 }
 
 void Binder::expandStar(const SelectItem& item, Scope& scope, ArenaList<OutputColumn>& outputs)
@@ -388,20 +383,20 @@ void Binder::bindOrder(Query& query)
 {
     for (OrderItem& item : query.order) {
         if (bindOrdinal(query, item)) continue;
-        if (query.core == nullptr) {
+        if (query.select == nullptr) {
             source_.refuse(item.value->offset, 104,
                            "ORDER BY items must appear in the select list if the statement contains a UNION, "
                            "INTERSECT or EXCEPT operator.");
         }
-        bindCoreOrder(query, item);
+        bindSelectOrder(query, item);
     }
 }
 
-void Binder::bindCoreOrder(Query& query, OrderItem& item)
+void Binder::bindSelectOrder(Query& query, OrderItem& item)
 {
     aggregates_ = Aggregates::Allowed;
     clause_ = "the ORDER BY clause";
-    bindExpression(*item.value, *query.core->scope);
+    bindExpression(*item.value, *query.select->scope);
     const Expr& value = *item.value;
     if (value.kind == ExprKind::Text || value.kind == ExprKind::Null) {
         source_.refuse(value.offset, 408, "A constant expression was encountered in the ORDER BY list.");
@@ -410,7 +405,7 @@ void Binder::bindCoreOrder(Query& query, OrderItem& item)
         const Expr* output = query.outputs[i].value;
         if (output != nullptr && output->hash == value.hash) item.ordinal = static_cast<std::int32_t>(i + 1);
     }
-    if (item.ordinal == 0 && query.core->distinct) {
+    if (item.ordinal == 0 && query.select->distinct) {
         source_.refuse(value.offset, 145,
                        "ORDER BY items must appear in the select list if SELECT DISTINCT is specified.");
     }
@@ -420,35 +415,35 @@ void Binder::bindCoreOrder(Query& query, OrderItem& item)
 
 void Binder::checkGroups(Query& query)
 {
-    Core& core = *query.core;
-    core.aggregated = core.scope->aggregated || !core.groupBy.empty() || core.having != nullptr;
-    if (!core.aggregated) return;
-    for (const OutputColumn& output : core.outputs)
-        checkGrouped(*output.value, core, "the select list");
-    if (core.having != nullptr) checkGrouped(*core.having, core, "the HAVING clause");
+    Select& select = *query.select;
+    select.aggregated = select.scope->aggregated || !select.groupBy.empty() || select.having != nullptr;
+    if (!select.aggregated) return;
+    for (const OutputColumn& output : select.outputs)
+        checkGrouped(*output.value, select, "the select list");
+    if (select.having != nullptr) checkGrouped(*select.having, select, "the HAVING clause");
     for (const OrderItem& item : query.order) {
-        if (item.ordinal == 0) checkGrouped(*item.value, core, "the ORDER BY clause");
+        if (item.ordinal == 0) checkGrouped(*item.value, select, "the ORDER BY clause");
     }
 }
 
-void Binder::checkGrouped(Expr& expr, const Core& core, std::string_view clause)
+void Binder::checkGrouped(Expr& expr, const Select& select, std::string_view clause)
 {
-    for (const Expr* group : core.groupBy) {
+    for (const Expr* group : select.groupBy) {
         if (group->hash == expr.hash) return;
     }
     if (expr.kind == ExprKind::Function) {
         const auto& function = as<FunctionExpr>(expr);
-        if (function.builtin != nullptr && function.aggregate && function.scope == core.scope) return;
+        if (function.builtin != nullptr && function.aggregate && function.scope == select.scope) return;
     }
     if (expr.kind == ExprKind::Column) {
         const auto& column = as<ColumnExpr>(expr);
-        if (column.source == nullptr || column.source->scope != core.scope) return;
+        if (column.source == nullptr || column.source->scope != select.scope) return;
         source_.refuse(expr.offset, 8120,
                        "Column '" + std::string(column.source->name.text) + "." + std::string(column.name.text) +
                            "' is invalid in " + std::string(clause) +
                            " because it is not contained in either an aggregate function or the GROUP BY clause.");
     }
-    visitChildren(expr, [&](Expr& child) { checkGrouped(child, core, clause); });
+    visitChildren(expr, [&](Expr& child) { checkGrouped(child, select, clause); });
 }
 
 } // namespace tamarok::tsql

@@ -8,6 +8,7 @@
 namespace tamarok::tsql {
 namespace {
 
+/// Classes of bytes, as bits. Every byte of a multi-byte character counts as a letter.
 enum : std::uint8_t { Blank = 1, Letter = 2, Digit = 4, NamePart = 8 };
 
 consteval std::array<std::uint8_t, 256> classify()
@@ -99,6 +100,7 @@ private:
         }
     }
 
+    /// Block comments nest.
     void skipBlockComment()
     {
         const std::size_t begin = position_;
@@ -143,6 +145,7 @@ private:
         }
     }
 
+    /// A text or name in quotes; a doubled quote stands for one.
     void quoted(TokenKind kind, std::size_t begin, char quote)
     {
         for (++position_;; ++position_) {
@@ -171,6 +174,7 @@ private:
         push(keyword == Keyword::Go && aloneOnLine(begin) ? TokenKind::Go : TokenKind::Name, begin, keyword);
     }
 
+    /// GO is a separator only on a line of its own.
     bool aloneOnLine(std::size_t begin) const
     {
         for (std::size_t i = begin; i > 0 && at(i - 1) != '\n'; --i) {
@@ -265,6 +269,7 @@ private:
         push(kind, begin);
     }
 
+    /// != and the forms !< (not less) and !> (not greater).
     void bang(std::size_t begin, unsigned char following, TokenKind& kind)
     {
         kind = following == '='   ? TokenKind::NotEqual

@@ -11,17 +11,18 @@
 
 namespace tamarok::tsql {
 
-/// Recursive descent over the tokens of a batch. What it does not understand it refuses with line
-/// and column; what the grammar knows and the embedded database cannot do it refuses by name.
+/// Recursive descent over the tokens of a batch. Each private function reads one rule of the grammar, written beside
+/// it: [x] is optional, {x} repeats, | separates alternatives. A text outside the grammar is refused with line and
+/// column; a construct that the server knows and the embedded database does not is refused by its name.
 class Parser {
 public:
     Parser(std::string_view text, Arena& arena) : source_(text), arena_(arena), tokens_(tokenize(text)) {}
 
-    /// The batch as steps, IF ... ELSE flattened into jumps.
+    /// Parses the whole batch. IF ... ELSE is flattened into jumps.
     std::vector<ParsedStep> parse();
 
 private:
-    /// Counts the levels of nesting while it lives.
+    /// One level of nesting, counted while the object lives. Refuses more than 200, before the stack overflows.
     class Level {
     public:
         explicit Level(Parser& parser);
@@ -39,7 +40,9 @@ private:
     std::string_view text(const Token& token) const { return source_.text().substr(token.offset, token.length); }
     bool at(TokenKind kind) const { return current().kind == kind; }
     bool at(Keyword keyword) const { return current().keyword == keyword; }
+    /// Whether the current token is this word, which is no keyword.
     bool atWord(std::string_view word) const;
+    // accept: consumes the token if it is there; expect: refuses the text if it is not.
     bool accept(TokenKind kind);
     bool accept(Keyword keyword);
     bool acceptWord(std::string_view word);
@@ -50,41 +53,45 @@ private:
     [[noreturn]] void refuseWithout(std::string_view expected) const;
     [[noreturn]] void unsupportedHere(std::string_view construct) const;
     bool atName() const;
+    /// A plain or quoted name; not a reserved word.
     Name name();
+    /// Name of a token, without its quotes and with doubled quotes made single.
     Name nameOf(const Token& token);
-    Name qualifiedName();
-    std::span<Name> nameList();
-    Name optionalAlias();
+    Name qualifiedName();       ///< [[server.]database.][schema.]name: the last part
+    std::span<Name> nameList(); ///< (name {, name})
+    Name optionalAlias();       ///< [[AS] name | 'text']
 
     // expressions
-    Expr* expression();
-    Expr* value();
-    Expr* condition();
+    Expr* expression(); ///< andChain {OR andChain}: a value or a condition
+    Expr* value();      ///< an expression that is no condition
+    Expr* condition();  ///< an expression that is true or false
     Expr* requireValue(Expr* expr) const;
     Expr* requireCondition(Expr* expr) const;
-    Expr* andChain();
-    Expr* notOperand();
-    Expr* predicate();
+    Expr* andChain();   ///< notOperand {AND notOperand}
+    Expr* notOperand(); ///< {NOT} predicate
+    Expr* predicate();  ///< EXISTS (query) | additive [comparison additive] | negatablePredicate
+    /// left IS [NOT] NULL | left [NOT] IN ... | left [NOT] BETWEEN a AND b | left [NOT] LIKE p [ESCAPE e]
     Expr* negatablePredicate(Expr* left);
     Expr* inPredicate(Expr* left, bool negated, std::uint32_t offset);
-    Expr* additive();
-    Expr* multiplicative();
-    Expr* unary();
-    Expr* primary();
-    Expr* parenthesised();
-    Expr* wordExpression();
-    Expr* columnOrCall();
-    Expr* functionCall(const Name& called);
+    Expr* additive();                       ///< multiplicative {(+ | - | & | | | ^ | ||) multiplicative}
+    Expr* multiplicative();                 ///< unary {(* | / | %) unary}
+    Expr* unary();                          ///< {- | + | ~} primary
+    Expr* primary();                        ///< literal | ? | @@name | parenthesised | wordExpression
+    Expr* parenthesised();                  ///< (expression) | (query)
+    Expr* wordExpression();                 ///< NULL | DEFAULT | CASE | a call with a grammar of its own | columnOrCall
+    Expr* columnOrCall();                   ///< {name .} (name | functionCall)
+    Expr* functionCall(const Name& called); ///< called ([* | [DISTINCT] value {, value}]) [OVER (...)]
     Over* overClause();
     Expr* caseExpression();
     Expr* iifExpression();
     Expr* castExpression();
-    Expr* convertExpression();
+    Expr* convertExpression(); ///< CONVERT (type, value [, style])
     Expr* callExpression(ExprKind kind, std::size_t least, std::size_t most);
     Expr* textLiteral(const Token& token);
     Expr* binary(ExprKind kind, TokenKind op, Expr* left, Expr* right, std::uint32_t offset);
     Expr* chain(ExprKind kind, Expr* first, Keyword keyword);
     ExprList valueList();
+    /// A type with its sizes; `written` receives its spelling in the text.
     Type typeName(std::string_view& written);
     std::int32_t smallNumber();
 
@@ -98,30 +105,30 @@ private:
     }
 
     // queries
-    Query* query();
-    Query* setExpression();
-    Query* intersectTerm();
-    Query* queryTerm();
+    Query* query();         ///< setExpression [ORDER BY items [OFFSET ...]]
+    Query* setExpression(); ///< intersectTerm {(UNION [ALL] | EXCEPT | MINUS) intersectTerm}
+    Query* intersectTerm(); ///< queryTerm {INTERSECT queryTerm}
+    Query* queryTerm();     ///< (query) | select
     Query* combine(SetOperator op, Query* left, Query* right, std::uint32_t offset);
-    Core* core();
-    void topClause(Core& core);
+    Select* select(); ///< SELECT [DISTINCT] [TOP n] items [INTO ...] [FROM ...] [WHERE ...] [GROUP BY ...] ...
+    void topClause(Select& select);
     SelectItem selectItem();
     bool aliasedByEquals() const;
     std::span<OrderItem> orderItems();
     void offsetClause(Query& query);
-    FromItem* fromClause();
-    FromItem* joined();
+    FromItem* fromClause(); ///< joined {, joined}
+    FromItem* joined();     ///< fromPrimary {joinTail}
     FromItem* joinTail(FromItem* left);
-    FromItem* fromPrimary();
+    FromItem* fromPrimary(); ///< (joined) | (query) alias [(names)] | table [hints] [alias] [hints]
     bool atJoin() const;
-    void tableHints();
+    void tableHints(); ///< [WITH] (hint {, hint}): read and ignored, as they change no result
     bool atHint() const;
     FromItem* join(FromKind kind, FromItem* left, FromItem* right, std::uint32_t offset);
 
     // statements
     void statement();
     void statementBody();
-    void block();
+    void block(); ///< BEGIN {statement} END
     void ifStatement();
     void setStatement();
     void setOption(const Token& option);
@@ -131,7 +138,9 @@ private:
     void transactionStatement();
     void executeStatement();
     Argument argument();
+    /// Appends a step. The reference is valid until the next one is appended.
     ParsedStep& add(StepKind kind, std::uint32_t offset);
+    /// Refuses what begins no supported statement, by its name where the server knows it.
     void refuseStatement();
 
     // definitions
@@ -153,8 +162,8 @@ private:
     Arena& arena_;
     std::vector<Token> tokens_;
     std::size_t position_ = 0;
-    int depth_ = 0;
-    std::int32_t parameters_ = 0;
+    int depth_ = 0;               ///< levels of nesting
+    std::int32_t parameters_ = 0; ///< parameters met so far, counted over the batch
     std::vector<ParsedStep> steps_;
 };
 

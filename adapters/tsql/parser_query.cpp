@@ -82,13 +82,13 @@ Query* Parser::queryTerm()
     }
     Query* result = arena_.make<Query>();
     result->offset = current().offset;
-    result->core = core();
+    result->select = select();
     return result;
 }
 
-Core* Parser::core()
+Select* Parser::select()
 {
-    Core* result = arena_.make<Core>();
+    Select* result = arena_.make<Select>();
     result->offset = current().offset;
     expect(Keyword::Select);
     result->distinct = accept(Keyword::Distinct);
@@ -112,15 +112,15 @@ Core* Parser::core()
     return result;
 }
 
-void Parser::topClause(Core& core)
+void Parser::topClause(Select& select)
 {
     ++position_;
     if (accept(TokenKind::LeftParen)) {
-        core.top = value();
+        select.top = value();
         expect(TokenKind::RightParen, ")");
     } else {
         if (!at(TokenKind::Integer) && !at(TokenKind::Parameter)) refuseHere();
-        core.top = primary();
+        select.top = primary();
     }
     if (at(Keyword::Percent)) unsupportedHere("TOP ... PERCENT");
     if (at(Keyword::With) && sameName(text(ahead(1)), "TIES")) unsupportedHere("TOP ... WITH TIES");

@@ -98,6 +98,7 @@ constexpr bool isVariable(TypeKind kind)
     return kind != TypeKind::Char && kind != TypeKind::NChar;
 }
 
+/// A join of two texts is Unicode if one of them is, and of variable length unless both have a fixed one.
 TypeKind textKind(const Type& a, const Type& b)
 {
     const bool national = isNational(a) || isNational(b);
@@ -108,6 +109,8 @@ TypeKind textKind(const Type& a, const Type& b)
 
 constexpr int maximumPrecision = 38;
 
+/// Cuts a decimal type to 38 digits as the server does: the whole part keeps its digits, and of the decimal places
+/// at least 6 remain (or all, if fewer).
 Type limited(int precision, int scale)
 {
     if (precision > maximumPrecision) {
@@ -118,6 +121,7 @@ Type limited(int precision, int scale)
     return makeDecimal(precision, scale);
 }
 
+/// Precision p and scale s of a result of decimals (p1,s1) and (p2,s2), by the server's documented formulas.
 Type decimalArithmetic(char op, const Type& a, const Type& b)
 {
     const int p1 = a.precision;

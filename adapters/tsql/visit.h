@@ -19,15 +19,15 @@ void visitQuery(Query& query, Visit&& visit)
     const auto each = [&](Expr* expr) {
         if (expr != nullptr) visit(*expr);
     };
-    if (query.core != nullptr) {
-        Core& core = *query.core;
-        for (const OutputColumn& output : core.outputs)
+    if (query.select != nullptr) {
+        Select& select = *query.select;
+        for (const OutputColumn& output : select.outputs)
             each(output.value);
-        visitFrom(core.from, visit);
-        each(core.where);
-        for (Expr* group : core.groupBy)
+        visitFrom(select.from, visit);
+        each(select.where);
+        for (Expr* group : select.groupBy)
             each(group);
-        each(core.having);
+        each(select.having);
     } else {
         visitQuery(*query.left, visit);
         visitQuery(*query.right, visit);

@@ -114,22 +114,22 @@ bool Emitter::literalNumber(const TextExpr& text, const Type& target)
     return true;
 }
 
-bool Emitter::literalDate(const TextExpr& text, const Type& target, bool strict)
+bool Emitter::literalDate(const TextExpr& text, const Type& target, BadDate badDate)
 {
     const std::optional<std::string> stored = storedDate(textValue(text.raw), order_, target.kind);
     if (stored) {
         writeText(*stored);
-    } else if (strict && target.kind == TypeKind::SmallDateTime) {
+    } else if (badDate == BadDate::Refused && target.kind == TypeKind::SmallDateTime) {
         source_.refuse(text.offset, 295,
                        "Conversion failed when converting character string to smalldatetime data type.", "22007");
-    } else if (strict) {
+    } else if (badDate == BadDate::Refused) {
         source_.refuse(text.offset, 241, "Conversion failed when converting date and/or time from character string.",
                        "22007");
     }
     return stored.has_value();
 }
 
-bool Emitter::literalAs(const Expr& expr, const Type& target, bool strict)
+bool Emitter::literalAs(const Expr& expr, const Type& target, BadDate badDate)
 {
     if (expr.kind == ExprKind::Number) {
         const auto& literal = tsql::as<NumberExpr>(expr);
@@ -148,16 +148,16 @@ bool Emitter::literalAs(const Expr& expr, const Type& target, bool strict)
     const auto& text = tsql::as<TextExpr>(expr);
     if (isWhole(target)) return literalWhole(text, target);
     if (isFraction(target)) return literalNumber(text, target);
-    if (isDate(target)) return literalDate(text, target, strict);
+    if (isDate(target)) return literalDate(text, target, badDate);
     return false;
 }
 
 // --- what needs no asking ----------------------------------------------------------------------
 
-void Emitter::as(const Expr& expr, const Type& target, bool strict)
+void Emitter::as(const Expr& expr, const Type& target, BadDate badDate)
 {
     if (expr.type == target || expr.type.kind == TypeKind::Null || isOpen(target)) return expression(expr);
-    if (literalAs(expr, target, strict)) return;
+    if (literalAs(expr, target, badDate)) return;
     if (isWhole(target)) return toWhole(expr, target);
     if (isFraction(target)) return toFraction(expr, target);
     if (isDate(target)) return toDate(expr, target);
@@ -202,7 +202,7 @@ void Emitter::toDate(const Expr& expr, const Type& target)
 void Emitter::asText(const Expr& expr)
 {
     if (isText(expr.type) || isOpen(expr.type) || classOf(expr.type) == TypeClass::Guid) return expression(expr);
-    if (literalAs(expr, makeType(TypeKind::NVarChar, -1), false)) return;
+    if (literalAs(expr, makeType(TypeKind::NVarChar, -1), BadDate::LeftToRunTime)) return;
     textOf(expr, nullptr, makeType(TypeKind::NVarChar, -1));
 }
 
@@ -285,7 +285,7 @@ void Emitter::castDate(const CastExpr& cast)
     const Expr& value = *cast.value;
     const bool text = isText(value.type) || value.type.kind == TypeKind::Unknown;
     if (value.type == cast.target) return expression(value);
-    if (cast.style == nullptr && literalAs(value, cast.target, false)) return;
+    if (cast.style == nullptr && literalAs(value, cast.target, BadDate::LeftToRunTime)) return;
     conversionCall(cast.target);
     if (text && cast.style != nullptr) {
         write("tm_datetimestyle(");
@@ -307,7 +307,7 @@ void Emitter::castNumber(const CastExpr& cast)
                         largestMagnitude(value.type.kind) <= largestMagnitude(target.kind);
     if (value.type == target || widens) return expression(value);
     if (value.kind == ExprKind::Number && target.kind == TypeKind::Float) {
-        if (!literalAs(value, target, false)) expression(value);
+        if (!literalAs(value, target, BadDate::LeftToRunTime)) expression(value);
         return;
     }
     conversionCall(target);
@@ -370,7 +370,7 @@ void Emitter::assigned(const Expr& expr, const TableColumn& column, const Table&
         return;
     }
     if (given == target && expr.kind != ExprKind::Parameter) return expression(expr);
-    if (literalAs(expr, target, true)) return;
+    if (literalAs(expr, target, BadDate::Refused)) return;
     const bool widens = isWhole(target) && isWhole(given) && target.kind != TypeKind::Bit &&
                         largestMagnitude(given.kind) <= largestMagnitude(target.kind);
     const std::int64_t most = largestMagnitude(target.kind) - (target.kind == TypeKind::Bit ? 0 : 1);

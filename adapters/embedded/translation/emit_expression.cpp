@@ -69,7 +69,7 @@ void Emitter::column(const ColumnExpr& column)
         writeName(std::string(source->name.text) + "." + std::string(source->columnName(index)));
         return;
     }
-    if (!bare_) {
+    if (!unqualified_) {
         writeName(source->name.text);
         out_ += '.';
     }
@@ -108,7 +108,7 @@ void Emitter::collated(const Expr& expr)
 
 void Emitter::operand(const Expr& expr, const Type& common, bool collate)
 {
-    as(expr, common, true);
+    as(expr, common, BadDate::Refused);
     if (collate) write(" COLLATE TAMAROK");
 }
 

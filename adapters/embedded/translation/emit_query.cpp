@@ -31,8 +31,8 @@ void Emitter::writeText(std::string_view value)
 
 void Emitter::query(const Query& query, Naming naming, const Source* keySource)
 {
-    if (query.core != nullptr) {
-        core(query, naming, false, keySource);
+    if (query.select != nullptr) {
+        select(query, naming, false, keySource);
         return;
     }
     compound(query, naming, false);
@@ -54,7 +54,7 @@ std::string_view operatorText(SetOperator op)
 
 bool isLimited(const Query& query)
 {
-    const bool top = query.core != nullptr && (query.core->top != nullptr || query.core->rowLimit != nullptr);
+    const bool top = query.select != nullptr && (query.select->top != nullptr || query.select->rowLimit != nullptr);
     return top || !query.order.empty();
 }
 
@@ -64,7 +64,7 @@ bool isLimited(const Query& query)
 void Emitter::compound(const Query& query, Naming naming, bool collate)
 {
     const bool distinct = collate || query.op != SetOperator::UnionAll;
-    if (query.left->core == nullptr && query.left->order.empty()) {
+    if (query.left->select == nullptr && query.left->order.empty()) {
         compound(*query.left, naming, distinct);
     } else {
         arm(*query.left, naming, distinct);
@@ -75,13 +75,13 @@ void Emitter::compound(const Query& query, Naming naming, bool collate)
 
 void Emitter::arm(const Query& query, Naming naming, bool collate)
 {
-    if (query.core != nullptr && !isLimited(query)) {
-        core(query, naming, collate, nullptr);
+    if (query.select != nullptr && !isLimited(query)) {
+        select(query, naming, collate, nullptr);
         return;
     }
     write("SELECT * FROM (");
-    if (query.core != nullptr) {
-        core(query, naming == Naming::None ? Naming::Numbered : naming, collate, nullptr);
+    if (query.select != nullptr) {
+        select(query, naming == Naming::None ? Naming::Numbered : naming, collate, nullptr);
     } else {
         this->query(query, naming == Naming::None ? Naming::Numbered : naming);
     }
@@ -90,9 +90,9 @@ void Emitter::arm(const Query& query, Naming naming, bool collate)
 
 bool Emitter::foldsRows(const Query& query)
 {
-    const Core& core = *query.core;
-    return core.rowLimit != nullptr &&
-           (core.distinct || core.aggregated || core.top != nullptr || !query.order.empty());
+    const Select& select = *query.select;
+    return select.rowLimit != nullptr &&
+           (select.distinct || select.aggregated || select.top != nullptr || !query.order.empty());
 }
 
 bool Emitter::isFolded(const Source& source) const
@@ -100,42 +100,42 @@ bool Emitter::isFolded(const Source& source) const
     return std::find(folded_.begin(), folded_.end(), source.scope) != folded_.end();
 }
 
-void Emitter::core(const Query& query, Naming naming, bool collate, const Source* keySource)
+void Emitter::select(const Query& query, Naming naming, bool collate, const Source* keySource)
 {
-    const Core& core = *query.core;
+    const Select& select = *query.select;
     const bool folds = foldsRows(query);
-    if (folds) folded_.push_back(core.scope);
-    write(core.distinct ? "SELECT DISTINCT " : "SELECT ");
-    items(query, naming, collate || core.distinct, folds ? nullptr : keySource);
+    if (folds) folded_.push_back(select.scope);
+    write(select.distinct ? "SELECT DISTINCT " : "SELECT ");
+    items(query, naming, collate || select.distinct, folds ? nullptr : keySource);
     if (folds) {
         folded_.pop_back();
-        foldedRows(core);
-        folded_.push_back(core.scope);
+        foldedRows(select);
+        folded_.push_back(select.scope);
     } else {
-        if (core.source != nullptr) {
+        if (select.source != nullptr) {
             write(" FROM ");
-            from(core.source);
+            from(select.source);
         }
-        where(core.filter);
+        where(select.filter);
     }
-    groupBy(core);
-    if (core.having != nullptr) {
+    groupBy(select);
+    if (select.having != nullptr) {
         write(" HAVING ");
-        expression(*core.having);
+        expression(*select.having);
     }
     orderBy(query);
-    limit(query, core.rowLimit != nullptr && !folds);
+    limit(query, select.rowLimit != nullptr && !folds);
     if (folds) folded_.pop_back();
 }
 
 /// The rows that ROWNUM lets pass, taken before they are grouped or sorted.
-void Emitter::foldedRows(const Core& core)
+void Emitter::foldedRows(const Select& select)
 {
     write(" FROM (SELECT ");
     bool first = true;
-    for (const ColumnExpr* used : core.scope->used.span()) {
+    for (const ColumnExpr* used : select.scope->used.span()) {
         bool written = false;
-        for (const ColumnExpr* before : core.scope->used.span()) {
+        for (const ColumnExpr* before : select.scope->used.span()) {
             if (before == used) break;
             written = written || (before->source == used->source && before->column == used->column);
         }
@@ -148,23 +148,23 @@ void Emitter::foldedRows(const Core& core)
                   std::string(used->source->columnName(static_cast<std::size_t>(used->column))));
     }
     if (first) write("1");
-    if (core.source != nullptr) {
+    if (select.source != nullptr) {
         write(" FROM ");
-        from(core.source);
+        from(select.source);
     }
-    where(core.filter);
+    where(select.filter);
     write(" LIMIT ");
-    if (core.rowCount >= 0) {
-        write(std::to_string(core.rowCount));
+    if (select.rowCount >= 0) {
+        write(std::to_string(select.rowCount));
     } else {
-        expression(*core.rowLimit);
+        expression(*select.rowLimit);
     }
     write(") AS \"~r\"");
 }
 
 void Emitter::items(const Query& query, Naming naming, bool collate, const Source* keySource)
 {
-    const std::span<OutputColumn> outputs = query.core->outputs;
+    const std::span<OutputColumn> outputs = query.select->outputs;
     for (std::size_t i = 0; i < outputs.size(); ++i) {
         const OutputColumn& output = outputs[i];
         if (i != 0) write(", ");
@@ -198,10 +198,10 @@ void Emitter::where(const Expr* condition)
     expression(*condition);
 }
 
-void Emitter::groupBy(const Core& core)
+void Emitter::groupBy(const Select& select)
 {
     bool first = true;
-    for (const Expr* group : core.groupBy) {
+    for (const Expr* group : select.groupBy) {
         write(first ? " GROUP BY " : ", ");
         first = false;
         collated(*group);
@@ -240,13 +240,13 @@ void Emitter::limitValue(const Expr& expr)
 
 void Emitter::limit(const Query& query, bool rowLimitHere)
 {
-    const Expr* top = query.core != nullptr ? query.core->top : nullptr;
+    const Expr* top = query.select != nullptr ? query.select->top : nullptr;
     if (rowLimitHere) {
         write(" LIMIT ");
-        if (query.core->rowCount >= 0) {
-            write(std::to_string(query.core->rowCount));
+        if (query.select->rowCount >= 0) {
+            write(std::to_string(query.select->rowCount));
         } else {
-            expression(*query.core->rowLimit);
+            expression(*query.select->rowLimit);
         }
         return;
     }

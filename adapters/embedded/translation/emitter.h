@@ -24,6 +24,9 @@ enum class Naming : std::uint8_t {
     Numbered ///< "c1", "c2", ... for an enclosing query of the translation
 };
 
+/// What becomes of a date literal that is no date: an error of the translation, or of SQLite's run.
+enum class BadDate : std::uint8_t { Refused, LeftToRunTime };
+
 /// Writes bound trees as SQLite text. The text relies on how the file stores the values of each type:
 ///   Bit, TinyInt, SmallInt, Int, BigInt   INTEGER
 ///   Decimal, Money, Real, Float           REAL (SQLite stores a whole REAL value as INTEGER)
@@ -55,7 +58,7 @@ public:
 
     void expression(const Expr& expr);
     /// As an operand or result of type `target`: what the server converts without being asked.
-    void as(const Expr& expr, const Type& target, bool strict = false);
+    void as(const Expr& expr, const Type& target, BadDate badDate = BadDate::LeftToRunTime);
     /// As a text, the way the server shows values.
     void asText(const Expr& expr);
     /// As the new value of a column: too long texts and numbers out of range are errors.
@@ -64,15 +67,17 @@ public:
     void assignedColumn(std::string_view name, const Type& type, const TableColumn& column, const Table& table);
 
     /// Columns are written without their table, as CHECK needs it.
-    void writeBareColumns(bool bare) { bare_ = bare; }
+    void writeUnqualifiedColumns(bool unqualified) { unqualified_ = unqualified; }
 
 private:
     // conversions
+    // Conversions call the functions tm_..., which convert as the server does and raise its errors.
     void number(std::string_view function, const Expr& expr);
-    bool literalAs(const Expr& expr, const Type& target, bool strict);
+    // Literals are converted at once where that is possible. @return whether the literal was written
+    bool literalAs(const Expr& expr, const Type& target, BadDate badDate);
     bool literalWhole(const TextExpr& text, const Type& target);
     bool literalNumber(const TextExpr& text, const Type& target);
-    bool literalDate(const TextExpr& text, const Type& target, bool strict);
+    bool literalDate(const TextExpr& text, const Type& target, BadDate badDate);
     void toWhole(const Expr& expr, const Type& target);
     void toFraction(const Expr& expr, const Type& target);
     void toDate(const Expr& expr, const Type& target);
@@ -81,6 +86,7 @@ private:
     void castText(const CastExpr& cast);
     void castDate(const CastExpr& cast);
     void castNumber(const CastExpr& cast);
+    /// A value that is no text, as text; `style` is CONVERT's, or nullptr.
     void textOf(const Expr& expr, const Expr* style, const Type& target);
     void wholeOperand(const Expr& expr, const Type& target);
     void conversionCall(const Type& target);
@@ -93,7 +99,9 @@ private:
     void system(const SystemExpr& system);
     void unary(const UnaryExpr& unary);
     void binary(const BinaryExpr& binary);
+    /// Arithmetic on operands whose types are known at run time only.
     void openArithmetic(const BinaryExpr& binary);
+    /// Whole numbers: with an overflow check where the magnitudes of the operands require one.
     void wholeArithmetic(const BinaryExpr& binary);
     void fractionArithmetic(const BinaryExpr& binary);
     void term(const Expr& expr, const Type& type);
@@ -102,6 +110,7 @@ private:
     void call(std::string_view function, const Expr& left, const Expr& right, const Type& type);
     void infix(const Expr& left, std::string_view op, const Expr& right, const Type& type);
     void compare(const BinaryExpr& compare);
+    /// An operand of a comparison, brought to the common type of both sides.
     void operand(const Expr& expr, const Type& common, bool collate);
     void chain(ExprList operands, std::string_view op);
     void between(const BetweenExpr& between);
@@ -123,15 +132,17 @@ private:
     bool bringsCollation(const Expr& expr) const;
 
     // queries
-    void core(const Query& query, Naming naming, bool collate, const Source* keySource);
+    void select(const Query& query, Naming naming, bool collate, const Source* keySource);
+    // Compound queries. `collate`: duplicates are found by collation TAMAROK.
     void compound(const Query& query, Naming naming, bool collate);
     void arm(const Query& query, Naming naming, bool collate);
     void items(const Query& query, Naming naming, bool collate, const Source* keySource);
-    void groupBy(const Core& core);
+    void groupBy(const Select& select);
     void orderBy(const Query& query);
     void limit(const Query& query, bool rowLimitHere);
     void limitValue(const Expr& expr);
-    void foldedRows(const Core& core);
+    /// FROM of a query that ROWNUM limits before it groups or sorts: an inner query with LIMIT.
+    void foldedRows(const Select& select);
     bool isFolded(const Source& source) const;
     static bool foldsRows(const Query& query);
     void fromOperand(const FromItem& item);
@@ -140,7 +151,7 @@ private:
     DateOrder order_;
     std::string out_;
     std::vector<std::int32_t> parameters_;
-    bool bare_ = false;
+    bool unqualified_ = false; ///< columns are written without their table
     /// Scopes whose columns come out of an inner query, because ROWNUM limits the rows.
     std::vector<const Scope*> folded_;
 };

@@ -57,10 +57,10 @@ struct Step {
     std::vector<std::int32_t> parameters;
     std::vector<std::int32_t> probeParameters;
     /// Insert of one row of parameters alone: the same statement without conversions, for values that
-    /// the file stores unchanged; empty for any other. `bareTypes` tells the column's type for
+    /// the file stores unchanged; empty for any other. `unconvertedTypes` tells the column's type for
     /// each "?"; the parameters are those of `text`.
-    std::string bareText;
-    std::vector<tsql::Type> bareTypes;
+    std::string unconvertedText;
+    std::vector<tsql::Type> unconvertedTypes;
     std::size_t sourceOffset = 0; ///< where the statement begins in the batch's text
 };
 

@@ -85,7 +85,7 @@ void Translator::createTable(const CreateTableStatement& create)
         const bool inKey =
             key != nullptr && std::find(key->columns.begin(), key->columns.end(), column.name) != key->columns.end();
         keyDone = keyDone || (column.identity && isKeyOf(key, column));
-        columnDefinition(column, table, column.identity, inKey || (column.primaryKey && identities > 0));
+        columnDefinition(column, table, inKey || (column.primaryKey && identities > 0));
     }
     for (const TableConstraint& constraint : create.constraints) {
         if (&constraint == key && keyDone) continue;
@@ -98,17 +98,17 @@ void Translator::createTable(const CreateTableStatement& create)
 }
 
 /// A column numbered by the database is SQLite's row key; another primary key beside it becomes UNIQUE.
-void Translator::columnDefinition(const ColumnDefinition& column, const Table& table, bool rowKey, bool key)
+void Translator::columnDefinition(const ColumnDefinition& column, const Table& table, bool inKey)
 {
     emitter_.writeName(column.name.text);
-    if (rowKey) {
+    if (column.identity) {
         emitter_.write(" INTEGER PRIMARY KEY AUTOINCREMENT");
         return;
     }
     emitter_.write(" " + sqliteDeclaration(column.typeText));
     const bool identityBeside = std::any_of(table.columns.begin(), table.columns.end(),
                                             [](const TableColumn& other) { return other.identity; });
-    if (column.notNull || column.primaryKey || key) emitter_.write(" NOT NULL");
+    if (column.notNull || column.primaryKey || inKey) emitter_.write(" NOT NULL");
     if (column.primaryKey) emitter_.write(identityBeside ? " UNIQUE" : " PRIMARY KEY");
     if (column.unique) emitter_.write(" UNIQUE");
     if (column.defaultValue != nullptr) {
@@ -134,9 +134,9 @@ void Translator::check(Expr& condition, const Table& table)
     binder_.addTable(table, {table.name, condition.offset}, scope);
     binder_.bindPlain(condition, scope, "CHECK");
     emitter_.write("CHECK (");
-    emitter_.writeBareColumns(true);
+    emitter_.writeUnqualifiedColumns(true);
     emitter_.expression(condition);
-    emitter_.writeBareColumns(false);
+    emitter_.writeUnqualifiedColumns(false);
     emitter_.write(")");
 }
 
@@ -285,7 +285,7 @@ void Translator::alter(const AlterStatement& alter)
             source_.unsupported(column.name.offset, "ALTER TABLE ... ADD of a key or IDENTITY column");
         }
         begin(" ADD COLUMN ");
-        columnDefinition(column, table, false, false);
+        columnDefinition(column, table, false);
     }
     for (const Name& column : alter.dropped) {
         const std::int32_t index = binder_.requireColumn(table, column);

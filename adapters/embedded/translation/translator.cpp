@@ -68,7 +68,7 @@ void Translator::query(Query& query, RowKey rowKey)
 {
     emitter_.text().reserve(source_.text().size() * 2 + 512);
     binder_.bindQuery(query, nullptr);
-    if (query.core != nullptr && !query.core->into.empty()) {
+    if (query.select != nullptr && !query.select->into.empty()) {
         selectInto(query);
         return;
     }
@@ -82,12 +82,12 @@ void Translator::query(Query& query, RowKey rowKey)
 /// The one base table whose rows the query gives, each at most once.
 const Source* Translator::keySource(const Query& query) const
 {
-    if (query.core == nullptr) return nullptr;
-    const Core& core = *query.core;
-    const bool oneTable = core.source != nullptr && core.source->kind == FromKind::Table;
-    const bool folds = core.rowLimit != nullptr && (core.top != nullptr || !query.order.empty());
-    if (!oneTable || core.distinct || core.aggregated || folds) return nullptr;
-    return core.source->source;
+    if (query.select == nullptr) return nullptr;
+    const Select& select = *query.select;
+    const bool oneTable = select.source != nullptr && select.source->kind == FromKind::Table;
+    const bool folds = select.rowLimit != nullptr && (select.top != nullptr || !query.order.empty());
+    if (!oneTable || select.distinct || select.aggregated || folds) return nullptr;
+    return select.source->source;
 }
 
 void Translator::describe(std::span<const OutputColumn> outputs)
@@ -113,7 +113,7 @@ void Translator::describe(std::span<const OutputColumn> outputs)
 
 void Translator::selectInto(Query& query)
 {
-    const Name& into = query.core->into;
+    const Name& into = query.select->into;
     const bool temporary = into.text.starts_with('#');
     step_.kind = Step::Kind::Define;
     emitter_.write(temporary ? "CREATE TEMP TABLE " : "CREATE TABLE ");
@@ -196,16 +196,19 @@ void Translator::insert(const InsertStatement& insert)
 
 namespace {
 
-[[noreturn]] void refuseCount(const SourceText& source, std::size_t offset, bool listed, bool tooMany)
+/// Refuses an INSERT whose rows have another number of values than it has columns.
+[[noreturn]] void refuseCount(const SourceText& source, const InsertStatement& insert, std::size_t values,
+                              std::size_t columns)
 {
-    if (!listed) {
-        source.refuse(offset, 213, "Column name or number of supplied values does not match table definition.");
+    if (insert.columns.empty()) {
+        source.refuse(insert.table.offset, 213,
+                      "Column name or number of supplied values does not match table definition.");
     }
-    source.refuse(offset, tooMany ? 110 : 109,
-                  tooMany ? "There are fewer columns in the INSERT statement than values specified. The number of "
-                            "values must match the number of columns."
-                          : "There are more columns in the INSERT statement than values specified. The number of "
-                            "values must match the number of columns.");
+    const bool tooMany = values > columns;
+    source.refuse(insert.table.offset, tooMany ? 110 : 109,
+                  "There are " + std::string(tooMany ? "fewer" : "more") +
+                      " columns in the INSERT statement than values specified. The number of values must match the "
+                      "number of columns.");
 }
 
 } // namespace
@@ -226,7 +229,7 @@ std::span<std::int32_t> Translator::withoutDefaults(const InsertStatement& inser
 }
 
 /// The statement as written so far with plain parameters behind it, where the row consists of nothing else.
-void Translator::bareRow(const ExprList& row, const Table& table, std::span<const std::int32_t> kept)
+void Translator::unconvertedRow(const ExprList& row, const Table& table, std::span<const std::int32_t> kept)
 {
     std::string text = emitter_.text() + " VALUES (";
     std::vector<Type> types;
@@ -236,15 +239,15 @@ void Translator::bareRow(const ExprList& row, const Table& table, std::span<cons
         text += types.empty() ? "?" : ", ?";
         types.push_back(table.columns[static_cast<std::size_t>(kept[i])].type);
     }
-    step_.bareText = std::move(text) + ")";
-    step_.bareTypes = std::move(types);
+    step_.unconvertedText = std::move(text) + ")";
+    step_.unconvertedTypes = std::move(types);
 }
 
 void Translator::insertRows(const InsertStatement& insert, const Table& table, std::span<const std::int32_t> columns)
 {
     for (const ExprList& row : insert.rows) {
         if (row.size() == columns.size()) continue;
-        refuseCount(source_, insert.table.offset, !insert.columns.empty(), row.size() > columns.size());
+        refuseCount(source_, insert, row.size(), columns.size());
     }
     const std::span<std::int32_t> all = arena_.copy(columns);
     const std::span<std::int32_t> kept = withoutDefaults(insert, all);
@@ -258,7 +261,7 @@ void Translator::insertRows(const InsertStatement& insert, const Table& table, s
         return;
     }
     columnList(table, listed.span());
-    if (insert.rows.size() == 1) bareRow(insert.rows[0], table, kept);
+    if (insert.rows.size() == 1) unconvertedRow(insert.rows[0], table, kept);
     Scope& scope = binder_.makeScope(nullptr);
     bool firstRow = true;
     for (const ExprList& row : insert.rows) {
@@ -282,8 +285,8 @@ void Translator::insertQuery(const InsertStatement& insert, const Table& table, 
     Query& query = *insert.query;
     binder_.bindQuery(query, nullptr);
     if (query.outputs.size() != columns.size()) {
+        if (insert.columns.empty()) refuseCount(source_, insert, query.outputs.size(), columns.size());
         const bool tooMany = query.outputs.size() > columns.size();
-        if (insert.columns.empty()) refuseCount(source_, insert.table.offset, false, tooMany);
         source_.refuse(insert.table.offset, tooMany ? 121 : 120,
                        "The select list for the INSERT statement contains " + std::string(tooMany ? "more" : "fewer") +
                            " items than the insert list. The number of SELECT values must match the number of INSERT "

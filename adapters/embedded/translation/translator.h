@@ -10,10 +10,10 @@
 
 namespace tamarok::embedded::translation {
 
-/// A declared type in a form that SQLite keeps as it stands.
+/// A declared type as SQLite text. SQLite stores the text, from which the schema is read back.
 std::string sqliteDeclaration(std::string_view declaration);
 
-/// Turns one parsed step into one for SQLite.
+/// Translates one parsed step: binds it, and writes SQLite text for it. An object translates once.
 class Translator {
 public:
     Translator(const SourceText& source, const Schema& schema, DateOrder order);
@@ -22,13 +22,16 @@ public:
 
 private:
     void query(Query& query, RowKey rowKey);
+    /// SELECT ... INTO: creates the table, then inserts the rows.
     void selectInto(Query& query);
+    /// Records names, types and base columns of the result.
     void describe(std::span<const OutputColumn> outputs);
     const Source* keySource(const Query& query) const;
 
     void insert(const InsertStatement& insert);
+    /// Positions of the columns that receive values: those listed, or all but the identity column.
     std::span<std::int32_t> insertColumns(const InsertStatement& insert, const Table& table);
-    void bareRow(const ExprList& row, const Table& table, std::span<const std::int32_t> kept);
+    void unconvertedRow(const ExprList& row, const Table& table, std::span<const std::int32_t> kept);
     void insertRows(const InsertStatement& insert, const Table& table, std::span<const std::int32_t> columns);
     void insertQuery(const InsertStatement& insert, const Table& table, std::span<const std::int32_t> columns);
     void columnList(const Table& table, std::span<const std::int32_t> columns);
@@ -36,14 +39,18 @@ private:
 
     void update(const UpdateStatement& update);
     void updateAssignments(const UpdateStatement& update, const Source& target, bool fromRows);
+    // UPDATE ... FROM in which the target is one of the joined tables.
     void updateJoined(const UpdateStatement& update, const Source& target);
     void erase(const DeleteStatement& erase);
+    /// @param joined  receives whether the rows of the target come out of the FROM clause
     Source& targetSource(const Name& target, FromItem* from, Scope& scope, bool& joined);
+    /// Writes the query for the rowids that the statement touches.
     void lockProbe(const Source& target, const FromItem* from, bool joined, const Expr* where);
     void bindWhere(Expr* where, Scope& scope);
 
     void createTable(const CreateTableStatement& create);
-    void columnDefinition(const ColumnDefinition& column, const Table& table, bool rowKey, bool key);
+    void columnDefinition(const ColumnDefinition& column, const Table& table, bool inKey);
+    /// @param demoted  a primary key becomes UNIQUE, since an identity column is SQLite's primary key
     void tableConstraint(const TableConstraint& constraint, const Table& table, bool demoted);
     void check(Expr& condition, const Table& table);
     void referenceTo(const Name& table, std::span<const Name> columns, std::string_view actions);

@@ -13,8 +13,8 @@
 
 #include "tamarok/variant.h"
 
-/// The syntax tree of a batch. Nodes live in an arena, texts are slices of the batch's text. What
-/// stands behind "bound:" is written anew by the binder for each translation.
+/// The syntax tree of a batch. Nodes live in an arena, texts are slices of the batch's text. Members below
+/// "set by the binder" are written anew whenever a statement is bound.
 namespace tamarok::tsql {
 
 struct Query;
@@ -52,12 +52,13 @@ enum class ExprKind : std::uint8_t {
     Subquery
 };
 
+/// Base of all expressions; `kind` tells the derived type.
 struct Expr {
     ExprKind kind;
     bool condition = false; ///< true or false, and so no value
     std::uint16_t height = 1;
     std::uint32_t offset = 0;
-    // bound:
+    // set by the binder:
     Type type{};
     std::uint64_t hash = 0;      ///< of the structure: equal expressions have equal ones, others do not
     std::int64_t magnitude = -1; ///< whole numbers: largest absolute value, -1 for not known
@@ -65,20 +66,24 @@ struct Expr {
 
 using ExprList = std::span<Expr*>;
 
+/// A numeric literal.
 struct NumberExpr : Expr {
     std::string_view text;
     TokenKind token;
 };
 
+/// A text literal.
 struct TextExpr : Expr {
     std::string_view raw; ///< with its quotes, without the N before them
     bool national;
 };
 
+/// A parameter "?"; `index` counts from 0 over the batch.
 struct ParameterExpr : Expr {
     std::int32_t index;
 };
 
+/// @@IDENTITY, @@ROWCOUNT.
 struct SystemExpr : Expr {
     std::string_view name;
 };
@@ -86,7 +91,7 @@ struct SystemExpr : Expr {
 struct ColumnExpr : Expr {
     Name qualifier;
     Name name;
-    // bound:
+    // set by the binder:
     Source* source = nullptr;
     std::int32_t column = 0;
 };
@@ -123,7 +128,7 @@ struct InListExpr : Expr {
     Expr* value;
     ExprList items;
     bool negated;
-    Type common{}; ///< bound: type in which the comparison is made
+    Type common{}; ///< set by the binder: type in which the comparison is made
 };
 
 struct InQueryExpr : Expr {
@@ -159,7 +164,7 @@ struct CaseExpr : Expr {
     Expr* operand; ///< nullptr for the searched form
     std::span<CaseArm> arms;
     Expr* otherwise; ///< nullptr without ELSE
-    Type common{};   ///< bound: type in which operand and arms are compared
+    Type common{};   ///< set by the binder: type in which operand and arms are compared
 };
 
 struct CastExpr : Expr {
@@ -176,7 +181,7 @@ struct CallExpr : Expr {
 struct OrderItem {
     Expr* value;
     bool descending;
-    std::int32_t ordinal = 0; ///< bound: position in the SELECT list from 1, or 0
+    std::int32_t ordinal = 0; ///< set by the binder: position in the SELECT list from 1, or 0
 };
 
 struct Over {
@@ -190,7 +195,7 @@ struct FunctionExpr : Expr {
     bool star;
     bool distinct;
     Over* over;
-    // bound:
+    // set by the binder:
     const Builtin* builtin = nullptr;
     Scope* scope = nullptr; ///< whose rows an aggregate takes
     bool aggregate = false; ///< and not a window function
@@ -200,6 +205,7 @@ struct FunctionExpr : Expr {
 
 enum class FromKind : std::uint8_t { Table, Derived, Inner, Left, Right, Full, Cross, Comma };
 
+/// A table, a derived table or a join of two items.
 struct FromItem {
     FromKind kind;
     std::uint32_t offset = 0;
@@ -210,9 +216,10 @@ struct FromItem {
     FromItem* left = nullptr;
     FromItem* right = nullptr;
     Expr* on = nullptr;
-    Source* source = nullptr; ///< bound
+    Source* source = nullptr; ///< set by the binder
 };
 
+/// An item of the SELECT list as written.
 struct SelectItem {
     Expr* value = nullptr; ///< nullptr for a star
     Name qualifier;        ///< of a star
@@ -220,6 +227,7 @@ struct SelectItem {
     std::uint32_t offset = 0;
 };
 
+/// A column of a query's result; a star gives several.
 struct OutputColumn {
     std::string_view name;
     Type type;
@@ -228,7 +236,8 @@ struct OutputColumn {
     Expr* value = nullptr;
 };
 
-struct Core {
+/// One SELECT with its clauses, without ORDER BY (a "query specification").
+struct Select {
     bool distinct = false;
     Expr* top = nullptr;
     std::span<SelectItem> items;
@@ -238,7 +247,7 @@ struct Core {
     ExprList groupBy;
     Expr* having = nullptr;
     std::uint32_t offset = 0;
-    // bound:
+    // set by the binder:
     Scope* scope = nullptr;
     bool aggregated = false;
     FromItem* source = nullptr; ///< `from`, or nullptr for Oracle's DUAL
@@ -250,9 +259,10 @@ struct Core {
 
 enum class SetOperator : std::uint8_t { None, Union, UnionAll, Except, Intersect };
 
+/// A SELECT, or two queries joined by UNION, EXCEPT or INTERSECT.
 struct Query {
     SetOperator op = SetOperator::None;
-    Core* core = nullptr;
+    Select* select = nullptr;
     Query* left = nullptr;
     Query* right = nullptr;
     std::span<OrderItem> order;
@@ -260,7 +270,7 @@ struct Query {
     Expr* fetch = nullptr;
     std::uint16_t arms = 1;
     std::uint32_t offset = 0;
-    // bound:
+    // set by the binder:
     std::span<OutputColumn> outputs;
     std::span<Type> targets; ///< types into which the items are brought; empty for their own
 };
@@ -409,6 +419,7 @@ struct ParsedStep {
     bool flag = false;
 };
 
+/// The node as its derived type, which `kind` must agree with.
 template <class T>
 T& as(Expr& expr)
 {

@@ -10,13 +10,15 @@
 
 namespace tamarok::tsql {
 
-/// Gives every name of a statement its column and every expression its type, by the server's rules.
+/// Resolves the names of a statement against the schema and gives every expression its type, by the server's rules.
+/// Results are written into the tree. Errors: 0x80040E14 with the server's number, line and column.
 class Binder {
 public:
     Binder(const SourceText& source, const Schema& schema, Arena& arena) :
         source_(source), schema_(schema), arena_(arena)
     {}
 
+    /// @param outer  scope of the query around this one; nullptr for a statement
     void bindQuery(Query& query, Scope* outer);
     void bindExpression(Expr& expr, Scope& scope);
 
@@ -26,30 +28,39 @@ public:
     /// WHERE, SET and the like: no aggregates.
     void bindPlain(Expr& expr, Scope& scope, std::string_view clause);
 
+    /// Error 208 for an unknown table.
     const Table& requireTable(const Name& name) const;
+    /// Position of the column. Error 207 for an unknown one.
     std::int32_t requireColumn(const Table& table, const Name& name) const;
+    /// Adds a table to a scope under `name`. Error 1013 or, for a correlation name, 1011 if the name is taken.
     Source& addTable(const Table& table, const Name& name, Scope& scope, bool correlation = false);
 
 private:
+    /// Whether the expression being bound may contain an aggregate.
     enum class Aggregates : std::uint8_t { Allowed, Refused, Inside };
 
     // queries
-    void bindCore(Core& core, Scope* outer);
-    void bindItems(Core& core, Scope& scope);
+    void bindSelect(Select& select, Scope* outer);
+    void bindItems(Select& select, Scope& scope);
+    /// Replaces * and T.* with the columns of the sources.
     void expandStar(const SelectItem& item, Scope& scope, ArenaList<OutputColumn>& outputs);
     void appendColumns(Source& source, const SelectItem& item, ArenaList<OutputColumn>& outputs);
-    void bindGroups(Core& core, Scope& scope);
+    void bindGroups(Select& select, Scope& scope);
     void bindOrder(Query& query);
     bool bindOrdinal(const Query& query, OrderItem& item);
-    void bindCoreOrder(Query& query, OrderItem& item);
+    void bindSelectOrder(Query& query, OrderItem& item);
+    /// Refuses columns outside of aggregates that GROUP BY does not name (error 8120).
     void checkGroups(Query& query);
-    void checkGrouped(Expr& expr, const Core& core, std::string_view clause);
+    void checkGrouped(Expr& expr, const Select& select, std::string_view clause);
+    /// Gives a compound query the columns of its first SELECT, with types that hold the values of both sides.
     void combineArms(Query& query);
+    /// Hands the types of a query's columns down to all SELECTs of a compound query.
+    static void setTargets(Query& query, std::span<Type> targets);
     Source& addSource(const Name& name, Scope& scope, bool correlation);
     void bindDerived(FromItem& item, Scope& scope);
     void checkDerivedNames(const FromItem& item, std::span<OutputColumn> outputs) const;
-    void takeRowLimit(Core& core);
-    bool isRowLimit(Expr& expr, Core& core);
+    void takeRowLimit(Select& select);
+    bool isRowLimit(Expr& expr, Select& select);
 
     // expressions
     void bindColumn(ColumnExpr& column, Scope& scope);
@@ -61,6 +72,7 @@ private:
     void bindUnary(UnaryExpr& unary);
     void bindBinary(BinaryExpr& binary);
     void bindDateArithmetic(BinaryExpr& binary) const;
+    /// Bounds the absolute value of a whole result, so that small numbers need no overflow check.
     void bindMagnitude(BinaryExpr& binary) const;
     void bindInQuery(InQueryExpr& in, Scope& scope);
     void bindCase(CaseExpr& expr, Scope& scope);
@@ -73,6 +85,7 @@ private:
     Type textResult(const FunctionExpr& function, Type argument) const;
     void bindOver(Over& over, Scope& scope);
     void bindScalarQuery(QueryExpr& subquery, Scope& scope);
+    /// Computes the hash of the expression's structure, by which GROUP BY and ORDER BY recognise it.
     void finish(Expr& expr) const;
     [[noreturn]] void refuseOperand(const Expr& expr, const Type& type, std::string_view operation) const;
 
@@ -80,8 +93,8 @@ private:
     const Schema& schema_;
     Arena& arena_;
     Aggregates aggregates_ = Aggregates::Refused;
-    std::string_view clause_ = "WHERE";
-    std::uint32_t sources_ = 0;
+    std::string_view clause_ = "WHERE"; ///< named by messages on aggregates
+    std::uint32_t sources_ = 0;         ///< number of the last source
 };
 
 } // namespace tamarok::tsql

@@ -8,7 +8,8 @@
 /// Latin-1 (ä, ö, ü, ...), which is what names of this system are made of.
 namespace tamarok::tsql {
 
-/// Upper case of byte `c` of a UTF-8 text whose byte before is `previous`.
+/// Upper case of byte `c` of a UTF-8 text; `previous` is the byte before it. Letters of Latin-1 have two bytes, the
+/// first of them 0xC3; ÷ and ß have no upper case.
 constexpr unsigned char foldByte(unsigned char previous, unsigned char c)
 {
     const bool ascii = c >= 'a' && c <= 'z';
@@ -16,6 +17,7 @@ constexpr unsigned char foldByte(unsigned char previous, unsigned char c)
     return ascii || latin ? static_cast<unsigned char>(c - 0x20) : c;
 }
 
+/// Whether two names are equal without regard to case.
 constexpr bool sameName(std::string_view a, std::string_view b)
 {
     if (a.size() != b.size()) return false;

@@ -9,6 +9,7 @@ namespace tamarok::tsql {
 
 enum class TypeClass : std::uint8_t { Unknown, Null, Whole, Fixed, Floating, Text, Date, Guid, Binary };
 
+/// Classes of types that the rules treat alike.
 TypeClass classOf(const Type& type);
 
 inline bool isText(const Type& type)
