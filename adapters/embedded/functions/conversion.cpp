@@ -7,7 +7,6 @@
 #include <string>
 
 #include "functions/catalog.h"
-#include "functions/names.h"
 #include "functions/number_text.h"
 
 #include "tamarok/text.h"
@@ -320,8 +319,8 @@ void tmBit(Call& call)
     }
     const TextArgument text = call.text(0);
     const std::string_view word = trimBlanks(text);
-    if (equalsAscii(word, "true")) return call.result(std::int64_t{1});
-    if (equalsAscii(word, "false")) return call.result(std::int64_t{0});
+    if (text::equalsNoCase(word, "true")) return call.result(std::int64_t{1});
+    if (text::equalsNoCase(word, "false")) return call.result(std::int64_t{0});
     std::string_view digits = word;
     if (!digits.empty() && (digits.front() == '-' || digits.front() == '+')) digits.remove_prefix(1);
     if (digits.find_first_not_of("0123456789") != std::string_view::npos) {

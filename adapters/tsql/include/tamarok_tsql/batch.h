@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "tamarok_tsql/date_text.h"
 #include "tamarok_tsql/types.h"
 
 #include "tamarok/variant.h"
@@ -98,8 +99,7 @@ struct Step {
     std::size_t sourceOffset = 0; ///< where the statement begins in the batch's text
 };
 
-/// Order of day, month and year in date texts with slashes.
-enum class DateOrder : std::uint8_t { Mdy, Dmy, Ymd, Ydm, Myd, Dym };
+using tsql::DateOrder;
 
 /// A parsed batch. Statements are translated one at a time, just before they run, since an earlier
 /// one may create the tables that a later one names.
