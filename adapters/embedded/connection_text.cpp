@@ -12,11 +12,11 @@ constexpr std::string_view provider = "Tamarok.Embedded";
 
 struct OrderName {
     std::string_view name;
-    sql::DateOrder order;
+    DateOrder order;
 };
 constexpr std::array orderNames{
-    OrderName{"MDY", sql::DateOrder::Mdy}, OrderName{"DMY", sql::DateOrder::Dmy}, OrderName{"YMD", sql::DateOrder::Ymd},
-    OrderName{"YDM", sql::DateOrder::Ydm}, OrderName{"MYD", sql::DateOrder::Myd}, OrderName{"DYM", sql::DateOrder::Dym},
+    OrderName{"MDY", DateOrder::Mdy}, OrderName{"DMY", DateOrder::Dmy}, OrderName{"YMD", DateOrder::Ymd},
+    OrderName{"YDM", DateOrder::Ydm}, OrderName{"MYD", DateOrder::Myd}, OrderName{"DYM", DateOrder::Dym},
 };
 
 struct ModeName {
@@ -147,7 +147,7 @@ ConnectionWish parseConnectionText(std::string_view text)
 std::string composeConnectionText(const std::string& file, const OpenOptions& options)
 {
     std::string text = "Provider=" + std::string{provider} + ";Data Source=" + quotedIfNeeded(file);
-    if (options.dateOrder != sql::DateOrder::Mdy) {
+    if (options.dateOrder != DateOrder::Mdy) {
         for (const OrderName& candidate : orderNames) {
             if (candidate.order == options.dateOrder) {
                 text += ";Date Order=" + std::string{candidate.name};

@@ -14,12 +14,11 @@ using Kind = sql::Step::Kind;
 
 struct NamedOrder {
     std::string_view name;
-    sql::DateOrder order;
+    DateOrder order;
 };
 constexpr std::array namedOrders{
-    NamedOrder{"dmy", sql::DateOrder::Dmy}, NamedOrder{"mdy", sql::DateOrder::Mdy},
-    NamedOrder{"ymd", sql::DateOrder::Ymd}, NamedOrder{"ydm", sql::DateOrder::Ydm},
-    NamedOrder{"myd", sql::DateOrder::Myd}, NamedOrder{"dym", sql::DateOrder::Dym},
+    NamedOrder{"dmy", DateOrder::Dmy}, NamedOrder{"mdy", DateOrder::Mdy}, NamedOrder{"ymd", DateOrder::Ymd},
+    NamedOrder{"ydm", DateOrder::Ydm}, NamedOrder{"myd", DateOrder::Myd}, NamedOrder{"dym", DateOrder::Dym},
 };
 
 /// Runs `work`; an error that leaves it carries the statement's text.

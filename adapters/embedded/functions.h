@@ -53,7 +53,7 @@ namespace tamarok::embedded {
 
 /// What functions need of their connection. Lives as long as the connection.
 struct FunctionContext {
-    sql::DateOrder dateOrder = sql::DateOrder::Mdy;
+    DateOrder dateOrder = DateOrder::Mdy;
 };
 
 /// Registers all of them. Throws Error where SQLite refuses.

@@ -93,7 +93,7 @@ CachedBatch::CachedBatch(std::string_view text) :
 {}
 
 const std::shared_ptr<CachedStep>& CachedBatch::step(std::size_t index, bool withRowKey, SchemaCatalog& catalog,
-                                                     sql::DateOrder order)
+                                                     DateOrder order)
 {
     std::shared_ptr<CachedStep>& cached = withRowKey ? keyed_[index] : plain_[index];
     if (cached == nullptr || cached->generation != catalog.generation() || cached->order != order) {

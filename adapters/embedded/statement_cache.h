@@ -34,7 +34,7 @@ struct CachedStep {
     CompiledText probe;
     CompiledText bare;
     std::uint64_t generation = 0;
-    sql::DateOrder order = sql::DateOrder::Mdy;
+    DateOrder order = DateOrder::Mdy;
 };
 
 /// Which text of a step.
@@ -74,7 +74,7 @@ public:
     std::size_t size() const noexcept { return plain_.size(); }
     /// The step, translated against the present schema.
     const std::shared_ptr<CachedStep>& step(std::size_t index, bool withRowKey, SchemaCatalog& catalog,
-                                            sql::DateOrder order);
+                                            DateOrder order);
 
 private:
     std::string text_;

@@ -411,7 +411,7 @@ void tmDecimal(Call& call)
 /// A quotient of decimals: the server cuts its further places.
 void tmDecimalCut(Call& call)
 {
-    resultDecimal(call, &cutToPlaces);
+    resultDecimal(call, &truncateTo);
 }
 
 void tmNVarChar(Call& call)

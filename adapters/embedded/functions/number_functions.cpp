@@ -81,7 +81,7 @@ void round(Call& call)
     const bool cut = call.count() > 2 && call.whole(2) != 0;
     if (!isWhole(call, 0)) {
         const double number = call.real(0);
-        return call.result(cut ? cutToPlaces(number, places) : roundHalfAway(number, places));
+        return call.result(cut ? truncateTo(number, places) : roundHalfAway(number, places));
     }
     const std::int64_t number = call.whole(0);
     std::int64_t rounded = 0;

@@ -148,7 +148,7 @@ void trunc(Call& call)
     }
     const std::int64_t places = call.count() > 1 ? std::clamp<std::int64_t>(call.whole(1), -400, 400) : 0;
     if (call.storage(0) != Storage::Whole) {
-        return call.result(cutToPlaces(call.real(0), static_cast<std::int32_t>(places)));
+        return call.result(truncateTo(call.real(0), static_cast<std::int32_t>(places)));
     }
     std::int64_t cut = 0;
     roundWhole(call.whole(0), static_cast<std::int32_t>(places), true, cut);

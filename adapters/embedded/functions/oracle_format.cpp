@@ -8,6 +8,7 @@
 #include "functions/call.h"
 #include "functions/number_text.h"
 
+#include "tamarok/decimal_digits.h"
 #include "tamarok/english_dates.h"
 #include "tamarok/pivot_years.h"
 #include "tamarok/text.h"
@@ -386,14 +387,12 @@ std::string oracleNumberText(double number)
     if (number == 0.0) return "0";
     constexpr std::int32_t widest = 40;
     const DecimalDigits form = decimalDigits(number);
-    if (form.exponent >= widest || form.exponent < -widest) {
+    const std::int32_t exponent = form.point - 1;
+    if (exponent >= widest || exponent < -widest) {
         char buffer[40];
         return std::string{writeFloat(number, 2, buffer)};
     }
-    std::int32_t last = 14;
-    while (last > 0 && form.digits[last] == '0')
-        --last;
-    const std::int32_t scale = std::max(last - form.exponent, 0);
+    const std::int32_t scale = std::max(form.count - form.point, 0);
     std::string text = decimalText(number, scale);
     const std::size_t zero = form.negative ? 1 : 0;
     if (text.size() > zero + 1 && text[zero] == '0' && text[zero + 1] == '.') text.erase(zero, 1);

@@ -8,7 +8,7 @@ namespace {
 
 struct DateRow {
     const char* text;
-    tsql::DateOrder order;
+    DateOrder order;
     TypeKind kind;
     const char* answer; ///< the stored text, or "error N"
 };
@@ -22,8 +22,8 @@ std::string answerOf(const DateRow& row)
 
 TEST(DateTexts, FollowSeparatorAndOrder)
 {
-    const auto mdy = tsql::DateOrder::Mdy;
-    const auto dmy = tsql::DateOrder::Dmy;
+    const auto mdy = DateOrder::Mdy;
+    const auto dmy = DateOrder::Dmy;
     const auto full = TypeKind::DateTime;
     const DateRow rows[] = {
         {"31.01.2020", mdy, full, "2020-01-31 00:00:00.000"},
@@ -37,7 +37,7 @@ TEST(DateTexts, FollowSeparatorAndOrder)
         {"31/01/2020", dmy, full, "2020-01-31 00:00:00.000"},
         {"31/01/2020", mdy, full, "error 242"},
         {"2020/01/31", mdy, full, "2020-01-31 00:00:00.000"},
-        {"20/31/01", tsql::DateOrder::Ydm, full, "2020-01-31 00:00:00.000"},
+        {"20/31/01", DateOrder::Ydm, full, "2020-01-31 00:00:00.000"},
         {"20200131", mdy, full, "2020-01-31 00:00:00.000"},
         {"200131", dmy, full, "2020-01-31 00:00:00.000"},
         {"2020", mdy, full, "2020-01-01 00:00:00.000"},

@@ -27,7 +27,7 @@ enum class OpenMode : std::uint8_t {
 struct OpenOptions {
     OpenMode mode = OpenMode::OpenExisting;
     /// Order of day, month and year in date texts with slashes.
-    sql::DateOrder dateOrder = sql::DateOrder::Mdy;
+    DateOrder dateOrder = DateOrder::Mdy;
     ProcedureRegistry procedures = builtInProcedures();
 };
 

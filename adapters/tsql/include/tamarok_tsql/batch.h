@@ -99,8 +99,6 @@ struct Step {
     std::size_t sourceOffset = 0; ///< where the statement begins in the batch's text
 };
 
-using tsql::DateOrder;
-
 /// A parsed batch. Statements are translated one at a time, just before they run, since an earlier
 /// one may create the tables that a later one names.
 class Batch {

@@ -8,12 +8,11 @@
 #include "tamarok_tsql/date_value.h"
 #include "tamarok_tsql/types.h"
 
+#include "tamarok/date_order.h"
+
 /// The one grammar of date texts: a literal, the value of a text column and a text parameter are all converted by
 /// convertDateText, so that the same text has the same value, or the same error, in all three places.
 namespace tamarok::tsql {
-
-/// Order of day, month and year in numeric date texts (SET DATEFORMAT).
-enum class DateOrder : std::uint8_t { Mdy, Dmy, Ymd, Ydm, Myd, Dym };
 
 /// How the three numbers of a date text are understood.
 struct DateReading {
