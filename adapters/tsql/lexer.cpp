@@ -3,9 +3,9 @@
 
 #include "tamarok_tsql/names.h"
 #include "tamarok_tsql/source_text.h"
-#include "tamarok_tsql/token.h"
+#include "token.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 namespace {
 
 struct KeywordRow {
@@ -19,7 +19,7 @@ constexpr bool Reserved = true;
 constexpr bool Free = false;
 constexpr std::array keywordRows{
 #define KEYWORD(id, text, use) KeywordRow{text, Keyword::id, use, nameHash(text)},
-#include "tamarok_tsql/keywords.inc"
+#include "keywords.inc"
 #undef KEYWORD
 };
 static_assert(keywordRows.size() + 1 == static_cast<std::size_t>(Keyword::Count));
@@ -85,7 +85,7 @@ private:
             {static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(position_ - begin), hash, kind, keyword});
     }
 
-    /// Statements go to SQLite as UTF-8 that ends at a zero byte, so neither may slip in.
+    /// Refuses bytes that are not UTF-8, and zero bytes: back ends take statements as zero-terminated UTF-8.
     void checkEncoding() const
     {
         constexpr std::uint64_t lowest = 0x0101010101010101ULL;
@@ -344,4 +344,4 @@ std::vector<Token> tokenize(std::string_view text)
     return Lexer(text).run();
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

@@ -3,7 +3,7 @@
 #include <charconv>
 #include <cstddef>
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 namespace {
 
 std::string_view trimmed(std::string_view text)
@@ -63,4 +63,4 @@ bool isNumberText(std::string_view text, bool floating)
     return read.ec == std::errc() && read.ptr == end;
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

@@ -1,6 +1,6 @@
-#include "tamarok_tsql/parser.h"
+#include "parser.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 
 namespace {
 constexpr int deepestNesting = 200;
@@ -19,7 +19,7 @@ std::vector<ParsedStep> Parser::parse()
     while (!at(TokenKind::End)) {
         if (accept(TokenKind::Semicolon)) continue;
         if (at(TokenKind::Go)) {
-            addPlain(Step::Kind::Nothing, current().offset);
+            add(StepKind::Nothing, current().offset);
             ++position_;
             continue;
         }
@@ -151,4 +151,4 @@ Name Parser::optionalAlias()
     return {};
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

@@ -1,7 +1,7 @@
-#include "tamarok_tsql/parser.h"
+#include "parser.h"
 #include "tamarok_tsql/type_rules.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 
 void Parser::createStatement()
 {
@@ -275,7 +275,7 @@ void Parser::truncateStatement()
     ++position_;
     expect(Keyword::Table, "TABLE");
     const Name table = qualifiedName();
-    add(StepKind::Truncate, offset).table = table;
+    add(StepKind::Truncate, offset).name = table;
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

@@ -1,13 +1,14 @@
 #include <algorithm>
 #include <charconv>
 
-#include "tamarok_tsql/parser.h"
+#include "parser.h"
 #include "tamarok_tsql/type_rules.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 namespace {
 
-/// SQLite refuses expression trees beyond 1000 levels; a chain of operators is as deep as long.
+/// Highest expression tree. A chain such as 1+1+1 is as high as it is long; back ends walk the tree recursively
+/// and refuse more than about 1000 levels.
 constexpr std::uint16_t highestTree = 900;
 
 bool isComparison(TokenKind kind)
@@ -526,4 +527,4 @@ Expr* Parser::convertExpression()
     return result;
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

@@ -1,12 +1,12 @@
 #include <algorithm>
 #include <array>
 
-#include "tamarok_tsql/parser.h"
+#include "parser.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 namespace {
 
-/// SQLite joins at most so many arms of a compound query.
+/// Most SELECTs of a compound query (UNION and the like); back ends have such a limit.
 constexpr std::uint16_t mostArms = 500;
 
 /// Hints on locking are honoured by how the embedded database locks in any case; they change no result.
@@ -316,4 +316,4 @@ void Parser::tableHints()
     expect(TokenKind::RightParen, ")");
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

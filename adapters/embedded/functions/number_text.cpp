@@ -94,6 +94,8 @@ std::string_view writeFloat(double number, std::int32_t style, std::span<char, 4
 
 std::string decimalText(double number, std::int32_t scale)
 {
+    // Only the message of an overflow error can name such a number.
+    if (!std::isfinite(number)) return number < 0.0 ? "-inf" : "inf";
     const DecimalDigits form = decimalDigits(roundHalfAway(number, scale));
     std::string text;
     if (form.negative) text += '-';

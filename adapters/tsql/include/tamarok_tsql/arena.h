@@ -10,7 +10,7 @@
 #include <type_traits>
 #include <utility>
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 
 /// Memory of a syntax tree: handed out in passing, given back all at once.
 class Arena {
@@ -77,4 +77,4 @@ private:
     std::size_t size_ = 0;
 };
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

@@ -14,8 +14,6 @@
 /// the file. The calendar itself is the core's (tamarok/date.h).
 namespace tamarok::tsql {
 
-using embedded::sql::TypeKind;
-
 /// Milliseconds since 1 January 1900, 00:00, the server's day 0.
 using Instant = std::int64_t;
 

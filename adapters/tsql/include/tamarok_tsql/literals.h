@@ -6,7 +6,7 @@
 #include <string_view>
 
 /// Constants of a statement, converted while it is translated.
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 
 /// Characters of a text literal between its quotes.
 std::int32_t textLength(std::string_view raw);
@@ -20,4 +20,4 @@ std::optional<std::int64_t> wholeOf(std::string_view text);
 /// Whether the text is a decimal number with blanks around it, with an exponent where `floating`.
 bool isNumberText(std::string_view text, bool floating);
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

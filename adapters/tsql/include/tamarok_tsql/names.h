@@ -9,7 +9,7 @@
 
 /// Names of tables and columns compare without regard to case: ASCII letters and the letters of
 /// Latin-1 (ä, ö, ü, ...), which is what names of this system are made of.
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 
 /// Upper case of byte `c` of a UTF-8 text whose byte before is `previous`.
 constexpr unsigned char foldByte(unsigned char previous, unsigned char c)
@@ -89,4 +89,4 @@ struct Name {
     friend bool operator==(const Name& a, const Name& b) { return a.hash == b.hash && sameName(a.text, b.text); }
 };
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

@@ -7,15 +7,17 @@
 #include <vector>
 
 #include "functions.h"
-#include "tamarok_tsql/batch.h"
+#include "translation/step.h"
 
 struct sqlite3;
 
-namespace tamarok::embedded::sql::test {
+namespace tamarok::embedded::translation {
+
+using namespace tsql;
 
 /// A database in memory with the tables of schema.sql, made by the translations themselves; its
 /// catalog reads the declared types back from SQLite.
-class TestDatabase final : public Catalog {
+class TestDatabase final : public Schema {
 public:
     TestDatabase();
 
@@ -28,7 +30,7 @@ public:
     std::vector<std::string> runStep(const std::string& text);
     /// Empty if SQLite accepts the text.
     std::string prepareError(const std::string& text) const;
-    void readCatalog();
+    void readSchema();
 
 private:
     struct Close {
@@ -54,4 +56,4 @@ std::vector<Fixture> readFixtures(const std::string& file);
 
 std::string readText(const std::string& file);
 
-} // namespace tamarok::embedded::sql::test
+} // namespace tamarok::embedded::translation

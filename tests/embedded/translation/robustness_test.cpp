@@ -3,12 +3,12 @@
 #include <random>
 #include <string>
 
-#include "embedded/sql/test_database.h"
+#include "embedded/translation/test_database.h"
 
 #include "tamarok/error.h"
 
 /// What no person would write: every text ends in a translation or in a clear error.
-namespace tamarok::embedded::sql::test {
+namespace tamarok::embedded::translation {
 namespace {
 
 using testing::HasSubstr;
@@ -26,9 +26,9 @@ std::string refusal(const std::string& text)
 {
     try {
         const TestDatabase database;
-        const std::unique_ptr<Batch> batch = Batch::parse(text);
-        for (std::size_t i = 0; i < batch->size(); ++i) {
-            static_cast<void>(batch->translate(i, database, DateOrder::Mdy));
+        const ParsedBatch batch(text);
+        for (std::size_t i = 0; i < batch.steps().size(); ++i) {
+            static_cast<void>(translateStep(batch, i, database, DateOrder::Mdy));
         }
     } catch (const Error& error) {
         EXPECT_EQ(error.number, errors::statementRefused);
@@ -81,7 +81,7 @@ TEST(Robustness, AMegabyteOfSqlIsTranslated)
     std::string statements;
     while (statements.size() < 1024 * 1024)
         statements += "SELECT ID_LOG, LISTE FROM LOGS WHERE HA = 'FI'\n";
-    EXPECT_EQ(Batch::parse(statements)->size(), statements.size() / 47);
+    EXPECT_EQ(ParsedBatch(statements).steps().size(), statements.size() / 47);
     std::string conditions = "SELECT 1 WHERE 1=1";
     for (int i = 0; i < 20000; ++i)
         conditions += " AND 1=1";
@@ -111,7 +111,7 @@ TEST(Robustness, GarbageIsNeverTakenForAStatement)
         for (int i = 0; i < 60; ++i)
             garbage += static_cast<char>(random() % 256U);
         try {
-            static_cast<void>(Batch::parse(garbage)->size());
+            static_cast<void>(ParsedBatch(garbage).steps().size());
         } catch (const Error&) {
             ++refused;
         }
@@ -131,9 +131,9 @@ TEST(Robustness, StatementsTornAndShuffledEndInAnAnswer)
             text.erase(random() % text.size(), 1 + random() % 12U);
             ++tried;
             try {
-                const std::unique_ptr<Batch> batch = Batch::parse(text);
-                for (std::size_t i = 0; i < batch->size(); ++i) {
-                    static_cast<void>(batch->translate(i, database, DateOrder::Mdy));
+                const ParsedBatch batch(text);
+                for (std::size_t i = 0; i < batch.steps().size(); ++i) {
+                    static_cast<void>(translateStep(batch, i, database, DateOrder::Mdy));
                 }
             } catch (const Error& error) {
                 EXPECT_THAT(error.description, HasSubstr("(line ")) << text;
@@ -144,4 +144,4 @@ TEST(Robustness, StatementsTornAndShuffledEndInAnAnswer)
 }
 
 } // namespace
-} // namespace tamarok::embedded::sql::test
+} // namespace tamarok::embedded::translation

@@ -1,40 +1,40 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "embedded/sql/test_database.h"
+#include "embedded/translation/test_database.h"
 
 /// What a step tells beside its text.
-namespace tamarok::embedded::sql::test {
+namespace tamarok::embedded::translation {
 namespace {
 
 using testing::ElementsAre;
 
-Step translateOne(std::string_view text, bool withRowKey = false)
+Step translateOne(std::string_view text, RowKey rowKey = RowKey::Omitted)
 {
     const TestDatabase database;
-    const std::unique_ptr<Batch> batch = Batch::parse(text);
-    EXPECT_EQ(batch->size(), 1U);
-    return batch->translate(0, database, DateOrder::Mdy, withRowKey);
+    const ParsedBatch batch(text);
+    EXPECT_EQ(batch.steps().size(), 1U);
+    return translateStep(batch, 0, database, DateOrder::Mdy, rowKey);
 }
 
 TEST(Batches, StatementsAreSeparatedByLinesSemicolonsAndGo)
 {
-    EXPECT_EQ(Batch::parse("")->size(), 0U);
-    EXPECT_EQ(Batch::parse(" ; ;\n-- nothing\n/* at all /* nested */ */")->size(), 0U);
-    EXPECT_EQ(Batch::parse("SELECT 1 SELECT 2;SELECT 3\nSELECT 4")->size(), 4U);
-    const auto batch = Batch::parse("SELECT 1\nGO\nSELECT 2\n  go  ");
-    EXPECT_EQ(batch->size(), 4U);
+    EXPECT_EQ(ParsedBatch("").steps().size(), 0U);
+    EXPECT_EQ(ParsedBatch(" ; ;\n-- nothing\n/* at all /* nested */ */").steps().size(), 0U);
+    EXPECT_EQ(ParsedBatch("SELECT 1 SELECT 2;SELECT 3\nSELECT 4").steps().size(), 4U);
+    const ParsedBatch batch("SELECT 1\nGO\nSELECT 2\n  go  ");
+    EXPECT_EQ(batch.steps().size(), 4U);
 }
 
 TEST(Batches, IfAndElseBecomeJumps)
 {
     const TestDatabase database;
-    const auto batch = Batch::parse("IF EXISTS(SELECT 1) BEGIN SELECT 1 SELECT 2 END ELSE SELECT 3 SELECT 4");
-    ASSERT_EQ(batch->size(), 6U);
-    EXPECT_EQ(batch->translate(0, database, DateOrder::Mdy).kind, Step::Kind::JumpUnless);
-    EXPECT_EQ(batch->translate(0, database, DateOrder::Mdy).jump, 4U);
-    EXPECT_EQ(batch->translate(3, database, DateOrder::Mdy).kind, Step::Kind::Jump);
-    EXPECT_EQ(batch->translate(3, database, DateOrder::Mdy).jump, 5U);
+    const ParsedBatch batch("IF EXISTS(SELECT 1) BEGIN SELECT 1 SELECT 2 END ELSE SELECT 3 SELECT 4");
+    ASSERT_EQ(batch.steps().size(), 6U);
+    EXPECT_EQ(translateStep(batch, 0, database, DateOrder::Mdy).kind, Step::Kind::JumpUnless);
+    EXPECT_EQ(translateStep(batch, 0, database, DateOrder::Mdy).jump, 4U);
+    EXPECT_EQ(translateStep(batch, 3, database, DateOrder::Mdy).kind, Step::Kind::Jump);
+    EXPECT_EQ(translateStep(batch, 3, database, DateOrder::Mdy).jump, 5U);
 }
 
 TEST(Batches, IfTakesOneArmOnly)
@@ -50,9 +50,9 @@ TEST(Batches, IfTakesOneArmOnly)
 TEST(Batches, ParametersAreCountedOverTheBatchAndMappedInTheOrderOfTheText)
 {
     const TestDatabase database;
-    const auto batch = Batch::parse("SELECT ? SELECT NULLIF(?, ?), ?");
-    EXPECT_THAT(batch->translate(0, database, DateOrder::Mdy).parameters, ElementsAre(0));
-    EXPECT_THAT(batch->translate(1, database, DateOrder::Mdy).parameters, ElementsAre(1, 2, 1, 3));
+    const ParsedBatch batch("SELECT ? SELECT NULLIF(?, ?), ?");
+    EXPECT_THAT(translateStep(batch, 0, database, DateOrder::Mdy).parameters, ElementsAre(0));
+    EXPECT_THAT(translateStep(batch, 1, database, DateOrder::Mdy).parameters, ElementsAre(1, 2, 1, 3));
 }
 
 TEST(Batches, TheLockProbeHasItsOwnParameters)
@@ -81,14 +81,14 @@ TEST(Batches, ColumnsTellNameOriginAndType)
 
 TEST(Batches, ARowKeyIsGivenWhereOneTableStandsBehindTheRows)
 {
-    const Step step = translateOne("SELECT HA FROM LOGS L WHERE STK > 1 ORDER BY HA", true);
+    const Step step = translateOne("SELECT HA FROM LOGS L WHERE STK > 1 ORDER BY HA", RowKey::Added);
     EXPECT_EQ(step.keyTable, "LOGS");
     EXPECT_EQ(step.columns.size(), 1U);
     EXPECT_THAT(step.text, testing::HasSubstr("\"L\".rowid FROM"));
     for (const char* text : {"SELECT DISTINCT HA FROM LOGS", "SELECT COUNT(*) FROM LOGS", "SELECT 1",
                              "SELECT LOGS.HA FROM LOGS, HOLZART", "SELECT HA FROM LOGS UNION ALL SELECT 'x'",
                              "SELECT HA FROM (SELECT HA FROM LOGS) A", "SELECT HA FROM LOGS GROUP BY HA"}) {
-        EXPECT_EQ(translateOne(text, true).keyTable, "") << text;
+        EXPECT_EQ(translateOne(text, RowKey::Added).keyTable, "") << text;
     }
 }
 
@@ -114,9 +114,9 @@ TEST(Batches, SettingsAndTransactionsAreSteps)
     EXPECT_EQ(translateOne("SET NOCOUNT ON").kind, Step::Kind::NoCount);
     EXPECT_TRUE(translateOne("SET NOCOUNT ON").flag);
     EXPECT_FALSE(translateOne("SET NOCOUNT OFF").flag);
-    EXPECT_EQ(translateOne("SET DATEFORMAT dmy").target, "dmy");
-    EXPECT_EQ(translateOne("SET DATEFORMAT YMD").target, "ymd");
-    EXPECT_EQ(translateOne("SET LANGUAGE Deutsch").target, "dmy");
+    EXPECT_EQ(translateOne("SET DATEFORMAT dmy").dateOrder, DateOrder::Dmy);
+    EXPECT_EQ(translateOne("SET DATEFORMAT YMD").dateOrder, DateOrder::Ymd);
+    EXPECT_EQ(translateOne("SET LANGUAGE Deutsch").dateOrder, DateOrder::Dmy);
     EXPECT_EQ(translateOne("SET ANSI_NULLS ON").kind, Step::Kind::Nothing);
     EXPECT_EQ(translateOne("SET IDENTITY_INSERT LOGS ON").kind, Step::Kind::Nothing);
     EXPECT_EQ(translateOne("SET TRANSACTION ISOLATION LEVEL READ COMMITTED").kind, Step::Kind::Nothing);
@@ -136,13 +136,13 @@ TEST(Batches, LaterStatementsSeeTablesOfEarlierOnes)
     EXPECT_EQ(database.table("#A"), nullptr);
 }
 
-TEST(Batches, ATranslationCanBeRepeatedAfterTheCatalogChanged)
+TEST(Batches, ATranslationCanBeRepeatedAfterTheSchemaChanged)
 {
     TestDatabase database;
-    const auto batch = Batch::parse("SELECT * FROM HOLZART ORDER BY HA");
-    const std::size_t before = batch->translate(0, database, DateOrder::Mdy).columns.size();
+    const ParsedBatch batch("SELECT * FROM HOLZART ORDER BY HA");
+    const std::size_t before = translateStep(batch, 0, database, DateOrder::Mdy).columns.size();
     database.run("ALTER TABLE HOLZART ADD NEU INT NULL");
-    EXPECT_EQ(batch->translate(0, database, DateOrder::Mdy).columns.size(), before + 1);
+    EXPECT_EQ(translateStep(batch, 0, database, DateOrder::Mdy).columns.size(), before + 1);
 }
 
 TEST(Batches, DeclaredTypesComeBackFromSqliteAsDeclared)
@@ -166,4 +166,4 @@ TEST(Batches, DeclaredTypesComeBackFromSqliteAsDeclared)
 }
 
 } // namespace
-} // namespace tamarok::embedded::sql::test
+} // namespace tamarok::embedded::translation

@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
 #include <stdexcept>
 
-#include "embedded/sql/test_database.h"
+#include "embedded/translation/test_database.h"
 
 #include "tamarok/error.h"
 
 /// evaluations.txt: batches with the rows that the server gives, or its error number.
-namespace tamarok::embedded::sql::test {
+namespace tamarok::embedded::translation {
 namespace {
 
 std::vector<std::string> evaluate(TestDatabase& database, const std::string& batch)
@@ -33,4 +33,4 @@ TEST(Evaluations, EachBatchOfTheTableGivesTheServersRows)
 }
 
 } // namespace
-} // namespace tamarok::embedded::sql::test
+} // namespace tamarok::embedded::translation

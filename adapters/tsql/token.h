@@ -4,48 +4,14 @@
 #include <string_view>
 #include <vector>
 
-namespace tamarok::embedded::sql {
+#include "tamarok_tsql/token_kind.h"
 
-enum class TokenKind : std::uint8_t {
-    End,
-    Name,       ///< plain identifier; `keyword` tells which keyword it is, if any
-    QuotedName, ///< [name] or "name"
-    Text,       ///< 'text' or N'text'
-    Integer,
-    Decimal,
-    Float,
-    Hex,
-    Variable,       ///< @name
-    SystemVariable, ///< @@name
-    Parameter,      ///< ?
-    Go,             ///< GO on a line of its own
-    LeftParen,
-    RightParen,
-    Comma,
-    Dot,
-    Semicolon,
-    Star,
-    Plus,
-    Minus,
-    Slash,
-    Percent,
-    Ampersand,
-    Bar,
-    BarBar,
-    Caret,
-    Tilde,
-    Equal,
-    NotEqual,
-    Less,
-    LessEqual,
-    Greater,
-    GreaterEqual
-};
+namespace tamarok::tsql {
 
 enum class Keyword : std::uint8_t {
     None,
 #define KEYWORD(id, text, use) id,
-#include "tamarok_tsql/keywords.inc"
+#include "keywords.inc"
 #undef KEYWORD
     Count
 };
@@ -68,4 +34,4 @@ bool isReserved(Keyword keyword);
 /// unclosed quotes, brackets and comments and for characters that begin nothing.
 std::vector<Token> tokenize(std::string_view text);
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

@@ -1,4 +1,4 @@
-#include "embedded/sql/test_database.h"
+#include "embedded/translation/test_database.h"
 
 #include <fstream>
 #include <iterator>
@@ -7,7 +7,7 @@
 
 #include "tamarok_tsql/names.h"
 
-namespace tamarok::embedded::sql::test {
+namespace tamarok::embedded::translation {
 
 void TestDatabase::Close::operator()(sqlite3* database) const
 {
@@ -71,20 +71,20 @@ std::string TestDatabase::prepareError(const std::string& text) const
 std::vector<std::string> TestDatabase::run(std::string_view text)
 {
     std::vector<std::string> rows;
-    const std::unique_ptr<Batch> batch = Batch::parse(text);
-    for (std::size_t i = 0; i < batch->size();) {
-        const Step step = batch->translate(i, *this, DateOrder::Mdy);
+    const ParsedBatch batch(text);
+    for (std::size_t i = 0; i < batch.steps().size();) {
+        const Step step = translateStep(batch, i, *this, DateOrder::Mdy);
         const std::vector<std::string> given = runStep(step.text);
         ++i;
         if (step.kind == Step::Kind::Query) rows.insert(rows.end(), given.begin(), given.end());
-        if (step.kind == Step::Kind::Define) readCatalog();
+        if (step.kind == Step::Kind::Define) readSchema();
         const bool passes = step.kind == Step::Kind::JumpUnless && given.size() == 1 && given[0] == "1";
         if (step.kind == Step::Kind::Jump || (step.kind == Step::Kind::JumpUnless && !passes)) i = step.jump;
     }
     return rows;
 }
 
-void TestDatabase::readCatalog()
+void TestDatabase::readSchema()
 {
     tables_.clear();
     for (const std::string schema : {"main", "temp"}) {
@@ -100,7 +100,6 @@ void TestDatabase::readTable(const std::string& schema, const std::string& name)
 {
     Table& table = tables_[nameHash(name)];
     table.name = name;
-    table.sqliteName = "\"" + name + "\"";
     for (const std::string& row :
          runStep("SELECT name || '|' || type || '|' || (pk = 1 AND type = 'INTEGER') FROM pragma_table_xinfo('" + name +
                  "', '" + schema + "')")) {
@@ -115,14 +114,14 @@ void TestDatabase::readTable(const std::string& schema, const std::string& name)
 
 std::string readText(const std::string& file)
 {
-    std::ifstream stream(std::string(TAMAROK_SQL_FIXTURES) + "/" + file);
+    std::ifstream stream(std::string(TAMAROK_TRANSLATION_CASES) + "/" + file);
     if (!stream) throw std::runtime_error("cannot read " + file);
     return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
 }
 
 std::vector<Fixture> readFixtures(const std::string& file)
 {
-    std::ifstream stream(std::string(TAMAROK_SQL_FIXTURES) + "/" + file);
+    std::ifstream stream(std::string(TAMAROK_TRANSLATION_CASES) + "/" + file);
     if (!stream) throw std::runtime_error("cannot read " + file);
     std::vector<Fixture> fixtures;
     Fixture current;
@@ -146,4 +145,4 @@ std::vector<Fixture> readFixtures(const std::string& file)
     return fixtures;
 }
 
-} // namespace tamarok::embedded::sql::test
+} // namespace tamarok::embedded::translation

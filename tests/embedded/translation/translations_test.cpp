@@ -1,21 +1,21 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "embedded/sql/test_database.h"
+#include "embedded/translation/test_database.h"
 
 #include "tamarok/error.h"
 
 /// translations.txt, block by block: a batch and the SQLite text of each step, or the refusal.
-namespace tamarok::embedded::sql::test {
+namespace tamarok::embedded::translation {
 namespace {
 
 std::vector<std::string> translate(const TestDatabase& database, const std::string& text)
 {
     std::vector<std::string> lines;
     try {
-        const std::unique_ptr<Batch> batch = Batch::parse(text);
-        for (std::size_t i = 0; i < batch->size(); ++i) {
-            const Step step = batch->translate(i, database, DateOrder::Mdy);
+        const ParsedBatch batch(text);
+        for (std::size_t i = 0; i < batch.steps().size(); ++i) {
+            const Step step = translateStep(batch, i, database, DateOrder::Mdy);
             if (!step.text.empty()) lines.push_back(step.text);
             if (!step.lockProbe.empty()) lines.push_back("locks " + step.lockProbe);
         }
@@ -63,4 +63,4 @@ TEST(Translations, SqliteAcceptsEachDefinition)
 }
 
 } // namespace
-} // namespace tamarok::embedded::sql::test
+} // namespace tamarok::embedded::translation

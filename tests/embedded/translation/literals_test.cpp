@@ -3,7 +3,7 @@
 #include "tamarok_tsql/date_text.h"
 #include "tamarok_tsql/literals.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 namespace {
 
 struct DateRow {
@@ -15,9 +15,9 @@ struct DateRow {
 
 std::string answerOf(const DateRow& row)
 {
-    const auto conversion = tsql::convertDateText(row.text, row.kind, tsql::readingOf(row.order));
+    const auto conversion = convertDateText(row.text, row.kind, readingOf(row.order));
     if (conversion.error != 0) return "error " + std::to_string(conversion.error);
-    return tsql::storedText(conversion.instant);
+    return storedText(conversion.instant);
 }
 
 TEST(DateTexts, FollowSeparatorAndOrder)
@@ -117,4 +117,4 @@ TEST(TextLiterals, QuotesAndCharactersAreCountedOnce)
 }
 
 } // namespace
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

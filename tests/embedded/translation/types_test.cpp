@@ -2,7 +2,7 @@
 
 #include "tamarok_tsql/type_rules.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 namespace {
 
 struct Declaration {
@@ -78,4 +78,4 @@ TEST(Types, TheHigherTypeWins)
 }
 
 } // namespace
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

@@ -7,9 +7,9 @@
 #include "tamarok_tsql/arena.h"
 #include "tamarok_tsql/ast.h"
 #include "tamarok_tsql/source_text.h"
-#include "tamarok_tsql/token.h"
+#include "token.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 
 /// Recursive descent over the tokens of a batch. What it does not understand it refuses with line
 /// and column; what the grammar knows and the embedded database cannot do it refuses by name.
@@ -131,7 +131,6 @@ private:
     void executeStatement();
     Argument argument();
     ParsedStep& add(StepKind kind, std::uint32_t offset);
-    ParsedStep& addPlain(Step::Kind kind, std::uint32_t offset);
     void refuseStatement();
 
     // definitions
@@ -158,4 +157,4 @@ private:
     std::vector<ParsedStep> steps_;
 };
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql
