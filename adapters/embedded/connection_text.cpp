@@ -3,12 +3,15 @@
 #include <array>
 
 #include "failures.h"
+#include "tamarok_tsql/names.h"
 
 #include "tamarok/text.h"
 
 namespace tamarok::embedded {
 
 namespace {
+
+using tsql::sameName;
 
 constexpr std::string_view provider = "Tamarok.Embedded";
 
@@ -21,12 +24,6 @@ constexpr std::array modeNames{
     ModeName{"Create", OpenMode::Create},
     ModeName{"ReadWrite", OpenMode::OpenExisting},
 };
-
-bool sameName(std::string_view a, std::string_view b) noexcept
-{
-    const CompareNames less;
-    return !less(a, b) && !less(b, a);
-}
 
 [[noreturn]] void refuse(const std::string& why)
 {
@@ -47,8 +44,36 @@ struct Pair {
     std::string value;
 };
 
-/// Takes "name=value" off the front of `text`; a value in quotes may hold semicolons, and a doubled
-/// quote stands for one.
+/// Removes the value up to the next semicolon from the front of `text`, without the blanks around it.
+std::string takePlainValue(std::string_view& text)
+{
+    const std::size_t end = std::min(text.find(';'), text.size());
+    const std::string value{trimmed(text.substr(0, end))};
+    text.remove_prefix(std::min(end + 1, text.size()));
+    return value;
+}
+
+/// Removes a value in quotes from the front of `text`. It may hold semicolons, and a doubled quote stands for one.
+std::string takeQuotedValue(std::string_view& text, std::string_view name)
+{
+    const char quote = text.front();
+    std::string value;
+    std::size_t i = 1;
+    for (; i < text.size() && (text[i] != quote || (i + 1 < text.size() && text[i + 1] == quote)); ++i) {
+        value.push_back(text[i]);
+        i += text[i] == quote ? 1U : 0U;
+    }
+    if (i >= text.size()) {
+        refuse("the quote of '" + std::string{name} + "' does not end");
+    }
+    text.remove_prefix(i + 1);
+    if (!takePlainValue(text).empty()) {
+        refuse("something stands behind the quoted value of '" + std::string{name} + "'");
+    }
+    return value;
+}
+
+/// Removes "name=value" and the semicolon after it from the front of `text`.
 Pair takePair(std::string_view& text)
 {
     const std::size_t equals = text.find('=');
@@ -56,50 +81,32 @@ Pair takePair(std::string_view& text)
         refuse("'" + std::string{trimmed(text)} + "' is not of the form name=value");
     }
     Pair pair{trimmed(text.substr(0, equals)), {}};
-    text = text.substr(equals + 1);
+    text.remove_prefix(equals + 1);
     text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
-    if (text.empty() || (text.front() != '"' && text.front() != '\'')) {
-        const std::size_t end = std::min(text.find(';'), text.size());
-        pair.value = trimmed(text.substr(0, end));
-        text.remove_prefix(std::min(end + 1, text.size()));
-        return pair;
-    }
-    const char quote = text.front();
-    std::size_t i = 1;
-    for (; i < text.size() && (text[i] != quote || (i + 1 < text.size() && text[i + 1] == quote)); ++i) {
-        pair.value.push_back(text[i]);
-        i += text[i] == quote ? 1U : 0U;
-    }
-    if (i >= text.size()) {
-        refuse("the quote of '" + std::string{pair.name} + "' does not end");
-    }
-    text.remove_prefix(i + 1);
-    const std::size_t end = std::min(text.find(';'), text.size());
-    if (!trimmed(text.substr(0, end)).empty()) {
-        refuse("something stands behind the quoted value of '" + std::string{pair.name} + "'");
-    }
-    text.remove_prefix(std::min(end + 1, text.size()));
+    const bool isQuoted = !text.empty() && (text.front() == '"' || text.front() == '\'');
+    pair.value = isQuoted ? takeQuotedValue(text, pair.name) : takePlainValue(text);
     return pair;
 }
 
-void takeOver(const Pair& pair, ConnectionWish& wish)
+/// Names of properties and of their values are compared without regard to case.
+void applyProperty(const Pair& pair, ConnectionTarget& target)
 {
     if (sameName(pair.name, "Provider")) {
         if (!sameName(pair.value, provider)) {
             refuse("the provider is '" + pair.value + "', not " + std::string{provider});
         }
     } else if (sameName(pair.name, "Data Source")) {
-        wish.file = pair.value;
+        target.file = pair.value;
     } else if (sameName(pair.name, "Date Order")) {
         if (const auto order = tsql::parseDateOrder(pair.value)) {
-            wish.options.dateOrder = *order;
+            target.options.dateOrder = *order;
             return;
         }
         refuse("'" + pair.value + "' is no date order");
     } else if (sameName(pair.name, "Mode")) {
         for (const ModeName& candidate : modeNames) {
             if (sameName(candidate.name, pair.value)) {
-                wish.options.mode = candidate.mode;
+                target.options.mode = candidate.mode;
                 return;
             }
         }
@@ -123,16 +130,16 @@ std::string quotedIfNeeded(const std::string& value)
 
 } // namespace
 
-ConnectionWish parseConnectionText(std::string_view text)
+ConnectionTarget parseConnectionText(std::string_view text)
 {
-    ConnectionWish wish;
+    ConnectionTarget target;
     while (!trimmed(text).empty()) {
-        takeOver(takePair(text), wish);
+        applyProperty(takePair(text), target);
     }
-    if (wish.file.empty()) {
+    if (target.file.empty()) {
         refuse("no Data Source is given");
     }
-    return wish;
+    return target;
 }
 
 std::string composeConnectionText(const std::string& file, const OpenOptions& options)

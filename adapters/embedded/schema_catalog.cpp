@@ -2,7 +2,8 @@
 
 #include <string>
 
-#include "columns.h"
+#include "column_values.h"
+#include "parameters.h"
 
 namespace tamarok::embedded {
 
