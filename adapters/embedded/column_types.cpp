@@ -13,7 +13,7 @@ using tsql::TypeKind;
 constexpr std::int32_t longText = 2147483647;
 constexpr std::int32_t longWideText = 1073741823;
 
-/// What a type of the server looks like from outside; size 0 is the type's own length.
+/// How the recordset model describes a type of the server; size 0 stands for the declared length.
 struct TypeRow {
     TypeKind kind;
     DataType type;

@@ -12,8 +12,8 @@ namespace tamarok::embedded {
 
 namespace {
 
-/// One column of the row under a statement. The value is fetched once and then asked directly, which
-/// spares SQLite's own bookkeeping per question; that is allowed since a connection belongs to one thread.
+/// One column of the current row. Fetching the value once saves SQLite's check of the column per call. This is
+/// allowed because a connection belongs to one thread.
 struct Cell {
     Cell(sqlite3_stmt* of, int at) : statement{of}, column{at}, value{sqlite3_column_value(of, at)} {}
 
@@ -46,7 +46,7 @@ std::string hexText(const Cell& cell)
     return text;
 }
 
-// Zero and no text are also what SQLite gives for Null: only then is the storage class worth asking for.
+// SQLite returns zero and no text for Null too. Only then do the readers ask for the storage class.
 
 Variant readText(const Cell& cell)
 {

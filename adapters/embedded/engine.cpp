@@ -184,7 +184,7 @@ void Engine::runFrom(CachedBatch& batch, std::size_t index, Parameters parameter
 std::size_t Engine::runCurrent(CachedBatch& batch, std::size_t index, Parameters parameters, std::int64_t& counted)
 {
     for (;;) {
-        // A reference of its own, since the step may change the schema and with it the cache.
+        // A copy of the pointer: the step may change the schema, which clears the cache.
         const std::shared_ptr<CachedStep> step = stepOf(batch, index);
         try {
             return runStep(step, index, parameters, counted);

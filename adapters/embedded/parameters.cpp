@@ -14,7 +14,7 @@ namespace {
 
 using ado::DataType;
 
-/// What a parameter's type asks of its value.
+/// The kind of value that a parameter's declared type calls for.
 enum class Wanted : std::uint8_t { AsIs, Whole, Real, Truth, Text };
 
 Wanted wantedOf(DataType type)
@@ -42,7 +42,7 @@ Wanted wantedOf(DataType type)
     }
 }
 
-/// True if a value of that kind is bound as it is for what is wanted.
+/// True if a value of that kind needs no conversion.
 bool fits(Variant::Kind kind, Wanted wanted)
 {
     using enum Variant::Kind;

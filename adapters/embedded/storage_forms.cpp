@@ -22,7 +22,7 @@ bool isWithin(std::int64_t number, tsql::TypeKind kind)
     }
 }
 
-/// True for texts that are surely short enough: no character takes less than one byte.
+/// True if the text cannot be too long: a character takes at least one byte.
 bool isShortText(std::string_view text, const tsql::Type& type)
 {
     switch (type.kind) {
@@ -34,7 +34,7 @@ bool isShortText(std::string_view text, const tsql::Type& type)
     }
 }
 
-/// Whole days from 1900 on that every date type holds without rounding.
+/// True for a day without time that every date type holds unrounded.
 bool isPlainDay(Date date, tsql::TypeKind kind)
 {
     constexpr double first = 2.0;    // 1 January 1900

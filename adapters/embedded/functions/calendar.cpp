@@ -44,6 +44,7 @@ Instant now()
 
 Instant nowUtc()
 {
+    // The C library knows the offset of the machine's time zone on that day.
     const Instant local = now();
     const CivilTime parts = toParts(local);
     std::tm zoned{};

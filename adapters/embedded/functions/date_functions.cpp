@@ -75,6 +75,7 @@ constexpr std::array partNames = {PartName{"year", Part::Year},
                                   PartName{"microsecond", Part::Microsecond},
                                   PartName{"mcs", Part::Microsecond}};
 
+/// Error 155 for a name that is none.
 Part partOf(std::string_view name, std::string_view function)
 {
     for (const PartName& entry : partNames) {
@@ -114,11 +115,13 @@ void resultDate(Call& call, TypeKind type)
     resultInstant(call, toDate(call.value(0), type, readingOf(call)));
 }
 
+/// Rounds down, also below 0.
 constexpr std::int64_t floorDivide(std::int64_t number, std::int64_t unit) noexcept
 {
     return number >= 0 ? number / unit : -((-number + unit - 1) / unit);
 }
 
+/// Weeks begin on Sunday, and week 1 contains 1 January (DATEFIRST 7).
 std::int64_t weekOfYear(const CivilTime& parts) noexcept
 {
     const std::int64_t newYear = serverDay(parts.year, 1, 1);
@@ -126,6 +129,7 @@ std::int64_t weekOfYear(const CivilTime& parts) noexcept
     return (dayOfYear + weekdayOfServerDay(newYear) - 1) / 7 + 1;
 }
 
+/// What DATEPART returns.
 std::int64_t partValue(Part part, Instant instant) noexcept
 {
     const CivilTime parts = toParts(instant);
@@ -147,7 +151,7 @@ std::int64_t partValue(Part part, Instant instant) noexcept
     return 0;
 }
 
-/// Number of the period that an instant lies in; a difference counts the boundaries between two.
+/// Number of the period that contains an instant. DATEDIFF is the difference of two of them: it counts boundaries.
 std::int64_t periodOf(Part part, Instant instant) noexcept
 {
     const CivilTime parts = toParts(instant);
@@ -169,6 +173,7 @@ std::int64_t periodOf(Part part, Instant instant) noexcept
     return 0;
 }
 
+/// What DATEADD returns before it is rounded; nothing outside the years 1 to 9999.
 std::optional<Instant> addParts(Part part, std::int64_t number, Instant instant) noexcept
 {
     switch (part) {
@@ -222,6 +227,7 @@ void tmTime(Call& call)
     resultDate(call, TypeKind::Time);
 }
 
+/// CONVERT of a text to datetime by a style. Error 281 for an unknown style.
 void tmDateTimeStyle(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
@@ -229,6 +235,7 @@ void tmDateTimeStyle(Call& call)
     resultInstant(call, toDate(call.value(0), TypeKind::DateTime, reading));
 }
 
+/// CONVERT of a date to text by a style, cut to a length; a negative length is none.
 void tmDateText(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
@@ -295,6 +302,7 @@ void dateAdd(Call& call)
     resultInstant(call, *moved);
 }
 
+/// The number of boundaries between two dates. Error 535 beyond 32 bits.
 void dateDiff(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
@@ -338,7 +346,7 @@ void tmDateAddDays(Call& call)
     if (call.anyNull()) return call.resultNull();
     const Instant instant = timeArgument(call, 0);
     const double days = call.real(1);
-    constexpr double furthest = 4e6;
+    constexpr double furthest = 4e6; // days; farther than any two dates, and safe to multiply
     const bool near = std::fabs(days) < furthest;
     const double moved = near ? days * static_cast<double>(oneDay) : 0.0;
     const Instant target = roundToDateTime(instant + std::llround(moved));

@@ -60,6 +60,7 @@ constexpr std::array stylePatterns = {StylePattern{0, "b e Y I:MP"},
                                       StylePattern{126, "Y-m-dTH:M:SF"},
                                       StylePattern{127, "Y-m-dTH:M:SFZ"}};
 
+/// Appends a number, filled on the left to `digits` characters.
 void appendNumber(std::string& text, std::int32_t number, std::size_t digits, char fill = '0')
 {
     const std::string plain = std::to_string(number);
@@ -67,6 +68,7 @@ void appendNumber(std::string& text, std::int32_t number, std::size_t digits, ch
     text += plain;
 }
 
+/// Appends what one letter of a pattern stands for; any other character stands for itself.
 void appendPart(std::string& text, char letter, const CivilTime& parts)
 {
     const std::int32_t hourOfTwelve = parts.hour % 12 == 0 ? 12 : parts.hour % 12;

@@ -49,6 +49,7 @@ double truncateTo(double number, std::int32_t places) noexcept
     return form.value();
 }
 
+/// Works on the magnitude, since the smallest 64-bit number has no positive counterpart.
 bool roundWhole(std::int64_t number, std::int32_t places, bool cut, std::int64_t& result) noexcept
 {
     if (places >= 0) {

@@ -121,7 +121,7 @@ void resultMoved(Call& call, std::size_t date, std::size_t number, double direct
 {
     const Instant instant = *readStored(call.text(date));
     const double days = direction * call.real(number);
-    constexpr double furthest = 4e6;
+    constexpr double furthest = 4e6; // days; farther than any two dates, and safe to multiply
     const bool near = std::fabs(days) < furthest;
     const Instant moved = instant + (near ? std::llround(days * static_cast<double>(oneDay)) : lastDate);
     resultInstant(call, fitDate(moved, TypeKind::DateTime, call.text(number)));

@@ -47,7 +47,7 @@ struct ElementName {
     std::size_t digits; ///< at most, 0 where it is no number
 };
 
-/// A longer name stands before each of its beginnings.
+/// A name stands before every name that it begins with: the first match wins.
 constexpr std::array elementNames = {
     ElementName{"YYYY", Element::Year4, 4},      ElementName{"RRRR", Element::Year4, 4},
     ElementName{"YY", Element::Year2, 2},        ElementName{"RR", Element::Year2, 2},
@@ -104,7 +104,7 @@ std::vector<MaskPart> partsOf(std::string_view mask)
     return parts;
 }
 
-/// The name in the mask's own spelling: MON, Mon or mon; long names padded to the longest.
+/// The name in the case of the mask: MON, Mon or mon. Long names are padded to the longest.
 std::string nameText(std::string_view name, std::string_view spelled, bool compact)
 {
     constexpr std::size_t longestName = 9;
@@ -304,7 +304,7 @@ NumberMask parseNumberMask(std::string_view mask)
     return form;
 }
 
-/// Whole digits right-justified under the mask's places, marks only behind printed digits.
+/// Writes the whole digits right-aligned to the places of the mask. A separator is printed only after a digit.
 std::string placeDigits(const NumberMask& form, const std::string& digits)
 {
     std::string text;
