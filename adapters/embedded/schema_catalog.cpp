@@ -82,7 +82,6 @@ tsql::Table SchemaCatalog::loadTable(const std::string& name, bool temporary) co
                                       sqlite3_column_int(statement.get(), 2) != 0);
         table.columns.push_back(std::move(column));
     }
-    table.indexColumns();
     return table;
 }
 

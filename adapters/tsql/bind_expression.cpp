@@ -1,9 +1,11 @@
 #include <algorithm>
 #include <bit>
 #include <charconv>
+#include <functional>
 #include <limits>
 
 #include "tamarok_tsql/binder.h"
+#include "tamarok_tsql/builtins.h"
 #include "tamarok_tsql/literals.h"
 #include "tamarok_tsql/type_rules.h"
 #include "visit.h"
@@ -13,7 +15,13 @@ namespace {
 
 constexpr std::uint64_t mix(std::uint64_t hash, std::uint64_t value)
 {
-    return mixWord(hash, value);
+    hash = (hash ^ value) * 0x9E3779B97F4A7C15ULL;
+    return hash ^ (hash >> 32U);
+}
+
+std::uint64_t textHash(std::uint64_t hash, std::string_view text)
+{
+    return mix(hash, std::hash<std::string_view>{}(text));
 }
 
 /// What distinguishes a node from others of its kind with the same children.
@@ -46,7 +54,7 @@ std::uint64_t ownHash(const Expr& expr)
     }
     case ExprKind::Function: {
         const auto& function = as<FunctionExpr>(expr);
-        return mix(mix(kind, function.name.hash), (function.distinct ? 1U : 0U) + (function.star ? 2U : 0U));
+        return mix(textHash(kind, function.builtin->name), (function.distinct ? 1U : 0U) + (function.star ? 2U : 0U));
     }
     default: return kind;
     }

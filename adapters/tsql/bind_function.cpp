@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <functional>
 
 #include "tamarok_tsql/binder.h"
 #include "tamarok_tsql/builtins.h"
@@ -40,7 +41,7 @@ void Binder::bindArguments(FunctionExpr& function, Scope& scope)
                                " is not a recognized part of a date.");
         }
         as<ColumnExpr>(argument).source = nullptr;
-        argument.hash = as<ColumnExpr>(argument).name.hash;
+        argument.hash = std::hash<std::string_view>{}(findDatePart(as<ColumnExpr>(argument).name.text));
     }
 }
 

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "name_table.h"
+
 namespace tamarok::tsql {
 namespace {
 
@@ -10,7 +12,7 @@ constexpr std::int64_t longestText = 1000000000;
 
 /// The functions in alphabetical order. LPAD, RPAD, INSTR, TO_CHAR, TO_DATE, TO_NUMBER, CHR, SUBSTR, LENGTH, TRUNC
 /// and MOD stand in statements that the system composes for Oracle.
-constexpr std::array rows{
+constexpr NameTable builtins{std::array{
     Builtin{"ABS", "n", ResultRule::SameNumber},
     Builtin{"ACOS", "n", ResultRule::Float},
     Builtin{"ASCII", "t", ResultRule::Int, 255},
@@ -99,23 +101,7 @@ constexpr std::array rows{
     Builtin{"VAR", "n", ResultRule::Float, -1, FunctionKind::Aggregate},
     Builtin{"VARP", "n", ResultRule::Float, -1, FunctionKind::Aggregate},
     Builtin{"YEAR", "d", ResultRule::Int, 9999},
-};
-
-constexpr std::size_t slotCount = 512;
-static_assert(rows.size() < slotCount / 2);
-
-consteval std::array<std::uint8_t, slotCount> placeRows()
-{
-    std::array<std::uint8_t, slotCount> slots{};
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        std::size_t slot = nameHash(rows[i].name) % slotCount;
-        while (slots[slot] != 0)
-            slot = (slot + 1) % slotCount;
-        slots[slot] = static_cast<std::uint8_t>(i + 1);
-    }
-    return slots;
-}
-constexpr auto slots = placeRows();
+}};
 
 struct DatePart {
     std::string_view written;
@@ -163,11 +149,7 @@ constexpr std::array dateParts{
 
 const Builtin* findBuiltin(const Name& name)
 {
-    for (std::size_t slot = name.hash % slotCount; slots[slot] != 0; slot = (slot + 1) % slotCount) {
-        const Builtin& row = rows[slots[slot] - 1U];
-        if (sameName(row.name, name.text)) return &row;
-    }
-    return nullptr;
+    return builtins.find(name.text);
 }
 
 std::string_view findDatePart(std::string_view written)

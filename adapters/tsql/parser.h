@@ -44,9 +44,10 @@ private:
     bool accept(Keyword keyword);
     bool acceptWord(std::string_view word);
     void expect(TokenKind kind, std::string_view shown);
-    void expect(Keyword keyword, std::string_view shown);
+    void expect(Keyword keyword);
     void expectWord(std::string_view word);
     [[noreturn]] void refuseHere() const;
+    [[noreturn]] void refuseWithout(std::string_view expected) const;
     [[noreturn]] void unsupportedHere(std::string_view construct) const;
     bool atName() const;
     Name name();

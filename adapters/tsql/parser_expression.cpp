@@ -143,7 +143,7 @@ Expr* Parser::negatablePredicate(Expr* left)
         auto* result = node<IsNullExpr>(ExprKind::IsNull, offset);
         result->value = requireValue(left);
         result->negated = accept(Keyword::Not);
-        expect(Keyword::Null, "NULL");
+        expect(Keyword::Null);
         result->condition = true;
         return result;
     }
@@ -156,7 +156,7 @@ Expr* Parser::negatablePredicate(Expr* left)
         auto* result = node<BetweenExpr>(ExprKind::Between, offset);
         result->value = requireValue(left);
         result->low = requireValue(additive());
-        expect(Keyword::And, "AND");
+        expect(Keyword::And);
         result->high = requireValue(additive());
         result->negated = negated;
         result->condition = true;
@@ -386,11 +386,11 @@ Over* Parser::overClause()
     expect(TokenKind::LeftParen, "(");
     Over* over = arena_.make<Over>();
     if (accept(Keyword::Partition)) {
-        expect(Keyword::By, "BY");
+        expect(Keyword::By);
         over->partition = valueList();
     }
     if (accept(Keyword::Order)) {
-        expect(Keyword::By, "BY");
+        expect(Keyword::By);
         over->order = orderItems();
     }
     if (at(Keyword::Rows) || atWord("RANGE")) unsupportedHere("A window frame (ROWS or RANGE)");
@@ -406,12 +406,12 @@ Expr* Parser::caseExpression()
     ArenaList<CaseArm> arms(arena_);
     while (accept(Keyword::When)) {
         Expr* when = result->operand != nullptr ? value() : condition();
-        expect(Keyword::Then, "THEN");
+        expect(Keyword::Then);
         arms.push({when, value()});
     }
-    if (arms.size() == 0) expect(Keyword::When, "WHEN");
+    if (arms.size() == 0) expect(Keyword::When);
     if (accept(Keyword::Else)) result->otherwise = value();
-    expect(Keyword::End, "END");
+    expect(Keyword::End);
     result->arms = arms.span();
     return result;
 }
@@ -503,7 +503,7 @@ Expr* Parser::castExpression()
     auto* result = node<CastExpr>(ExprKind::Cast, current().offset);
     position_ += 2;
     result->value = value();
-    expect(Keyword::As, "AS");
+    expect(Keyword::As);
     std::string_view written;
     const Type type = typeName(written);
     result->target = withCastLength(type, written);

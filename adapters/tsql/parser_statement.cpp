@@ -88,7 +88,7 @@ void Parser::block()
     if (at(Keyword::End)) refuseHere();
     while (!at(Keyword::End)) {
         if (accept(TokenKind::Semicolon)) continue;
-        if (at(TokenKind::End)) expect(Keyword::End, "END");
+        if (at(TokenKind::End)) expect(Keyword::End);
         statement();
     }
     ++position_;
@@ -192,7 +192,7 @@ void Parser::setOption(const Token& option)
     }
     if (sameName(word, "IDENTITY_INSERT")) {
         qualifiedName();
-        if (!accept(Keyword::On)) expect(Keyword::Off, "OFF");
+        if (!accept(Keyword::On)) expect(Keyword::Off);
         add(StepKind::Nothing, option.offset);
         return;
     }
@@ -225,7 +225,7 @@ void Parser::insertStatement()
     if (at(TokenKind::LeftParen) && ahead(1).keyword != Keyword::Select) insert->columns = nameList();
     if (atWord("OUTPUT")) unsupportedHere("The OUTPUT clause");
     if (accept(Keyword::Default)) {
-        expect(Keyword::Values, "VALUES");
+        expect(Keyword::Values);
         insert->defaults = true;
     } else if (accept(Keyword::Values)) {
         ArenaList<ExprList> rows(arena_);
@@ -251,7 +251,7 @@ void Parser::updateStatement()
     auto* update = arena_.make<UpdateStatement>();
     update->target = qualifiedName();
     tableHints();
-    expect(Keyword::Set, "SET");
+    expect(Keyword::Set);
     ArenaList<Assignment> assignments(arena_);
     do {
         if (at(TokenKind::Variable)) unsupportedHere("A variable");

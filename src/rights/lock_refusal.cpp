@@ -1,9 +1,10 @@
 #include "lock_refusal.h"
 
+#include <algorithm>
 #include <array>
-#include <functional>
+#include <optional>
 
-#include "fetch_rows.h"
+#include "ado/first_row.h"
 
 #include "tamarok/ado.h"
 #include "tamarok/loc_service.h"
@@ -14,29 +15,36 @@
 namespace tamarok::rights {
 namespace {
 
-constexpr std::int16_t objectText = 4890;   // leads in an object
-constexpr std::int16_t documentText = 4891; // leads in a document
-constexpr std::int16_t lockedByText = 4892;
-constexpr std::int16_t closingText = 4893;
+using ado::fieldText;
 
-/// How the look-up's fields make the shown value.
+// Numbers of texts.
+constexpr std::int16_t leadsInObject = 4890;
+constexpr std::int16_t leadsInDocument = 4891;
+constexpr std::int16_t lockedBy = 4892;
+constexpr std::int16_t closing = 4893;
+
+/// How the fields of the head record make the shown value.
 enum class Shown { FirstField, MonthOfYear };
 
-/// Kinds of object whose number is looked up in a head record.
+/// A kind of object whose number stands in a head record.
 struct LookedUpKind {
     std::string_view column;
-    std::string_view statement; ///< the key goes behind it
-    bool leadIn;                ///< whether text 4890 stands in front; three kinds and the wages do without
+    std::string_view statement; ///< the key is appended
+    bool hasLeadIn;             ///< whether the message begins with text 4890
     Shown shown = Shown::FirstField;
 };
+
+// Required by the contract: FAKTURA, LOHNERFASSUNG, MASCHINEN and STEH have no leading text, and the
+// opening bracket in the statement of WAL_BB is never closed, so that this look-up always fails. Do not
+// correct.
 
 constexpr std::array<LookedUpKind, 16> lookedUpKinds = {{
 #include "data/lock_kinds.inc"
 }};
 
 struct DocumentType {
-    std::string_view type;
-    std::int16_t text;
+    std::string_view type; ///< settlement of a log, as in the column names of LOGS_RECH
+    std::int16_t text;     ///< number of its name's text
 };
 
 constexpr std::array<DocumentType, 9> documentTypes = {{
@@ -51,17 +59,26 @@ constexpr std::array<DocumentType, 9> documentTypes = {{
     {"A8", 638},
 }};
 
+/// Returns the number of an object, read from its head record.
 std::string lookedUpValue(const TmkVar& tmkVar, const LookedUpKind& kind, std::string_view key)
 {
-    ado::Recordset head;
-    head.Open(std::string{kind.statement}.append(key), tmkVar.db_ADO);
-    // No test for the end of the rows: a head record that has gone fails the call.
-    const ado::FieldCollection& fields = head.Fields();
-    std::string value = kind.shown == Shown::FirstField ? textOf(fields.Item(0).Value())
-                                                        : textOf(fields.Item("BUCHUNGS_MONTH").Value()) + "/" +
-                                                              textOf(fields.Item("BUCHUNGS_YEAR").Value());
-    head.Close();
+    std::string value;
+    // Required by the contract: a head record that is missing fails the call. Do not correct.
+    ado::readExisting(tmkVar.db_ADO, std::string{kind.statement}.append(key), [&](const ado::FieldCollection& fields) {
+        value = kind.shown == Shown::FirstField ? fieldText(fields.Item(0).Value())
+                                                : fieldText(fields.Item("BUCHUNGS_MONTH").Value()) + "/" +
+                                                      fieldText(fields.Item("BUCHUNGS_YEAR").Value());
+    });
     return value;
+}
+
+/// Returns the number of the text that names an invoice's document type; nothing for an unknown type.
+/// @param key  a quote, two characters of type, the name, a quote
+std::optional<std::int16_t> documentText(std::string_view key)
+{
+    const std::string_view type = text::trim(text::mid(key, 2, 2));
+    const auto* const document = std::ranges::find(documentTypes, type, &DocumentType::type);
+    return document == documentTypes.end() ? std::nullopt : std::optional{document->text};
 }
 
 } // namespace
@@ -70,33 +87,28 @@ std::string lockRefusal(const TmkVar& tmkVar, std::string_view column, std::stri
 {
     const auto texts = Platform::locService();
     const auto text = [&](std::int16_t number) { return texts->GetText(number, tmkVar); };
-    const auto heldBy = [&] {
-        return text(lockedByText).append(" ").append(holder).append(" ").append(text(closingText));
-    };
+    const auto heldBy = [&] { return text(lockedBy).append(" ").append(holder).append(" ").append(text(closing)); };
 
-    if (column == "LISTE") return text(objectText).append(" ").append(key).append(" ").append(heldBy());
+    if (column == "LISTE") return text(leadsInObject).append(" ").append(key).append(" ").append(heldBy());
+
     if (column == "RECHNUNG") {
-        const std::string_view type = text::trim(text::mid(key, 2, 2));
-        for (const DocumentType& document : documentTypes) {
-            if (document.type != type) continue;
-            // The closing quote of the shown name is the one that the key brings along.
-            return text(documentText)
-                .append(" (")
-                .append(text(document.text))
-                .append(") '")
-                .append(text::mid(key, 4))
-                .append(" ")
-                .append(heldBy());
-        }
-        return {};
+        const std::optional<std::int16_t> document = documentText(key);
+        if (!document) return {};
+        // The key's own closing quote closes the shown name.
+        return text(leadsInDocument)
+            .append(" (")
+            .append(text(*document))
+            .append(") '")
+            .append(text::mid(key, 4))
+            .append(" ")
+            .append(heldBy());
     }
-    for (const LookedUpKind& kind : lookedUpKinds) {
-        if (kind.column != column) continue;
-        const std::string value = lookedUpValue(tmkVar, kind, key);
-        std::string message = kind.leadIn ? text(objectText) + " " : std::string{};
-        return message.append("'").append(value).append("' ").append(heldBy());
-    }
-    return {};
+
+    const auto* const kind = std::ranges::find(lookedUpKinds, column, &LookedUpKind::column);
+    if (kind == lookedUpKinds.end()) return {};
+    const std::string value = lookedUpValue(tmkVar, *kind, key);
+    std::string message = kind->hasLeadIn ? text(leadsInObject) + " " : std::string{};
+    return message.append("'").append(value).append("' ").append(heldBy());
 }
 
 } // namespace tamarok::rights

@@ -9,9 +9,11 @@ struct TmkVar;
 
 namespace rights {
 
-/// The message that refuses the lock of an object, "" for a kind that has none.
-/// @param column  kind of object  @param key  its key as it goes into SQL  @param holder  user's name
-/// Errors: 3021 where the object's head record has gone, provider failures.
+/// Returns the message that refuses the lock of an object in the session's language; "" for an unknown kind of
+/// object or an unknown document type, for which no message is shown.
+/// @param column  kind of object, a column of table LOCK
+/// @param key     the object's key as SQL text  @param holder  name of the user who has the lock
+/// Errors: 3021 if the object's head record is missing, failures of the database.
 std::string lockRefusal(const TmkVar& tmkVar, std::string_view column, std::string_view key, std::string_view holder);
 
 } // namespace rights

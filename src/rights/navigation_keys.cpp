@@ -11,6 +11,7 @@ struct KeyPair {
     std::string_view rightKey;
 };
 
+/// Keys that map exactly, sorted by tree key; many map to themselves.
 constexpr std::array<KeyPair, 92> keys = {{
 #include "data/node_keys.inc"
 }};
@@ -18,7 +19,7 @@ static_assert(std::ranges::is_sorted(keys, std::ranges::less_equal{}, &KeyPair::
                   std::ranges::adjacent_find(keys, {}, &KeyPair::treeKey) == keys.end(),
               "keys are sorted and unique");
 
-/// A tree key of these families has a node number behind the prefix.
+/// Prefixes of tree keys that end in a node number, in the order in which they are tried.
 constexpr std::array<KeyPair, 6> families = {{
 #include "data/node_key_families.inc"
 }};

@@ -1,8 +1,13 @@
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "fetch_rows.h"
+#include "ado/first_row.h"
+#include "deputy_rule.h"
+#include "dialect/sql_template.h"
+#include "first_column.h"
 #include "navigation_keys.h"
 
 #include "tamarok/comm_lock.h"
@@ -16,53 +21,43 @@
 namespace tamarok {
 namespace {
 
-using rights::fetchFirstColumn;
-using rights::textOf;
+using ado::fieldText;
+using rights::principalsOf;
+using rights::readFirstColumn;
 
-/// The join that admits only users who lend their rights to their deputy.
-constexpr std::string_view lendsRights =
-    " INNER JOIN USERS_PROPERTY ON USERS_PROPERTY.ID_USERS = USERS.ID AND USERS_PROPERTY.B055 = 1";
+// A tree key names a node of the navigation tree; a right key names the right in the tables. The personal
+// grant (USERS_TREEVIEW) belongs to a user, the organisational grant (BB_ORGANISATIONS_RECHTE) to the depth
+// of the user's access level: a code that ends in 000000 has depth 3, in 0000 2, in 00 1, any other 0.
 
 void showUnknownKey()
 {
+    // Required by the contract: the word is shown in every language. Do not correct.
     mComm::ShowMessage("CHYBA", 0);
 }
 
-/// Keys that neither the user nor anyone he stands in for may read.
+/// Returns the query of the right keys that neither the user nor any of his principals may read.
 std::string personalDenials(const TmkVar& tmkVar)
 {
-    const std::string user = std::to_string(tmkVar.ID_User);
-    const std::string_view read = tmkVar.bolOracle ? "MAX(LESEN)" : "MAX(CASE WHEN LESEN = 1 THEN 1 ELSE 0 END)";
-    std::string statement{"SELECT TREEVIEW,"};
-    statement.append(read)
-        .append(" AS LESEN FROM USERS_TREEVIEW WHERE ID_USERS IN (SELECT USERS.ID FROM USERS")
-        .append(lendsRights)
-        .append(" AND USERS.ID_USERS_VERTRETER = ")
-        .append(user)
-        .append(" UNION ALL SELECT ")
-        .append(user)
-        .append(" AS ID")
-        .append(tmkVar.bolOracle ? " FROM DUAL" : "")
-        .append(") GROUP BY TREEVIEW HAVING ")
-        .append(tmkVar.bolOracle ? "NVL(MAX(LESEN),0)=0" : "MAX(CASE WHEN LESEN = 1 THEN 1 ELSE 0 END)=0");
-    return statement;
+    constexpr std::string_view sqlTemplate =
+        "SELECT TREEVIEW,{ORACLE?MAX(LESEN):MAX(CASE WHEN LESEN = 1 THEN 1 ELSE 0 END)} AS LESEN FROM USERS_TREEVIEW"
+        " WHERE ID_USERS IN (SELECT USERS.ID FROM USERS{LENDS} AND USERS.ID_USERS_VERTRETER = {USER}"
+        " UNION ALL SELECT {USER} AS ID{ORACLE? FROM DUAL:}) GROUP BY TREEVIEW"
+        " HAVING {ORACLE?NVL(MAX(LESEN),0):MAX(CASE WHEN LESEN = 1 THEN 1 ELSE 0 END)}=0";
+    return dialect::fill(sqlTemplate, dialect::of(tmkVar),
+                         {{"LENDS", rights::lendsRights}, {"USER", std::to_string(tmkVar.ID_User)}});
 }
 
-/// Keys that the level's depth may not read.
+/// Returns the query of the right keys that the depth of the user's level may not read.
 std::string organisationalDenials(const TmkVar& tmkVar)
 {
-    std::string statement{"SELECT ANWENDUNGSOBJEKTE FROM BB_ORGANISATIONS_RECHTE WHERE 0="};
-    statement.append(tmkVar.bolOracle ? "NVL" : "ISNULL")
-        .append("((SELECT CASE WHEN RIGHT(ACCESS_LEVELS,6) = '000000' Then LESEN_3"
-                " WHEN RIGHT(ACCESS_LEVELS,4) = '0000' Then LESEN_2"
-                " WHEN RIGHT(ACCESS_LEVELS,2) = '00' Then LESEN_1"
-                " ELSE LESEN_0 END FROM ACCESS_LEVELS WHERE ID = ")
-        .append(std::to_string(tmkVar.ID_Access_Levels))
-        .append("),0)");
-    return statement;
+    constexpr std::string_view sqlTemplate =
+        "SELECT ANWENDUNGSOBJEKTE FROM BB_ORGANISATIONS_RECHTE WHERE 0={ISNULL}((SELECT CASE"
+        " WHEN RIGHT(ACCESS_LEVELS,6) = '000000' Then LESEN_3 WHEN RIGHT(ACCESS_LEVELS,4) = '0000' Then LESEN_2"
+        " WHEN RIGHT(ACCESS_LEVELS,2) = '00' Then LESEN_1 ELSE LESEN_0 END FROM ACCESS_LEVELS WHERE ID = {LEVEL}),0)";
+    return dialect::fill(sqlTemplate, dialect::of(tmkVar), {{"LEVEL", std::to_string(tmkVar.ID_Access_Levels)}});
 }
 
-/// Stores a key in the last element while that is still empty, behind it otherwise.
+/// Stores a key in the last element if that is empty, behind it otherwise.
 void addKey(std::vector<std::string>& keys, std::string key)
 {
     if (keys.back().empty())
@@ -71,42 +66,58 @@ void addKey(std::vector<std::string>& keys, std::string key)
         keys.push_back(std::move(key));
 }
 
+/// Fills the caller's cache of hidden right keys: one element a personal denial, then the organisational
+/// denials that are new. Without any denial it has one empty element, which says that it is filled.
 void fillHiddenKeys(const TmkVar& tmkVar, std::vector<std::string>& hidden)
 {
-    // Read first and stored last, so that a failure leaves the caller's array to be filled again.
-    const std::vector<Variant> personal = fetchFirstColumn(tmkVar.db_ADO, personalDenials(tmkVar));
-    const std::vector<Variant> organisational = fetchFirstColumn(tmkVar.db_ADO, organisationalDenials(tmkVar));
+    // Both queries run before the cache is touched, so that it is filled again after a failure.
+    const std::vector<Variant> personal = readFirstColumn(tmkVar.db_ADO, personalDenials(tmkVar));
+    const std::vector<Variant> organisational = readFirstColumn(tmkVar.db_ADO, organisationalDenials(tmkVar));
     hidden.assign(1, std::string{});
     for (const Variant& key : personal)
-        addKey(hidden, textOf(key));
+        addKey(hidden, fieldText(key));
     for (const Variant& value : organisational) {
-        std::string key = textOf(value);
+        std::string key = fieldText(value);
         if (std::ranges::find(hidden, key) == hidden.end()) addKey(hidden, std::move(key));
     }
 }
 
-std::string writeGrant(const TmkVar& tmkVar, std::string_view key)
+/// The part of the write query that also asks for the organisational grant; the level's id is appended.
+constexpr std::string_view organisationalGrant =
+    " AND (SELECT (SELECT (CASE WHEN RIGHT(ACCESS_LEVELS,6) = '000000' Then SCHREIBEN_3"
+    " WHEN RIGHT(ACCESS_LEVELS,4) = '0000' Then SCHREIBEN_2"
+    " WHEN RIGHT(ACCESS_LEVELS,2) = '00' Then SCHREIBEN_1 ELSE SCHREIBEN_0 END)"
+    " FROM ACCESS_LEVELS WHERE ID = ";
+
+/// Returns the query whose first row is 1 if the user or one of his principals may write. An action key
+/// needs the personal grant only. The text is the same on Oracle.
+std::string writeGrants(const TmkVar& tmkVar, std::string_view treeKey)
 {
     const std::string user = std::to_string(tmkVar.ID_User);
     std::string statement{"SELECT B.A FROM (SELECT (CASE WHEN USERS_TREEVIEW.SCHREIBEN = 1"};
-    if (!rights::isActionKey(key)) {
-        statement
-            .append(" AND (SELECT (SELECT (CASE WHEN RIGHT(ACCESS_LEVELS,6) = '000000' Then SCHREIBEN_3"
-                    " WHEN RIGHT(ACCESS_LEVELS,4) = '0000' Then SCHREIBEN_2"
-                    " WHEN RIGHT(ACCESS_LEVELS,2) = '00' Then SCHREIBEN_1 ELSE SCHREIBEN_0 END)"
-                    " FROM ACCESS_LEVELS WHERE ID = ")
+    if (!rights::isActionKey(treeKey)) {
+        statement.append(organisationalGrant)
             .append(std::to_string(tmkVar.ID_Access_Levels))
             .append(") FROM BB_ORGANISATIONS_RECHTE WHERE ANWENDUNGSOBJEKTE = USERS_TREEVIEW.TREEVIEW)=1");
     }
     return statement.append(" THEN 1 ELSE 0 END) AS A FROM USERS_TREEVIEW WHERE (USERS_TREEVIEW.ID_USERS = ")
         .append(user)
-        .append(" OR USERS_TREEVIEW.ID_USERS IN (SELECT USERS.ID FROM USERS")
-        .append(lendsRights)
-        .append(" WHERE USERS.ID_USERS_VERTRETER = ")
-        .append(user)
-        .append(")) AND USERS_TREEVIEW.TREEVIEW = '")
-        .append(rights::rightKey(key))
+        .append(" OR USERS_TREEVIEW.ID_USERS IN ")
+        .append(principalsOf(" = " + user))
+        .append(") AND USERS_TREEVIEW.TREEVIEW = '")
+        .append(rights::rightKey(treeKey))
         .append("') B ORDER BY A DESC");
+}
+
+/// Returns the query of a property of the user, or of one of his principals unless the property is personal.
+std::string propertyStatement(const TmkVar& tmkVar, std::string_view column)
+{
+    const std::string user = std::to_string(tmkVar.ID_User);
+    const bool isPersonal = column == "B054" || column == "B055";
+    std::string statement{"SELECT "};
+    statement.append(column).append(" FROM USERS_PROPERTY WHERE ID_USERS = ").append(user);
+    if (!isPersonal) statement.append(" OR ID_USERS IN ").append(principalsOf(" = " + user));
+    return statement.append(" ORDER BY 1 DESC");
 }
 
 } // namespace
@@ -136,48 +147,26 @@ Variant Comm_Lock::NodeVisibleCheck(const TmkVar& tmkVar, std::vector<std::strin
         return {};
     }
     if (tmkVar.ID_User == 0) return true;
+    // The cache is read once: a change of rights shows when the caller empties the array.
     if (arr.empty()) fillHiddenKeys(tmkVar, arr);
     return std::ranges::find(arr, key) == arr.end();
 }
 
 bool Comm_Lock::NodeWrite(const TmkVar& tmkVar, std::string_view Key) const
 {
-    ado::Recordset grants;
-    grants.Open(writeGrant(tmkVar, Key), tmkVar.db_ADO);
-    bool granted = false;
-    if (!grants.AtEOF()) {
-        const Variant first = grants.Fields().Item(0).Value();
-        granted = !first.isNull() && convert::toLong(first) == 1;
-    }
-    grants.Close();
-    return granted;
+    // Required by the contract: an unknown key shows no message, and user 0 is asked for as well. Do not
+    // correct.
+    const std::optional<Variant> grant = ado::readFirstValue(tmkVar.db_ADO, writeGrants(tmkVar, Key));
+    return grant && !grant->isNull() && convert::toLong(*grant) == 1;
 }
 
 bool Comm_Lock::Users_Property(const TmkVar& tmkVar, std::string_view column) const
 {
-    constexpr double lastOpenProperty = 20;
-    if (tmkVar.ID_User == 0) return convert::toDouble(Variant{text::mid(column, 2)}) <= lastOpenProperty;
+    constexpr double lastPropertyWithoutUser = 20;
+    if (tmkVar.ID_User == 0) return convert::toDouble(Variant{text::mid(column, 2)}) <= lastPropertyWithoutUser;
 
-    const std::string user = std::to_string(tmkVar.ID_User);
-    std::string statement{"SELECT "};
-    statement.append(column).append(" FROM USERS_PROPERTY WHERE ID_USERS = ").append(user);
-    if (column != "B054" && column != "B055") {
-        statement.append(" OR ID_USERS IN (SELECT USERS.ID FROM USERS")
-            .append(lendsRights)
-            .append(" WHERE USERS.ID_USERS_VERTRETER = ")
-            .append(user)
-            .append(")");
-    }
-    statement += " ORDER BY 1 DESC";
-    ado::Recordset properties;
-    properties.Open(statement, tmkVar.db_ADO);
-    bool holds = false;
-    if (!properties.AtEOF()) {
-        const Variant first = properties.Fields().Item(0).Value();
-        holds = !first.isNull() && convert::toBoolean(first);
-    }
-    properties.Close();
-    return holds;
+    const std::optional<Variant> property = ado::readFirstValue(tmkVar.db_ADO, propertyStatement(tmkVar, column));
+    return property && !property->isNull() && convert::toBoolean(*property);
 }
 
 } // namespace tamarok

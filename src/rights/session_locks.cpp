@@ -1,8 +1,14 @@
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "fetch_rows.h"
+#include "ado/first_row.h"
+#include "command_timeout_scope.h"
+#include "dialect/dialect.h"
+#include "first_column.h"
 #include "lock_refusal.h"
+#include "user_name.h"
 
 #include "tamarok/comm_lock.h"
 #include "tamarok/convert.h"
@@ -13,23 +19,30 @@
 #include "tamarok/text.h"
 #include "tamarok/tmkvar.h"
 
+// Table LOCK has two kinds of rows. A session row (LOGIN not null) stands for a logged-in user; a live
+// session keeps a row lock of the database on it, so that a DELETE of the row fails after the command
+// time-out, while the row of a dead session goes at once. A lock row (LOGIN null) stands for one object
+// that a user has checked out. There is no time limit and no clean-up job: rows of dead sessions go when
+// somebody meets them.
+
 namespace tamarok {
 namespace {
 
+using ado::fieldText;
 using rights::CommandTimeoutScope;
-using rights::fetchFirstColumn;
-using rights::textOf;
+using rights::readFirstColumn;
 
 constexpr std::int32_t exclamationIcon = 48;
+/// Limit in seconds of the statements that find out whether a session is alive.
 constexpr std::int32_t probeSeconds = 5;
 
-bool locksAreKept(const TmkVar& tmkVar)
+bool usesLocks(const TmkVar& tmkVar)
 {
-    return tmkVar.bolLan && !tmkVar.bolOracle;
+    return tmkVar.bolLan && !dialect::of(tmkVar).isOracle;
 }
 
-/// Runs what may fail as part of a probe; false tells that it failed. Only failures of the library
-/// and the database are expected here.
+/// Runs an action that may fail as part of a probe. Returns false if it failed. Other exceptions than
+/// those of the library and the database pass.
 template <class Action>
 bool attempt(Action&& action)
 {
@@ -41,109 +54,121 @@ bool attempt(Action&& action)
     }
 }
 
-std::vector<Variant> rowsOrNone(const ado::ConnectionRef& connection, std::string_view statement)
+/// Returns the first column of a query within a probe; empty also if the query fails.
+std::vector<Variant> attemptColumn(const ado::ConnectionRef& connection, std::string_view statement)
 {
     std::vector<Variant> rows;
-    attempt([&] { rows = fetchFirstColumn(connection, statement); });
+    attempt([&] { rows = readFirstColumn(connection, statement); });
     return rows;
 }
 
 std::string deleteStatement(const Variant& id)
 {
-    return "DELETE FROM LOCK WHERE ID = " + textOf(id);
+    return "DELETE FROM LOCK WHERE ID = " + fieldText(id);
 }
 
-std::string userNameStatement(std::string_view id)
-{
-    return std::string{"SELECT NAME FROM USERS WHERE ID = "}.append(id);
-}
-
-/// The name of a user, empty where there is none.
-std::string userName(const TmkVar& tmkVar, std::string_view id)
-{
-    ado::Recordset user;
-    user.Open(userNameStatement(id), tmkVar.db_ADO);
-    std::string name;
-    if (!user.AtEOF()) name = textOf(user.Fields().Item("NAME").Value());
-    user.Close();
-    return name;
-}
-
-std::string loginStamp(ado::Recordset& rsLock, const ado::ConnectionRef& dbLock)
+/// Returns the database server's clock as text, read through the caller's recordset and connection.
+std::string readLoginStamp(ado::Recordset& rsLock, const ado::ConnectionRef& dbLock)
 {
     rsLock.Open("SELECT CONVERT(varchar,GETDATE(),121)", dbLock);
-    std::string stamp = textOf(rsLock.Fields().Item(0).Value());
+    std::string stamp = fieldText(rsLock.Fields().Item(0).Value());
     rsLock.Close();
     return stamp;
 }
 
-/// Deletes the user's rows of LOCK that a login finds: his session rows up to the first that is
-/// alive, and all his object locks. False where a statement failed.
-bool clearRowsOfUser(const TmkVar& tmkVar, const std::string& user, ado::Connection& dbLock)
+/// Deletes the user's session rows up to the first that is alive. Returns false if a statement failed,
+/// which is the sign of a live session.
+bool deleteDeadSessions(const TmkVar& tmkVar, const std::string& user, ado::Connection& dbLock)
 {
-    bool clear = true;
-    const auto rows = [&](const std::string& statement) {
-        std::vector<Variant> ids;
-        if (!attempt([&] { ids = fetchFirstColumn(tmkVar.db_ADO, statement); })) clear = false;
-        return ids;
-    };
-    for (const Variant& id : rows("SELECT ID FROM LOCK WHERE ID_USERS = " + user + " AND LOGIN IS NOT NULL")) {
-        if (attempt([&] { dbLock.Execute(deleteStatement(id)); })) continue;
-        clear = false;
-        break;
-    }
-    for (const Variant& id : rows("SELECT ID FROM LOCK WHERE LOGIN IS NULL AND ID_USERS = " + user))
-        if (!attempt([&] { dbLock.Execute(deleteStatement(id)); })) clear = false;
-    return clear;
+    return attempt([&] {
+        for (const Variant& id :
+             readFirstColumn(tmkVar.db_ADO, "SELECT ID FROM LOCK WHERE ID_USERS = " + user + " AND LOGIN IS NOT NULL"))
+            dbLock.Execute(deleteStatement(id));
+    });
+}
+
+/// Deletes all lock rows of the user. Returns false if a statement failed; the others run all the same.
+bool deleteObjectLocks(const TmkVar& tmkVar, const std::string& user, ado::Connection& dbLock)
+{
+    std::vector<Variant> rows;
+    bool allDeleted = attempt([&] {
+        rows = readFirstColumn(tmkVar.db_ADO, "SELECT ID FROM LOCK WHERE LOGIN IS NULL AND ID_USERS = " + user);
+    });
+    for (const Variant& id : rows)
+        if (!attempt([&] { dbLock.Execute(deleteStatement(id)); })) allDeleted = false;
+    return allDeleted;
 }
 
 void showLoginRefusal(const TmkVar& tmkVar, const std::string& user)
 {
     std::string name;
-    attempt([&] { name = userName(tmkVar, user); });
+    attempt([&] { name = rights::userName(tmkVar.db_ADO, user); });
     const auto texts = Platform::locService();
     mComm::ShowMessage(texts->GetText(4887, tmkVar) + " " + name + " " + texts->GetText(4888, tmkVar) + "\r\n" +
                            texts->GetText(4889, tmkVar),
                        exclamationIcon);
 }
 
-/// Whether another user's session is alive. Rows of dead sessions are deleted, and with a session
-/// row all that its user left behind.
-bool holderIsAlive(const TmkVar& tmkVar, const std::string& holder)
+/// Tells whether another user has a live session. Deletes the session rows of dead sessions, and after
+/// each of them all rows of that user.
+bool isAlive(const TmkVar& tmkVar, const std::string& holder)
 {
     ado::Connection& connection = *tmkVar.db_ADO;
     for (const Variant& session :
-         rowsOrNone(tmkVar.db_ADO, "SELECT ID FROM LOCK WHERE ID_USERS = " + holder + " AND LOGIN IS NOT NULL")) {
+         attemptColumn(tmkVar.db_ADO, "SELECT ID FROM LOCK WHERE ID_USERS = " + holder + " AND LOGIN IS NOT NULL")) {
         if (!attempt([&] { connection.Execute(deleteStatement(session)); })) return true;
-        for (const Variant& row : rowsOrNone(tmkVar.db_ADO, "SELECT ID FROM LOCK WHERE ID_USERS = " + holder))
+        for (const Variant& row : attemptColumn(tmkVar.db_ADO, "SELECT ID FROM LOCK WHERE ID_USERS = " + holder))
             attempt([&] { connection.Execute(deleteStatement(row)); });
     }
     return false;
 }
 
-/// The first holder in `holders` whose session is alive, after the caller's own row has been taken
-/// back; nothing where none is. Failures of single statements are part of the probing.
-struct Conflict {
-    bool found = false;
-    std::string holderName;
+/// The texts of one request for a lock.
+struct LockRequest {
+    LockRequest(const TmkVar& tmkVar, std::string_view column, std::string_view key) :
+        user{std::to_string(tmkVar.ID_User)}, object{std::string{" AND "}.append(column).append(" = ").append(key)},
+        insertion{std::string{"INSERT INTO LOCK (ID_USERS,"}
+                      .append(column)
+                      .append(") VALUES (")
+                      .append(user)
+                      .append(",")
+                      .append(key)
+                      .append(")")}
+    {}
+
+    std::string requestersRows() const { return "SELECT ID FROM LOCK WHERE ID_USERS = " + user + object; }
+    std::string otherHolders() const
+    {
+        return "SELECT ID_USERS FROM LOCK WHERE ID_USERS <> " + user + object + " GROUP BY ID_USERS";
+    }
+
+    std::string user;
+    std::string object; ///< condition on the kind and the key
+    std::string insertion;
 };
 
-Conflict probe(const TmkVar& tmkVar, const std::vector<Variant>& holders, const std::string& ownRows)
+/// Looks for the first holder with a live session. A holder without a session row is no conflict, and his
+/// lock row stays. On a conflict, deletes the requester's row.
+/// @return the live holder's name ("" if it cannot be read), or nothing if there is no conflict
+std::optional<std::string> findConflict(const TmkVar& tmkVar, const std::vector<Variant>& holders,
+                                        const LockRequest& request)
 {
+    const CommandTimeoutScope timeout{tmkVar.db_ADO, probeSeconds};
     for (const Variant& holderId : holders) {
         if (holderId.isNull()) continue;
-        const std::string holder = textOf(holderId);
-        if (!holderIsAlive(tmkVar, holder)) continue;
-        Conflict conflict{true, {}};
-        for (const Variant& row : rowsOrNone(tmkVar.db_ADO, ownRows))
+        const std::string holder = fieldText(holderId);
+        if (!isAlive(tmkVar, holder)) continue;
+        for (const Variant& row : attemptColumn(tmkVar.db_ADO, request.requestersRows()))
             attempt([&] { tmkVar.db_ADO->Execute(deleteStatement(row)); });
-        attempt([&] { conflict.holderName = userName(tmkVar, holder); });
-        return conflict;
+        std::string name;
+        attempt([&] { name = rights::userName(tmkVar.db_ADO, holder); });
+        return name;
     }
     return {};
 }
 
-/// The key of an invoice in LOCK.RECHNUNG, quotes included: two characters of type, then the name.
+/// Returns the key of an invoice in LOCK.RECHNUNG with its quotes: the type padded or cut to two
+/// characters, then the name.
 std::string invoiceKey(std::string_view name, std::string_view type)
 {
     std::string key{"'"};
@@ -165,7 +190,7 @@ void forEachList(const TmkVar& tmkVar, std::string_view name, std::string_view t
     ado::Recordset lists;
     lists.Open(listsOfInvoice(name, type), tmkVar.db_ADO);
     for (; !lists.AtEOF(); lists.MoveNext())
-        action("'" + textOf(lists.Fields().Item(0).Value()) + "'");
+        action("'" + fieldText(lists.Fields().Item(0).Value()) + "'");
     lists.Close();
 }
 
@@ -173,18 +198,25 @@ void forEachList(const TmkVar& tmkVar, std::string_view name, std::string_view t
 
 bool Comm_Lock::LogIn(ado::Recordset& rsLock, const TmkVar& tmkVar, const ado::ConnectionRef& dbLock) const
 {
-    if (!locksAreKept(tmkVar)) return true;
+    if (!usesLocks(tmkVar)) return true;
     const std::string user = std::to_string(tmkVar.ID_User);
-    const std::string stamp = loginStamp(rsLock, dbLock);
+    const std::string stamp = readLoginStamp(rsLock, dbLock);
     const CommandTimeoutScope timeout{dbLock, probeSeconds};
-    // The row does not exist yet: the recordset is opened first and finds it by MoveFirst, once it is there.
+
+    // The session row does not exist yet: the recordset is opened first, and MoveFirst finds the row later.
     rsLock.Open("SELECT * FROM LOCK WITH (ROWLOCK) WHERE ID IN (SELECT ID FROM LOCK WHERE ID_USERS = " + user +
                     " AND LOGIN = '" + stamp + "')",
                 dbLock, ado::CursorType::OpenDynamic, ado::LockType::Pessimistic);
-    if (!clearRowsOfUser(tmkVar, user, *dbLock)) {
+
+    // Required by the contract: the object locks go even if an earlier session is alive. Do not correct.
+    const bool isOnlySession = deleteDeadSessions(tmkVar, user, *dbLock);
+    const bool hasNoLocks = deleteObjectLocks(tmkVar, user, *dbLock);
+    if (!isOnlySession || !hasNoLocks) {
         showLoginRefusal(tmkVar, user);
         return false;
     }
+
+    // Required by the contract: the answer is true even if the row cannot be written or locked. Do not correct.
     attempt([&] {
         dbLock->Execute("SET NOCOUNT ON\r\nINSERT INTO LOCK (ID_USERS,LOGIN) VALUES (" + user + ",'" + stamp + "')");
     });
@@ -198,52 +230,36 @@ bool Comm_Lock::LogOut(ado::Recordset& rsLock, std::string_view Lan_User_Version
         attempt([&] { rsLock.Delete(1); });
         attempt([&] { rsLock.Close(); });
     }
+    // Required by the contract: the result is false on every path. Do not correct.
     return false;
 }
 
 bool Comm_Lock::LockOn(std::string_view column, std::string_view ID, const TmkVar& tmkVar) const
 {
-    if (!locksAreKept(tmkVar)) return true;
-    ado::Connection& connection = ado::require(tmkVar.db_ADO);
-    const std::string user = std::to_string(tmkVar.ID_User);
-    const std::string object = std::string{" AND "}.append(column).append(" = ").append(ID);
-    const std::string ownRows = "SELECT ID FROM LOCK WHERE ID_USERS = " + user + object;
+    if (!usesLocks(tmkVar)) return true;
+    const LockRequest request{tmkVar, column, ID};
+    if (ado::hasRow(tmkVar.db_ADO, request.requestersRows())) return true;
 
-    ado::Recordset held;
-    held.Open(ownRows, tmkVar.db_ADO);
-    const bool isHeld = !held.AtEOF();
-    held.Close();
-    if (isHeld) return true;
+    // The row is written before the test: of two users who ask at the same time, each sees the other's row.
+    tmkVar.db_ADO->Execute(request.insertion);
+    const std::vector<Variant> holders = readFirstColumn(tmkVar.db_ADO, request.otherHolders());
+    if (holders.empty()) return true;
+    const std::optional<std::string> liveHolder = findConflict(tmkVar, holders, request);
+    if (!liveHolder) return true;
 
-    // The row is written before the test: of two users who ask at once, each sees the other's row.
-    connection.Execute(std::string{"INSERT INTO LOCK (ID_USERS,"}
-                           .append(column)
-                           .append(") VALUES (")
-                           .append(user)
-                           .append(",")
-                           .append(ID)
-                           .append(")"));
-    const std::vector<Variant> others = fetchFirstColumn(tmkVar.db_ADO, "SELECT ID_USERS FROM LOCK WHERE ID_USERS <> " +
-                                                                            user + object + " GROUP BY ID_USERS");
-    if (others.empty()) return true;
-
-    Conflict conflict;
-    {
-        const CommandTimeoutScope timeout{tmkVar.db_ADO, probeSeconds};
-        conflict = probe(tmkVar, others, ownRows);
-    }
-    if (!conflict.found) return true;
-    const std::string message = rights::lockRefusal(tmkVar, column, ID, conflict.holderName);
+    const std::string message = rights::lockRefusal(tmkVar, column, ID, *liveHolder);
     if (!message.empty()) mComm::ShowMessage(message, exclamationIcon);
     return false;
 }
 
 bool Comm_Lock::LockOff(std::string_view /*column*/, std::string_view /*ID*/, const TmkVar& tmkVar) const
 {
-    if (!locksAreKept(tmkVar)) return false;
+    // Required by the contract: one call releases every object lock of the user, and the result is false
+    // on every path. Do not correct.
+    if (!usesLocks(tmkVar)) return false;
     const std::string statement =
         "SELECT ID FROM LOCK WHERE ID_USERS = " + std::to_string(tmkVar.ID_User) + " AND LOGIN IS NULL ";
-    for (const Variant& id : fetchFirstColumn(tmkVar.db_ADO, statement))
+    for (const Variant& id : readFirstColumn(tmkVar.db_ADO, statement))
         tmkVar.db_ADO->Execute(deleteStatement(id));
     return false;
 }
@@ -256,6 +272,7 @@ bool Comm_Lock::LockRechnung(std::string_view RName, std::string_view ver_type, 
     forEachList(tmkVar, RName, ver_type, [&](const std::string& list) {
         if (!LockOn("LISTE", list, tmkVar)) granted = false;
     });
+    // Required by the contract: after a refusal all of the user's object locks go. Do not correct.
     if (!granted)
         forEachList(tmkVar, RName, ver_type, [&](const std::string& list) { LockOff("LISTE", list, tmkVar); });
     return granted;

@@ -1,3 +1,5 @@
+#include "ado/first_row.h"
+
 #include "tamarok/comm_set.h"
 #include "tamarok/convert.h"
 #include "tamarok/loc_service.h"
@@ -8,13 +10,16 @@ namespace tamarok {
 
 namespace {
 
-/// The value kinds of tmk_OPTIONEN_INS.
+/// Tells the procedure which column of OPTIONEN takes the value.
 enum class OptionKind : std::int32_t { Text = 1, Number = 2, Double = 3, Date = 4 };
 
+// Sizes of the procedure's parameters in characters.
 constexpr std::int32_t nameSize = 30;
 constexpr std::int32_t valueSize = 50;
 constexpr std::int32_t textValueSize = 100;
 
+/// Calls the procedure tmk_OPTIONEN_INS, which inserts or updates one property.
+/// @param value  the value as text; "" for no value
 void insertOption(const TmkVar& session, std::string_view property, OptionKind kind, std::string value)
 {
     using ado::DataType;
@@ -31,17 +36,11 @@ void insertOption(const TmkVar& session, std::string_view property, OptionKind k
     Platform::locService()->RunProcedure(session, "tmk_OPTIONEN_INS", command);
 }
 
-/// The value as a text concatenation takes it: Null is the empty text.
-std::string concatenated(const Variant& value)
-{
-    return value.isNull() ? std::string{} : convert::toText(value);
-}
-
 } // namespace
 
 void Comm_Set::SetOptionenNumber(const TmkVar& tmkVar, std::string_view property, const Variant& value) const
 {
-    insertOption(tmkVar, property, OptionKind::Number, concatenated(value));
+    insertOption(tmkVar, property, OptionKind::Number, ado::fieldText(value));
 }
 
 void Comm_Set::SetOptionenDouble(const TmkVar& tmkVar, std::string_view property, double value) const
@@ -52,12 +51,13 @@ void Comm_Set::SetOptionenDouble(const TmkVar& tmkVar, std::string_view property
 
 void Comm_Set::SetOptionenText(const TmkVar& tmkVar, std::string_view property, const Variant& value) const
 {
-    insertOption(tmkVar, property, OptionKind::Text, concatenated(value));
+    insertOption(tmkVar, property, OptionKind::Text, ado::fieldText(value));
 }
 
 void Comm_Set::SetOptionenDate(const TmkVar& tmkVar, std::string_view property, const Variant& value) const
 {
-    insertOption(tmkVar, property, OptionKind::Date, concatenated(value));
+    // Required by the contract: the text is the regional short date, not that of TransDate. Do not correct.
+    insertOption(tmkVar, property, OptionKind::Date, ado::fieldText(value));
 }
 
 } // namespace tamarok

@@ -1,4 +1,5 @@
 #include "ado/first_row.h"
+#include "dialect/sql_template.h"
 
 #include "tamarok/comm_get.h"
 #include "tamarok/comm_set.h"
@@ -11,13 +12,16 @@ namespace tamarok {
 
 namespace {
 
-std::string selectOption(std::string_view column, std::string_view property)
+// Required by the contract: numbers are found without regard to the case of the property's name, texts and
+// dates under the exact name alone. Do not correct.
+
+std::string selectExactOption(std::string_view column, std::string_view property)
 {
     return std::string{"SELECT "}.append(column).append(" FROM OPTIONEN WHERE PROPERTY_ID = '").append(property) + "'";
 }
 
-/// The same, for a property in upper case and without regard to the case of the stored name.
-std::string selectOptionNoCase(std::string_view column, std::string_view property)
+/// @param property  the name in upper case
+std::string selectOptionAnyCase(std::string_view column, std::string_view property)
 {
     return std::string{"SELECT "}
                .append(column)
@@ -26,6 +30,7 @@ std::string selectOptionNoCase(std::string_view column, std::string_view propert
            "'";
 }
 
+/// The date of a property without a row or value.
 Date defaultDate(const TmkVar& session, std::string_view property)
 {
     return text::toUpper(text::trim(property)) == "DATE_TO" ? Platform::today() : session.DateFromDefault;
@@ -36,7 +41,8 @@ Date defaultDate(const TmkVar& session, std::string_view property)
 std::int32_t Comm_Get::GetOptionenNumber(const TmkVar& tmkVar, std::string_view property) const
 {
     const std::string name = text::toUpper(property);
-    const auto value = ado::readFirstValue(tmkVar.db_ADO, selectOptionNoCase("NUMBER_VALUE", name));
+    const auto value = ado::readFirstValue(tmkVar.db_ADO, selectOptionAnyCase("NUMBER_VALUE", name));
+    // Required by the contract: this one property gets no row, if its name is given in upper case. Do not correct.
     if (!value && property != "DBCURSORLOCATION") {
         Comm_Set{}.SetOptionenNumber(tmkVar, name, std::int16_t{0});
     }
@@ -46,8 +52,8 @@ std::int32_t Comm_Get::GetOptionenNumber(const TmkVar& tmkVar, std::string_view 
 double Comm_Get::GetOptionenDouble(const TmkVar& tmkVar, std::string_view property) const
 {
     const std::string name = text::toUpper(property);
-    const std::string_view column = tmkVar.bolOracle ? "NVL(DOUBLE_VALUE,0)" : "ISNULL(DOUBLE_VALUE,0)";
-    const auto value = ado::readFirstValue(tmkVar.db_ADO, selectOptionNoCase(column, name));
+    const std::string column = dialect::fill("{ISNULL}(DOUBLE_VALUE,0)", dialect::of(tmkVar));
+    const auto value = ado::readFirstValue(tmkVar.db_ADO, selectOptionAnyCase(column, name));
     if (!value) {
         Comm_Set{}.SetOptionenDouble(tmkVar, name, 0.0);
     }
@@ -56,17 +62,19 @@ double Comm_Get::GetOptionenDouble(const TmkVar& tmkVar, std::string_view proper
 
 std::string Comm_Get::GetOptionenText(const TmkVar& tmkVar, std::string_view property) const
 {
-    const auto value = ado::readFirstValue(tmkVar.db_ADO, selectOption("TEXT_VALUE", property));
+    const auto value = ado::readFirstValue(tmkVar.db_ADO, selectExactOption("TEXT_VALUE", property));
     if (!value) {
         Comm_Set{}.SetOptionenText(tmkVar, text::toUpper(property), "");
     }
-    return value && !value->isNull() ? convert::toText(*value) : std::string{};
+    return value ? ado::fieldText(*value) : std::string{};
 }
 
 Date Comm_Get::GetOptionenDate(const TmkVar& tmkVar, std::string_view property) const
 {
     const Date byDefault = defaultDate(tmkVar, property);
-    const auto value = ado::readFirstValue(tmkVar.db_ADO, selectOption("DATE_VALUE", property));
+    const auto value = ado::readFirstValue(tmkVar.db_ADO, selectExactOption("DATE_VALUE", property));
+    // Required by the contract: a date's row gets the name as given, the others' the name in upper case. Do
+    // not correct.
     if (!value) {
         Comm_Set{}.SetOptionenDate(tmkVar, property, "");
     }
@@ -93,18 +101,14 @@ std::string Comm_Get::GetKonfNumber(const ado::ConnectionRef& dbAdo, std::string
 
 std::int16_t Comm_SQL::OPTIONEN_glbModel(const TmkVar& tmkVar) const
 {
-    constexpr std::string_view sqlServer =
-        "SELECT * FROM (SELECT ISNULL((SELECT TOP 1 NUMBER_VALUE FROM OPTIONEN WHERE PROPERTY_ID = "
-        "'CHANGE_MODELS'),1) AS NUM_VALUE) A";
-    constexpr std::string_view oracle =
-        "SELECT * FROM (SELECT NVL((SELECT NUMBER_VALUE FROM OPTIONEN WHERE PROPERTY_ID = 'CHANGE_MODELS'  AND "
-        "rownum=1),1) AS NUM_VALUE FROM DUAL) A";
+    constexpr std::string_view sqlTemplate =
+        "SELECT * FROM (SELECT {ISNULL}((SELECT {ORACLE?:TOP 1 }NUMBER_VALUE FROM OPTIONEN WHERE PROPERTY_ID = "
+        "'CHANGE_MODELS'{ORACLE?  AND rownum=1:}),1) AS NUM_VALUE{ORACLE? FROM DUAL:}) A";
 
-    // The statement always gives a row, so the end is not tested for.
-    ado::Recordset rows;
-    rows.Open(tmkVar.bolOracle ? oracle : sqlServer, tmkVar.db_ADO);
-    const Variant value = rows.Fields().Item("NUM_VALUE").Value();
-    rows.Close();
+    // The statement always gives a row.
+    Variant value;
+    ado::readExisting(tmkVar.db_ADO, dialect::fill(sqlTemplate, dialect::of(tmkVar)),
+                      [&](const ado::FieldCollection& fields) { value = fields.Item("NUM_VALUE").Value(); });
     return convert::toInteger(value);
 }
 

@@ -2,6 +2,8 @@
 #include <string>
 #include <string_view>
 
+#include "ado/first_row.h"
+
 #include "tamarok/comm_get.h"
 #include "tamarok/convert.h"
 #include "tamarok/text.h"
@@ -14,19 +16,20 @@ constexpr std::string_view factorColumns =
     "ISNULL(ATO_UFA,0) AS ATO_UFA,ISNULL(LUT_UFA,0) AS LUT_UFA,ISNULL(RM_UFA,0) AS RM_UFA,ISNULL(STK100_UFA,0) AS"
     " STK100_UFA";
 
-/// What a factor rule is asked about; each text is a key of master data.
+/// What the conditions of a factor rule are compared with; each text is a code of master data.
 struct MeasuredLine {
-    std::int16_t measureKind;
-    std::string_view species;
-    std::string_view assortment;
-    std::string_view unit;
-    std::string_view quality;
-    std::string_view strength;
-    std::string_view bark;
-    double length;
+    std::int16_t measureKind;    ///< DSART
+    std::string_view species;    ///< HA
+    std::string_view assortment; ///< HS
+    std::string_view unit;       ///< short name of a string of the group MENGEN
+    std::string_view quality;    ///< GKL
+    std::string_view strength;   ///< STKL
+    std::string_view bark;       ///< RINDENKENNZ
+    double length;               ///< m
 };
 
-/// The rules whose every condition is Null or holds, in the order of their rank.
+/// Returns the query of the factors of the first rule by ORDERBY whose conditions are all Null or hold. A
+/// more specific rule does not win by being specific: the authors of the rules put it first.
 std::string ruleStatement(const MeasuredLine& line)
 {
     const std::string length = text::replaceAll(convert::toText(Variant{line.length}), ",", ".");
@@ -60,6 +63,7 @@ std::string ruleStatement(const MeasuredLine& line)
         .append(" )  ORDER BY ORDERBY");
 }
 
+/// A property of the form F_UFakt and the factor that it takes.
 struct FactorProperty {
     std::string_view property;
     std::string_view column;
@@ -77,15 +81,16 @@ std::string_view typeOf(const ObjectRef& object)
     return object ? object->typeName() : std::string_view{};
 }
 
-/// The number that stands in the field already, 0 where there is none.
-double presentValue(const ObjectRef& object)
+/// Returns the number that a text box holds; 0 for any other object, and if the text is no number.
+double presentNumber(const ObjectRef& object)
 {
     if (typeOf(object) != "TextBox") return 0;
     const Variant content = object->get("text", {});
     return convert::isNumeric(content) ? convert::toDouble(content) : 0;
 }
 
-/// Gives the row's factors to the form of factors, or the one asked for to `value`.
+/// Writes the row's factors to the properties of the form F_UFakt, or the wanted one to `value` for any
+/// other object.
 void takeFactors(const ado::FieldCollection& row, const ObjectRef& object, std::string_view field, double& value)
 {
     if (typeOf(object) != "F_UFakt") {
@@ -103,18 +108,15 @@ double Comm_Get::GetHolzTabValue(const TmkVar& tmkVar, const ObjectRef& strObjec
                                  std::string_view strMenge, std::string_view strGkl, std::string_view strStkl,
                                  bool bolOnlyHS, std::string_view strRindenkennz, double dLange) const
 {
-    double value = presentValue(strObject);
-    ado::Recordset rules;
-    rules.Open(ruleStatement({intDsart, strHa, strHS, strMenge, strGkl, strStkl, strRindenkennz, dLange}),
-               tmkVar.db_ADO);
-    if (rules.AtEOF() && bolOnlyHS) {
-        rules.Close();
+    double value = presentNumber(strObject);
+    const auto take = [&](const ado::FieldCollection& row) { takeFactors(row, strObject, strField, value); };
+    const MeasuredLine line{intDsart, strHa, strHS, strMenge, strGkl, strStkl, strRindenkennz, dLange};
+    // The assortment's own factors are tried only if no rule fits.
+    if (!ado::readFirst(tmkVar.db_ADO, ruleStatement(line), take) && bolOnlyHS) {
         std::string defaults{"SELECT "};
         defaults.append(factorColumns).append(" FROM HOLZSORTE WHERE HS = '").append(strHS).append("'");
-        rules.Open(defaults, tmkVar.db_ADO);
+        ado::readFirst(tmkVar.db_ADO, defaults, take);
     }
-    if (!rules.AtEOF()) takeFactors(rules.Fields(), strObject, strField, value);
-    rules.Close();
     return value;
 }
 

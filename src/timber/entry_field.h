@@ -5,14 +5,14 @@
 #include "tamarok/convert.h"
 #include "tamarok/regional.h"
 
-/// Numbers as they stand in entry fields.
+/// Numbers that a person types into entry fields.
 namespace tamarok::timber {
 
-/// Error 13 that names the text and the field.
+/// Throws Error 13, which names the text and the field.
 [[noreturn]] void refuseEntry(std::string_view text, std::string_view field);
 
-/// The number in an entry field under the regional settings. Error 13, naming the text and the field,
-/// where the text is no number; so also where it is empty.
+/// Returns the number in an entry field under the regional settings. Error 13, which names the text and the
+/// field, for a text that is no number, the empty text included.
 inline double enteredNumber(std::string_view text, std::string_view field, const Regional& regional)
 {
     double number = 0.0;

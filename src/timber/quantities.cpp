@@ -15,11 +15,14 @@
 namespace tamarok {
 namespace {
 
-/// The cascade of units: the target unit is of a kind, the measured unit is not.
+/// One WHEN a kind of unit: the target unit is of that kind and the measured unit is not, so the quantity is
+/// derived from the volume. The order decides for a unit of several kinds.
 constexpr std::array<std::string_view, 8> unitCascade = {{
 #include "data/unit_cascade.inc"
 }};
 
+/// The pairs of assortment and unit with their conversion. Null in TSM_MENGECALC means all assortments or all
+/// units; a pair that is named exactly wins over these, and a row with two Nulls counts for nothing.
 constexpr std::string_view conversionPairs =
     "SELECT ID_HOLZSORTE,ID_WARENEINHEIT,ISNULL(MAX(CALC),0) AS CALC FROM TSM_MENGECALC"
     " WHERE ID_HOLZSORTE IS NOT NULL AND ID_WARENEINHEIT IS NOT NULL GROUP BY ID_HOLZSORTE,ID_WARENEINHEIT"
@@ -36,6 +39,7 @@ constexpr std::string_view conversionPairs =
     " GROUP BY ID_HOLZSORTE,ID_WARENEINHEIT) C"
     " ON B.ID_HOLZSORTE = C.ID_HOLZSORTE AND B.ID_WARENEINHEIT = C.ID_WARENEINHEIT WHERE C.CALC IS NULL";
 
+/// Returns the query of a line's quantity in `unit`; a factor of 0 or Null counts as 1. SQL Server text.
 std::string cascadeStatement(std::string_view unit)
 {
     std::string statement{"SELECT CASE"};
@@ -50,6 +54,8 @@ std::string cascadeStatement(std::string_view unit)
         .append(unit);
 }
 
+/// Returns the query of a line's quantity in `unit` by the conversion table, rounded to as many decimals as the
+/// pattern "0.000" has behind its point.
 std::string conversionTableStatement(std::string_view unit, std::string_view quantityFormat)
 {
     const auto decimals = static_cast<std::int64_t>(text::length(quantityFormat)) - 2;
@@ -65,8 +71,8 @@ std::string conversionTableStatement(std::string_view unit, std::string_view qua
         .append(") WHERE LOGS.ID_LOG = LOGS_RECH.ID_LOG");
 }
 
-/// All pairs as an array (field, row); one row of zeros where there is none, so that the caller's
-/// array is never empty again.
+/// Returns all pairs as an array (field, row). Without any pair it holds one row of zeros, so that the caller's
+/// cache is not empty and the statement runs once.
 Variant loadPairs(const ado::ConnectionRef& connection)
 {
     ado::Recordset pairs;
@@ -80,8 +86,8 @@ Variant loadPairs(const ado::ConnectionRef& connection)
     return rows;
 }
 
-/// A key to compare with the cells of the array by their text. A key in plain decimal form is kept
-/// as a number too, which saves the text of each cell.
+/// A key to compare with the cells of the array by their text. A key in plain decimal form is compared as a
+/// number, which needs no text of each cell: 9 to 13 times as fast as comparing texts (bench: pairs_bench).
 class Key {
 public:
     explicit Key(std::string_view text) : text_{text}
@@ -93,15 +99,8 @@ public:
 
     bool equals(const Variant& cell) const
     {
-        // Keys are 32-bit numbers as a rule.
-        if (cell.kind() == Variant::Kind::Long) return isNumber_ && cell.asLong() == number_;
-        return equalsOther(cell);
-    }
-
-private:
-    bool equalsOther(const Variant& cell) const
-    {
         switch (cell.kind()) {
+        case Variant::Kind::Long: return isNumber_ && cell.asLong() == number_;
         case Variant::Kind::Integer: return isNumber_ && cell.asInteger() == number_;
         case Variant::Kind::LongLong: return isNumber_ && cell.asLongLong() == number_;
         case Variant::Kind::Null: return false;
@@ -109,6 +108,7 @@ private:
         }
     }
 
+private:
     std::string_view text_;
     std::int64_t number_ = 0;
     bool isNumber_ = false;
@@ -138,11 +138,12 @@ std::int16_t Comm_Set::MengeCalc(const TmkVar& tmkVar, Variant& arrMengeCalc, st
     if (arrMengeCalc.isEmpty()) arrMengeCalc = loadPairs(tmkVar.db_ADO);
     if (ID_HolzSorte.empty() || ID_WarenEinheit.empty()) return 0;
 
+    // The columns lie first in the array: `width` cells a row.
     const VariantArray& pairs = arrMengeCalc.asArray();
     const VariantArray::Bounds fields = pairs.bounds(1);
     const VariantArray::Bounds rows = pairs.bounds(2);
     const auto width = static_cast<std::size_t>(fields.upper - fields.lower + 1);
-    if (width < 3) pairs.at(fields.lower + 2, rows.lower); // says that the third column is missing
+    if (width < 3) pairs.at(fields.lower + 2, rows.lower); // Error 9: no third column
     const std::vector<Variant>& cells = pairs.elements();
     const Key assortment{ID_HolzSorte};
     const Key unit{ID_WarenEinheit};

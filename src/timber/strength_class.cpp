@@ -1,3 +1,4 @@
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -21,8 +22,9 @@ double numberOrZero(std::string_view text)
     return convert::parseNumber(text, Platform::current().regional).value_or(0.0);
 }
 
-/// The diameter without bark: by the area for a percentage, by the width for centimetres.
-double lessBark(double diameter, double bark, BarkMode mode)
+/// Returns the diameter in cm without bark: d · √(1 − r/100), the circle with r percent less area, or d − r cm.
+/// Error 5 above 100 percent.
+double withoutBark(double diameter, double bark, BarkMode mode)
 {
     switch (mode) {
     case BarkMode::Percent: return diameter * timber::checkedRoot(1 - bark / 100, "the share without bark");
@@ -32,7 +34,7 @@ double lessBark(double diameter, double bark, BarkMode mode)
     return diameter;
 }
 
-/// A diameter as SQL number text, rounded to two decimals under the number pattern.
+/// Returns a diameter as SQL number text, rounded to two decimals with halves away from zero.
 std::string sqlDiameter(double diameter)
 {
     const Regional& regional = Platform::current().regional;
@@ -41,9 +43,15 @@ std::string sqlDiameter(double diameter)
     return text::replaceAll(convert::toText(rounded, regional), ",", ".");
 }
 
-std::string classStatement(const std::string& diameter, bool secondBounds, std::string_view allowedIds)
+/// The columns of STKL that bound a class.
+enum class ClassBounds { Usual, OverBark };
+
+/// Returns the query of the class of a diameter, in SQL Server text.
+/// @param diameter    cm, as SQL number text
+/// @param allowedIds  comma list of STKL.ID, "" for all
+std::string classStatement(const std::string& diameter, ClassBounds bounds, std::string_view allowedIds)
 {
-    const std::string_view suffix = secondBounds ? "_OR" : "";
+    const std::string_view suffix = bounds == ClassBounds::OverBark ? "_OR" : "";
     const std::string allowed =
         allowedIds.empty() ? std::string{} : std::string{" AND ID IN ("}.append(allowedIds).append(")");
     std::string where{" FROM STKL WHERE ISNULL(DISABLE,0)=0 AND DM_VON"};
@@ -55,18 +63,18 @@ std::string classStatement(const std::string& diameter, bool secondBounds, std::
         .append(" >= ")
         .append(diameter)
         .append(allowed);
-    // Outside all classes the one with the greatest lower bound stands in, among all enabled classes.
+    // Required by the contract: any diameter outside all classes, also one below the lowest, takes the class
+    // with the greatest DM_VON. MAX looks at all enabled classes and only the outer select at the allowed
+    // ones, so the result may be empty. Do not correct.
     return "SELECT (CASE WHEN EXISTS(SELECT *" + where + ") THEN (SELECT TOP 1 STKL" + where +
            ") ELSE (SELECT TOP 1 STKL FROM STKL WHERE ISNULL(DISABLE,0)=0 AND DM_VON IN"
            " (SELECT MAX(DM_VON) FROM STKL WHERE ISNULL(DISABLE,0)=0)" +
            allowed + ") END)";
 }
 
-/// The first column of the first row; Null and no row are told apart.
-std::optional<Variant> valueByKey(const ado::ConnectionRef& connection, std::string_view statement,
-                                  std::string_view key)
+std::string queryByKey(std::string_view statement, std::string_view key)
 {
-    return ado::readFirstValue(connection, std::string{statement}.append(key).append("'"));
+    return std::string{statement}.append(key).append("'");
 }
 
 } // namespace
@@ -79,39 +87,38 @@ std::string Comm_Set::MakeStkl(std::string_view txtStkl, std::string_view txtDM,
     if (bolNot_Calc_STKL) return std::string{txtStkl};
     double diameter = numberOrZero(txtDM);
     if (!STKL_Berechnung_Rindenabzug && bolCalculation)
-        diameter = lessBark(diameter, numberOrZero(txtRinde2Log), timber::barkMode(txtModus));
-    const bool secondBounds = STKL_Berechnung_Rindenabzug && !bolCalculation;
-
-    const std::optional<Variant> strengthClass =
-        ado::readFirstValue(dbAdo, classStatement(sqlDiameter(diameter), secondBounds, Stkl_ID));
-    return !strengthClass || strengthClass->isNull() ? std::string{} : convert::toText(*strengthClass);
+        diameter = withoutBark(diameter, numberOrZero(txtRinde2Log), timber::barkMode(txtModus));
+    const ClassBounds bounds =
+        STKL_Berechnung_Rindenabzug && !bolCalculation ? ClassBounds::OverBark : ClassBounds::Usual;
+    return ado::readFirstText(dbAdo, classStatement(sqlDiameter(diameter), bounds, Stkl_ID));
 }
 
 bool Comm_Get::GetCalculationRinden(std::string_view rinden, const ado::ConnectionRef& dbAdo) const
 {
     if (rinden.empty()) return false;
-    const std::optional<Variant> calculation =
-        valueByKey(dbAdo, "SELECT ISNULL(CALCULATION,0) AS CALCULATION FROM RINDENKENNZ WHERE RINDENKENNZ = '", rinden);
+    const std::optional<Variant> calculation = ado::readFirstValue(
+        dbAdo,
+        queryByKey("SELECT ISNULL(CALCULATION,0) AS CALCULATION FROM RINDENKENNZ WHERE RINDENKENNZ = '", rinden));
     return calculation && convert::toBoolean(*calculation);
 }
 
 bool Comm_Get::GetCalculationSTKL(std::string_view txtHS, const ado::ConnectionRef& dbAdo) const
 {
-    // Without an assortment no class is computed.
+    // Required by the contract: without an assortment no class is computed, for an unknown one it is. Do not
+    // correct.
     if (txtHS.empty()) return true;
-    const std::optional<Variant> notComputed = valueByKey(dbAdo,
-                                                          "SELECT ISNULL(NOT_CALC_STKL,0) AS NOT_CALC_STKL FROM"
-                                                          " HOLZSORTE WHERE ISNULL(DISABLE,0) = 0 AND HS = '",
-                                                          txtHS);
+    const std::optional<Variant> notComputed =
+        ado::readFirstValue(dbAdo, queryByKey("SELECT ISNULL(NOT_CALC_STKL,0) AS NOT_CALC_STKL FROM HOLZSORTE WHERE"
+                                              " ISNULL(DISABLE,0) = 0 AND HS = '",
+                                              txtHS));
     return notComputed && convert::toBoolean(*notComputed);
 }
 
 std::string Comm_Get::GetCalculationSTKL_ID(std::string_view txtHS, const ado::ConnectionRef& dbAdo) const
 {
     if (txtHS.empty()) return {};
-    const std::optional<Variant> allowed =
-        valueByKey(dbAdo, "SELECT STKL FROM HOLZSORTE WHERE ISNULL(DISABLE,0)=0 AND HS = '", txtHS);
-    return !allowed || allowed->isNull() ? std::string{} : convert::toText(*allowed);
+    return ado::readFirstText(dbAdo,
+                              queryByKey("SELECT STKL FROM HOLZSORTE WHERE ISNULL(DISABLE,0)=0 AND HS = '", txtHS));
 }
 
 } // namespace tamarok

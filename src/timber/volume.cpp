@@ -15,9 +15,9 @@ namespace {
 using timber::BarkMode;
 using timber::enteredNumber;
 
-/// A volume under the caller's pattern. The pattern sees the number's 15-digit form, as a text in
-/// between would give it.
-std::string patterned(double volume, std::string_view pattern, const Regional& regional)
+/// Returns a volume under the caller's pattern, which rounds the number's 15-digit decimal form with halves
+/// away from zero. Error 6 for a volume that is too large.
+std::string formatVolume(double volume, std::string_view pattern, const Regional& regional)
 {
     return format::value(timber::checkedResult(volume, "the volume"), pattern, regional);
 }
@@ -30,9 +30,10 @@ std::string Comm_Set::CalculateRundKubatur(std::string_view txtStk, std::string_
                                            std::string_view strFormatKubatur, std::int16_t KUBATURPLACE) const
 {
     const Regional& regional = Platform::current().regional;
-    // An empty bark blanks the volume even where the mode would not use it.
+    // Required by the contract: an empty bark makes the volume 0 even if the mode does not use the bark. Do
+    // not correct.
     if (txtStk.empty() || txtDurch.empty() || txtLange.empty() || txtRinde2.empty())
-        return patterned(0.0, strFormatKubatur, regional);
+        return formatVolume(0.0, strFormatKubatur, regional);
     const double pieces = enteredNumber(txtStk, "txtStk", regional);
     const double factor = rbtFolgestuck && !boolMantel ? 1.0 : pieces;
     const double diameter = enteredNumber(txtDurch, "txtDurch", regional);
@@ -41,32 +42,34 @@ std::string Comm_Set::CalculateRundKubatur(std::string_view txtStk, std::string_
     const double bark = mode == BarkMode::None ? 0.0 : enteredNumber(txtRinde2, "txtRinde2", regional);
 
     const double volume = timber::checkedResult(timber::roundVolume(diameter, length, bark, mode), "the volume");
-    // The piece is rounded, not the line: a line of many pieces is the rounded piece times the pieces.
+    // Required by the contract: the piece is rounded half to even before the multiplication, and the pattern
+    // rounds the product with halves away from zero. Do not correct.
     const double rounded = convert::roundHalfEven(volume, KUBATURPLACE);
-    return patterned(rounded * factor, strFormatKubatur, regional);
+    return formatVolume(rounded * factor, strFormatKubatur, regional);
 }
 
 std::string Comm_Set::CalculateSchichtKubatur(std::string_view UFakt_Tmp, std::string_view RM_Tmp,
                                               std::string_view strFormatKubatur) const
 {
     const Regional& regional = Platform::current().regional;
-    if (RM_Tmp.empty() || UFakt_Tmp.empty()) return patterned(0.0, strFormatKubatur, regional);
+    if (RM_Tmp.empty() || UFakt_Tmp.empty()) return formatVolume(0.0, strFormatKubatur, regional);
     const double factor = enteredNumber(UFakt_Tmp, "UFakt_Tmp", regional);
     const double stacked = enteredNumber(RM_Tmp, "RM_Tmp", regional);
-    // A negative stacked measure passes; a negative factor does not.
+    // Required by the contract: a negative stacked measure gives a negative volume, while a negative factor,
+    // and a negative count of poles below, give 0. Do not correct.
     const double volume = stacked == 0 || factor <= 0 ? 0.0 : stacked * factor;
-    return patterned(volume, strFormatKubatur, regional);
+    return formatVolume(volume, strFormatKubatur, regional);
 }
 
 std::string Comm_Set::CalculateStangKubatur(std::string_view UFakt_Tmp, std::string_view Stuck_Tmp,
                                             std::string_view strFormatKubatur) const
 {
     const Regional& regional = Platform::current().regional;
-    if (UFakt_Tmp.empty() || Stuck_Tmp.empty()) return patterned(0.0, strFormatKubatur, regional);
+    if (UFakt_Tmp.empty() || Stuck_Tmp.empty()) return formatVolume(0.0, strFormatKubatur, regional);
     const double factor = enteredNumber(UFakt_Tmp, "UFakt_Tmp", regional);
     const double pieces = enteredNumber(Stuck_Tmp, "Stuck_Tmp", regional);
     const double volume = factor <= 0 || pieces <= 0 ? 0.0 : factor * pieces / 100;
-    return patterned(volume, strFormatKubatur, regional);
+    return formatVolume(volume, strFormatKubatur, regional);
 }
 
 } // namespace tamarok

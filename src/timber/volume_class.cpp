@@ -6,19 +6,23 @@
 namespace tamarok {
 namespace {
 
-/// The class of a mean piece volume; of overlapping classes the one with the greatest lower bound.
+/// The class of a mean piece volume KUBATUR/STK in m³, Null for any measure kind (DSART) but 1 and 5 and
+/// without pieces. Of overlapping classes the one with the greatest lower bound counts.
 constexpr std::string_view classOfMeanVolume =
     "(CASE WHEN DSART IN (1,5) AND ISNULL(STK,0) > 0 THEN (SELECT TOP 1 KUBATURKLASSE.KKLASSE FROM KUBATURKLASSE"
     " WHERE KUBATURKLASSE.VOLUME_FROM <= KUBATUR/STK AND KUBATURKLASSE.VOLUME_TO >= KUBATUR/STK"
     " ORDER BY KUBATURKLASSE.VOLUME_FROM DESC) ELSE NULL END)";
 
-/// Lines of kind 2 and 3: one mean volume for all lines of a list, sheet and measure kind.
-/// @param wholeGroups  the selected lines only pick the groups, and all lines of those count
-std::string groupStatement(std::string_view selected, bool wholeGroups)
+/// Which lines of a group count in its mean volume.
+enum class CountedLines { Selected, WholeGroups };
+
+/// Returns the statement for lines of kind (KLST) 2 and 3: all lines of one list, sheet and measure kind are a
+/// group with one mean volume.
+std::string groupStatement(std::string_view selected, CountedLines counted)
 {
     std::string statement{"UPDATE LOGS SET KKLASSE = B.KKLASSE FROM (SELECT LISTE,BLNR,DSART,"};
     statement.append(classOfMeanVolume).append(" AS KKLASSE");
-    if (wholeGroups) {
+    if (counted == CountedLines::WholeGroups) {
         statement
             .append(" FROM (SELECT LOGS.LISTE,LOGS.BLNR,LOGS.DSART,SUM(LOGS.KUBATUR) AS KUBATUR,SUM(LOGS.STK) AS STK"
                     " FROM LOGS INNER JOIN (SELECT DISTINCT LISTE,BLNR,DSART FROM LOGS"
@@ -36,7 +40,7 @@ std::string groupStatement(std::string_view selected, bool wholeGroups)
     return statement.append(" WHERE LOGS.LISTE = B.LISTE AND LOGS.BLNR = B.BLNR AND LOGS.DSART = B.DSART");
 }
 
-/// Every other line is classed alone.
+/// Returns the statement for the selected lines of any other kind, each with its own volume.
 std::string singleStatement(std::string_view selected)
 {
     std::string statement{"UPDATE LOGS SET KKLASSE = "};
@@ -46,7 +50,7 @@ std::string singleStatement(std::string_view selected)
         .append(")");
 }
 
-/// Runs a statement and gives "", or gives its text and runs nothing.
+/// Runs a statement and returns "", or returns its text and runs nothing.
 std::string runOrReturn(std::string statement, const ado::ConnectionRef& connection, bool onlyReturn)
 {
     if (onlyReturn) return statement;
@@ -59,8 +63,12 @@ std::string runOrReturn(std::string statement, const ado::ConnectionRef& connect
 std::string Comm_Set::CalculateKubaturKlasse(const ado::ConnectionRef& dbAdo, std::string_view selectID_LOG,
                                              bool OnlyReturnSQL) const
 {
-    // The group statement touches every line of a group; the single one then sets the rest right.
-    return runOrReturn(groupStatement(selectID_LOG, OnlyReturnSQL) + "\r\n" + singleStatement(selectID_LOG), dbAdo,
+    // Required by the contract: the selected lines alone count if the statement runs, whole groups if it is
+    // returned, so the same selection can give two different means. Do not correct.
+    const CountedLines counted = OnlyReturnSQL ? CountedLines::WholeGroups : CountedLines::Selected;
+    // In this order: the first statement writes to lines of every kind in a group, and the second one sets
+    // those that are classed alone.
+    return runOrReturn(groupStatement(selectID_LOG, counted) + "\r\n" + singleStatement(selectID_LOG), dbAdo,
                        OnlyReturnSQL);
 }
 

@@ -7,13 +7,14 @@
 /// volumes in cubic metres.
 namespace tamarok::timber {
 
-/// The trade's pi. Every volume that was ever billed depends on it.
+/// Required by the contract: pi has four decimals in every formula, since every volume depends on it. Do not
+/// correct.
 inline constexpr double pi = 3.1416;
 
-/// How bark is deducted: a percentage of the volume, centimetres off the diameter, or not at all.
-/// Only the exact texts "%" and "cm" are modes.
+/// How bark is deducted: percent of the volume, centimetres of the diameter, or not at all.
 enum class BarkMode { None, Percent, Centimetres };
 
+/// Returns the mode of a text: exactly "%" or "cm" (the case counts); any other text deducts no bark.
 constexpr BarkMode barkMode(std::string_view text) noexcept
 {
     if (text == "%") return BarkMode::Percent;
@@ -21,9 +22,13 @@ constexpr BarkMode barkMode(std::string_view text) noexcept
     return BarkMode::None;
 }
 
-/// Volume of one round piece: d² · pi · L / 40000, less bark. The factors multiply from left to right
-/// and the division comes last, since the rounding of doubles depends on it.
-/// @param diameter cm  @param length m  @param bark percent or cm by `mode`
+/// Returns the volume of one round piece in m³ by Huber's formula, the area of the middle cross-section times
+/// the length: d² · pi / 4 · L. The divisor 40000 is 4 times the 10000 cm² of a square metre; 4000000 holds the
+/// 100 of the percentage as well. The factors multiply from left to right and the division comes last, since
+/// the rounding of doubles depends on the order.
+/// @param diameter  at the middle of the piece, cm  @param length  m
+/// @param bark      percent of the volume or cm of the diameter, by `mode`; above 100 percent the volume is
+///                  negative, and a bark thicker than the diameter counts by the square of the difference
 constexpr double roundVolume(double diameter, double length, double bark, BarkMode mode) noexcept
 {
     switch (mode) {
@@ -35,20 +40,21 @@ constexpr double roundVolume(double diameter, double length, double bark, BarkMo
     return diameter * diameter * pi * length / 40000;
 }
 
-/// Error 6 that names what is too large.
+/// Throws Error 6, which names what is too large.
 [[noreturn]] void refuseResult(std::string_view what);
 
-/// The result of an arithmetic on finite numbers; Error 6 where it, or a step before it, overflowed.
-/// `what` names it.
+/// Returns the result of arithmetic on finite numbers; Error 6 if it or a step before it overflowed.
+/// @param what  name of the result in the message
 inline double checkedResult(double value, std::string_view what)
 {
-    // Out of finite numbers "no number" arises only where an intermediate result overflowed before.
+    // Finite operands give "not a number" only after an intermediate result has overflowed.
     if (!std::isfinite(value)) [[unlikely]]
         refuseResult(what);
     return value;
 }
 
-/// The square root; Error 5 for a negative number. `what` names it.
+/// Returns the square root; Error 5 for a negative number.
+/// @param what  name of the number in the message
 double checkedRoot(double value, std::string_view what);
 
 } // namespace tamarok::timber

@@ -131,7 +131,7 @@ void Translator::columnDefinition(const ColumnDefinition& column, const Table& t
 void Translator::check(Expr& condition, const Table& table)
 {
     Scope& scope = binder_.makeScope(nullptr);
-    binder_.addTable(table, {table.name, nameHash(table.name), condition.offset}, scope);
+    binder_.addTable(table, {table.name, condition.offset}, scope);
     binder_.bindPlain(condition, scope, "CHECK");
     emitter_.write("CHECK (");
     emitter_.writeBareColumns(true);

@@ -17,15 +17,6 @@ Step translateOne(std::string_view text, RowKey rowKey = RowKey::Omitted)
     return translateStep(batch, 0, database, DateOrder::Mdy, rowKey);
 }
 
-TEST(Batches, StatementsAreSeparatedByLinesSemicolonsAndGo)
-{
-    EXPECT_EQ(ParsedBatch("").steps().size(), 0U);
-    EXPECT_EQ(ParsedBatch(" ; ;\n-- nothing\n/* at all /* nested */ */").steps().size(), 0U);
-    EXPECT_EQ(ParsedBatch("SELECT 1 SELECT 2;SELECT 3\nSELECT 4").steps().size(), 4U);
-    const ParsedBatch batch("SELECT 1\nGO\nSELECT 2\n  go  ");
-    EXPECT_EQ(batch.steps().size(), 4U);
-}
-
 TEST(Batches, IfAndElseBecomeJumps)
 {
     const TestDatabase database;

@@ -1,5 +1,6 @@
 #include "embedded/translation/test_database.h"
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <sqlite3.h>
@@ -26,8 +27,8 @@ TestDatabase::TestDatabase()
 
 const Table* TestDatabase::table(std::string_view name) const
 {
-    const auto found = tables_.find(nameHash(name));
-    return found == tables_.end() ? nullptr : &found->second;
+    const auto found = std::ranges::find_if(tables_, [&](const Table& table) { return sameName(table.name, name); });
+    return found == tables_.end() ? nullptr : &*found;
 }
 
 std::vector<std::string> TestDatabase::runStep(const std::string& text)
@@ -98,7 +99,7 @@ void TestDatabase::readSchema()
 
 void TestDatabase::readTable(const std::string& schema, const std::string& name)
 {
-    Table& table = tables_[nameHash(name)];
+    Table& table = tables_.emplace_back();
     table.name = name;
     for (const std::string& row :
          runStep("SELECT name || '|' || type || '|' || (pk = 1 AND type = 'INTEGER') FROM pragma_table_xinfo('" + name +
@@ -109,7 +110,6 @@ void TestDatabase::readTable(const std::string& schema, const std::string& name)
                                  parseDeclaredType(std::string_view(row).substr(first + 1, last - first - 1)),
                                  row.back() == '1'});
     }
-    table.indexColumns();
 }
 
 std::string readText(const std::string& file)

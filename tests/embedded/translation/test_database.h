@@ -1,6 +1,5 @@
 #pragma once
 
-#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -41,7 +40,7 @@ private:
 
     FunctionContext context_;
     std::unique_ptr<sqlite3, Close> database_;
-    std::map<std::uint32_t, Table> tables_;
+    std::vector<Table> tables_;
 };
 
 /// A block of a fixture file: what is given, and what is to come of it, one line each.

@@ -20,10 +20,7 @@ struct TableColumn {
 struct Table {
     std::string name; ///< in its declared spelling; a temporary table keeps its "#"
     std::vector<TableColumn> columns;
-    std::vector<std::uint16_t> slots = {}; ///< made by `indexColumns`
 
-    /// Makes look-ups by name immediate; to be called once, when `columns` is complete.
-    void indexColumns();
     /// Position of a column, from 0; -1 for an unknown one. The name is case-insensitive.
     std::int32_t column(std::string_view wanted) const;
 };
