@@ -15,6 +15,7 @@ std::string_view trimmed(std::string_view text)
 
 } // namespace
 
+/// Counts code points, a doubled quote as one.
 std::int32_t textLength(std::string_view raw)
 {
     std::int32_t length = 0;

@@ -127,6 +127,7 @@ void resultMoved(Call& call, std::size_t date, std::size_t number, double direct
     resultInstant(call, fitDate(moved, TypeKind::DateTime, call.text(number)));
 }
 
+/// Two whole numbers are compared as such, since a double would round those beyond 2^53.
 int compareNumbers(const Call& call)
 {
     if (call.storage(0) == Storage::Real || call.storage(1) == Storage::Real) {
@@ -140,6 +141,7 @@ int compareNumbers(const Call& call)
     return (a > b) - (a < b);
 }
 
+/// A text against a date is converted to datetime first.
 int compareDates(const Call& call)
 {
     const tsql::DateReading reading = readingOf(call);
