@@ -36,8 +36,8 @@ ado::ConnectionRef connect(const std::filesystem::path& file, const OpenOptions&
 
 ado::ConnectionRef connectText(std::string_view connectionText)
 {
-    const ConnectionWish wish = parseConnectionText(connectionText);
-    return connect(wish.file, wish.options);
+    const ConnectionTarget target = parseConnectionText(connectionText);
+    return connect(target.file, target.options);
 }
 
 ado::ConnectionRef connectInMemory(const OpenOptions& options)

@@ -4,6 +4,7 @@
 
 #include "failures.h"
 #include "tamarok_embedded/backend.h"
+#include "tamarok_tsql/names.h"
 
 #include "tamarok/connection_text.h"
 #include "tamarok/text.h"
@@ -11,6 +12,8 @@
 namespace tamarok::embedded {
 
 namespace {
+
+using tsql::sameName;
 
 struct ModeName {
     std::string_view name;
@@ -22,35 +25,30 @@ constexpr std::array modeNames{
     ModeName{"ReadWrite", OpenMode::OpenExisting},
 };
 
-bool sameName(std::string_view a, std::string_view b) noexcept
-{
-    const CompareNames less;
-    return !less(a, b) && !less(b, a);
-}
-
 [[noreturn]] void refuse(const std::string& why)
 {
     throw Error{errors::invalidArgument, "Connection text: " + why + ".", std::string{sourceName}};
 }
 
-void takeOver(const ado::ConnectionProperty& pair, ConnectionWish& wish)
+/// Names of properties and of their values are compared without regard to case.
+void applyProperty(const ado::ConnectionProperty& pair, ConnectionTarget& target)
 {
     if (sameName(pair.name, "Provider")) {
         if (!sameName(pair.value, provider)) {
             refuse("the provider is '" + pair.value + "', not " + std::string{provider});
         }
     } else if (sameName(pair.name, "Data Source")) {
-        wish.file = pair.value;
+        target.file = pair.value;
     } else if (sameName(pair.name, "Date Order")) {
         if (const auto order = tsql::parseDateOrder(pair.value)) {
-            wish.options.dateOrder = *order;
+            target.options.dateOrder = *order;
             return;
         }
         refuse("'" + pair.value + "' is no date order");
     } else if (sameName(pair.name, "Mode")) {
         for (const ModeName& candidate : modeNames) {
             if (sameName(candidate.name, pair.value)) {
-                wish.options.mode = candidate.mode;
+                target.options.mode = candidate.mode;
                 return;
             }
         }
@@ -62,16 +60,16 @@ void takeOver(const ado::ConnectionProperty& pair, ConnectionWish& wish)
 
 } // namespace
 
-ConnectionWish parseConnectionText(std::string_view text)
+ConnectionTarget parseConnectionText(std::string_view text)
 {
-    ConnectionWish wish;
+    ConnectionTarget target;
     for (const ado::ConnectionProperty& property : ado::splitConnectionText(text)) {
-        takeOver(property, wish);
+        applyProperty(property, target);
     }
-    if (wish.file.empty()) {
+    if (target.file.empty()) {
         refuse("no Data Source is given");
     }
-    return wish;
+    return target;
 }
 
 std::string composeConnectionText(const std::string& file, const OpenOptions& options)

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "column_values.h"
 #include "engine.h"
 #include "failures.h"
 
@@ -39,6 +40,7 @@ bool StreamCursor::next()
     return stepLive();
 }
 
+/// The first branch is the loop over a list: the row under the statement.
 Variant StreamCursor::value(std::size_t column) const
 {
     if (live_ != nullptr && onRow_ && column < layout_->readings.size()) [[likely]] {
@@ -69,11 +71,12 @@ void StreamCursor::start()
     onRow_ = false;
 }
 
-void StreamCursor::settle() noexcept
+void StreamCursor::bufferRows() noexcept
 {
     if (live_ == nullptr) {
         return;
     }
+    // The current row is buffered as well, so that its values can still be asked for.
     const bool given = onRow_;
     try {
         bool more = waiting_ || onRow_;
@@ -128,6 +131,7 @@ void StreamCursor::rethrow() const
     }
 }
 
+/// A statement that has ended or failed is reset at once: it would hold a read transaction otherwise.
 bool StreamCursor::stepLive()
 {
     try {
@@ -177,7 +181,7 @@ void StreamCursor::dropKept() noexcept
     live_ = nullptr;
     waiting_ = false;
     onRow_ = false;
-    std::vector<Variant>{}.swap(values_);
+    std::vector<Variant>{}.swap(values_); // gives the memory back, which clear() would keep
     rows_ = 0;
     row_ = 0;
     failure_ = nullptr;

@@ -13,13 +13,12 @@ namespace tamarok::embedded {
 
 class Engine;
 
-/// The rows of a query. They stream out of SQLite, nothing is kept; only where the same connection
-/// is about to write are the rows still to come read into memory first, so that a cursor shows the
-/// rows as they were when it was opened and never stands in the way of a write.
+/// The rows of a query, streamed out of SQLite without a buffer. Before the same connection writes, it buffers the
+/// remaining rows: a cursor shows the rows as they were when it was opened, and its statement can be reset.
 class StreamCursor : public ado::Cursor {
 public:
-    /// @param batch  that the query stands in
-    /// @param lease  of the query, with its parameters bound; none for a statement without a result set
+    /// @param batch  the batch that contains the query
+    /// @param lease  the query with its parameters bound; none for a statement without a result set
     StreamCursor(Engine& engine, std::shared_ptr<const CachedBatch> batch, Lease lease, std::int32_t timeoutSeconds);
     StreamCursor(const StreamCursor&) = delete;
     StreamCursor& operator=(const StreamCursor&) = delete;
@@ -30,30 +29,29 @@ public:
     Variant value(std::size_t column) const override;
     void restart() override;
 
-    /// Runs the statement up to its first row, which `next` then gives.
+    /// Runs the statement up to its first row, which `next` then returns.
     void start();
-    /// True if the schema turned out to have changed since the statement was translated.
+    /// True if the schema has changed since the statement was translated.
     bool outdated() const noexcept { return lease_.recompiled(); }
-    /// Reads what is still to come into memory and lets go of the database. A failure is kept and
-    /// thrown by the `next` that reaches it.
-    void settle() noexcept;
+    /// Buffers the remaining rows and resets the statement. A failure is kept; the `next` that reaches it throws it.
+    void bufferRows() noexcept;
     /// The connection closes: nothing more can be read.
     virtual void abandon() noexcept;
 
 protected:
-    /// Error 3709 where the connection has closed.
+    /// The engine. Error 3709 if the connection is closed.
     Engine& engine() const;
     Engine* engineOrNull() const noexcept { return engine_; }
     std::int32_t timeoutSeconds() const noexcept { return timeoutSeconds_; }
     sqlite3_stmt* statement() const noexcept { return lease_.get(); }
     const Step& step() const noexcept { return lease_.step(); }
     const ResultLayout& layout() const noexcept { return *layout_; }
-    /// Number of the current row among those in memory. Error 3021 where there is none.
+    /// Index of the current row among those in memory. Error 3021 if there is none.
     std::size_t keptRow() const;
-    /// Rethrows the failure in hand with the statement's text.
+    /// Rethrows the exception being handled with the statement's text.
     [[noreturn]] void rethrow() const;
 
-    /// For each row that goes into memory, while SQLite stands on it.
+    /// Called for each row that is buffered, while SQLite stands on it.
     virtual void keepExtra() {}
     virtual void dropExtra() noexcept {}
 
@@ -69,12 +67,12 @@ private:
     std::shared_ptr<const ResultLayout> layout_;
     std::int32_t timeoutSeconds_;
     sqlite3_stmt* live_ = nullptr; ///< the statement while rows stream out of it
-    bool waiting_ = false;         ///< the live row has been stepped to and not yet asked for
+    bool waiting_ = false;         ///< SQLite stands on a row that `next` has not returned yet
     bool onRow_ = false;
 
     std::vector<Variant> values_; ///< rows in memory, column after column
     std::size_t rows_ = 0;
-    std::size_t row_ = 0; ///< rows in memory that `next` has given
+    std::size_t row_ = 0; ///< number of rows in memory that `next` has returned
     std::exception_ptr failure_;
 };
 

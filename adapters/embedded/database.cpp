@@ -23,6 +23,7 @@ Deadline& deadlineOf(void* context)
     return static_cast<Database*>(context)->deadline();
 }
 
+/// SQLite calls this every thousand instructions; 1 interrupts the statement at its deadline.
 int onProgress(void* context)
 {
     return deadlineOf(context).expired() ? 1 : 0;
@@ -40,6 +41,8 @@ int onBusy(void* context, int attempt)
     return 1;
 }
 
+/// A shared file has a write-ahead log, so that readers and one writer do not block each other. A file being built
+/// has one writer, who throws it away after a failure: it needs neither log nor synchronisation.
 std::span<const std::string_view> settingsOf(OpenMode mode)
 {
     static constexpr std::array<std::string_view, 3> shared{
@@ -93,6 +96,7 @@ Database::~Database() = default;
 
 void Database::configure()
 {
+    // DQS: a name in double quotes is a name; SQLite would take an unknown one for a text.
     sqlite3_busy_handler(handle(), &onBusy, this);
     sqlite3_progress_handler(handle(), instructionsPerLookAtTheClock, &onProgress, this);
     sqlite3_db_config(handle(), SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
@@ -117,6 +121,7 @@ void Database::setUp(OpenMode mode)
     }
 }
 
+/// `keep` tells SQLite that the statement will live long, so that it does not take the fast small memory for it.
 Compiled Database::compile(std::string_view text, std::string_view* rest, bool keep) const
 {
     if (text.size() > static_cast<std::size_t>(INT_MAX)) {

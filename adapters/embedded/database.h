@@ -41,7 +41,7 @@ public:
     /// True while a transaction of several statements is open.
     bool inTransaction() const noexcept { return sqlite3_get_autocommit(handle()) == 0; }
 
-    /// Compiles one statement; `rest` gets what stands behind it. Null for a text without a statement.
+    /// Compiles one statement; `rest` becomes the text after it. Null for a text without a statement.
     Compiled compile(std::string_view text, std::string_view* rest = nullptr, bool keep = false) const;
 
     /// Steps; true where there is a row. Throws what SQLite reports.

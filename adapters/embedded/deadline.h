@@ -5,8 +5,8 @@
 
 namespace tamarok::embedded {
 
-/// The time that one statement may take inside the database. The clock starts with the first look
-/// at it, so that stepping through rows that come quickly never reads the clock.
+/// The time-out of a statement. The time begins with the first check, so that a statement whose rows come quickly
+/// never reads the clock.
 class Deadline {
 public:
     using Clock = std::chrono::steady_clock;

@@ -2,19 +2,18 @@
 
 #include <algorithm>
 
+#include "column_values.h"
 #include "engine.h"
 #include "failures.h"
+#include "parameters.h"
 #include "tamarok_embedded/procedures.h"
+#include "tamarok_tsql/names.h"
 
 namespace tamarok::embedded {
 
 namespace {
 
-bool sameName(std::string_view a, std::string_view b) noexcept
-{
-    const CompareNames less;
-    return !less(a, b) && !less(b, a);
-}
+using tsql::sameName;
 
 void bindAssignments(sqlite3_stmt* statement, std::span<const ado::Assignment> assignments)
 {
@@ -39,7 +38,8 @@ EditableCursor::~EditableCursor()
 
 bool EditableCursor::next()
 {
-    settle();
+    // A form may stay open for hours: a statement left open would keep SQLite from shrinking its write-ahead log.
+    bufferRows();
     return StreamCursor::next();
 }
 
@@ -48,6 +48,7 @@ std::int64_t EditableCursor::rowKey() const
     return keys_.at(keptRow());
 }
 
+/// A cursor holds one lock: that of the row it stands on.
 void EditableCursor::lockRow(std::int64_t key)
 {
     if (held_ && held_->key == key) {
@@ -81,6 +82,7 @@ void EditableCursor::updateRow(std::int64_t key, std::span<const ado::Assignment
     changeRow(key, text + "WHERE rowid=?", assignments);
 }
 
+/// The new row needs no look at the row locks: nobody can hold a row that does not exist yet.
 std::int64_t EditableCursor::insertRow(std::span<const ado::Assignment> assignments)
 {
     std::string names;
@@ -93,7 +95,7 @@ std::int64_t EditableCursor::insertRow(std::span<const ado::Assignment> assignme
     Engine& engine = this->engine();
     engine.database().deadline().arm(timeoutSeconds());
     try {
-        engine.settleCursors();
+        engine.bufferOpenCursors();
         const Compiled statement = engine.database().compile(
             "INSERT INTO " + quoted(table_.name) +
             (names.empty() ? std::string{" DEFAULT VALUES"} : "(" + names + ") VALUES(" + values + ")"));
@@ -108,6 +110,7 @@ std::int64_t EditableCursor::insertRow(std::span<const ado::Assignment> assignme
 void EditableCursor::deleteRow(std::int64_t key)
 {
     changeRow(key, "DELETE FROM " + quoted(table_.name) + " WHERE rowid=?", {});
+    // A deleted row needs no lock any more.
     if (held_ && held_->key == key) {
         releaseLock();
     }
@@ -119,6 +122,7 @@ bool EditableCursor::readRow(std::int64_t key, std::vector<Variant>& values)
     engine.database().deadline().arm(timeoutSeconds());
     try {
         const Compiled row = engine.database().compile(readText());
+        // The key is the last parameter of the text; those of the query come before it.
         const int last = sqlite3_bind_parameter_count(row.get());
         if (last > 1) {
             bindParameters(row.get(), step().parameters, parameters_);
@@ -145,9 +149,11 @@ void EditableCursor::abandon() noexcept
 
 void EditableCursor::keepExtra()
 {
+    // The row key follows the columns of the query.
     keys_.push_back(sqlite3_column_int64(statement(), static_cast<int>(layout().readings.size())));
 }
 
+/// The column of the table that a column of the recordset comes from.
 const tsql::TableColumn& EditableCursor::target(std::size_t column) const
 {
     const std::string& name = layout().columns.at(column).baseColumn;
@@ -161,6 +167,7 @@ const tsql::TableColumn& EditableCursor::target(std::size_t column) const
     return *found;
 }
 
+/// The text that reads one row again: from the table where all columns come from it, otherwise from the query.
 std::string EditableCursor::readText() const
 {
     const bool plain = std::ranges::none_of(layout().columns, [](const auto& c) { return c.baseColumn.empty(); });
@@ -175,6 +182,7 @@ std::string EditableCursor::readText() const
     return "WITH q(" + names + "k) AS (" + step().text + ") SELECT * FROM q WHERE k=?";
 }
 
+/// Changes one row unless another session holds its lock. The row may have gone in the meantime.
 void EditableCursor::changeRow(std::int64_t key, const std::string& text, std::span<const ado::Assignment> assignments)
 {
     Engine& engine = this->engine();

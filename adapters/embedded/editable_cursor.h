@@ -9,8 +9,8 @@
 
 namespace tamarok::embedded {
 
-/// The rows of a query on one base table, each with its row number, for changing them. The rows are
-/// read when the cursor starts: an open form must not keep the database from tidying up behind it.
+/// The rows of a query on one base table, each with its row key, to change them. All rows are read when the cursor
+/// starts, since an open statement would keep SQLite from shrinking its write-ahead log.
 class EditableCursor final : public StreamCursor {
 public:
     EditableCursor(Engine& engine, std::shared_ptr<const CachedBatch> batch, Lease lease,

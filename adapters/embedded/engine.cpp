@@ -4,6 +4,7 @@
 
 #include "editable_cursor.h"
 #include "failures.h"
+#include "parameters.h"
 
 namespace tamarok::embedded {
 
@@ -28,7 +29,7 @@ auto withStatement(std::string_view text, const Work& work)
     }
 }
 
-/// What a step that is no SQL does, as a comment.
+/// The SQLite text of a step, or a comment for a step without one.
 std::string remark(const Step& step)
 {
     switch (step.kind) {
@@ -100,6 +101,8 @@ const std::shared_ptr<CachedStep>& Engine::stepOf(CachedBatch& batch, std::size_
     return batch.step(index, withRowKey, catalog_, database_->functionContext().dateOrder);
 }
 
+/// Runs the batch up to its first query and opens that. The statements after it run at once, as on the server,
+/// while the query still shows the rows from before them.
 std::unique_ptr<StreamCursor> Engine::openText(const ado::Statement& statement)
 {
     const auto batch = statements_.batch(statement.text);
@@ -111,8 +114,8 @@ std::unique_ptr<StreamCursor> Engine::openText(const ado::Statement& statement)
             continue;
         }
         auto cursor = openQuery(batch, index, statement);
-        if (actsBehind(*batch, index + 1)) {
-            cursor->settle();
+        if (hasChangesFrom(*batch, index + 1)) {
+            cursor->bufferRows();
             runFrom(*batch, index + 1, statement.parameters, counted);
         }
         return cursor;
@@ -120,6 +123,7 @@ std::unique_ptr<StreamCursor> Engine::openText(const ado::Statement& statement)
     return std::make_unique<StreamCursor>(*this, batch, Lease{}, statement.timeoutSeconds);
 }
 
+/// Translates and starts a query, again if another session changes the schema in between.
 std::unique_ptr<StreamCursor> Engine::openQuery(const std::shared_ptr<CachedBatch>& batch, std::size_t index,
                                                 const ado::Statement& statement)
 {
@@ -176,10 +180,11 @@ void Engine::runFrom(CachedBatch& batch, std::size_t index, Parameters parameter
     }
 }
 
+/// Runs one step, again if its translation was outdated. @return the index of the next step
 std::size_t Engine::runCurrent(CachedBatch& batch, std::size_t index, Parameters parameters, std::int64_t& counted)
 {
     for (;;) {
-        // A reference of its own, since the step may change the schema and with it the cache.
+        // A copy of the pointer: the step may change the schema, which clears the cache.
         const std::shared_ptr<CachedStep> step = stepOf(batch, index);
         try {
             return runStep(step, index, parameters, counted);
@@ -193,8 +198,8 @@ std::size_t Engine::runCurrent(CachedBatch& batch, std::size_t index, Parameters
 
 bool Engine::isOutdated(const CachedStep& step, const Error& error)
 {
-    // Names are looked up when a statement is translated: that SQLite does not find one afterwards
-    // means that another session has changed the schema meanwhile. Nothing of the statement has run.
+    // The translation has looked up every name. If SQLite does not find one afterwards, another session has
+    // changed the schema in the meantime, and nothing of the statement has run.
     const bool missingName = error.nativeError == 207 || error.nativeError == 208;
     if (!missingName || step.step.kind == Kind::Procedure) {
         return false;
@@ -231,7 +236,7 @@ std::size_t Engine::runStep(const std::shared_ptr<CachedStep>& step, std::size_t
     return index + 1;
 }
 
-bool Engine::actsBehind(CachedBatch& batch, std::size_t index)
+bool Engine::hasChangesFrom(CachedBatch& batch, std::size_t index)
 {
     while (index < batch.size()) {
         const Step& step = stepOf(batch, index)->step;

@@ -20,8 +20,8 @@
 
 namespace tamarok::embedded {
 
-/// What a connection consists of: the database, its catalog, its statements, its row locks and the
-/// transaction it is in. Cursors work on it until it closes.
+/// A connection: its database, catalog of tables, statement cache, row locks and transaction. The cursors of the
+/// connection use it until it closes.
 class Engine {
 public:
     Engine(std::unique_ptr<Database> database, ProcedureRegistry procedures);
@@ -43,19 +43,19 @@ public:
     void enter(StreamCursor& cursor) { cursors_.push_back(&cursor); }
     void leave(StreamCursor& cursor) noexcept { std::erase(cursors_, &cursor); }
 
-    /// Tells which of the spans held by others `touched` meets: a position of the lock file.
+    /// Finds a row that a change touches and another session holds. @return its position in the lock file
     using Conflict = std::function<std::optional<std::int64_t>(std::span<const RowLocks::Span> held)>;
-    /// Changes rows of a table in one transaction with the look at the row locks; waits, without
-    /// holding anything, while somebody else holds a touched row. Error 0x80040E31 at the deadline.
+    /// Looks at the row locks and changes rows of a table in one transaction. While another session holds a touched
+    /// row, waits without a transaction of its own. Error 0x80040E31 at the deadline.
     void changeRows(const tsql::Table& table, const Conflict& conflict, const std::function<void()>& change);
 
     /// Locks a row for a cursor. @return its position, for `unlockRow`
-    /// Errors: 0x80040E31 somebody else keeps it, 0x80040E23 the row has gone.
+    /// Error 0x80040E31 if another session holds it until the deadline, 0x80040E23 if the row is deleted.
     std::int64_t lockRow(const tsql::Table& table, std::int64_t key);
     void unlockRow(std::int64_t position) noexcept { locks_.unlock(position); }
 
-    /// Takes the rows that open cursors still have to give out of the database's way.
-    void settleCursors() noexcept;
+    /// Buffers the remaining rows of open cursors so that their statements can be reset.
+    void bufferOpenCursors() noexcept;
 
     static bool isTemporary(std::string_view table) noexcept { return table.starts_with('#'); }
 
@@ -77,16 +77,17 @@ private:
     std::int64_t executeText(std::string_view text, Parameters parameters);
     void runFrom(CachedBatch& batch, std::size_t index, Parameters parameters, std::int64_t& counted);
     std::size_t runCurrent(CachedBatch& batch, std::size_t index, Parameters parameters, std::int64_t& counted);
-    /// True if `step` failed because it was translated for a schema that is no longer there.
+    /// True if `step` failed because another session changed the schema after its translation.
     bool isOutdated(const CachedStep& step, const Error& error);
     std::size_t runStep(const std::shared_ptr<CachedStep>& step, std::size_t index, Parameters parameters,
                         std::int64_t& counted);
-    bool actsBehind(CachedBatch& batch, std::size_t index);
+    /// True if the batch has anything but queries from `index` on.
+    bool hasChangesFrom(CachedBatch& batch, std::size_t index);
     void runChange(const std::shared_ptr<CachedStep>& step, Parameters parameters);
     void runInsert(const std::shared_ptr<CachedStep>& step, Parameters parameters);
     void countChanges(std::int64_t& counted) const;
     void runDefinition(const std::string& text);
-    /// Runs `work` so that all it writes is written or nothing.
+    /// Runs `work` so that either everything it writes is written or nothing.
     void runTogether(const std::function<void()>& work);
     bool runCondition(const std::shared_ptr<CachedStep>& step, Parameters parameters);
     void drain(const std::shared_ptr<CachedStep>& step, Parameters parameters);

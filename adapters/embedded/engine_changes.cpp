@@ -5,16 +5,18 @@
 
 #include "engine.h"
 #include "failures.h"
+#include "parameters.h"
+#include "storage_forms.h"
 
 namespace tamarok::embedded {
 
-/// A write transaction of the engine's own around one change; none where the caller has one open.
-/// Whoever leaves without `commit` rolls back.
+/// A write transaction around one change, unless the caller has a transaction open. Rolls back if it ends without
+/// `commit`.
 class Engine::WriteScope {
 public:
-    explicit WriteScope(Engine& engine) : engine_{engine}, own_{!engine.database_->inTransaction()}
+    explicit WriteScope(Engine& engine) : engine_{engine}, isOutermost_{!engine.database_->inTransaction()}
     {
-        if (own_) {
+        if (isOutermost_) {
             runKept(engine_.begin_.get());
         }
     }
@@ -22,14 +24,14 @@ public:
     WriteScope& operator=(const WriteScope&) = delete;
     ~WriteScope()
     {
-        if (own_ && engine_.database_->inTransaction()) {
+        if (isOutermost_ && engine_.database_->inTransaction()) {
             sqlite3_exec(engine_.database_->handle(), "ROLLBACK", nullptr, nullptr, nullptr);
         }
     }
 
     void commit()
     {
-        if (own_) {
+        if (isOutermost_) {
             runKept(engine_.commit_.get());
         }
     }
@@ -47,19 +49,19 @@ private:
     }
 
     Engine& engine_;
-    bool own_;
+    bool isOutermost_;
 };
 
-void Engine::settleCursors() noexcept
+void Engine::bufferOpenCursors() noexcept
 {
     for (StreamCursor* const cursor : cursors_) {
-        cursor->settle();
+        cursor->bufferRows();
     }
 }
 
 void Engine::changeRows(const tsql::Table& table, const Conflict& conflict, const std::function<void()>& change)
 {
-    settleCursors();
+    bufferOpenCursors();
     if (isTemporary(table.name) || database_->path().empty()) {
         change();
         return;
@@ -79,7 +81,7 @@ void Engine::changeRows(const tsql::Table& table, const Conflict& conflict, cons
             }
         }
         if (repeatable_) {
-            // The procedure has the write lock: it lets go of it before it waits.
+            // The procedure holds the write lock. It is rolled back, waits and runs again.
             throw RowBusy{*busy, table.name};
         }
         waitUntilFree(*busy, table.name);
@@ -89,11 +91,10 @@ void Engine::changeRows(const tsql::Table& table, const Conflict& conflict, cons
 std::int64_t Engine::lockRow(const tsql::Table& table, std::int64_t key)
 {
     const std::int64_t position = RowLocks::position(table.name, key);
-    settleCursors();
+    bufferOpenCursors();
     for (;;) {
         {
-            // Under the write lock, so that no change of the row is under way that looked at the
-            // locks before this one was there.
+            // Under the write lock: otherwise a change that has looked at the locks already could follow.
             WriteScope scope{*this};
             if (locks_.tryLock(position)) {
                 try {
@@ -128,11 +129,13 @@ void Engine::runChange(const std::shared_ptr<CachedStep>& step, Parameters param
         });
 }
 
+/// A row of parameters that need no conversion goes through a statement without conversions.
 void Engine::runInsert(const std::shared_ptr<CachedStep>& step, Parameters parameters)
 {
-    settleCursors();
+    bufferOpenCursors();
     const Step& insert = step->step;
-    const bool bare = !insert.unconvertedText.empty() && lieAsGiven(insert.unconvertedTypes, insert.parameters, parameters);
+    const bool bare = !insert.unconvertedText.empty() &&
+                      areStoredUnchanged(insert.unconvertedTypes, insert.parameters, parameters);
     const Lease lease{step, *database_, bare ? StepText::Bare : StepText::Statement};
     bindParameters(lease.get(), insert.parameters, parameters);
     while (database_->step(lease.get())) {}
@@ -140,7 +143,7 @@ void Engine::runInsert(const std::shared_ptr<CachedStep>& step, Parameters param
 
 void Engine::runDefinition(const std::string& text)
 {
-    settleCursors();
+    bufferOpenCursors();
     std::string_view rest;
     const Compiled first = database_->compile(text, &rest);
     if (rest.find_first_not_of(" \t\r\n;") == std::string_view::npos) {
@@ -169,6 +172,7 @@ void Engine::runTogether(const std::function<void()>& work)
     database_->run("RELEASE together");
 }
 
+/// Runs the lock probe of a change: the first row it would touch that is held by another session.
 std::optional<std::int64_t> Engine::probe(const std::shared_ptr<CachedStep>& step, Parameters parameters,
                                           const tsql::Table& table, std::span<const RowLocks::Span> held)
 {
@@ -185,6 +189,7 @@ std::optional<std::int64_t> Engine::probe(const std::shared_ptr<CachedStep>& ste
 
 void Engine::waitUntilFree(std::int64_t position, std::string_view table)
 {
+    // Short waits first: most locks are held for one update only.
     static constexpr std::array milliseconds{1, 2, 3, 5, 8, 12, 20};
     for (std::size_t look = 0; locks_.firstHeld(position, position).has_value(); ++look) {
         if (database_->deadline().expired()) {
@@ -201,9 +206,10 @@ bool Engine::rowExists(const tsql::Table& table, std::int64_t key)
     return database_->step(statement.get());
 }
 
+/// Nested transactions only count, as on the server: the outermost COMMIT writes.
 void Engine::begin()
 {
-    settleCursors();
+    bufferOpenCursors();
     if (!database_->inTransaction()) {
         depth_ = 0;
         database_->run("BEGIN IMMEDIATE");
@@ -224,6 +230,7 @@ void Engine::commit()
     --depth_;
 }
 
+/// Rolls back all levels at once, as the server does.
 void Engine::rollback()
 {
     if (depth_ == 0 || !database_->inTransaction()) {
@@ -231,7 +238,7 @@ void Engine::rollback()
         throw failure(native::rollbackWithoutBegin, "ROLLBACK TRANSACTION without a transaction: none was begun, or "
                                                     "a failure has rolled it back.");
     }
-    settleCursors();
+    bufferOpenCursors();
     depth_ = 0;
     database_->run("ROLLBACK");
     catalog_.forget();

@@ -2,6 +2,7 @@
 
 #include "engine.h"
 #include "failures.h"
+#include "parameters.h"
 
 namespace tamarok::embedded {
 
@@ -89,7 +90,7 @@ public:
         wanted.parameters = sent;
         wanted.timeoutSeconds = engine_.database_->deadline().seconds();
         const auto cursor = engine_.openText(wanted);
-        cursor->settle();
+        cursor->bufferRows();
         std::vector<std::vector<Variant>> rows;
         while (cursor->next()) {
             std::vector<Variant>& row = rows.emplace_back();
@@ -128,7 +129,7 @@ void Engine::runProcedure(std::string_view name, std::span<const tsql::Argument>
         }
     }
     const std::vector<Variant> values = arrange(*procedure, filled);
-    settleCursors();
+    bufferOpenCursors();
     for (;;) {
         try {
             ProcedureRun run{*this};

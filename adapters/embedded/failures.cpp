@@ -63,7 +63,7 @@ Kind kindOf(std::int32_t nativeError)
     return {nativeError, errors::statementRefused, "42000"};
 }
 
-/// The text behind `prefix`, if `text` begins with it.
+/// The text after `prefix`, if `text` begins with it.
 std::optional<std::string_view> behind(std::string_view text, std::string_view prefix)
 {
     if (!text.starts_with(prefix)) {

@@ -17,7 +17,7 @@ struct sqlite3;
 ///                      that does not fit is error 8115
 ///   tm_varchar(x,n)    the same, but a whole number that does not fit is "*"
 ///   tm_nchar(x,n) tm_char(x,n)   the same two, padded with blanks to n
-///   tm_date(x) tm_datetime(x) tm_smalldatetime(x) tm_time(x)        x a date, a date text or a day number
+///   tm_date(x) tm_datetime(x) tm_datetime2(x) tm_smalldatetime(x) tm_time(x)   x a date, a date text or a day number
 ///   tm_datetimestyle(x,style)   text to date by a CONVERT style; error 281 for an unknown style
 ///   tm_datetext(x,style,n)      date to text by a CONVERT style, cut to n
 ///   tm_floattext(x,style,n)     float to text by a CONVERT style (0, 1, 2, 3); error 8115 where it is longer than n

@@ -116,7 +116,7 @@ std::optional<RowLocks::Span> RowLocks::firstHeld(std::int64_t first, std::int64
 
 void RowLocks::collect(std::int64_t first, std::int64_t last, std::vector<Span>& spans)
 {
-    // A look tells one lock of a range, in no order: what lies before and behind it is looked at again.
+    // The system reports one lock of a range, in no order. The parts before and after it are queried again.
     std::vector<Span> open{Span{first, last}};
     while (!open.empty()) {
         const Span range = open.back();

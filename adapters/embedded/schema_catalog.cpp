@@ -2,7 +2,8 @@
 
 #include <string>
 
-#include "columns.h"
+#include "column_values.h"
+#include "parameters.h"
 
 namespace tamarok::embedded {
 
@@ -13,7 +14,7 @@ constexpr std::string_view namesQuery =
     "SELECT name,0 FROM main.sqlite_schema WHERE type IN('table','view') AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\' "
     "UNION ALL SELECT name,1 FROM temp.sqlite_schema WHERE type='table'";
 
-/// A column that SQLite keeps as the row's own number.
+/// True for a column that is the row key of SQLite.
 bool isRowNumber(std::string_view declaredType, std::int64_t keyColumns, bool inKey)
 {
     return inKey && keyColumns == 1 && CompareNames{}(declaredType, "INTEGER") == false &&

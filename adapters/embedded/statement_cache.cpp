@@ -4,6 +4,7 @@ namespace tamarok::embedded {
 
 namespace {
 
+/// How often SQLite itself compiled the statement again, because the schema had changed.
 int compilationsOf(sqlite3_stmt* statement) noexcept
 {
     return sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_REPREPARE, 0);
@@ -21,6 +22,7 @@ const std::string& textOf(const Step& step, StepText text) noexcept
 
 } // namespace
 
+/// An idle compiled statement, or a new one if all are in use.
 Compiled CompiledText::take(const Database& database, const std::string& text)
 {
     if (idle_.empty()) {
@@ -92,6 +94,7 @@ CachedBatch::CachedBatch(std::string_view text) :
     text_{text}, batch_{text_}, plain_(batch_.steps().size()), keyed_(batch_.steps().size())
 {}
 
+/// Translates a step at its first use, and again when the schema or the date order has changed since.
 const std::shared_ptr<CachedStep>& CachedBatch::step(std::size_t index, bool withRowKey, SchemaCatalog& catalog,
                                                      tsql::DateOrder order)
 {
@@ -108,6 +111,7 @@ const std::shared_ptr<CachedStep>& CachedBatch::step(std::size_t index, bool wit
     return cached;
 }
 
+/// The most recently used batch is the first; the last one gives way. Very long texts are not kept.
 std::shared_ptr<CachedBatch> StatementCache::batch(std::string_view text)
 {
     if (!batches_.empty() && batches_.front()->text() == text) {

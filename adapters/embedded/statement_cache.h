@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "columns.h"
+#include "column_types.h"
 #include "database.h"
 #include "schema_catalog.h"
 #include "tamarok_tsql/parsed_batch.h"

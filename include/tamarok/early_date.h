@@ -1,45 +1,43 @@
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 
 #include "tamarok/date.h"
 
-/// Days of the years 0 to 99, before the range of dates: a form or a script may hold a year of two digits that
-/// was taken by its word.
+/// Days of the years 0 to 99, which lie before the range of dates. A form or a script may hold such a day because
+/// it took a year of two digits for the whole year.
 namespace tamarok {
 
-namespace early {
+/// 1 January of the year 0.
+inline constexpr double firstEarlyDays = -693959.0;
 
-/// The calendar repeats itself after 400 years, by which such days are reached.
-inline constexpr std::int32_t yearsPerCycle = 400;
-inline constexpr double daysPerCycle = 146097.0;
-inline constexpr double daysBefore100 = 36525.0; ///< of the years 0 to 99; 0, 4, ..., 96 are leap years
-inline constexpr std::int32_t endYear = 100;
-
-} // namespace early
-
-/// Whether a date lies in the years 0 to 99.
+/// True if a date lies in the years 0 to 99.
 inline bool isEarly(Date date) noexcept
 {
     const double day = dayOf(date).days;
-    return day < firstDateDays && day >= firstDateDays - early::daysBefore100;
+    return day < firstDateDays && day >= firstEarlyDays;
 }
 
-/// toCivil for those years too.
+/// toCivil for the years 0 to 99 too.
 inline CivilTime toCivilOrEarly(Date date)
 {
     if (!isEarly(date)) return toCivil(date);
-    CivilTime civil = toCivil({date.days + early::daysPerCycle});
-    civil.year -= early::yearsPerCycle;
+    const double fraction = std::abs(date.days - dayOf(date).days);
+    const auto milliseconds = static_cast<std::int32_t>(std::llround(fraction * millisecondsPerDay));
+    const std::int32_t daysCarried = milliseconds / millisecondsPerDay; // 1 if the time rounds up to midnight
+    CivilTime civil = civilOfDay(static_cast<std::int32_t>(dayOf(date).days) + daysCarried);
+    setTimeOfDay(civil, milliseconds % millisecondsPerDay);
     return civil;
 }
 
-/// fromCivil for those years too.
-inline Date fromCivilOrEarly(CivilTime civil)
+/// fromCivil for the years 0 to 99 too.
+inline Date fromCivilOrEarly(const CivilTime& civil)
 {
-    if (civil.year < 0 || civil.year >= early::endYear) return fromCivil(civil);
-    civil.year += early::yearsPerCycle;
-    return {fromCivil(civil).days - early::daysPerCycle};
+    constexpr std::int32_t firstYearOfDates = 100;
+    const bool isEarlyDay = civil.year < firstYearOfDates && isDay(civil.year, civil.month, civil.day);
+    if (!isEarlyDay || !isTimeOfDay(civil)) return fromCivil(civil);
+    return joinDate(dayNumber(civil.year, civil.month, civil.day), timeOfDay(civil));
 }
 
 } // namespace tamarok

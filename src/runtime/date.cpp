@@ -10,7 +10,6 @@ namespace tamarok {
 
 namespace {
 
-constexpr std::int64_t millisecondsPerDay = 86'400'000;
 constexpr std::chrono::sys_days dayZero{std::chrono::year{1899} / 12 / 30};
 
 static_assert(std::chrono::sys_days{std::chrono::year{100} / 1 / 1} - dayZero ==
@@ -20,9 +19,11 @@ static_assert(std::chrono::sys_days{std::chrono::year{10000} / 1 / 1} - dayZero 
 
 struct DayAndTime {
     std::int32_t day = 0;          ///< days since 30 December 1899
-    std::int64_t milliseconds = 0; ///< since midnight
+    std::int32_t milliseconds = 0; ///< since midnight
 };
 
+/// Rounds the time of day to milliseconds. A time that rounds up to midnight belongs to the next day, except on
+/// the last day of all.
 DayAndTime split(Date date)
 {
     if (!isInRange(date)) throw Error{errors::overflow, "Overflow: a date lies outside the years 100 to 9999."};
@@ -30,7 +31,7 @@ DayAndTime split(Date date)
     const double fraction = std::abs(date.days - whole);
     DayAndTime result{static_cast<std::int32_t>(whole), 0};
     if (fraction == 0.0) return result;
-    result.milliseconds = std::llround(fraction * static_cast<double>(millisecondsPerDay));
+    result.milliseconds = static_cast<std::int32_t>(std::llround(fraction * millisecondsPerDay));
     if (result.milliseconds == millisecondsPerDay) {
         const bool lastDay = whole == lastDateDays - 1.0;
         result.milliseconds = lastDay ? millisecondsPerDay - 1 : 0;
@@ -39,45 +40,30 @@ DayAndTime split(Date date)
     return result;
 }
 
-bool isTimeOfDay(const CivilTime& parts) noexcept
-{
-    return parts.hour >= 0 && parts.hour < 24 && parts.minute >= 0 && parts.minute < 60 && parts.second >= 0 &&
-           parts.second < 60 && parts.millisecond >= 0 && parts.millisecond < 1000;
-}
-
 } // namespace
 
 CivilTime toCivil(Date date)
 {
     const DayAndTime parts = split(date);
-    const std::chrono::year_month_day day{dayZero + std::chrono::days{parts.day}};
-    const auto milliseconds = static_cast<std::int32_t>(parts.milliseconds);
-    return {.year = static_cast<std::int32_t>(static_cast<int>(day.year())),
-            .month = static_cast<std::int32_t>(static_cast<unsigned>(day.month())),
-            .day = static_cast<std::int32_t>(static_cast<unsigned>(day.day())),
-            .hour = milliseconds / 3'600'000,
-            .minute = milliseconds / 60'000 % 60,
-            .second = milliseconds / 1000 % 60,
-            .millisecond = milliseconds % 1000};
+    CivilTime civil = civilOfDay(parts.day);
+    setTimeOfDay(civil, parts.milliseconds);
+    return civil;
 }
 
 Date fromCivil(const CivilTime& parts)
 {
     if (!isTimeOfDay(parts)) throw Error{errors::invalidArgument, "Invalid argument: the parts name no time of day."};
-    const double day = makeDate(parts.year, parts.month, parts.day).days;
-    const std::int32_t milliseconds = ((parts.hour * 60 + parts.minute) * 60 + parts.second) * 1000 + parts.millisecond;
-    const double fraction = static_cast<double>(milliseconds) / static_cast<double>(millisecondsPerDay);
-    return {day < 0.0 ? day - fraction : day + fraction};
+    const Date day = makeDate(parts.year, parts.month, parts.day);
+    return joinDate(static_cast<std::int32_t>(day.days), timeOfDay(parts));
 }
 
 Date makeDate(std::int32_t year, std::int32_t month, std::int32_t day)
 {
-    if (year < 100 || year > 9999 || month < 1 || month > 12 || day < 1 || day > daysInMonth(year, month))
+    constexpr std::int32_t firstYear = 100;
+    if (year < firstYear || !isDay(year, month, day))
         throw Error{errors::invalidArgument, "Invalid argument: there is no day " + std::to_string(day) + " of month " +
                                                  std::to_string(month) + " of the year " + std::to_string(year) + "."};
-    const std::chrono::year_month_day date{std::chrono::year{year}, std::chrono::month{static_cast<unsigned>(month)},
-                                           std::chrono::day{static_cast<unsigned>(day)}};
-    return {static_cast<double>((std::chrono::sys_days{date} - dayZero).count())};
+    return {static_cast<double>(dayNumber(year, month, day))};
 }
 
 Date dayOf(Date date) noexcept
@@ -87,14 +73,66 @@ Date dayOf(Date date) noexcept
 
 std::int32_t weekdayOf(Date date)
 {
-    const std::chrono::weekday weekday{dayZero + std::chrono::days{split(date).day}};
-    return static_cast<std::int32_t>(weekday.c_encoding()) + 1;
+    return weekdayOfDay(split(date).day);
 }
 
 std::int32_t daysInMonth(std::int32_t year, std::int32_t month) noexcept
 {
-    if (month == 2) return std::chrono::year{year}.is_leap() ? 29 : 28;
-    return month == 4 || month == 6 || month == 9 || month == 11 ? 30 : 31;
+    const auto last = std::chrono::year{year} / static_cast<int>(month) / std::chrono::last;
+    return static_cast<std::int32_t>(static_cast<unsigned>(last.day()));
+}
+
+bool isDay(std::int32_t year, std::int32_t month, std::int32_t day) noexcept
+{
+    const bool possible = year >= 0 && year <= 9999 && month >= 1 && month <= 12 && day >= 1;
+    return possible && day <= daysInMonth(year, month);
+}
+
+bool isTimeOfDay(const CivilTime& parts) noexcept
+{
+    return parts.hour >= 0 && parts.hour < 24 && parts.minute >= 0 && parts.minute < 60 && parts.second >= 0 &&
+           parts.second < 60 && parts.millisecond >= 0 && parts.millisecond < 1000;
+}
+
+std::int32_t dayNumber(std::int32_t year, std::int32_t month, std::int32_t day) noexcept
+{
+    const auto date = std::chrono::year{year} / static_cast<int>(month) / static_cast<int>(day);
+    return static_cast<std::int32_t>((std::chrono::sys_days{date} - dayZero).count());
+}
+
+CivilTime civilOfDay(std::int32_t dayNumber) noexcept
+{
+    const std::chrono::year_month_day date{dayZero + std::chrono::days{dayNumber}};
+    CivilTime civil;
+    civil.year = static_cast<int>(date.year());
+    civil.month = static_cast<std::int32_t>(static_cast<unsigned>(date.month()));
+    civil.day = static_cast<std::int32_t>(static_cast<unsigned>(date.day()));
+    return civil;
+}
+
+std::int32_t weekdayOfDay(std::int32_t dayNumber) noexcept
+{
+    const std::chrono::weekday weekday{dayZero + std::chrono::days{dayNumber}};
+    return static_cast<std::int32_t>(weekday.c_encoding()) + 1;
+}
+
+std::int32_t timeOfDay(const CivilTime& parts) noexcept
+{
+    return ((parts.hour * 60 + parts.minute) * 60 + parts.second) * 1000 + parts.millisecond;
+}
+
+void setTimeOfDay(CivilTime& parts, std::int32_t milliseconds) noexcept
+{
+    parts.hour = milliseconds / 3'600'000;
+    parts.minute = milliseconds / 60'000 % 60;
+    parts.second = milliseconds / 1000 % 60;
+    parts.millisecond = milliseconds % 1000;
+}
+
+Date joinDate(std::int32_t dayNumber, std::int32_t milliseconds) noexcept
+{
+    const double fraction = static_cast<double>(milliseconds) / millisecondsPerDay;
+    return {dayNumber < 0 ? dayNumber - fraction : dayNumber + fraction};
 }
 
 } // namespace tamarok

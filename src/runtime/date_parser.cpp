@@ -6,6 +6,7 @@
 #include "runtime/date_pattern.h"
 
 #include "tamarok/convert.h"
+#include "tamarok/pivot_years.h"
 #include "tamarok/text.h"
 
 namespace tamarok::convert {
@@ -16,7 +17,6 @@ constexpr std::string_view noBreakBlank = "\u00A0";
 constexpr std::string_view narrowNoBreakBlank = "\u202F";
 constexpr std::size_t maxParts = 3;
 constexpr std::size_t maxNumberDigits = 4;
-constexpr std::int64_t millisecondsPerDay = 86'400'000;
 
 constexpr bool isDigit(char c) noexcept
 {
@@ -74,7 +74,7 @@ private:
             if (digits < fewest || digits > most) return false;
         }
         const bool ownShape =
-            dateOrder(regional_.shortDate) == DateOrder::yearDayMonth && dateSeparator(regional_.shortDate) == "-";
+            dateOrder(regional_.shortDate) == DateOrder::Ydm && dateSeparator(regional_.shortDate) == "-";
         return !ownShape || (at < rest_.size() && (rest_[at] == 'T' || rest_[at] == 't'));
     }
 
@@ -238,16 +238,9 @@ private:
     bool timeFirst_ = false;
 };
 
-std::int32_t fullYear(std::int32_t year) noexcept
-{
-    constexpr std::int32_t firstOfLastCentury = 30;
-    if (year >= 100) return year;
-    return year + (year < firstOfLastCentury ? 2000 : 1900);
-}
-
 std::optional<Date> dayFrom(std::int32_t year, const DatePart& month, const DatePart& day)
 {
-    const std::int32_t full = fullYear(year);
+    const std::int32_t full = pivot::typedText.fullYear(year);
     const bool possible = month.digits <= 2 && day.digits <= 2 && month.value >= 1 && month.value <= 12 &&
                           day.value >= 1 && day.value <= daysInMonth(full, month.value);
     return possible ? std::optional{makeDate(full, month.value, day.value)} : std::nullopt;
@@ -261,14 +254,14 @@ std::optional<Date> either(std::optional<Date> first, std::optional<Date> second
 std::optional<Date> threeNumbers(const Reading& reading, DateOrder order)
 {
     const auto& [a, b, c] = reading.parts;
-    const bool yearFirst = order == DateOrder::yearMonthDay || order == DateOrder::yearDayMonth;
+    const bool yearFirst = order == DateOrder::Ymd || order == DateOrder::Ydm;
     if (reading.iso) return dayFrom(a.value, b, c);
     if (b.isYear() || (a.isYear() && c.isYear())) return std::nullopt;
     if (a.isYear() || (yearFirst && !c.isYear())) {
-        if (order != DateOrder::yearDayMonth) return dayFrom(a.value, b, c);
+        if (order != DateOrder::Ydm) return dayFrom(a.value, b, c);
         return either(dayFrom(a.value, c, b), dayFrom(a.value, b, c));
     }
-    if (order == DateOrder::monthDayYear) return either(dayFrom(c.value, a, b), dayFrom(c.value, b, a));
+    if (order == DateOrder::Mdy) return either(dayFrom(c.value, a, b), dayFrom(c.value, b, a));
     return either(dayFrom(c.value, b, a), dayFrom(c.value, a, b));
 }
 
@@ -278,7 +271,7 @@ std::optional<Date> twoNumbers(const DatePart& a, const DatePart& b, DateOrder o
     if (a.digits > 2) return dayFrom(a.value, b, firstDay);
     if (b.digits > 2) return dayFrom(b.value, a, firstDay);
     const std::int32_t year = toCivil(Platform::today()).year;
-    const bool monthFirst = order == DateOrder::monthDayYear || order == DateOrder::yearMonthDay;
+    const bool monthFirst = order == DateOrder::Mdy || order == DateOrder::Ymd;
     const DatePart& month = monthFirst ? a : b;
     const DatePart& day = monthFirst ? b : a;
     return either(dayFrom(year, month, day), dayFrom(year, day, month));
@@ -299,7 +292,7 @@ std::optional<Date> withNamedMonth(const Reading& reading, DateOrder order)
         return dayFrom(toCivil(Platform::today()).year, month, a);
     }
     const DatePart& b = numbers[1];
-    const bool yearFirst = order == DateOrder::yearMonthDay || order == DateOrder::yearDayMonth;
+    const bool yearFirst = order == DateOrder::Ymd || order == DateOrder::Ydm;
     if (a.isYear() || (yearFirst && !b.isYear())) return dayFrom(a.value, month, b);
     return dayFrom(b.value, month, a);
 }
@@ -326,8 +319,7 @@ std::optional<Date> parseDate(std::string_view text, const Regional& regional)
     if (!reading) return std::nullopt;
     const auto day = dayOf(*reading, regional);
     if (!day || !reading->milliseconds) return day;
-    const double time = static_cast<double>(*reading->milliseconds) / static_cast<double>(millisecondsPerDay);
-    return Date{day->days < 0.0 ? day->days - time : day->days + time};
+    return joinDate(static_cast<std::int32_t>(day->days), static_cast<std::int32_t>(*reading->milliseconds));
 }
 
 } // namespace tamarok::convert

@@ -23,8 +23,8 @@ DateOrder dateOrder(std::string_view shortDate) noexcept
     const std::size_t day = shortDate.find_first_of("dD");
     const std::size_t month = shortDate.find_first_of("mM");
     const std::size_t year = shortDate.find_first_of("yY");
-    if (year < day && year < month) return month < day ? DateOrder::yearMonthDay : DateOrder::yearDayMonth;
-    return month < day ? DateOrder::monthDayYear : DateOrder::dayMonthYear;
+    if (year < day && year < month) return month < day ? DateOrder::Ymd : DateOrder::Ydm;
+    return month < day ? DateOrder::Mdy : DateOrder::Dmy;
 }
 
 std::string_view dateSeparator(std::string_view shortDate) noexcept

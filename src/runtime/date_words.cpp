@@ -1,19 +1,11 @@
 #include "date_words.h"
 
-#include <array>
-
+#include "tamarok/english_dates.h"
 #include "tamarok/text.h"
 
 namespace tamarok {
 
 namespace {
-
-constexpr std::array<std::string_view, 12> englishMonths{"January",   "February", "March",    "April",
-                                                         "May",       "June",     "July",     "August",
-                                                         "September", "October",  "November", "December"};
-constexpr std::array<std::string_view, 7> englishDays{"Sunday",   "Monday", "Tuesday", "Wednesday",
-                                                      "Thursday", "Friday", "Saturday"};
-constexpr std::size_t englishShortLength = 3;
 
 /// `word` has already lost the point of its abbreviation.
 bool matches(std::string_view name, std::string_view word) noexcept
@@ -30,27 +22,18 @@ std::size_t indexOf(const Names& names, std::string_view word) noexcept
     return 0;
 }
 
-template <class Names>
-std::size_t englishIndexOf(const Names& names, std::string_view word) noexcept
-{
-    for (std::size_t i = 0; i < names.size(); ++i)
-        if (matches(names[i], word) || matches(names[i].substr(0, englishShortLength), word)) return i + 1;
-    return 0;
-}
-
 } // namespace
 
 std::int32_t DateWords::month(std::string_view word) const
 {
     std::size_t index = indexOf(regional_.months, word);
     if (index == 0) index = indexOf(regional_.shortMonths, word);
-    if (index == 0) index = englishIndexOf(englishMonths, word);
-    return static_cast<std::int32_t>(index);
+    return index != 0 ? static_cast<std::int32_t>(index) : english::monthOf(word);
 }
 
 bool DateWords::isWeekday(std::string_view word) const
 {
-    return isRegionalWeekday(word) || englishIndexOf(englishDays, word) != 0;
+    return isRegionalWeekday(word) || english::indexOf(english::days, word) != 0;
 }
 
 bool DateWords::isRegionalWeekday(std::string_view word) const

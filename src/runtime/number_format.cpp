@@ -4,10 +4,10 @@
 #include <cmath>
 #include <cstdint>
 
-#include "number_digits.h"
 #include "pattern.h"
 
 #include "tamarok/convert.h"
+#include "tamarok/decimal_digits.h"
 #include "tamarok/error.h"
 #include "tamarok/format.h"
 

@@ -3,9 +3,8 @@
 #include <charconv>
 #include <cmath>
 
-#include "number_digits.h"
-
 #include "tamarok/convert.h"
+#include "tamarok/decimal_digits.h"
 #include "tamarok/error.h"
 
 namespace tamarok::convert {

@@ -214,12 +214,12 @@ std::string Comm_Conv::NationalDate(std::string_view USDate) const
     const Regional& regional = Platform::current().regional;
     const auto [month, day, year] = cutInThree(USDate, "/");
     std::string regionalText;
-    switch (regionalOrder(regional).order) {
-    case DatePartOrder::DayMonthYear: regionalText = joined(day, month, year); break;
-    case DatePartOrder::MonthDayYear: regionalText = joined(month, day, year); break;
-    case DatePartOrder::YearMonthDay: regionalText = joined(year, month, day); break;
-    case DatePartOrder::YearDayMonth: regionalText = joined(year, day, month); break;
-    case DatePartOrder::Unknown: break;
+    switch (regionalOrder(regional).order.value_or(DateOrder::Myd)) {
+    case DateOrder::Dmy: regionalText = joined(day, month, year); break;
+    case DateOrder::Mdy: regionalText = joined(month, day, year); break;
+    case DateOrder::Ymd: regionalText = joined(year, month, day); break;
+    case DateOrder::Ydm: regionalText = joined(year, day, month); break;
+    default: break; // the year stands in the middle
     }
     return formatRegional(convert::toDate(Variant{regionalText}), regional.shortDate, regional);
 }
@@ -255,12 +255,12 @@ std::string Comm_Conv::USDateA(std::string_view NationalDate) const
     third = third.substr(0, third.find(' '));
 
     const RegionalOrder machine = regionalOrder(Platform::current().regional);
-    switch (machine.order) {
-    case DatePartOrder::DayMonthYear: return usDate(first, second, third, machine.spelledMonth);
-    case DatePartOrder::MonthDayYear: return usDate(second, first, third, machine.spelledMonth);
-    case DatePartOrder::YearMonthDay: return usDate(third, second, first, machine.spelledMonth);
-    case DatePartOrder::YearDayMonth: return usDate(second, third, first, machine.spelledMonth);
-    case DatePartOrder::Unknown: break;
+    switch (machine.order.value_or(DateOrder::Myd)) {
+    case DateOrder::Dmy: return usDate(first, second, third, machine.spelledMonth);
+    case DateOrder::Mdy: return usDate(second, first, third, machine.spelledMonth);
+    case DateOrder::Ymd: return usDate(third, second, first, machine.spelledMonth);
+    case DateOrder::Ydm: return usDate(second, third, first, machine.spelledMonth);
+    default: break; // the year stands in the middle
     }
     return std::string{NationalDate.substr(NationalDate.find(separator) + separator.size())};
 }

@@ -4,7 +4,9 @@
 #include <string>
 
 #include "tamarok/date.h"
+#include "tamarok/english_dates.h"
 #include "tamarok/format.h"
+#include "tamarok/pivot_years.h"
 #include "tamarok/text.h"
 
 namespace tamarok {
@@ -13,7 +15,7 @@ namespace {
 constexpr Date probeDate{40271.0}; // 3 April 2010: each part has a digit that the others lack
 
 struct OrderRule {
-    DatePartOrder order;
+    DateOrder order;
     std::size_t first;
     std::size_t second;
     std::size_t third;
@@ -35,10 +37,10 @@ RegionalOrder regionalOrder(const Regional& regional)
     if (year == 0) year = text::find(sample, "1");
 
     const std::array rules = {
-        OrderRule{DatePartOrder::DayMonthYear, day, month, year},
-        OrderRule{DatePartOrder::MonthDayYear, month, day, year},
-        OrderRule{DatePartOrder::YearMonthDay, year, month, day},
-        OrderRule{DatePartOrder::YearDayMonth, year, day, month},
+        OrderRule{DateOrder::Dmy, day, month, year},
+        OrderRule{DateOrder::Mdy, month, day, year},
+        OrderRule{DateOrder::Ymd, year, month, day},
+        OrderRule{DateOrder::Ydm, year, day, month},
     };
     for (const OrderRule& rule : rules) {
         if (rule.first < rule.second && rule.second < rule.third) {
@@ -51,19 +53,14 @@ RegionalOrder regionalOrder(const Regional& regional)
 
 std::int16_t monthNumber(std::string_view name)
 {
-    static constexpr std::array<std::string_view, 12> months = {"JAN", "FEB", "MAR", "APR", "MAY", "JUN",
-                                                                "JUL", "AUG", "SEP", "OCT", "NOV", "DEC"};
-    const std::string wanted = text::toUpper(text::trim(name));
-    for (std::size_t index = 0; index < months.size(); ++index)
-        if (months[index] == wanted) return static_cast<std::int16_t>(index + 1);
-    return 0;
+    const std::string_view word = text::trim(name);
+    const bool isShort = text::length(word) == english::shortNameLength;
+    return static_cast<std::int16_t>(isShort ? english::monthOf(word) : 0);
 }
 
 std::int16_t fullYear(std::int16_t year) noexcept
 {
-    if (year >= 0 && year <= 50) return static_cast<std::int16_t>(2000 + year);
-    if (year > 50 && year <= 99) return static_cast<std::int16_t>(1900 + year);
-    return year;
+    return static_cast<std::int16_t>(pivot::fullYearOperation.fullYear(year));
 }
 
 } // namespace tamarok

@@ -1,19 +1,19 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
+#include "tamarok/date_order.h"
 #include "tamarok/regional.h"
 
 namespace tamarok {
 
 /// The order of day, month and year in the machine's short dates, found by printing a known date
 /// (day number 40271, 3 April 2010) and seeing where its digits land.
-enum class DatePartOrder : std::uint8_t { DayMonthYear, MonthDayYear, YearMonthDay, YearDayMonth, Unknown };
-
 struct RegionalOrder {
-    DatePartOrder order = DatePartOrder::Unknown;
-    bool spelledMonth = false; ///< the sample shows no "4", so months are names
+    std::optional<DateOrder> order; ///< nothing where the year stands in the middle
+    bool spelledMonth = false;      ///< the sample shows no "4", so months are names
 };
 
 RegionalOrder regionalOrder(const Regional& regional);

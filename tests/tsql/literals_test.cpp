@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "tamarok_tsql/date_text.h"
 #include "tamarok_tsql/literals.h"
 
 namespace tamarok::tsql {
@@ -9,10 +10,17 @@ struct DateRow {
     const char* text;
     DateOrder order;
     TypeKind kind;
-    const char* stored; ///< empty for a refusal
+    const char* answer; ///< the stored text, or "error N"
 };
 
-TEST(DateLiterals, FollowSeparatorAndOrder)
+std::string answerOf(const DateRow& row)
+{
+    const auto conversion = convertDateText(row.text, row.kind, readingOf(row.order));
+    if (conversion.error != 0) return "error " + std::to_string(conversion.error);
+    return storedText(conversion.instant);
+}
+
+TEST(DateTexts, FollowSeparatorAndOrder)
 {
     const auto mdy = DateOrder::Mdy;
     const auto dmy = DateOrder::Dmy;
@@ -27,7 +35,7 @@ TEST(DateLiterals, FollowSeparatorAndOrder)
         {"2020-1-5", mdy, full, "2020-01-05 00:00:00.000"},
         {"01/31/2020", mdy, full, "2020-01-31 00:00:00.000"},
         {"31/01/2020", dmy, full, "2020-01-31 00:00:00.000"},
-        {"31/01/2020", mdy, full, ""},
+        {"31/01/2020", mdy, full, "error 242"},
         {"2020/01/31", mdy, full, "2020-01-31 00:00:00.000"},
         {"20/31/01", DateOrder::Ydm, full, "2020-01-31 00:00:00.000"},
         {"20200131", mdy, full, "2020-01-31 00:00:00.000"},
@@ -50,25 +58,27 @@ TEST(DateLiterals, FollowSeparatorAndOrder)
         {"2020-01-31 14:05", mdy, TypeKind::Date, "2020-01-31 00:00:00.000"},
         {"14:05:06", mdy, TypeKind::Time, "1900-01-01 14:05:06.000"},
         {"29.02.2020", mdy, full, "2020-02-29 00:00:00.000"},
-        {"29.02.2019", mdy, full, ""},
-        {"29.02.1900", mdy, full, ""},
-        {"31.04.2020", mdy, full, ""},
-        {"0.1.2020", mdy, full, ""},
-        {"1.13.2020", mdy, full, ""},
-        {"1752-12-31", mdy, full, ""},
+        {"29.02.2019", mdy, full, "error 242"},
+        {"29.02.1900", mdy, full, "error 242"},
+        {"31.04.2020", mdy, full, "error 242"},
+        {"0.1.2020", mdy, full, "error 242"},
+        {"1.13.2020", mdy, full, "error 242"},
+        {"1752-12-31", mdy, full, "error 242"},
         {"1752-12-31", mdy, TypeKind::Date, "1752-12-31 00:00:00.000"},
-        {"2079-06-07", mdy, TypeKind::SmallDateTime, ""},
-        {"1899-12-31", mdy, TypeKind::SmallDateTime, ""},
-        {"2020-01-31 24:00", mdy, full, ""},
-        {"2020-01-31 12:60", mdy, full, ""},
-        {"1.2", mdy, full, ""},
-        {"1.2.2020.3", mdy, full, ""},
-        {"1.2-2020", mdy, full, ""},
-        {"abc", mdy, full, ""},
-        {"31.01.2020 x", mdy, full, ""},
+        {"2079-06-07", mdy, TypeKind::SmallDateTime, "error 242"},
+        {"1899-12-31", mdy, TypeKind::SmallDateTime, "error 242"},
+        {"2020-01-31 24:00", mdy, full, "error 242"},
+        {"2020-01-31 12:60", mdy, full, "error 242"},
+        {"1.2", mdy, full, "error 241"},
+        {"1.2.2020.3", mdy, full, "error 241"},
+        {"1.2-2020", mdy, full, "error 241"},
+        {"abc", mdy, full, "error 241"},
+        {"abc", mdy, TypeKind::SmallDateTime, "error 295"},
+        {"31/01/2020", mdy, TypeKind::Date, "error 241"},
+        {"31.01.2020 x", mdy, full, "error 241"},
     };
     for (const DateRow& row : rows) {
-        EXPECT_EQ(storedDate(row.text, row.order, row.kind).value_or(""), row.stored) << "'" << row.text << "'";
+        EXPECT_EQ(answerOf(row), row.answer) << "'" << row.text << "'";
     }
 }
 

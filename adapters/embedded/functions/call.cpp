@@ -32,6 +32,7 @@ void failWith(std::int32_t number, std::string_view message, std::string_view va
     throw SqlFailure{number, text};
 }
 
+/// SQLite's storage class of a value.
 Storage storageOf(sqlite3_value* value) noexcept
 {
     switch (sqlite3_value_type(value)) {
@@ -72,6 +73,7 @@ bool Call::anyNull() const noexcept
     return false;
 }
 
+/// Floats are cut. Error 245 for a text that is no whole number.
 std::int64_t Call::whole(std::size_t index) const
 {
     if (storage(index) == Storage::Whole) return sqlite3_value_int64(arguments_[index]);

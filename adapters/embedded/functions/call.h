@@ -22,7 +22,7 @@ struct SqlFailure : std::exception {
 };
 
 [[noreturn]] void fail(std::int32_t number, std::string_view message);
-/// The same with " Value: 'value'." behind, for messages of the server that do not name the value.
+/// The same, for messages of the server that do not name the value: appends " Value: 'value'.".
 [[noreturn]] void failWith(std::int32_t number, std::string_view message, std::string_view value);
 
 /// A value as text. Numbers are written into the object itself, texts are referred to where SQLite

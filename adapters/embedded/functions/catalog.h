@@ -26,6 +26,7 @@ void tmChar(Call& call);
 void tmDate(Call& call);
 void tmDateTime(Call& call);
 void tmSmallDateTime(Call& call);
+void tmDateTime2(Call& call);
 void tmTime(Call& call);
 void tmDateTimeStyle(Call& call);
 void tmDateText(Call& call);

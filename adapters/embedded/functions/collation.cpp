@@ -22,7 +22,7 @@ constexpr auto letterRows = std::to_array<LetterRow>({
 });
 static_assert(std::ranges::is_sorted(letterRows, {}, &LetterRow::letter));
 
-/// Control characters, blank, punctuation, symbols; digits and letters follow behind them.
+/// Control characters, blank, punctuation and symbols. Digits and letters sort after them.
 constexpr std::string_view punctuationOrder = " -'!\"#$%&()*,./:;?@[\\]^_`{|}~+<=>";
 
 // Ranks of the classes of characters; inside each the code point decides.
@@ -72,7 +72,7 @@ bool isCombining(char32_t character) noexcept
            (character >= 0x20D0 && character < 0x2100);
 }
 
-/// Rank of a folded character that has no row of its own.
+/// Rank of a folded character without a row in the table.
 std::uint32_t plainRank(char32_t character) noexcept
 {
     if (character < 0x80) return asciiRanks[character];

@@ -10,10 +10,10 @@ namespace tamarok::embedded::functions {
 /// Texts are equal only where they differ in case and trailing blanks alone.
 int compareTexts(std::string_view a, std::string_view b) noexcept;
 
-/// The character that stands for all its cases.
+/// The case-folded form of a character.
 char32_t foldCase(char32_t character) noexcept;
 
-/// Decodes the character at `offset`, folded, and moves behind it.
+/// Decodes and folds the character at `offset`, and moves `offset` to the next one.
 char32_t decodeFolded(std::string_view text, std::size_t& offset) noexcept;
 
 /// compareTexts for two single folded characters.

@@ -7,7 +7,6 @@
 #include <string>
 
 #include "functions/catalog.h"
-#include "functions/names.h"
 #include "functions/number_text.h"
 
 #include "tamarok/text.h"
@@ -69,6 +68,7 @@ std::string quoted(std::string_view value)
                   std::string{limitsOf(type).name} + ".");
 }
 
+/// A whole number with blanks around it. A blank text and a lone sign are 0, as on the server.
 std::int64_t wholeOfText(std::string_view text, WholeType type)
 {
     std::string_view digits = trimBlanks(text);
@@ -89,6 +89,7 @@ std::int64_t wholeOfText(std::string_view text, WholeType type)
 constexpr std::array<std::string_view, 18> currencySigns = {"$", "¢", "£", "¤", "¥", "€", "৲", "৳", "฿",
                                                             "₡", "₢", "₣", "₤", "₦", "₧", "₩", "₫", "\\"};
 
+/// Number of bytes of the currency sign that `text` begins with; 0 for none.
 std::size_t currencyLength(std::string_view text) noexcept
 {
     for (const std::string_view sign : currencySigns) {
@@ -104,6 +105,7 @@ bool startsWithSpace(std::string_view text, std::size_t& length) noexcept
     return length == 2 || (!text.empty() && (text.front() == ' ' || (text.front() >= '\t' && text.front() <= '\r')));
 }
 
+/// Error 8115 for an infinite number.
 double checkedReal(double number, std::string_view type)
 {
     if (std::isfinite(number)) return number;
@@ -144,6 +146,7 @@ void resultAsText(Call& call, bool starForWhole)
              text);
 }
 
+/// char(n) and nchar(n): padded with blanks on the right.
 void resultPadded(Call& call, bool starForWhole)
 {
     if (call.anyNull()) return call.resultNull();
@@ -182,6 +185,7 @@ std::int64_t checkedInt(std::int64_t number)
 
 std::int64_t toWhole(sqlite3_value* value, WholeType type)
 {
+    // Null, texts, whole numbers and floats in turn; only the last are cut.
     const Storage storage = storageOf(value);
     if (storage == Storage::Null) return 0;
     const WholeLimits& limits = limitsOf(type);
@@ -203,6 +207,7 @@ std::int64_t toWhole(sqlite3_value* value, WholeType type)
 
 std::optional<double> readFloat(std::string_view text) noexcept
 {
+    // std::from_chars knows neither a leading "+" nor the exponent letter D, and it accepts "inf" and "nan".
     text = trimBlanks(text);
     std::array<char, 400> plain{};
     std::size_t length = 0;
@@ -237,52 +242,80 @@ double toFloat(sqlite3_value* value)
     failWith(8114, "Error converting data type nvarchar to float.", text);
 }
 
-std::optional<double> readMoney(std::string_view text)
-{
-    std::string plain;
-    bool sign = false;
-    bool currency = false;
-    bool digits = false;
-    bool point = false;
-    bool something = false;
-    std::size_t space = 0;
-    while (startsWithSpace(text, space)) {
-        something = something || text.front() != ' ';
-        text.remove_prefix(space);
+namespace {
+
+/// Reads an amount of money: sign and currency sign before the digits in either order, with white space between them,
+/// and commas anywhere in the whole part.
+class MoneyReader {
+public:
+    explicit MoneyReader(std::string_view text) noexcept : rest_{text} {}
+
+    std::optional<double> read()
+    {
+        // A text of blanks alone is no amount; a text of other white space is 0.
+        std::size_t length = 0;
+        for (; startsWithSpace(rest_, length); rest_.remove_prefix(length))
+            hasContent_ = hasContent_ || rest_.front() != ' ';
+        while (!rest_.empty() && rest_.back() == ' ')
+            rest_.remove_suffix(1);
+        while (!rest_.empty()) {
+            if (!readCharacter()) return std::nullopt;
+            hasContent_ = true;
+            const bool hasGap = skipSpace();
+            if (hasGap && isInNumber() && !rest_.empty()) return std::nullopt;
+        }
+        if (!hasContent_) return std::nullopt;
+        return hasDigits_ ? readFloat(plain_) : 0.0;
     }
-    while (!text.empty() && text.back() == ' ')
-        text.remove_suffix(1);
-    while (!text.empty()) {
-        const char character = text.front();
+
+private:
+    bool isInNumber() const noexcept { return hasDigits_ || hasPoint_; }
+
+    bool skipSpace() noexcept
+    {
+        bool found = false;
+        for (std::size_t length = 0; startsWithSpace(rest_, length); rest_.remove_prefix(length))
+            found = true;
+        return found;
+    }
+
+    /// Takes a digit, sign, separator or currency sign; false for any other character and for one out of place.
+    bool readCharacter()
+    {
+        const char character = rest_.front();
         std::size_t length = 1;
         if (character >= '0' && character <= '9') {
-            plain += character;
-            digits = true;
-        } else if ((character == '-' || character == '+') && !sign && !digits && !point) {
-            sign = true;
-            if (character == '-') plain.insert(plain.begin(), '-');
-        } else if (character == '.' && !point) {
-            point = true;
-            plain += '.';
-        } else if (character == ',' && !point) {
-            // a thousands mark may stand anywhere in the whole part
-        } else if (length = currencyLength(text); length > 0 && !currency && !digits && !point) {
-            currency = true;
-        } else {
-            return std::nullopt;
+            plain_ += character;
+            hasDigits_ = true;
+        } else if ((character == '-' || character == '+') && !hasSign_ && !isInNumber()) {
+            hasSign_ = true;
+            if (character == '-') plain_.insert(plain_.begin(), '-');
+        } else if (character == '.' && !hasPoint_) {
+            hasPoint_ = true;
+            plain_ += '.';
+        } else if (character != ',' || hasPoint_) {
+            length = currencyLength(rest_);
+            if (length == 0 || hasCurrency_ || isInNumber()) return false;
+            hasCurrency_ = true;
         }
-        something = true;
-        text.remove_prefix(length);
-        bool gap = false;
-        while (startsWithSpace(text, space)) {
-            text.remove_prefix(space);
-            gap = true;
-        }
-        if (gap && (digits || point) && !text.empty()) return std::nullopt;
+        rest_.remove_prefix(length);
+        return true;
     }
-    if (!something) return std::nullopt;
-    if (!digits) return 0.0;
-    return readFloat(plain);
+
+    std::string_view rest_;
+    std::string plain_; ///< sign, digits and point
+    bool hasSign_ = false;
+    bool hasCurrency_ = false;
+    bool hasDigits_ = false;
+    bool hasPoint_ = false;
+    bool hasContent_ = false;
+};
+
+} // namespace
+
+std::optional<double> readMoney(std::string_view text)
+{
+    return MoneyReader{text}.read();
 }
 
 bool isNumericText(std::string_view text)
@@ -310,6 +343,7 @@ void tmBigInt(Call& call)
     resultWhole(call, WholeType::BigInt);
 }
 
+/// A number other than 0 is 1; the words true and false are read too.
 void tmBit(Call& call)
 {
     switch (call.storage(0)) {
@@ -320,8 +354,8 @@ void tmBit(Call& call)
     }
     const TextArgument text = call.text(0);
     const std::string_view word = trimBlanks(text);
-    if (equalsAscii(word, "true")) return call.result(std::int64_t{1});
-    if (equalsAscii(word, "false")) return call.result(std::int64_t{0});
+    if (text::equalsNoCase(word, "true")) return call.result(std::int64_t{1});
+    if (text::equalsNoCase(word, "false")) return call.result(std::int64_t{0});
     std::string_view digits = word;
     if (!digits.empty() && (digits.front() == '-' || digits.front() == '+')) digits.remove_prefix(1);
     if (digits.find_first_not_of("0123456789") != std::string_view::npos) {
@@ -336,6 +370,7 @@ void tmFloat(Call& call)
     call.result(checkedReal(toFloat(call.value(0)), "float"));
 }
 
+/// A float of 32 bits, stored as the double of the same value.
 void tmReal(Call& call)
 {
     if (call.isNull(0)) return call.resultNull();
@@ -344,6 +379,7 @@ void tmReal(Call& call)
     call.result(static_cast<double>(static_cast<float>(number)));
 }
 
+/// An amount with four decimals within the server's 64 bits.
 void tmMoney(Call& call)
 {
     if (call.isNull(0)) return call.resultNull();
@@ -384,6 +420,7 @@ void checkScale(std::int64_t precision, std::int64_t scale)
                   std::to_string(scale) + ").");
 }
 
+/// Rounds with `fit` to the scale. Error 8115 if the whole part has more digits than the precision leaves.
 void resultDecimal(Call& call, double (*fit)(double, std::int32_t))
 {
     if (call.anyNull()) return call.resultNull();
@@ -412,7 +449,7 @@ void tmDecimal(Call& call)
 /// A quotient of decimals: the server cuts its further places.
 void tmDecimalCut(Call& call)
 {
-    resultDecimal(call, &cutToPlaces);
+    resultDecimal(call, &truncateTo);
 }
 
 void tmNVarChar(Call& call)
@@ -479,6 +516,7 @@ void tmMoneyText(Call& call)
     resultNumberText(call, moneyText(call.real(0), static_cast<std::int32_t>(call.whole(1))), "money");
 }
 
+/// Assigns a text to a column of limited length: only trailing blanks are cut off silently.
 void tmStoreText(Call& call)
 {
     if (call.isNull(0)) return call.resultNull();

@@ -21,16 +21,17 @@ double toFloat(sqlite3_value* value);
 /// Error 8115 where `number` leaves 32 bits.
 std::int64_t checkedInt(std::int64_t number);
 
-/// The number that stands in `text`, with "." only; nothing where it is none or beyond a double.
+/// Reads a number with the decimal separator ".". Returns nothing for any other text and beyond a double.
 std::optional<double> readFloat(std::string_view text) noexcept;
 
-/// Blanks taken off both ends.
+/// Trims blanks on both sides.
 std::string_view trimBlanks(std::string_view text) noexcept;
 
-/// What ISNUMERIC says of a text.
+/// True for a text that ISNUMERIC accepts: a float or an amount of money.
 bool isNumericText(std::string_view text);
 
-/// A text as money: signs of currencies, commas in the whole part. Nothing where it is none.
+/// Reads an amount of money: a currency sign is allowed, commas in the whole part are ignored. Returns nothing for
+/// any other text.
 std::optional<double> readMoney(std::string_view text);
 
 } // namespace tamarok::embedded::functions

@@ -6,10 +6,10 @@
 
 #include "functions/catalog.h"
 #include "functions/conversion.h"
-#include "functions/date_parse.h"
+#include "functions/date_conversion.h"
 #include "functions/date_text.h"
-#include "functions/names.h"
 
+#include "tamarok/english_dates.h"
 #include "tamarok/text.h"
 
 /// Functions of dates and times.
@@ -75,10 +75,11 @@ constexpr std::array partNames = {PartName{"year", Part::Year},
                                   PartName{"microsecond", Part::Microsecond},
                                   PartName{"mcs", Part::Microsecond}};
 
+/// Error 155 for a name that is none.
 Part partOf(std::string_view name, std::string_view function)
 {
     for (const PartName& entry : partNames) {
-        if (equalsAscii(entry.name, name)) return entry.part;
+        if (text::equalsNoCase(entry.name, name)) return entry.part;
     }
     fail(155, "'" + std::string{name} + "' is not a recognized " + std::string{function} + " option.");
 }
@@ -89,69 +90,57 @@ Part partOf(std::string_view name, std::string_view function)
                    " for data type datetime.");
 }
 
-/// An argument that may be a datetime's or a plain date's text, range of the wider type.
+/// The argument of a function of days: a text may lie anywhere in the years 1 to 9999.
 Instant dateArgument(const Call& call, std::size_t index)
 {
     const Storage storage = call.storage(index);
     const bool number = storage == Storage::Whole || storage == Storage::Real;
-    return toDate(call.value(index), number ? DateType::DateTime : DateType::Date, defaultReading(call));
+    return toDate(call.value(index), number ? TypeKind::DateTime : TypeKind::Date, readingOf(call));
 }
 
+/// The argument of a function of times: a text is not rounded to the 1/300 s of a datetime.
 Instant timeArgument(const Call& call, std::size_t index)
 {
-    const TextArgument text = call.text(index);
+    const tsql::DateReading reading = readingOf(call);
     if (call.storage(index) == Storage::Text) {
-        if (const auto stored = readStorage(text)) return *stored;
-        const ParsedDate parsed = parseDate(text, defaultReading(call));
-        if (parsed.status == ParsedDate::Status::Ok) return parsed.instant;
+        const auto conversion = tsql::convertDateText(call.text(index), TypeKind::DateTime2, reading);
+        if (conversion.error == 0) return conversion.instant;
     }
-    return toDate(call.value(index), DateType::DateTime, defaultReading(call));
+    return toDate(call.value(index), TypeKind::DateTime, reading);
 }
 
-void resultInstant(Call& call, Instant instant)
-{
-    char buffer[storageLength];
-    call.result(writeStorage(instant, buffer));
-}
-
-void resultDate(Call& call, DateType type)
+void resultDate(Call& call, TypeKind type)
 {
     if (call.isNull(0)) return call.resultNull();
-    resultInstant(call, toDate(call.value(0), type, defaultReading(call)));
+    resultInstant(call, toDate(call.value(0), type, readingOf(call)));
 }
 
+/// Rounds down, also below 0.
 constexpr std::int64_t floorDivide(std::int64_t number, std::int64_t unit) noexcept
 {
     return number >= 0 ? number / unit : -((-number + unit - 1) / unit);
 }
 
-std::int64_t weekOfYear(const Civil& parts) noexcept
+/// Weeks begin on Sunday, and week 1 contains 1 January (DATEFIRST 7).
+std::int64_t weekOfYear(const CivilTime& parts) noexcept
 {
-    const std::int64_t newYear = dayNumber(parts.year, 1, 1);
-    const std::int64_t dayOfYear = dayNumber(parts.year, parts.month, parts.day) - newYear;
-    return (dayOfYear + weekday(newYear) - 1) / 7 + 1;
+    const std::int64_t newYear = serverDay(parts.year, 1, 1);
+    const std::int64_t dayOfYear = serverDay(parts.year, parts.month, parts.day) - newYear;
+    return (dayOfYear + weekdayOfServerDay(newYear) - 1) / 7 + 1;
 }
 
-/// ISO 8601: weeks begin on Monday, and the first has the year's first Thursday.
-std::int64_t isoWeek(std::int64_t number) noexcept
-{
-    const std::int64_t mondayBased = (weekday(number) + 5) % 7;
-    const std::int64_t thursday = number - mondayBased + 3;
-    const Civil parts = toParts(thursday * day);
-    return (thursday - dayNumber(parts.year, 1, 1)) / 7 + 1;
-}
-
+/// What DATEPART returns.
 std::int64_t partValue(Part part, Instant instant) noexcept
 {
-    const Civil parts = toParts(instant);
+    const CivilTime parts = toParts(instant);
     switch (part) {
     case Part::Year: return parts.year;
     case Part::Quarter: return (parts.month - 1) / 3 + 1;
     case Part::Month: return parts.month;
-    case Part::DayOfYear: return dayOf(instant) - dayNumber(parts.year, 1, 1) + 1;
+    case Part::DayOfYear: return dayOf(instant) - serverDay(parts.year, 1, 1) + 1;
     case Part::Day: return parts.day;
     case Part::Week: return weekOfYear(parts);
-    case Part::Weekday: return weekday(dayOf(instant));
+    case Part::Weekday: return weekdayOfServerDay(dayOf(instant));
     case Part::IsoWeek: return isoWeek(dayOf(instant));
     case Part::Hour: return parts.hour;
     case Part::Minute: return parts.minute;
@@ -162,10 +151,10 @@ std::int64_t partValue(Part part, Instant instant) noexcept
     return 0;
 }
 
-/// Number of the period that an instant lies in; a difference counts the boundaries between two.
+/// Number of the period that contains an instant. DATEDIFF is the difference of two of them: it counts boundaries.
 std::int64_t periodOf(Part part, Instant instant) noexcept
 {
-    const Civil parts = toParts(instant);
+    const CivilTime parts = toParts(instant);
     switch (part) {
     case Part::Year: return parts.year;
     case Part::Quarter: return parts.year * std::int64_t{4} + (parts.month - 1) / 3;
@@ -175,15 +164,16 @@ std::int64_t periodOf(Part part, Instant instant) noexcept
     case Part::DayOfYear:
     case Part::Day:
     case Part::Weekday: return dayOf(instant);
-    case Part::Hour: return floorDivide(instant, hour);
-    case Part::Minute: return floorDivide(instant, minute);
-    case Part::Second: return floorDivide(instant, second);
+    case Part::Hour: return floorDivide(instant, oneHour);
+    case Part::Minute: return floorDivide(instant, oneMinute);
+    case Part::Second: return floorDivide(instant, oneSecond);
     case Part::Millisecond: return instant;
     case Part::Microsecond: return instant * 1000;
     }
     return 0;
 }
 
+/// What DATEADD returns before it is rounded; nothing outside the years 1 to 9999.
 std::optional<Instant> addParts(Part part, std::int64_t number, Instant instant) noexcept
 {
     switch (part) {
@@ -192,12 +182,12 @@ std::optional<Instant> addParts(Part part, std::int64_t number, Instant instant)
     case Part::Month: return addMonths(instant, number);
     case Part::DayOfYear:
     case Part::Day:
-    case Part::Weekday: return instant + number * day;
+    case Part::Weekday: return instant + number * oneDay;
     case Part::Week:
-    case Part::IsoWeek: return instant + number * 7 * day;
-    case Part::Hour: return instant + number * hour;
-    case Part::Minute: return instant + number * minute;
-    case Part::Second: return instant + number * second;
+    case Part::IsoWeek: return instant + number * 7 * oneDay;
+    case Part::Hour: return instant + number * oneHour;
+    case Part::Minute: return instant + number * oneMinute;
+    case Part::Second: return instant + number * oneSecond;
     case Part::Millisecond: return instant + number;
     case Part::Microsecond: return instant + number / 1000;
     }
@@ -214,31 +204,38 @@ void resultPart(Call& call, Part part)
 
 void tmDate(Call& call)
 {
-    resultDate(call, DateType::Date);
+    resultDate(call, TypeKind::Date);
 }
 
 void tmDateTime(Call& call)
 {
-    resultDate(call, DateType::DateTime);
+    resultDate(call, TypeKind::DateTime);
 }
 
 void tmSmallDateTime(Call& call)
 {
-    resultDate(call, DateType::SmallDateTime);
+    resultDate(call, TypeKind::SmallDateTime);
+}
+
+void tmDateTime2(Call& call)
+{
+    resultDate(call, TypeKind::DateTime2);
 }
 
 void tmTime(Call& call)
 {
-    resultDate(call, DateType::Time);
+    resultDate(call, TypeKind::Time);
 }
 
+/// CONVERT of a text to datetime by a style. Error 281 for an unknown style.
 void tmDateTimeStyle(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
-    const DateReading reading = readingOfStyle(call.whole(1), call.settings().dateOrder);
-    resultInstant(call, toDate(call.value(0), DateType::DateTime, reading));
+    const tsql::DateReading reading = readingOfStyle(call, call.whole(1));
+    resultInstant(call, toDate(call.value(0), TypeKind::DateTime, reading));
 }
 
+/// CONVERT of a date to text by a style, cut to a length; a negative length is none.
 void tmDateText(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
@@ -284,8 +281,8 @@ void dateName(Call& call)
     if (call.anyNull()) return call.resultNull();
     const Part part = partOf(call.text(0), "datename");
     const std::int64_t value = partValue(part, timeArgument(call, 1));
-    if (part == Part::Month) return call.result(monthNames[static_cast<std::size_t>(value - 1)]);
-    if (part == Part::Weekday) return call.result(dayNames[static_cast<std::size_t>(value - 1)]);
+    if (part == Part::Month) return call.result(english::months[static_cast<std::size_t>(value - 1)]);
+    if (part == Part::Weekday) return call.result(english::days[static_cast<std::size_t>(value - 1)]);
     call.result(std::string_view{std::to_string(value)});
 }
 
@@ -305,6 +302,7 @@ void dateAdd(Call& call)
     resultInstant(call, *moved);
 }
 
+/// The number of boundaries between two dates. Error 535 beyond 32 bits.
 void dateDiff(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
@@ -329,8 +327,8 @@ void endOfMonth(Call& call)
     if (!moved) {
         failWith(517, "Adding a value to a 'date' column caused an overflow.", std::to_string(months));
     }
-    const Civil parts = toParts(*moved);
-    resultInstant(call, dayNumber(parts.year, parts.month, daysOfMonth(parts.year, parts.month)) * day);
+    const CivilTime parts = toParts(*moved);
+    resultInstant(call, serverDay(parts.year, parts.month, daysInMonth(parts.year, parts.month)) * oneDay);
 }
 
 /// 1 for what converts to datetime; blank texts do not count here.
@@ -338,11 +336,7 @@ void isDate(Call& call)
 {
     const TextArgument text = call.text(0);
     if (call.storage(0) == Storage::Real || trimBlanks(text).empty()) return call.result(std::int64_t{0});
-    const auto stored = readStorage(text);
-    const ParsedDate parsed =
-        stored ? ParsedDate{ParsedDate::Status::Ok, *stored, 3} : parseDate(text, defaultReading(call));
-    const bool fits = parsed.status == ParsedDate::Status::Ok && parsed.fractionDigits <= 3 &&
-                      parsed.instant >= firstDateTime && roundToDateTime(parsed.instant) <= lastDate;
+    const bool fits = tsql::convertDateText(text, TypeKind::DateTime, readingOf(call)).error == 0;
     call.result(std::int64_t{fits});
 }
 
@@ -352,9 +346,9 @@ void tmDateAddDays(Call& call)
     if (call.anyNull()) return call.resultNull();
     const Instant instant = timeArgument(call, 0);
     const double days = call.real(1);
-    constexpr double furthest = 4e6;
+    constexpr double furthest = 4e6; // days; farther than any two dates, and safe to multiply
     const bool near = std::fabs(days) < furthest;
-    const double moved = near ? days * static_cast<double>(day) : 0.0;
+    const double moved = near ? days * static_cast<double>(oneDay) : 0.0;
     const Instant target = roundToDateTime(instant + std::llround(moved));
     if (!near || target < firstDateTime || target > lastDate) {
         failWith(8115, "Arithmetic overflow error converting expression to data type datetime.", call.text(1));
@@ -366,7 +360,7 @@ void tmDateDiffDays(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
     const Instant difference = timeArgument(call, 0) - timeArgument(call, 1);
-    call.result(static_cast<double>(difference) / static_cast<double>(day));
+    call.result(static_cast<double>(difference) / static_cast<double>(oneDay));
 }
 
 } // namespace tamarok::embedded::functions

@@ -4,7 +4,8 @@
 #include <string_view>
 
 #include "functions/call.h"
-#include "functions/names.h"
+
+#include "tamarok/english_dates.h"
 
 namespace tamarok::embedded::functions {
 
@@ -59,6 +60,7 @@ constexpr std::array stylePatterns = {StylePattern{0, "b e Y I:MP"},
                                       StylePattern{126, "Y-m-dTH:M:SF"},
                                       StylePattern{127, "Y-m-dTH:M:SFZ"}};
 
+/// Appends a number, filled on the left to `digits` characters.
 void appendNumber(std::string& text, std::int32_t number, std::size_t digits, char fill = '0')
 {
     const std::string plain = std::to_string(number);
@@ -66,14 +68,15 @@ void appendNumber(std::string& text, std::int32_t number, std::size_t digits, ch
     text += plain;
 }
 
-void appendPart(std::string& text, char letter, const Civil& parts)
+/// Appends what one letter of a pattern stands for; any other character stands for itself.
+void appendPart(std::string& text, char letter, const CivilTime& parts)
 {
     const std::int32_t hourOfTwelve = parts.hour % 12 == 0 ? 12 : parts.hour % 12;
     switch (letter) {
     case 'Y': return appendNumber(text, parts.year, 4);
     case 'y': return appendNumber(text, parts.year % 100, 2);
     case 'm': return appendNumber(text, parts.month, 2);
-    case 'b': text += monthNames[static_cast<std::size_t>(parts.month - 1)].substr(0, shortNameLength); return;
+    case 'b': text += english::shortName(english::months[static_cast<std::size_t>(parts.month - 1)]); return;
     case 'd': return appendNumber(text, parts.day, 2);
     case 'e': return appendNumber(text, parts.day, 2, ' ');
     case 'H': return appendNumber(text, parts.hour, 2);
@@ -96,7 +99,7 @@ std::string dateText(Instant instant, std::int64_t style)
 {
     for (const StylePattern& entry : stylePatterns) {
         if (entry.style != style) continue;
-        const Civil parts = toParts(instant);
+        const CivilTime parts = toParts(instant);
         std::string text;
         for (const char letter : entry.pattern)
             appendPart(text, letter, parts);

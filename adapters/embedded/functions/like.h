@@ -15,7 +15,7 @@ public:
     /// Whether the whole text matches. @param ignoreBlanks  trailing blanks of the text need no match
     bool matches(std::string_view text, bool ignoreBlanks) const noexcept;
 
-    /// 1-based position of the first character that the part behind a leading "%" matches, 0 where there is none.
+    /// 1-based position of the first character that the part after a leading "%" matches; 0 for no match.
     std::int64_t find(std::string_view text) const noexcept;
 
     char32_t escape() const noexcept { return escape_; }

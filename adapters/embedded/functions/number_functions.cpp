@@ -44,6 +44,7 @@ double positive(Call& call, std::size_t index)
     return number;
 }
 
+/// Limits the places of ROUND to a range that has no effect on the result.
 std::int32_t placesOf(std::int64_t places) noexcept
 {
     constexpr std::int64_t furthest = 400; // beyond the digits of any double
@@ -52,6 +53,7 @@ std::int32_t placesOf(std::int64_t places) noexcept
 
 } // namespace
 
+/// ABS: the one whole number without a positive counterpart is error 8115.
 void absolute(Call& call)
 {
     if (call.isNull(0)) return call.resultNull();
@@ -74,6 +76,7 @@ void sign(Call& call)
     call.result(static_cast<double>((number > 0.0) - (number < 0.0)));
 }
 
+/// ROUND(number, places [, function]): with a function other than 0, cuts.
 void round(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
@@ -81,7 +84,7 @@ void round(Call& call)
     const bool cut = call.count() > 2 && call.whole(2) != 0;
     if (!isWhole(call, 0)) {
         const double number = call.real(0);
-        return call.result(cut ? cutToPlaces(number, places) : roundHalfAway(number, places));
+        return call.result(cut ? truncateTo(number, places) : roundHalfAway(number, places));
     }
     const std::int64_t number = call.whole(0);
     std::int64_t rounded = 0;

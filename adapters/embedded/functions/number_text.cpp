@@ -1,45 +1,16 @@
 #include "functions/number_text.h"
 
-#include <array>
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstring>
 #include <limits>
 
-#include "tamarok/powers_of_ten.h"
+#include "tamarok/decimal_digits.h"
 
 namespace tamarok::embedded::functions {
 
 namespace {
-
-constexpr std::int32_t significantDigits = 15;
-constexpr auto exactPowers = static_cast<std::int32_t>(powersOfTen.size()) - 1;
-
-double scaleDown(double whole, std::int32_t places) noexcept
-{
-    if (places >= 0) {
-        return places <= exactPowers ? whole / powersOfTen[static_cast<std::size_t>(places)]
-                                     : whole * std::pow(10.0, -places);
-    }
-    return -places <= exactPowers ? whole * powersOfTen[static_cast<std::size_t>(-places)]
-                                  : whole * std::pow(10.0, -places);
-}
-
-/// Keeps the digits down to `places` of the 15-digit form. The kept digits are a whole number below
-/// 10^15, so that one correctly rounded division gives the nearest double.
-double roundDigits(double number, std::int32_t places, bool cut) noexcept
-{
-    const DecimalDigits form = decimalDigits(number);
-    const std::int64_t kept = std::int64_t{form.exponent} + 1 + places;
-    if (kept >= significantDigits) return number;
-    if (kept < 0) return 0.0;
-    std::int64_t whole = 0;
-    for (std::int64_t index = 0; index < kept; ++index)
-        whole = whole * 10 + (form.digits[index] - '0');
-    if (!cut && form.digits[kept] >= '5') ++whole;
-    const double result = scaleDown(static_cast<double>(whole), places);
-    return form.negative && whole != 0 ? -result : result;
-}
 
 /// "e+6" as charconv has it becomes "e+006".
 std::string_view widenExponent(std::span<char, 40> buffer, char* end) noexcept
@@ -60,48 +31,25 @@ std::string_view widenExponent(std::span<char, 40> buffer, char* end) noexcept
 
 } // namespace
 
-DecimalDigits decimalDigits(double number) noexcept
-{
-    std::array<char, 40> text{};
-    const double size = std::fabs(number);
-    const auto written = std::to_chars(text.data(), text.data() + text.size(), size, std::chars_format::scientific,
-                                       significantDigits - 1);
-    DecimalDigits form;
-    form.negative = std::signbit(number);
-    form.digits[0] = text[0];
-    std::memcpy(form.digits + 1, text.data() + 2, significantDigits - 1);
-    const char* exponent = text.data() + 2 + (significantDigits - 1) + 1; // behind the 'e'
-    if (*exponent == '+') ++exponent;
-    std::from_chars(exponent, written.ptr, form.exponent);
-    return form;
-}
-
 double roundHalfAway(double number, std::int32_t places) noexcept
 {
     if (number == 0.0 || !std::isfinite(number)) return number;
-    const double size = std::fabs(number);
-    if (places >= 0 && places <= significantDigits) {
-        const double scaled = size * powersOfTen[static_cast<std::size_t>(places)];
-        if (scaled < 1e14) {
-            const double whole = std::floor(scaled);
-            const double rest = scaled - whole;
-            // Far enough from a half, the double and its 15-digit form round alike.
-            if (std::fabs(rest - 0.5) > scaled * 2e-14) {
-                const double rounded = rest > 0.5 ? whole + 1.0 : whole;
-                const double result = rounded / powersOfTen[static_cast<std::size_t>(places)];
-                return number < 0.0 && rounded != 0.0 ? -result : result;
-            }
-        }
-    }
-    return roundDigits(number, places, false);
+    DecimalDigits form = decimalDigits(number);
+    if (form.point + places >= maxSignificantDigits) return number;
+    form.roundTo(places);
+    return form.value();
 }
 
-double cutToPlaces(double number, std::int32_t places) noexcept
+double truncateTo(double number, std::int32_t places) noexcept
 {
     if (number == 0.0 || !std::isfinite(number)) return number;
-    return roundDigits(number, places, true);
+    DecimalDigits form = decimalDigits(number);
+    if (form.point + places >= maxSignificantDigits) return number;
+    form.truncateTo(places);
+    return form.value();
 }
 
+/// Works on the magnitude, since the smallest 64-bit number has no positive counterpart.
 bool roundWhole(std::int64_t number, std::int32_t places, bool cut, std::int64_t& result) noexcept
 {
     if (places >= 0) {
@@ -147,19 +95,16 @@ std::string_view writeFloat(double number, std::int32_t style, std::span<char, 4
 
 std::string decimalText(double number, std::int32_t scale)
 {
-    const double rounded = roundHalfAway(number, scale);
-    const DecimalDigits form = decimalDigits(rounded);
+    // Only the message of an overflow error can name such a number.
+    if (!std::isfinite(number)) return number < 0.0 ? "-inf" : "inf";
+    const DecimalDigits form = decimalDigits(roundHalfAway(number, scale));
     std::string text;
-    if (form.negative && rounded != 0.0) text += '-';
-    const auto digitAt = [&form](std::int32_t power) { // digit of 10^power
-        const std::int32_t index = form.exponent - power;
-        return index >= 0 && index < significantDigits ? form.digits[index] : '0';
-    };
-    for (std::int32_t power = form.exponent > 0 ? form.exponent : 0; power >= 0; --power)
-        text += digitAt(power);
+    if (form.negative) text += '-';
+    for (std::int32_t place = std::max(form.point - 1, 0); place >= 0; --place)
+        text += form.at(place);
     if (scale > 0) text += '.';
-    for (std::int32_t place = 1; place <= scale; ++place)
-        text += digitAt(-place);
+    for (std::int32_t decimal = 1; decimal <= scale; ++decimal)
+        text += form.at(-decimal);
     return text;
 }
 

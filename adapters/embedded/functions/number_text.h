@@ -5,28 +5,22 @@
 #include <string>
 #include <string_view>
 
-/// Numbers as the server prints and rounds them. Decimals lie in the file as doubles, so everything
-/// that looks at decimal places looks at the 15-digit decimal form of the double.
+/// Numbers as the server prints and rounds them. The file holds decimals as doubles, so every decimal place is one
+/// of the double's 15-digit form (tamarok/decimal_digits.h).
 namespace tamarok::embedded::functions {
 
-/// The 15 significant decimal digits of a number: d.dddddddddddddd times 10^exponent.
-struct DecimalDigits {
-    bool negative = false;
-    char digits[15]; ///< characters '0' to '9'
-    std::int32_t exponent = 0;
-};
-DecimalDigits decimalDigits(double number) noexcept;
-
-/// Rounds to `places` decimals (negative ones before the point), halves away from zero.
+/// Rounds to `places` decimals, half away from zero; below 0 to tens, hundreds and so on.
 double roundHalfAway(double number, std::int32_t places) noexcept;
-/// The same by cutting the further places off.
-double cutToPlaces(double number, std::int32_t places) noexcept;
-/// Whole numbers, `places` < 0; false where the result leaves 64 bits.
+/// Drops the decimals after the first `places`, below 0 tens, hundreds and so on.
+double truncateTo(double number, std::int32_t places) noexcept;
+/// Rounds a whole number to tens, hundreds and so on (`places` below 0), half away from zero or, with `cut`,
+/// towards zero. Returns false if the result leaves 64 bits.
 bool roundWhole(std::int64_t number, std::int32_t places, bool cut, std::int64_t& result) noexcept;
 
-/// Both write into `buffer` and give the text in it.
+/// Writes a whole number into `buffer` and returns its text.
 std::string_view writeWhole(std::int64_t number, std::span<char, 40> buffer) noexcept;
-/// CONVERT of a float. @param style 0: at most 6 digits; 1: 8 digits and 2: 16 digits, 3: 17 digits, with exponent
+/// Writes a float as CONVERT does and returns its text.
+/// @param style 0: at most 6 digits; with an exponent 1: 8 digits, 2: 16 digits, 3: 17 digits
 std::string_view writeFloat(double number, std::int32_t style, std::span<char, 40> buffer) noexcept;
 
 /// A number with exactly `scale` decimals (0 to 38), rounded half away from zero.

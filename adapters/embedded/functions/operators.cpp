@@ -5,7 +5,7 @@
 #include "functions/catalog.h"
 #include "functions/collation.h"
 #include "functions/conversion.h"
-#include "functions/date_parse.h"
+#include "functions/date_conversion.h"
 
 /// Arithmetic and comparison as the server does them.
 namespace tamarok::embedded::functions {
@@ -81,7 +81,7 @@ WholeType wholeTypeOf(const Call& call) noexcept
 
 bool isStoredDate(const Call& call, std::size_t index)
 {
-    return call.storage(index) == Storage::Text && readStorage(call.text(index)).has_value();
+    return call.storage(index) == Storage::Text && readStored(call.text(index)).has_value();
 }
 
 struct RuntimeOperator {
@@ -119,16 +119,15 @@ double remainderReal(double a, double b)
 /// Moves the date argument `date` by the number argument `number`.
 void resultMoved(Call& call, std::size_t date, std::size_t number, double direction)
 {
-    const Instant instant = *readStorage(call.text(date));
+    const Instant instant = *readStored(call.text(date));
     const double days = direction * call.real(number);
-    constexpr double furthest = 4e6;
+    constexpr double furthest = 4e6; // days; farther than any two dates, and safe to multiply
     const bool near = std::fabs(days) < furthest;
-    const Instant moved = instant + (near ? std::llround(days * static_cast<double>(day)) : lastDate);
-    const Instant fitted = fitDate(moved, DateType::DateTime, false, call.text(number));
-    char buffer[storageLength];
-    call.result(writeStorage(fitted, buffer));
+    const Instant moved = instant + (near ? std::llround(days * static_cast<double>(oneDay)) : lastDate);
+    resultInstant(call, fitDate(moved, TypeKind::DateTime, call.text(number)));
 }
 
+/// Two whole numbers are compared as such, since a double would round those beyond 2^53.
 int compareNumbers(const Call& call)
 {
     if (call.storage(0) == Storage::Real || call.storage(1) == Storage::Real) {
@@ -142,10 +141,12 @@ int compareNumbers(const Call& call)
     return (a > b) - (a < b);
 }
 
+/// A text against a date is converted to datetime first.
 int compareDates(const Call& call)
 {
-    const Instant a = toDate(call.value(0), DateType::DateTime, defaultReading(call));
-    const Instant b = toDate(call.value(1), DateType::DateTime, defaultReading(call));
+    const tsql::DateReading reading = readingOf(call);
+    const Instant a = toDate(call.value(0), TypeKind::DateTime, reading);
+    const Instant b = toDate(call.value(1), TypeKind::DateTime, reading);
     return (a > b) - (a < b);
 }
 

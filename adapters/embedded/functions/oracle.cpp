@@ -5,8 +5,7 @@
 
 #include "functions/catalog.h"
 #include "functions/conversion.h"
-#include "functions/date_parse.h"
-#include "functions/names.h"
+#include "functions/date_conversion.h"
 #include "functions/number_text.h"
 #include "functions/oracle_format.h"
 
@@ -60,32 +59,27 @@ void resultPadded(Call& call, bool before)
 std::optional<Instant> storedDate(const Call& call, std::size_t index)
 {
     if (call.storage(index) != Storage::Text) return std::nullopt;
-    return readStorage(call.text(index));
-}
-
-void resultInstant(Call& call, Instant instant)
-{
-    char buffer[storageLength];
-    call.result(writeStorage(instant, buffer));
+    return readStored(call.text(index));
 }
 
 /// TRUNC(date [, unit]): the first instant of the day, month, quarter or year.
 Instant truncated(Instant instant, std::string_view unit)
 {
-    Civil parts = toParts(instant);
+    CivilTime parts = toParts(instant);
     parts.hour = parts.minute = parts.second = parts.millisecond = 0;
-    if (equalsAscii(unit, "DD") || equalsAscii(unit, "DDD") || equalsAscii(unit, "J")) return fromParts(parts);
+    if (text::equalsNoCase(unit, "DD") || text::equalsNoCase(unit, "DDD") || text::equalsNoCase(unit, "J"))
+        return fromParts(parts);
     parts.day = 1;
     for (const std::string_view name : {"MM", "MON", "MONTH"}) {
-        if (equalsAscii(unit, name)) return fromParts(parts);
+        if (text::equalsNoCase(unit, name)) return fromParts(parts);
     }
-    if (equalsAscii(unit, "Q")) {
+    if (text::equalsNoCase(unit, "Q")) {
         parts.month = (parts.month - 1) / 3 * 3 + 1;
         return fromParts(parts);
     }
     parts.month = 1;
     for (const std::string_view name : {"YYYY", "YEAR", "YY", "Y"}) {
-        if (equalsAscii(unit, name)) return fromParts(parts);
+        if (text::equalsNoCase(unit, name)) return fromParts(parts);
     }
     failWith(1898, "Too many or unknown precision specifiers.", unit);
 }
@@ -154,7 +148,7 @@ void trunc(Call& call)
     }
     const std::int64_t places = call.count() > 1 ? std::clamp<std::int64_t>(call.whole(1), -400, 400) : 0;
     if (call.storage(0) != Storage::Whole) {
-        return call.result(cutToPlaces(call.real(0), static_cast<std::int32_t>(places)));
+        return call.result(truncateTo(call.real(0), static_cast<std::int32_t>(places)));
     }
     std::int64_t cut = 0;
     roundWhole(call.whole(0), static_cast<std::int32_t>(places), true, cut);
@@ -191,7 +185,7 @@ void toDateOfMask(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
     if (call.count() == 1 || storedDate(call, 0)) {
-        return resultInstant(call, toDate(call.value(0), DateType::Date, defaultReading(call)));
+        return resultInstant(call, toDate(call.value(0), TypeKind::Date, readingOf(call)));
     }
     resultInstant(call, oracleDate(call.text(0), call.text(1)));
 }

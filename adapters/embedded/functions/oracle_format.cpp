@@ -6,9 +6,11 @@
 #include <vector>
 
 #include "functions/call.h"
-#include "functions/names.h"
 #include "functions/number_text.h"
 
+#include "tamarok/decimal_digits.h"
+#include "tamarok/english_dates.h"
+#include "tamarok/pivot_years.h"
 #include "tamarok/text.h"
 
 namespace tamarok::embedded::functions {
@@ -45,7 +47,7 @@ struct ElementName {
     std::size_t digits; ///< at most, 0 where it is no number
 };
 
-/// A longer name stands before each of its beginnings.
+/// A name stands before every name that it begins with: the first match wins.
 constexpr std::array elementNames = {
     ElementName{"YYYY", Element::Year4, 4},      ElementName{"RRRR", Element::Year4, 4},
     ElementName{"YY", Element::Year2, 2},        ElementName{"RR", Element::Year2, 2},
@@ -87,7 +89,7 @@ MaskPart nextPart(std::string_view mask, std::size_t& at)
     }
     for (const ElementName& entry : elementNames) {
         const std::string_view spelled = rest.substr(0, entry.name.size());
-        if (!equalsAscii(spelled, entry.name)) continue;
+        if (!text::equalsNoCase(spelled, entry.name)) continue;
         at += spelled.size();
         return {entry.element, spelled, entry.digits};
     }
@@ -102,7 +104,7 @@ std::vector<MaskPart> partsOf(std::string_view mask)
     return parts;
 }
 
-/// The name in the mask's own spelling: MON, Mon or mon; long names padded to the longest.
+/// The name in the case of the mask: MON, Mon or mon. Long names are padded to the longest.
 std::string nameText(std::string_view name, std::string_view spelled, bool compact)
 {
     constexpr std::size_t longestName = 9;
@@ -113,15 +115,15 @@ std::string nameText(std::string_view name, std::string_view spelled, bool compa
     } else if (!isSmall(spelled[1])) {
         text = text::toUpper(std::string_view{text});
     }
-    const bool isLong = spelled.size() > 3 || equalsAscii(spelled, "DAY");
+    const bool isLong = spelled.size() > 3 || text::equalsNoCase(spelled, "DAY");
     if (isLong && !compact && text.size() < longestName) text.append(longestName - text.size(), ' ');
     return text;
 }
 
-std::int64_t partNumber(Element element, Instant instant, const Civil& parts) noexcept
+std::int64_t partNumber(Element element, Instant instant, const CivilTime& parts) noexcept
 {
     const std::int64_t number = dayOf(instant);
-    const std::int64_t dayOfYear = number - dayNumber(parts.year, 1, 1) + 1;
+    const std::int64_t dayOfYear = number - serverDay(parts.year, 1, 1) + 1;
     switch (element) {
     case Element::Year4: return parts.year;
     case Element::Year2: return parts.year % 100;
@@ -132,13 +134,10 @@ std::int64_t partNumber(Element element, Instant instant, const Civil& parts) no
     case Element::Second: return parts.second;
     case Element::DayOfYear: return dayOfYear;
     case Element::Day: return parts.day;
-    case Element::Weekday: return weekday(number);
+    case Element::Weekday: return weekdayOfServerDay(number);
     case Element::Quarter: return (parts.month - 1) / 3 + 1;
     case Element::Week: return (dayOfYear - 1) / 7 + 1;
-    case Element::IsoWeek: {
-        const std::int64_t thursday = number - (weekday(number) + 5) % 7 + 3;
-        return (thursday - dayNumber(toParts(thursday * day).year, 1, 1)) / 7 + 1;
-    }
+    case Element::IsoWeek: return isoWeek(number);
     case Element::Fraction: return parts.millisecond;
     default: return 0;
     }
@@ -204,13 +203,13 @@ private:
         if (part.digits > 0) return setNumber(part.element, readNumber(part.digits));
         const std::string_view word = readWord();
         if (part.element == Element::HalfOfDay) {
-            afternoon_ = equalsAscii(word, "PM");
-            forenoon_ = equalsAscii(word, "AM");
+            afternoon_ = text::equalsNoCase(word, "PM");
+            forenoon_ = text::equalsNoCase(word, "AM");
             if (!afternoon_ && !forenoon_) failText();
             return;
         }
         if (part.element == Element::MonthName || part.element == Element::MonthShort) {
-            civil_.month = monthOfName(word);
+            civil_.month = english::monthOf(word);
             if (civil_.month == 0) failText();
         }
     }
@@ -232,7 +231,7 @@ private:
     {
         switch (element) {
         case Element::Year4:
-        case Element::Year2: civil_.year = lastDigits_ > 2 ? number : number + (number < 50 ? 2000 : 1900); return;
+        case Element::Year2: civil_.year = lastDigits_ > 2 ? number : pivot::databaseText.fullYear(number); return;
         case Element::Month: civil_.month = number; return;
         case Element::Day: civil_.day = number; return;
         case Element::Hour24:
@@ -254,7 +253,7 @@ private:
     std::size_t lastDigits_ = 0;
     bool afternoon_ = false;
     bool forenoon_ = false;
-    Civil civil_;
+    CivilTime civil_ = tsql::serverEpoch;
 };
 
 struct NumberMask {
@@ -273,14 +272,14 @@ NumberMask parseNumberMask(std::string_view mask)
 {
     NumberMask form;
     std::string_view rest = mask;
-    if (equalsAscii(rest.substr(0, 2), "FM")) {
+    if (text::equalsNoCase(rest.substr(0, 2), "FM")) {
         form.compact = true;
         rest.remove_prefix(2);
     }
     if (!rest.empty() && (rest.front() == 'S' || rest.front() == 's')) {
         form.signFirst = true;
         rest.remove_prefix(1);
-    } else if (rest.size() >= 2 && equalsAscii(rest.substr(rest.size() - 2), "MI")) {
+    } else if (rest.size() >= 2 && text::equalsNoCase(rest.substr(rest.size() - 2), "MI")) {
         form.minusLast = true;
         rest.remove_suffix(2);
     } else if (!rest.empty() && (rest.back() == 'S' || rest.back() == 's')) {
@@ -305,7 +304,7 @@ NumberMask parseNumberMask(std::string_view mask)
     return form;
 }
 
-/// Whole digits right-justified under the mask's places, marks only behind printed digits.
+/// Writes the whole digits right-aligned to the places of the mask. A separator is printed only after a digit.
 std::string placeDigits(const NumberMask& form, const std::string& digits)
 {
     std::string text;
@@ -325,28 +324,19 @@ std::string placeDigits(const NumberMask& form, const std::string& digits)
 
 std::string oracleDateText(Instant instant, std::string_view mask)
 {
-    const Civil civil = toParts(instant);
+    const CivilTime civil = toParts(instant);
+    const std::string_view month = english::months[static_cast<std::size_t>(civil.month - 1)];
+    const std::string_view weekday = english::days[static_cast<std::size_t>(weekdayOfServerDay(dayOf(instant)) - 1)];
     std::string result;
     bool compact = false;
     for (const MaskPart& part : partsOf(mask)) {
         switch (part.element) {
         case Element::Compact: compact = !compact; break;
         case Element::Literal: result += part.text; break;
-        case Element::MonthName:
-            result += nameText(monthNames[static_cast<std::size_t>(civil.month - 1)], part.text, compact);
-            break;
-        case Element::MonthShort:
-            result += nameText(monthNames[static_cast<std::size_t>(civil.month - 1)].substr(0, shortNameLength),
-                               part.text, true);
-            break;
-        case Element::DayName:
-            result += nameText(dayNames[static_cast<std::size_t>(weekday(dayOf(instant)) - 1)], part.text, compact);
-            break;
-        case Element::DayShort:
-            result +=
-                nameText(dayNames[static_cast<std::size_t>(weekday(dayOf(instant)) - 1)].substr(0, shortNameLength),
-                         part.text, true);
-            break;
+        case Element::MonthName: result += nameText(month, part.text, compact); break;
+        case Element::MonthShort: result += nameText(english::shortName(month), part.text, true); break;
+        case Element::DayName: result += nameText(weekday, part.text, compact); break;
+        case Element::DayShort: result += nameText(english::shortName(weekday), part.text, true); break;
         case Element::HalfOfDay: result += nameText(civil.hour < 12 ? "AM" : "PM", part.text, true); break;
         default: {
             const std::string digits = std::to_string(partNumber(part.element, instant, civil));
@@ -397,14 +387,12 @@ std::string oracleNumberText(double number)
     if (number == 0.0) return "0";
     constexpr std::int32_t widest = 40;
     const DecimalDigits form = decimalDigits(number);
-    if (form.exponent >= widest || form.exponent < -widest) {
+    const std::int32_t exponent = form.point - 1;
+    if (exponent >= widest || exponent < -widest) {
         char buffer[40];
         return std::string{writeFloat(number, 2, buffer)};
     }
-    std::int32_t last = 14;
-    while (last > 0 && form.digits[last] == '0')
-        --last;
-    const std::int32_t scale = std::max(last - form.exponent, 0);
+    const std::int32_t scale = std::max(form.count - form.point, 0);
     std::string text = decimalText(number, scale);
     const std::size_t zero = form.negative ? 1 : 0;
     if (text.size() > zero + 1 && text[zero] == '0' && text[zero + 1] == '.') text.erase(zero, 1);

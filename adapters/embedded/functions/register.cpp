@@ -52,6 +52,7 @@ constexpr FunctionEntry functionEntries[] = {
     {"tm_char", 2, pure, &invoke<tmChar>},
     {"tm_date", 1, pure, &invoke<tmDate>},
     {"tm_datetime", 1, pure, &invoke<tmDateTime>},
+    {"tm_datetime2", 1, pure, &invoke<tmDateTime2>},
     {"tm_smalldatetime", 1, pure, &invoke<tmSmallDateTime>},
     {"tm_time", 1, pure, &invoke<tmTime>},
     {"tm_datetimestyle", 2, pure, &invoke<tmDateTimeStyle>},

@@ -31,7 +31,7 @@ std::string_view cutBlanksBefore(std::string_view text) noexcept
     return text;
 }
 
-/// Byte offset behind `needle` where it stands at `at` of `text`, without regard to case; npos where not.
+/// Byte offset after `needle` if `text` has it at `at`, without regard to case; npos otherwise.
 std::size_t matchFolded(std::string_view text, std::size_t at, std::string_view needle) noexcept
 {
     std::size_t in = 0;
@@ -47,7 +47,7 @@ std::size_t count(std::int64_t number) noexcept
     return static_cast<std::size_t>(std::max<std::int64_t>(number, 0));
 }
 
-/// Code page 1252 between 0x80 and 0x9F; what it leaves open stands for itself.
+/// Code page 1252 between 0x80 and 0x9F. An undefined code is the code point of the same number.
 constexpr std::array<char32_t, 32> codePage1252 = {0x20AC, 0x81,   0x201A, 0x192,  0x201E, 0x2026, 0x2020, 0x2021,
                                                    0x2C6,  0x2030, 0x160,  0x2039, 0x152,  0x8D,   0x17D,  0x8F,
                                                    0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
@@ -111,7 +111,7 @@ void right(Call& call)
     call.result(text::right(text, count(size)));
 }
 
-/// The part ends before position start + length, wherever start lies.
+/// The part ends before position start + length, even if start is below 1.
 void substring(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
@@ -163,7 +163,7 @@ void replace(Call& call)
     call.result(std::string_view{replaced});
 }
 
-/// Null where the position lies outside the text or the length is negative; a Null replacement only deletes.
+/// Returns Null if the position is outside the text or the length is negative. A Null replacement only deletes.
 void stuff(Call& call)
 {
     if (call.isNull(0) || call.isNull(1) || call.isNull(2)) return call.resultNull();
@@ -267,7 +267,7 @@ void nationalCharacter(Call& call)
     if (call.isNull(0)) return call.resultNull();
     const std::int64_t code = call.whole(0);
     if (code < 0 || code > 0xFFFF) return call.resultNull();
-    const bool surrogate = code >= 0xD800 && code <= 0xDFFF; // half a character has no text of its own
+    const bool surrogate = code >= 0xD800 && code <= 0xDFFF; // half of a surrogate pair has no UTF-8 form
     resultCharacter(call, surrogate ? U'\uFFFD' : static_cast<char32_t>(code));
 }
 

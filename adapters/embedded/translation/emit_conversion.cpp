@@ -1,5 +1,6 @@
 #include <limits>
 
+#include "tamarok_tsql/date_text.h"
 #include "tamarok_tsql/literals.h"
 #include "tamarok_tsql/type_rules.h"
 #include "translation/emitter.h"
@@ -25,7 +26,7 @@ constexpr ConversionRow conversions[] = {
     {TypeKind::Date, "tm_date"},
     {TypeKind::SmallDateTime, "tm_smalldatetime"},
     {TypeKind::DateTime, "tm_datetime"},
-    {TypeKind::DateTime2, "tm_datetime"},
+    {TypeKind::DateTime2, "tm_datetime2"},
     {TypeKind::Time, "tm_time"},
     {TypeKind::Char, "tm_char"},
     {TypeKind::NChar, "tm_nchar"},
@@ -116,17 +117,13 @@ bool Emitter::literalNumber(const TextExpr& text, const Type& target)
 
 bool Emitter::literalDate(const TextExpr& text, const Type& target, BadDate badDate)
 {
-    const std::optional<std::string> stored = storedDate(textValue(text.raw), order_, target.kind);
-    if (stored) {
-        writeText(*stored);
-    } else if (badDate == BadDate::Refused && target.kind == TypeKind::SmallDateTime) {
-        source_.refuse(text.offset, 295,
-                       "Conversion failed when converting character string to smalldatetime data type.", "22007");
+    const auto conversion = tsql::convertDateText(textValue(text.raw), target.kind, tsql::readingOf(order_));
+    if (conversion.error == 0) {
+        writeText(tsql::storedText(conversion.instant));
     } else if (badDate == BadDate::Refused) {
-        source_.refuse(text.offset, 241, "Conversion failed when converting date and/or time from character string.",
-                       "22007");
+        source_.refuse(text.offset, conversion.error, tsql::dateErrorMessage(conversion.error, target.kind), "22007");
     }
-    return stored.has_value();
+    return conversion.error == 0;
 }
 
 bool Emitter::literalAs(const Expr& expr, const Type& target, BadDate badDate)

@@ -1,4 +1,5 @@
 #include "statement_cache.h"
+#include "stored_date.h"
 #include "tamarok_embedded/connect.h"
 #include "test_database.h"
 

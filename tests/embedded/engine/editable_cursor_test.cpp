@@ -1,3 +1,6 @@
+#include <memory>
+#include <sqlite3.h>
+
 #include "test_database.h"
 
 namespace tamarok::embedded::test {
@@ -108,19 +111,17 @@ TEST_F(EditableRows, aStandingCursorKeepsNoSnapshotOpen)
     const auto cursor = openEditable(connection_, "SELECT ID FROM T");
     ASSERT_TRUE(cursor->next());
     cursor->lockRow(cursor->rowKey());
-    // With an old snapshot in use the log could not be taken back to its beginning.
+    // An old snapshot in use would keep SQLite from truncating its log.
     const auto other = connect(folder_ / "a.db");
-    for (int i = 0; i < 3000; ++i) {
-        if (i % 100 == 0) {
-            other->session().begin();
-        }
-        run(other, "INSERT INTO T (S) VALUES ('abcde')");
-        run(other, "UPDATE T SET N = " + std::to_string(i) + " WHERE ID = 2");
-        if (i % 100 == 99) {
-            other->session().commit();
-        }
-    }
-    EXPECT_LT(std::filesystem::file_size(folder_ / "a.db-wal"), 8U * 1024 * 1024);
+    run(other, "INSERT INTO T (S) VALUES ('abcde')");
+    EXPECT_GT(std::filesystem::file_size(folder_ / "a.db-wal"), 0U);
+    sqlite3* opened = nullptr;
+    ASSERT_EQ(sqlite3_open((folder_ / "a.db").c_str(), &opened), SQLITE_OK);
+    const std::unique_ptr<sqlite3, int (*)(sqlite3*)> bare{opened, &sqlite3_close};
+    // SQLite opens the log with the first read; a checkpoint before it does nothing.
+    ASSERT_EQ(sqlite3_exec(bare.get(), "SELECT count(*) FROM sqlite_schema", nullptr, nullptr, nullptr), SQLITE_OK);
+    EXPECT_EQ(sqlite3_wal_checkpoint_v2(bare.get(), nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr), SQLITE_OK);
+    EXPECT_EQ(std::filesystem::file_size(folder_ / "a.db-wal"), 0U);
 }
 
 } // namespace

@@ -36,7 +36,7 @@ protected:
         EXPECT_EQ(error.sqlState, "HYT00");
         EXPECT_EQ(error.statement, text);
         EXPECT_NE(error.description.find("Timeout expired"), std::string::npos) << error.description;
-        EXPECT_GE(waited, std::chrono::milliseconds{990});
+        EXPECT_GE(waited, std::chrono::seconds{1}); // the whole time-out
     }
 
     Folder folder_;

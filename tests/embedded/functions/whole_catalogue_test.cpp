@@ -21,7 +21,7 @@ constexpr std::array values = {"NULL",
                                "x'FF00'"};
 
 /// A failure is "error NUMBER:message", or SQLite's own refusal of a text that is too long.
-bool isProperAnswer(const std::string& answer)
+bool isValueOrNumberedError(const std::string& answer)
 {
     if (!answer.starts_with("error ")) return !answer.starts_with("refused");
     const std::size_t colon = answer.find(':');
@@ -44,9 +44,12 @@ void callWithEverything(ScratchDatabase& database, const std::string& name, std:
         }
         call += ')';
         const std::string answer = database.evaluate(call);
-        ASSERT_TRUE(isProperAnswer(answer)) << call << " gives " << answer;
+        ASSERT_TRUE(isValueOrNumberedError(answer)) << call << " gives " << answer;
     }
 }
+
+/// Entries of the catalogue in functions/register.cpp, aggregates excluded; a new function raises the number.
+constexpr int registeredFunctions = 142;
 
 /// Every function with every combination of awkward values: an answer, or an error with a number.
 TEST(WholeCatalogue, AnswersOrFailsWithANumber)
@@ -56,7 +59,7 @@ TEST(WholeCatalogue, AnswersOrFailsWithANumber)
     const std::string ours = " FROM pragma_function_list WHERE builtin = 0 AND type IN ('s','w') AND flags & " +
                              std::to_string(SQLITE_INNOCUOUS);
     const std::string count = database.rows("SELECT count(*)" + ours);
-    ASSERT_GE(std::stoi(count), 120);
+    ASSERT_EQ(std::stoi(count), registeredFunctions);
     for (int index = 0; index < std::stoi(count); ++index) {
         const std::string from = ours + " LIMIT 1 OFFSET " + std::to_string(index);
         const std::string name = database.rows("SELECT name" + from);

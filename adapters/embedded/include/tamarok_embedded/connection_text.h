@@ -7,13 +7,13 @@
 
 namespace tamarok::embedded {
 
-struct ConnectionWish {
+struct ConnectionTarget {
     std::string file;
     OpenOptions options;
 };
 
 /// Takes a connection text apart; see connectText.
-ConnectionWish parseConnectionText(std::string_view text);
+ConnectionTarget parseConnectionText(std::string_view text);
 
 std::string composeConnectionText(const std::string& file, const OpenOptions& options);
 

@@ -1,13 +1,13 @@
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string_view>
 
+#include "tamarok/date_order.h"
+
 namespace tamarok::tsql {
 
-/// Order of day, month and year in date texts with slashes.
-enum class DateOrder : std::uint8_t { Mdy, Dmy, Ymd, Ydm, Myd, Dym };
+using tamarok::DateOrder;
 
 /// Reads the name of an order, such as "dmy", without regard to case; empty for an unknown name.
 std::optional<DateOrder> parseDateOrder(std::string_view name) noexcept;

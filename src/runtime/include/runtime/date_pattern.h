@@ -5,13 +5,13 @@
 #include <string_view>
 
 #include "tamarok/date.h"
+#include "tamarok/date_order.h"
 #include "tamarok/regional.h"
 
 /// What the printing and the reading of dates share.
 namespace tamarok {
 
-/// Order of the parts in a short date pattern.
-enum class DateOrder { dayMonthYear, monthDayYear, yearMonthDay, yearDayMonth };
+/// Order of the parts in a short date pattern: Dmy, Mdy, Ymd or Ydm.
 DateOrder dateOrder(std::string_view shortDate) noexcept;
 
 /// The first literal text between the parts of a short date pattern ("." of "dd.MM.yyyy").

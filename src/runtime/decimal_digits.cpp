@@ -1,8 +1,11 @@
-#include "number_digits.h"
+#include "tamarok/decimal_digits.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
+
+#include "tamarok/powers_of_ten.h"
 
 namespace tamarok {
 
@@ -22,6 +25,16 @@ void readScientific(const char* begin, const char* end, DecimalDigits& result) n
     if (mark - begin > 1) last = std::copy(begin + 2, mark, last);
     result.count = static_cast<std::int32_t>(last - result.digits.data());
     result.point = exponent + 1;
+}
+
+/// `whole` times 10 to the power of `exponent`. Both factors are exact up to 10^22, so that one operation gives the
+/// nearest double.
+double scaled(double whole, std::int32_t exponent) noexcept
+{
+    constexpr auto largestExact = static_cast<std::int32_t>(powersOfTen.size()) - 1;
+    if (exponent < -largestExact || exponent > largestExact) return whole * std::pow(10.0, exponent);
+    const double power = powersOfTen[static_cast<std::size_t>(std::abs(exponent))];
+    return exponent < 0 ? whole / power : whole * power;
 }
 
 /// Measures, whose digits are those of a whole number. False for any other number.
@@ -66,6 +79,21 @@ DecimalDigits decimalDigits(double number) noexcept
 void DecimalDigits::roundTo(std::int32_t places) noexcept
 {
     keep(point + places);
+}
+
+void DecimalDigits::truncateTo(std::int32_t places) noexcept
+{
+    count = std::clamp(point + places, 0, count);
+    trim();
+}
+
+double DecimalDigits::value() const noexcept
+{
+    std::int64_t whole = 0;
+    for (const char digit : text())
+        whole = whole * 10 + (digit - '0');
+    const double magnitude = scaled(static_cast<double>(whole), point - count);
+    return negative ? -magnitude : magnitude;
 }
 
 void DecimalDigits::keep(std::int32_t wanted) noexcept
