@@ -4,8 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "apps/child_process.h"
-#include "apps/scratch_folder.h"
+#include "apps/program.h"
 
 namespace tamarok::test {
 namespace {
@@ -35,7 +34,7 @@ std::vector<Exchange> readConversation(const std::string& name)
     return exchanges;
 }
 
-void hold(ChildProcess& host, const std::string& name, std::size_t atLeast)
+void hold(Program& host, const std::string& name, std::size_t atLeast)
 {
     const auto exchanges = readConversation(name);
     ASSERT_GE(exchanges.size(), atLeast);
@@ -51,7 +50,7 @@ void hold(ChildProcess& host, const std::string& name, std::size_t atLeast)
 
 TEST(Call, ConversationWithoutDatabase)
 {
-    ChildProcess host{{"call", "--locale", "de-AT"}};
+    Program host{{"call", "--locale", "de-AT"}};
     hold(host, "values_and_objects.txt", 60);
 }
 
@@ -59,7 +58,7 @@ TEST(Call, ConversationWithDatabase)
 {
     const ScratchFolder folder;
     const std::string file = makeDatabase(folder, 20);
-    ChildProcess host{{"call", "--db", file, "--locale", "de-AT"}};
+    Program host{{"call", "--db", file, "--locale", "de-AT"}};
     hold(host, "database.txt", 20);
 }
 
@@ -67,7 +66,7 @@ TEST(Call, FurtherConnectionsAreReachedByName)
 {
     const ScratchFolder folder;
     const std::string file = makeDatabase(folder, 5);
-    ChildProcess host{{"call"}};
+    Program host{{"call"}};
     EXPECT_EQ(host.ask(R"({"connect":"db2","db":")" + file + R"("})"),
               R"({"result":{"$ref":"db2"},"args":[],"messages":[],"sql":[]})");
     EXPECT_EQ(host.ask(R"({"query":"SELECT COUNT(*) AS N FROM LOGS","on":"db2"})"),
@@ -144,7 +143,7 @@ std::vector<std::string> brokenLines()
 
 TEST(Call, BrokenLinesAreAnsweredWithAnErrorAndTheHostGoesOn)
 {
-    ChildProcess host{{"call"}};
+    Program host{{"call"}};
     std::string input;
     for (const std::string& line : brokenLines())
         input += line + "\n{\"id\":\"alive\",\"class\":\"C_Version\",\"op\":\"DLL_Version\"}\n";
@@ -182,7 +181,7 @@ TEST(Call, AnEmptyInputEndsWithStatus0)
 
 TEST(Call, AReaderThatGoesAwayEndsTheHostQuietly)
 {
-    ChildProcess host{{"call"}};
+    Program host{{"call"}};
     host.closeOutput();
     const Outcome outcome = host.finish("{\"describe\":true}\n{\"describe\":true}\n");
     EXPECT_EQ(outcome.status, 0);

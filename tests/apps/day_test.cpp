@@ -1,7 +1,6 @@
 #include <string>
 
-#include "apps/child_process.h"
-#include "apps/scratch_folder.h"
+#include "apps/program.h"
 
 namespace tamarok::test {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "catalogue/scripted_database.h"
+#include "support/surroundings.h"
 #include "log_catalogue.h"
 #include "row_text.h"
 
@@ -8,7 +8,7 @@ namespace tamarok {
 namespace {
 
 using catalogue::RowText;
-using testing::Surroundings;
+using test::Surroundings;
 
 std::string fill(const Surroundings& with, std::string_view pattern, std::string_view version = "A2")
 {

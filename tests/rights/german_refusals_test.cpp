@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "catalogue/scripted_database.h"
+#include "support/surroundings.h"
 #include "tamarok_database/reference_database.h"
 #include "tamarok_embedded/connect.h"
 #include "tamarok_loc/loc_service.h"
@@ -92,7 +92,7 @@ private:
         return made;
     }
 
-    std::shared_ptr<testing::RecordingMessageBox> messages_ = std::make_shared<testing::RecordingMessageBox>();
+    std::shared_ptr<test::RecordingMessageBox> messages_ = std::make_shared<test::RecordingMessageBox>();
     ado::ConnectionRef inner_ = embedded::connectInMemory();
     PlatformScope scope_;
 };

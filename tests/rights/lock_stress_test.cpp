@@ -12,8 +12,6 @@
 namespace tamarok {
 namespace {
 
-using testing::ask;
-
 constexpr std::size_t stations = 16;
 constexpr int objects = 20;
 constexpr int turnsEach = 200;
@@ -29,7 +27,7 @@ constexpr int firstUser = 101;
 class LockStress : public ::testing::Test {
 protected:
     struct Station {
-        std::unique_ptr<embedded::test::Child> process;
+        std::unique_ptr<test::ChildProcess> process;
         int done = 0;
     };
 
@@ -54,7 +52,7 @@ protected:
     void start(std::size_t station)
     {
         all[station].process = database.station(userOf(station));
-        ASSERT_EQ(ask(*all[station].process, "login"), "true") << userOf(station);
+        ASSERT_EQ(all[station].process->ask("login"), "true") << userOf(station);
     }
 
     /// An object for each station: all different, or crowded on the first four.
@@ -93,7 +91,7 @@ protected:
             if (i != victim && judge(i, all[i].process->line(), crowded) && crowded) holders.push_back(i);
         EXPECT_LE(holders.size(), 4U);
         for (const std::size_t holder : holders)
-            EXPECT_EQ(ask(*all[holder].process, "release " + std::to_string(drawn[holder])), "released");
+            EXPECT_EQ(all[holder].process->ask("release " + std::to_string(drawn[holder])), "released");
     }
 
     /// Kills a station that has a lock. The one who asks next gets it, and all rows of the dead go.
@@ -101,14 +99,14 @@ protected:
     {
         const std::size_t heir = (victim + 1) % stations;
         const std::string object = std::to_string(1 + random(objects));
-        EXPECT_EQ(ask(*all[victim].process, "keep " + object), "held");
+        EXPECT_EQ(all[victim].process->ask("keep " + object), "held");
         all[victim].process->kill();
-        judge(heir, ask(*all[heir].process, "turn " + object), false);
+        judge(heir, all[heir].process->ask("turn " + object), false);
         EXPECT_EQ(database.count("ID_USERS = " + std::to_string(userOf(victim))), 0);
         start(victim);
     }
 
-    testing::LockDatabase database;
+    test::LockDatabase database;
     std::array<Station, stations> all;
     int refusals = 0;
 

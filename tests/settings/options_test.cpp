@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "catalogue/scripted_database.h"
+#include "support/surroundings.h"
 
 #include "tamarok/comm_get.h"
 #include "tamarok/comm_sql.h"
@@ -8,7 +8,7 @@
 namespace tamarok {
 namespace {
 
-using testing::Surroundings;
+using test::Surroundings;
 
 class Options : public ::testing::Test {
 protected:

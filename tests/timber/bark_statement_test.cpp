@@ -1,19 +1,19 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "catalogue/scripted_database.h"
+#include "support/surroundings.h"
 #include "timber/statements.h"
-#include "timber/surroundings.h"
+#include "support/errors.h"
 
 #include "tamarok/comm_set.h"
 
 namespace tamarok {
 namespace {
 
-using testing::expectError;
-using testing::Surroundings;
-using testing::statements::bark;
-using testing::statements::filled;
+using test::expectError;
+using test::Surroundings;
+using test::statements::bark;
+using test::statements::filled;
 
 /// The statement is written out for species FI on 17.05.2024, the fixed day of the clock.
 class BarkStatement : public ::testing::Test {

@@ -18,7 +18,7 @@
 namespace tamarok {
 namespace {
 
-class SampleMasterData : public testing::SmallDatabase {
+class SampleMasterData : public test::SmallDatabase {
 protected:
     SampleMasterData() { database::createReferenceDatabase(*connection, {.logs = 60, .seed = 11}); }
 

@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "catalogue/scripted_database.h"
-#include "timber/surroundings.h"
+#include "support/surroundings.h"
+#include "support/errors.h"
 
 #include "tamarok/comm_get.h"
 #include "tamarok/comm_set.h"
@@ -11,8 +11,8 @@
 namespace tamarok {
 namespace {
 
-using testing::expectError;
-using testing::Surroundings;
+using test::expectError;
+using test::Surroundings;
 
 class StrengthClassStatement : public ::testing::Test {
 protected:

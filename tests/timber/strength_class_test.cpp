@@ -10,9 +10,9 @@
 namespace tamarok {
 namespace {
 
-using testing::expectError;
+using test::expectError;
 
-class StrengthClass : public testing::SmallDatabase {
+class StrengthClass : public test::SmallDatabase {
 protected:
     StrengthClass()
     {
