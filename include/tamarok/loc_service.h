@@ -4,12 +4,14 @@
 #include <string>
 #include <string_view>
 
-#include "tamarok/ado.h"
 #include "tamarok/object.h"
 
 namespace tamarok {
 
 struct TmkVar;
+namespace ado {
+class Command;
+}
 
 /// The language and procedure service of the sibling library Tamarok_Loc. The library makes one
 /// for the length of an operation through `Platform::makeLocService`.
