@@ -125,7 +125,10 @@ protected:
         at.database.addValue("SELECT ID FROM LOCK WHERE ID_USERS = 7" + condition, "ID", 50);
         at.database.addValue("SELECT NAME FROM USERS WHERE ID = 8", "NAME", "EDER");
     }
-    bool wasTakenBack() const { return at.database.find("main execute DELETE FROM LOCK WHERE ID = 50").timeoutSeconds == 5; }
+    bool wasTakenBack() const
+    {
+        return at.database.find("main execute DELETE FROM LOCK WHERE ID = 50").timeoutSeconds == 5;
+    }
 
     test::Workstation at;
     Comm_Lock lock;

@@ -12,7 +12,7 @@ namespace {
 
 using test::platformOf;
 
-/// Decimals at which the two roundings part, under the point. The length is that of a log of 200 cm
+/// Decimals at which the two roundings differ, written with a point. The length is that of a log of 200 cm
 /// whose unrounded volume is exactly the double of `number`.
 struct HardDecimal {
     const char* number;

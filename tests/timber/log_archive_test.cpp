@@ -55,12 +55,12 @@ TEST_F(LogArchive, ABadConditionIsRefused)
 {
     test::expectError(errors::statementRefused, "", [&] { set.Set_Logs_Archiv("", connection, false); });
     test::expectError(errors::statementRefused, "NO_COLUMN",
-                         [&] { set.Set_Logs_Archiv("NO_COLUMN = 1", connection, false); });
+                      [&] { set.Set_Logs_Archiv("NO_COLUMN = 1", connection, false); });
     set.Set_Logs_Archiv("1 = 0", connection, false);
     EXPECT_EQ(count("LOGS_HISTORY"), 0);
 }
 
-/// Sample master data and measured lines hang together: what was stored with the lines is what the
+/// Sample master data and measured lines agree: what was stored with the lines is what the
 /// operations give for them.
 TEST_F(LogArchive, StoredClassesOfSingleLinesAreThoseOfTheOperation)
 {

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "tamarok_embedded/connect.h"
 #include "support/platforms.h"
+#include "tamarok_embedded/connect.h"
 
 #include "tamarok/ado.h"
 #include "tamarok/tmkvar.h"

@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 #include <string>
 
+#include "support/errors.h"
 #include "support/surroundings.h"
 #include "timber/statements.h"
-#include "support/errors.h"
 
 #include "tamarok/comm_set.h"
 
