@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "support/errors.h"
 #include "support/platforms.h"
 #include "tamarok_embedded/connect.h"
 
