@@ -1,6 +1,9 @@
 #include "tamarok_loc/loc_service.h"
 
+#include <cstdint>
 #include <optional>
+#include <string>
+#include <string_view>
 
 #include "tamarok/error.h"
 #include "tamarok/tmkvar.h"
@@ -9,7 +12,8 @@
 namespace tamarok::loc {
 namespace {
 
-/// Text numbers are 16-bit; a tag of any other form is no text number.
+/// Returns the text number that a tag names: a text of one to five digits with a value from 1 to 32,767.
+/// nullopt for any other tag, so that tags of other uses stay untouched.
 std::optional<std::int16_t> textNumber(const Variant& tag)
 {
     if (!tag.isString()) return std::nullopt;
@@ -24,7 +28,7 @@ std::optional<std::int16_t> textNumber(const Variant& tag)
     return static_cast<std::int16_t>(number);
 }
 
-/// A property that an object may lack.
+/// Returns a property, or nullopt if the object has none of that name. Other errors reach the caller.
 std::optional<Variant> optionalProperty(const Object& object, std::string_view name)
 {
     try {
@@ -35,6 +39,7 @@ std::optional<Variant> optionalProperty(const Object& object, std::string_view n
     }
 }
 
+/// The service over table STRINGS. It keeps no state: each call runs one statement.
 class TextTableService final : public LocService {
 public:
     void TranslateForm(const TmkVar& session, Object& form) override
@@ -48,6 +53,7 @@ public:
 
     std::string GetText(std::int16_t number, const TmkVar& session) override
     {
+        // The customer's wording wins; a row whose texts are all Null reads as an empty text.
         const std::string nullFunction = session.bolOracle ? "NVL" : "ISNULL";
         const std::string& language = session.strLanguage;
         const std::string digits = std::to_string(number);
@@ -64,6 +70,7 @@ public:
         return text.empty() ? "<" + digits + ">" : text;
     }
 
+    /// Callers treat both operations alike, so one implementation serves them.
     std::string GetText2(std::int16_t number, const TmkVar& session) override { return GetText(number, session); }
 
     void RunProcedure(const TmkVar& session, std::string_view name, ado::Command& command) override
@@ -75,6 +82,7 @@ public:
     }
 
 private:
+    /// Sets the property Caption of an object whose Tag is a text number.
     void translate(const TmkVar& session, Object& object)
     {
         const std::optional<Variant> tag = optionalProperty(object, "Tag");

@@ -15,7 +15,7 @@ namespace tamarok::embedded {
 namespace {
 
 using ado::DataType;
-using sql::TypeKind;
+using tsql::TypeKind;
 
 constexpr std::int32_t longText = 2147483647;
 constexpr std::int32_t longWideText = 1073741823;
@@ -78,7 +78,7 @@ DataType longTypeOf(DataType type)
     return type == DataType::VarChar || type == DataType::Char ? DataType::LongVarChar : DataType::LongVarWChar;
 }
 
-void describe(const sql::Type& type, ado::ColumnInfo& info)
+void describe(const tsql::Type& type, ado::ColumnInfo& info)
 {
     const TypeRow& row = rowOf(type.kind);
     info.type = row.type;
@@ -295,52 +295,53 @@ Variant converted(const Variant& value, Wanted wanted)
     return value;
 }
 
-bool liesWithin(std::int64_t number, sql::TypeKind kind)
+bool liesWithin(std::int64_t number, tsql::TypeKind kind)
 {
     switch (kind) {
-    case sql::TypeKind::TinyInt: return number >= 0 && number <= UINT8_MAX;
-    case sql::TypeKind::SmallInt: return number >= INT16_MIN && number <= INT16_MAX;
-    case sql::TypeKind::Int: return number >= INT32_MIN && number <= INT32_MAX;
-    case sql::TypeKind::BigInt:
-    case sql::TypeKind::Float: return true;
+    case tsql::TypeKind::TinyInt: return number >= 0 && number <= UINT8_MAX;
+    case tsql::TypeKind::SmallInt: return number >= INT16_MIN && number <= INT16_MAX;
+    case tsql::TypeKind::Int: return number >= INT32_MIN && number <= INT32_MAX;
+    case tsql::TypeKind::BigInt:
+    case tsql::TypeKind::Float: return true;
     default: return false;
     }
 }
 
 /// True for texts that are surely short enough: no character takes less than one byte.
-bool isShortText(std::string_view text, const sql::Type& type)
+bool isShortText(std::string_view text, const tsql::Type& type)
 {
     switch (type.kind) {
-    case sql::TypeKind::VarChar:
-    case sql::TypeKind::NVarChar: return type.length < 0 || text.size() <= static_cast<std::size_t>(type.length);
-    case sql::TypeKind::Text:
-    case sql::TypeKind::NText: return true;
+    case tsql::TypeKind::VarChar:
+    case tsql::TypeKind::NVarChar: return type.length < 0 || text.size() <= static_cast<std::size_t>(type.length);
+    case tsql::TypeKind::Text:
+    case tsql::TypeKind::NText: return true;
     default: return false;
     }
 }
 
 /// Whole days from 1900 on that every date type holds without rounding.
-bool isPlainDay(Date date, sql::TypeKind kind)
+bool isPlainDay(Date date, tsql::TypeKind kind)
 {
     constexpr double first = 2.0;    // 1 January 1900
     constexpr double last = 65532.0; // 1 June 2079
-    const bool dates = kind == sql::TypeKind::SmallDateTime || kind == sql::TypeKind::DateTime ||
-                       kind == sql::TypeKind::Date || kind == sql::TypeKind::DateTime2;
+    const bool dates = kind == tsql::TypeKind::SmallDateTime || kind == tsql::TypeKind::DateTime ||
+                       kind == tsql::TypeKind::Date || kind == tsql::TypeKind::DateTime2;
     return dates && date.days >= first && date.days <= last && date.days == std::trunc(date.days);
 }
 
 /// True if a value needs no conversion and no check for a column of that type. A value that may is
 /// told false too; the converting statement then decides.
-bool liesAsGiven(const Variant& value, const sql::Type& type)
+bool liesAsGiven(const Variant& value, const tsql::Type& type)
 {
     switch (value.kind()) {
     case Variant::Kind::Empty:
     case Variant::Kind::Null: return true;
-    case Variant::Kind::Boolean: return type.kind == sql::TypeKind::Bit;
+    case Variant::Kind::Boolean: return type.kind == tsql::TypeKind::Bit;
     case Variant::Kind::Integer: return liesWithin(value.asInteger(), type.kind);
     case Variant::Kind::Long: return liesWithin(value.asLong(), type.kind);
-    case Variant::Kind::LongLong: return type.kind != sql::TypeKind::Float && liesWithin(value.asLongLong(), type.kind);
-    case Variant::Kind::Double: return type.kind == sql::TypeKind::Float && std::isfinite(value.asDouble());
+    case Variant::Kind::LongLong:
+        return type.kind != tsql::TypeKind::Float && liesWithin(value.asLongLong(), type.kind);
+    case Variant::Kind::Double: return type.kind == tsql::TypeKind::Float && std::isfinite(value.asDouble());
     case Variant::Kind::Date: return isPlainDay(value.asDate(), type.kind);
     case Variant::Kind::String: return isShortText(value.asString(), type);
     case Variant::Kind::Object:
@@ -351,12 +352,12 @@ bool liesAsGiven(const Variant& value, const sql::Type& type)
 
 } // namespace
 
-ResultLayout layoutOf(const std::vector<sql::ResultColumn>& columns)
+ResultLayout layoutOf(const std::vector<ResultColumn>& columns)
 {
     ResultLayout layout;
     layout.columns.reserve(columns.size());
     layout.readings.reserve(columns.size());
-    for (const sql::ResultColumn& column : columns) {
+    for (const ResultColumn& column : columns) {
         ado::ColumnInfo info;
         info.name = column.name;
         info.baseTable = column.baseTable;
@@ -474,7 +475,7 @@ Variant typedParameter(const ado::Parameter& parameter)
     return fits(parameter.value.kind(), wanted) ? parameter.value : converted(parameter.value, wanted);
 }
 
-bool lieAsGiven(std::span<const sql::Type> types, std::span<const std::int32_t> wanted,
+bool lieAsGiven(std::span<const tsql::Type> types, std::span<const std::int32_t> wanted,
                 std::span<const ado::Parameter> parameters)
 {
     for (std::size_t i = 0; i < wanted.size(); ++i) {
@@ -511,7 +512,7 @@ std::string quoted(std::string_view name)
     return text;
 }
 
-std::string storageExpression(const sql::Type& type)
+std::string storageExpression(const tsql::Type& type)
 {
     const std::string length = std::to_string(type.length);
     switch (type.kind) {

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "tamarok_tsql/batch.h"
+#include "translation/step.h"
 
 #include "tamarok/ado_backend.h"
 
@@ -34,7 +34,7 @@ struct ResultLayout {
     std::vector<Reading> readings;
 };
 
-ResultLayout layoutOf(const std::vector<sql::ResultColumn>& columns);
+ResultLayout layoutOf(const std::vector<ResultColumn>& columns);
 
 /// Value of a column of the row that `statement` stands on.
 /// Error 0x80004005 for a stored date that is none, 6 for a whole number beyond its column's type.
@@ -50,7 +50,7 @@ std::string columnText(sqlite3_stmt* statement, int column);
 
 /// True if every parameter can be bound for a column of its type as it is: no conversion, no check.
 /// `types` and `wanted` (the parameter's index) go by the "?" of the statement.
-bool lieAsGiven(std::span<const sql::Type> types, std::span<const std::int32_t> wanted,
+bool lieAsGiven(std::span<const tsql::Type> types, std::span<const std::int32_t> wanted,
                 std::span<const ado::Parameter> parameters);
 
 void bindText(sqlite3_stmt* statement, int position, std::string_view text);
@@ -69,6 +69,6 @@ void bindParameters(sqlite3_stmt* statement, std::span<const std::int32_t> wante
 std::string quoted(std::string_view name);
 
 /// SQLite text that converts a parameter, "?", for the storage in a column of `type`.
-std::string storageExpression(const sql::Type& type);
+std::string storageExpression(const tsql::Type& type);
 
 } // namespace tamarok::embedded

@@ -4,20 +4,13 @@
 
 #include "failures.h"
 
+#include "tamarok/text.h"
+
 namespace tamarok::embedded {
 
 namespace {
 
 constexpr std::string_view provider = "Tamarok.Embedded";
-
-struct OrderName {
-    std::string_view name;
-    sql::DateOrder order;
-};
-constexpr std::array orderNames{
-    OrderName{"MDY", sql::DateOrder::Mdy}, OrderName{"DMY", sql::DateOrder::Dmy}, OrderName{"YMD", sql::DateOrder::Ymd},
-    OrderName{"YDM", sql::DateOrder::Ydm}, OrderName{"MYD", sql::DateOrder::Myd}, OrderName{"DYM", sql::DateOrder::Dym},
-};
 
 struct ModeName {
     std::string_view name;
@@ -98,11 +91,9 @@ void takeOver(const Pair& pair, ConnectionWish& wish)
     } else if (sameName(pair.name, "Data Source")) {
         wish.file = pair.value;
     } else if (sameName(pair.name, "Date Order")) {
-        for (const OrderName& candidate : orderNames) {
-            if (sameName(candidate.name, pair.value)) {
-                wish.options.dateOrder = candidate.order;
-                return;
-            }
+        if (const auto order = tsql::parseDateOrder(pair.value)) {
+            wish.options.dateOrder = *order;
+            return;
         }
         refuse("'" + pair.value + "' is no date order");
     } else if (sameName(pair.name, "Mode")) {
@@ -146,18 +137,14 @@ ConnectionWish parseConnectionText(std::string_view text)
 
 std::string composeConnectionText(const std::string& file, const OpenOptions& options)
 {
-    std::string text = "Provider=" + std::string{provider} + ";Data Source=" + quotedIfNeeded(file);
-    if (options.dateOrder != sql::DateOrder::Mdy) {
-        for (const OrderName& candidate : orderNames) {
-            if (candidate.order == options.dateOrder) {
-                text += ";Date Order=" + std::string{candidate.name};
-            }
-        }
+    std::string composed = "Provider=" + std::string{provider} + ";Data Source=" + quotedIfNeeded(file);
+    if (options.dateOrder != tsql::DateOrder::Mdy) {
+        composed += ";Date Order=" + text::toUpper(tsql::dateOrderName(options.dateOrder));
     }
     if (options.mode == OpenMode::ReadOnly) {
-        text += ";Mode=Read";
+        composed += ";Mode=Read";
     }
-    return text;
+    return composed;
 }
 
 } // namespace tamarok::embedded

@@ -46,7 +46,7 @@ protected:
     Engine* engineOrNull() const noexcept { return engine_; }
     std::int32_t timeoutSeconds() const noexcept { return timeoutSeconds_; }
     sqlite3_stmt* statement() const noexcept { return lease_.get(); }
-    const sql::Step& step() const noexcept { return lease_.step(); }
+    const Step& step() const noexcept { return lease_.step(); }
     const ResultLayout& layout() const noexcept { return *layout_; }
     /// Number of the current row among those in memory. Error 3021 where there is none.
     std::size_t keptRow() const;

@@ -57,7 +57,7 @@ std::span<const std::string_view> settingsOf(OpenMode mode)
 
 } // namespace
 
-Database::Database(const std::string& path, OpenMode mode, sql::DateOrder dateOrder) :
+Database::Database(const std::string& path, OpenMode mode, tsql::DateOrder dateOrder) :
     path_{path}, readOnly_{mode == OpenMode::ReadOnly}, functions_{dateOrder}
 {
     const std::string name = readOnly_ ? readOnlyName(path) : path;
@@ -74,7 +74,7 @@ Database::Database(const std::string& path, OpenMode mode, sql::DateOrder dateOr
     setUp(mode);
 }
 
-Database::Database(sql::DateOrder dateOrder) : functions_{dateOrder}
+Database::Database(tsql::DateOrder dateOrder) : functions_{dateOrder}
 {
     sqlite3* opened = nullptr;
     const int code = sqlite3_open_v2(":memory:", &opened,

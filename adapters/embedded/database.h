@@ -23,9 +23,9 @@ using Compiled = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 class Database {
 public:
     /// Opens a file that `checkDatabaseFile` and `createDatabaseFile` know; see connect.h.
-    Database(const std::string& path, OpenMode mode, sql::DateOrder dateOrder);
+    Database(const std::string& path, OpenMode mode, tsql::DateOrder dateOrder);
     /// A database in memory, seen by nobody else.
-    explicit Database(sql::DateOrder dateOrder);
+    explicit Database(tsql::DateOrder dateOrder);
 
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;

@@ -27,7 +27,7 @@ void bindAssignments(sqlite3_stmt* statement, std::span<const ado::Assignment> a
 } // namespace
 
 EditableCursor::EditableCursor(Engine& engine, std::shared_ptr<const CachedBatch> batch, Lease lease,
-                               const ado::Statement& statement, const sql::Table& table) :
+                               const ado::Statement& statement, const tsql::Table& table) :
     StreamCursor{engine, std::move(batch), std::move(lease), statement.timeoutSeconds},
     table_{table}, parameters_{statement.parameters.begin(), statement.parameters.end()}
 {}
@@ -72,9 +72,9 @@ void EditableCursor::updateRow(std::int64_t key, std::span<const ado::Assignment
     if (assignments.empty()) {
         return;
     }
-    std::string text = "UPDATE " + table_.sqliteName + " SET ";
+    std::string text = "UPDATE " + quoted(table_.name) + " SET ";
     for (const ado::Assignment& assignment : assignments) {
-        const sql::TableColumn& column = target(assignment.column);
+        const tsql::TableColumn& column = target(assignment.column);
         text += quoted(column.name) + "=" + storageExpression(column.type) + ",";
     }
     text.back() = ' ';
@@ -86,7 +86,7 @@ std::int64_t EditableCursor::insertRow(std::span<const ado::Assignment> assignme
     std::string names;
     std::string values;
     for (const ado::Assignment& assignment : assignments) {
-        const sql::TableColumn& column = target(assignment.column);
+        const tsql::TableColumn& column = target(assignment.column);
         names += (names.empty() ? "" : ",") + quoted(column.name);
         values += (values.empty() ? "" : ",") + storageExpression(column.type);
     }
@@ -95,7 +95,7 @@ std::int64_t EditableCursor::insertRow(std::span<const ado::Assignment> assignme
     try {
         engine.settleCursors();
         const Compiled statement = engine.database().compile(
-            "INSERT INTO " + table_.sqliteName +
+            "INSERT INTO " + quoted(table_.name) +
             (names.empty() ? std::string{" DEFAULT VALUES"} : "(" + names + ") VALUES(" + values + ")"));
         bindAssignments(statement.get(), assignments);
         engine.database().step(statement.get());
@@ -107,7 +107,7 @@ std::int64_t EditableCursor::insertRow(std::span<const ado::Assignment> assignme
 
 void EditableCursor::deleteRow(std::int64_t key)
 {
-    changeRow(key, "DELETE FROM " + table_.sqliteName + " WHERE rowid=?", {});
+    changeRow(key, "DELETE FROM " + quoted(table_.name) + " WHERE rowid=?", {});
     if (held_ && held_->key == key) {
         releaseLock();
     }
@@ -148,11 +148,11 @@ void EditableCursor::keepExtra()
     keys_.push_back(sqlite3_column_int64(statement(), static_cast<int>(layout().readings.size())));
 }
 
-const sql::TableColumn& EditableCursor::target(std::size_t column) const
+const tsql::TableColumn& EditableCursor::target(std::size_t column) const
 {
     const std::string& name = layout().columns.at(column).baseColumn;
     const auto found = std::ranges::find_if(
-        table_.columns, [&name](const sql::TableColumn& candidate) { return sameName(candidate.name, name); });
+        table_.columns, [&name](const tsql::TableColumn& candidate) { return sameName(candidate.name, name); });
     if (name.empty() || found == table_.columns.end()) {
         throw Error{errors::readOnlyRecordset,
                     "Column " + std::to_string(column) + " of the recordset is an expression and cannot be changed.",
@@ -170,7 +170,7 @@ std::string EditableCursor::readText() const
     }
     if (plain) {
         names.back() = ' ';
-        return "SELECT " + names + "FROM " + table_.sqliteName + " WHERE rowid=?";
+        return "SELECT " + names + "FROM " + quoted(table_.name) + " WHERE rowid=?";
     }
     return "WITH q(" + names + "k) AS (" + step().text + ") SELECT * FROM q WHERE k=?";
 }

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "cursor.h"
-#include "tamarok_tsql/batch.h"
+#include "tamarok_tsql/schema.h"
 
 namespace tamarok::embedded {
 
@@ -14,7 +14,7 @@ namespace tamarok::embedded {
 class EditableCursor final : public StreamCursor {
 public:
     EditableCursor(Engine& engine, std::shared_ptr<const CachedBatch> batch, Lease lease,
-                   const ado::Statement& statement, const sql::Table& table);
+                   const ado::Statement& statement, const tsql::Table& table);
     ~EditableCursor() override;
 
     bool next() override;
@@ -39,12 +39,12 @@ private:
         std::int64_t position;
     };
 
-    const sql::TableColumn& target(std::size_t column) const;
+    const tsql::TableColumn& target(std::size_t column) const;
     std::string readText() const;
     void changeRow(std::int64_t key, const std::string& text, std::span<const ado::Assignment> assignments);
     void releaseLock() noexcept;
 
-    sql::Table table_;
+    tsql::Table table_;
     std::vector<ado::Parameter> parameters_; ///< of the query
     std::vector<std::int64_t> keys_;
     std::optional<HeldLock> held_;

@@ -1,6 +1,5 @@
 #include "engine.h"
 
-#include <array>
 #include <utility>
 
 #include "editable_cursor.h"
@@ -10,17 +9,7 @@ namespace tamarok::embedded {
 
 namespace {
 
-using Kind = sql::Step::Kind;
-
-struct NamedOrder {
-    std::string_view name;
-    sql::DateOrder order;
-};
-constexpr std::array namedOrders{
-    NamedOrder{"dmy", sql::DateOrder::Dmy}, NamedOrder{"mdy", sql::DateOrder::Mdy},
-    NamedOrder{"ymd", sql::DateOrder::Ymd}, NamedOrder{"ydm", sql::DateOrder::Ydm},
-    NamedOrder{"myd", sql::DateOrder::Myd}, NamedOrder{"dym", sql::DateOrder::Dym},
-};
+using Kind = Step::Kind;
 
 /// Runs `work`; an error that leaves it carries the statement's text.
 template <class Work>
@@ -40,7 +29,7 @@ auto withStatement(std::string_view text, const Work& work)
 }
 
 /// What a step that is no SQL does, as a comment.
-std::string remark(const sql::Step& step)
+std::string remark(const Step& step)
 {
     switch (step.kind) {
     case Kind::Procedure: return "-- EXEC " + step.target;
@@ -48,7 +37,7 @@ std::string remark(const sql::Step& step)
     case Kind::Commit: return "-- COMMIT TRANSACTION";
     case Kind::Rollback: return "-- ROLLBACK TRANSACTION";
     case Kind::NoCount: return step.flag ? "-- SET NOCOUNT ON" : "-- SET NOCOUNT OFF";
-    case Kind::DateFormat: return "-- SET DATEFORMAT " + step.target;
+    case Kind::DateFormat: return "-- SET DATEFORMAT " + std::string{tsql::dateOrderName(step.dateOrder)};
     case Kind::Jump: return "-- to step " + std::to_string(step.jump + 1);
     case Kind::JumpUnless: return step.text + " -- 0: to step " + std::to_string(step.jump + 1);
     default: return step.text.empty() ? "-- nothing" : step.text;
@@ -161,7 +150,7 @@ std::unique_ptr<StreamCursor> Engine::startQuery(const std::shared_ptr<CachedBat
     Lease lease{step, *database_};
     bindParameters(lease.get(), step->step.parameters, statement.parameters);
     const std::string& keyTable = step->step.keyTable;
-    const sql::Table* const table = keyTable.empty() ? nullptr : catalog_.table(keyTable);
+    const tsql::Table* const table = keyTable.empty() ? nullptr : catalog_.table(keyTable);
     std::unique_ptr<StreamCursor> cursor;
     if (table != nullptr) {
         cursor = std::make_unique<EditableCursor>(*this, batch, std::move(lease), statement, *table);
@@ -234,7 +223,7 @@ std::size_t Engine::runStep(const std::shared_ptr<CachedStep>& step, std::size_t
     case Kind::Commit: commit(); break;
     case Kind::Rollback: rollback(); break;
     case Kind::NoCount: noCount_ = step->step.flag; break;
-    case Kind::DateFormat: setDateOrder(step->step.target); break;
+    case Kind::DateFormat: database_->functionContext().dateOrder = step->step.dateOrder; break;
     case Kind::Nothing: break;
     case Kind::JumpUnless: return runCondition(step, parameters) ? index + 1 : step->step.jump;
     case Kind::Jump: return step->step.jump;
@@ -245,7 +234,7 @@ std::size_t Engine::runStep(const std::shared_ptr<CachedStep>& step, std::size_t
 bool Engine::actsBehind(CachedBatch& batch, std::size_t index)
 {
     while (index < batch.size()) {
-        const sql::Step& step = stepOf(batch, index)->step;
+        const Step& step = stepOf(batch, index)->step;
         if (step.kind == Kind::Jump) {
             index = step.jump;
         } else if (step.kind == Kind::Nothing || step.kind == Kind::Query) {
@@ -276,18 +265,6 @@ bool Engine::runCondition(const std::shared_ptr<CachedStep>& step, Parameters pa
     const Lease lease{step, *database_};
     bindParameters(lease.get(), step->step.parameters, parameters);
     return database_->step(lease.get()) && sqlite3_column_int(lease.get(), 0) != 0;
-}
-
-void Engine::setDateOrder(std::string_view name)
-{
-    const CompareNames less;
-    for (const NamedOrder& candidate : namedOrders) {
-        if (!less(name, candidate.name) && !less(candidate.name, name)) {
-            database_->functionContext().dateOrder = candidate.order;
-            return;
-        }
-    }
-    throw failure(0, "SET DATEFORMAT: '" + std::string{name} + "' is no date order.");
 }
 
 } // namespace tamarok::embedded

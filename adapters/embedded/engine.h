@@ -47,11 +47,11 @@ public:
     using Conflict = std::function<std::optional<std::int64_t>(std::span<const RowLocks::Span> held)>;
     /// Changes rows of a table in one transaction with the look at the row locks; waits, without
     /// holding anything, while somebody else holds a touched row. Error 0x80040E31 at the deadline.
-    void changeRows(const sql::Table& table, const Conflict& conflict, const std::function<void()>& change);
+    void changeRows(const tsql::Table& table, const Conflict& conflict, const std::function<void()>& change);
 
     /// Locks a row for a cursor. @return its position, for `unlockRow`
     /// Errors: 0x80040E31 somebody else keeps it, 0x80040E23 the row has gone.
-    std::int64_t lockRow(const sql::Table& table, std::int64_t key);
+    std::int64_t lockRow(const tsql::Table& table, std::int64_t key);
     void unlockRow(std::int64_t position) noexcept { locks_.unlock(position); }
 
     /// Takes the rows that open cursors still have to give out of the database's way.
@@ -92,11 +92,10 @@ private:
     void drain(const std::shared_ptr<CachedStep>& step, Parameters parameters);
     void callProcedure(const ado::Statement& statement);
     std::optional<std::int64_t> probe(const std::shared_ptr<CachedStep>& step, Parameters parameters,
-                                      const sql::Table& table, std::span<const RowLocks::Span> held);
-    void runProcedure(std::string_view name, std::span<const sql::Argument> arguments, Parameters parameters);
-    void setDateOrder(std::string_view name);
+                                      const tsql::Table& table, std::span<const RowLocks::Span> held);
+    void runProcedure(std::string_view name, std::span<const tsql::Argument> arguments, Parameters parameters);
     void waitUntilFree(std::int64_t position, std::string_view table);
-    bool rowExists(const sql::Table& table, std::int64_t key);
+    bool rowExists(const tsql::Table& table, std::int64_t key);
 
     std::unique_ptr<Database> database_;
     ProcedureRegistry procedures_;

@@ -57,7 +57,7 @@ void Engine::settleCursors() noexcept
     }
 }
 
-void Engine::changeRows(const sql::Table& table, const Conflict& conflict, const std::function<void()>& change)
+void Engine::changeRows(const tsql::Table& table, const Conflict& conflict, const std::function<void()>& change)
 {
     settleCursors();
     if (isTemporary(table.name) || database_->path().empty()) {
@@ -86,7 +86,7 @@ void Engine::changeRows(const sql::Table& table, const Conflict& conflict, const
     }
 }
 
-std::int64_t Engine::lockRow(const sql::Table& table, std::int64_t key)
+std::int64_t Engine::lockRow(const tsql::Table& table, std::int64_t key)
 {
     const std::int64_t position = RowLocks::position(table.name, key);
     settleCursors();
@@ -117,7 +117,7 @@ void Engine::runChange(const std::shared_ptr<CachedStep>& step, Parameters param
 {
     const Lease lease{step, *database_};
     bindParameters(lease.get(), step->step.parameters, parameters);
-    const sql::Table* const table = catalog_.table(step->step.target);
+    const tsql::Table* const table = catalog_.table(step->step.target);
     if (table == nullptr) {
         throw failure(208, "Invalid object name '" + step->step.target + "'.");
     }
@@ -131,7 +131,7 @@ void Engine::runChange(const std::shared_ptr<CachedStep>& step, Parameters param
 void Engine::runInsert(const std::shared_ptr<CachedStep>& step, Parameters parameters)
 {
     settleCursors();
-    const sql::Step& insert = step->step;
+    const Step& insert = step->step;
     const bool bare = !insert.bareText.empty() && lieAsGiven(insert.bareTypes, insert.parameters, parameters);
     const Lease lease{step, *database_, bare ? StepText::Bare : StepText::Statement};
     bindParameters(lease.get(), insert.parameters, parameters);
@@ -170,7 +170,7 @@ void Engine::runTogether(const std::function<void()>& work)
 }
 
 std::optional<std::int64_t> Engine::probe(const std::shared_ptr<CachedStep>& step, Parameters parameters,
-                                          const sql::Table& table, std::span<const RowLocks::Span> held)
+                                          const tsql::Table& table, std::span<const RowLocks::Span> held)
 {
     const Lease lease{step, *database_, StepText::Probe};
     bindParameters(lease.get(), step->step.probeParameters, parameters);
@@ -194,9 +194,9 @@ void Engine::waitUntilFree(std::int64_t position, std::string_view table)
     }
 }
 
-bool Engine::rowExists(const sql::Table& table, std::int64_t key)
+bool Engine::rowExists(const tsql::Table& table, std::int64_t key)
 {
-    const Compiled statement = database_->compile("SELECT 1 FROM " + table.sqliteName + " WHERE rowid=?");
+    const Compiled statement = database_->compile("SELECT 1 FROM " + quoted(table.name) + " WHERE rowid=?");
     sqlite3_bind_int64(statement.get(), 1, key);
     return database_->step(statement.get());
 }

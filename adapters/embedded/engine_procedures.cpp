@@ -14,7 +14,7 @@ bool sameName(std::string_view a, std::string_view b) noexcept
 }
 
 /// The arguments in the order of the procedure's parameters.
-std::vector<Variant> arrange(const Procedure& procedure, std::span<const sql::Argument> arguments)
+std::vector<Variant> arrange(const Procedure& procedure, std::span<const tsql::Argument> arguments)
 {
     const std::vector<ProcedureParameter>& parameters = procedure.parameters;
     if (arguments.size() > parameters.size()) {
@@ -108,21 +108,21 @@ private:
 
 void Engine::callProcedure(const ado::Statement& statement)
 {
-    std::vector<sql::Argument> arguments(statement.parameters.size());
+    std::vector<tsql::Argument> arguments(statement.parameters.size());
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         arguments[i].value = typedParameter(statement.parameters[i]);
     }
     runProcedure(statement.text, arguments, {});
 }
 
-void Engine::runProcedure(std::string_view name, std::span<const sql::Argument> arguments, Parameters parameters)
+void Engine::runProcedure(std::string_view name, std::span<const tsql::Argument> arguments, Parameters parameters)
 {
     const Procedure* const procedure = procedures_.find(name);
     if (procedure == nullptr) {
         throw failure(native::procedureUnknown, "Could not find stored procedure '" + std::string{name} + "'.");
     }
-    std::vector<sql::Argument> filled{arguments.begin(), arguments.end()};
-    for (sql::Argument& argument : filled) {
+    std::vector<tsql::Argument> filled{arguments.begin(), arguments.end()};
+    for (tsql::Argument& argument : filled) {
         if (argument.parameter >= 0) {
             argument.value = typedParameter(parameterAt(parameters, argument.parameter));
         }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tamarok_tsql/batch.h"
+#include "tamarok_tsql/date_order.h"
 
 struct sqlite3;
 
@@ -53,7 +53,7 @@ namespace tamarok::embedded {
 
 /// What functions need of their connection. Lives as long as the connection.
 struct FunctionContext {
-    sql::DateOrder dateOrder = sql::DateOrder::Mdy;
+    tsql::DateOrder dateOrder = tsql::DateOrder::Mdy;
 };
 
 /// Registers all of them. Throws Error where SQLite refuses.

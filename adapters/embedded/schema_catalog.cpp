@@ -22,7 +22,7 @@ bool isRowNumber(std::string_view declaredType, std::int64_t keyColumns, bool in
 
 } // namespace
 
-const sql::Table* SchemaCatalog::table(std::string_view name) const
+const tsql::Table* SchemaCatalog::table(std::string_view name) const
 {
     if (!loaded_) {
         loadNames();
@@ -63,26 +63,24 @@ void SchemaCatalog::loadNames() const
     loaded_ = true;
 }
 
-sql::Table SchemaCatalog::loadTable(const std::string& name, bool temporary) const
+tsql::Table SchemaCatalog::loadTable(const std::string& name, bool temporary) const
 {
     static constexpr std::string_view query =
         "SELECT name,type,pk>0,sum(pk>0)OVER() FROM pragma_table_xinfo(?1,?2) WHERE hidden<>1 ORDER BY cid";
-    sql::Table table;
+    tsql::Table table;
     table.name = name;
-    table.sqliteName = quoted(name);
     const Compiled statement = database_.compile(query);
     bindText(statement.get(), 1, name);
     bindText(statement.get(), 2, temporary ? "temp" : "main");
     while (database_.step(statement.get())) {
         const std::string declared = columnText(statement.get(), 1);
-        sql::TableColumn column;
+        tsql::TableColumn column;
         column.name = columnText(statement.get(), 0);
-        column.type = sql::parseDeclaredType(declared);
+        column.type = tsql::parseDeclaredType(declared);
         column.identity = isRowNumber(declared, sqlite3_column_int64(statement.get(), 3),
                                       sqlite3_column_int(statement.get(), 2) != 0);
         table.columns.push_back(std::move(column));
     }
-    table.indexColumns();
     return table;
 }
 

@@ -8,17 +8,17 @@
 
 #include "database.h"
 #include "tamarok_embedded/procedures.h"
-#include "tamarok_tsql/batch.h"
+#include "tamarok_tsql/schema.h"
 
 namespace tamarok::embedded {
 
 /// The tables and views of an open database, temporary tables included. The names are read at once,
 /// the columns of a table when it is first asked for.
-class SchemaCatalog final : public sql::Catalog {
+class SchemaCatalog final : public tsql::Schema {
 public:
     explicit SchemaCatalog(Database& database) : database_{database} {}
 
-    const sql::Table* table(std::string_view name) const override;
+    const tsql::Table* table(std::string_view name) const override;
 
     /// Counts the changes of the schema that have been seen; what was translated under an older
     /// number is out of date.
@@ -32,11 +32,11 @@ public:
 private:
     struct Entry {
         bool temporary = false;
-        std::optional<sql::Table> table;
+        std::optional<tsql::Table> table;
     };
 
     void loadNames() const;
-    sql::Table loadTable(const std::string& name, bool temporary) const;
+    tsql::Table loadTable(const std::string& name, bool temporary) const;
 
     Database& database_;
     mutable bool loaded_ = false;

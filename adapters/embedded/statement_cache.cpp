@@ -9,7 +9,7 @@ int compilationsOf(sqlite3_stmt* statement) noexcept
     return sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_REPREPARE, 0);
 }
 
-const std::string& textOf(const sql::Step& step, StepText text) noexcept
+const std::string& textOf(const Step& step, StepText text) noexcept
 {
     switch (text) {
     case StepText::Probe: return step.lockProbe;
@@ -89,17 +89,17 @@ void Lease::giveBack() noexcept
 }
 
 CachedBatch::CachedBatch(std::string_view text) :
-    text_{text}, batch_{sql::Batch::parse(text_)}, plain_(batch_->size()), keyed_(batch_->size())
+    text_{text}, batch_{text_}, plain_(batch_.steps().size()), keyed_(batch_.steps().size())
 {}
 
 const std::shared_ptr<CachedStep>& CachedBatch::step(std::size_t index, bool withRowKey, SchemaCatalog& catalog,
-                                                     sql::DateOrder order)
+                                                     tsql::DateOrder order)
 {
     std::shared_ptr<CachedStep>& cached = withRowKey ? keyed_[index] : plain_[index];
     if (cached == nullptr || cached->generation != catalog.generation() || cached->order != order) {
         catalog.refresh();
         auto fresh = std::make_shared<CachedStep>();
-        fresh->step = batch_->translate(index, catalog, order, withRowKey);
+        fresh->step = translateStep(batch_, index, catalog, order, withRowKey ? RowKey::Added : RowKey::Omitted);
         fresh->layout = std::make_shared<ResultLayout>(layoutOf(fresh->step.columns));
         fresh->generation = catalog.generation();
         fresh->order = order;

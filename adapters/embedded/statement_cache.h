@@ -11,7 +11,8 @@
 #include "columns.h"
 #include "database.h"
 #include "schema_catalog.h"
-#include "tamarok_tsql/batch.h"
+#include "tamarok_tsql/parsed_batch.h"
+#include "translation/step.h"
 
 namespace tamarok::embedded {
 
@@ -28,13 +29,13 @@ private:
 
 /// A step of a batch, translated.
 struct CachedStep {
-    sql::Step step;
+    Step step;
     std::shared_ptr<const ResultLayout> layout;
     CompiledText statement;
     CompiledText probe;
     CompiledText bare;
     std::uint64_t generation = 0;
-    sql::DateOrder order = sql::DateOrder::Mdy;
+    tsql::DateOrder order = tsql::DateOrder::Mdy;
 };
 
 /// Which text of a step.
@@ -50,7 +51,7 @@ public:
     ~Lease();
 
     sqlite3_stmt* get() const noexcept { return statement_.get(); }
-    const sql::Step& step() const noexcept { return owner_->step; }
+    const Step& step() const noexcept { return owner_->step; }
     const std::shared_ptr<const ResultLayout>& layout() const noexcept { return owner_->layout; }
     /// True if SQLite has compiled the statement anew since it was lent, because the schema changed.
     bool recompiled() const noexcept;
@@ -74,11 +75,11 @@ public:
     std::size_t size() const noexcept { return plain_.size(); }
     /// The step, translated against the present schema.
     const std::shared_ptr<CachedStep>& step(std::size_t index, bool withRowKey, SchemaCatalog& catalog,
-                                            sql::DateOrder order);
+                                            tsql::DateOrder order);
 
 private:
     std::string text_;
-    std::unique_ptr<sql::Batch> batch_;
+    tsql::ParsedBatch batch_;
     std::vector<std::shared_ptr<CachedStep>> plain_;
     std::vector<std::shared_ptr<CachedStep>> keyed_;
 };

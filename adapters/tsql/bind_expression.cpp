@@ -1,18 +1,27 @@
 #include <algorithm>
 #include <bit>
 #include <charconv>
+#include <functional>
 #include <limits>
 
 #include "tamarok_tsql/binder.h"
+#include "tamarok_tsql/builtins.h"
 #include "tamarok_tsql/literals.h"
 #include "tamarok_tsql/type_rules.h"
+#include "visit.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 namespace {
 
 constexpr std::uint64_t mix(std::uint64_t hash, std::uint64_t value)
 {
-    return mixWord(hash, value);
+    hash = (hash ^ value) * 0x9E3779B97F4A7C15ULL;
+    return hash ^ (hash >> 32U);
+}
+
+std::uint64_t textHash(std::uint64_t hash, std::string_view text)
+{
+    return mix(hash, std::hash<std::string_view>{}(text));
 }
 
 /// What distinguishes a node from others of its kind with the same children.
@@ -45,7 +54,7 @@ std::uint64_t ownHash(const Expr& expr)
     }
     case ExprKind::Function: {
         const auto& function = as<FunctionExpr>(expr);
-        return mix(mix(kind, function.name.hash), (function.distinct ? 1U : 0U) + (function.star ? 2U : 0U));
+        return mix(textHash(kind, function.builtin->name), (function.distinct ? 1U : 0U) + (function.star ? 2U : 0U));
     }
     default: return kind;
     }
@@ -86,7 +95,7 @@ void Binder::refuseOperand(const Expr& expr, const Type& type, std::string_view 
 
 void Binder::bindExpression(Expr& expr, Scope& scope)
 {
-    expr.bound = -1;
+    expr.magnitude = -1;
     switch (expr.kind) {
     case ExprKind::Null: expr.type = makeType(TypeKind::Null); break;
     case ExprKind::Parameter: expr.type = {}; break;
@@ -152,7 +161,8 @@ bool Binder::findColumn(ColumnExpr& column, Scope& scope)
         }
         if (column.source == nullptr) continue;
         column.type = column.source->columnType(static_cast<std::size_t>(column.column));
-        if (isWhole(column.type) && column.type.kind != TypeKind::BigInt) column.bound = wholeBound(column.type.kind);
+        if (isWhole(column.type) && column.type.kind != TypeKind::BigInt)
+            column.magnitude = largestMagnitude(column.type.kind);
         if (level->collectUsed) level->used.push(&column);
         return true;
     }
@@ -163,7 +173,7 @@ void Binder::bindColumn(ColumnExpr& column, Scope& scope)
 {
     if (findColumn(column, scope) || bindPseudoColumn(column)) return;
     if (!column.qualifier.empty()) {
-        source_.refuse(column.offset, messages::unboundName,
+        source_.refuse(column.offset, messages::unresolvedName,
                        "The multi-part identifier \"" + std::string(column.qualifier.text) + "." +
                            std::string(column.name.text) + "\" could not be bound.");
     }
@@ -195,7 +205,7 @@ void Binder::bindNumber(NumberExpr& number) const
     if (number.token == TokenKind::Integer && read.ec == std::errc() &&
         whole <= std::numeric_limits<std::int32_t>::max()) {
         number.type = makeType(TypeKind::Int);
-        number.bound = whole;
+        number.magnitude = whole;
         return;
     }
     const std::size_t point = std::min(digits.find('.'), digits.size());
@@ -236,7 +246,7 @@ void Binder::bindUnary(UnaryExpr& unary)
     if (unary.op == TokenKind::Tilde && !isWhole(operand) && !isOpen(operand)) {
         refuseOperand(unary, operand, "'~'");
     }
-    unary.bound = unary.op == TokenKind::Minus ? unary.operand->bound : -1;
+    unary.magnitude = unary.op == TokenKind::Minus ? unary.operand->magnitude : -1;
 }
 
 namespace {
@@ -278,7 +288,7 @@ Type constantType(const Expr& expr, const Type& beside)
     const bool shown = expr.kind == ExprKind::Number && isWhole(expr.type) && beside.kind == TypeKind::Decimal;
     if (!shown) return expr.type;
     int digits = 1;
-    for (std::int64_t rest = expr.bound / 10; rest > 0; rest /= 10)
+    for (std::int64_t rest = expr.magnitude / 10; rest > 0; rest /= 10)
         ++digits;
     return makeDecimal(digits, 0);
 }
@@ -314,7 +324,7 @@ void Binder::bindBinary(BinaryExpr& binary)
     if (bitwise && !isWhole(binary.type) && !isOpen(binary.type)) {
         refuseOperand(binary, binary.type, operatorCharacter(binary.op) == '&' ? "'&'" : "'|'");
     }
-    bindBounds(binary);
+    bindMagnitude(binary);
 }
 
 /// Date and number go together as days; date minus date is the server's date again, counted from 1900.
@@ -336,21 +346,21 @@ void Binder::bindDateArithmetic(BinaryExpr& binary) const
 }
 
 /// Keeps track of how large a whole number can become, so that small ones need no overflow check.
-void Binder::bindBounds(BinaryExpr& binary) const
+void Binder::bindMagnitude(BinaryExpr& binary) const
 {
-    const std::int64_t left = binary.left->bound;
-    const std::int64_t right = binary.right->bound;
+    const std::int64_t left = binary.left->magnitude;
+    const std::int64_t right = binary.right->magnitude;
     constexpr std::int64_t limit = std::numeric_limits<std::int32_t>::max();
     if (left < 0 || right < 0 || left > limit + 1 || right > limit + 1 || !isWhole(binary.type)) return;
     switch (binary.op) {
     case TokenKind::Plus:
-    case TokenKind::Minus: binary.bound = left + right; break;
-    case TokenKind::Star: binary.bound = left * right; break;
-    case TokenKind::Slash: binary.bound = left; break;
-    case TokenKind::Percent: binary.bound = std::min(left, right); break;
+    case TokenKind::Minus: binary.magnitude = left + right; break;
+    case TokenKind::Star: binary.magnitude = left * right; break;
+    case TokenKind::Slash: binary.magnitude = left; break;
+    case TokenKind::Percent: binary.magnitude = std::min(left, right); break;
     default: break;
     }
-    if (binary.bound > limit && binary.type.kind != TypeKind::BigInt) binary.bound = -1;
+    if (binary.magnitude > limit && binary.type.kind != TypeKind::BigInt) binary.magnitude = -1;
 }
 
 void Binder::bindInQuery(InQueryExpr& in, Scope& scope)
@@ -399,7 +409,7 @@ void Binder::bindCase(CaseExpr& expr, Scope& scope)
         bindExpression(value, scope);
         expr.type = unify(expr.type, value.type);
         if (value.type.kind != TypeKind::Null) {
-            bound = bound < 0 || value.bound < 0 ? -1 : std::max(bound, value.bound);
+            bound = bound < 0 || value.magnitude < 0 ? -1 : std::max(bound, value.magnitude);
         }
     };
     for (const CaseArm& arm : expr.arms) {
@@ -408,7 +418,7 @@ void Binder::bindCase(CaseExpr& expr, Scope& scope)
         result(*arm.then);
     }
     if (expr.otherwise != nullptr) result(*expr.otherwise);
-    if (isWhole(expr.type)) expr.bound = bound;
+    if (isWhole(expr.type)) expr.magnitude = bound;
 }
 
 void Binder::bindCall(CallExpr& call)
@@ -424,9 +434,9 @@ void Binder::bindCall(CallExpr& call)
     if (!isWhole(call.type)) return;
     std::int64_t bound = 0;
     for (const Expr* argument : call.arguments) {
-        bound = bound < 0 || argument->bound < 0 ? -1 : std::max(bound, argument->bound);
+        bound = bound < 0 || argument->magnitude < 0 ? -1 : std::max(bound, argument->magnitude);
     }
-    call.bound = bound;
+    call.magnitude = bound;
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

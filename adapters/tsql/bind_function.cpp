@@ -1,10 +1,11 @@
 #include <algorithm>
+#include <functional>
 
 #include "tamarok_tsql/binder.h"
 #include "tamarok_tsql/builtins.h"
 #include "tamarok_tsql/type_rules.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 
 void Binder::checkArgumentCount(const FunctionExpr& function) const
 {
@@ -14,7 +15,7 @@ void Binder::checkArgumentCount(const FunctionExpr& function) const
     const auto least = static_cast<std::size_t>(
         std::count_if(pattern.begin(), pattern.end(), [](char letter) { return letter >= 'a' && letter <= 'z'; }));
     const std::size_t given = function.star ? 1 : function.arguments.size();
-    const bool starAllowed = function.builtin->sqliteName == "COUNT";
+    const bool starAllowed = function.builtin->name == "COUNT" || function.builtin->name == "COUNT_BIG";
     if (given < least || given > most || (function.star && !starAllowed)) {
         source_.refuse(
             function.offset, messages::argumentCount,
@@ -40,7 +41,7 @@ void Binder::bindArguments(FunctionExpr& function, Scope& scope)
                                " is not a recognized part of a date.");
         }
         as<ColumnExpr>(argument).source = nullptr;
-        argument.hash = as<ColumnExpr>(argument).name.hash;
+        argument.hash = std::hash<std::string_view>{}(findDatePart(as<ColumnExpr>(argument).name.text));
     }
 }
 
@@ -53,17 +54,17 @@ void Binder::bindFunction(FunctionExpr& function, Scope& scope)
     }
     const Builtin& builtin = *function.builtin;
     checkArgumentCount(function);
-    function.aggregate = builtin.aggregate && function.over == nullptr;
+    function.aggregate = builtin.isAggregate() && function.over == nullptr;
     function.scope = &scope;
-    if (function.over != nullptr && !builtin.aggregate && !builtin.windowOnly) {
+    if (function.over != nullptr && !builtin.isAggregate() && !builtin.isWindowOnly()) {
         source_.refuse(function.offset, 4113,
                        "The function '" + std::string(builtin.name) + "' is not a valid windowing function.");
     }
-    if ((function.over == nullptr || function.over->order.empty()) && builtin.windowOnly) {
+    if ((function.over == nullptr || function.over->order.empty()) && builtin.isWindowOnly()) {
         source_.refuse(function.offset, 4112,
                        "The function '" + std::string(builtin.name) + "' must have an OVER clause with ORDER BY.");
     }
-    if ((function.distinct && !builtin.aggregate) || (function.distinct && function.over != nullptr)) {
+    if ((function.distinct && !builtin.isAggregate()) || (function.distinct && function.over != nullptr)) {
         source_.refuse(function.offset, messages::syntax, "Incorrect syntax near the keyword 'DISTINCT'.");
     }
     if (!function.aggregate) {
@@ -87,7 +88,7 @@ void Binder::bindFunction(FunctionExpr& function, Scope& scope)
     }
     if (function.over != nullptr) bindOver(*function.over, scope);
     function.type = resultType(function);
-    function.bound = builtin.bound;
+    function.magnitude = builtin.magnitude;
 }
 
 void Binder::bindOver(Over& over, Scope& scope)
@@ -113,9 +114,9 @@ Type Binder::textResult(const FunctionExpr& function, Type argument) const
     result.length = argument.length;
     const bool counted = function.builtin->arguments.find('i') != std::string_view::npos;
     const Expr* last = function.arguments.back();
-    if (counted && last->kind == ExprKind::Number && last->bound >= 0 &&
-        (result.length < 0 || last->bound < result.length)) {
-        result.length = static_cast<std::int32_t>(last->bound);
+    if (counted && last->kind == ExprKind::Number && last->magnitude >= 0 &&
+        (result.length < 0 || last->magnitude < result.length)) {
+        result.length = static_cast<std::int32_t>(last->magnitude);
     }
     return result;
 }
@@ -154,11 +155,11 @@ Type Binder::resultType(const FunctionExpr& function) const
     case ResultRule::Same: return argument;
     case ResultRule::SameNumber: break;
     }
-    if (function.builtin->aggregate) return aggregateType(function, argument);
+    if (function.builtin->isAggregate()) return aggregateType(function, argument);
     if (isText(argument)) return makeType(TypeKind::Float);
     if (argument.kind == TypeKind::Real) return makeType(TypeKind::Float);
     if (isWhole(argument) && argument.kind != TypeKind::BigInt) return makeType(TypeKind::Int);
     return argument;
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

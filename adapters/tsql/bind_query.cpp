@@ -3,8 +3,9 @@
 
 #include "tamarok_tsql/binder.h"
 #include "tamarok_tsql/type_rules.h"
+#include "visit.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 
 std::int32_t Source::find(const Name& column) const
 {
@@ -26,7 +27,7 @@ Scope& Binder::makeScope(Scope* outer)
 
 const Table& Binder::requireTable(const Name& name) const
 {
-    const Table* table = catalog_.table(name.text);
+    const Table* table = schema_.table(name.text);
     if (table == nullptr) {
         source_.refuse(name.offset, messages::unknownTable, "Invalid object name '" + std::string(name.text) + "'.",
                        "42S02");
@@ -114,7 +115,7 @@ void Binder::bindDerived(FromItem& item, Scope& scope)
     }
     checkDerivedNames(item, outputs);
     added.outputs = outputs;
-    added.numbered = !item.columnNames.empty();
+    added.renamed = !item.columnNames.empty();
     item.source = &added;
 }
 
@@ -248,7 +249,7 @@ void Binder::bindCore(Core& core, Scope* outer)
     takeRowLimit(core);
     scope.collectUsed = core.rowLimit != nullptr;
     const bool dual = core.from != nullptr && core.from->kind == FromKind::Table &&
-                      sameName(core.from->table.text, "DUAL") && catalog_.table("DUAL") == nullptr;
+                      sameName(core.from->table.text, "DUAL") && schema_.table("DUAL") == nullptr;
     core.source = dual ? nullptr : core.from;
     bindFrom(core.source, scope);
     if (core.filter != nullptr) bindPlain(*core.filter, scope, "WHERE");
@@ -450,4 +451,4 @@ void Binder::checkGrouped(Expr& expr, const Core& core, std::string_view clause)
     visitChildren(expr, [&](Expr& child) { checkGrouped(child, core, clause); });
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

@@ -3,42 +3,10 @@
 
 #include "tamarok_tsql/names.h"
 #include "tamarok_tsql/source_text.h"
-#include "tamarok_tsql/token.h"
+#include "token.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 namespace {
-
-struct KeywordRow {
-    std::string_view text;
-    Keyword keyword;
-    bool reserved;
-    std::uint32_t hash;
-};
-
-constexpr bool Reserved = true;
-constexpr bool Free = false;
-constexpr std::array keywordRows{
-#define KEYWORD(id, text, use) KeywordRow{text, Keyword::id, use, nameHash(text)},
-#include "tamarok_tsql/keywords.inc"
-#undef KEYWORD
-};
-static_assert(keywordRows.size() + 1 == static_cast<std::size_t>(Keyword::Count));
-
-constexpr std::size_t slotCount = 512;
-
-/// Open addressing by the name's hash, so that a lookup is one or two probes.
-consteval std::array<std::uint8_t, slotCount> placeKeywords()
-{
-    std::array<std::uint8_t, slotCount> slots{};
-    for (std::size_t i = 0; i < keywordRows.size(); ++i) {
-        std::size_t slot = keywordRows[i].hash % slotCount;
-        while (slots[slot] != 0)
-            slot = (slot + 1) % slotCount;
-        slots[slot] = static_cast<std::uint8_t>(i + 1);
-    }
-    return slots;
-}
-constexpr auto keywordSlots = placeKeywords();
 
 enum : std::uint8_t { Blank = 1, Letter = 2, Digit = 4, NamePart = 8 };
 
@@ -79,26 +47,16 @@ private:
     }
     bool is(std::size_t index, unsigned mask) const { return (classes[at(index)] & mask) != 0; }
 
-    void push(TokenKind kind, std::size_t begin, Keyword keyword = Keyword::None, std::uint32_t hash = 0)
+    void push(TokenKind kind, std::size_t begin, Keyword keyword = Keyword::None)
     {
         tokens_.push_back(
-            {static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(position_ - begin), hash, kind, keyword});
+            {static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(position_ - begin), kind, keyword});
     }
 
-    /// Statements go to SQLite as UTF-8 that ends at a zero byte, so neither may slip in.
+    /// Refuses bytes that are not UTF-8, and zero bytes: back ends take statements as zero-terminated UTF-8.
     void checkEncoding() const
     {
-        constexpr std::uint64_t lowest = 0x0101010101010101ULL;
-        constexpr std::uint64_t highest = 0x8080808080808080ULL;
         for (std::size_t i = 0; i < text_.size();) {
-            if (i + 8 <= text_.size()) {
-                const std::uint64_t word = loadBytes(text_.data() + i, 8);
-                const bool plain = ((word | (word - lowest)) & highest) == 0;
-                if (plain) {
-                    i += 8;
-                    continue;
-                }
-            }
             const unsigned char lead = at(i);
             if (lead != 0 && lead < 0x80) {
                 ++i;
@@ -209,9 +167,8 @@ private:
         while (is(position_, NamePart))
             ++position_;
         const std::string_view text = text_.substr(begin, position_ - begin);
-        const std::uint32_t hash = nameHash(text);
-        const Keyword keyword = findKeyword(hash, text);
-        push(keyword == Keyword::Go && aloneOnLine(begin) ? TokenKind::Go : TokenKind::Name, begin, keyword, hash);
+        const Keyword keyword = findKeyword(text);
+        push(keyword == Keyword::Go && aloneOnLine(begin) ? TokenKind::Go : TokenKind::Name, begin, keyword);
     }
 
     bool aloneOnLine(std::size_t begin) const
@@ -325,23 +282,9 @@ private:
 
 } // namespace
 
-Keyword findKeyword(std::uint32_t hash, std::string_view text)
-{
-    for (std::size_t slot = hash % slotCount; keywordSlots[slot] != 0; slot = (slot + 1) % slotCount) {
-        const KeywordRow& row = keywordRows[keywordSlots[slot] - 1U];
-        if (row.hash == hash && sameName(row.text, text)) return row.keyword;
-    }
-    return Keyword::None;
-}
-
-bool isReserved(Keyword keyword)
-{
-    return keyword != Keyword::None && keywordRows[static_cast<std::size_t>(keyword) - 1].reserved;
-}
-
 std::vector<Token> tokenize(std::string_view text)
 {
     return Lexer(text).run();
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

@@ -6,7 +6,7 @@
 
 #include "tamarok_tsql/names.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 namespace {
 
 std::string_view trimmed(std::string_view text)
@@ -298,4 +298,4 @@ bool isNumberText(std::string_view text, bool floating)
     return read.ec == std::errc() && read.ptr == end;
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

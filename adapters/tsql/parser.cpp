@@ -1,6 +1,6 @@
-#include "tamarok_tsql/parser.h"
+#include "parser.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 
 namespace {
 constexpr int deepestNesting = 200;
@@ -19,7 +19,7 @@ std::vector<ParsedStep> Parser::parse()
     while (!at(TokenKind::End)) {
         if (accept(TokenKind::Semicolon)) continue;
         if (at(TokenKind::Go)) {
-            addPlain(Step::Kind::Nothing, current().offset);
+            add(StepKind::Nothing, current().offset);
             ++position_;
             continue;
         }
@@ -56,24 +56,28 @@ bool Parser::acceptWord(std::string_view word)
 
 void Parser::expect(TokenKind kind, std::string_view shown)
 {
-    if (accept(kind)) return;
+    if (!accept(kind)) refuseWithout(shown);
+}
+
+void Parser::refuseWithout(std::string_view expected) const
+{
     if (at(TokenKind::End)) {
         source_.refuse(current().offset, messages::syntax,
-                       "Incorrect syntax: the statement ends where '" + std::string(shown) + "' is expected.");
+                       "Incorrect syntax: the statement ends where '" + std::string(expected) + "' is expected.");
     }
     source_.refuse(current().offset, messages::syntax,
                    "Incorrect syntax near '" + std::string(text(current()).substr(0, 40)) + "': '" +
-                       std::string(shown) + "' is expected.");
+                       std::string(expected) + "' is expected.");
 }
 
-void Parser::expect(Keyword keyword, std::string_view shown)
+void Parser::expect(Keyword keyword)
 {
-    if (!accept(keyword)) expect(TokenKind::Go, shown);
+    if (!accept(keyword)) refuseWithout(keywordText(keyword));
 }
 
 void Parser::expectWord(std::string_view word)
 {
-    if (!acceptWord(word)) expect(TokenKind::Go, word);
+    if (!acceptWord(word)) refuseWithout(word);
 }
 
 void Parser::refuseHere() const
@@ -98,7 +102,7 @@ bool Parser::atName() const
 Name Parser::nameOf(const Token& token)
 {
     std::string_view word = text(token);
-    if (token.kind == TokenKind::Name) return {word, token.hash, token.offset};
+    if (token.kind == TokenKind::Name) return {word, token.offset};
     const char quote = token.kind == TokenKind::Text ? '\'' : word.front() == '[' ? ']' : '"';
     word = word.substr(word.find_first_of("['\"") + 1);
     word.remove_suffix(1);
@@ -110,7 +114,7 @@ Name Parser::nameOf(const Token& token)
         }
         word = arena_.text(plain);
     }
-    return {word, nameHash(word), token.offset};
+    return {word, token.offset};
 }
 
 Name Parser::name()
@@ -151,4 +155,4 @@ Name Parser::optionalAlias()
     return {};
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

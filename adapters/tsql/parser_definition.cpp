@@ -1,7 +1,7 @@
-#include "tamarok_tsql/parser.h"
+#include "parser.h"
 #include "tamarok_tsql/type_rules.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 
 void Parser::createStatement()
 {
@@ -70,13 +70,13 @@ bool Parser::columnOption(ColumnDefinition& column)
 {
     if (accept(Keyword::Null)) return true;
     if (accept(Keyword::Not)) {
-        expect(Keyword::Null, "NULL");
+        expect(Keyword::Null);
         column.notNull = true;
     } else if (accept(Keyword::Constraint)) {
         name();
     } else if (accept(Keyword::Default)) {
         column.defaultValue = requireValue(unary());
-        if (accept(Keyword::With)) expect(Keyword::Values, "VALUES");
+        if (accept(Keyword::With)) expect(Keyword::Values);
     } else if (at(Keyword::Identity)) {
         if (!isWhole(column.type)) {
             source_.refuse(current().offset, 2749,
@@ -92,7 +92,7 @@ bool Parser::columnOption(ColumnDefinition& column)
             expect(TokenKind::RightParen, ")");
         }
     } else if (accept(Keyword::Primary)) {
-        expect(Keyword::Key, "KEY");
+        expect(Keyword::Key);
         indexWords();
         column.primaryKey = true;
     } else if (accept(Keyword::Unique)) {
@@ -107,7 +107,7 @@ bool Parser::columnOption(ColumnDefinition& column)
         column.binary =
             collation.ends_with("_BIN") || collation.ends_with("_BIN2") || collation.find("_CS_") != std::string::npos;
     } else if (at(Keyword::Foreign) || at(Keyword::References)) {
-        if (accept(Keyword::Foreign)) expect(Keyword::Key, "KEY");
+        if (accept(Keyword::Foreign)) expect(Keyword::Key);
         references(column.referencedTable, column.referencedColumns, column.referenceActions);
     } else {
         return false;
@@ -117,7 +117,7 @@ bool Parser::columnOption(ColumnDefinition& column)
 
 void Parser::references(Name& table, std::span<Name>& columns, std::string_view& actions)
 {
-    expect(Keyword::References, "REFERENCES");
+    expect(Keyword::References);
     table = qualifiedName();
     if (at(TokenKind::LeftParen)) columns = nameList();
     const std::uint32_t begin = current().offset;
@@ -125,7 +125,7 @@ void Parser::references(Name& table, std::span<Name>& columns, std::string_view&
     while (at(Keyword::On) && (ahead(1).keyword == Keyword::Delete || ahead(1).keyword == Keyword::Update)) {
         position_ += 2;
         if (accept(Keyword::Set)) {
-            if (!accept(Keyword::Null)) expect(Keyword::Default, "DEFAULT");
+            if (!accept(Keyword::Null)) expect(Keyword::Default);
         } else if (acceptWord("NO")) {
             expectWord("ACTION");
         } else {
@@ -149,15 +149,15 @@ TableConstraint Parser::tableConstraint()
     }
     if (accept(Keyword::Foreign)) {
         constraint.kind = ConstraintKind::ForeignKey;
-        expect(Keyword::Key, "KEY");
+        expect(Keyword::Key);
         constraint.columns = nameList();
         references(constraint.referencedTable, constraint.referencedColumns, constraint.referenceActions);
         return constraint;
     }
     constraint.kind = at(Keyword::Unique) ? ConstraintKind::Unique : ConstraintKind::PrimaryKey;
     if (!accept(Keyword::Unique)) {
-        expect(Keyword::Primary, "PRIMARY");
-        expect(Keyword::Key, "KEY");
+        expect(Keyword::Primary);
+        expect(Keyword::Key);
     }
     indexWords();
     ArenaList<Name> columns(arena_);
@@ -178,7 +178,7 @@ void Parser::createIndex(std::uint32_t offset, bool unique)
     auto* create = arena_.make<CreateIndexStatement>();
     create->unique = unique;
     create->index = name();
-    expect(Keyword::On, "ON");
+    expect(Keyword::On);
     create->table = qualifiedName();
     ArenaList<IndexColumn> columns(arena_);
     expect(TokenKind::LeftParen, "(");
@@ -201,7 +201,7 @@ void Parser::createView(std::uint32_t offset)
     auto* create = arena_.make<CreateViewStatement>();
     create->view = qualifiedName();
     if (at(TokenKind::LeftParen)) create->columns = nameList();
-    expect(Keyword::As, "AS");
+    expect(Keyword::As);
     create->query = query();
     add(StepKind::CreateView, offset).createView = create;
 }
@@ -221,7 +221,7 @@ void Parser::dropStatement()
         unsupportedHere("DROP " + std::string(text(current())));
     }
     if (accept(Keyword::If)) {
-        expect(Keyword::Exists, "EXISTS");
+        expect(Keyword::Exists);
         drop.ifExists = true;
     }
     do {
@@ -231,7 +231,7 @@ void Parser::dropStatement()
                 drop.table = drop.name;
                 drop.name = name();
             } else {
-                expect(Keyword::On, "ON");
+                expect(Keyword::On);
                 drop.table = qualifiedName();
             }
         } else {
@@ -273,9 +273,9 @@ void Parser::truncateStatement()
 {
     const std::uint32_t offset = current().offset;
     ++position_;
-    expect(Keyword::Table, "TABLE");
+    expect(Keyword::Table);
     const Name table = qualifiedName();
-    add(StepKind::Truncate, offset).table = table;
+    add(StepKind::Truncate, offset).name = table;
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

@@ -1,13 +1,14 @@
 #include <algorithm>
 #include <charconv>
 
-#include "tamarok_tsql/parser.h"
+#include "parser.h"
 #include "tamarok_tsql/type_rules.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 namespace {
 
-/// SQLite refuses expression trees beyond 1000 levels; a chain of operators is as deep as long.
+/// Highest expression tree. A chain such as 1+1+1 is as high as it is long; back ends walk the tree recursively
+/// and refuse more than about 1000 levels.
 constexpr std::uint16_t highestTree = 900;
 
 bool isComparison(TokenKind kind)
@@ -142,7 +143,7 @@ Expr* Parser::negatablePredicate(Expr* left)
         auto* result = node<IsNullExpr>(ExprKind::IsNull, offset);
         result->value = requireValue(left);
         result->negated = accept(Keyword::Not);
-        expect(Keyword::Null, "NULL");
+        expect(Keyword::Null);
         result->condition = true;
         return result;
     }
@@ -155,7 +156,7 @@ Expr* Parser::negatablePredicate(Expr* left)
         auto* result = node<BetweenExpr>(ExprKind::Between, offset);
         result->value = requireValue(left);
         result->low = requireValue(additive());
-        expect(Keyword::And, "AND");
+        expect(Keyword::And);
         result->high = requireValue(additive());
         result->negated = negated;
         result->condition = true;
@@ -385,11 +386,11 @@ Over* Parser::overClause()
     expect(TokenKind::LeftParen, "(");
     Over* over = arena_.make<Over>();
     if (accept(Keyword::Partition)) {
-        expect(Keyword::By, "BY");
+        expect(Keyword::By);
         over->partition = valueList();
     }
     if (accept(Keyword::Order)) {
-        expect(Keyword::By, "BY");
+        expect(Keyword::By);
         over->order = orderItems();
     }
     if (at(Keyword::Rows) || atWord("RANGE")) unsupportedHere("A window frame (ROWS or RANGE)");
@@ -405,12 +406,12 @@ Expr* Parser::caseExpression()
     ArenaList<CaseArm> arms(arena_);
     while (accept(Keyword::When)) {
         Expr* when = result->operand != nullptr ? value() : condition();
-        expect(Keyword::Then, "THEN");
+        expect(Keyword::Then);
         arms.push({when, value()});
     }
-    if (arms.size() == 0) expect(Keyword::When, "WHEN");
+    if (arms.size() == 0) expect(Keyword::When);
     if (accept(Keyword::Else)) result->otherwise = value();
-    expect(Keyword::End, "END");
+    expect(Keyword::End);
     result->arms = arms.span();
     return result;
 }
@@ -502,7 +503,7 @@ Expr* Parser::castExpression()
     auto* result = node<CastExpr>(ExprKind::Cast, current().offset);
     position_ += 2;
     result->value = value();
-    expect(Keyword::As, "AS");
+    expect(Keyword::As);
     std::string_view written;
     const Type type = typeName(written);
     result->target = withCastLength(type, written);
@@ -526,4 +527,4 @@ Expr* Parser::convertExpression()
     return result;
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

@@ -1,12 +1,12 @@
 #include <algorithm>
 #include <array>
 
-#include "tamarok_tsql/parser.h"
+#include "parser.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 namespace {
 
-/// SQLite joins at most so many arms of a compound query.
+/// Most SELECTs of a compound query (UNION and the like); back ends have such a limit.
 constexpr std::uint16_t mostArms = 500;
 
 /// Hints on locking are honoured by how the embedded database locks in any case; they change no result.
@@ -23,7 +23,7 @@ Query* Parser::query()
     if (at(Keyword::Order)) {
         if (!result->order.empty()) refuseHere();
         ++position_;
-        expect(Keyword::By, "BY");
+        expect(Keyword::By);
         result->order = orderItems();
         if (at(Keyword::Offset)) offsetClause(*result);
     }
@@ -90,7 +90,7 @@ Core* Parser::core()
 {
     Core* result = arena_.make<Core>();
     result->offset = current().offset;
-    expect(Keyword::Select, "SELECT");
+    expect(Keyword::Select);
     result->distinct = accept(Keyword::Distinct);
     accept(Keyword::All);
     if (at(Keyword::Top)) topClause(*result);
@@ -103,7 +103,7 @@ Core* Parser::core()
     if (accept(Keyword::From)) result->from = fromClause();
     if (accept(Keyword::Where)) result->where = condition();
     if (accept(Keyword::Group)) {
-        expect(Keyword::By, "BY");
+        expect(Keyword::By);
         if (at(Keyword::All)) unsupportedHere("GROUP BY ALL");
         result->groupBy = valueList();
         if (at(Keyword::With)) unsupportedHere("WITH ROLLUP and WITH CUBE");
@@ -246,13 +246,13 @@ FromItem* Parser::joinTail(FromItem* left)
     }
     if (kind == FromKind::Left || kind == FromKind::Right || kind == FromKind::Full) accept(Keyword::Outer);
     if (atWord("HASH") || atWord("LOOP") || at(Keyword::Merge)) unsupportedHere("A join hint");
-    expect(Keyword::Join, "JOIN");
+    expect(Keyword::Join);
     FromItem* right = fromPrimary();
     if (kind == FromKind::Cross) return join(kind, left, right, offset);
     while (atJoin())
         right = joinTail(right);
     FromItem* result = join(kind, left, right, offset);
-    expect(Keyword::On, "ON");
+    expect(Keyword::On);
     result->on = condition();
     return result;
 }
@@ -316,4 +316,4 @@ void Parser::tableHints()
     expect(TokenKind::RightParen, ")");
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

@@ -1,23 +1,16 @@
 #include <array>
 #include <charconv>
 
-#include "tamarok_tsql/parser.h"
+#include "parser.h"
 #include "tamarok_tsql/type_rules.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 
 ParsedStep& Parser::add(StepKind kind, std::uint32_t offset)
 {
     ParsedStep& step = steps_.emplace_back();
     step.kind = kind;
     step.offset = offset;
-    return step;
-}
-
-ParsedStep& Parser::addPlain(Step::Kind kind, std::uint32_t offset)
-{
-    ParsedStep& step = add(StepKind::Plain, offset);
-    step.plain.kind = kind;
     return step;
 }
 
@@ -95,7 +88,7 @@ void Parser::block()
     if (at(Keyword::End)) refuseHere();
     while (!at(Keyword::End)) {
         if (accept(TokenKind::Semicolon)) continue;
-        if (at(TokenKind::End)) expect(Keyword::End, "END");
+        if (at(TokenKind::End)) expect(Keyword::End);
         statement();
     }
     ++position_;
@@ -109,17 +102,16 @@ void Parser::ifStatement()
     const std::size_t branch = steps_.size();
     ParsedStep& jump = add(StepKind::JumpUnless, offset);
     jump.condition = test;
-    jump.plain.kind = Step::Kind::JumpUnless;
     statement();
     if (!accept(Keyword::Else)) {
-        steps_[branch].plain.jump = steps_.size();
+        steps_[branch].jump = steps_.size();
         return;
     }
     const std::size_t skip = steps_.size();
-    addPlain(Step::Kind::Jump, current().offset);
-    steps_[branch].plain.jump = steps_.size();
+    add(StepKind::Jump, current().offset);
+    steps_[branch].jump = steps_.size();
     statement();
-    steps_[skip].plain.jump = steps_.size();
+    steps_[skip].jump = steps_.size();
 }
 
 namespace {
@@ -172,7 +164,7 @@ void Parser::setStatement()
                 if (!acceptWord("UNCOMMITTED")) expectWord("COMMITTED");
             }
         }
-        addPlain(Step::Kind::Nothing, offset);
+        add(StepKind::Nothing, offset);
         return;
     }
     const Token option = current();
@@ -191,32 +183,31 @@ void Parser::setOption(const Token& option)
         for (const Language& language : languages) {
             if (sameName(word, "LANGUAGE") && sameName(language.name, chosen)) chosen = language.dateFormat;
         }
-        for (const std::string_view order : {"dmy", "mdy", "ymd", "ydm", "myd", "dym"}) {
-            if (!sameName(order, chosen)) continue;
+        if (const std::optional<DateOrder> order = parseDateOrder(chosen)) {
             ++position_;
-            addPlain(Step::Kind::DateFormat, option.offset).plain.target = order;
+            add(StepKind::DateFormat, option.offset).dateOrder = *order;
             return;
         }
         source_.refuse(argument.offset, 2741, "SET " + std::string(word) + ": '" + chosen + "' is not known.");
     }
     if (sameName(word, "IDENTITY_INSERT")) {
         qualifiedName();
-        if (!accept(Keyword::On)) expect(Keyword::Off, "OFF");
-        addPlain(Step::Kind::Nothing, option.offset);
+        if (!accept(Keyword::On)) expect(Keyword::Off);
+        add(StepKind::Nothing, option.offset);
         return;
     }
     const bool on = accept(Keyword::On);
     if (!on && !at(Keyword::Off)) unsupportedHere("SET " + std::string(word));
     if (!on) ++position_;
     if (sameName(word, "NOCOUNT")) {
-        addPlain(Step::Kind::NoCount, option.offset).plain.flag = on;
+        add(StepKind::NoCount, option.offset).flag = on;
         return;
     }
     for (const Option& known : options) {
         if (!sameName(known.name, word)) continue;
         if (!on && !known.switchable) break;
         if (on && sameName(word, "FMTONLY")) break;
-        addPlain(Step::Kind::Nothing, option.offset);
+        add(StepKind::Nothing, option.offset);
         return;
     }
     source_.unsupported(option.offset, "SET " + std::string(word) + (on ? " ON" : " OFF"));
@@ -234,7 +225,7 @@ void Parser::insertStatement()
     if (at(TokenKind::LeftParen) && ahead(1).keyword != Keyword::Select) insert->columns = nameList();
     if (atWord("OUTPUT")) unsupportedHere("The OUTPUT clause");
     if (accept(Keyword::Default)) {
-        expect(Keyword::Values, "VALUES");
+        expect(Keyword::Values);
         insert->defaults = true;
     } else if (accept(Keyword::Values)) {
         ArenaList<ExprList> rows(arena_);
@@ -260,7 +251,7 @@ void Parser::updateStatement()
     auto* update = arena_.make<UpdateStatement>();
     update->target = qualifiedName();
     tableHints();
-    expect(Keyword::Set, "SET");
+    expect(Keyword::Set);
     ArenaList<Assignment> assignments(arena_);
     do {
         if (at(TokenKind::Variable)) unsupportedHere("A variable");
@@ -308,10 +299,10 @@ void Parser::transactionStatement()
         if (word.keyword == Keyword::Rollback) unsupportedHere("ROLLBACK to a named point");
         ++position_;
     }
-    addPlain(word.keyword == Keyword::Begin    ? Step::Kind::Begin
-             : word.keyword == Keyword::Commit ? Step::Kind::Commit
-                                               : Step::Kind::Rollback,
-             word.offset);
+    add(word.keyword == Keyword::Begin    ? StepKind::Begin
+        : word.keyword == Keyword::Commit ? StepKind::Commit
+                                          : StepKind::Rollback,
+        word.offset);
 }
 
 void Parser::executeStatement()
@@ -332,9 +323,9 @@ void Parser::executeStatement()
             arguments.push_back(argument());
         } while (accept(TokenKind::Comma));
     }
-    ParsedStep& step = addPlain(Step::Kind::Procedure, offset);
-    step.plain.target = procedure.text;
-    step.plain.arguments = std::move(arguments);
+    ParsedStep& step = add(StepKind::Execute, offset);
+    step.name = procedure;
+    step.arguments = std::move(arguments);
 }
 
 Argument Parser::argument()
@@ -387,4 +378,4 @@ Argument Parser::argument()
     return result;
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

@@ -2,7 +2,7 @@
 
 #include "tamarok/error.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 
 void SourceText::refuse(std::size_t offset, std::int32_t nativeError, std::string message,
                         std::string_view sqlState) const
@@ -31,4 +31,4 @@ void SourceText::unsupported(std::size_t offset, std::string_view construct) con
     refuse(offset, messages::unsupported, std::string(construct) + " is not supported by the embedded database.");
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

@@ -7,7 +7,7 @@
 
 #include "tamarok_tsql/names.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 namespace {
 
 struct TypeRow {
@@ -159,7 +159,7 @@ TypeClass classOf(const Type& type)
     return classes[static_cast<std::size_t>(type.kind)];
 }
 
-std::int64_t wholeBound(TypeKind kind)
+std::int64_t largestMagnitude(TypeKind kind)
 {
     switch (kind) {
     case TypeKind::Bit: return 1;
@@ -257,4 +257,4 @@ std::string declaredText(const Type& type)
     return text;
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "database/schema.h"
+#include "tamarok_database/schema.h"
 #include "tamarok_embedded/connect.h"
 
 #include "tamarok/comm_lock.h"

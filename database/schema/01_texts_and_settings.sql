@@ -1,7 +1,7 @@
 -- Texts of the user interface, options, form settings and labelled key groups.
 
--- One text a number. For each language suffix (GERMAN, ENGLISH, FRENCH) stand the text itself, the
--- customer's own wording, a short form and a long form; Null where there is none.
+-- One row per text number. Each language suffix (GERMAN, ENGLISH, FRENCH) has the text itself, the customer's own
+-- wording (CUSTOM_), a short form and a long form; Null where there is none.
 CREATE TABLE STRINGS (
     ID_STRING INT NOT NULL PRIMARY KEY,
     GERMAN NVARCHAR(255),
@@ -19,7 +19,7 @@ CREATE TABLE STRINGS (
 )
 GO
 
--- Settings of the installation, one row a property and one column a value kind. Written by tmk_OPTIONEN_INS.
+-- Settings of the installation, one row per property and one column per kind of value. Written by tmk_OPTIONEN_INS.
 -- Names compare exactly, as the readers of texts and dates expect.
 CREATE TABLE OPTIONEN (
     PROPERTY_ID NVARCHAR(30) COLLATE Latin1_General_BIN NOT NULL PRIMARY KEY,
@@ -30,7 +30,7 @@ CREATE TABLE OPTIONEN (
 )
 GO
 
--- Settings of one form.
+-- One row per setting of one form.
 CREATE TABLE FORMS_CONFIG (
     FORM_ID NVARCHAR(30) NOT NULL,
     PROPERTY_ID NVARCHAR(50) NOT NULL,
@@ -39,7 +39,7 @@ CREATE TABLE FORMS_CONFIG (
 )
 GO
 
--- Small key lists in one table, told apart by their group: MENGEN holds the measures of quantity.
+-- One row per entry of a small key list. LABEL_GROUP names the list: MENGEN holds the units of quantity.
 CREATE TABLE STAMM_TABELLEN (
     ID_STRING INT NOT NULL PRIMARY KEY,
     LABEL_GROUP NVARCHAR(20) NOT NULL,

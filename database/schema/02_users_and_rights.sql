@@ -1,6 +1,6 @@
 -- Organisation levels, users, their grants, sessions and record locks.
 
--- Organisational units. The code ACCESS_LEVELS is read as two-digit groups from coarse to fine; the last
+-- One row per organisational unit. The code ACCESS_LEVELS is read as two-digit groups from coarse to fine; the last
 -- three are AFF, OBF and REV. "00" ends the level, zeros alone are the root.
 CREATE TABLE ACCESS_LEVELS (
     ID INT NOT NULL PRIMARY KEY,
@@ -20,7 +20,7 @@ GO
 CREATE UNIQUE INDEX IX_ACCESS_LEVELS_CODE ON ACCESS_LEVELS (ACCESS_LEVELS)
 GO
 
--- Users of the application. ID_USERS_VERTRETER names the deputy.
+-- One row per user of the application. ID_USERS_VERTRETER names the deputy.
 CREATE TABLE USERS (
     ID INT NOT NULL PRIMARY KEY,
     NAME NVARCHAR(30) NOT NULL,
@@ -37,7 +37,7 @@ GO
 CREATE INDEX IX_USERS_VERTRETER ON USERS (ID_USERS_VERTRETER)
 GO
 
--- Numbered properties of a user. B055: lends his rights to his deputy.
+-- One row per user: the numbered properties. B055: lends his rights to his deputy.
 CREATE TABLE USERS_PROPERTY (
     ID_USERS INT NOT NULL PRIMARY KEY,
     B001 BIT,
@@ -103,7 +103,8 @@ CREATE TABLE USERS_PROPERTY (
 )
 GO
 
--- Generic relations. USERS.ACCESS_LEVELS: the levels (ID_SLAVE) in which a user (ID_MASTER) may work.
+-- One row per pair of related rows of two tables, which RELATION names. USERS.ACCESS_LEVELS: the levels (ID_SLAVE)
+-- in which a user (ID_MASTER) may work.
 CREATE TABLE ONETOMANY (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     RELATION NVARCHAR(50) NOT NULL,
@@ -116,7 +117,7 @@ GO
 CREATE INDEX IX_ONETOMANY_SLAVE ON ONETOMANY (RELATION, ID_SLAVE)
 GO
 
--- Personal grants for the keys of the navigation tree: 1 may, 0 or Null may not.
+-- One row per user and right key: the personal grant to read and to write. 1 may, 0 or Null may not.
 CREATE TABLE USERS_TREEVIEW (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     ID_USERS INT NOT NULL,
@@ -128,8 +129,8 @@ GO
 CREATE UNIQUE INDEX IX_USERS_TREEVIEW_USER ON USERS_TREEVIEW (ID_USERS, TREEVIEW)
 GO
 
--- Organisational grants. The digit is the depth of the level: 3 for codes ending in 000000, 2 for 0000, 1 for 00,
--- 0 for any other.
+-- One row per right key: the organisational grants. The digit is the depth of the level: 3 for codes ending in
+-- 000000, 2 for 0000, 1 for 00, 0 for any other.
 CREATE TABLE BB_ORGANISATIONS_RECHTE (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     ANWENDUNGSOBJEKTE NVARCHAR(60) NOT NULL,
@@ -146,7 +147,7 @@ GO
 CREATE UNIQUE INDEX IX_BB_ORGANISATIONS_RECHTE_KEY ON BB_ORGANISATIONS_RECHTE (ANWENDUNGSOBJEKTE)
 GO
 
--- One row a session (LOGIN holds the server's clock at login) and one row a locked object (LOGIN Null, and
+-- One row per session (LOGIN holds the server's clock at login) and one row per locked object (LOGIN Null, and
 -- exactly one of the object columns filled).
 CREATE TABLE [LOCK] (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
@@ -179,7 +180,7 @@ GO
 CREATE INDEX IX_LOCK_RECHNUNG ON [LOCK] (RECHNUNG)
 GO
 
--- Nodes of the navigation tree as a database login has seen them, kept by tmk_NodeVisible.
+-- One row per database login and node of the navigation tree that it has seen, kept by tmk_NodeVisible.
 CREATE TABLE USERS_TREEVIEW_SEEN (
     LOGIN NVARCHAR(128) NOT NULL,
     TREEVIEW NVARCHAR(200) NOT NULL,

@@ -1,6 +1,6 @@
 -- Head records that can be locked besides timber lists and invoices: what a refused lock shows of them.
 
--- Vouchers.
+-- One row per voucher.
 CREATE TABLE BB_BELEGE_KOPF (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     BELEGNUMMER NVARCHAR(20),
@@ -8,7 +8,7 @@ CREATE TABLE BB_BELEGE_KOPF (
 )
 GO
 
--- Timber harvest records.
+-- One row per timber harvest record.
 CREATE TABLE BB_HAB_KOPF (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     HAB_NUMMER NVARCHAR(20),
@@ -16,7 +16,7 @@ CREATE TABLE BB_HAB_KOPF (
 )
 GO
 
--- Billing records.
+-- One row per billing record.
 CREATE TABLE BB_FAKTURA_KOPF (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     FA_NUMMER NVARCHAR(20),
@@ -27,7 +27,7 @@ CREATE TABLE BB_FAKTURA_KOPF (
 )
 GO
 
--- Wage entry of a month.
+-- One row per month of wage entry.
 CREATE TABLE LOHNERFASSUNG_KOPF (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     BUCHUNGS_YEAR SMALLINT,
@@ -36,7 +36,7 @@ CREATE TABLE LOHNERFASSUNG_KOPF (
 )
 GO
 
--- Voucher bookings.
+-- One row per voucher booking.
 CREATE TABLE SCH_BELEGE_KOPF (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     BELEGNUMMER NVARCHAR(20),
@@ -44,7 +44,7 @@ CREATE TABLE SCH_BELEGE_KOPF (
 )
 GO
 
--- Machine log.
+-- One row per machine log.
 CREATE TABLE SCH_MASCHINENBUCH (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -54,7 +54,7 @@ CREATE TABLE SCH_MASCHINENBUCH (
 )
 GO
 
--- Plans.
+-- One row per plan.
 CREATE TABLE PLAN_KOPF (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     PLANNUMMER NVARCHAR(20),
@@ -62,7 +62,7 @@ CREATE TABLE PLAN_KOPF (
 )
 GO
 
--- Plans of the BB edition.
+-- One row per plan of the BB edition.
 CREATE TABLE BB_PLAN_KOPF (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     PLAN_NUMMER NVARCHAR(20),
@@ -70,7 +70,7 @@ CREATE TABLE BB_PLAN_KOPF (
 )
 GO
 
--- Orders.
+-- One row per order.
 CREATE TABLE BB_AUFTRAG_KOPF (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     AUFTRAG_NUMMER NVARCHAR(20),
@@ -81,7 +81,7 @@ CREATE TABLE BB_AUFTRAG_KOPF (
 )
 GO
 
--- Monthly work plans.
+-- One row per monthly work plan.
 CREATE TABLE BB_MAP_KOPF (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     MAP_NUMMER NVARCHAR(20),
@@ -89,7 +89,7 @@ CREATE TABLE BB_MAP_KOPF (
 )
 GO
 
--- Hunting plans.
+-- One row per hunting plan.
 CREATE TABLE BB_ABSCHUSSPLAN_KOPF (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     JAGDJAHR SMALLINT,
@@ -97,7 +97,7 @@ CREATE TABLE BB_ABSCHUSSPLAN_KOPF (
 )
 GO
 
--- Game origin records.
+-- One row per game origin record.
 CREATE TABLE BB_WILDURSPRUNGS (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     WILDMARKENNUMMER NVARCHAR(20),
@@ -105,7 +105,7 @@ CREATE TABLE BB_WILDURSPRUNGS (
 )
 GO
 
--- Hunting dogs.
+-- One row per hunting dog.
 CREATE TABLE BB_JAGDHUNDE (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -113,7 +113,7 @@ CREATE TABLE BB_JAGDHUNDE (
 )
 GO
 
--- Small-game bags.
+-- One row per small-game bag.
 CREATE TABLE BB_STRECKE_NIEDER (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -121,7 +121,7 @@ CREATE TABLE BB_STRECKE_NIEDER (
 )
 GO
 
--- Wages of forest workers.
+-- One row per month of forest workers' wages.
 CREATE TABLE BB_WALDARBEITERLOHN_KOPF (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     ABRECHNUNGSMONAT SMALLINT,
@@ -130,7 +130,7 @@ CREATE TABLE BB_WALDARBEITERLOHN_KOPF (
 )
 GO
 
--- Surveys of standing timber.
+-- One row per survey of standing timber.
 CREATE TABLE STEH_AUFNAHMEPROTOKOLL_KOPF (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),

@@ -1,6 +1,7 @@
 -- Keys of timber measurement: species, assortments, classes, units, bark and conversion factors.
 
--- Tree species. LNH tells softwood from hardwood, ZUORD_MSZ assigns the species to the price table D_MSZ.
+-- One row per tree species. LNH tells softwood from hardwood, ZUORD_MSZ assigns the species to the price table
+-- D_MSZ.
 CREATE TABLE HOLZART (
     ID INT NOT NULL PRIMARY KEY,
     HA NVARCHAR(10) NOT NULL,
@@ -24,9 +25,10 @@ GO
 CREATE UNIQUE INDEX IX_HOLZART_HA ON HOLZART (HA)
 GO
 
--- Assortments. STKL, GKL, HOLZART, RINDENKENNZ and MENGENEINHEIT are comma lists of the keys that the assortment
--- allows, empty for all; the four factors are defaults where no rule of U_FAKT applies. RUND to MANTEL are the
--- measure kinds it is offered for, SOR_1 to SOR_9 the kinds of sorting, EINGABE_KLST the kind of a measured line.
+-- One row per assortment. STKL, GKL, HOLZART, RINDENKENNZ and MENGENEINHEIT are comma lists of the keys that the
+-- assortment allows, empty for all; the four factors are defaults where no rule of U_FAKT applies. RUND to MANTEL
+-- are the measure kinds it is offered for, SOR_1 to SOR_9 the kinds of sorting, EINGABE_KLST the kind of a measured
+-- line.
 CREATE TABLE HOLZSORTE (
     ID INT NOT NULL PRIMARY KEY,
     HS NVARCHAR(10) NOT NULL,
@@ -76,7 +78,7 @@ GO
 CREATE UNIQUE INDEX IX_HOLZSORTE_HS ON HOLZSORTE (HS)
 GO
 
--- Quality classes.
+-- One row per quality class.
 CREATE TABLE GUETEKLASSE (
     ID INT NOT NULL PRIMARY KEY,
     GKL NVARCHAR(10) NOT NULL,
@@ -93,8 +95,8 @@ GO
 CREATE UNIQUE INDEX IX_GUETEKLASSE_GKL ON GUETEKLASSE (GKL)
 GO
 
--- Strength classes with inclusive diameter bounds in cm, under bark and (_OR) over bark. STANDART_LEER: offered
--- where no class fits.
+-- One row per strength class with inclusive diameter bounds in cm, under bark and (_OR) over bark. STANDART_LEER:
+-- offered where no class fits.
 CREATE TABLE STKL (
     ID INT NOT NULL PRIMARY KEY,
     STKL NVARCHAR(10) NOT NULL,
@@ -115,7 +117,7 @@ GO
 CREATE UNIQUE INDEX IX_STKL_STKL ON STKL (STKL)
 GO
 
--- Bark keys. CALCULATION: the deduction is computed from RINDENABZUG.
+-- One row per bark key. CALCULATION: the deduction is computed from RINDENABZUG.
 CREATE TABLE RINDENKENNZ (
     ID_RINDENKENNZ INT NOT NULL PRIMARY KEY,
     RINDENKENNZ NVARCHAR(10) NOT NULL,
@@ -128,8 +130,8 @@ GO
 CREATE UNIQUE INDEX IX_RINDENKENNZ_KEY ON RINDENKENNZ (RINDENKENNZ)
 GO
 
--- Bark tables: up to twenty support points a species, diameters in cm (SW) ascending with the deduction (RA)
--- in cm, or in percent where RINDEPROZENT is set.
+-- One row per tree species and period of a bark table: up to twenty support points, diameters in cm (SW) ascending
+-- with the deduction (RA) in cm, or in percent where RINDEPROZENT is set.
 CREATE TABLE RINDENABZUG (
     ID INT NOT NULL PRIMARY KEY,
     HA NVARCHAR(10) NOT NULL,
@@ -181,7 +183,7 @@ GO
 CREATE INDEX IX_RINDENABZUG_HA ON RINDENABZUG (HA)
 GO
 
--- Units. The flags say what a unit measures; MENGE_DECIMAL its decimals.
+-- One row per unit. The flags say what a unit measures; MENGE_DECIMAL its decimals.
 CREATE TABLE WARENEINHEIT (
     EINHEIT_ID INT NOT NULL PRIMARY KEY,
     EINHEIT NVARCHAR(10) NOT NULL,
@@ -209,7 +211,7 @@ GO
 CREATE UNIQUE INDEX IX_WARENEINHEIT_EINHEIT ON WARENEINHEIT (EINHEIT)
 GO
 
--- Rules for conversion factors; Null in a condition is any value, the lowest ORDERBY wins.
+-- One row per rule for conversion factors; Null in a condition is any value, the lowest ORDERBY wins.
 CREATE TABLE U_FAKT (
     ID INT NOT NULL PRIMARY KEY,
     ID_DSART INT,
@@ -231,7 +233,7 @@ GO
 CREATE INDEX IX_U_FAKT_ORDERBY ON U_FAKT (ORDERBY)
 GO
 
--- Which pairs of assortment and unit are convertible; Null is any.
+-- One row per pair of assortment and unit: CALC says whether it is convertible. Null in a key is any.
 CREATE TABLE TSM_MENGECALC (
     ID INT NOT NULL PRIMARY KEY,
     ID_HOLZSORTE INT,
@@ -240,7 +242,7 @@ CREATE TABLE TSM_MENGECALC (
 )
 GO
 
--- Conversion values by species, assortment and strength class groups and unit.
+-- One row per conversion value by species, assortment and strength class groups and unit.
 CREATE TABLE TSP_UMF (
     ID INT NOT NULL PRIMARY KEY,
     ID_BB_TSM_BAGUMF INT,
@@ -253,7 +255,7 @@ GO
 CREATE INDEX IX_TSP_UMF_GROUPS ON TSP_UMF (ID_BB_TSM_BAGUMF, ID_TSM_SOG_UMF, ID_TSM_STKLG_UMF, ID_WARENEINHEIT)
 GO
 
--- Classes of the mean piece volume, inclusive bounds in cubic metres.
+-- One row per class of the mean piece volume, inclusive bounds in cubic metres.
 CREATE TABLE KUBATURKLASSE (
     KKLASSE NVARCHAR(10) NOT NULL PRIMARY KEY,
     [TEXT] NVARCHAR(30),
@@ -262,7 +264,7 @@ CREATE TABLE KUBATURKLASSE (
 )
 GO
 
--- Kinds of a measured line: 1 single log, 2 logs of one strength class, 3 collective entry.
+-- One row per kind of a measured line: 1 single log, 2 logs of one strength class, 3 collective entry.
 CREATE TABLE KLST (
     ID SMALLINT NOT NULL PRIMARY KEY,
     [SHORT] NVARCHAR(10),
@@ -270,7 +272,7 @@ CREATE TABLE KLST (
 )
 GO
 
--- Measure kinds. ALLOW_MENGE: entered as a quantity, without single logs.
+-- One row per measure kind. ALLOW_MENGE: entered as a quantity, without single logs.
 CREATE TABLE DSART (
     ID SMALLINT NOT NULL PRIMARY KEY,
     NAME NVARCHAR(50),
@@ -283,7 +285,7 @@ CREATE TABLE DSART (
 )
 GO
 
--- Kinds of timber lists.
+-- One row per kind of timber list.
 CREATE TABLE LISTENART (
     LISTENART SMALLINT NOT NULL PRIMARY KEY,
     [TEXT] NVARCHAR(50),
@@ -293,7 +295,7 @@ CREATE TABLE LISTENART (
 )
 GO
 
--- Kinds of felling.
+-- One row per kind of felling.
 CREATE TABLE NUTZUNGSART (
     ID INT NOT NULL PRIMARY KEY,
     NA NVARCHAR(10) NOT NULL,
@@ -306,7 +308,7 @@ GO
 CREATE UNIQUE INDEX IX_NUTZUNGSART_NA ON NUTZUNGSART (NA)
 GO
 
--- Causes of calamity fellings.
+-- One row per cause of calamity fellings.
 CREATE TABLE KALAMITAET (
     ID INT NOT NULL PRIMARY KEY,
     KA NVARCHAR(10) NOT NULL,
@@ -318,7 +320,8 @@ GO
 CREATE UNIQUE INDEX IX_KALAMITAET_KA ON KALAMITAET (KA)
 GO
 
--- Guide prices in euro a cubic metre by measure kind, strength class and the price groups of species and assortment.
+-- One row per guide price in euro per cubic metre by measure kind, strength class and the price groups of species
+-- and assortment.
 CREATE TABLE D_MSZ (
     ID INT NOT NULL PRIMARY KEY,
     DSART SMALLINT NOT NULL,

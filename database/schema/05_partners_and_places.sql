@@ -1,7 +1,8 @@
 -- Partners, forest locations and the free relation lists.
 
--- Partners: customers, forest owners, carriers, contractors and staff. The flags WALDBESITZER to SONSTIGER are
--- their roles; KOSTENART to VERFAHREN name the charts (TABLE_NAME of those tables) that an owner uses.
+-- One row per partner: customers, forest owners, carriers, contractors and staff. The flags WALDBESITZER to
+-- SONSTIGER are their roles; KOSTENART to VERFAHREN name the charts (TABLE_NAME of those tables) that an owner
+-- uses.
 CREATE TABLE PERSONAL (
     ID_PERSONAL INT NOT NULL PRIMARY KEY,
     KURZBEZEICHNUNG NVARCHAR(40) NOT NULL,
@@ -72,7 +73,7 @@ GO
 CREATE INDEX IX_PERSONAL_LEVEL ON PERSONAL (ID_ACCESS_LEVELS)
 GO
 
--- Kinds of forest ownership.
+-- One row per kind of forest ownership.
 CREATE TABLE BB_T_EIGENTUMSART (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(10),
@@ -83,7 +84,7 @@ CREATE TABLE BB_T_EIGENTUMSART (
 )
 GO
 
--- Kinds of membership in the association.
+-- One row per kind of membership in the association.
 CREATE TABLE T_MITGLIEDSART (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(10),
@@ -93,7 +94,7 @@ CREATE TABLE T_MITGLIEDSART (
 )
 GO
 
--- Forest locations in up to six levels, with their area in hectares.
+-- One row per forest location, a path of up to six levels, with its area in hectares.
 CREATE TABLE WALDORT (
     ID_WALDORT INT NOT NULL PRIMARY KEY,
     WO1 NVARCHAR(20),
@@ -111,7 +112,7 @@ GO
 CREATE INDEX IX_WALDORT_LEVEL ON WALDORT (ID_ACCESS_LEVELS)
 GO
 
--- Ten free lists of a timber list, told apart by RELTABLE_ID.
+-- One row per entry of the ten free lists of a timber list. RELTABLE_ID names the list: 11 to 20.
 CREATE TABLE RELTABLE (
     ID INT NOT NULL PRIMARY KEY,
     RELTABLE_ID INT NOT NULL,

@@ -1,6 +1,6 @@
 -- Keys of invoicing, budget, cost accounting and planning.
 
--- Kinds of invoices.
+-- One row per kind of invoice.
 CREATE TABLE RECHNUNGSART (
     RART_ID INT NOT NULL PRIMARY KEY,
     RECHNUNGSART NVARCHAR(50),
@@ -8,7 +8,7 @@ CREATE TABLE RECHNUNGSART (
 )
 GO
 
--- Booking numbers.
+-- One row per booking number.
 CREATE TABLE BUCHNR (
     BUCHNR_ID INT NOT NULL PRIMARY KEY,
     BUCHNR NVARCHAR(20),
@@ -19,14 +19,14 @@ CREATE TABLE BUCHNR (
 )
 GO
 
--- Occasions of an invoice.
+-- One row per occasion of an invoice.
 CREATE TABLE ANLASSART (
     ID INT NOT NULL PRIMARY KEY,
     NAME NVARCHAR(50)
 )
 GO
 
--- Chapters of the budget.
+-- One row per chapter of the budget.
 CREATE TABLE HH_KAPITEL (
     ID INT NOT NULL PRIMARY KEY,
     [NUMBER] NVARCHAR(20),
@@ -37,7 +37,7 @@ CREATE TABLE HH_KAPITEL (
 )
 GO
 
--- Titles of the budget.
+-- One row per title of the budget.
 CREATE TABLE HH_TITEL (
     ID INT NOT NULL PRIMARY KEY,
     ID_HH_KAPITEL INT,
@@ -49,7 +49,7 @@ CREATE TABLE HH_TITEL (
 )
 GO
 
--- Kinds of sale.
+-- One row per kind of sale.
 CREATE TABLE VERKAUFSART (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(10),
@@ -61,7 +61,7 @@ CREATE TABLE VERKAUFSART (
 )
 GO
 
--- Products of cost accounting.
+-- One row per product of cost accounting.
 CREATE TABLE PRODUKT (
     ID INT NOT NULL PRIMARY KEY,
     [NUMBER] NVARCHAR(10),
@@ -74,7 +74,7 @@ CREATE TABLE PRODUKT (
 )
 GO
 
--- Cost objects: roads, buildings, machines.
+-- One row per cost object: roads, buildings, machines.
 CREATE TABLE OBJEKT (
     ID INT NOT NULL PRIMARY KEY,
     TABLE_NAME NVARCHAR(30),
@@ -86,7 +86,7 @@ CREATE TABLE OBJEKT (
 )
 GO
 
--- Working methods.
+-- One row per working method.
 CREATE TABLE VERFAHREN (
     ID INT NOT NULL PRIMARY KEY,
     [NUMBER] NVARCHAR(10),
@@ -97,7 +97,7 @@ CREATE TABLE VERFAHREN (
 )
 GO
 
--- Projects.
+-- One row per project.
 CREATE TABLE BB_T_PROJEKT_PLANUNG (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(15),
@@ -111,7 +111,7 @@ GO
 CREATE INDEX IX_BB_T_PROJEKT_PLANUNG_NUMMER ON BB_T_PROJEKT_PLANUNG (NUMMER)
 GO
 
--- Planned orders.
+-- One row per planned order.
 CREATE TABLE BB_T_AUFTRAGS_PLANUNG (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -129,8 +129,8 @@ GO
 CREATE INDEX IX_BB_T_AUFTRAGS_PLANUNG_NUMMER ON BB_T_AUFTRAGS_PLANUNG (NUMMER)
 GO
 
--- Heads of work orders. The number of an order is made of year (NAME_FWJ), forest district (NAME_REVIER) and a
--- running number (NAME_NUMMER).
+-- One row per head of work orders. The number of an order is made of year (NAME_FWJ), forest district (NAME_REVIER)
+-- and a running number (NAME_NUMMER).
 CREATE TABLE ARBEITSAUFTRAG_KOPF (
     ID INT NOT NULL PRIMARY KEY,
     NAME NVARCHAR(30),
@@ -152,7 +152,7 @@ CREATE TABLE ARBEITSAUFTRAG_KOPF (
 )
 GO
 
--- Heads of planned work orders.
+-- One row per head of planned work orders.
 CREATE TABLE ARBEITSAUFTRAG_KOPF_PLANN (
     ID INT NOT NULL PRIMARY KEY,
     NAME NVARCHAR(30),
@@ -168,7 +168,7 @@ CREATE TABLE ARBEITSAUFTRAG_KOPF_PLANN (
 )
 GO
 
--- Positions of work orders; ORDERS is the position's number.
+-- One row per position of work orders; ORDERS is the position's number.
 CREATE TABLE ARBEITSAUFTRAG (
     ID INT NOT NULL PRIMARY KEY,
     ARBEITSAUFTRAG_KOPF_ID INT,

@@ -1,6 +1,6 @@
 -- Contracts, provision of lots and transport.
 
--- Contracts of supply and purchase.
+-- One row per contract of supply and purchase.
 CREATE TABLE VERTRAEGE (
     ID_VERTRAG INT NOT NULL PRIMARY KEY,
     VERTRAG_NAME NVARCHAR(30) NOT NULL,
@@ -29,7 +29,7 @@ GO
 CREATE UNIQUE INDEX IX_VERTRAEGE_NAME ON VERTRAEGE (VERTRAG_NAME)
 GO
 
--- Quantities of a contract by species and assortment.
+-- One row per quantity of a contract by species and assortment.
 CREATE TABLE VERTRAG_MENGEN (
     ID INT NOT NULL PRIMARY KEY,
     ID_VERTRAG INT NOT NULL,
@@ -42,7 +42,7 @@ GO
 CREATE INDEX IX_VERTRAG_MENGEN_VERTRAG ON VERTRAG_MENGEN (ID_VERTRAG)
 GO
 
--- Lots made ready for collection.
+-- One row per lot made ready for collection.
 CREATE TABLE BEREITSTELLUNG_KOPF (
     ID INT NOT NULL PRIMARY KEY,
     BEREITSTELLUNGSNAME NVARCHAR(30),
@@ -52,7 +52,7 @@ CREATE TABLE BEREITSTELLUNG_KOPF (
 )
 GO
 
--- Which log belongs to which lot.
+-- One row per log of a lot.
 CREATE TABLE BEREITSTELLUNG_LOGS (
     ID_LOGS INT NOT NULL PRIMARY KEY,
     ID_BEREITSTELLUNG_KOPF INT NOT NULL
@@ -61,7 +61,7 @@ GO
 CREATE INDEX IX_BEREITSTELLUNG_LOGS_KOPF ON BEREITSTELLUNG_LOGS (ID_BEREITSTELLUNG_KOPF)
 GO
 
--- Railway wagons.
+-- One row per railway wagon.
 CREATE TABLE TRANSPORTLOGISTIK_WAGGON (
     ID INT NOT NULL PRIMARY KEY,
     WAGGON_NR NVARCHAR(20),
@@ -69,7 +69,7 @@ CREATE TABLE TRANSPORTLOGISTIK_WAGGON (
 )
 GO
 
--- Deliveries by lorry and rail.
+-- One row per delivery by lorry and rail.
 CREATE TABLE TRANSPORTLOGISTIK (
     ID INT NOT NULL PRIMARY KEY,
     ID_TRANSPORTLOGISTIK_WAGGON INT,

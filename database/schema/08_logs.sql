@@ -1,6 +1,6 @@
 -- The measured lines and the heads of their timber lists.
 
--- One row a timber list: free head fields, forest year, marks of closure, owner and organisation level.
+-- One row per timber list: free head fields, forest year, marks of closure, owner and organisation level.
 CREATE TABLE LISTENKOPF (
     LISTE NVARCHAR(15) NOT NULL PRIMARY KEY,
     TEXT1 NVARCHAR(60),
@@ -44,8 +44,8 @@ GO
 CREATE INDEX IX_LISTENKOPF_LEVEL ON LISTENKOPF (ID_ACCESS_LEVELS)
 GO
 
--- The measured lines. Lengths in metres, diameters in centimetres, volumes in cubic metres; RINDEPROZENT
--- tells whether RINDE_WERT is cm (0), percent (1) or neither. LOGS_HISTORY repeats the columns in this order.
+-- One row per measured line. Lengths in metres, diameters in centimetres, volumes in cubic metres; RINDEPROZENT
+-- tells whether RINDE_WERT is cm (0), percent (1) or unused (2). LOGS_HISTORY repeats the columns in this order.
 CREATE TABLE LOGS (
     ID_LOG INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     LISTE NVARCHAR(15) NOT NULL,
@@ -138,7 +138,7 @@ GO
 CREATE INDEX IX_LOGS_WALDORT ON LOGS (ID_WALDORT)
 GO
 
--- Archived lines: the columns of LOGS in the same order, filled by INSERT ... SELECT *.
+-- One row per archived line: the columns of LOGS in the same order, filled by INSERT ... SELECT *.
 CREATE TABLE LOGS_HISTORY (
     ID_LOG INT NOT NULL,
     LISTE NVARCHAR(15) NOT NULL,

@@ -1,7 +1,7 @@
--- Invoices and settlements: version R and the further versions A1 to A8.
+-- Invoices and settlements: version R is the invoice, A1 to A8 are settlements with others for the same logs.
 
--- One row a log with the columns of its nine settlements: document name, partner, price, quantity, currency flag
--- (1 euro, 0 national currency), guide price, contract and unit.
+-- One row per log with the columns of its nine versions: document name, partner, price, quantity, currency flag (1
+-- euro, 0 national currency), guide price, contract and unit.
 CREATE TABLE LOGS_RECH (
     ID_LOG INT NOT NULL PRIMARY KEY,
     R_NAME NVARCHAR(15),
@@ -97,7 +97,7 @@ GO
 CREATE INDEX IX_LOGS_RECH_A8 ON LOGS_RECH (A8_NAME)
 GO
 
--- Additional prices of a log, two a settlement.
+-- One row per log: its additional prices, two per version.
 CREATE TABLE LOGS_RECH_PRICE (
     ID_LOG INT NOT NULL PRIMARY KEY,
     R_PREIS_1 FLOAT,
@@ -121,7 +121,7 @@ CREATE TABLE LOGS_RECH_PRICE (
 )
 GO
 
--- One row an invoice or settlement, named by its number and version.
+-- One row per invoice or settlement, named by its number and version.
 CREATE TABLE HEADERRECH (
     R_NAME NVARCHAR(15) NOT NULL,
     VER_TYPE NVARCHAR(2) NOT NULL,
@@ -170,7 +170,7 @@ GO
 CREATE INDEX IX_HEADERRECH_LEVEL ON HEADERRECH (ID_ACCESS_LEVELS)
 GO
 
--- Article positions of invoices.
+-- One row per article position of invoices.
 CREATE TABLE NN_POSITIONEN (
     NN_ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     NN_NAME NVARCHAR(15) NOT NULL,

@@ -1,6 +1,7 @@
--- Forest description, silviculture and planning keys, as the base selections offer and check them. LDNR is the manual order of a list.
+-- Forest description, silviculture and planning keys, as the base selections offer and check them. LDNR is the
+-- manual order of a list.
 
--- Regions of provenance of forest reproductive material.
+-- One row per region of provenance of forest reproductive material.
 CREATE TABLE T_BAUM_HERK_GEB (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -11,7 +12,7 @@ CREATE TABLE T_BAUM_HERK_GEB (
 )
 GO
 
--- Categories of forest reproductive material; the code is number and short text alike.
+-- One row per category of forest reproductive material; the code is number and short text alike.
 CREATE TABLE T_HERK_KATEGORIE (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -22,7 +23,7 @@ CREATE TABLE T_HERK_KATEGORIE (
 )
 GO
 
--- Origins of seed.
+-- One row per origin of seed.
 CREATE TABLE BB_T_SAATGUTHERKUNFT (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -33,7 +34,7 @@ CREATE TABLE BB_T_SAATGUTHERKUNFT (
 )
 GO
 
--- Qualities of seed.
+-- One row per quality of seed.
 CREATE TABLE BB_T_SAATGUTQUALITAT (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -44,7 +45,7 @@ CREATE TABLE BB_T_SAATGUTQUALITAT (
 )
 GO
 
--- Kinds of stands.
+-- One row per kind of stand.
 CREATE TABLE BB_T_BESTANDESART (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -55,7 +56,7 @@ CREATE TABLE BB_T_BESTANDESART (
 )
 GO
 
--- Groups of stands.
+-- One row per group of stands.
 CREATE TABLE BB_T_BESTANDESGRUPPE (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -66,7 +67,7 @@ CREATE TABLE BB_T_BESTANDESGRUPPE (
 )
 GO
 
--- Kinds of forest management.
+-- One row per kind of forest management.
 CREATE TABLE BB_T_BETRIEBSART (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -77,7 +78,7 @@ CREATE TABLE BB_T_BETRIEBSART (
 )
 GO
 
--- Biotopes.
+-- One row per biotope.
 CREATE TABLE BB_T_BIOTOP (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -88,7 +89,7 @@ CREATE TABLE BB_T_BIOTOP (
 )
 GO
 
--- Sites.
+-- One row per site.
 CREATE TABLE BB_T_STANDORT (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -99,7 +100,7 @@ CREATE TABLE BB_T_STANDORT (
 )
 GO
 
--- Forms of mixture. TYPE 1: of a stand, 2: of a planting.
+-- One row per form of mixture. TYPE 1: of a stand, 2: of a planting.
 CREATE TABLE BB_T_MISCHUNGSFORM (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -111,7 +112,7 @@ CREATE TABLE BB_T_MISCHUNGSFORM (
 )
 GO
 
--- Measures carried out. ALLOW_HOLZ: yields timber.
+-- One row per kind of measure carried out. ALLOW_HOLZ: yields timber.
 CREATE TABLE BB_T_VOLLZUGSMASSNAHME (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -124,7 +125,7 @@ CREATE TABLE BB_T_VOLLZUGSMASSNAHME (
 )
 GO
 
--- Working methods of a service. HOLZ: of timber harvesting.
+-- One row per working method of a service. HOLZ: of timber harvesting.
 CREATE TABLE BB_T_LEI_ARBEITSVERFAHEREN (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -136,7 +137,7 @@ CREATE TABLE BB_T_LEI_ARBEITSVERFAHEREN (
 )
 GO
 
--- Methods of measurement.
+-- One row per method of measurement.
 CREATE TABLE BB_T_MESSVERFAHREN (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -147,7 +148,7 @@ CREATE TABLE BB_T_MESSVERFAHREN (
 )
 GO
 
--- States of debarking.
+-- One row per state of debarking.
 CREATE TABLE BB_T_ENTRINDUNGSZUSTAND (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -158,7 +159,7 @@ CREATE TABLE BB_T_ENTRINDUNGSZUSTAND (
 )
 GO
 
--- States of extraction.
+-- One row per state of extraction.
 CREATE TABLE BB_T_RUCKEZUSTAND (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -169,7 +170,7 @@ CREATE TABLE BB_T_RUCKEZUSTAND (
 )
 GO
 
--- Extraction distances.
+-- One row per extraction distance.
 CREATE TABLE BB_T_RUCKE_ENTFERN (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -180,7 +181,7 @@ CREATE TABLE BB_T_RUCKE_ENTFERN (
 )
 GO
 
--- Mean volumes of a tree.
+-- One row per mean volume of a tree.
 CREATE TABLE BB_T_STUCK_VOL_BAUM (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -191,7 +192,7 @@ CREATE TABLE BB_T_STUCK_VOL_BAUM (
 )
 GO
 
--- Damages of timber.
+-- One row per damage of timber.
 CREATE TABLE BB_T_HOLZSCHADEN (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -202,7 +203,7 @@ CREATE TABLE BB_T_HOLZSCHADEN (
 )
 GO
 
--- Chance events that force a felling.
+-- One row per chance event that forces a felling.
 CREATE TABLE BB_T_ZUFALLIGES_EREIGNIS (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -213,7 +214,7 @@ CREATE TABLE BB_T_ZUFALLIGES_EREIGNIS (
 )
 GO
 
--- Kinds of damaged timber.
+-- One row per kind of damaged timber.
 CREATE TABLE BB_T_SCHADHOLZ (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -224,7 +225,7 @@ CREATE TABLE BB_T_SCHADHOLZ (
 )
 GO
 
--- Kinds of stock receipts. ALLOW_HOLZ: of timber.
+-- One row per kind of stock receipt. ALLOW_HOLZ: of timber.
 CREATE TABLE BB_T_ZUGANGSART (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -236,7 +237,7 @@ CREATE TABLE BB_T_ZUGANGSART (
 )
 GO
 
--- Kinds of stock issues. ABGANG: takes timber out of stock.
+-- One row per kind of stock issue. ABGANG: takes timber out of stock.
 CREATE TABLE BB_T_ABGANGSART (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -248,7 +249,7 @@ CREATE TABLE BB_T_ABGANGSART (
 )
 GO
 
--- Reasons of a planned issue.
+-- One row per reason of a planned issue.
 CREATE TABLE BB_T_SOLLABGANGSGRUND (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -259,7 +260,7 @@ CREATE TABLE BB_T_SOLLABGANGSGRUND (
 )
 GO
 
--- Kinds of sorting; the numbers 01 to 09 belong to the flags SOR_1 to SOR_9 of an assortment.
+-- One row per kind of sorting; the numbers 01 to 09 belong to the flags SOR_1 to SOR_9 of an assortment.
 CREATE TABLE BB_T_SORTIERUNG (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -270,7 +271,7 @@ CREATE TABLE BB_T_SORTIERUNG (
 )
 GO
 
--- Groups of quality in the yearly plan. STANDART_PLAN: the default of planning.
+-- One row per group of quality in the yearly plan. STANDART_PLAN: the default of planning.
 CREATE TABLE BB_T_GUGJP (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -282,7 +283,7 @@ CREATE TABLE BB_T_GUGJP (
 )
 GO
 
--- Groups of strength classes in the yearly plan. STANDART_PLAN: the default of planning.
+-- One row per group of strength classes in the yearly plan. STANDART_PLAN: the default of planning.
 CREATE TABLE BB_T_STKLGJP (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -294,7 +295,7 @@ CREATE TABLE BB_T_STKLGJP (
 )
 GO
 
--- Groups of species in planning.
+-- One row per group of species in planning.
 CREATE TABLE BB_TSM_BAG_PLV (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -305,7 +306,7 @@ CREATE TABLE BB_TSM_BAG_PLV (
 )
 GO
 
--- Groups of quality in planning.
+-- One row per group of quality in planning.
 CREATE TABLE BB_TSM_GUG_PLV (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -316,7 +317,7 @@ CREATE TABLE BB_TSM_GUG_PLV (
 )
 GO
 
--- Groups of assortments in planning.
+-- One row per group of assortments in planning.
 CREATE TABLE BB_TSM_SOG_PLV (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -327,7 +328,7 @@ CREATE TABLE BB_TSM_SOG_PLV (
 )
 GO
 
--- Groups of strength classes in planning.
+-- One row per group of strength classes in planning.
 CREATE TABLE BB_TSM_STKLG_PLV (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -338,7 +339,7 @@ CREATE TABLE BB_TSM_STKLG_PLV (
 )
 GO
 
--- Groups of products.
+-- One row per group of products.
 CREATE TABLE BB_TSM_PRG (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -349,7 +350,7 @@ CREATE TABLE BB_TSM_PRG (
 )
 GO
 
--- Priorities of a planned measure.
+-- One row per priority of a planned measure.
 CREATE TABLE BB_T_PRIORITAT (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -360,7 +361,7 @@ CREATE TABLE BB_T_PRIORITAT (
 )
 GO
 
--- Periods of a planned measure.
+-- One row per period of a planned measure.
 CREATE TABLE BB_T_ZEITRAUM (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -371,7 +372,7 @@ CREATE TABLE BB_T_ZEITRAUM (
 )
 GO
 
--- Forest functions with the number of their map layer.
+-- One row per forest function, with the number of its map layer.
 CREATE TABLE BB_T_LNK (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -383,7 +384,7 @@ CREATE TABLE BB_T_LNK (
 )
 GO
 
--- Types of planned measures.
+-- One row per type of planned measure.
 CREATE TABLE BB_T_MASSNAHMETYP (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -394,7 +395,7 @@ CREATE TABLE BB_T_MASSNAHMETYP (
 )
 GO
 
--- States of a plan. PLAB_VOR, PLAB_NACH: allowed before and after the closing of the plan.
+-- One row per state of a plan. PLAB_VOR, PLAB_NACH: allowed before and after the closing of the plan.
 CREATE TABLE BB_T_PLANSTATUS (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -407,7 +408,7 @@ CREATE TABLE BB_T_PLANSTATUS (
 )
 GO
 
--- Marks of a planned measure.
+-- One row per mark of a planned measure.
 CREATE TABLE BB_T_PLANMERKMAL (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -429,7 +430,7 @@ CREATE TABLE T_STEH_WUCHSREGION (
 )
 GO
 
--- Colours that a log is marked with.
+-- One row per colour that a log is marked with.
 CREATE TABLE FARBE (
     ID INT NOT NULL PRIMARY KEY,
     FARBE NVARCHAR(10),
@@ -438,7 +439,7 @@ CREATE TABLE FARBE (
 )
 GO
 
--- First free mark of a log.
+-- One row per value of the first free mark of a log.
 CREATE TABLE F1 (
     ID INT NOT NULL PRIMARY KEY,
     [SHORT] NVARCHAR(20),
@@ -447,7 +448,7 @@ CREATE TABLE F1 (
 )
 GO
 
--- Second free mark of a log.
+-- One row per value of the second free mark of a log.
 CREATE TABLE F2 (
     ID INT NOT NULL PRIMARY KEY,
     [SHORT] NVARCHAR(20),
@@ -456,7 +457,7 @@ CREATE TABLE F2 (
 )
 GO
 
--- Special marks of stands.
+-- One row per special mark of stands.
 CREATE TABLE SONDERMERKMAL (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -465,7 +466,7 @@ CREATE TABLE SONDERMERKMAL (
 )
 GO
 
--- Stand types.
+-- One row per stand type.
 CREATE TABLE BZT (
     ID INT NOT NULL PRIMARY KEY,
     [NUMBER] NVARCHAR(20),
@@ -474,7 +475,7 @@ CREATE TABLE BZT (
 )
 GO
 
--- Diameter steps of standing timber, with the breast height diameter in cm.
+-- One row per diameter step of standing timber, with the breast height diameter in cm.
 CREATE TABLE T_STEH_BHD_STUFEN (
     ID INT NOT NULL PRIMARY KEY,
     STUFE NVARCHAR(10),
@@ -482,7 +483,7 @@ CREATE TABLE T_STEH_BHD_STUFEN (
 )
 GO
 
--- Closed planning years by forest office.
+-- One row per closed planning year by forest office.
 CREATE TABLE BB_PLANN_ABSCHLUSS (
     ID INT NOT NULL PRIMARY KEY,
     JAHR SMALLINT,
@@ -490,7 +491,7 @@ CREATE TABLE BB_PLANN_ABSCHLUSS (
 )
 GO
 
--- Which working methods belong to a kind of service.
+-- One row per working method of a kind of service.
 CREATE TABLE BB_TSP_LA_AV (
     ID INT NOT NULL PRIMARY KEY,
     ID_LEISTUNGSART INT,

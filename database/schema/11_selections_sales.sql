@@ -1,6 +1,7 @@
--- Sale, invoicing, tax and payment keys, as the base selections offer and check them. LDNR is the manual order of a list.
+-- Sale, invoicing, tax and payment keys, as the base selections offer and check them. LDNR is the manual order of a
+-- list.
 
--- Countries.
+-- One row per country.
 CREATE TABLE BB_T_LAND (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -11,7 +12,7 @@ CREATE TABLE BB_T_LAND (
 )
 GO
 
--- Rates of turnover tax.
+-- One row per rate of turnover tax.
 CREATE TABLE MWST (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -22,7 +23,8 @@ CREATE TABLE MWST (
 )
 GO
 
--- Kinds of taxation of a supplier, with the tax key to be proposed. PFLICHTEINGABE_LIEFERANT: must be entered.
+-- One row per kind of taxation of a supplier, with the tax key to be proposed. PFLICHTEINGABE_LIEFERANT: must be
+-- entered.
 CREATE TABLE BB_T_BESTEUERUNGSART (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -35,7 +37,7 @@ CREATE TABLE BB_T_BESTEUERUNGSART (
 )
 GO
 
--- Tax keys of invoices.
+-- One row per tax key of invoices.
 CREATE TABLE BB_T_MEHRWERTSTEUER (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -46,7 +48,7 @@ CREATE TABLE BB_T_MEHRWERTSTEUER (
 )
 GO
 
--- Tax marks. ZULASSIGKEIT_: of timber sale and of billing; STANDART_ZARP2: the default of sales.
+-- One row per tax mark. ZULASSIGKEIT_: of timber sale and of billing; STANDART_ZARP2: the default of sales.
 CREATE TABLE BB_T_KZ_MEHRWERTSTEUER (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -60,7 +62,7 @@ CREATE TABLE BB_T_KZ_MEHRWERTSTEUER (
 )
 GO
 
--- How a tax rate is derived.
+-- One row per way of deriving a tax rate.
 CREATE TABLE BB_T_MEHRWERTSTEUER_HERLEITUNG (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -71,7 +73,7 @@ CREATE TABLE BB_T_MEHRWERTSTEUER_HERLEITUNG (
 )
 GO
 
--- Kinds of billing.
+-- One row per kind of billing.
 CREATE TABLE BB_T_RECHNUNGSART (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -82,7 +84,7 @@ CREATE TABLE BB_T_RECHNUNGSART (
 )
 GO
 
--- Types of invoices, with what may use them. PRUFUNG_BESTEUERUNGSART: the supplier's taxation is checked.
+-- One row per type of invoice, with what may use them. PRUFUNG_BESTEUERUNGSART: the supplier's taxation is checked.
 CREATE TABLE BB_T_RECHNUNGSTYP (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -97,7 +99,7 @@ CREATE TABLE BB_T_RECHNUNGSTYP (
 )
 GO
 
--- Types of offers.
+-- One row per type of offer.
 CREATE TABLE BB_T_ANGEBOTSTYP (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -108,7 +110,7 @@ CREATE TABLE BB_T_ANGEBOTSTYP (
 )
 GO
 
--- Sales procedures.
+-- One row per sales procedure.
 CREATE TABLE BB_T_VERKAUFSVERFAHREN (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -119,7 +121,7 @@ CREATE TABLE BB_T_VERKAUFSVERFAHREN (
 )
 GO
 
--- Destinations of sale.
+-- One row per destination of sale.
 CREATE TABLE BB_T_VERKAUFSZIEL (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -130,7 +132,7 @@ CREATE TABLE BB_T_VERKAUFSZIEL (
 )
 GO
 
--- Places of fulfilment.
+-- One row per place of fulfilment.
 CREATE TABLE BB_T_ERFULLUNGSORT (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -141,7 +143,7 @@ CREATE TABLE BB_T_ERFULLUNGSORT (
 )
 GO
 
--- Price groups.
+-- One row per price group.
 CREATE TABLE BB_T_PREIS_GRUPPE (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -152,7 +154,7 @@ CREATE TABLE BB_T_PREIS_GRUPPE (
 )
 GO
 
--- What a price says of bark.
+-- One row per statement of a price about bark.
 CREATE TABLE BB_T_PREIS_RINDE (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -163,7 +165,7 @@ CREATE TABLE BB_T_PREIS_RINDE (
 )
 GO
 
--- What a price says of extraction.
+-- One row per statement of a price about extraction.
 CREATE TABLE BB_T_PREIS_RUCKEN (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -174,7 +176,7 @@ CREATE TABLE BB_T_PREIS_RUCKEN (
 )
 GO
 
--- Kinds of receipts.
+-- One row per kind of receipt.
 CREATE TABLE BB_T_EINNAHMEART (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -185,7 +187,7 @@ CREATE TABLE BB_T_EINNAHMEART (
 )
 GO
 
--- Cash offices.
+-- One row per cash office.
 CREATE TABLE BB_T_KASSE (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -196,7 +198,7 @@ CREATE TABLE BB_T_KASSE (
 )
 GO
 
--- Kinds of payment. STORNO: of cancellations.
+-- One row per kind of payment. STORNO: of cancellations.
 CREATE TABLE BB_T_ZAHLART (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -208,7 +210,7 @@ CREATE TABLE BB_T_ZAHLART (
 )
 GO
 
--- Rhythms of payment.
+-- One row per rhythm of payment.
 CREATE TABLE BB_T_ZAHLRHYTHMUS (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -219,7 +221,7 @@ CREATE TABLE BB_T_ZAHLRHYTHMUS (
 )
 GO
 
--- Ways of payment.
+-- One row per way of payment.
 CREATE TABLE BB_T_ZAHLWEISE (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -230,7 +232,7 @@ CREATE TABLE BB_T_ZAHLWEISE (
 )
 GO
 
--- Sub-accounts.
+-- One row per sub-account.
 CREATE TABLE BB_T_UNTERKONTO (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -241,7 +243,7 @@ CREATE TABLE BB_T_UNTERKONTO (
 )
 GO
 
--- Bank accounts of the enterprise.
+-- One row per bank account of the enterprise.
 CREATE TABLE BB_T_BANKVERBINDUNG (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -252,7 +254,7 @@ CREATE TABLE BB_T_BANKVERBINDUNG (
 )
 GO
 
--- Kinds of framework contracts.
+-- One row per kind of framework contract.
 CREATE TABLE BB_T_VERTRAG (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -263,7 +265,7 @@ CREATE TABLE BB_T_VERTRAG (
 )
 GO
 
--- Certificates of timber.
+-- One row per certificate of timber.
 CREATE TABLE BB_T_FSC (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -274,7 +276,7 @@ CREATE TABLE BB_T_FSC (
 )
 GO
 
--- Uses of sold timber. ID_BB_TSM_VWBRG: group of uses.
+-- One row per use of sold timber. ID_BB_TSM_VWBRG: group of uses.
 CREATE TABLE BB_T_ABGABEART_VERWENDUNG (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -286,7 +288,7 @@ CREATE TABLE BB_T_ABGABEART_VERWENDUNG (
 )
 GO
 
--- Kinds of a change of an invoice.
+-- One row per kind of a change of an invoice.
 CREATE TABLE BB_T_ART_DER_ANDERUNG (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -297,7 +299,7 @@ CREATE TABLE BB_T_ART_DER_ANDERUNG (
 )
 GO
 
--- Kinds of claims.
+-- One row per kind of claim.
 CREATE TABLE BB_T_ART_DER_FORDERUNG (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -308,7 +310,7 @@ CREATE TABLE BB_T_ART_DER_FORDERUNG (
 )
 GO
 
--- Kinds of payment orders.
+-- One row per kind of payment order.
 CREATE TABLE BB_T_ANORDNUNGSTYP (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -319,7 +321,7 @@ CREATE TABLE BB_T_ANORDNUNGSTYP (
 )
 GO
 
--- First level of the accounting structure.
+-- One row per value of the first level of the accounting structure.
 CREATE TABLE T_EBENE1 (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -330,7 +332,7 @@ CREATE TABLE T_EBENE1 (
 )
 GO
 
--- Second level of the accounting structure.
+-- One row per value of the second level of the accounting structure.
 CREATE TABLE T_EBENE2 (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -341,7 +343,7 @@ CREATE TABLE T_EBENE2 (
 )
 GO
 
--- Third level of the accounting structure.
+-- One row per value of the third level of the accounting structure.
 CREATE TABLE T_EBENE3 (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -352,7 +354,7 @@ CREATE TABLE T_EBENE3 (
 )
 GO
 
--- Fourth level of the accounting structure.
+-- One row per value of the fourth level of the accounting structure.
 CREATE TABLE T_EBENE4 (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -363,7 +365,7 @@ CREATE TABLE T_EBENE4 (
 )
 GO
 
--- First reason of a posting.
+-- One row per value of the first reason of a posting.
 CREATE TABLE T_GRUND1 (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -374,7 +376,7 @@ CREATE TABLE T_GRUND1 (
 )
 GO
 
--- Second reason of a posting.
+-- One row per value of the second reason of a posting.
 CREATE TABLE T_GRUND2 (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -385,7 +387,7 @@ CREATE TABLE T_GRUND2 (
 )
 GO
 
--- Marks of payment orders.
+-- One row per mark of payment orders.
 CREATE TABLE T_ANONRDNUNGSKZ (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -396,7 +398,7 @@ CREATE TABLE T_ANONRDNUNGSKZ (
 )
 GO
 
--- Marks of payment.
+-- One row per mark of payment.
 CREATE TABLE T_ZAHLARTKZ (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -407,7 +409,7 @@ CREATE TABLE T_ZAHLARTKZ (
 )
 GO
 
--- Keys of payment advice.
+-- One row per key of payment advice.
 CREATE TABLE T_ZAHLANZEIGENSCH (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -418,7 +420,7 @@ CREATE TABLE T_ZAHLANZEIGENSCH (
 )
 GO
 
--- Keys of dunning.
+-- One row per key of dunning.
 CREATE TABLE T_MAHNSCH (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -429,7 +431,7 @@ CREATE TABLE T_MAHNSCH (
 )
 GO
 
--- Keys of interest.
+-- One row per key of interest.
 CREATE TABLE T_ZINSSCH (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -440,7 +442,7 @@ CREATE TABLE T_ZINSSCH (
 )
 GO
 
--- Kinds of posting.
+-- One row per kind of posting.
 CREATE TABLE T_BUCHUNGSART (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -451,7 +453,7 @@ CREATE TABLE T_BUCHUNGSART (
 )
 GO
 
--- Kinds of commission.
+-- One row per kind of commission.
 CREATE TABLE T_PROVISIONSART (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -462,7 +464,7 @@ CREATE TABLE T_PROVISIONSART (
 )
 GO
 
--- Kinds of print logs.
+-- One row per kind of print log.
 CREATE TABLE T_DRUCKPROTOKOLL (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -473,7 +475,7 @@ CREATE TABLE T_DRUCKPROTOKOLL (
 )
 GO
 
--- Currencies.
+-- One row per currency.
 CREATE TABLE T_WAHRUNGS (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -484,7 +486,7 @@ CREATE TABLE T_WAHRUNGS (
 )
 GO
 
--- Categories of articles.
+-- One row per category of articles.
 CREATE TABLE T_KATEGORIE (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -495,7 +497,7 @@ CREATE TABLE T_KATEGORIE (
 )
 GO
 
--- Kinds of supply of an association's contract.
+-- One row per kind of supply of an association's contract.
 CREATE TABLE WVO_T_BELIEFERUNG (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -506,7 +508,7 @@ CREATE TABLE WVO_T_BELIEFERUNG (
 )
 GO
 
--- Terms of delivery of an association's contract.
+-- One row per set of terms of delivery of an association's contract.
 CREATE TABLE WVO_T_LIEFERPARITAT (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -517,7 +519,7 @@ CREATE TABLE WVO_T_LIEFERPARITAT (
 )
 GO
 
--- Tax keys of timber sales by type of invoice and kind of taxation.
+-- One row per tax key of timber sales by type of invoice and kind of taxation.
 CREATE TABLE BB_TSP_MW_HOLZ (
     ID INT NOT NULL PRIMARY KEY,
     ID_BB_T_ID_RECHNUNGSTYP INT,
@@ -526,7 +528,7 @@ CREATE TABLE BB_TSP_MW_HOLZ (
 )
 GO
 
--- Tax keys of timber sales by type of offer and kind of taxation.
+-- One row per tax key of timber sales by type of offer and kind of taxation.
 CREATE TABLE BB_TSP_MW_HOLZ_AG (
     ID INT NOT NULL PRIMARY KEY,
     ID_BB_T_ANGEBOTSTYP INT,
@@ -535,7 +537,7 @@ CREATE TABLE BB_TSP_MW_HOLZ_AG (
 )
 GO
 
--- Tax keys of other receipts by type of invoice and kind of taxation.
+-- One row per tax key of other receipts by type of invoice and kind of taxation.
 CREATE TABLE BB_TSP_MW_ZARP (
     ID INT NOT NULL PRIMARY KEY,
     ID_BB_T_ID_RECHNUNGSTYP INT,
@@ -544,7 +546,7 @@ CREATE TABLE BB_TSP_MW_ZARP (
 )
 GO
 
--- Tax keys of other receipts by type of offer and kind of taxation.
+-- One row per tax key of other receipts by type of offer and kind of taxation.
 CREATE TABLE BB_TSP_MW_ZARP_AG (
     ID INT NOT NULL PRIMARY KEY,
     ID_BB_T_ANGEBOTSTYP INT,
@@ -553,7 +555,7 @@ CREATE TABLE BB_TSP_MW_ZARP_AG (
 )
 GO
 
--- Uses of sold timber that a type of offer allows.
+-- One row per use of sold timber that a type of offer allows.
 CREATE TABLE BB_TSP_VWBR_AG (
     ID INT NOT NULL PRIMARY KEY,
     ID_BB_T_ANGEBOTSTYP INT,
@@ -561,7 +563,7 @@ CREATE TABLE BB_TSP_VWBR_AG (
 )
 GO
 
--- Uses of sold timber that a type of invoice allows; TYP 1 for invoices.
+-- One row per use of sold timber that a type of invoice allows; TYP 1 for invoices.
 CREATE TABLE BB_TSP_VWBR_RE (
     ID INT NOT NULL PRIMARY KEY,
     TYP SMALLINT,

@@ -1,6 +1,7 @@
--- Places, partners, wages and work keys, as the base selections offer and check them. LDNR is the manual order of a list.
+-- Places, partners, wages and work keys, as the base selections offer and check them. LDNR is the manual order of a
+-- list.
 
--- Federal provinces; their number begins the number of a district.
+-- One row per federal province; its number begins the number of a district.
 CREATE TABLE T_BUNDESLAND (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -11,7 +12,7 @@ CREATE TABLE T_BUNDESLAND (
 )
 GO
 
--- Districts: the province's number and two digits.
+-- One row per district: the province's number and two digits.
 CREATE TABLE T_BEZIRK (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -22,7 +23,7 @@ CREATE TABLE T_BEZIRK (
 )
 GO
 
--- Municipalities: the district's number and two digits.
+-- One row per municipality: the district's number and two digits.
 CREATE TABLE T_GEMEINDE (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -33,7 +34,7 @@ CREATE TABLE T_GEMEINDE (
 )
 GO
 
--- Counties; ID_BB_T_LANDKREIS_U_JAGDBEHORDE is the county whose hunting authority is in charge.
+-- One row per county; ID_BB_T_LANDKREIS_U_JAGDBEHORDE is the county whose hunting authority is in charge.
 CREATE TABLE BB_T_LANDKREIS (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -45,7 +46,7 @@ CREATE TABLE BB_T_LANDKREIS (
 )
 GO
 
--- Cadastral districts.
+-- One row per cadastral district.
 CREATE TABLE BB_T_GEMARKUNG (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -56,7 +57,7 @@ CREATE TABLE BB_T_GEMARKUNG (
 )
 GO
 
--- Cadastral sections.
+-- One row per cadastral section.
 CREATE TABLE BB_T_FLUR (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -67,7 +68,7 @@ CREATE TABLE BB_T_FLUR (
 )
 GO
 
--- Parcels.
+-- One row per parcel.
 CREATE TABLE BB_T_FLURSTUCK (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -78,7 +79,7 @@ CREATE TABLE BB_T_FLURSTUCK (
 )
 GO
 
--- Timber yards.
+-- One row per timber yard.
 CREATE TABLE HOLZPLATZ (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -89,7 +90,7 @@ CREATE TABLE HOLZPLATZ (
 )
 GO
 
--- Groups of objects.
+-- One row per group of objects.
 CREATE TABLE BB_T_OBJEKTGRUPPE (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -100,7 +101,7 @@ CREATE TABLE BB_T_OBJEKTGRUPPE (
 )
 GO
 
--- Objects: roads, buildings, facilities for visitors.
+-- One row per object: roads, buildings, facilities for visitors.
 CREATE TABLE BB_T_OBJEKTE (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -112,7 +113,7 @@ CREATE TABLE BB_T_OBJEKTE (
 )
 GO
 
--- Factors of hours.
+-- One row per factor of hours.
 CREATE TABLE T_STUNDENFAKTOR (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -123,7 +124,7 @@ CREATE TABLE T_STUNDENFAKTOR (
 )
 GO
 
--- Factors of cost.
+-- One row per factor of cost.
 CREATE TABLE T_KOSTENFAKTOR (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -134,7 +135,7 @@ CREATE TABLE T_KOSTENFAKTOR (
 )
 GO
 
--- Kinds of piecework.
+-- One row per kind of piecework.
 CREATE TABLE T_AKKORD (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -145,7 +146,7 @@ CREATE TABLE T_AKKORD (
 )
 GO
 
--- Working communities.
+-- One row per working community.
 CREATE TABLE T_ARBEITSGEMEINSCHAFTEN (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -156,7 +157,7 @@ CREATE TABLE T_ARBEITSGEMEINSCHAFTEN (
 )
 GO
 
--- Direct debit mandates.
+-- One row per direct debit mandate.
 CREATE TABLE T_ABBUCHUNGSAUFTRAG (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -167,7 +168,7 @@ CREATE TABLE T_ABBUCHUNGSAUFTRAG (
 )
 GO
 
--- Divisions.
+-- One row per division.
 CREATE TABLE T_GESCHAFTSBEREICH (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -178,7 +179,7 @@ CREATE TABLE T_GESCHAFTSBEREICH (
 )
 GO
 
--- Special titles of the budget.
+-- One row per special title of the budget.
 CREATE TABLE T_SONDERTITEL (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -189,7 +190,7 @@ CREATE TABLE T_SONDERTITEL (
 )
 GO
 
--- Work gangs.
+-- One row per work gang.
 CREATE TABLE BB_T_ARBEITSGRUPPE (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -200,7 +201,7 @@ CREATE TABLE BB_T_ARBEITSGRUPPE (
 )
 GO
 
--- Kinds of pay.
+-- One row per kind of pay.
 CREATE TABLE BB_T_ENTGELTART (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -211,7 +212,7 @@ CREATE TABLE BB_T_ENTGELTART (
 )
 GO
 
--- Positions of the wage agreement.
+-- One row per position of the wage agreement.
 CREATE TABLE BB_T_TARIFSTELLE (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -222,7 +223,7 @@ CREATE TABLE BB_T_TARIFSTELLE (
 )
 GO
 
--- Months.
+-- One row per month.
 CREATE TABLE BB_T_MONAT (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -233,7 +234,7 @@ CREATE TABLE BB_T_MONAT (
 )
 GO
 
--- Marks of services. STANDART: the default; ZV: of own labour; ARBEITER: of a worker.
+-- One row per mark of services. STANDART: the default; ZV: of own labour; ARBEITER: of a worker.
 CREATE TABLE BB_T_KZ_LEISTUNG (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -247,7 +248,7 @@ CREATE TABLE BB_T_KZ_LEISTUNG (
 )
 GO
 
--- Categories of partner groups. ZENTRAL: kept centrally; NOEDIT: not to be chosen.
+-- One row per category of partner groups. ZENTRAL: kept centrally; NOEDIT: not to be chosen.
 CREATE TABLE T_PA_KATEGORIE (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -273,7 +274,7 @@ CREATE TABLE T_STEH_RELTABLE (
 )
 GO
 
--- Hunters who bring down game.
+-- One row per hunter who brings down game.
 CREATE TABLE T_ERLEGER (
     ID INT NOT NULL PRIMARY KEY,
     LANGNAME NVARCHAR(60),
@@ -281,7 +282,7 @@ CREATE TABLE T_ERLEGER (
 )
 GO
 
--- Hunting districts by name.
+-- One row per hunting district, found by name.
 CREATE TABLE T_JAGDBEZIRK (
     ID INT NOT NULL PRIMARY KEY,
     LANGNAME NVARCHAR(60),
@@ -289,7 +290,7 @@ CREATE TABLE T_JAGDBEZIRK (
 )
 GO
 
--- Groups of cost objects and of list keys.
+-- One row per group of cost objects and of list keys.
 CREATE TABLE BBF_GRUPPE (
     ID INT NOT NULL PRIMARY KEY,
     LABEL_GROUP NVARCHAR(20),
@@ -298,7 +299,7 @@ CREATE TABLE BBF_GRUPPE (
 )
 GO
 
--- Groups of partners of one owner.
+-- One row per group of partners of one owner.
 CREATE TABLE PA_GRUPPE (
     ID INT NOT NULL PRIMARY KEY,
     BEZEICHNUNG NVARCHAR(60),
@@ -309,7 +310,7 @@ CREATE TABLE PA_GRUPPE (
 )
 GO
 
--- Other times of wage entry; ID_NN_POSITIONEN Null is not yet billed.
+-- One row per other time of wage entry. ID_NN_POSITIONEN Null: not billed yet.
 CREATE TABLE LOHNERFASSUNG_ZEIT_SONST (
     ID INT NOT NULL PRIMARY KEY,
     ID_AUFTRAG INT,
@@ -318,7 +319,7 @@ CREATE TABLE LOHNERFASSUNG_ZEIT_SONST (
 )
 GO
 
--- Vouchers of machine costs and receipts; ID_NN_POSITIONEN Null is not yet billed.
+-- One row per voucher of machine costs and receipts. ID_NN_POSITIONEN Null: not billed yet.
 CREATE TABLE SCH_BELEGE (
     ID INT NOT NULL PRIMARY KEY,
     ID_AUFTRAGSNUMMER INT,

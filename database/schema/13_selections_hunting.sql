@@ -1,6 +1,7 @@
 -- Hunting keys, as the base selections offer and check them. LDNR is the manual order of a list.
 
--- Game species. WILDBRETVERKAUF: sold as venison; SCHALENWILD hoofed, NIEDER_U_RAUBWILD small game and predators.
+-- One row per game species. WILDBRETVERKAUF: sold as venison; SCHALENWILD hoofed, NIEDER_U_RAUBWILD small game and
+-- predators.
 CREATE TABLE BB_T_WILDART (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -14,7 +15,7 @@ CREATE TABLE BB_T_WILDART (
 )
 GO
 
--- Sexes of game.
+-- One row per sex of game.
 CREATE TABLE BB_T_GESCHLECHT (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -25,7 +26,7 @@ CREATE TABLE BB_T_GESCHLECHT (
 )
 GO
 
--- Age classes of game.
+-- One row per age class of game.
 CREATE TABLE BB_T_ALTERSKLASSE (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -36,7 +37,7 @@ CREATE TABLE BB_T_ALTERSKLASSE (
 )
 GO
 
--- Causes of death of game.
+-- One row per cause of death of game.
 CREATE TABLE BB_T_TODESURSACHE (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -47,7 +48,7 @@ CREATE TABLE BB_T_TODESURSACHE (
 )
 GO
 
--- Kinds of hunting.
+-- One row per kind of hunting.
 CREATE TABLE BB_T_JAGDART (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -58,7 +59,7 @@ CREATE TABLE BB_T_JAGDART (
 )
 GO
 
--- Kinds of hunting districts.
+-- One row per kind of hunting district.
 CREATE TABLE BB_T_JAGDBEZIRKSART (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -69,7 +70,7 @@ CREATE TABLE BB_T_JAGDBEZIRKSART (
 )
 GO
 
--- Status of a hunter.
+-- One row per status of a hunter.
 CREATE TABLE BB_T_JAGERSTATUS (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -80,7 +81,7 @@ CREATE TABLE BB_T_JAGERSTATUS (
 )
 GO
 
--- Breeds of hunting dogs.
+-- One row per breed of hunting dogs.
 CREATE TABLE BB_T_HUNDERASSE (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -91,7 +92,7 @@ CREATE TABLE BB_T_HUNDERASSE (
 )
 GO
 
--- Hunting districts of the survey.
+-- One row per hunting district of the survey.
 CREATE TABLE T_JAGDBEZIRKE (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -102,7 +103,7 @@ CREATE TABLE T_JAGDBEZIRKE (
 )
 GO
 
--- Hunting districts of an organisation level.
+-- One row per hunting district of an organisation level.
 CREATE TABLE BB_JAGDBEZIRKE (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -112,7 +113,7 @@ CREATE TABLE BB_JAGDBEZIRKE (
 )
 GO
 
--- Which kinds of hunting belong to a cause of death.
+-- One row per kind of hunting that belongs to a cause of death.
 CREATE TABLE BB_TSP_TOD_JGD (
     ID INT NOT NULL PRIMARY KEY,
     ID_BB_T_TODESURSACHE INT,
@@ -120,7 +121,7 @@ CREATE TABLE BB_TSP_TOD_JGD (
 )
 GO
 
--- Age classes of a species and sex.
+-- One row per age class of a species and sex.
 CREATE TABLE BB_TSP_WA_G_AKL (
     ID INT NOT NULL PRIMARY KEY,
     ID_BB_T_WILDART INT,

@@ -1,6 +1,7 @@
--- Charts of accounts, orders and goods, as the base selections offer and check them. LDNR is the manual order of a list.
+-- Charts of accounts, orders and goods, as the base selections offer and check them. LDNR is the manual order of a
+-- list.
 
--- States of an order.
+-- One row per state of an order.
 CREATE TABLE BB_T_AUFTRAGSSTATUS (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -11,7 +12,7 @@ CREATE TABLE BB_T_AUFTRAGSSTATUS (
 )
 GO
 
--- Types of orders.
+-- One row per type of order.
 CREATE TABLE BB_T_AUFTRAGSTYP (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -22,7 +23,8 @@ CREATE TABLE BB_T_AUFTRAGSTYP (
 )
 GO
 
--- Cost and revenue types; TABLE_NAME is the chart they belong to. ERLOSE: revenue, LAGERBUCHUNG: booked through the stock.
+-- One row per cost and revenue type; TABLE_NAME is the chart to which it belongs. ERLOSE: revenue, LAGERBUCHUNG:
+-- booked through the stock.
 CREATE TABLE KOSTENART (
     ID INT NOT NULL PRIMARY KEY,
     TABLE_NAME NVARCHAR(30),
@@ -35,7 +37,7 @@ CREATE TABLE KOSTENART (
 )
 GO
 
--- Cost centres; TABLE_NAME is the chart they belong to.
+-- One row per cost centre; TABLE_NAME is the chart to which it belongs.
 CREATE TABLE KOSTENSTELLE (
     ID INT NOT NULL PRIMARY KEY,
     TABLE_NAME NVARCHAR(30),
@@ -48,7 +50,8 @@ CREATE TABLE KOSTENSTELLE (
 )
 GO
 
--- Kinds of services; TABLE_NAME is the chart they belong to. ALLOW_HOLZ: yields timber, JWP: of the yearly plan.
+-- One row per kind of service; TABLE_NAME is the chart to which it belongs. ALLOW_HOLZ: yields timber, JWP: of the
+-- yearly plan.
 CREATE TABLE LEISTUNGSART (
     ID INT NOT NULL PRIMARY KEY,
     TABLE_NAME NVARCHAR(30),
@@ -61,7 +64,7 @@ CREATE TABLE LEISTUNGSART (
 )
 GO
 
--- Cost types that a kind of wage may use.
+-- One row per cost type that a kind of wage may use.
 CREATE TABLE TSM_LOHNARTEN_KOSTENART (
     ID INT NOT NULL PRIMARY KEY,
     ID_LOHNARTEN INT,
@@ -69,7 +72,7 @@ CREATE TABLE TSM_LOHNARTEN_KOSTENART (
 )
 GO
 
--- Groups of goods, with their rate of turnover tax in percent.
+-- One row per group of goods, with its rate of turnover tax in percent.
 CREATE TABLE WARENGRUPPE (
     GRUPPE_ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(10),
@@ -81,7 +84,7 @@ CREATE TABLE WARENGRUPPE (
 )
 GO
 
--- Goods. FAKTURA: may be billed, MATERIALART 1: material of the stock, EINHPREIS in euro.
+-- One row per article. FAKTURA: may be billed, MATERIALART 1: material of the stock, EINHPREIS in euro.
 CREATE TABLE WARENKATALOG (
     ART_ID INT NOT NULL PRIMARY KEY,
     NUMMER INT,
@@ -96,7 +99,7 @@ CREATE TABLE WARENKATALOG (
 )
 GO
 
--- Single measures of an order.
+-- One row per single measure of an order.
 CREATE TABLE BB_AUFTRAG (
     ID INT NOT NULL PRIMARY KEY,
     ID_BB_AUFTRAG_KOPF INT,
@@ -106,7 +109,7 @@ CREATE TABLE BB_AUFTRAG (
 )
 GO
 
--- Cost types that a planned order is bound to.
+-- One row per cost type that a planned order is bound to.
 CREATE TABLE BB_T_AUFTRAGS_PLANUNG_KOSTENART (
     ID INT NOT NULL PRIMARY KEY,
     ID_BB_T_AUFTRAGS_PLANUNG INT,
@@ -114,7 +117,7 @@ CREATE TABLE BB_T_AUFTRAGS_PLANUNG_KOSTENART (
 )
 GO
 
--- Services that a planned order is bound to.
+-- One row per service that a planned order is bound to.
 CREATE TABLE BB_T_AUFTRAGS_PLANUNG_LEISTUNGSART (
     ID INT NOT NULL PRIMARY KEY,
     ID_BB_T_AUFTRAGS_PLANUNG INT,
@@ -122,7 +125,7 @@ CREATE TABLE BB_T_AUFTRAGS_PLANUNG_LEISTUNGSART (
 )
 GO
 
--- Cost objects that a planned order is bound to.
+-- One row per cost object that a planned order is bound to.
 CREATE TABLE BB_T_AUFTRAGS_PLANUNG_OBJEKT (
     ID INT NOT NULL PRIMARY KEY,
     ID_BB_T_AUFTRAGS_PLANUNG INT,
@@ -130,7 +133,7 @@ CREATE TABLE BB_T_AUFTRAGS_PLANUNG_OBJEKT (
 )
 GO
 
--- Products that a planned order is bound to.
+-- One row per product that a planned order is bound to.
 CREATE TABLE BB_T_AUFTRAGS_PLANUNG_PRODUKT (
     ID INT NOT NULL PRIMARY KEY,
     ID_BB_T_AUFTRAGS_PLANUNG INT,
@@ -138,7 +141,7 @@ CREATE TABLE BB_T_AUFTRAGS_PLANUNG_PRODUKT (
 )
 GO
 
--- Working methods that a planned order is bound to.
+-- One row per working method that a planned order is bound to.
 CREATE TABLE BB_T_AUFTRAGS_PLANUNG_VERFAHREN (
     ID INT NOT NULL PRIMARY KEY,
     ID_BB_T_AUFTRAGS_PLANUNG INT,
@@ -146,7 +149,7 @@ CREATE TABLE BB_T_AUFTRAGS_PLANUNG_VERFAHREN (
 )
 GO
 
--- Kinds of sale that a planned order is bound to.
+-- One row per kind of sale that a planned order is bound to.
 CREATE TABLE BB_T_AUFTRAGS_PLANUNG_VERKAUFSART (
     ID INT NOT NULL PRIMARY KEY,
     ID_BB_T_AUFTRAGS_PLANUNG INT,
@@ -154,7 +157,7 @@ CREATE TABLE BB_T_AUFTRAGS_PLANUNG_VERKAUFSART (
 )
 GO
 
--- Projects that a planned order is bound to.
+-- One row per project that a planned order is bound to.
 CREATE TABLE BB_T_AUFTRAGS_PLANUNG_BB_T_PROJEKT_PLANUNG (
     ID INT NOT NULL PRIMARY KEY,
     ID_BB_T_AUFTRAGS_PLANUNG INT,
@@ -162,7 +165,7 @@ CREATE TABLE BB_T_AUFTRAGS_PLANUNG_BB_T_PROJEKT_PLANUNG (
 )
 GO
 
--- Machines that a planned order is bound to.
+-- One row per machine that a planned order is bound to.
 CREATE TABLE BB_T_AUFTRAGS_PLANUNG_MASCHINE (
     ID INT NOT NULL PRIMARY KEY,
     ID_BB_T_AUFTRAGS_PLANUNG INT,
@@ -170,7 +173,7 @@ CREATE TABLE BB_T_AUFTRAGS_PLANUNG_MASCHINE (
 )
 GO
 
--- Machines that a planned order refers to.
+-- One row per machine that a planned order refers to.
 CREATE TABLE BB_T_AUFTRAGS_PLANUNG_BEZOGENAUF (
     ID INT NOT NULL PRIMARY KEY,
     ID_BB_T_AUFTRAGS_PLANUNG INT,

@@ -10,114 +10,138 @@
 
 namespace tamarok {
 
-/// Columns of lists and the SQL that lists are made of. A column is known by its list type and a
-/// number; lists keep numbers, never SQL. The class has no state.
+/// The columns of lists, and the SQL that lists consist of. A column is known by its list type and an id;
+/// applications store ids, never SQL. The class has no state.
 ///
 /// Common parameters:
-///   Typ          list type, one of 41 keys such as "LOG" or "ARTIKEL"
-///   ID           column id within the type; an id without a row gives the empty text, never an error
-///   strVer_type  version key of a settlement: R for the main invoice, A1 to A8 for the further ones
-///   tmkVar       the session: its connection, dialect and language
-/// Operations that need the database or the language service pass their failures on.
+///   Typ          list type, one of 41 keys such as "LOG" (logs) or "ARTIKEL" (article positions)
+///   ID           column id within the type; an id without a row gives "", never an error
+///   strVer_type  version key, which names a settlement of a log: R for the main invoice, A1 to A8 for the
+///                further ones. It is inserted verbatim.
+///   tmkVar       session: its connection, dialect and language. Not changed.
+/// Operations on columns pass on the failures of the database and of the language service.
+///
+/// The texts of a list with the columns 36 (volume) and 23 (species), grouped:
+///   from   = GetFrom("LOG", 36, "", "R", session), then GetFrom("LOG", 23, from, "R", session)
+///   select = CorrectStrSelect("LOG", ids, tabbed, "0", "R", session, where, from, true)
+///   group  = InsertToStr2("", GetGroupByClause2(23, "R", session), "R"), and so on for each column
 class Comm_CSel {
 public:
     // Expressions of columns
 
-    /// SQL expression of a column of the log list (ids 1 to 1041), without alias. Reads options where
-    /// the column is a price in base currency or built on one, and the national currency for 65.
+    /// Returns the SQL expression of a column of the log list (ids 1 to 1041), without alias:
+    /// GetColumn(36, "R", session) is "LOGS.KUBATUR".
+    /// Reads two options from the database for a price in base currency (202, 261 to 268) and for columns built
+    /// on one (280 to 288), and the national currency for 65.
     std::string GetColumn(std::int16_t ID, std::string_view strVer_type, const TmkVar& tmkVar) const;
 
-    /// SQL expression of a column of any other list type; "LOG" and unknown types give "". Typ is
-    /// compared without regard to case.
-    /// @param Agregate   the list is aggregated: a measure comes inside its aggregate word
+    /// Returns the SQL expression of a column of any other list type; "" for "LOG" and for an unknown type.
+    /// GetColumnTyp("ARTIKEL", 465, true, false, session) is "SUM(NN_POSITIONEN.MENGE)".
+    /// @param Typ        compared without regard to case
+    /// @param Agregate   the list is aggregated: a measure is summed
     /// @param InGroupBy  the expression is for GROUP BY: an aggregated measure gives ""
     std::string GetColumnTyp(std::string_view Typ, std::int16_t ID, bool Agregate, bool InGroupBy,
                              const TmkVar& tmkVar) const;
 
-    /// Column of the deduction list, table ABSCHLAG_TEMP.
+    /// Returns a column of the deduction list, table ABSCHLAG_TEMP: GetColumnAbs(5) is "ABSCHLAG_TEMP.PREIS".
     std::string GetColumnAbs(std::int16_t ID) const;
 
     // FROM
 
-    /// Extends a FROM body by the joins that a column needs, those of its prerequisites first. A
-    /// join that stands in the body already is not added again.
-    /// @param strFrom  body without the word FROM; an empty one is opened with the type's base text
-    /// Shows "Error In GetFrom" where strFrom begins with FROM, and goes on. Typ is compared
-    /// without regard to case; an unknown one adds nothing.
+    /// Returns a FROM body with the joins that a column needs, those of its prerequisites first. A join that
+    /// the body contains already, spelled alike, is not added again.
+    /// Shows "Error In GetFrom" if strFrom begins with FROM, and continues.
+    /// @param Typ      compared without regard to case; an unknown type adds nothing
+    /// @param strFrom  body without the word FROM; an empty body is opened with the type's base tables
     std::string GetFrom(std::string_view Typ, std::int16_t ID, std::string_view strFrom, std::string_view strVer_type,
                         const TmkVar& tmkVar) const;
 
-    // Expressions of a column in each clause
+    // Expressions of a column of the log list in each clause. The version key is converted to upper case.
 
-    /// Group expression in a detail list: the column, with the version key in upper case.
+    /// Returns the group expression of a column in a detail list: the column itself.
     std::string GetGroupByClause(std::int16_t ID, std::string_view strVer_type, const TmkVar& tmkVar) const;
-    /// Order expression in a detail list: the group expression.
+    /// Returns the order expression of a column in a detail list: the column itself.
     std::string GetOrderByClause(std::int16_t ID, std::string_view strVer_type, const TmkVar& tmkVar) const;
-    /// Group expression in a detail list of deductions.
-    std::string GetGroupByClauseAbs(std::int16_t ID) const;
 
-    /// Group expression in an aggregate list: "" for a measure and for 975, which is an aggregate itself.
+    /// Returns the group expression of a column in an aggregate list: "" for a measure, and for 975, which
+    /// is an aggregate itself.
     std::string GetGroupByClause2(std::int16_t ID, std::string_view strVer_type, const TmkVar& tmkVar) const;
-    /// Order expression in an aggregate list: the group expression, "" for a measure.
+    /// Returns the order expression of a column in an aggregate list: the group expression.
     std::string GetOrderByClause2(std::int16_t ID, std::string_view strVer_type, const TmkVar& tmkVar) const;
-    /// Select expression in an aggregate list: a measure inside SUM(), any other column plain.
+    /// Returns the select expression of a column in an aggregate list: a measure inside SUM(), any other
+    /// column as it is.
     std::string GetSelectClause2(std::int16_t ID, std::string_view strVer_type, const TmkVar& tmkVar) const;
 
-    /// The same two for the deduction list, whose measures are 3 and 5.
+    // The same for the deduction list, whose measures are 3 and 5.
+
+    /// Returns the group expression of a column in a detail list of deductions: the column itself.
+    std::string GetGroupByClauseAbs(std::int16_t ID) const;
+    /// Returns the group expression of a column in an aggregate list of deductions, "" for a measure.
     std::string GetGroupByClause2Abs(std::int16_t ID) const;
+    /// Returns the select expression of a column in an aggregate list of deductions: a measure inside SUM().
     std::string GetSelectClause2Abs(std::int16_t ID) const;
 
-    // Texts of clauses
+    // Texts of clauses. None of these operations escapes single quotes or reads the database.
 
-    /// `str` with `value` appended behind ", "; either may be empty. No test for duplicates.
+    /// Returns `str` with `value` appended after ", "; either may be empty. Duplicates are not removed.
     std::string InsertToStr(std::string_view str, std::string_view value) const;
 
-    /// Comma list of group or order expressions with `value` added where no part equals it. Blanks
-    /// around parts and brackets go, and a text without a quote becomes upper case. A window
-    /// expression over NN_POSITIONEN.NN_ID is replaced by that column. Commas in parentheses divide nothing.
-    /// Shows "ERROR in Sub InsertToStr2" where `str` begins with "FROM ", and goes on.
+    /// Returns a comma list of group or order expressions with `value` added unless a part is equal to it:
+    /// InsertToStr2("a.x, b.y", "B.Y", "") is "A.X,B.Y".
+    /// Trims the parts, removes brackets, and converts a text without a single quote to upper case. Replaces
+    /// the window expression over NN_POSITIONEN.NN_ID in `value` by that column. Commas in parentheses do not
+    /// separate parts. Shows "ERROR in Sub InsertToStr2" if `str` begins with "FROM ", and continues.
+    /// @param str          the list; converted to text
     /// @param strVer_type  accepted, not used
-    /// Errors: 94 where `str` is Null, 13 where it has no text form, 6 beyond 32,767 characters.
+    /// Errors: 94 if `str` is Null, 13 if it has no text form, 6 if it has more than 32,767 characters.
     std::string InsertToStr2(const Variant& str, std::string_view value, std::string_view strVer_type) const;
 
-    /// WHERE text with the condition `value` added by " AND " unless it occurs in `str`, compared
-    /// without regard to case. A condition that is a part of an existing one counts as present.
+    /// Returns a WHERE text with the condition `value` added after " AND " unless `str` contains it, compared
+    /// without regard to case; either may be empty.
+    /// Required by the contract: a condition that is part of another one counts as present, as "A = 1" is of
+    /// "A = 11".
     std::string InsertToWhere(std::string_view str, std::string_view value) const;
-    /// The same; `str` is converted to text. Errors: 94 where it is Null, 13 where it has no text form.
+    /// InsertToWhere for a `str` of any type, which is converted to text.
+    /// Errors: 94 if `str` is Null, 13 if it has no text form.
     std::string InsertToWhereAbs(const Variant& str, std::string_view value) const;
 
-    /// The SELECT list of the columns `ID`, in their order. Composes the types "LOG" and "ARTIKEL",
-    /// in upper case; columns of any other type, and ids without a row, are fillers.
-    /// @param strSelect_vbtab  extended by the expressions of real columns, joined by tabs
-    /// @param Colum_Id_Is_0    the filler's text; "" leaves fillers out
-    /// @param strWhere,strFrom clauses of the list, with or without WHERE and FROM, for the columns
+    /// Returns the SELECT list of the columns `ID`, in their order, separated by ", ".
+    /// @param Typ              "LOG" or "ARTIKEL", in upper case; the columns of any other type are fillers
+    /// @param ID               at most 32,767 ids; an id without a row is a filler
+    /// @param strSelect_vbtab  the expressions of real columns are appended to it, separated by tabs
+    /// @param Colum_Id_Is_0    text of a filler; "" omits fillers
+    /// @param strWhere,strFrom the list's clauses, with or without the words WHERE and FROM, for the columns
     ///                         that compare a row with the whole list (203 of LOG, 156 of ARTIKEL)
     /// @param GroupBy          the list is aggregated: measures are summed, averages weighted
-    /// Errors: 6 for more than 32,767 ids, 11 where the total of ARTIKEL 156 is 0, failures of the
-    /// database.
+    /// Column 156 of ARTIKEL reads its total from the database.
+    /// Errors: 6 for more than 32,767 ids, 11 if the total of column 156 is 0.
     std::string CorrectStrSelect(std::string_view Typ, std::span<const std::int16_t> ID, std::string& strSelect_vbtab,
                                  std::string_view Colum_Id_Is_0, std::string_view strVer_type, const TmkVar& tmkVar,
                                  std::string_view strWhere, std::string_view strFrom, bool GroupBy) const;
 
-    /// `strFrom` without any occurrence of `strRemov`, also of those that a removal makes.
-    /// Error 5 where `strRemov` is empty.
+    /// Returns `strFrom` without any occurrence of `strRemov`, including those that a removal creates. Case
+    /// counts. Error 5 if `strRemov` is empty.
     std::string RemoveString(std::string_view strFrom, std::string_view strRemov) const;
 
-    /// Divides "FROM ... WHERE ..." at the first " WHERE " outside parentheses. A blank text leaves
-    /// both results as they are; a text without FROM empties both.
+    /// Divides "FROM ... WHERE ..." at the first " WHERE " outside parentheses and trims both parts.
+    /// @param tmpSelektion  a blank text leaves both results unchanged; a text without FROM empties both
+    /// @param strFrom       out: the FROM body, without the word; may be the text that is divided
+    /// @param strWhere      out: the condition, "" if there is none
     /// Error 6 for a text of more than 32,767 characters.
     void SplitClause(std::string_view tmpSelektion, std::string& strFrom, std::string& strWhere) const;
 
-    /// " ORDER BY " and the list, or "" for an empty list.
-    /// @param Kod  "1" for descending order on every key, anything else for ascending order
+    /// Returns " ORDER BY " and the list, or "" for an empty list:
+    /// OrderBy("1", "A,ISNULL(B,0)") is " ORDER BY A DESC,ISNULL(B,0) DESC".
+    /// @param Kod  "1" for descending order of every key, anything else for ascending order
     /// Error 6 for a descending list of more than 32,767 characters.
     std::string OrderBy(std::string_view Kod, std::string_view strOrderBy) const;
 
-    /// The SQL expression of a stored log's quantity in another unit, for a list over LOGS and LOGS_RECH.
-    /// @param InFaktura   true for the bare quantity; false lets an invoicing row with a name of its own
-    ///        (`Prefix` + "_NAME") keep its own quantity
-    /// @param Einheit_ID  WARENEINHEIT.EINHEIT_ID of the wanted unit
-    /// @param strFormatMenge  number pattern; its length less 2 is the number of decimals (SACHSEN only)
+    /// Returns the SQL expression of a stored log's quantity in another unit, for a list over LOGS and LOGS_RECH.
+    /// @param InFaktura       true: the quantity alone; false: a settlement with a name of its own
+    ///                        (`Prefix` + "_NAME") keeps its own quantity
+    /// @param Prefix          version key of the settlement
+    /// @param Einheit_ID      WARENEINHEIT.EINHEIT_ID of the wanted unit
+    /// @param strFormatMenge  number pattern; its length less 2 is the number of decimals (edition SACHSEN only)
     std::string MengeSQL(const TmkVar& tmkVar, bool InFaktura, std::string_view Prefix, std::string_view Einheit_ID,
                          std::string_view strFormatMenge) const;
 };

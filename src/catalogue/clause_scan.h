@@ -10,7 +10,8 @@
 
 namespace tamarok::catalogue {
 
-/// Error 6 where a text is longer than a scan's 16-bit counter can reach; `what` names the text.
+/// Throws error 6 if a text has more than 32,767 characters, as many as the contract's 16-bit position counts.
+/// @param what  names the text in the message
 inline void checkScanLength(std::string_view clause, std::string_view what)
 {
     if (clause.size() > INT16_MAX && text::length(clause) > INT16_MAX) {
@@ -18,10 +19,12 @@ inline void checkScanLength(std::string_view clause, std::string_view what)
     }
 }
 
-/// Follows the nesting of parentheses through a clause. Quotes have no effect.
+/// Follows the nesting of parentheses through a clause.
+/// Required by the contract: quotes have no effect, so that a parenthesis in a literal counts. Do not correct.
 class ParenthesisDepth {
 public:
-    /// To be called with each character in turn; true where the character stands outside parentheses.
+    /// Takes the next character of the clause. Returns true if it stands outside parentheses; a closing
+    /// parenthesis that ends the outermost pair counts as outside.
     bool outsideAt(char character) noexcept
     {
         if (character == '(') {
@@ -33,7 +36,7 @@ public:
     }
 
 private:
-    std::ptrdiff_t depth_ = 0; ///< below 0 behind a closing parenthesis too many
+    std::ptrdiff_t depth_ = 0; ///< below 0 after a surplus closing parenthesis
 };
 
 } // namespace tamarok::catalogue

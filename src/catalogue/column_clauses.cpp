@@ -1,29 +1,26 @@
-#include "log_catalogue.h"
-#include "upper_case.h"
+#include "column_text.h"
+#include "list_types.h"
 
 #include "tamarok/comm_csel.h"
+#include "tamarok/text.h"
 
 namespace tamarok {
 
+using catalogue::logList;
+
 std::string Comm_CSel::GetGroupByClause(std::int16_t ID, std::string_view strVer_type, const TmkVar& tmkVar) const
 {
-    std::string buffer;
-    return GetColumn(ID, catalogue::upperCase(strVer_type, buffer), tmkVar);
+    return catalogue::detailText(logList(), ID, text::toUpper(strVer_type), tmkVar);
 }
 
 std::string Comm_CSel::GetOrderByClause(std::int16_t ID, std::string_view strVer_type, const TmkVar& tmkVar) const
 {
-    std::string buffer;
-    return GetGroupByClause(ID, catalogue::upperCase(strVer_type, buffer), tmkVar);
+    return GetGroupByClause(ID, strVer_type, tmkVar);
 }
 
 std::string Comm_CSel::GetGroupByClause2(std::int16_t ID, std::string_view strVer_type, const TmkVar& tmkVar) const
 {
-    if (catalogue::isLogMeasure(ID) || ID == catalogue::logGameOrigin) {
-        return {};
-    }
-    std::string buffer;
-    return GetColumn(ID, catalogue::upperCase(strVer_type, buffer), tmkVar);
+    return catalogue::groupText(logList(), ID, strVer_type, tmkVar);
 }
 
 std::string Comm_CSel::GetOrderByClause2(std::int16_t ID, std::string_view strVer_type, const TmkVar& tmkVar) const
@@ -33,9 +30,7 @@ std::string Comm_CSel::GetOrderByClause2(std::int16_t ID, std::string_view strVe
 
 std::string Comm_CSel::GetSelectClause2(std::int16_t ID, std::string_view strVer_type, const TmkVar& tmkVar) const
 {
-    std::string buffer;
-    std::string column = GetColumn(ID, catalogue::upperCase(strVer_type, buffer), tmkVar);
-    return catalogue::isLogMeasure(ID) ? "SUM(" + column + ")" : column;
+    return catalogue::aggregateText(logList(), ID, strVer_type, tmkVar);
 }
 
 } // namespace tamarok

@@ -1,65 +1,47 @@
+#include "column_text.h"
 #include "list_types.h"
-#include "log_catalogue.h"
-#include "row_text.h"
 
 #include "tamarok/comm_csel.h"
 
 namespace tamarok {
 
-namespace {
-
+using catalogue::Aggregate;
 using catalogue::Column;
-using catalogue::RowText;
-
-std::string textOf(const Column& column)
-{
-    return std::string{column.text};
-}
-
-} // namespace
+using catalogue::deductionList;
 
 std::string Comm_CSel::GetColumn(std::int16_t ID, std::string_view strVer_type, const TmkVar& tmkVar) const
 {
-    const Column* column = catalogue::logColumns.find(ID);
-    if (column == nullptr) {
-        return {};
-    }
-    if (!column->composed) {
-        return textOf(*column);
-    }
-    return RowText{tmkVar, strVer_type, catalogue::logColumns}.fill(column->text);
+    return catalogue::detailText(catalogue::logList(), ID, strVer_type, tmkVar);
 }
 
 std::string Comm_CSel::GetColumnTyp(std::string_view Typ, std::int16_t ID, bool Agregate, bool InGroupBy,
                                     const TmkVar& tmkVar) const
 {
     const catalogue::ListType* type = catalogue::findListType(Typ);
-    const Column* column = type != nullptr && type->columns != nullptr ? type->columns->find(ID) : nullptr;
+    // Columns that take a version key are GetColumn's alone.
+    if (type == nullptr || type->description().dependsOnVersion) {
+        return {};
+    }
+    const Column* column = type->column(ID);
     if (column == nullptr) {
         return {};
     }
-    if (InGroupBy && !column->groupText.empty()) {
-        return std::string{column->groupText};
+    // Required by the contract: the group expression replaces the column's in detail lists too.
+    if (const std::string_view group = column->groupText; InGroupBy && !group.empty()) {
+        return std::string{group};
     }
-    const bool aggregated = Agregate && !column->word.empty();
-    if (aggregated && InGroupBy) {
-        return {};
+    if (!Agregate) {
+        return catalogue::detailText(*type, ID, {}, tmkVar);
     }
-    std::string expression;
-    if (aggregated) {
-        expression.append(column->word).append("(");
-    }
-    RowText{tmkVar, {}, *type->columns}.append(expression, column->text);
-    if (aggregated) {
-        expression += ')';
-    }
-    return expression;
+    return InGroupBy ? catalogue::groupText(*type, ID, {}, tmkVar) : catalogue::aggregateText(*type, ID, {}, tmkVar);
 }
+
+// The deduction list has neither a version nor texts that vary.
 
 std::string Comm_CSel::GetColumnAbs(std::int16_t ID) const
 {
-    const Column* column = catalogue::absColumns.find(ID);
-    return column == nullptr ? std::string{} : textOf(*column);
+    const Column* column = deductionList().column(ID);
+    return column == nullptr ? std::string{} : std::string{column->text};
 }
 
 std::string Comm_CSel::GetGroupByClauseAbs(std::int16_t ID) const
@@ -69,17 +51,15 @@ std::string Comm_CSel::GetGroupByClauseAbs(std::int16_t ID) const
 
 std::string Comm_CSel::GetGroupByClause2Abs(std::int16_t ID) const
 {
-    const Column* column = catalogue::absColumns.find(ID);
-    return column == nullptr || !column->word.empty() ? std::string{} : textOf(*column);
+    const Column* column = deductionList().column(ID);
+    return column != nullptr && column->aggregate == Aggregate::sum ? std::string{} : GetColumnAbs(ID);
 }
 
 std::string Comm_CSel::GetSelectClause2Abs(std::int16_t ID) const
 {
-    const Column* column = catalogue::absColumns.find(ID);
-    if (column == nullptr || column->word.empty()) {
-        return GetColumnAbs(ID);
-    }
-    return std::string{column->word}.append("(").append(column->text).append(")");
+    const Column* column = deductionList().column(ID);
+    return column != nullptr && column->aggregate == Aggregate::sum ? "SUM(" + GetColumnAbs(ID) + ")"
+                                                                    : GetColumnAbs(ID);
 }
 
 } // namespace tamarok

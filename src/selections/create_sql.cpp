@@ -1,4 +1,4 @@
-#include "statement_writer.h"
+#include "selection_values.h"
 
 #include "tamarok/comm_set.h"
 #include "tamarok/error.h"
@@ -11,7 +11,7 @@ std::string Comm_Set::CreateSQL(const TmkVar& tmkVar, std::string_view Typ, std:
     const selections::Selection* const selection = selections::find(Typ);
     if (selection == nullptr) return {};
     try {
-        return selections::StatementWriter{tmkVar, selection->key, strWhere}.fill(selection->statement);
+        return selections::fillStatement(tmkVar, selection->key, strWhere, selection->statement);
     } catch (Error& error) {
         throw error.addContext("Comm_Set.CreateSQL, " + std::string{Typ});
     }

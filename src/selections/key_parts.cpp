@@ -7,10 +7,11 @@ namespace {
 
 struct Suffix {
     std::string_view text;
-    std::size_t cut; ///< characters to take off the key
+    std::size_t cut; ///< number of characters to cut off the key
 };
 
-/// The longest suffix first. `_VALID` is cut one character short, as the fixed statements have it.
+/// The first suffix that fits counts, hence the longest one first.
+/// Required by the contract: `_VALID` is cut one character short, so that its underscore stays. Do not correct.
 constexpr Suffix suffixes[] = {
     {"_HS_LOGS_VALID", 14}, {"_ID_LOGS_VALID", 14}, {"_HS_LOGS_GRID", 13}, {"_LOGS_VALID", 11},
     {"_ID_VALID", 9},       {"_VALID", 5},          {"_GRID", 5},

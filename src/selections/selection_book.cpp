@@ -1,8 +1,10 @@
 #include "tamarok/selection_book.h"
 
 #include <algorithm>
-#include <array>
 #include <functional>
+
+#include "dialect/sql_template.h"
+#include "selection_values.h"
 
 namespace tamarok::selections {
 namespace {
@@ -11,9 +13,12 @@ constexpr Selection book[] = {
 #include "data/selections.inc"
 };
 
-static_assert(std::size(book) == 777);
 static_assert(std::ranges::adjacent_find(book, std::ranges::greater_equal{}, &Selection::key) == std::end(book),
               "the book is sorted and names each key once");
+static_assert(std::ranges::all_of(
+                  book, [](std::string_view statement) { return dialect::namesOnly(statement, isSelectionValue); },
+                  &Selection::statement),
+              "the statements name values and words of the dialect alone");
 
 } // namespace
 

@@ -209,7 +209,12 @@ TEST_F(ArtikelSelectList, PricePerQuantityWithoutARowIsAFiller)
 
 TEST_F(ArtikelSelectList, FailureOfTheTotalReachesTheCaller)
 {
-    EXPECT_THROW(select("ARTIKEL", {156}, true), Error);
+    try {
+        select("ARTIKEL", {156}, true);
+        FAIL();
+    } catch (const Error& error) {
+        EXPECT_EQ(error.number, errors::statementRefused);
+    }
 }
 
 } // namespace

@@ -3,10 +3,11 @@
 #include <set>
 #include <string>
 
-#include "database/master_keys.h"
-#include "database/resources.h"
-#include "database/timber_profile.h"
-#include "database/tsv.h"
+#include "master_keys.h"
+#include "master_tables.h"
+#include "resources.h"
+#include "timber_profile.h"
+#include "tsv_table.h"
 
 #include "tamarok/error.h"
 
@@ -31,6 +32,18 @@ std::set<std::string> numbered(std::string_view table)
     for (std::size_t i = 1; i <= masterTable(table).rows(); ++i)
         keys.insert(std::to_string(i));
     return keys;
+}
+
+/// Returns the number of the Error that `action` throws, 0 for none.
+template <class Action>
+std::int32_t failureOf(Action action)
+{
+    try {
+        action();
+    } catch (const Error& error) {
+        return error.number;
+    }
+    return 0;
 }
 
 struct Reference {
@@ -196,22 +209,37 @@ TEST(MasterData, CurrencyOptionsAgreeWithTheGenerator)
 
 TEST(MasterData, IsOfTheSizeOfARealEnterprise)
 {
-    EXPECT_GE(masterTable("WALDORT").rows(), 200U);
-    EXPECT_GE(masterTable("PERSONAL").rows(), 300U);
-    EXPECT_GE(masterTable("HOLZART").rows(), 20U);
-    EXPECT_GE(masterTable("USERS").rows(), 12U);
+    EXPECT_EQ(masterTable("WALDORT").rows(), 220U);
+    EXPECT_EQ(masterTable("PERSONAL").rows(), 300U);
+    EXPECT_EQ(masterTable("HOLZART").rows(), 28U);
+    EXPECT_EQ(masterTable("USERS").rows(), 12U);
+    EXPECT_EQ(masterTable("VERTRAEGE").rows(), 60U);
 }
 
 TEST(MasterData, UnknownTableAndGroupAreErrors)
 {
-    EXPECT_THROW(masterTable("NONE"), Error);
     const MasterKeys keys;
-    EXPECT_THROW(keys.partners("Niemand"), Error);
-    EXPECT_THROW(keys.contracts(9), Error);
-    EXPECT_THROW(keys.relations(11), Error);
-    EXPECT_THROW(keys.count("NONE"), Error);
-    EXPECT_THROW(resource("texts", "none.tsv"), Error);
-    EXPECT_TRUE(resources("nothing").empty());
+    EXPECT_EQ(failureOf([] { masterTable("NONE"); }), errors::fileNotFound);
+    EXPECT_EQ(failureOf([&] { keys.partners("Niemand"); }), errors::itemNotFound);
+    EXPECT_EQ(failureOf([&] { keys.contracts(9); }), errors::itemNotFound);
+    EXPECT_EQ(failureOf([&] { keys.relations(11); }), errors::itemNotFound);
+    EXPECT_EQ(failureOf([&] { keys.count("NONE"); }), errors::itemNotFound);
+}
+
+TEST(Resources, EveryGroupHasItsFilesInTheOrderOfTheirNames)
+{
+    constexpr std::pair<std::string_view, std::size_t> groups[]{{"schema", 14}, {"procedures", 2}, {"texts", 2},
+                                                                {"master", 48}, {"selections", 6}, {"nothing", 0}};
+    for (const auto& [group, count] : groups) {
+        const auto files = resources(group);
+        EXPECT_EQ(files.size(), count) << group;
+        EXPECT_TRUE(std::is_sorted(files.begin(), files.end(), [](const Resource& a, const Resource& b) {
+            return a.name < b.name;
+        })) << group;
+        for (const Resource& file : files)
+            EXPECT_EQ(file.text.back(), '\n') << group << '/' << file.name;
+    }
+    EXPECT_EQ(failureOf([] { resource("texts", "none.tsv"); }), errors::fileNotFound);
 }
 
 } // namespace

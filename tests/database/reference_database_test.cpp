@@ -152,10 +152,23 @@ TEST_F(ReferenceDatabase, StrengthClassFollowsFromTheDiameterWithoutBark)
 
 TEST_F(ReferenceDatabase, SomeListsHaveNoLengthAndSomeLogsNoInvoice)
 {
-    EXPECT_GT(number(connection_, "SELECT COUNT(*) FROM LOGS WHERE ISNULL(LAENGE,0) = 0"), 0);
-    EXPECT_GT(number(connection_, "SELECT COUNT(*) FROM LOGS WHERE UFAKT_RM IS NULL"), 0);
-    EXPECT_GT(number(connection_, "SELECT COUNT(*) FROM LOGS_RECH WHERE R_NAME IS NULL"), 0);
-    EXPECT_GT(number(connection_, "SELECT COUNT(*) FROM LOGS_RECH WHERE R_EURO = 0"), 0);
+    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM LOGS WHERE ISNULL(LAENGE,0) = 0"), 250);
+    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM LOGS WHERE UFAKT_RM IS NULL"), 294);
+    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM LOGS_RECH WHERE R_NAME IS NULL"), 114);
+    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM LOGS_RECH WHERE R_EURO = 0"), 182);
+}
+
+TEST_F(ReferenceDatabase, SeedFixesTheRowsOfEveryTable)
+{
+    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM LISTENKOPF"), 71);
+    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM HEADERRECH"), 90);
+    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM NN_POSITIONEN"), 1);
+    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM TRANSPORTLOGISTIK"), 8);
+    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM BEREITSTELLUNG_KOPF"), 3);
+    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM BEREITSTELLUNG_LOGS"), 280);
+    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM LOGS_RECH_PRICE"), 136);
+    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM STRINGS"), 842);
+    EXPECT_EQ(content(connection_, "SELECT ROUND(SUM(KUBATUR),3) FROM LOGS"), "21292.562|\n");
 }
 
 TEST_F(ReferenceDatabase, TextsCarryEveryLanguageAndTheColumnLabels)

@@ -3,9 +3,9 @@
 #include <set>
 #include <string>
 
-#include "database/resources.h"
-#include "database/tsv.h"
+#include "resources.h"
 #include "tamarok_database/labels.h"
+#include "tsv_table.h"
 
 namespace tamarok::database {
 namespace {

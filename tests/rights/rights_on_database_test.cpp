@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "database/schema.h"
 #include "support/errors.h"
+#include "tamarok_database/schema.h"
 #include "tamarok_embedded/connect.h"
 #include "tamarok_loc/loc_service.h"
 

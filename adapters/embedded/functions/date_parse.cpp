@@ -11,7 +11,7 @@ namespace tamarok::embedded::functions {
 
 namespace {
 
-using sql::DateOrder;
+using tsql::DateOrder;
 
 constexpr std::int32_t lastYearOfThisCentury = 49;
 

@@ -5,7 +5,7 @@
 
 #include "functions/calendar.h"
 #include "functions/call.h"
-#include "tamarok_tsql/batch.h"
+#include "tamarok_tsql/date_order.h"
 
 /// Dates out of texts and numbers, as the server's conversions read them.
 namespace tamarok::embedded::functions {
@@ -15,8 +15,8 @@ enum class DateType : std::uint8_t { DateTime, SmallDateTime, Date, Time };
 
 /// How the groups of a date text are to be read.
 struct DateReading {
-    sql::DateOrder slashes = sql::DateOrder::Mdy; ///< order of groups with slashes; hyphens with the year last too
-    sql::DateOrder points = sql::DateOrder::Dmy;
+    tsql::DateOrder slashes = tsql::DateOrder::Mdy; ///< order of groups with slashes; hyphens with the year last too
+    tsql::DateOrder points = tsql::DateOrder::Dmy;
     bool yearFirstIsIso = true; ///< a year of four digits in front means year, month, day whatever the order
 };
 
@@ -37,7 +37,7 @@ struct ParsedDate {
 ParsedDate parseDate(std::string_view text, const DateReading& reading);
 
 /// Reading by a style of CONVERT; error 281 for a number that is none.
-DateReading readingOfStyle(std::int64_t style, sql::DateOrder order);
+DateReading readingOfStyle(std::int64_t style, tsql::DateOrder order);
 
 /// Rounded and range-checked as the type wants it; errors 242 and 8115.
 Instant fitDate(Instant instant, DateType type, bool fromText, std::string_view source);

@@ -4,7 +4,7 @@
 #include "tamarok_tsql/type_rules.h"
 #include "translation/emitter.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::embedded::translation {
 namespace {
 
 struct ConversionRow {
@@ -91,7 +91,7 @@ bool Emitter::literalWhole(const TextExpr& text, const Type& target)
         if (sameName(value, "false")) whole = 0;
         if (whole && *whole != 0) whole = 1;
     }
-    const std::int64_t bound = wholeBound(target.kind);
+    const std::int64_t bound = largestMagnitude(target.kind);
     const std::int64_t least = target.kind == TypeKind::TinyInt || target.kind == TypeKind::Bit ? 0 : -bound;
     const std::int64_t most = target.kind == TypeKind::SmallInt || target.kind == TypeKind::Int ? bound - 1 : bound;
     if (!whole || *whole < least || *whole > most) return false;
@@ -132,9 +132,9 @@ bool Emitter::literalDate(const TextExpr& text, const Type& target, bool strict)
 bool Emitter::literalAs(const Expr& expr, const Type& target, bool strict)
 {
     if (expr.kind == ExprKind::Number) {
-        const auto& literal = sql::as<NumberExpr>(expr);
-        if (isText(target) && literal.token == TokenKind::Integer && literal.bound >= 0) {
-            writeText(std::to_string(literal.bound));
+        const auto& literal = tsql::as<NumberExpr>(expr);
+        if (isText(target) && literal.token == TokenKind::Integer && literal.magnitude >= 0) {
+            writeText(std::to_string(literal.magnitude));
             return true;
         }
         if (isFraction(target) && literal.token == TokenKind::Integer) {
@@ -145,7 +145,7 @@ bool Emitter::literalAs(const Expr& expr, const Type& target, bool strict)
         return false;
     }
     if (expr.kind != ExprKind::Text) return false;
-    const auto& text = sql::as<TextExpr>(expr);
+    const auto& text = tsql::as<TextExpr>(expr);
     if (isWhole(target)) return literalWhole(text, target);
     if (isFraction(target)) return literalNumber(text, target);
     if (isDate(target)) return literalDate(text, target, strict);
@@ -173,7 +173,7 @@ void Emitter::toWhole(const Expr& expr, const Type& target)
         write(")");
         return;
     }
-    const bool narrower = isWhole(expr.type) && (wholeBound(expr.type.kind) <= wholeBound(target.kind));
+    const bool narrower = isWhole(expr.type) && (largestMagnitude(expr.type.kind) <= largestMagnitude(target.kind));
     if (narrower || expr.type.kind == TypeKind::Unknown) return expression(expr);
     conversionCall(target);
     wholeOperand(expr, target);
@@ -304,7 +304,7 @@ void Emitter::castNumber(const CastExpr& cast)
     const Expr& value = *cast.value;
     const Type& target = cast.target;
     const bool widens = isWhole(target) && isWhole(value.type) && target.kind != TypeKind::Bit &&
-                        wholeBound(value.type.kind) <= wholeBound(target.kind);
+                        largestMagnitude(value.type.kind) <= largestMagnitude(target.kind);
     if (value.type == target || widens) return expression(value);
     if (value.kind == ExprKind::Number && target.kind == TypeKind::Float) {
         if (!literalAs(value, target, false)) expression(value);
@@ -334,7 +334,7 @@ void Emitter::wholeOperand(const Expr& expr, const Type& target)
 void Emitter::checkLiteralLength(const Expr& expr, const TableColumn& column, const Table& table) const
 {
     if (expr.kind != ExprKind::Text || column.type.length < 0) return;
-    std::string value = textValue(sql::as<TextExpr>(expr).raw);
+    std::string value = textValue(tsql::as<TextExpr>(expr).raw);
     value.erase(value.find_last_not_of(' ') + 1);
     std::int32_t length = 0;
     for (const char c : value)
@@ -372,9 +372,10 @@ void Emitter::assigned(const Expr& expr, const TableColumn& column, const Table&
     if (given == target && expr.kind != ExprKind::Parameter) return expression(expr);
     if (literalAs(expr, target, true)) return;
     const bool widens = isWhole(target) && isWhole(given) && target.kind != TypeKind::Bit &&
-                        wholeBound(given.kind) <= wholeBound(target.kind);
-    const std::int64_t most = wholeBound(target.kind) - (target.kind == TypeKind::Bit ? 0 : 1);
-    const bool smallLiteral = expr.kind == ExprKind::Number && isWhole(target) && expr.bound >= 0 && expr.bound <= most;
+                        largestMagnitude(given.kind) <= largestMagnitude(target.kind);
+    const std::int64_t most = largestMagnitude(target.kind) - (target.kind == TypeKind::Bit ? 0 : 1);
+    const bool smallLiteral =
+        expr.kind == ExprKind::Number && isWhole(target) && expr.magnitude >= 0 && expr.magnitude <= most;
     const bool free = (target.kind == TypeKind::Float && isNumber(given)) || fitsDecimal(given, target);
     if (widens || smallLiteral || free || classOf(target) == TypeClass::Binary) return expression(expr);
     conversionCall(target);
@@ -399,4 +400,4 @@ void Emitter::assignedColumn(std::string_view name, const Type& type, const Tabl
     assigned(stand, column, table);
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::embedded::translation

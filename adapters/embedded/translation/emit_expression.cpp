@@ -2,57 +2,57 @@
 #include "tamarok_tsql/type_rules.h"
 #include "translation/emitter.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::embedded::translation {
 
 void Emitter::expression(const Expr& expr)
 {
     switch (expr.kind) {
     case ExprKind::Null: write("NULL"); break;
     case ExprKind::Default: write("NULL"); break;
-    case ExprKind::Number: write(sql::as<NumberExpr>(expr).text); break;
-    case ExprKind::Text: write(sql::as<TextExpr>(expr).raw); break;
+    case ExprKind::Number: write(tsql::as<NumberExpr>(expr).text); break;
+    case ExprKind::Text: write(tsql::as<TextExpr>(expr).raw); break;
     case ExprKind::Parameter:
         write("?");
-        parameters_.push_back(sql::as<ParameterExpr>(expr).index);
+        parameters_.push_back(tsql::as<ParameterExpr>(expr).index);
         break;
-    case ExprKind::System: system(sql::as<SystemExpr>(expr)); break;
+    case ExprKind::System: system(tsql::as<SystemExpr>(expr)); break;
     case ExprKind::RowNum:
-    case ExprKind::Column: column(sql::as<ColumnExpr>(expr)); break;
-    case ExprKind::Unary: unary(sql::as<UnaryExpr>(expr)); break;
-    case ExprKind::Binary: binary(sql::as<BinaryExpr>(expr)); break;
-    case ExprKind::Compare: compare(sql::as<BinaryExpr>(expr)); break;
-    case ExprKind::And: chain(sql::as<ChainExpr>(expr).operands, " AND "); break;
-    case ExprKind::Or: chain(sql::as<ChainExpr>(expr).operands, " OR "); break;
+    case ExprKind::Column: column(tsql::as<ColumnExpr>(expr)); break;
+    case ExprKind::Unary: unary(tsql::as<UnaryExpr>(expr)); break;
+    case ExprKind::Binary: binary(tsql::as<BinaryExpr>(expr)); break;
+    case ExprKind::Compare: compare(tsql::as<BinaryExpr>(expr)); break;
+    case ExprKind::And: chain(tsql::as<ChainExpr>(expr).operands, " AND "); break;
+    case ExprKind::Or: chain(tsql::as<ChainExpr>(expr).operands, " OR "); break;
     case ExprKind::Not:
         write("(NOT ");
-        expression(*sql::as<NotExpr>(expr).operand);
+        expression(*tsql::as<NotExpr>(expr).operand);
         write(")");
         break;
-    case ExprKind::Between: between(sql::as<BetweenExpr>(expr)); break;
-    case ExprKind::InList: inList(sql::as<InListExpr>(expr)); break;
-    case ExprKind::InQuery: inQuery(sql::as<InQueryExpr>(expr)); break;
-    case ExprKind::Like: like(sql::as<LikeExpr>(expr)); break;
+    case ExprKind::Between: between(tsql::as<BetweenExpr>(expr)); break;
+    case ExprKind::InList: inList(tsql::as<InListExpr>(expr)); break;
+    case ExprKind::InQuery: inQuery(tsql::as<InQueryExpr>(expr)); break;
+    case ExprKind::Like: like(tsql::as<LikeExpr>(expr)); break;
     case ExprKind::IsNull:
         write("(");
-        expression(*sql::as<IsNullExpr>(expr).value);
-        write(sql::as<IsNullExpr>(expr).negated ? " IS NOT NULL)" : " IS NULL)");
+        expression(*tsql::as<IsNullExpr>(expr).value);
+        write(tsql::as<IsNullExpr>(expr).negated ? " IS NOT NULL)" : " IS NULL)");
         break;
     case ExprKind::Exists:
         write("EXISTS (");
-        query(*sql::as<QueryExpr>(expr).query, Naming::None);
+        query(*tsql::as<QueryExpr>(expr).query, Naming::None);
         write(")");
         break;
     case ExprKind::Subquery:
         write("(");
-        query(*sql::as<QueryExpr>(expr).query, Naming::None);
+        query(*tsql::as<QueryExpr>(expr).query, Naming::None);
         write(")");
         break;
-    case ExprKind::Case: caseOf(sql::as<CaseExpr>(expr)); break;
-    case ExprKind::Cast: cast(sql::as<CastExpr>(expr)); break;
-    case ExprKind::IsNullCall: isNullCall(sql::as<CallExpr>(expr)); break;
-    case ExprKind::Coalesce: coalesce(sql::as<CallExpr>(expr)); break;
-    case ExprKind::NullIf: nullIf(sql::as<CallExpr>(expr)); break;
-    case ExprKind::Function: function(sql::as<FunctionExpr>(expr)); break;
+    case ExprKind::Case: caseOf(tsql::as<CaseExpr>(expr)); break;
+    case ExprKind::Cast: cast(tsql::as<CastExpr>(expr)); break;
+    case ExprKind::IsNullCall: isNullCall(tsql::as<CallExpr>(expr)); break;
+    case ExprKind::Coalesce: coalesce(tsql::as<CallExpr>(expr)); break;
+    case ExprKind::NullIf: nullIf(tsql::as<CallExpr>(expr)); break;
+    case ExprKind::Function: function(tsql::as<FunctionExpr>(expr)); break;
     }
 }
 
@@ -64,7 +64,7 @@ void Emitter::column(const ColumnExpr& column)
         return;
     }
     const auto index = static_cast<std::size_t>(column.column);
-    if (source->folded) {
+    if (isFolded(*source)) {
         write("\"~r\".");
         writeName(std::string(source->name.text) + "." + std::string(source->columnName(index)));
         return;
@@ -73,7 +73,7 @@ void Emitter::column(const ColumnExpr& column)
         writeName(source->name.text);
         out_ += '.';
     }
-    if (source->numbered) {
+    if (source->renamed) {
         write("\"c" + std::to_string(index + 1) + "\"");
     } else {
         writeName(source->columnName(index));
@@ -93,11 +93,11 @@ bool Emitter::needsCollation(const Expr& expr)
     return of == TypeClass::Text || of == TypeClass::Guid || expr.type.kind == TypeKind::Unknown;
 }
 
-bool Emitter::bringsCollation(const Expr& expr)
+bool Emitter::bringsCollation(const Expr& expr) const
 {
     if (expr.kind != ExprKind::Column) return false;
-    const Source* source = sql::as<ColumnExpr>(expr).source;
-    return source != nullptr && source->table != nullptr && !source->folded;
+    const Source* source = tsql::as<ColumnExpr>(expr).source;
+    return source != nullptr && source->table != nullptr && !isFolded(*source);
 }
 
 void Emitter::collated(const Expr& expr)
@@ -393,8 +393,8 @@ constexpr WholeOperator wholeOperators[] = {
 
 bool isNonZero(const Expr& expr)
 {
-    return expr.kind == ExprKind::Number && sql::as<NumberExpr>(expr).text.find_first_of("123456789") <
-                                                sql::as<NumberExpr>(expr).text.find_first_of("eE");
+    return expr.kind == ExprKind::Number && tsql::as<NumberExpr>(expr).text.find_first_of("123456789") <
+                                                tsql::as<NumberExpr>(expr).text.find_first_of("eE");
 }
 
 } // namespace
@@ -414,7 +414,7 @@ void Emitter::wholeArithmetic(const BinaryExpr& binary)
     for (const WholeOperator& row : wholeOperators) {
         if (row.op != binary.op) continue;
         const bool divides = row.op == TokenKind::Slash || row.op == TokenKind::Percent;
-        const bool safe = row.checked.empty() || (divides ? isNonZero(right) : binary.bound >= 0);
+        const bool safe = row.checked.empty() || (divides ? isNonZero(right) : binary.magnitude >= 0);
         if (safe) {
             infix(left, row.plain, right, binary.type);
         } else {
@@ -429,7 +429,7 @@ namespace {
 bool isDecimalTerm(const Expr& expr)
 {
     if (expr.kind != ExprKind::Binary || expr.type.kind != TypeKind::Decimal) return false;
-    const TokenKind op = sql::as<BinaryExpr>(expr).op;
+    const TokenKind op = tsql::as<BinaryExpr>(expr).op;
     return op == TokenKind::Plus || op == TokenKind::Minus || op == TokenKind::Star;
 }
 
@@ -439,7 +439,7 @@ bool isDecimalTerm(const Expr& expr)
 void Emitter::term(const Expr& expr, const Type& type)
 {
     if (isDecimalTerm(expr)) {
-        decimalTerm(sql::as<BinaryExpr>(expr));
+        decimalTerm(tsql::as<BinaryExpr>(expr));
     } else {
         as(expr, type);
     }
@@ -522,4 +522,4 @@ void Emitter::dateArithmetic(const BinaryExpr& binary)
     write(")");
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::embedded::translation

@@ -1,8 +1,38 @@
+#include <array>
+
 #include "tamarok_tsql/builtins.h"
 #include "tamarok_tsql/type_rules.h"
 #include "translation/emitter.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::embedded::translation {
+
+namespace {
+
+struct FunctionName {
+    std::string_view builtin;
+    std::string_view sqlite;
+};
+
+/// The functions that have another name in SQLite: because the name is a keyword there, because two names
+/// mean the same function, or because SQLite's function of that name does something else.
+constexpr std::array functionNames{
+    FunctionName{"CEIL", "CEILING"},     FunctionName{"COUNT_BIG", "COUNT"},
+    FunctionName{"LEFT", "\"LEFT\""},    FunctionName{"REPLACE", "\"REPLACE\""},
+    FunctionName{"RIGHT", "\"RIGHT\""},  FunctionName{"SCOPE_IDENTITY", "last_insert_rowid"},
+    FunctionName{"STDDEV", "tm_stdev"},  FunctionName{"STDEV", "tm_stdev"},
+    FunctionName{"STDEVP", "tm_stdevp"}, FunctionName{"SYSDATETIME", "GETDATE"},
+    FunctionName{"VAR", "tm_var"},       FunctionName{"VARP", "tm_varp"},
+};
+
+std::string_view sqliteFunction(const Builtin& builtin)
+{
+    for (const FunctionName& row : functionNames) {
+        if (row.builtin == builtin.name) return row.sqlite;
+    }
+    return builtin.name;
+}
+
+} // namespace
 
 void Emitter::argument(const FunctionExpr& function, std::size_t index)
 {
@@ -29,15 +59,15 @@ void Emitter::argument(const FunctionExpr& function, std::size_t index)
     case 'I': as(expr, isWhole(expr.type) || isOpen(expr.type) ? expr.type : makeType(TypeKind::Int)); return;
     case 'd':
     case 'D': as(expr, isDate(expr.type) ? expr.type : makeType(TypeKind::DateTime)); return;
-    case 'p': writeText(findDatePart(sql::as<ColumnExpr>(expr).name.text)); return;
+    case 'p': writeText(findDatePart(tsql::as<ColumnExpr>(expr).name.text)); return;
     default: expression(expr);
     }
 }
 
 void Emitter::function(const FunctionExpr& function)
 {
-    if (function.builtin->aggregate) return aggregate(function);
-    write(function.builtin->sqliteName);
+    if (function.builtin->isAggregate()) return aggregate(function);
+    write(sqliteFunction(*function.builtin));
     write("(");
     for (std::size_t i = 0; i < function.arguments.size(); ++i) {
         if (i != 0) write(", ");
@@ -56,7 +86,7 @@ void Emitter::aggregateName(const FunctionExpr& function)
     } else if (name == "AVG" && isWhole(function.type) && !window) {
         write("tm_avg_int");
     } else {
-        write(function.builtin->sqliteName);
+        write(sqliteFunction(*function.builtin));
     }
 }
 
@@ -106,4 +136,4 @@ void Emitter::over(const Over& over)
     write(")");
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::embedded::translation

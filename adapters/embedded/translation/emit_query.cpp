@@ -1,7 +1,9 @@
+#include <algorithm>
+
 #include "tamarok_tsql/type_rules.h"
 #include "translation/emitter.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::embedded::translation {
 
 void Emitter::writeName(std::string_view name)
 {
@@ -93,23 +95,22 @@ bool Emitter::foldsRows(const Query& query)
            (core.distinct || core.aggregated || core.top != nullptr || !query.order.empty());
 }
 
-void Emitter::setFolded(const Core& core, bool folded)
+bool Emitter::isFolded(const Source& source) const
 {
-    for (Source* source : core.scope->sources.span())
-        source->folded = folded;
+    return std::find(folded_.begin(), folded_.end(), source.scope) != folded_.end();
 }
 
 void Emitter::core(const Query& query, Naming naming, bool collate, const Source* keySource)
 {
     const Core& core = *query.core;
     const bool folds = foldsRows(query);
-    setFolded(core, folds);
+    if (folds) folded_.push_back(core.scope);
     write(core.distinct ? "SELECT DISTINCT " : "SELECT ");
     items(query, naming, collate || core.distinct, folds ? nullptr : keySource);
     if (folds) {
-        setFolded(core, false);
+        folded_.pop_back();
         foldedRows(core);
-        setFolded(core, true);
+        folded_.push_back(core.scope);
     } else {
         if (core.source != nullptr) {
             write(" FROM ");
@@ -124,7 +125,7 @@ void Emitter::core(const Query& query, Naming naming, bool collate, const Source
     }
     orderBy(query);
     limit(query, core.rowLimit != nullptr && !folds);
-    setFolded(core, false);
+    if (folds) folded_.pop_back();
 }
 
 /// The rows that ROWNUM lets pass, taken before they are grouped or sorted.
@@ -302,7 +303,7 @@ void Emitter::from(const FromItem* item)
 {
     switch (item->kind) {
     case FromKind::Table:
-        write(item->source->table->sqliteName);
+        writeName(item->source->table->name);
         write(" AS ");
         writeName(item->source->name.text);
         return;
@@ -328,4 +329,4 @@ void Emitter::from(const FromItem* item)
     }
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::embedded::translation

@@ -7,12 +7,15 @@
 
 #include "tamarok_tsql/arena.h"
 #include "tamarok_tsql/ast.h"
-#include "tamarok_tsql/batch.h"
 #include "tamarok_tsql/binder.h"
+#include "tamarok_tsql/date_order.h"
+#include "tamarok_tsql/schema.h"
 #include "tamarok_tsql/scope.h"
 #include "tamarok_tsql/source_text.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::embedded::translation {
+
+using namespace tsql;
 
 /// How the columns of a SELECT are named.
 enum class Naming : std::uint8_t {
@@ -21,7 +24,16 @@ enum class Naming : std::uint8_t {
     Numbered ///< "c1", "c2", ... for an enclosing query of the translation
 };
 
-/// Writes bound trees as SQLite text. What it writes for an expression is always complete in itself
+/// Writes bound trees as SQLite text. The text relies on how the file stores the values of each type:
+///   Bit, TinyInt, SmallInt, Int, BigInt   INTEGER
+///   Decimal, Money, Real, Float           REAL (SQLite stores a whole REAL value as INTEGER)
+///   texts, UniqueIdentifier               TEXT in UTF-8, compared by collation TAMAROK
+///   Date, SmallDateTime, DateTime, DateTime2, Time
+///                                         TEXT "YYYY-MM-DD HH:MM:SS.mmm", always 23 characters, so that
+///                                         the order of texts is the order of times. A Date has the time
+///                                         00:00:00.000, a Time the day 1900-01-01.
+///
+/// What it writes for an expression is always complete in itself
 /// (a name, a literal, a call or in parentheses), so that operators and COLLATE may follow.
 class Emitter {
 public:
@@ -108,7 +120,7 @@ private:
     /// With the collation where text order or equality matters and no column brings it along.
     void collated(const Expr& expr);
     static bool needsCollation(const Expr& expr);
-    static bool bringsCollation(const Expr& expr);
+    bool bringsCollation(const Expr& expr) const;
 
     // queries
     void core(const Query& query, Naming naming, bool collate, const Source* keySource);
@@ -120,7 +132,7 @@ private:
     void limit(const Query& query, bool rowLimitHere);
     void limitValue(const Expr& expr);
     void foldedRows(const Core& core);
-    void setFolded(const Core& core, bool folded);
+    bool isFolded(const Source& source) const;
     static bool foldsRows(const Query& query);
     void fromOperand(const FromItem& item);
 
@@ -129,6 +141,8 @@ private:
     std::string out_;
     std::vector<std::int32_t> parameters_;
     bool bare_ = false;
+    /// Scopes whose columns come out of an inner query, because ROWNUM limits the rows.
+    std::vector<const Scope*> folded_;
 };
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::embedded::translation

@@ -3,7 +3,7 @@
 #include "tamarok_tsql/type_rules.h"
 #include "translation/translator.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::embedded::translation {
 
 /// SQLite knows neither brackets nor (MAX) behind a type's name, but takes any text in quotes.
 std::string sqliteDeclaration(std::string_view declaration)
@@ -50,7 +50,7 @@ void Translator::nameList(std::span<const Name> names)
 
 void Translator::createTable(const CreateTableStatement& create)
 {
-    if (catalog_.table(create.table.text) != nullptr) {
+    if (schema_.table(create.table.text) != nullptr) {
         source_.refuse(create.table.offset, 2714,
                        "There is already an object named '" + std::string(create.table.text) + "' in the database.",
                        "42S01");
@@ -131,7 +131,7 @@ void Translator::columnDefinition(const ColumnDefinition& column, const Table& t
 void Translator::check(Expr& condition, const Table& table)
 {
     Scope& scope = binder_.makeScope(nullptr);
-    binder_.addTable(table, {table.name, nameHash(table.name), condition.offset}, scope);
+    binder_.addTable(table, {table.name, condition.offset}, scope);
     binder_.bindPlain(condition, scope, "CHECK");
     emitter_.write("CHECK (");
     emitter_.writeBareColumns(true);
@@ -246,7 +246,7 @@ void Translator::drop(const DropStatement& drop)
         emitter_.writeName(indexName(table, drop.name));
         return;
     }
-    const Table* table = catalog_.table(drop.name.text);
+    const Table* table = schema_.table(drop.name.text);
     if (table == nullptr) {
         if (drop.ifExists) {
             step_.kind = Step::Kind::Nothing;
@@ -259,7 +259,7 @@ void Translator::drop(const DropStatement& drop)
     }
     step_.target = table->name;
     emitter_.write(drop.what == DropStatement::What::View ? "DROP VIEW " : "DROP TABLE ");
-    emitter_.write(table->sqliteName);
+    emitter_.writeName(table->name);
 }
 
 void Translator::alter(const AlterStatement& alter)
@@ -272,7 +272,7 @@ void Translator::alter(const AlterStatement& alter)
         if (!first) emitter_.write("; ");
         first = false;
         emitter_.write("ALTER TABLE ");
-        emitter_.write(table.sqliteName);
+        emitter_.writeName(table.name);
         emitter_.write(action);
     };
     for (const ColumnDefinition& column : alter.added) {
@@ -300,7 +300,7 @@ void Translator::truncate(const Name& name)
     step_.kind = Step::Kind::Define;
     step_.target = table.name;
     emitter_.write("DELETE FROM ");
-    emitter_.write(table.sqliteName);
+    emitter_.writeName(table.name);
     const bool numbered = std::any_of(table.columns.begin(), table.columns.end(),
                                       [](const TableColumn& column) { return column.identity; });
     if (!numbered) return;
@@ -309,4 +309,4 @@ void Translator::truncate(const Name& name)
     emitter_.writeText(table.name);
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::embedded::translation

@@ -2,24 +2,25 @@
 
 #include "tamarok_tsql/type_rules.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::embedded::translation {
 
 namespace {
 constexpr std::size_t arenaBlock = 16 * 1024;
 }
 
-Translator::Translator(const SourceText& source, const Catalog& catalog, DateOrder order) :
-    source_(source), catalog_(catalog), order_(order), arena_(arenaBlock), binder_(source, catalog, arena_),
+Translator::Translator(const SourceText& source, const Schema& schema, DateOrder order) :
+    source_(source), schema_(schema), order_(order), arena_(arenaBlock), binder_(source, schema, arena_),
     emitter_(source, order, 0)
 {}
 
-Step Translator::translate(const ParsedStep& parsed, bool withRowKey)
+Step Translator::translate(const ParsedStep& parsed, RowKey rowKey)
 {
-    step_ = parsed.plain;
     step_.sourceOffset = parsed.offset;
+    step_.jump = parsed.jump;
+    step_.flag = parsed.flag;
+    step_.dateOrder = parsed.dateOrder;
     switch (parsed.kind) {
-    case StepKind::Plain: return std::move(step_);
-    case StepKind::Query: query(parsed, withRowKey); break;
+    case StepKind::Query: query(*parsed.query, rowKey); break;
     case StepKind::Insert: insert(*parsed.insert); break;
     case StepKind::Update: update(*parsed.update); break;
     case StepKind::Delete: erase(*parsed.erase); break;
@@ -28,9 +29,20 @@ Step Translator::translate(const ParsedStep& parsed, bool withRowKey)
     case StepKind::CreateView: createView(*parsed.createView); break;
     case StepKind::Drop: drop(*parsed.drop); break;
     case StepKind::Alter: alter(*parsed.alter); break;
-    case StepKind::Truncate: truncate(parsed.table); break;
+    case StepKind::Truncate: truncate(parsed.name); break;
+    case StepKind::Execute:
+        step_.kind = Step::Kind::Procedure;
+        step_.target = parsed.name.text;
+        step_.arguments = parsed.arguments;
+        break;
     case StepKind::JumpUnless: condition(*parsed.condition); break;
-    case StepKind::Procedure: break;
+    case StepKind::Begin: step_.kind = Step::Kind::Begin; break;
+    case StepKind::Commit: step_.kind = Step::Kind::Commit; break;
+    case StepKind::Rollback: step_.kind = Step::Kind::Rollback; break;
+    case StepKind::NoCount: step_.kind = Step::Kind::NoCount; break;
+    case StepKind::DateFormat: step_.kind = Step::Kind::DateFormat; break;
+    case StepKind::Jump: step_.kind = Step::Kind::Jump; break;
+    case StepKind::Nothing: step_.kind = Step::Kind::Nothing; break;
     }
     finish();
     return std::move(step_);
@@ -45,15 +57,15 @@ void Translator::finish()
 void Translator::condition(Expr& condition)
 {
     binder_.bindPlain(condition, binder_.makeScope(nullptr), "IF");
+    step_.kind = Step::Kind::JumpUnless;
     emitter_.write("SELECT ");
     emitter_.expression(condition);
 }
 
 // --- SELECT ------------------------------------------------------------------------------------
 
-void Translator::query(const ParsedStep& parsed, bool withRowKey)
+void Translator::query(Query& query, RowKey rowKey)
 {
-    Query& query = *parsed.query;
     emitter_.text().reserve(source_.text().size() * 2 + 512);
     binder_.bindQuery(query, nullptr);
     if (query.core != nullptr && !query.core->into.empty()) {
@@ -61,7 +73,7 @@ void Translator::query(const ParsedStep& parsed, bool withRowKey)
         return;
     }
     step_.kind = Step::Kind::Query;
-    const Source* key = withRowKey ? keySource(query) : nullptr;
+    const Source* key = rowKey == RowKey::Added ? keySource(query) : nullptr;
     if (key != nullptr) step_.keyTable = key->table->name;
     emitter_.query(query, Naming::Own, key);
     describe(query.outputs);
@@ -168,7 +180,7 @@ void Translator::insert(const InsertStatement& insert)
     step_.target = table.name;
     emitter_.text().reserve(source_.text().size() * 2 + 256);
     emitter_.write("INSERT INTO ");
-    emitter_.write(table.sqliteName);
+    emitter_.writeName(table.name);
     if (insert.defaults) {
         emitter_.write(" DEFAULT VALUES");
         return;
@@ -337,7 +349,7 @@ void Translator::lockProbe(const Source& target, const FromItem* from, bool join
     probe.writeName(target.name.text);
     probe.write(".rowid FROM ");
     if (!joined) {
-        probe.write(target.table->sqliteName);
+        probe.writeName(target.table->name);
         probe.write(" AS ");
         probe.writeName(target.name.text);
         if (from != nullptr) probe.write(", ");
@@ -384,7 +396,7 @@ void Translator::update(const UpdateStatement& update)
     step_.kind = Step::Kind::Update;
     step_.target = target.table->name;
     emitter_.write("UPDATE ");
-    emitter_.write(target.table->sqliteName);
+    emitter_.writeName(target.table->name);
     emitter_.write(" AS ");
     if (joined) {
         updateJoined(update, target);
@@ -431,7 +443,7 @@ void Translator::erase(const DeleteStatement& erase)
     step_.target = target.table->name;
     lockProbe(target, erase.from, joined, erase.where);
     emitter_.write("DELETE FROM ");
-    emitter_.write(target.table->sqliteName);
+    emitter_.writeName(target.table->name);
     if (erase.from == nullptr) {
         emitter_.write(" AS ");
         emitter_.writeName(target.name.text);
@@ -442,4 +454,14 @@ void Translator::erase(const DeleteStatement& erase)
     emitter_.parameters() = step_.probeParameters;
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::embedded::translation
+
+namespace tamarok::embedded {
+
+Step translateStep(const tsql::ParsedBatch& batch, std::size_t index, const tsql::Schema& schema, tsql::DateOrder order,
+                   RowKey rowKey)
+{
+    return translation::Translator(batch.source(), schema, order).translate(batch.steps()[index], rowKey);
+}
+
+} // namespace tamarok::embedded

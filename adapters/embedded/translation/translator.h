@@ -2,12 +2,13 @@
 
 #include "tamarok_tsql/arena.h"
 #include "tamarok_tsql/ast.h"
-#include "tamarok_tsql/batch.h"
 #include "tamarok_tsql/binder.h"
+#include "tamarok_tsql/schema.h"
 #include "tamarok_tsql/source_text.h"
 #include "translation/emitter.h"
+#include "translation/step.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::embedded::translation {
 
 /// A declared type in a form that SQLite keeps as it stands.
 std::string sqliteDeclaration(std::string_view declaration);
@@ -15,12 +16,12 @@ std::string sqliteDeclaration(std::string_view declaration);
 /// Turns one parsed step into one for SQLite.
 class Translator {
 public:
-    Translator(const SourceText& source, const Catalog& catalog, DateOrder order);
+    Translator(const SourceText& source, const Schema& schema, DateOrder order);
 
-    Step translate(const ParsedStep& parsed, bool withRowKey);
+    Step translate(const ParsedStep& parsed, RowKey rowKey);
 
 private:
-    void query(const ParsedStep& parsed, bool withRowKey);
+    void query(Query& query, RowKey rowKey);
     void selectInto(Query& query);
     void describe(std::span<const OutputColumn> outputs);
     const Source* keySource(const Query& query) const;
@@ -56,7 +57,7 @@ private:
     void finish();
 
     const SourceText& source_;
-    const Catalog& catalog_;
+    const Schema& schema_;
     DateOrder order_;
     Arena arena_;
     Binder binder_;
@@ -64,4 +65,4 @@ private:
     Step step_;
 };
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::embedded::translation

@@ -10,21 +10,21 @@
 
 namespace tamarok::database {
 
-/// How far the making of the database has come.
+/// Progress of `createReferenceDatabase`.
 struct Progress {
-    std::string_view phase; ///< "Tables", "Texts", "Master data", "Timber lists", "Indexes"
-    std::int64_t done = 0;
-    std::int64_t total = 0;
+    std::string_view phase; ///< "Tables", "Texts", "Master data", "Timber lists" or "Indexes"
+    std::int64_t done = 0;  ///< 0 to `total`
+    std::int64_t total = 0; ///< logs for "Timber lists", 1 for the other phases
 };
 
-/// Called at the start and end of each phase, and between them at most ten times a second. An
-/// exception that it throws ends the making and leaves the database as it was.
+/// Called at the start and end of each phase and in between at most ten times a second. An exception that
+/// it throws ends `createReferenceDatabase` and leaves the database unchanged.
 using ProgressListener = std::function<void(const Progress&)>;
 
-/// Fills an empty database: tables and indexes, texts in three languages, master data, and timber
-/// lists with their invoices, drawn from the seed. All of it is one transaction, so that an
-/// interrupted run leaves nothing.
-/// Errors: 5 for options out of range, provider failures (a table that exists already among them).
+/// Fills an empty database with tables and indexes, texts in three languages, master data, and timber lists
+/// with their invoices, which are drawn from the seed. All of it is one transaction, so that an interrupted
+/// run leaves nothing.
+/// Errors: 5 for options out of range; provider failures, among them a table that exists already.
 void createReferenceDatabase(ado::Connection& connection, const ReferenceOptions& options = {},
                              const ProgressListener& progress = {});
 

@@ -6,11 +6,11 @@
 
 namespace tamarok::database {
 
-/// What the reference database is to hold.
+/// Size and contents of a reference database.
 struct ReferenceOptions {
     std::int64_t logs = 1000; ///< number of measured lines, 0 to 100,000,000
     std::uint64_t seed = 1;   ///< the same seed gives the same rows on every machine
-    Date baseDate{45657.0};   ///< last day of the data (31 December 2024); it reaches three years back
+    Date baseDate{45657.0};   ///< last day of the data (31 December 2024); the first day is three years earlier
 };
 
 } // namespace tamarok::database

@@ -6,17 +6,23 @@
 
 namespace tamarok::loc {
 
-/// The language and procedure service over table STRINGS of the session's connection.
+/// Makes the language and procedure service over table STRINGS of the session's connection.
 ///
-/// A text is the customer's own wording (`CUSTOM_` + language suffix) or else the language column.
-/// A number without a text, or with an empty one, gives the number in angle brackets ("<4711>"), so
-/// that a gap shows on the screen and names itself.
+/// Texts: `GetText` and `GetText2` return the customer's wording (column `CUSTOM_` + language suffix), or the
+/// text of the language's column if that is Null. A number without a text, or with an empty one, gives the
+/// number in angle brackets ("<4711>"), so that a missing text is visible on the screen. The language suffix is
+/// inserted into the SQL verbatim.
 ///
-/// Forms: `TranslateForm` reads the property `Tag` of the form and of each object in its array
-/// `Controls`; where the tag is a text number, `Caption` is set to that text. Anything without a
-/// numeric tag stays as it is.
+/// Forms: `TranslateForm` reads the property `Tag` of the form and of each object in its array `Controls`. Where
+/// the tag is a text of one to five digits from 1 to 32,767, `Caption` is set to the text of that number. An
+/// object without such a tag stays unchanged.
 ///
-/// Errors: 91 where the session has no connection; provider failures.
+/// Procedures: `RunProcedure` executes the command on the session's connection and waits for its end. The
+/// command keeps connection, text and type.
+///
+/// Errors: 91 for texts without a connection, 3709 for a closed one and for procedures without an open one;
+/// 438 for a tagged object without `Caption`; provider failures, among them 0x80040E14 for a language without
+/// columns and for an unknown procedure.
 std::unique_ptr<LocService> makeLocService();
 
 } // namespace tamarok::loc

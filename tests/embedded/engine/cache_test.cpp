@@ -11,10 +11,10 @@ protected:
 
     const CachedStep* stepOf(std::string_view text)
     {
-        return cache_.batch(text)->step(0, false, catalog_, sql::DateOrder::Mdy).get();
+        return cache_.batch(text)->step(0, false, catalog_, tsql::DateOrder::Mdy).get();
     }
 
-    Database database_{sql::DateOrder::Mdy};
+    Database database_{tsql::DateOrder::Mdy};
     SchemaCatalog catalog_{database_};
     StatementCache cache_;
 };
@@ -57,7 +57,7 @@ TEST_F(Cache, translatesAnewAfterASchemaChange)
 
 TEST_F(Cache, aLoanComesBackForTheNextOne)
 {
-    const auto step = cache_.batch("SELECT A FROM T")->step(0, false, catalog_, sql::DateOrder::Mdy);
+    const auto step = cache_.batch("SELECT A FROM T")->step(0, false, catalog_, tsql::DateOrder::Mdy);
     sqlite3_stmt* first = nullptr;
     {
         const Lease lease{step, database_};

@@ -106,19 +106,19 @@ TEST(Dates, Rounding)
 TEST(Dates, SlashesByTheConnectionsOrder)
 {
     ScratchDatabase database;
-    const auto read = [&database](sql::DateOrder order, std::string_view text) {
+    const auto read = [&database](tsql::DateOrder order, std::string_view text) {
         database.context().dateOrder = order;
         return database.evaluate("tm_date('" + std::string{text} + "')").substr(1, 10);
     };
-    EXPECT_EQ(read(sql::DateOrder::Mdy, "03/05/2024"), "2024-03-05");
-    EXPECT_EQ(read(sql::DateOrder::Dmy, "03/05/2024"), "2024-05-03");
-    EXPECT_EQ(read(sql::DateOrder::Ymd, "24/03/05"), "2024-03-05");
-    EXPECT_EQ(read(sql::DateOrder::Ydm, "24/03/05"), "2024-05-03");
-    EXPECT_EQ(read(sql::DateOrder::Myd, "03/24/05"), "2024-03-05");
-    EXPECT_EQ(read(sql::DateOrder::Dym, "05/24/03"), "2024-03-05");
-    EXPECT_EQ(read(sql::DateOrder::Dmy, "2024-03-05"), "2024-03-05");
-    EXPECT_EQ(read(sql::DateOrder::Dmy, "03-05-2024"), "2024-05-03");
-    EXPECT_EQ(read(sql::DateOrder::Mdy, "03.05.2024"), "2024-05-03");
+    EXPECT_EQ(read(tsql::DateOrder::Mdy, "03/05/2024"), "2024-03-05");
+    EXPECT_EQ(read(tsql::DateOrder::Dmy, "03/05/2024"), "2024-05-03");
+    EXPECT_EQ(read(tsql::DateOrder::Ymd, "24/03/05"), "2024-03-05");
+    EXPECT_EQ(read(tsql::DateOrder::Ydm, "24/03/05"), "2024-05-03");
+    EXPECT_EQ(read(tsql::DateOrder::Myd, "03/24/05"), "2024-03-05");
+    EXPECT_EQ(read(tsql::DateOrder::Dym, "05/24/03"), "2024-03-05");
+    EXPECT_EQ(read(tsql::DateOrder::Dmy, "2024-03-05"), "2024-03-05");
+    EXPECT_EQ(read(tsql::DateOrder::Dmy, "03-05-2024"), "2024-05-03");
+    EXPECT_EQ(read(tsql::DateOrder::Mdy, "03.05.2024"), "2024-05-03");
 }
 
 TEST(Dates, StylesToText)

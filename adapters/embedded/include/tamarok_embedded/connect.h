@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "tamarok_embedded/procedures.h"
-#include "tamarok_tsql/batch.h"
+#include "tamarok_tsql/date_order.h"
 
 #include "tamarok/ado.h"
 
@@ -27,7 +27,7 @@ enum class OpenMode : std::uint8_t {
 struct OpenOptions {
     OpenMode mode = OpenMode::OpenExisting;
     /// Order of day, month and year in date texts with slashes.
-    sql::DateOrder dateOrder = sql::DateOrder::Mdy;
+    tsql::DateOrder dateOrder = tsql::DateOrder::Mdy;
     ProcedureRegistry procedures = builtInProcedures();
 };
 

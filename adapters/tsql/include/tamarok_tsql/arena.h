@@ -10,9 +10,11 @@
 #include <type_traits>
 #include <utility>
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 
-/// Memory of a syntax tree: handed out in passing, given back all at once.
+/// Memory of a syntax tree. Nodes are never destroyed one by one; all memory is released with the arena. Nodes can
+/// therefore refer to each other by plain pointers, and a batch is parsed 1.6 times as fast as with an allocation
+/// for each node (bench/embedded/translation: nodesInArena against nodesOnHeap).
 class Arena {
 public:
     explicit Arena(std::size_t firstBlock) : memory_(firstBlock) {}
@@ -77,4 +79,4 @@ private:
     std::size_t size_ = 0;
 };
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

@@ -2,16 +2,20 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
-#include "tamarok_tsql/batch.h"
+#include "tamarok_tsql/date_order.h"
 #include "tamarok_tsql/names.h"
-#include "tamarok_tsql/token.h"
+#include "tamarok_tsql/token_kind.h"
 #include "tamarok_tsql/types.h"
+
+#include "tamarok/variant.h"
 
 /// The syntax tree of a batch. Nodes live in an arena, texts are slices of the batch's text. What
 /// stands behind "bound:" is written anew by the binder for each translation.
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 
 struct Query;
 struct Source;
@@ -55,8 +59,8 @@ struct Expr {
     std::uint32_t offset = 0;
     // bound:
     Type type{};
-    std::uint64_t hash = 0;  ///< of the structure: equal expressions have equal ones, others do not
-    std::int64_t bound = -1; ///< whole numbers: largest absolute value, -1 for not known
+    std::uint64_t hash = 0;      ///< of the structure: equal expressions have equal ones, others do not
+    std::int64_t magnitude = -1; ///< whole numbers: largest absolute value, -1 for not known
 };
 
 using ExprList = std::span<Expr*>;
@@ -355,6 +359,13 @@ struct CreateViewStatement {
     Query* query;
 };
 
+/// An argument of EXEC: a literal value, or the statement's parameter of that index.
+struct Argument {
+    std::string name; ///< without "@"; empty for a positional one
+    Variant value;
+    std::int32_t parameter = -1;
+};
+
 enum class StepKind : std::uint8_t {
     Query,
     Insert,
@@ -365,16 +376,22 @@ enum class StepKind : std::uint8_t {
     CreateView,
     Drop,
     Alter,
-    Truncate,
-    Procedure,
-    JumpUnless,
-    Plain ///< complete as it stands in `plain`
+    Truncate, ///< of `name`
+    Execute,  ///< of the procedure `name` with `arguments`
+    Begin,
+    Commit,
+    Rollback,
+    NoCount,    ///< SET NOCOUNT: `flag`
+    DateFormat, ///< SET DATEFORMAT, SET LANGUAGE: `dateOrder`
+    Nothing,    ///< accepted and without effect here (SET ANSI_NULLS and its kind, GO)
+    JumpUnless, ///< continues at step `jump` unless `condition` is true
+    Jump        ///< continues at step `jump`
 };
 
-/// A step as parsed.
+/// One step of a batch: its kind, and the members that this kind uses.
 struct ParsedStep {
-    StepKind kind;
-    std::uint32_t offset = 0;
+    StepKind kind = StepKind::Nothing;
+    std::uint32_t offset = 0; ///< of the statement in the batch's text
     Query* query = nullptr;
     InsertStatement* insert = nullptr;
     UpdateStatement* update = nullptr;
@@ -385,8 +402,11 @@ struct ParsedStep {
     DropStatement* drop = nullptr;
     AlterStatement* alter = nullptr;
     Expr* condition = nullptr;
-    Name table;
-    Step plain;
+    Name name;
+    std::vector<Argument> arguments;
+    std::size_t jump = 0;
+    DateOrder dateOrder = DateOrder::Mdy;
+    bool flag = false;
 };
 
 template <class T>
@@ -400,4 +420,4 @@ const T& as(const Expr& expr)
     return static_cast<const T&>(expr);
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

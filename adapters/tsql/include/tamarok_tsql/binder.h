@@ -4,17 +4,17 @@
 
 #include "tamarok_tsql/arena.h"
 #include "tamarok_tsql/ast.h"
-#include "tamarok_tsql/batch.h"
+#include "tamarok_tsql/schema.h"
 #include "tamarok_tsql/scope.h"
 #include "tamarok_tsql/source_text.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 
 /// Gives every name of a statement its column and every expression its type, by the server's rules.
 class Binder {
 public:
-    Binder(const SourceText& source, const Catalog& catalog, Arena& arena) :
-        source_(source), catalog_(catalog), arena_(arena)
+    Binder(const SourceText& source, const Schema& schema, Arena& arena) :
+        source_(source), schema_(schema), arena_(arena)
     {}
 
     void bindQuery(Query& query, Scope* outer);
@@ -61,7 +61,7 @@ private:
     void bindUnary(UnaryExpr& unary);
     void bindBinary(BinaryExpr& binary);
     void bindDateArithmetic(BinaryExpr& binary) const;
-    void bindBounds(BinaryExpr& binary) const;
+    void bindMagnitude(BinaryExpr& binary) const;
     void bindInQuery(InQueryExpr& in, Scope& scope);
     void bindCase(CaseExpr& expr, Scope& scope);
     void bindCall(CallExpr& call);
@@ -77,11 +77,11 @@ private:
     [[noreturn]] void refuseOperand(const Expr& expr, const Type& type, std::string_view operation) const;
 
     const SourceText& source_;
-    const Catalog& catalog_;
+    const Schema& schema_;
     Arena& arena_;
     Aggregates aggregates_ = Aggregates::Refused;
     std::string_view clause_ = "WHERE";
     std::uint32_t sources_ = 0;
 };
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

@@ -5,7 +5,7 @@
 
 #include "tamarok_tsql/names.h"
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 
 /// How the type of a call follows from its arguments.
 enum class ResultRule : std::uint8_t {
@@ -25,17 +25,24 @@ enum class ResultRule : std::uint8_t {
     Same        ///< the first argument's (MIN, MAX)
 };
 
-/// A function that translated statements may call.
+enum class FunctionKind : std::uint8_t {
+    Scalar,
+    Aggregate, ///< with OVER a window function
+    Window     ///< only with OVER
+};
+
+/// A function that statements may call: its arguments and the type of its result.
 struct Builtin {
-    std::string_view name;       ///< as statements write it
-    std::string_view sqliteName; ///< as it is called in SQLite
+    std::string_view name;
     /// One letter for each argument: t text, n number, i whole number, d date, p part of a date,
     /// a anything; in capitals where it may be missing; "*" repeats the one before.
     std::string_view arguments;
     ResultRule result;
-    std::int64_t bound; ///< largest absolute value of a whole result, -1 for not known
-    bool aggregate;
-    bool windowOnly;
+    std::int64_t magnitude = -1; ///< largest absolute value of a whole result; -1 if unknown
+    FunctionKind kind = FunctionKind::Scalar;
+
+    bool isAggregate() const { return kind == FunctionKind::Aggregate; }
+    bool isWindowOnly() const { return kind == FunctionKind::Window; }
 };
 
 /// nullptr for an unknown name.
@@ -44,4 +51,4 @@ const Builtin* findBuiltin(const Name& name);
 /// Full name of a part of a date ("yy" is year); empty for none.
 std::string_view findDatePart(std::string_view written);
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

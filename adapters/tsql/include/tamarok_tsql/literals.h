@@ -5,10 +5,11 @@
 #include <string>
 #include <string_view>
 
-#include "tamarok_tsql/batch.h"
+#include "tamarok_tsql/date_order.h"
+#include "tamarok_tsql/types.h"
 
 /// Constants of a statement, converted while it is translated.
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 
 /// Characters of a text literal between its quotes.
 std::int32_t textLength(std::string_view raw);
@@ -27,4 +28,4 @@ std::optional<std::int64_t> wholeOf(std::string_view text);
 /// Whether the text is a decimal number with blanks around it, with an exponent where `floating`.
 bool isNumberText(std::string_view text, bool floating);
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

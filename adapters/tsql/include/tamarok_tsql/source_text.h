@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 
 /// Message numbers of the server that the front end raises itself.
 namespace messages {
@@ -18,7 +18,7 @@ inline constexpr std::int32_t argumentCount = 174;
 inline constexpr std::int32_t unknownColumn = 207;
 inline constexpr std::int32_t unknownTable = 208;
 inline constexpr std::int32_t ambiguousColumn = 209;
-inline constexpr std::int32_t unboundName = 4104;
+inline constexpr std::int32_t unresolvedName = 4104;
 } // namespace messages
 
 /// The text of a batch, able to refuse it with line and column.
@@ -38,4 +38,4 @@ private:
     std::string_view text_;
 };
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

@@ -5,7 +5,7 @@
 #include "tamarok_tsql/types.h"
 
 /// The server's rules on types of operations.
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 
 enum class TypeClass : std::uint8_t { Unknown, Null, Whole, Fixed, Floating, Text, Date, Guid, Binary };
 
@@ -43,7 +43,7 @@ inline bool isOpen(const Type& type)
 }
 
 /// Largest absolute value of a whole type.
-std::int64_t wholeBound(TypeKind kind);
+std::int64_t largestMagnitude(TypeKind kind);
 
 /// Decimal that holds every value of a whole or fixed type.
 Type asDecimal(const Type& type);
@@ -66,4 +66,4 @@ constexpr Type makeDecimal(int precision, int scale)
     return {TypeKind::Decimal, static_cast<std::uint8_t>(precision), static_cast<std::uint8_t>(scale), 0};
 }
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace tamarok::embedded::sql {
+namespace tamarok::tsql {
 
 /// Types of the server as the front end reasons about them.
 enum class TypeKind : std::uint8_t {
@@ -34,14 +34,7 @@ enum class TypeKind : std::uint8_t {
     UniqueIdentifier
 };
 
-/// How values lie in the SQLite file:
-///   Bit, TinyInt, SmallInt, Int, BigInt   INTEGER
-///   Decimal, Money, Real, Float           REAL (an INTEGER may turn up where SQLite folded it)
-///   texts, UniqueIdentifier               TEXT in UTF-8, compared by collation TAMAROK
-///   Date, SmallDateTime, DateTime, DateTime2, Time
-///                                         TEXT "YYYY-MM-DD HH:MM:SS.mmm", always 23 characters, so that
-///                                         plain text order is time order (Date has 00:00:00.000; Time
-///                                         lies on 1900-01-01)
+/// A type of the server with its sizes.
 struct Type {
     TypeKind kind = TypeKind::Unknown;
     std::uint8_t precision = 0; ///< Decimal
@@ -58,4 +51,4 @@ Type parseDeclaredType(std::string_view declaration);
 /// Declaration of a type, "NVARCHAR(40)"; empty for Unknown and Null.
 std::string declaredText(const Type& type);
 
-} // namespace tamarok::embedded::sql
+} // namespace tamarok::tsql

@@ -146,19 +146,19 @@ constexpr Piece takePiece(std::string_view& rest)
     return piece;
 }
 
-/// Whether every placeholder of a template is a word of the dialect or one of `names`: for tables of
+/// Whether every placeholder of a template is a word of the dialect or satisfies `isValue`: for tables of
 /// templates that are checked at compile time. A malformed template fails the evaluation.
-constexpr bool namesOnly(std::string_view sqlTemplate, std::span<const std::string_view> names)
+template <class IsValue>
+constexpr bool namesOnly(std::string_view sqlTemplate, const IsValue& isValue)
 {
     while (!sqlTemplate.empty()) {
         const Piece piece = takePiece(sqlTemplate);
         if (!piece.placeholder) continue;
         const std::string_view name = piece.placeholder->name;
-        const bool isKnown = std::ranges::find(names, name) != names.end() ||
-                             std::ranges::find(words, name, &Word::name) != std::end(words) ||
-                             (piece.choice && name == oracleCondition);
-        if (!isKnown) return false;
-        if (piece.choice && !(namesOnly(piece.choice->whenTrue, names) && namesOnly(piece.choice->whenFalse, names)))
+        const bool isWord = std::ranges::find(words, name, &Word::name) != std::end(words);
+        if (!isValue(name) && !isWord && !(piece.choice && name == oracleCondition)) return false;
+        if (piece.choice &&
+            !(namesOnly(piece.choice->whenTrue, isValue) && namesOnly(piece.choice->whenFalse, isValue)))
             return false;
     }
     return true;

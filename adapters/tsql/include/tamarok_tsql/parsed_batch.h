@@ -1,0 +1,36 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tamarok_tsql/arena.h"
+#include "tamarok_tsql/ast.h"
+#include "tamarok_tsql/source_text.h"
+
+namespace tamarok::tsql {
+
+/// A batch of statements as a syntax tree. The tree refers to the text and the arena of this object.
+/// A binder writes its results into the tree, so that one thread at a time may work on a batch.
+class ParsedBatch {
+public:
+    /// Parses `text`; keeps a copy of it.
+    /// Errors: 0x80040E14 with line and column for anything that is not understood, and for the limits:
+    /// 16 MB of text, 200 levels of nesting, 900 operators in one chain, 500 SELECTs in one compound query.
+    explicit ParsedBatch(std::string_view text);
+    ParsedBatch(const ParsedBatch&) = delete;
+    ParsedBatch& operator=(const ParsedBatch&) = delete;
+
+    const SourceText& source() const { return source_; }
+    /// The steps in order. IF ... ELSE is flattened into jumps; a jump may lead to `steps().size()`, the end.
+    std::span<const ParsedStep> steps() const { return steps_; }
+
+private:
+    std::string text_;
+    SourceText source_;
+    Arena arena_;
+    std::vector<ParsedStep> steps_;
+};
+
+} // namespace tamarok::tsql

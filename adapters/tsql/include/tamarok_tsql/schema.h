@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tamarok_tsql/types.h"
+
+/// The tables and columns that a statement may name. A back end fills them in.
+namespace tamarok::tsql {
+
+struct TableColumn {
+    std::string name;
+    Type type;
+    bool identity = false; ///< numbered by the database
+};
+
+/// A table or view.
+struct Table {
+    std::string name; ///< in its declared spelling; a temporary table keeps its "#"
+    std::vector<TableColumn> columns;
+
+    /// Position of a column, from 0; -1 for an unknown one. The name is case-insensitive.
+    std::int32_t column(std::string_view wanted) const;
+};
+
+/// The tables of a database.
+class Schema {
+public:
+    virtual ~Schema() = default;
+    /// Looks up a table or view by its case-insensitive name.
+    /// @return nullptr for an unknown one. The pointer is valid until the schema changes.
+    virtual const Table* table(std::string_view name) const = 0;
+};
+
+} // namespace tamarok::tsql

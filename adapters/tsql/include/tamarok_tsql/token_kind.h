@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+
+namespace tamarok::tsql {
+
+enum class TokenKind : std::uint8_t {
+    End,
+    Name,       ///< plain identifier; `keyword` tells which keyword it is, if any
+    QuotedName, ///< [name] or "name"
+    Text,       ///< 'text' or N'text'
+    Integer,
+    Decimal,
+    Float,
+    Hex,
+    Variable,       ///< @name
+    SystemVariable, ///< @@name
+    Parameter,      ///< ?
+    Go,             ///< GO on a line of its own
+    LeftParen,
+    RightParen,
+    Comma,
+    Dot,
+    Semicolon,
+    Star,
+    Plus,
+    Minus,
+    Slash,
+    Percent,
+    Ampersand,
+    Bar,
+    BarBar,
+    Caret,
+    Tilde,
+    Equal,
+    NotEqual,
+    Less,
+    LessEqual,
+    Greater,
+    GreaterEqual
+};
+
+} // namespace tamarok::tsql

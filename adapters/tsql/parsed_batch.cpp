@@ -1,0 +1,24 @@
+#include "tamarok_tsql/parsed_batch.h"
+
+#include "parser.h"
+
+namespace tamarok::tsql {
+namespace {
+
+constexpr std::size_t largestText = 16U * 1024U * 1024U;
+
+std::string_view checkedLength(std::string_view text)
+{
+    if (text.size() > largestText) {
+        SourceText(text).refuse(0, messages::tooDeep, "The SQL text is longer than 16 MB.");
+    }
+    return text;
+}
+
+} // namespace
+
+ParsedBatch::ParsedBatch(std::string_view text) :
+    text_(checkedLength(text)), source_(text_), arena_(text.size() * 4 + 1024), steps_(Parser(text_, arena_).parse())
+{}
+
+} // namespace tamarok::tsql

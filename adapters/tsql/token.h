@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "keyword.h"
+#include "tamarok_tsql/token_kind.h"
+
+namespace tamarok::tsql {
+
+struct Token {
+    std::uint32_t offset = 0;
+    std::uint32_t length = 0;
+    TokenKind kind = TokenKind::End;
+    Keyword keyword = Keyword::None;
+};
+
+/// Cuts `text` into tokens, the last one End. Throws Error 0x80040E14 with line and column for
+/// unclosed quotes, brackets and comments and for characters that begin nothing.
+std::vector<Token> tokenize(std::string_view text);
+
+} // namespace tamarok::tsql

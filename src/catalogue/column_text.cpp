@@ -1,0 +1,32 @@
+#include "column_text.h"
+
+#include "column_values.h"
+
+#include "tamarok/text.h"
+
+namespace tamarok::catalogue {
+
+std::string detailText(const ListType& type, std::int16_t id, std::string_view versionKey, const TmkVar& session)
+{
+    const Column* column = type.column(id);
+    if (column == nullptr) return {};
+    const std::string_view text = column->text;
+    if (text.find('{') == std::string_view::npos) return std::string{text};
+    return ColumnValues{session, versionKey, type}.fill(text);
+}
+
+std::string aggregateText(const ListType& type, std::int16_t id, std::string_view versionKey, const TmkVar& session)
+{
+    const Column* column = type.column(id);
+    std::string expression = detailText(type, id, text::toUpper(versionKey), session);
+    return column != nullptr && column->aggregate == Aggregate::sum ? "SUM(" + expression + ")" : expression;
+}
+
+std::string groupText(const ListType& type, std::int16_t id, std::string_view versionKey, const TmkVar& session)
+{
+    const Column* column = type.column(id);
+    if (column == nullptr || column->aggregate != Aggregate::none) return {};
+    return detailText(type, id, text::toUpper(versionKey), session);
+}
+
+} // namespace tamarok::catalogue
