@@ -14,7 +14,7 @@
 namespace tamarok {
 namespace {
 
-using testing::Surroundings;
+using test::Surroundings;
 
 constexpr std::array<std::int16_t, 16> plainIds{1, 22, 23, 26, 33, 34, 35, 36, 40, 57, 152, 203, 319, 434, 570, 1041};
 

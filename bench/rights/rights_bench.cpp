@@ -1,6 +1,6 @@
-// Asking whether a node is visible once the hidden keys are read, and locking and releasing an object
-// without conflict, each beside what it cannot do without: the bare comparisons, and the same statements
-// sent without the library, through the connection and straight to SQLite.
+// Two operations of the rights, each beside its lower limit: whether a node is visible (the hidden keys are cached)
+// beside the bare comparisons of the keys; a lock taken and released without conflict beside the same statements
+// sent through the connection, and beside the same statements prepared in SQLite.
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
@@ -52,7 +52,7 @@ void bareComparisons(benchmark::State& state)
 }
 BENCHMARK(bareComparisons)->Unit(benchmark::kNanosecond);
 
-/// A database file with the reference schema in a folder of its own.
+/// A database file with the reference schema in a new folder.
 class LockTable {
 public:
     explicit LockTable(const std::filesystem::path& place)
@@ -189,7 +189,7 @@ private:
     std::vector<sqlite3_stmt*> statements_;
 };
 
-/// The three ways turn by turn in one loop, so that what else the machine does meets all of them alike.
+/// Runs the three ways in turn in one loop, so that other work of the machine slows all of them equally.
 void lockOnAndOff(benchmark::State& state, const std::filesystem::path& place)
 {
     using Clock = std::chrono::steady_clock;
@@ -221,7 +221,7 @@ void lockOnAndOff(benchmark::State& state, const std::filesystem::path& place)
     state.counters["library/statements"] = microseconds(library) / microseconds(connection);
     state.counters["library/sqlite"] = microseconds(library) / microseconds(sqlite);
 }
-/// On a disk the two commits are nearly all of it; in memory shows what the processor does.
+/// On a disk the two commits take nearly all of the time; the run in memory shows the processor time.
 BENCHMARK_CAPTURE(lockOnAndOff, disk, std::filesystem::temp_directory_path())
     ->Iterations(500)
     ->Unit(benchmark::kMicrosecond);

@@ -78,42 +78,51 @@ public:
     /// @return the key, 0 where it is refused
     std::int16_t OnlyDate(std::int16_t KeyAscii, Object& ActiveControl) const;
 
-    // Options, table OPTIONEN. A property without a row gives its default, and a row with an empty
-    // value is made for it through the procedure tmk_OPTIONEN_INS. Failures of the database and of
-    // the language service's procedure call are passed on; a value that does not convert is Error 13.
+    // Options, table OPTIONEN. A property without a row has a default value; reading it calls the procedure
+    // tmk_OPTIONEN_INS, which makes a row with an empty value. The name is inserted into SQL verbatim.
+    // Errors: 13 for a value that does not convert, 91 without a connection or, where a row is to be made,
+    // without a language service, failures of the database.
 
-    /// A whole number, 0 by default and for Null. `property` is compared without regard to case.
-    /// No row is made for a property given exactly as "DBCURSORLOCATION". Error 6 beyond 32 bits.
+    /// Returns a whole number; 0 by default and for Null. The case of `property` does not matter.
+    /// Required by the contract: no row is made for a property given exactly as "DBCURSORLOCATION".
+    /// Error 6 beyond 32 bits.
     std::int32_t GetOptionenNumber(const TmkVar& tmkVar, std::string_view property) const;
-    /// A number, 0 by default and for Null. `property` is compared without regard to case.
+    /// Returns a number; 0 by default and for Null. The case of `property` does not matter.
     double GetOptionenDouble(const TmkVar& tmkVar, std::string_view property) const;
-    /// A text, "" by default and for Null. `property` is compared as given.
+    /// Returns a text; "" by default and for Null. `property` is compared as given.
     std::string GetOptionenText(const TmkVar& tmkVar, std::string_view property) const;
-    /// A date. `property` is compared as given. The default, also for Null, is today for "DATE_TO"
-    /// (trimmed, without regard to case) and TmkVar.DateFromDefault for any other property.
+    /// Returns a date. `property` is compared as given. The default, also for Null, is today for "DATE_TO" (with
+    /// blanks around it and in any case) and TmkVar::DateFromDefault for any other property.
     Date GetOptionenDate(const TmkVar& tmkVar, std::string_view property) const;
 
-    /// Setting of the form F_STAMMEINKONF as text, table FORMS_CONFIG. A setting without a row gets
-    /// one with `intDefault`, which is then the result. Error 94 where the row holds Null.
+    /// Returns a setting of the form F_STAMMEINKONF as text, from table FORMS_CONFIG. A setting without a row gets
+    /// a row with `intDefault`, which is then the result.
+    /// @param property  inserted into SQL in upper case
+    /// Errors: 94 for a row that holds Null, 91 without a connection, failures of the database.
     std::string GetKonfNumber(const ado::ConnectionRef& dbAdo, std::string_view property,
                               std::int16_t intDefault) const;
 
-    // Questions of timber measurement. Keys are pasted into the statements as they stand.
+    // Look-ups of timber measurement. The keys are inserted into SQL verbatim, and each operation runs at most
+    // two queries. Errors: 91 without a connection, failures of the database.
 
-    /// Whether the bark of this key is computed; false for "" and an unknown key.
+    /// Tells whether the bark of this bark key is computed; false for "" and for an unknown key.
     bool GetCalculationRinden(std::string_view rinden, const ado::ConnectionRef& dbAdo) const;
-    /// Whether the strength class of this assortment is NOT derived from the diameter; true for "",
-    /// false for an unknown or disabled assortment.
+    /// Tells whether the strength class of this assortment is NOT derived from the diameter; true for "", false for
+    /// an unknown or disabled assortment.
     bool GetCalculationSTKL(std::string_view txtHS, const ado::ConnectionRef& dbAdo) const;
-    /// Comma list of the STKL.ID that the assortment allows, "" for all.
+    /// Returns the comma list of the STKL.ID that the assortment allows; "" for all, for "" and for an unknown or
+    /// disabled assortment.
     std::string GetCalculationSTKL_ID(std::string_view txtHS, const ado::ConnectionRef& dbAdo) const;
 
-    /// The conversion factor of a measured line: the first rule of U_FAKT, by rank, whose conditions
-    /// all are Null or hold; with `bolOnlyHS` the assortment's own factors where no rule does.
-    /// @param strObject  a "TextBox" whose number stands where nothing applies; an "F_UFakt", whose four
-    ///        factor properties are set instead; or anything else
-    /// @param strField   ATO_UFA, LUT_UFA, RM_UFA or STK100_UFA
-    /// @param dLange     length in m
+    /// Returns a conversion factor of a measured line: that of the first rule of U_FAKT, by ORDERBY, whose
+    /// conditions are all Null or hold. If no rule fits and `bolOnlyHS` is set, it is the assortment's own.
+    /// @param strObject  a "TextBox", whose number is the result if nothing fits (0 for any other object); or an
+    ///        "F_UFakt", whose four factor properties are set while the result stays 0
+    /// @param strField   column of the factor: ATO_UFA (absolutely dry weight), LUT_UFA (air-dry weight), RM_UFA
+    ///        (stacked m³) or STK100_UFA (hundred pieces)
+    /// @param intDsart   measure kind; the texts behind it are codes of master data
+    /// @param dLange     length, m; the bounds of a rule are inclusive
+    /// Errors: 3265 for an unknown column, failures of the object's properties and of the database.
     double GetHolzTabValue(const TmkVar& tmkVar, const ObjectRef& strObject, std::string_view strField,
                            std::int16_t intDsart, std::string_view strHa, std::string_view strHS,
                            std::string_view strMenge, std::string_view strGkl, std::string_view strStkl, bool bolOnlyHS,

@@ -58,13 +58,14 @@ public:
 
     // Access levels.
 
-    /// The tail of a condition, to be put behind a column that holds a level's id: the levels at the
-    /// node `Level` groups above.
-    /// @param ID_Access_Levels  a number (0 gives "IS NULL"), the text "@ID_ACCESS_LEVELS" in any case,
-    ///        or a text with "SELECT"; pasted as it stands
-    /// @param Level    number of two-digit groups to cut from the end of the code
-    /// @param Exactly  text read as a Boolean: the node itself, or everything on that depth below it
-    /// Error 13 for texts that cannot be read so.
+    /// Returns the right-hand side of a predicate on a column that holds a level's id, such as "IS NULL" or
+    /// "IN (SELECT ...)": the levels at the node `Level` groups above.
+    /// @param ID_Access_Levels  a number (0 gives "IS NULL"), the text "@ID_ACCESS_LEVELS" in any case, or a
+    ///        text with "SELECT"; inserted verbatim
+    /// @param Level    0 to 255, number of two-digit groups to cut from the end of the level's code
+    /// @param Exactly  text read as a Boolean: true gives the node itself, false everything at that depth
+    ///        under the same prefix
+    /// Errors: 13 for a level or a Boolean that cannot be read. No statement is sent.
     std::string CreateSQL_ACCESS_LEVELS(const TmkVar& tmkVar, std::string_view ID_Access_Levels, std::uint8_t Level,
                                         std::string_view Exactly) const;
 
@@ -78,81 +79,107 @@ public:
     /// Error 9 where the selection reads a field beyond the last.
     std::string CreateSQL(const TmkVar& tmkVar, std::string_view Typ, std::string_view strWhere) const;
 
-    // Options, table OPTIONEN, written by the procedure tmk_OPTIONEN_INS, which makes the row where
-    // there is none. The procedure takes the value as text; an empty text means no value.
-    // Errors: 91 without a language service, failures of the procedure, 13 for a value without a
-    // text form.
+    // Options, table OPTIONEN. Each operation calls the procedure tmk_OPTIONEN_INS, which inserts or updates the
+    // row of the property. The procedure takes the value as text of at most 50 characters (100 for a text);
+    // an empty text means no value. A property name has at most 30 characters.
+    // Errors: 91 without a language service, 13 for a value without a text form, failures of the procedure.
 
-    /// A whole number; Null writes no value.
+    /// Writes a whole number as its regional text; Null writes no value.
     void SetOptionenNumber(const TmkVar& tmkVar, std::string_view property, const Variant& value) const;
-    /// A number, written with a point whatever the regional settings are.
+    /// Writes a number with "." as decimal separator under every regional setting.
     void SetOptionenDouble(const TmkVar& tmkVar, std::string_view property, double value) const;
-    /// A text of at most 100 characters; Null writes no value.
+    /// Writes a text; Null writes no value.
     void SetOptionenText(const TmkVar& tmkVar, std::string_view property, const Variant& value) const;
-    /// A date in the regional short form; Null writes no value.
+    /// Writes a date in the regional short form; Null writes no value.
     void SetOptionenDate(const TmkVar& tmkVar, std::string_view property, const Variant& value) const;
 
-    // Timber measurement. Diameters in cm, lengths in m, volumes in m³, bark in cm or percent by the
-    // mode "%" or "cm" (exactly; any other text deducts none). Entry texts are read under the regional
-    // settings; a non-empty text that is no number is Error 13. pi is 3.1416. Patterns round halves
-    // away from zero.
+    // Timber measurement. Diameters in cm, lengths in m, volumes in m³, bark in percent with the mode "%" and in
+    // cm with the mode "cm" (exactly; any other text deducts none). Entry texts are read under the regional
+    // settings; a non-empty text that is no number is Error 13. pi is 3.1416. A number pattern rounds the
+    // 15-digit decimal form with halves away from zero.
 
-    /// Volume of a line of round wood: d² · 3.1416 · L / 40000 per piece, less bark (percent off the
-    /// volume, cm off the diameter), rounded half to even to KUBATURPLACE decimals, times the pieces.
-    /// @param rbtFolgestuck  a follow-on piece counts as one piece unless `boolMantel`
-    /// @return the volume under `strFormatKubatur`; 0 where a text is empty
-    /// Errors: 5 for KUBATURPLACE below 0 or above 22, 6 where the volume is too large, 13.
+    /// Returns the volume of a line of round wood by Huber's formula, middle cross-section times length:
+    /// d² · 3.1416 · L / 40000 per piece, less bark, which is percent of the volume or cm of the diameter. The
+    /// piece is rounded half to even to KUBATURPLACE decimals and then multiplied by the pieces.
+    /// @param txtStk         number of pieces
+    /// @param txtDurch       diameter at the middle of the piece, cm  @param txtLange  length, m
+    /// @param txtRinde2      bark, percent or cm by `txtModus`; above 100 percent the volume is negative
+    /// @param rbtFolgestuck  a follow-on piece, which counts as one piece unless `boolMantel`
+    /// @param KUBATURPLACE   decimals of the piece's volume, 0 to 22
+    /// @return the volume under `strFormatKubatur`; 0 if one of the four texts is empty, bark included
+    /// Errors: 5 for KUBATURPLACE out of range, 6 for a volume that is too large, 13.
     std::string CalculateRundKubatur(std::string_view txtStk, std::string_view txtDurch, std::string_view txtLange,
                                      std::string_view txtRinde2, bool rbtFolgestuck, std::string_view txtModus,
                                      bool boolMantel, std::string_view strFormatKubatur,
                                      std::int16_t KUBATURPLACE) const;
 
-    /// Volume of stacked wood: stacked measure times factor; 0 for a factor of 0 or below.
+    /// Returns the volume of stacked wood under a pattern, the stacked measure times the factor. 0 for an empty
+    /// text, a measure of 0, and a factor of 0 or below; a negative measure gives a negative volume.
+    /// @param UFakt_Tmp  m³ of wood per stacked m³  @param RM_Tmp  stacked m³
+    /// Errors: 6 for a volume that is too large, 13.
     std::string CalculateSchichtKubatur(std::string_view UFakt_Tmp, std::string_view RM_Tmp,
                                         std::string_view strFormatKubatur) const;
 
-    /// Volume of poles: factor per hundred pieces times pieces; 0 where either is 0 or below.
+    /// Returns the volume of poles under a pattern, factor times pieces / 100. 0 for an empty text, and for a
+    /// factor or a number of pieces of 0 or below.
+    /// @param UFakt_Tmp  m³ per hundred pieces  @param Stuck_Tmp  number of pieces
+    /// Errors: 6 for a volume that is too large, 13.
     std::string CalculateStangKubatur(std::string_view UFakt_Tmp, std::string_view Stuck_Tmp,
                                       std::string_view strFormatKubatur) const;
 
-    /// The strength class of a diameter, by the bounds of table STKL; outside all classes the one with
-    /// the greatest lower bound. "" where there is none.
-    /// @param txtStkl  the class as entered, returned where `bolNot_Calc_STKL`
-    /// @param txtDM    diameter; what is no number counts as 0, so also bark
-    /// @param STKL_Berechnung_Rindenabzug, bolCalculation  together choose the diameter and the bounds:
-    ///        bark comes off only without the first and with the second; the second pair of bounds is
-    ///        searched only with the first and without the second
-    /// @param Stkl_ID  comma list of the STKL.ID that the assortment allows, "" for all
-    /// Errors: 5 for bark above 100 percent, failures of the database.
+    /// Returns the strength class of a diameter by the inclusive bounds of table STKL, in one query. A diameter
+    /// outside all classes takes the class with the greatest lower bound; "" if that is not allowed, or if the
+    /// table is empty. The diameter is rounded to two decimals with halves away from zero.
+    /// @param txtStkl  the class as entered, returned without a query if `bolNot_Calc_STKL`
+    /// @param txtDM    diameter, cm; a text that is no number counts as 0
+    /// @param txtModus, txtRinde2Log  unit and size of the bark; a size that is no number counts as 0. r percent
+    ///        leave d · √(1 − r/100), the circle with r percent less area
+    /// @param STKL_Berechnung_Rindenabzug, bolCalculation  bark is deducted only if the first is false and the
+    ///        second true; the bounds DM_VON_OR and DM_BIS_OR are searched only if the first is true and the
+    ///        second false, DM_VON and DM_BIS otherwise
+    /// @param Stkl_ID  comma list of the STKL.ID that the assortment allows, "" for all; inserted verbatim
+    /// Errors: 5 for bark above 100 percent, 6, failures of the database.
     std::string MakeStkl(std::string_view txtStkl, std::string_view txtDM, std::string_view txtModus,
                          std::string_view txtRinde2Log, const ado::ConnectionRef& dbAdo,
                          bool STKL_Berechnung_Rindenabzug, bool bolCalculation, bool bolNot_Calc_STKL,
                          std::string_view Stkl_ID) const;
 
-    /// The bark deduction of a log under "0.00", in the unit `Modus_tmp`. Computed (`bolCalculation`), it
-    /// is interpolated between the two support points around the diameter in table RINDENABZUG, in
-    /// the row of the species that expires soonest among those valid on the day; a deduction in the
-    /// other unit is converted by the area of the cross-section. Otherwise it is `Rinde`.
-    /// @param strOptionen  "-1" any bark table, "0" table 0 or none, else a table number
-    /// @param strlistDate  day as "dd.mm.yyyy", "" for today
-    /// Errors: 5 for more than 100 percent, 6, 13, failures of the database.
+    /// Returns the bark deduction of a log in the unit `Modus_tmp` under the pattern "0.00". If `bolCalculation`,
+    /// the deduction is interpolated on a line between the two support points around the diameter, in the row
+    /// of table RINDENABZUG of the species that expires first among those valid on the day. A deduction in
+    /// the other unit is converted by the area of the cross-section d² · 3.1416 / 4. Without a row, a
+    /// diameter, a species or a unit the computed deduction is 0. Otherwise the result is `Rinde`, and a text
+    /// that is no number comes back unchanged.
+    /// @param Rinde        deduction as typed  @param HA_tmp  code of the species  @param tmpDurch  diameter, cm
+    /// @param Modus_tmp    unit of the result, "%" or "cm"
+    /// @param strOptionen  "-1" any bark table, "0" table 0 or none, any other text the number of a table
+    /// @param strlistDate  day of the measurement as "dd.mm.yyyy", "" for today
+    /// Errors: 5 for a deduction above 100 percent, 6, 11 for a cross-section of 0, 13, failures of the database.
     std::string CalculateRinde(const TmkVar& tmkVar, std::string_view Rinde, std::string_view HA_tmp,
                                std::string_view Modus_tmp, std::string_view tmpDurch, bool bolCalculation,
                                std::string_view strOptionen, std::string_view strlistDate) const;
 
-    /// Sets the volume class of the selected logs by their mean piece volume, lines of kind 2 and 3 by
-    /// that of their group. @param selectID_LOG key list or subselect for IN (...)
-    /// @param OnlyReturnSQL  return the statement and run nothing; whole groups count then
+    /// Sets the volume class of the selected logs by their mean piece volume in m³ and table KUBATURKLASSE; lines
+    /// of kind 2 and 3 by the mean of their group (list, sheet, measure kind). A line that has no class gets
+    /// Null.
+    /// @param selectID_LOG   key list or subquery, inserted into IN (...) verbatim
+    /// @param OnlyReturnSQL  returns the statement and runs nothing; all lines of a group count then, otherwise
+    ///        the selected ones alone
+    /// @return the statement, or "" after it ran. Errors: 91, failures of the database
     std::string CalculateKubaturKlasse(const ado::ConnectionRef& dbAdo, std::string_view selectID_LOG,
                                        bool OnlyReturnSQL) const;
 
-    /// Copies logs to LOGS_HISTORY. @param tmpWhere condition without WHERE
+    /// Copies logs to LOGS_HISTORY, also those that are there already.
+    /// @param tmpWhere       condition without WHERE, inserted verbatim
+    /// @param OnlyReturnSQL  returns the statement and runs nothing
+    /// @return the statement, or "" after it ran. Errors: 91, failures of the database
     std::string Set_Logs_Archiv(std::string_view tmpWhere, const ado::ConnectionRef& dbAdo, bool OnlyReturnSQL) const;
 
-    /// For the edition SACHSEN: how a pair of assortment and unit converts (TSM_MENGECALC.CALC), 0 where
-    /// it does not, and for any other edition.
-    /// @param arrMengeCalc  the caller's cache; Empty, it is filled with all pairs
-    /// Errors: 6 for a value beyond 16 bits, 13 where the cache is no array, failures of the database.
+    /// Returns how a pair of assortment and unit converts (TSM_MENGECALC.CALC), for customer SACHSEN; 0 for a
+    /// pair that does not convert, an empty key, and any other customer.
+    /// @param arrMengeCalc  the caller's cache; if it is Empty, it is filled with all pairs
+    /// @param ID_HolzSorte, ID_WarenEinheit  keys, compared as text
+    /// Errors: 6 for a value beyond 16 bits, 13 for a cache that is no array, failures of the database.
     std::int16_t MengeCalc(const TmkVar& tmkVar, Variant& arrMengeCalc, std::string_view ID_HolzSorte,
                            std::string_view ID_WarenEinheit) const;
 };

@@ -8,41 +8,43 @@
 
 namespace tamarok {
 
-/// Small questions about users, access levels and options, each answered by one statement. The class
-/// has no state. Names are pasted into the statements as they stand; failures of the database are
-/// passed on. By the deputy rule a user also holds what those hold whose deputy he is and who lend
-/// their rights (USERS_PROPERTY.B055 = 1).
+/// Look-ups about users, access levels and options, each one query. The class has no state. Names are inserted
+/// into SQL verbatim, without escaping. By the deputy rule a user also holds what those users hold whose
+/// deputy he is and who lend their rights (USERS_PROPERTY.B055 = 1).
+/// Errors of all operations that send a query: 91 without a connection, failures of the database.
 class Comm_SQL {
 public:
-    /// The code of the session's access level, "" where it has none.
+    /// Returns the code of the session's access level; "" if there is none.
     std::string ACL(const TmkVar& tmkVar) const;
 
-    /// A statement text: `Typ` 1 the name of the root level, 2 the code of level `ID_ACL`, any other "".
+    /// Returns the text of a query: `Typ` 1 of the root level's name, 2 of the code of level `ID_ACL`; "" for any
+    /// other `Typ`.
     std::string ACL_str(const TmkVar& tmkVar, std::int16_t Typ, std::int16_t ID_ACL) const;
 
-    /// A statement text about the levels of a user and of those he stands in for.
-    /// @param Typ      1 list for a choice box, 2 the level with code `strAL`, 3 the codes, 4 all levels
-    ///        that share six characters with the session's level (whoever the user is), any other ""
-    /// @param strName  user's name; with "" no user is meant
+    /// Returns the text of a query of the levels of a user and of his principals.
+    /// @param Typ      1 for a choice list, 2 the level with the code `strAL`, 3 the codes, 4 all levels that share
+    ///        the first six characters with the session's level (the user does not matter); "" for any other
+    /// @param strName  name of the user; "" stands for user 0, whatever `intMode` is
     /// @param intMode  1 for the session's user in place of `strName`
     std::string ACL_USERS_str(const TmkVar& tmkVar, std::int16_t Typ, std::string_view strName, std::int16_t intMode,
                               std::string_view strAL) const;
 
-    /// The first level of the user `strName` into `AL`; false, and `AL` as it was, where there is none.
+    /// Writes the code of the first level of a user or of his principals to `AL`. Which one comes first is up to
+    /// the database.
+    /// @return false, and `AL` unchanged, if there is none
     bool ACL_USERS(const TmkVar& tmkVar, std::string_view strName, std::string& AL) const;
 
-    /// Whether the user exists and has no password.
+    /// Tells whether a user exists and has no password. An empty password counts as none on SQL Server only.
     bool USERS(const TmkVar& tmkVar, std::string_view strName) const;
 
-    /// The name of the session's user, "" where there is none.
+    /// Returns the name of the session's user; "" if there is none.
     std::string USERS_NAME(const TmkVar& tmkVar) const;
 
-    /// How many levels the session's user has. Error 6 above 32767.
+    /// Returns the number of levels of the session's user and of his principals. Error 6 above 32767.
     std::int16_t ONETOMANY_USERS_ACL_cnt(const TmkVar& tmkVar) const;
 
-    /// Whether models may be changed globally: the number of property CHANGE_MODELS, 1 where the
-    /// property has no row or no value. Makes no row.
-    /// Errors: 6 for a number beyond 16 bits, failures of the database.
+    /// Returns whether models may be changed globally: the number of the property CHANGE_MODELS, 1 if the property
+    /// has no row or no value. Makes no row. Error 6 for a number beyond 16 bits.
     std::int16_t OPTIONEN_glbModel(const TmkVar& tmkVar) const;
 };
 

@@ -5,28 +5,21 @@
 #include <memory>
 #include <string>
 
-#include "fake_backend.h"
+#include "support/errors.h"
+#include "support/recording_database.h"
 
-namespace tamarok::ado::fake {
+namespace tamarok::ado {
 
-/// The Error that `action` ends in; a test failure and number 0 where there is none.
-inline Error failureOf(const std::function<void()>& action)
-{
-    try {
-        action();
-    } catch (const Error& error) {
-        return error;
-    }
-    ADD_FAILURE() << "no error was raised";
-    return Error{0, ""};
-}
+using test::failureOf;
+using test::Row;
+using test::Table;
 
 inline std::int32_t numberOf(const std::function<void()>& action)
 {
     return failureOf(action).number;
 }
 
-/// A connection to a fake database with the table of species that most tests read.
+/// A connection to a recording database with the table of species that most tests read.
 class AdoTest : public ::testing::Test {
 protected:
     static constexpr const char* query = "SELECT ID, NAME, PRICE FROM SPECIES";
@@ -37,7 +30,7 @@ protected:
                             {"Name", "SPECIES", "NAME", DataType::VarWChar, 40},
                             {"PRICE", "", "", DataType::Double, 8}};
         species->rows = {{1, {1, "Fichte", 80.5}}, {2, {2, "Tanne", Null{}}}, {3, {3, "Lärche", 110.25}}};
-        database->tables[query] = species;
+        database->answerTable(query, species);
     }
 
     std::shared_ptr<Recordset> open(CursorType cursor = CursorType::OpenForwardOnly, LockType lock = LockType::ReadOnly)
@@ -50,11 +43,12 @@ protected:
     /// First column of the current row.
     static Variant id(const Recordset& recordset) { return recordset.Fields().Item(0).Value(); }
 
-    std::shared_ptr<Database> database = std::make_shared<Database>();
+    std::shared_ptr<test::RecordingDatabase> database =
+        std::make_shared<test::RecordingDatabase>(test::Unanswered::HasNoResult);
     std::shared_ptr<Table> species = std::make_shared<Table>();
-    ConnectionRef connection = std::make_shared<Connection>(std::make_unique<FakeSession>(database), "Fake");
+    ConnectionRef connection = database->connect();
 };
 
 using Log = std::vector<std::string>;
 
-} // namespace tamarok::ado::fake
+} // namespace tamarok::ado

@@ -2,7 +2,7 @@
 
 #include "tamarok/date.h"
 
-namespace tamarok::ado::fake {
+namespace tamarok::ado {
 
 class CommandTest : public AdoTest {
 protected:
@@ -25,7 +25,7 @@ protected:
 
 TEST_F(CommandTest, RunsAProcedureWithItsParametersInOrder)
 {
-    database->touched = 1;
+    database->affectedRows = 1;
     append(DataType::VarChar, "NATWAHRUNG", 30);
     append(DataType::BigInt, std::int64_t{2});
     EXPECT_EQ(command.Execute(), 1);
@@ -46,7 +46,7 @@ TEST_F(CommandTest, RunsATextAsItStands)
     command.Execute();
     EXPECT_EQ(database->log, Log{"execute " + command.CommandText});
     EXPECT_EQ(told, Log{command.CommandText});
-    EXPECT_EQ(database->timeout, 7);
+    EXPECT_EQ(database->timeoutSeconds, 7);
 }
 
 TEST_F(CommandTest, NeedsAnOpenConnection)
@@ -116,11 +116,11 @@ TEST_F(CommandTest, OnlyInputParametersAreSupported)
 
 TEST_F(CommandTest, ProviderErrorCarriesTheCall)
 {
-    database->failures.emplace(command.CommandText, Error{errors::statementRefused, "No such procedure."});
+    database->fail("execute procedure " + command.CommandText, Error{errors::statementRefused, "No such procedure."});
     append(DataType::Integer, 5);
     const Error failure = failureOf([&] { command.Execute(); });
     EXPECT_EQ(failure.statement, "EXEC tmk_OPTIONEN_INS 5");
-    EXPECT_EQ(failure.source, "Fake database");
+    EXPECT_EQ(failure.source, "recording database");
 }
 
 struct Literal {
@@ -167,4 +167,4 @@ TEST_F(CommandTest, ObjectsAndArraysAreNoParameterValues)
     EXPECT_TRUE(database->log.empty());
 }
 
-} // namespace tamarok::ado::fake
+} // namespace tamarok::ado

@@ -1,6 +1,6 @@
 #include "ado_fixture.h"
 
-namespace tamarok::ado::fake {
+namespace tamarok::ado {
 
 using ConnectionTest = AdoTest;
 
@@ -11,12 +11,12 @@ TEST_F(ConnectionTest, NeedsASession)
 
 TEST_F(ConnectionTest, ExecutesWithItsTimeoutAndGivesTheRowsTouched)
 {
-    database->touched = 3;
+    database->affectedRows = 3;
     EXPECT_EQ(connection->Execute("DELETE FROM SPECIES"), 3);
-    EXPECT_EQ(database->timeout, 30);
+    EXPECT_EQ(database->timeoutSeconds, 30);
     connection->CommandTimeout(5);
     connection->Execute("DELETE FROM SPECIES", 1);
-    EXPECT_EQ(database->timeout, 5);
+    EXPECT_EQ(database->timeoutSeconds, 5);
     EXPECT_EQ(database->log, (Log{"execute DELETE FROM SPECIES", "execute DELETE FROM SPECIES"}));
 }
 
@@ -83,21 +83,21 @@ TEST_F(ConnectionTest, TellsARefusedStatementToo)
 {
     Log told;
     connection->listen([&](std::string_view statement) { told.emplace_back(statement); });
-    database->failures.emplace("BAD", Error{errors::statementRefused, "Refused."});
+    database->fail("execute BAD", Error{errors::statementRefused, "Refused."});
     EXPECT_EQ(numberOf([&] { connection->Execute("BAD"); }), errors::statementRefused);
     EXPECT_EQ(told, Log{"BAD"});
 }
 
 TEST_F(ConnectionTest, ProviderErrorLearnsStatementAndSourceWhereItHasNone)
 {
-    database->failures.emplace("BAD", Error{errors::statementRefused, "Refused."});
+    database->fail("execute BAD", Error{errors::statementRefused, "Refused."});
     Error own{errors::timeout, "Too late.", "Driver"};
     own.statement = "the driver's text";
-    database->failures.emplace("SLOW", own);
+    database->fail("execute SLOW", own);
 
     const Error refused = failureOf([&] { connection->Execute("BAD"); });
     EXPECT_EQ(refused.statement, "BAD");
-    EXPECT_EQ(refused.source, "Fake database");
+    EXPECT_EQ(refused.source, "recording database");
     EXPECT_EQ(refused.description, "Refused.");
     const Error late = failureOf([&] { connection->Execute("SLOW"); });
     EXPECT_EQ(late.statement, "the driver's text");
@@ -139,4 +139,4 @@ TEST_F(ConnectionTest, RequireNamesAnUnsetConnection)
     EXPECT_EQ(numberOf([] { require(ConnectionRef{}); }), errors::objectNotSet);
 }
 
-} // namespace tamarok::ado::fake
+} // namespace tamarok::ado

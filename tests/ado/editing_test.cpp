@@ -1,6 +1,6 @@
 #include "ado_fixture.h"
 
-namespace tamarok::ado::fake {
+namespace tamarok::ado {
 
 class EditingTest : public AdoTest {
 protected:
@@ -276,4 +276,4 @@ TEST_F(EditingTest, CursorOfABackEndThatOnlyReadsRefusesTheRest)
         EXPECT_EQ(numberOf(operation), errors::readOnlyRecordset);
 }
 
-} // namespace tamarok::ado::fake
+} // namespace tamarok::ado

@@ -1,6 +1,6 @@
 #include "ado_fixture.h"
 
-namespace tamarok::ado::fake {
+namespace tamarok::ado {
 
 using FieldTest = AdoTest;
 
@@ -102,4 +102,4 @@ TEST_F(FieldTest, OutlivesItsRecordsetAsAClosedOne)
     EXPECT_EQ(numberOf([&] { reopened->Value(); }), errors::objectClosed);
 }
 
-} // namespace tamarok::ado::fake
+} // namespace tamarok::ado

@@ -2,7 +2,7 @@
 
 #include "tamarok/date.h"
 
-namespace tamarok::ado::fake {
+namespace tamarok::ado {
 
 class FindTest : public AdoTest {
 protected:
@@ -113,4 +113,4 @@ TEST_F(FindTest, StreamSearchesForwardOnly)
     EXPECT_EQ(id(*rows), Variant{2});
 }
 
-} // namespace tamarok::ado::fake
+} // namespace tamarok::ado

@@ -1,6 +1,6 @@
 #include "ado_fixture.h"
 
-namespace tamarok::ado::fake {
+namespace tamarok::ado {
 
 class LateBindingTest : public AdoTest {
 protected:
@@ -112,10 +112,10 @@ TEST_F(LateBindingTest, FieldMembersAndProperties)
 
 TEST_F(LateBindingTest, Connection)
 {
-    EXPECT_EQ(get(connection, "ConnectionString"), Variant{"Fake"});
+    EXPECT_EQ(get(connection, "ConnectionString"), Variant{"recording"});
     connection->put("CommandTimeout", "5");
     EXPECT_EQ(get(connection, "commandtimeout"), Variant{5});
-    database->touched = 3;
+    database->affectedRows = 3;
     std::vector<Variant> arguments{"DELETE FROM SPECIES", Variant{}, -1};
     connection->call("Execute", arguments);
     EXPECT_EQ(arguments[1], Variant{std::int64_t{3}});
@@ -200,4 +200,4 @@ TEST_F(LateBindingTest, OpenLeavesTypesToTheirDefaults)
     EXPECT_EQ(numberOf([&] { call(rows, "AddNew"); }), errors::readOnlyRecordset);
 }
 
-} // namespace tamarok::ado::fake
+} // namespace tamarok::ado

@@ -1,6 +1,6 @@
 #include "ado_fixture.h"
 
-namespace tamarok::ado::fake {
+namespace tamarok::ado {
 
 class LockingTest : public AdoTest {
 protected:
@@ -183,4 +183,4 @@ TEST_F(LockingTest, NewRowIsLockedOnceItIsSaved)
     EXPECT_EQ(database->log, (Log{"insert 1", "unlock", "lock 4"}));
 }
 
-} // namespace tamarok::ado::fake
+} // namespace tamarok::ado

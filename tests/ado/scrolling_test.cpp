@@ -1,6 +1,6 @@
 #include "ado_fixture.h"
 
-namespace tamarok::ado::fake {
+namespace tamarok::ado {
 
 class ScrollingTest : public AdoTest {
 protected:
@@ -238,4 +238,4 @@ TEST_F(DynamicTest, CloneKeepsTheRowsItKnows)
     EXPECT_EQ(id(*clone), Variant{1});
 }
 
-} // namespace tamarok::ado::fake
+} // namespace tamarok::ado

@@ -1,6 +1,6 @@
 #include "ado_fixture.h"
 
-namespace tamarok::ado::fake {
+namespace tamarok::ado {
 
 using StreamTest = AdoTest;
 
@@ -123,7 +123,7 @@ TEST_F(StreamTest, FailedStepRaisesAndEndsTheRows)
     const Error failure = failureOf([&] { recordset->MoveNext(); });
     EXPECT_EQ(failure.number, errors::providerFailure);
     EXPECT_EQ(failure.statement, query);
-    EXPECT_EQ(failure.source, "Fake database");
+    EXPECT_EQ(failure.source, "recording database");
     EXPECT_TRUE(recordset->AtEOF());
     EXPECT_EQ(numberOf([&] { recordset->MoveNext(); }), errors::noCurrentRecord);
 }
@@ -202,4 +202,4 @@ TEST_F(StreamTest, DestructionReleasesTheCursor)
     EXPECT_EQ(database->openCursors, 0);
 }
 
-} // namespace tamarok::ado::fake
+} // namespace tamarok::ado

@@ -7,8 +7,7 @@
 #include <unistd.h>
 #include <vector>
 
-#include "apps/child_process.h"
-#include "apps/scratch_folder.h"
+#include "apps/program.h"
 
 namespace tamarok::test {
 namespace {
@@ -40,7 +39,7 @@ std::vector<Exchange> readConversation(const std::string& name)
 
 /// Sends the requests of a file and compares the answers.
 /// @param count  number of requests in the file, so that none is passed over
-void hold(ChildProcess& host, const std::string& name, std::size_t count)
+void hold(Program& host, const std::string& name, std::size_t count)
 {
     const auto exchanges = readConversation(name);
     ASSERT_EQ(exchanges.size(), count);
@@ -56,7 +55,7 @@ void hold(ChildProcess& host, const std::string& name, std::size_t count)
 
 TEST(Call, ConversationWithoutDatabase)
 {
-    ChildProcess host{{"call", "--locale", "de-AT"}};
+    Program host{{"call", "--locale", "de-AT"}};
     hold(host, "values_and_objects.txt", 135);
 }
 
@@ -64,7 +63,7 @@ TEST(Call, ConversationWithDatabase)
 {
     const ScratchFolder folder;
     const std::string file = makeDatabase(folder, 20);
-    ChildProcess host{{"call", "--db", file, "--locale", "de-AT"}};
+    Program host{{"call", "--db", file, "--locale", "de-AT"}};
     hold(host, "database.txt", 41);
 }
 
@@ -72,7 +71,7 @@ TEST(Call, FurtherConnectionsAreReachedByName)
 {
     const ScratchFolder folder;
     const std::string file = makeDatabase(folder, 5);
-    ChildProcess host{{"call"}};
+    Program host{{"call"}};
     EXPECT_EQ(host.ask(R"({"connect":"db2","db":")" + file + R"("})"),
               R"({"result":{"$ref":"db2"},"args":[],"messages":[],"sql":[]})");
     EXPECT_EQ(host.ask(R"({"query":"SELECT COUNT(*) AS N FROM LOGS","on":"db2"})"),
@@ -149,7 +148,7 @@ std::vector<std::string> brokenLines()
 
 TEST(Call, BrokenLinesAreAnsweredWithAnErrorAndTheHostGoesOn)
 {
-    ChildProcess host{{"call"}};
+    Program host{{"call"}};
     std::string input;
     for (const std::string& line : brokenLines())
         input += line + "\n{\"id\":\"alive\",\"class\":\"C_Version\",\"op\":\"DLL_Version\"}\n";
@@ -220,7 +219,7 @@ TEST(Call, AnObjectInAnAnswerKeepsItsNameUntilItIsDropped)
 {
     const ScratchFolder folder;
     const std::string file = makeDatabase(folder, 5);
-    ChildProcess host{{"call", "--db", file}};
+    Program host{{"call", "--db", file}};
     host.ask(R"({"new":"ADODB.Recordset","as":"rs"})");
     host.ask(R"({"invoke":"rs","name":"Open","args":["SELECT ID_LOG FROM LOGS",{"$ref":"db"}]})");
     const std::string firstField = R"json({"get":"rs","name":"Fields(0)"})json";
@@ -234,7 +233,7 @@ TEST(Call, AnObjectInAnAnswerKeepsItsNameUntilItIsDropped)
 
 TEST(Call, AReaderThatGoesAwayEndsTheHostQuietly)
 {
-    ChildProcess host{{"call"}};
+    Program host{{"call"}};
     host.closeOutput();
     const Outcome outcome = host.finish("{\"describe\":true}\n{\"describe\":true}\n");
     EXPECT_EQ(outcome.status, 0);

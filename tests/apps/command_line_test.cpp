@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "apps/child_process.h"
+#include "apps/program.h"
 
 namespace tamarok::test {
 namespace {

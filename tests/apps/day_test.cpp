@@ -9,8 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "apps/child_process.h"
-#include "apps/scratch_folder.h"
+#include "apps/program.h"
 
 #include "tamarok/text.h"
 
@@ -31,7 +30,7 @@ protected:
         database_ = makeDatabase(*folder_, 300);
         before_ = everything();
         outcome_ = run({"day", "--db", database_, "--locale", "de-AT"});
-        host_ = std::make_unique<ChildProcess>(std::vector<std::string>{"call", "--db", database_});
+        host_ = std::make_unique<Program>(std::vector<std::string>{"call", "--db", database_});
     }
     static void TearDownTestSuite()
     {
@@ -70,7 +69,7 @@ protected:
     static inline std::string database_;
     static inline std::string before_;
     static inline Outcome outcome_;
-    static inline std::unique_ptr<ChildProcess> host_;
+    static inline std::unique_ptr<Program> host_;
 };
 
 std::vector<std::string> linesOf(const std::string& text)

@@ -2,8 +2,7 @@
 #include <fstream>
 #include <poll.h>
 
-#include "apps/child_process.h"
-#include "apps/scratch_folder.h"
+#include "apps/program.h"
 
 namespace tamarok::test {
 namespace {
@@ -52,7 +51,7 @@ TEST(Init, AnInterruptLeavesNothing)
 {
     for (const int signal : {SIGINT, SIGTERM}) {
         const ScratchFolder folder;
-        ChildProcess child{{"init", folder / "a.db", "--logs", "50000000"}};
+        Program child{{"init", folder / "a.db", "--logs", "50000000"}};
         ASSERT_TRUE(waitUntilGrowing(folder));
         child.send(signal);
         const Outcome outcome = child.finish();
@@ -65,7 +64,7 @@ TEST(Init, AnInterruptLeavesNothing)
 TEST(Init, AKilledRunLeavesNoHalfFileAndTheNextOneClearsUp)
 {
     const ScratchFolder folder;
-    ChildProcess child{{"init", folder / "a.db", "--logs", "50000000"}};
+    Program child{{"init", folder / "a.db", "--logs", "50000000"}};
     ASSERT_TRUE(waitUntilGrowing(folder));
     child.send(SIGKILL);
     EXPECT_EQ(child.finish().status, 128 + SIGKILL);

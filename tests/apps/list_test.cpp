@@ -1,8 +1,7 @@
 #include <algorithm>
 #include <string>
 
-#include "apps/child_process.h"
-#include "apps/scratch_folder.h"
+#include "apps/program.h"
 
 namespace tamarok::test {
 namespace {
@@ -122,7 +121,7 @@ TEST_F(Lists, ColumnsShowsEveryColumnOfTheLogList)
 
 TEST_F(Lists, AClosedPipeEndsTheProgramQuietly)
 {
-    ChildProcess child{{"columns", "LOG", "--db", database_}};
+    Program child{{"columns", "LOG", "--db", database_}};
     child.closeOutput();
     const Outcome outcome = child.finish();
     EXPECT_EQ(outcome.status, 0);

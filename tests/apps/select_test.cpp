@@ -4,8 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "apps/child_process.h"
-#include "apps/scratch_folder.h"
+#include "apps/program.h"
 
 namespace tamarok::test {
 namespace {

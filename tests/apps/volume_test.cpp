@@ -6,9 +6,7 @@
 #include <regex>
 #include <string>
 
-#include "apps/child_process.h"
-#include "apps/scratch_folder.h"
-#include "apps/terminal.h"
+#include "apps/program.h"
 
 namespace tamarok::test {
 namespace {
@@ -299,7 +297,7 @@ TEST_F(VolumeTable, HeadersThatCannotBe)
 
 TEST_F(VolumeTable, FilesThatCannotBeRead)
 {
-    for (const std::string& file : {folder_ / "missing.csv", folder_.path().string()}) {
+    for (const std::string file : {folder_ / "missing.csv", folder_.path()}) {
         const Outcome outcome = run({"volume", "--csv", file});
         EXPECT_EQ(outcome.status, 1);
         EXPECT_NE(outcome.errors.find("cannot read " + file), std::string::npos) << outcome.errors;

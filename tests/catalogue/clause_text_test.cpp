@@ -1,13 +1,13 @@
 #include <gtest/gtest.h>
 
-#include "catalogue/scripted_database.h"
+#include "support/surroundings.h"
 
 #include "tamarok/comm_csel.h"
 
 namespace tamarok {
 namespace {
 
-using testing::Surroundings;
+using test::Surroundings;
 
 const Comm_CSel csel;
 
@@ -83,7 +83,7 @@ TEST(InsertToStr2Message, FromTextIsReportedAndUsed)
 {
     const Surroundings with;
     EXPECT_EQ(csel.InsertToStr2(Variant{"from a, b"}, "c", "R"), "FROM A,B,C");
-    EXPECT_EQ(with.messages->shown, (std::vector{testing::ShownMessage{"ERROR in Sub InsertToStr2", 0, "Tamarok"}}));
+    EXPECT_EQ(with.messages->shown, (std::vector{test::ShownMessage{"ERROR in Sub InsertToStr2", 0, "Tamarok"}}));
     static_cast<void>(csel.InsertToStr2(Variant{"FROM"}, "FROM B", "R"));
     static_cast<void>(csel.InsertToStr2(Variant{"FROMAGE A"}, "B", "R"));
     EXPECT_EQ(with.messages->shown.size(), 1U);

@@ -1,13 +1,13 @@
 #include <gtest/gtest.h>
 
-#include "catalogue/scripted_database.h"
 #include "column_values.h"
 #include "list_types.h"
+#include "support/surroundings.h"
 
 namespace tamarok {
 namespace {
 
-using testing::Surroundings;
+using test::Surroundings;
 
 std::string fill(const Surroundings& with, std::string_view pattern, std::string_view version = "A2")
 {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <map>
 
-#include "catalogue/scripted_database.h"
+#include "support/surroundings.h"
 #include "catalogue/table_file.h"
 
 #include "tamarok/comm_csel.h"
@@ -9,7 +9,7 @@
 namespace tamarok {
 namespace {
 
-using testing::Surroundings;
+using test::Surroundings;
 
 constexpr std::string_view logBase = "LOGS INNER JOIN LOGS_RECH ON LOGS.ID_LOG = LOGS_RECH.ID_LOG";
 
@@ -120,7 +120,7 @@ TEST_F(FromClause, UnitJoinGoesByTheLastCharacterOfTheVersion)
 
 TEST_F(FromClause, AFromTextIsReportedAndUsed)
 {
-    const testing::ShownMessage message{"Error In GetFrom", 0, "Tamarok"};
+    const test::ShownMessage message{"Error In GetFrom", 0, "Tamarok"};
     EXPECT_EQ(from("LOG", 19, "FROM LOGS"), "FROM LOGS LEFT JOIN DSART ON DSART.ID = LOGS.DSART");
     EXPECT_EQ(with.messages->shown, std::vector{message});
     EXPECT_EQ(from("LOG", 1, "fromage"), "fromage");

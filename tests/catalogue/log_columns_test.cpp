@@ -9,7 +9,7 @@
 namespace tamarok {
 namespace {
 
-using testing::Surroundings;
+using test::Surroundings;
 
 class LogColumns : public ::testing::Test {
 protected:
@@ -203,8 +203,8 @@ TEST_F(LogColumns, ReadsAreForwardOnlyAndReadOnly)
 
 TEST_F(LogColumns, DatabaseFailureReachesTheCaller)
 {
-    testing::Script silent;
-    with.session.db_ADO = testing::connect(silent);
+    test::RecordingDatabase silent{test::Unanswered::IsRefused};
+    with.session.db_ADO = silent.connect();
     for (const int id : {65, 202, 268, 288}) {
         expectError(id, errors::statementRefused);
     }

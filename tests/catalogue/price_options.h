@@ -1,6 +1,6 @@
 #pragma once
 
-#include "catalogue/scripted_database.h"
+#include "support/surroundings.h"
 
 namespace tamarok::testing {
 
@@ -10,7 +10,7 @@ inline constexpr const char* readBaseIsEuro = "SELECT NUMBER_VALUE FROM OPTIONEN
 inline constexpr const char* readNationalCurrency = "SELECT TEXT_VALUE FROM OPTIONEN WHERE PROPERTY_ID = 'NATWAHRUNG'";
 
 /// The options that price columns read.
-inline void setPriceOptions(Script& database, double nationalFactor, std::int32_t baseIsEuro)
+inline void setPriceOptions(test::RecordingDatabase& database, double nationalFactor, std::int32_t baseIsEuro)
 {
     database.answer(readNationalFactor, nationalFactor);
     database.answer(readBaseIsEuro, baseIsEuro);

@@ -8,7 +8,7 @@
 namespace tamarok {
 namespace {
 
-using testing::Surroundings;
+using test::Surroundings;
 
 class SelectList : public ::testing::Test {
 protected:

@@ -1,13 +1,13 @@
 #include <gtest/gtest.h>
 
-#include "catalogue/scripted_database.h"
+#include "support/surroundings.h"
 
 #include "tamarok/comm_csel.h"
 
 namespace tamarok {
 namespace {
 
-using testing::Surroundings;
+using test::Surroundings;
 
 /// Where the expression of a column stands.
 enum class Clause { detail, detailGroup, aggregate, aggregateGroup };

@@ -2,7 +2,8 @@
 #include <string>
 #include <vector>
 
-#include "rights/recording_database.h"
+#include "rights/workstation.h"
+#include "support/errors.h"
 
 #include "tamarok/comm_lock.h"
 #include "tamarok/comm_set.h"
@@ -10,7 +11,7 @@
 namespace tamarok {
 namespace {
 
-using testing::failureOf;
+using test::failureOf;
 using Texts = std::vector<std::string>;
 
 const std::string root = ".ID_ACCESS_LEVELS IN (SELECT ID FROM ACCESS_LEVELS WHERE ACCESS_LEVELS IN (SELECT TOP 1 "
@@ -36,11 +37,11 @@ protected:
     }
     void levelIs(std::int32_t id, const std::string& levelCode)
     {
-        at.database.answerValue(code + std::to_string(id), "ACCESS_LEVELS", levelCode);
+        at.database.addValue(code + std::to_string(id), "ACCESS_LEVELS", levelCode);
     }
     Texts sent() const { return at.sent(); }
 
-    testing::Workstation at;
+    test::Workstation at;
     Comm_Lock lock;
 };
 
@@ -55,9 +56,9 @@ TEST_F(AccessLevels, StaffOfAlfIsSeenThroughReferences)
     const std::string references =
         "SELECT ID_ACL_0,ID_ACL_1,ID_ACL_2,ID_ACL_3,ID_ACL_4 FROM ACCESS_LEVELS WHERE ID = 70000";
     const Texts fields{"ID_ACL_0", "ID_ACL_1", "ID_ACL_2", "ID_ACL_3", "ID_ACL_4"};
-    at.database.answer(references, fields, {{Null{}, 9, Null{}, 12, 3}});
-    at.database.answer(references, fields, {{Null{}, Null{}, Null{}, Null{}, Null{}}});
-    at.database.answer(references, fields, {});
+    at.database.addAnswer(references, fields, {{Null{}, 9, Null{}, 12, 3}});
+    at.database.addAnswer(references, fields, {{Null{}, Null{}, Null{}, Null{}, Null{}}});
+    at.database.addAnswer(references, fields, {});
     EXPECT_EQ(clause("PERSONAL", 70000), "(PERSONAL.ID_ACCESS_LEVELS IN (9,12,3))");
     EXPECT_EQ(clause("PERSONAL", 70000), "(1=1)");
     EXPECT_EQ(clause("PERSONAL", 70000), "(1=1)") << "no such level";
@@ -272,7 +273,11 @@ TEST_F(LevelCondition, NumberParameterAndSubquery)
     EXPECT_EQ(condition("SELECT 3", 0, "-1"),
               "IN (SELECT ID FROM ACCESS_LEVELS WHERE ACCESS_LEVELS IN (SELECT LEFT(ACCESS_LEVELS,LEN(ACCESS_LEVELS)-0)"
               " || '' FROM ACCESS_LEVELS WHERE ID IN (SELECT 3)))");
-    EXPECT_EQ(condition("5", 255, "1").find(std::string(510, '0')) != std::string::npos, true);
+    at.session.bolOracle = false;
+    EXPECT_EQ(condition("5", 255, "1"),
+              "IN (SELECT ID FROM ACCESS_LEVELS WHERE ACCESS_LEVELS LIKE (SELECT LEFT(ACCESS_LEVELS,LEN(ACCESS_LEVELS)-"
+              "510)+ '" +
+                  std::string(510, '0') + "' FROM ACCESS_LEVELS WHERE ID IN (5)))");
 }
 
 TEST_F(LevelCondition, BadTexts)

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "catalogue/scripted_database.h"
+#include "support/surroundings.h"
 #include "tamarok_database/reference_database.h"
 #include "tamarok_embedded/connect.h"
 #include "tamarok_loc/loc_service.h"
@@ -13,8 +13,8 @@
 namespace tamarok {
 namespace {
 
-/// The embedded database, but a delete of a session row fails at once, as it otherwise does only after
-/// five seconds of waiting for a live session.
+/// The embedded database, except that one statement times out at once. For a live session's row it would do so
+/// after five seconds.
 class ImpatientSession final : public ado::Session {
 public:
     ImpatientSession(ado::ConnectionRef inner, std::string refused) :
@@ -64,13 +64,13 @@ protected:
         const Variant first = rows.Fields().Item(0).Value();
         return first.isString() ? first.asString() : std::to_string(first.asLong());
     }
-    /// A head record that shows `shown`, and its key.
+    /// Inserts a head record and returns its key.
     std::string head(const std::string& table, const std::string& columns, const std::string& values)
     {
         inner_->Execute("INSERT INTO " + table + " (" + columns + ") VALUES (" + values + ")");
         return value("SELECT MAX(ID) FROM " + table);
     }
-    /// What user 9 sees when he asks for an object that user 2 has locked.
+    /// Returns the message that user 9 sees when he asks for an object that user 2 has locked.
     std::string refusal(const std::string& column, const std::string& key)
     {
         inner_->Execute("INSERT INTO LOCK (ID_USERS," + column + ") VALUES (2," + key + ")");
@@ -92,7 +92,7 @@ private:
         return made;
     }
 
-    std::shared_ptr<testing::RecordingMessageBox> messages_ = std::make_shared<testing::RecordingMessageBox>();
+    std::shared_ptr<test::RecordingMessageBox> messages_ = std::make_shared<test::RecordingMessageBox>();
     ado::ConnectionRef inner_ = embedded::connectInMemory();
     PlatformScope scope_;
 };
@@ -147,7 +147,7 @@ TEST_F(GermanRefusals, WagesOfForestWorkersFailByTheirBrokenLookUp)
     const std::string key = head("BB_WALDARBEITERLOHN_KOPF", "ABRECHNUNGSMONAT,JAHR", "3,2024");
     try {
         refusal("WAL_BB", key);
-        FAIL() << "the bracket is never closed";
+        FAIL() << "Required by the contract: the bracket is never closed.";
     } catch (const Error& error) {
         EXPECT_EQ(error.number, errors::statementRefused) << error.description;
     }

@@ -1,5 +1,5 @@
-// A workstation of its own for the tests of locks: a process with its two connections that logs in,
-// locks and releases as lines on standard input say, and answers each with one line.
+// A workstation for the tests of locks: a process with two connections that logs in, locks and releases objects
+// as the lines on its standard input say. It answers each line with one line.
 //
 // lock_child FILE USER FOLDER
 
@@ -25,7 +25,7 @@ namespace {
 
 using namespace tamarok;
 
-/// Keeps the last message on one line.
+/// Keeps the last message, its lines joined by "|".
 class LastMessage final : public MessageBox {
 public:
     std::int16_t show(std::string_view text, std::int32_t, std::string_view) override
@@ -39,9 +39,9 @@ public:
     std::string last;
 };
 
-/// One file an object, locked by whoever believes that he holds the object: a witness that knows
-/// nothing of the database. Made before the connections, so that the kernel lets go of it before it
-/// lets go of a dead session's row.
+/// Checks the locks of the database by other means: one file an object, locked with flock by the process that
+/// holds the object. The files are opened before the connections, so that the kernel releases them before it
+/// releases the row lock of a dead session.
 class Witness {
 public:
     explicit Witness(const std::string& folder, int objects = 20)
@@ -58,7 +58,7 @@ public:
             ::close(file);
     }
 
-    /// "" or the number of the process that has the object already.
+    /// Returns "", or the number of the process that has the object already.
     std::string take(int object)
     {
         const int file = files_.at(static_cast<std::size_t>(object) - 1);
@@ -142,7 +142,7 @@ private:
         return "released";
     }
 
-    /// Locks, works a little with the object, releases.
+    /// Locks an object, reads it some times, and releases it.
     std::string turn(int object)
     {
         std::string taken = take(object);

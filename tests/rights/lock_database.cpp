@@ -1,23 +1,18 @@
 #include "rights/lock_database.h"
 
-namespace tamarok::testing {
+#include <stdexcept>
 
-std::unique_ptr<embedded::test::Child> LockDatabase::station(int user) const
+namespace tamarok::test {
+
+std::unique_ptr<ChildProcess> LockDatabase::station(int user) const
 {
-    std::vector<std::string> arguments;
-    for (const std::string& argument : {file(), std::to_string(user), folder_.string()})
-        arguments.push_back(argument);
-    auto child = std::make_unique<embedded::test::Child>(std::move(arguments));
-    const std::string hello = child->line();
-    if (hello.empty() || hello.find_first_not_of("0123456789") != std::string::npos)
-        throw std::runtime_error{"no workstation: " + hello};
+    const std::vector<std::string> arguments{file(), std::to_string(user), folder_.path()};
+    auto child = std::make_unique<ChildProcess>(LOCK_CHILD, arguments, StandardError::Inherited);
+    // A station that runs begins with the number of its process.
+    const std::string greeting = child->line();
+    if (greeting.empty() || greeting.find_first_not_of("0123456789") != std::string::npos)
+        throw std::runtime_error{"the workstation did not start: " + greeting};
     return child;
 }
 
-std::string ask(embedded::test::Child& station, const std::string& command)
-{
-    station.tell(command);
-    return station.line();
-}
-
-} // namespace tamarok::testing
+} // namespace tamarok::test

@@ -1,22 +1,20 @@
 #pragma once
 
-#include <cstdlib>
-#include <filesystem>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "embedded/engine/child.h"
+#include "support/child_process.h"
+#include "support/scratch_folder.h"
 #include "tamarok_database/reference_database.h"
 #include "tamarok_embedded/connect.h"
 
-namespace tamarok::testing {
+namespace tamarok::test {
 
-/// A folder of its own with a reference database and what the workstations on it need.
+/// A reference database in a scratch folder, and the workstations on it, each a process of rights_lock_child.
 class LockDatabase {
 public:
-    LockDatabase() : folder_{makeFolder()}
+    LockDatabase()
     {
         embedded::OpenOptions options;
         options.mode = embedded::OpenMode::Create;
@@ -25,19 +23,10 @@ public:
         small.logs = 60;
         database::createReferenceDatabase(*connection, small);
     }
-    LockDatabase(const LockDatabase&) = delete;
-    LockDatabase& operator=(const LockDatabase&) = delete;
-    ~LockDatabase()
-    {
-        connection.reset();
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
-    }
+    std::string file() const { return folder_ / "locks.db"; }
 
-    std::string file() const { return (folder_ / "locks.db").string(); }
-
-    /// A workstation process of that user, not yet logged in.
-    std::unique_ptr<embedded::test::Child> station(int user) const;
+    /// Starts a workstation of a user, who has not logged in yet.
+    std::unique_ptr<ChildProcess> station(int user) const;
 
     std::vector<Variant> column(const std::string& statement) const
     {
@@ -53,20 +42,11 @@ public:
         return column(std::string{"SELECT COUNT(*) FROM LOCK WHERE "}.append(condition)).at(0).asLong();
     }
 
-    ado::ConnectionRef connection;
-
 private:
-    static std::filesystem::path makeFolder()
-    {
-        std::string name = (std::filesystem::temp_directory_path() / "tamarok-locks-XXXXXX").string();
-        if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error{"no folder " + name};
-        return name;
-    }
+    ScratchFolder folder_; // outlives the connection
 
-    std::filesystem::path folder_;
+public:
+    ado::ConnectionRef connection;
 };
 
-/// One command to a workstation and its answer.
-std::string ask(embedded::test::Child& station, const std::string& command);
-
-} // namespace tamarok::testing
+} // namespace tamarok::test

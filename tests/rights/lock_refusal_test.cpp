@@ -2,14 +2,15 @@
 #include <string>
 #include <vector>
 
-#include "rights/recording_database.h"
+#include "rights/workstation.h"
+#include "support/errors.h"
 
 #include "tamarok/comm_lock.h"
 
 namespace tamarok {
 namespace {
 
-using testing::failureOf;
+using test::failureOf;
 
 /// How a refused lock of one kind reads.
 struct Refusal {
@@ -17,7 +18,7 @@ struct Refusal {
     std::string key;
     std::string lookup; ///< without the key; "" where nothing is looked up
     std::vector<std::string> fields;
-    testing::Row values;
+    test::Row values;
     std::string message;
 };
 
@@ -116,17 +117,20 @@ protected:
     void holdElsewhere(const std::string& column, const std::string& key)
     {
         const std::string condition = " AND " + column + " = " + key;
-        at.database.answerValue("SELECT ID_USERS FROM LOCK WHERE ID_USERS <> 7" + condition + " GROUP BY ID_USERS",
-                                "ID_USERS", 8);
-        at.database.answerValue("SELECT ID FROM LOCK WHERE ID_USERS = 8 AND LOGIN IS NOT NULL", "ID", 20);
+        at.database.addValue("SELECT ID_USERS FROM LOCK WHERE ID_USERS <> 7" + condition + " GROUP BY ID_USERS",
+                             "ID_USERS", 8);
+        at.database.addValue("SELECT ID FROM LOCK WHERE ID_USERS = 8 AND LOGIN IS NOT NULL", "ID", 20);
         at.database.fail("main execute DELETE FROM LOCK WHERE ID = 20");
-        at.database.answer("SELECT ID FROM LOCK WHERE ID_USERS = 7" + condition, {"ID"}, {});
-        at.database.answerValue("SELECT ID FROM LOCK WHERE ID_USERS = 7" + condition, "ID", 50);
-        at.database.answerValue("SELECT NAME FROM USERS WHERE ID = 8", "NAME", "EDER");
+        at.database.addAnswer("SELECT ID FROM LOCK WHERE ID_USERS = 7" + condition, {"ID"}, {});
+        at.database.addValue("SELECT ID FROM LOCK WHERE ID_USERS = 7" + condition, "ID", 50);
+        at.database.addValue("SELECT NAME FROM USERS WHERE ID = 8", "NAME", "EDER");
     }
-    bool wasTakenBack() const { return at.database.find("main execute DELETE FROM LOCK WHERE ID = 50").timeout == 5; }
+    bool wasTakenBack() const
+    {
+        return at.database.find("main execute DELETE FROM LOCK WHERE ID = 50").timeoutSeconds == 5;
+    }
 
-    testing::Workstation at;
+    test::Workstation at;
     Comm_Lock lock;
 };
 
@@ -136,18 +140,18 @@ TEST_P(LockRefusalOfKind, ReadsExactly)
 {
     const Refusal& refusal = GetParam();
     holdElsewhere(refusal.column, refusal.key);
-    if (!refusal.lookup.empty()) at.database.answer(refusal.lookup + refusal.key, refusal.fields, {refusal.values});
+    if (!refusal.lookup.empty()) at.database.addAnswer(refusal.lookup + refusal.key, refusal.fields, {refusal.values});
     EXPECT_FALSE(lock.LockOn(refusal.column, refusal.key, at.session));
     EXPECT_TRUE(wasTakenBack());
     EXPECT_EQ(at.session.db_ADO->CommandTimeout(), 41);
     if (refusal.message.empty()) {
         EXPECT_TRUE(at.messages->shown.empty());
     } else {
-        EXPECT_EQ(at.messages->shown, (std::vector<testing::ShownMessage>{{refusal.message, 48, "Tamarok"}}));
+        EXPECT_EQ(at.messages->shown, (std::vector<test::ShownMessage>{{refusal.message, 48, "Tamarok"}}));
     }
     if (!refusal.lookup.empty()) {
-        const testing::Call& lookup = at.database.find("main open " + refusal.lookup + refusal.key);
-        EXPECT_EQ(lookup.timeout, 41);
+        const test::Call& lookup = at.database.find("main open " + refusal.lookup + refusal.key);
+        EXPECT_EQ(lookup.timeoutSeconds, 41);
         EXPECT_EQ(lookup.cursorType, ado::CursorType::OpenForwardOnly);
         EXPECT_EQ(lookup.lockType, ado::LockType::ReadOnly);
     }
@@ -162,8 +166,8 @@ TEST_F(LockRefusal, MissingHeadRecordFailsAfterTheLockHasBeenTakenBack)
     for (const Refusal& refusal : refusals) {
         if (refusal.lookup.empty()) continue;
         holdElsewhere(refusal.column, refusal.key);
-        at.database.calls.clear();
-        at.database.answer(refusal.lookup + refusal.key, refusal.fields, {});
+        at.database.clearRecord();
+        at.database.addAnswer(refusal.lookup + refusal.key, refusal.fields, {});
         EXPECT_EQ(failureOf([&] { lock.LockOn(refusal.column, refusal.key, at.session); }).number,
                   errors::noCurrentRecord)
             << refusal.column;

@@ -12,24 +12,21 @@
 namespace tamarok {
 namespace {
 
-using testing::ask;
-
 constexpr std::size_t stations = 16;
 constexpr int objects = 20;
 constexpr int turnsEach = 200;
 constexpr int firstUser = 101;
 
-/// Sixteen processes lock and release twenty objects, some are killed at any moment and come back.
+/// Sixteen processes lock and release twenty objects; some are killed at any moment and start again.
 ///
-/// A conflict costs the one who asks five seconds, during which his own row refuses the next one; left
-/// to themselves the processes would soon do nothing but wait for each other. So they move in rounds:
-/// in most rounds everybody asks for an object of his own and releases it; in a few all crowd on four
-/// objects, and who gets one keeps it until all have their answer. A killed user comes back between two
-/// rounds.
+/// A conflict costs the process that asks five seconds, during which its own row refuses the next one, so free
+/// processes would soon only wait for each other. Therefore they work in rounds. In most rounds each asks for
+/// another object and releases it. In some rounds all ask for one of four objects, and a process that gets its
+/// object keeps it until all have their answer. A killed process starts again between two rounds.
 class LockStress : public ::testing::Test {
 protected:
     struct Station {
-        std::unique_ptr<embedded::test::Child> process;
+        std::unique_ptr<test::ChildProcess> process;
         int done = 0;
     };
 
@@ -50,14 +47,14 @@ protected:
     static int userOf(std::size_t station) { return firstUser + static_cast<int>(station); }
     int random(int below) { return std::uniform_int_distribution<int>{0, below - 1}(random_); }
 
-    /// Starts or starts again; the rows of a dead session are no hindrance to its own user.
+    /// Starts a station, also again: the rows of a dead session do not hinder its own user.
     void start(std::size_t station)
     {
         all[station].process = database.station(userOf(station));
-        ASSERT_EQ(ask(*all[station].process, "login"), "true") << userOf(station);
+        ASSERT_EQ(all[station].process->ask("login"), "true") << userOf(station);
     }
 
-    /// An object for each station: all different, or crowded on the first four.
+    /// Draws an object for each station: all different, or one of four.
     std::array<int, stations> draw(bool crowded)
     {
         std::array<int, objects> order{};
@@ -69,7 +66,7 @@ protected:
         return drawn;
     }
 
-    /// Whether the station has got its object; a refusal is right only where others asked for it too.
+    /// Tells whether a station got its object. A refusal is right only if others asked for it too.
     bool judge(std::size_t station, const std::string& answer, bool crowded)
     {
         if (answer == "held") {
@@ -81,7 +78,7 @@ protected:
         return false;
     }
 
-    /// All ask at once; `victim`, if any, is killed in the middle of it.
+    /// All stations ask at the same time; `victim`, if any, is killed while they wait.
     void round(bool crowded, std::optional<std::size_t> victim)
     {
         const auto drawn = draw(crowded);
@@ -93,22 +90,22 @@ protected:
             if (i != victim && judge(i, all[i].process->line(), crowded) && crowded) holders.push_back(i);
         EXPECT_LE(holders.size(), 4U);
         for (const std::size_t holder : holders)
-            EXPECT_EQ(ask(*all[holder].process, "release " + std::to_string(drawn[holder])), "released");
+            EXPECT_EQ(all[holder].process->ask("release " + std::to_string(drawn[holder])), "released");
     }
 
-    /// Kills a station that has a lock. The one who asks next gets it, and all rows of the dead go.
+    /// Kills a station that has a lock. The next one to ask gets the lock, and all rows of the dead session go.
     void killHolder(std::size_t victim)
     {
         const std::size_t heir = (victim + 1) % stations;
         const std::string object = std::to_string(1 + random(objects));
-        EXPECT_EQ(ask(*all[victim].process, "keep " + object), "held");
+        EXPECT_EQ(all[victim].process->ask("keep " + object), "held");
         all[victim].process->kill();
-        judge(heir, ask(*all[heir].process, "turn " + object), false);
+        judge(heir, all[heir].process->ask("turn " + object), false);
         EXPECT_EQ(database.count("ID_USERS = " + std::to_string(userOf(victim))), 0);
         start(victim);
     }
 
-    testing::LockDatabase database;
+    test::LockDatabase database;
     std::array<Station, stations> all;
     int refusals = 0;
 

@@ -3,15 +3,16 @@
 #include <string>
 #include <vector>
 
-#include "rights/recording_database.h"
+#include "rights/workstation.h"
+#include "support/errors.h"
 
 #include "tamarok/comm_lock.h"
 
 namespace tamarok {
 namespace {
 
-using testing::failureOf;
-using testing::ShownMessage;
+using test::failureOf;
+using test::ShownMessage;
 using Texts = std::vector<std::string>;
 
 struct KeyPair {
@@ -83,14 +84,14 @@ class NavigationRights : public ::testing::Test {
 protected:
     NavigationRights() { at.session.ID_Access_Levels = 40000; }
 
-    void denied(std::vector<testing::Row> personal, std::vector<testing::Row> ofLevel)
+    void denied(std::vector<test::Row> personal, std::vector<test::Row> ofLevel)
     {
-        at.database.answer(denials, {"TREEVIEW", "LESEN"}, std::move(personal));
-        at.database.answer(levelDenials("ISNULL"), {"ANWENDUNGSOBJEKTE"}, std::move(ofLevel));
+        at.database.addAnswer(denials, {"TREEVIEW", "LESEN"}, std::move(personal));
+        at.database.addAnswer(levelDenials("ISNULL"), {"ANWENDUNGSOBJEKTE"}, std::move(ofLevel));
     }
     Variant visible(std::string_view key) { return lock.NodeVisibleCheck(at.session, hidden, key); }
 
-    testing::Workstation at;
+    test::Workstation at;
     Comm_Lock lock;
     std::vector<std::string> hidden;
 };
@@ -144,7 +145,7 @@ TEST_F(NavigationRights, CallersArrayIsTakenAsItIs)
 
 TEST_F(NavigationRights, FailureLeavesTheArrayToBeFilledAgain)
 {
-    at.database.answer(denials, {"TREEVIEW", "LESEN"}, {{"HV_BERICHTELISTEN", 0}});
+    at.database.addAnswer(denials, {"TREEVIEW", "LESEN"}, {{"HV_BERICHTELISTEN", 0}});
     at.database.fail("main open " + levelDenials("ISNULL"));
     EXPECT_EQ(failureOf([&] { visible("TMK24"); }).number, errors::timeout);
     EXPECT_TRUE(hidden.empty()) << "a half read list would show what is denied";
@@ -223,7 +224,7 @@ TEST_F(NavigationRights, WriteStatementOfEveryKey)
     for (const bool oracle : {false, true}) {
         at.session.bolOracle = oracle;
         for (const KeyPair& key : keys) {
-            at.database.calls.clear();
+            at.database.clearRecord();
             EXPECT_FALSE(lock.NodeWrite(at.session, key.tree)) << "no row";
             EXPECT_EQ(at.sent(),
                       Texts{"main open " + writeStatement(actions.contains(key.tree), std::string{key.right})});
@@ -234,11 +235,11 @@ TEST_F(NavigationRights, WriteStatementOfEveryKey)
 TEST_F(NavigationRights, FirstRowDecidesAboutWriting)
 {
     const std::string statement = writeStatement(true, "HV_FREIGABE");
-    at.database.answer(statement, {"A"}, {{1}, {0}});
+    at.database.addAnswer(statement, {"A"}, {{1}, {0}});
     EXPECT_TRUE(lock.NodeWrite(at.session, "HV_FREIGABE"));
     for (const Variant& other : {Variant{0}, Variant{2}, Variant{Null{}}}) {
-        testing::Workstation fresh;
-        fresh.database.answerValue(statement, "A", other);
+        test::Workstation fresh;
+        fresh.database.addValue(statement, "A", other);
         EXPECT_FALSE(lock.NodeWrite(fresh.session, "HV_FREIGABE"));
     }
 }
@@ -281,12 +282,12 @@ TEST_F(NavigationRights, PropertyOfTheUserOrOfAPrincipal)
         return "SELECT " + column + " FROM USERS_PROPERTY WHERE ID_USERS = 7" + more + " ORDER BY 1 DESC";
     };
     for (const char* column : {"B001", "B053", "B056", "b054"}) {
-        at.database.calls.clear();
+        at.database.clearRecord();
         EXPECT_FALSE(lock.Users_Property(at.session, column)) << "no row";
         EXPECT_EQ(at.sent(), Texts{"main open " + statement(column, deputies)});
     }
     for (const char* column : {"B054", "B055"}) {
-        at.database.calls.clear();
+        at.database.clearRecord();
         EXPECT_FALSE(lock.Users_Property(at.session, column));
         EXPECT_EQ(at.sent(), Texts{"main open " + statement(column, "")}) << "personal";
     }
@@ -295,8 +296,8 @@ TEST_F(NavigationRights, PropertyOfTheUserOrOfAPrincipal)
         bool holds;
     };
     for (const Case& one : {Case{true, true}, {false, false}, {Null{}, false}, {1, true}, {0, false}, {"-1", true}}) {
-        testing::Workstation fresh;
-        fresh.database.answer(statement("B001", deputies), {"B001"}, {{one.first}, {true}});
+        test::Workstation fresh;
+        fresh.database.addAnswer(statement("B001", deputies), {"B001"}, {{one.first}, {true}});
         EXPECT_EQ(lock.Users_Property(fresh.session, "B001"), one.holds);
     }
 }

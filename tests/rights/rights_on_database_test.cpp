@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "support/errors.h"
 #include "tamarok_database/schema.h"
 #include "tamarok_embedded/connect.h"
 #include "tamarok_loc/loc_service.h"
@@ -14,6 +15,8 @@
 
 namespace tamarok {
 namespace {
+
+using test::errorNumber;
 
 /// Users A (1) to E (5). B lends A his rights, C lends B his, so that A stands in for B alone; D names A
 /// as deputy and lends nothing; E has no deputy.
@@ -156,14 +159,14 @@ TEST_P(RightsOnDatabase, QuotesInNamesBreakTheStatement)
 {
     std::string level = "as it was";
     for (const std::string name : {"O'NEILL", "'"}) {
-        EXPECT_THROW(sql.USERS(session, name), Error);
-        EXPECT_THROW(sql.ACL_USERS(session, name, level), Error);
-        EXPECT_THROW(texts(sql.ACL_USERS_str(session, 2, "A", 0, name)), Error);
+        EXPECT_EQ(errorNumber([&] { sql.USERS(session, name); }), errors::statementRefused);
+        EXPECT_EQ(errorNumber([&] { sql.ACL_USERS(session, name, level); }), errors::statementRefused);
+        EXPECT_EQ(errorNumber([&] { texts(sql.ACL_USERS_str(session, 2, "A", 0, name)); }), errors::statementRefused);
     }
     EXPECT_EQ(level, "as it was");
     session.ID_User = 1;
-    EXPECT_THROW(lock.Users_Property(session, "B'"), Error);
-    EXPECT_THROW(lock.Users_Property(session, "NO_COLUMN"), Error);
+    EXPECT_EQ(errorNumber([&] { lock.Users_Property(session, "B'"); }), errors::statementRefused);
+    EXPECT_EQ(errorNumber([&] { lock.Users_Property(session, "NO_COLUMN"); }), errors::statementRefused);
 }
 
 TEST_P(RightsOnDatabase, NodesAreVisibleUnlessDenied)

@@ -3,15 +3,16 @@
 #include <string>
 #include <vector>
 
-#include "rights/recording_database.h"
+#include "rights/workstation.h"
+#include "support/errors.h"
 
 #include "tamarok/comm_lock.h"
 
 namespace tamarok {
 namespace {
 
-using testing::failureOf;
-using testing::ShownMessage;
+using test::failureOf;
+using test::ShownMessage;
 using Texts = std::vector<std::string>;
 
 const std::string stampStatement = "SELECT CONVERT(varchar,GETDATE(),121)";
@@ -26,14 +27,14 @@ const std::string ownName = "SELECT NAME FROM USERS WHERE ID = 7";
 
 class SessionLocks : public ::testing::Test {
 protected:
-    SessionLocks() { at.database.answerValue(stampStatement, "", stamp); }
+    SessionLocks() { at.database.addValue(stampStatement, "", stamp); }
 
     bool logIn()
     {
         // The session row is there from the second run of the held statement on.
         const std::string statement = held.substr(std::string{"lock open "}.size());
-        at.database.answer(statement, {"ID"}, {});
-        at.database.answerValue(statement, "ID", 31);
+        at.database.addAnswer(statement, {"ID"}, {});
+        at.database.addValue(statement, "ID", 31);
         return lock.LogIn(rsLock, at.session, at.dbLock);
     }
     void expectTimeoutsRestored() const
@@ -42,9 +43,9 @@ protected:
         EXPECT_EQ(at.dbLock->CommandTimeout(), 17);
     }
     /// Sent with that time-out.
-    std::int32_t timeoutOf(const std::string& what) const { return at.database.find(what).timeout; }
+    std::int32_t timeoutOf(const std::string& what) const { return at.database.find(what).timeoutSeconds; }
 
-    testing::Workstation at;
+    test::Workstation at;
     ado::Recordset rsLock;
     Comm_Lock lock;
 };
@@ -80,12 +81,12 @@ TEST_F(SessionLocks, FirstLogin)
 {
     EXPECT_TRUE(logIn());
     EXPECT_EQ(at.sent(), (Texts{"lock open " + stampStatement, held, "main open " + sessionRows,
-                                "main open " + objectRows, insertSession, "lock restart", "lock lock row"}));
+                                "main open " + objectRows, insertSession, "lock restart", "lock lock 1"}));
     EXPECT_EQ(timeoutOf("lock open " + stampStatement), 17);
     EXPECT_EQ(timeoutOf(held), 5);
     EXPECT_EQ(timeoutOf(insertSession), 5);
     EXPECT_EQ(timeoutOf("main open " + sessionRows), 41);
-    const testing::Call& holding = at.database.find(held);
+    const test::Call& holding = at.database.find(held);
     EXPECT_EQ(holding.cursorType, ado::CursorType::OpenDynamic);
     EXPECT_EQ(holding.lockType, ado::LockType::Pessimistic);
     for (const std::string& reading :
@@ -100,23 +101,23 @@ TEST_F(SessionLocks, FirstLogin)
 
 TEST_F(SessionLocks, LoginClearsDeadSessionsAndObjectLocks)
 {
-    at.database.answer(sessionRows, {"ID"}, {{3}, {4}});
-    at.database.answer(objectRows, {"ID"}, {{8}, {9}});
+    at.database.addAnswer(sessionRows, {"ID"}, {{3}, {4}});
+    at.database.addAnswer(objectRows, {"ID"}, {{8}, {9}});
     EXPECT_TRUE(logIn());
     EXPECT_EQ(at.sent(),
               (Texts{"lock open " + stampStatement, held, "main open " + sessionRows,
                      "lock execute DELETE FROM LOCK WHERE ID = 3", "lock execute DELETE FROM LOCK WHERE ID = 4",
                      "main open " + objectRows, "lock execute DELETE FROM LOCK WHERE ID = 8",
-                     "lock execute DELETE FROM LOCK WHERE ID = 9", insertSession, "lock restart", "lock lock row"}));
+                     "lock execute DELETE FROM LOCK WHERE ID = 9", insertSession, "lock restart", "lock lock 1"}));
     EXPECT_EQ(timeoutOf("lock execute DELETE FROM LOCK WHERE ID = 3"), 5);
     expectTimeoutsRestored();
 }
 
 TEST_F(SessionLocks, SecondLoginOfAUserIsRefusedAndStillClearsHisObjectLocks)
 {
-    at.database.answer(sessionRows, {"ID"}, {{3}, {4}});
-    at.database.answer(objectRows, {"ID"}, {{8}});
-    at.database.answerValue(ownName, "NAME", "HUBER");
+    at.database.addAnswer(sessionRows, {"ID"}, {{3}, {4}});
+    at.database.addAnswer(objectRows, {"ID"}, {{8}});
+    at.database.addValue(ownName, "NAME", "HUBER");
     at.database.fail("lock execute DELETE FROM LOCK WHERE ID = 3");
     EXPECT_FALSE(logIn());
     EXPECT_EQ(at.sent(), (Texts{"lock open " + stampStatement, held, "main open " + sessionRows,
@@ -130,7 +131,7 @@ TEST_F(SessionLocks, SecondLoginOfAUserIsRefusedAndStillClearsHisObjectLocks)
 
 TEST_F(SessionLocks, AnyFailureWhileClearingRefusesTheLogin)
 {
-    at.database.answer(objectRows, {"ID"}, {{8}, {9}});
+    at.database.addAnswer(objectRows, {"ID"}, {{8}, {9}});
     at.database.fail("lock execute DELETE FROM LOCK WHERE ID = 8");
     EXPECT_FALSE(logIn());
     EXPECT_EQ(at.messages->shown, (std::vector<ShownMessage>{{"T4887  T4888\r\nT4889", 48, "Tamarok"}}))
@@ -154,7 +155,7 @@ TEST_F(SessionLocks, LoginAnswersTrueThoughItsRowCouldNotBeWrittenOrHeld)
 {
     at.database.fail(insertSession);
     EXPECT_TRUE(logIn());
-    EXPECT_EQ(at.sent().back(), "lock lock row") << "MoveFirst is tried all the same";
+    EXPECT_EQ(at.sent().back(), "lock lock 1") << "MoveFirst is tried all the same";
     rsLock.Close();
     at.database.fail("lock restart");
     EXPECT_TRUE(logIn());
@@ -178,12 +179,12 @@ TEST_F(SessionLocks, FailuresBeforeTheProbingFailTheLogin)
 TEST_F(SessionLocks, LogOutDeletesTheSessionRowAndCloses)
 {
     logIn();
-    at.database.calls.clear();
+    at.database.clearRecord();
     EXPECT_FALSE(lock.LogOut(rsLock, "False"));
     EXPECT_EQ(rsLock.State(), ado::ObjectState::Open);
     EXPECT_EQ(at.sent(), Texts{});
     EXPECT_FALSE(lock.LogOut(rsLock, "-1"));
-    EXPECT_EQ(at.sent(), Texts{"lock delete row"});
+    EXPECT_EQ(at.sent(), (Texts{"lock delete 1", "lock unlock", "lock close cursor"}));
     EXPECT_EQ(rsLock.State(), ado::ObjectState::Closed);
     EXPECT_FALSE(lock.LogOut(rsLock, "True")) << "a second one fails inside and says nothing";
 }
@@ -191,7 +192,7 @@ TEST_F(SessionLocks, LogOutDeletesTheSessionRowAndCloses)
 TEST_F(SessionLocks, LogOutClosesThoughTheRowCannotBeDeleted)
 {
     logIn();
-    at.database.fail("lock delete row");
+    at.database.fail("lock delete 1");
     EXPECT_FALSE(lock.LogOut(rsLock, "True"));
     EXPECT_EQ(rsLock.State(), ado::ObjectState::Closed);
 }
@@ -224,8 +225,8 @@ protected:
     /// The user's own row, which only the second look finds.
     void ownRowIs(int id)
     {
-        at.database.answer(ownLock, {"ID"}, {});
-        at.database.answerValue(ownLock, "ID", id);
+        at.database.addAnswer(ownLock, {"ID"}, {});
+        at.database.addValue(ownLock, "ID", id);
     }
     bool lockOn() { return lock.LockOn("BELEGE", "12", at.session); }
 };
@@ -234,8 +235,8 @@ TEST_F(ObjectLocks, FreeObject)
 {
     EXPECT_TRUE(lockOn());
     EXPECT_EQ(at.sent(), (Texts{"main open " + ownLock, insertLock, "main open " + others}));
-    for (const testing::Call& call : at.database.calls) {
-        EXPECT_EQ(call.timeout, 41) << call.what;
+    for (const test::Call& call : at.database.calls) {
+        EXPECT_EQ(call.timeoutSeconds, 41) << call.what;
         EXPECT_EQ(call.cursorType, ado::CursorType::OpenForwardOnly);
         EXPECT_EQ(call.lockType, ado::LockType::ReadOnly);
     }
@@ -243,7 +244,7 @@ TEST_F(ObjectLocks, FreeObject)
 
 TEST_F(ObjectLocks, ObjectHeldBySelfIsGrantedWithoutAnotherRow)
 {
-    at.database.answerValue(ownLock, "ID", 5);
+    at.database.addValue(ownLock, "ID", 5);
     EXPECT_TRUE(lockOn());
     EXPECT_EQ(at.sent(), Texts{"main open " + ownLock});
 }
@@ -251,11 +252,11 @@ TEST_F(ObjectLocks, ObjectHeldBySelfIsGrantedWithoutAnotherRow)
 TEST_F(ObjectLocks, LiveHolderRefuses)
 {
     ownRowIs(50);
-    at.database.answer(others, {"ID_USERS"}, {{8}, {9}});
-    at.database.answerValue(sessionsOf(8), "ID", 20);
+    at.database.addAnswer(others, {"ID_USERS"}, {{8}, {9}});
+    at.database.addValue(sessionsOf(8), "ID", 20);
     at.database.fail(deletion(20));
-    at.database.answerValue("SELECT NAME FROM USERS WHERE ID = 8", "NAME", "EDER");
-    at.database.answerValue("SELECT BELEGNUMMER FROM BB_BELEGE_KOPF WHERE ID = 12", "BELEGNUMMER", "B-77");
+    at.database.addValue("SELECT NAME FROM USERS WHERE ID = 8", "NAME", "EDER");
+    at.database.addValue("SELECT BELEGNUMMER FROM BB_BELEGE_KOPF WHERE ID = 12", "BELEGNUMMER", "B-77");
     EXPECT_FALSE(lockOn());
     EXPECT_EQ(at.sent(), (Texts{"main open " + ownLock, insertLock, "main open " + others, "main open " + sessionsOf(8),
                                 deletion(20), "main open " + ownLock, deletion(50),
@@ -265,15 +266,15 @@ TEST_F(ObjectLocks, LiveHolderRefuses)
     EXPECT_EQ(at.messages->shown, (std::vector<ShownMessage>{{"T4890 'B-77' T4892 EDER T4893", 48, "Tamarok"}}));
     const std::vector<std::int32_t> expected{41, 41, 41, 5, 5, 5, 5, 5, 41};
     for (std::size_t i = 0; i < expected.size(); ++i)
-        EXPECT_EQ(at.database.calls[i].timeout, expected[i]) << at.database.calls[i].what;
+        EXPECT_EQ(at.database.calls[i].timeoutSeconds, expected[i]) << at.database.calls[i].what;
     expectTimeoutsRestored();
 }
 
 TEST_F(ObjectLocks, DeadSessionLosesAllItsRows)
 {
-    at.database.answer(others, {"ID_USERS"}, {{8}});
-    at.database.answer(sessionsOf(8), {"ID"}, {{20}, {21}});
-    at.database.answer(rowsOf(8), {"ID"}, {{22}, {23}});
+    at.database.addAnswer(others, {"ID_USERS"}, {{8}});
+    at.database.addAnswer(sessionsOf(8), {"ID"}, {{20}, {21}});
+    at.database.addAnswer(rowsOf(8), {"ID"}, {{22}, {23}});
     EXPECT_TRUE(lockOn());
     EXPECT_EQ(at.sent(), (Texts{"main open " + ownLock, insertLock, "main open " + others, "main open " + sessionsOf(8),
                                 deletion(20), "main open " + rowsOf(8), deletion(22), deletion(23), deletion(21),
@@ -285,10 +286,10 @@ TEST_F(ObjectLocks, DeadSessionLosesAllItsRows)
 TEST_F(ObjectLocks, DeadSessionBesideALiveOneOfTheSameHolder)
 {
     ownRowIs(50);
-    at.database.answer(others, {"ID_USERS"}, {{8}});
-    at.database.answer(sessionsOf(8), {"ID"}, {{20}, {21}});
+    at.database.addAnswer(others, {"ID_USERS"}, {{8}});
+    at.database.addAnswer(sessionsOf(8), {"ID"}, {{20}, {21}});
     at.database.fail(deletion(21));
-    at.database.answerValue("SELECT BELEGNUMMER FROM BB_BELEGE_KOPF WHERE ID = 12", "BELEGNUMMER", Null{});
+    at.database.addValue("SELECT BELEGNUMMER FROM BB_BELEGE_KOPF WHERE ID = 12", "BELEGNUMMER", Null{});
     EXPECT_FALSE(lockOn());
     EXPECT_EQ(at.messages->shown, (std::vector<ShownMessage>{{"T4890 '' T4892  T4893", 48, "Tamarok"}}))
         << "no number, no name";
@@ -296,7 +297,7 @@ TEST_F(ObjectLocks, DeadSessionBesideALiveOneOfTheSameHolder)
 
 TEST_F(ObjectLocks, HolderWithoutSessionAndNullHolderAreNoConflict)
 {
-    at.database.answer(others, {"ID_USERS"}, {{Null{}}, {8}, {9}});
+    at.database.addAnswer(others, {"ID_USERS"}, {{Null{}}, {8}, {9}});
     EXPECT_TRUE(lockOn());
     EXPECT_EQ(at.sent(), (Texts{"main open " + ownLock, insertLock, "main open " + others, "main open " + sessionsOf(8),
                                 "main open " + sessionsOf(9)}));
@@ -305,12 +306,12 @@ TEST_F(ObjectLocks, HolderWithoutSessionAndNullHolderAreNoConflict)
 TEST_F(ObjectLocks, LaterHolderIsTestedAfterADeadOne)
 {
     ownRowIs(50);
-    at.database.answer(others, {"ID_USERS"}, {{8}, {9}});
-    at.database.answerValue(sessionsOf(8), "ID", 20);
-    at.database.answerValue(sessionsOf(9), "ID", 30);
+    at.database.addAnswer(others, {"ID_USERS"}, {{8}, {9}});
+    at.database.addValue(sessionsOf(8), "ID", 20);
+    at.database.addValue(sessionsOf(9), "ID", 30);
     at.database.fail(deletion(30));
-    at.database.answerValue("SELECT NAME FROM USERS WHERE ID = 9", "NAME", "PICHLER");
-    at.database.answerValue("SELECT BELEGNUMMER FROM BB_BELEGE_KOPF WHERE ID = 12", "BELEGNUMMER", "B-77");
+    at.database.addValue("SELECT NAME FROM USERS WHERE ID = 9", "NAME", "PICHLER");
+    at.database.addValue("SELECT BELEGNUMMER FROM BB_BELEGE_KOPF WHERE ID = 12", "BELEGNUMMER", "B-77");
     EXPECT_FALSE(lockOn());
     ASSERT_EQ(at.messages->shown.size(), 1U);
     EXPECT_EQ(at.messages->shown[0].text, "T4890 'B-77' T4892 PICHLER T4893");
@@ -319,13 +320,13 @@ TEST_F(ObjectLocks, LaterHolderIsTestedAfterADeadOne)
 TEST_F(ObjectLocks, FailuresWithinTheProbeAreNoErrors)
 {
     ownRowIs(50);
-    at.database.answer(others, {"ID_USERS"}, {{8}, {9}});
+    at.database.addAnswer(others, {"ID_USERS"}, {{8}, {9}});
     at.database.fail("main open " + sessionsOf(8));
-    at.database.answerValue(sessionsOf(9), "ID", 30);
+    at.database.addValue(sessionsOf(9), "ID", 30);
     at.database.fail(deletion(30));
     at.database.fail(deletion(50));
     at.database.fail("main open SELECT NAME FROM USERS WHERE ID = 9");
-    at.database.answerValue("SELECT BELEGNUMMER FROM BB_BELEGE_KOPF WHERE ID = 12", "BELEGNUMMER", "B-77");
+    at.database.addValue("SELECT BELEGNUMMER FROM BB_BELEGE_KOPF WHERE ID = 12", "BELEGNUMMER", "B-77");
     EXPECT_FALSE(lockOn());
     EXPECT_EQ(at.messages->shown, (std::vector<ShownMessage>{{"T4890 'B-77' T4892  T4893", 48, "Tamarok"}}));
     expectTimeoutsRestored();
@@ -349,7 +350,7 @@ TEST_F(ObjectLocks, FailuresOutsideTheProbeReachTheCaller)
 TEST_F(ObjectLocks, LockOffReleasesEveryObjectLock)
 {
     const std::string all = "SELECT ID FROM LOCK WHERE ID_USERS = 7 AND LOGIN IS NULL ";
-    at.database.answer(all, {"ID"}, {{4}, {6}});
+    at.database.addAnswer(all, {"ID"}, {{4}, {6}});
     EXPECT_FALSE(lock.LockOff("no column", "'", at.session));
     EXPECT_EQ(at.sent(), (Texts{"main open " + all, deletion(4), deletion(6)}));
     at.database.fail(deletion(4));
@@ -375,15 +376,15 @@ std::string othersWith(const std::string& condition)
 
 class InvoiceLocks : public ObjectLocks {
 protected:
-    InvoiceLocks() { at.database.answer(lists, {"LISTE"}, {{"L1"}, {"L2"}}); }
+    InvoiceLocks() { at.database.addAnswer(lists, {"LISTE"}, {{"L1"}, {"L2"}}); }
 
     /// User 8, whose session 20 is alive, holds what the condition names.
     void holdElsewhere(const std::string& condition)
     {
-        at.database.answerValue(othersWith(condition), "ID_USERS", 8);
-        at.database.answerValue(sessionsOf(8), "ID", 20);
+        at.database.addValue(othersWith(condition), "ID_USERS", 8);
+        at.database.addValue(sessionsOf(8), "ID", 20);
         at.database.fail(deletion(20));
-        at.database.answerValue("SELECT NAME FROM USERS WHERE ID = 8", "NAME", "EDER");
+        at.database.addValue("SELECT NAME FROM USERS WHERE ID = 8", "NAME", "EDER");
     }
 };
 
@@ -401,10 +402,10 @@ TEST_F(InvoiceLocks, TypeIsPaddedOrCutToTwoCharacters)
 {
     lock.LockRechnung("X", "R", at.session);
     EXPECT_EQ(at.sent().at(0), lookFor("RECHNUNG = 'R X'"));
-    at.database.calls.clear();
+    at.database.clearRecord();
     lock.LockRechnung("X", "A12", at.session);
     EXPECT_EQ(at.sent().at(0), lookFor("RECHNUNG = 'A1X'"));
-    at.database.calls.clear();
+    at.database.clearRecord();
     lock.LockRechnung("X", "", at.session);
     EXPECT_EQ(at.sent().at(0), lookFor("RECHNUNG = '  X'"));
 }

@@ -2,36 +2,37 @@
 #include <string>
 #include <vector>
 
-#include "rights/recording_database.h"
+#include "rights/workstation.h"
+#include "support/errors.h"
 
 #include "tamarok/comm_sql.h"
 
 namespace tamarok {
 namespace {
 
-using testing::failureOf;
+using test::failureOf;
 using Texts = std::vector<std::string>;
 
 class UsersAndLevels : public ::testing::Test {
 protected:
     UsersAndLevels() { at.session.ID_Access_Levels = 40000; }
 
-    testing::Workstation at;
+    test::Workstation at;
     Comm_SQL sql;
 };
 
 TEST_F(UsersAndLevels, CodeOfTheCurrentLevel)
 {
-    at.database.answerValue("SELECT ACCESS_LEVELS FROM ACCESS_LEVELS WHERE ID = 40000", "ACCESS_LEVELS", "0102");
-    at.database.answerValue("SELECT ACCESS_LEVELS FROM ACCESS_LEVELS WHERE ID = 40000", "ACCESS_LEVELS", Null{});
-    at.database.answer("SELECT ACCESS_LEVELS FROM ACCESS_LEVELS WHERE ID = 40000", {"ACCESS_LEVELS"}, {});
+    at.database.addValue("SELECT ACCESS_LEVELS FROM ACCESS_LEVELS WHERE ID = 40000", "ACCESS_LEVELS", "0102");
+    at.database.addValue("SELECT ACCESS_LEVELS FROM ACCESS_LEVELS WHERE ID = 40000", "ACCESS_LEVELS", Null{});
+    at.database.addAnswer("SELECT ACCESS_LEVELS FROM ACCESS_LEVELS WHERE ID = 40000", {"ACCESS_LEVELS"}, {});
     EXPECT_EQ(sql.ACL(at.session), "0102");
     EXPECT_EQ(sql.ACL(at.session), "") << "Null";
     EXPECT_EQ(sql.ACL(at.session), "") << "no row";
     at.session.ID_Access_Levels = 0;
     EXPECT_EQ(sql.ACL(at.session), "");
     EXPECT_EQ(at.sent().back(), "main open SELECT ACCESS_LEVELS FROM ACCESS_LEVELS WHERE ID  IS NULL");
-    for (const testing::Call& call : at.database.calls) {
+    for (const test::Call& call : at.database.calls) {
         EXPECT_EQ(call.cursorType, ado::CursorType::OpenForwardOnly);
         EXPECT_EQ(call.lockType, ado::LockType::ReadOnly);
     }
@@ -106,11 +107,11 @@ TEST_F(UsersAndLevels, FirstLevelOfANamedUser)
     std::string level = "as it was";
     EXPECT_FALSE(sql.ACL_USERS(at.session, "EDER", level));
     EXPECT_EQ(level, "as it was");
-    at.database.answerValue(server, "ACCESS_LEVELS", "0102");
+    at.database.addValue(server, "ACCESS_LEVELS", "0102");
     EXPECT_TRUE(sql.ACL_USERS(at.session, "EDER", level));
     EXPECT_EQ(level, "0102");
     at.session.bolOracle = true;
-    at.database.answerValue(oracle, "ACCESS_LEVELS", "0203");
+    at.database.addValue(oracle, "ACCESS_LEVELS", "0203");
     EXPECT_TRUE(sql.ACL_USERS(at.session, "EDER", level));
     EXPECT_EQ(level, "0203");
     EXPECT_EQ(at.sent(), (Texts{"main open " + server, "main open " + server, "main open " + oracle}));
@@ -120,7 +121,7 @@ TEST_F(UsersAndLevels, UserWithoutPassword)
 {
     EXPECT_FALSE(sql.USERS(at.session, "EDER"));
     at.session.bolOracle = true;
-    at.database.answerValue("SELECT ID FROM USERS WHERE NAME = 'EDER' AND PASSWORD IS NULL", "ID", 9);
+    at.database.addValue("SELECT ID FROM USERS WHERE NAME = 'EDER' AND PASSWORD IS NULL", "ID", 9);
     EXPECT_TRUE(sql.USERS(at.session, "EDER"));
     EXPECT_EQ(at.sent(), (Texts{"main open SELECT ID FROM USERS WHERE NAME = 'EDER' AND ISNULL(PASSWORD,'') = ''",
                                 "main open SELECT ID FROM USERS WHERE NAME = 'EDER' AND PASSWORD IS NULL"}));
@@ -129,7 +130,7 @@ TEST_F(UsersAndLevels, UserWithoutPassword)
 TEST_F(UsersAndLevels, NameOfTheUser)
 {
     EXPECT_EQ(sql.USERS_NAME(at.session), "");
-    at.database.answerValue("SELECT NAME FROM USERS WHERE ID = 7", "NAME", "MOSER");
+    at.database.addValue("SELECT NAME FROM USERS WHERE ID = 7", "NAME", "MOSER");
     EXPECT_EQ(sql.USERS_NAME(at.session), "MOSER");
 }
 
@@ -140,10 +141,10 @@ TEST_F(UsersAndLevels, NumberOfLevels)
         "= 7 OR ONETOMANY.ID_MASTER IN (SELECT USERS.ID FROM USERS INNER JOIN USERS_PROPERTY ON "
         "USERS_PROPERTY.ID_USERS = USERS.ID AND USERS_PROPERTY.B055 = 1 WHERE USERS.ID_USERS_VERTRETER = 7))";
     EXPECT_EQ(sql.ONETOMANY_USERS_ACL_cnt(at.session), 0) << "no row";
-    at.database.answerValue("SELECT ISNULL" + tail, "CNT", 32767);
+    at.database.addValue("SELECT ISNULL" + tail, "CNT", 32767);
     EXPECT_EQ(sql.ONETOMANY_USERS_ACL_cnt(at.session), 32767);
     at.session.bolOracle = true;
-    at.database.answerValue("SELECT NVL" + tail, "CNT", 32768);
+    at.database.addValue("SELECT NVL" + tail, "CNT", 32768);
     EXPECT_EQ(failureOf([&] { sql.ONETOMANY_USERS_ACL_cnt(at.session); }).number, errors::overflow);
     EXPECT_EQ(at.sent(), (Texts{"main open SELECT ISNULL" + tail, "main open SELECT ISNULL" + tail,
                                 "main open SELECT NVL" + tail}));

@@ -1,8 +1,7 @@
-#include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
 
-#include "apps/child_process.h"
+#include "apps/program.h"
 
 namespace tamarok::test {
 namespace {
@@ -10,28 +9,15 @@ namespace {
 /// The steps of the working day that log in and lock, as the program shows them.
 class WorkingDay : public ::testing::Test {
 protected:
-    WorkingDay()
-    {
-        std::string name = (std::filesystem::temp_directory_path() / "tamarok-day-XXXXXX").string();
-        EXPECT_NE(::mkdtemp(name.data()), nullptr);
-        folder_ = name;
-        const Outcome made = run({"init", database(), "--logs", "200"});
-        EXPECT_EQ(made.status, 0) << made.errors;
-    }
-    ~WorkingDay() override
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
-    }
-
-    std::string database() const { return (folder_ / "day.db").string(); }
+    std::string database() const { return database_; }
     std::string rows(const std::string& table) const
     {
         return run({"call", "--db", database()}, R"({"query":"SELECT * FROM )" + table + "\"}\n").output;
     }
 
 private:
-    std::filesystem::path folder_;
+    ScratchFolder folder_;
+    std::string database_ = makeDatabase(folder_);
 };
 
 TEST_F(WorkingDay, ShowsRightsAndARefusedRecordAndLeavesTheDatabaseAsItWas)

@@ -6,36 +6,14 @@
 #include <string>
 #include <string_view>
 
+#include "support/errors.h"
+
 #include "tamarok/error.h"
 #include "tamarok/object.h"
 #include "tamarok/platform.h"
 #include "tamarok/variant.h"
 
 namespace tamarok::test {
-
-/// The number of the Error that `action` fails with, 0 where it does not fail.
-template <class Action>
-std::int32_t errorNumber(Action action)
-{
-    try {
-        action();
-    } catch (const Error& error) {
-        return error.number;
-    }
-    return 0;
-}
-
-/// The description of the Error that `action` fails with, "" where it does not fail.
-template <class Action>
-std::string errorText(Action action)
-{
-    try {
-        action();
-    } catch (const Error& error) {
-        return error.description;
-    }
-    return {};
-}
 
 /// A platform under a built-in locale on 15 June 2024, 10:30.
 inline Platform platformFor(std::string_view locale)

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "catalogue/scripted_database.h"
+#include "support/surroundings.h"
 
 #include "tamarok/c_version.h"
 #include "tamarok/mcomm.h"
@@ -10,12 +10,12 @@ namespace {
 
 TEST(ShowMessage, EmptyTitleIsTheProductsName)
 {
-    const testing::Surroundings with;
+    const test::Surroundings with;
     with.messages->answer = 6;
     EXPECT_EQ(mComm::ShowMessage("text", 48), 6);
     EXPECT_EQ(mComm::ShowMessage("other", 64, "Title", "help.chm", 3), 6);
     EXPECT_EQ(with.messages->shown,
-              (std::vector<testing::ShownMessage>{{"text", 48, "Tamarok"}, {"other", 64, "Title"}}));
+              (std::vector<test::ShownMessage>{{"text", 48, "Tamarok"}, {"other", 64, "Title"}}));
 }
 
 TEST(ShowMessage, WithoutABoxTheCallFails)

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "catalogue/scripted_database.h"
+#include "support/surroundings.h"
 
 #include "tamarok/tmkvar.h"
 
@@ -88,7 +88,7 @@ TEST(TmkVarFields, NamesLeadToTheMembersTheyName)
 
 TEST(TmkVarFields, ValuesAreConvertedAsAnAssignmentDoes)
 {
-    const testing::Surroundings with{"de-AT"};
+    const test::Surroundings with{"de-AT"};
     TmkVar record;
     const auto expectError = [&](std::string_view name, const Variant& value, std::int32_t number) {
         try {
@@ -110,8 +110,8 @@ TEST(TmkVarFields, ValuesAreConvertedAsAnAssignmentDoes)
 
 TEST(TmkVarFields, ConnectionTakesConnectionsOnly)
 {
-    testing::Script script;
-    const ado::ConnectionRef connection = testing::connect(script);
+    test::RecordingDatabase database;
+    const ado::ConnectionRef connection = database.connect();
     TmkVar record;
     const TmkVarField& field = *findTmkVarField("db_ADO");
     field.set(record, connection);

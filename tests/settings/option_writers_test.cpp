@@ -1,13 +1,13 @@
 #include <gtest/gtest.h>
 
-#include "catalogue/scripted_database.h"
+#include "support/surroundings.h"
 
 #include "tamarok/comm_set.h"
 
 namespace tamarok {
 namespace {
 
-using testing::Surroundings;
+using test::Surroundings;
 
 /// The one procedure call, its parameters checked for names, types and sizes.
 std::vector<Variant> writtenValues(const Surroundings& with, std::int32_t valueSize)

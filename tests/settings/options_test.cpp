@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "catalogue/scripted_database.h"
+#include "support/errors.h"
+#include "support/surroundings.h"
 
 #include "tamarok/comm_get.h"
 #include "tamarok/comm_sql.h"
@@ -8,7 +9,8 @@
 namespace tamarok {
 namespace {
 
-using testing::Surroundings;
+using test::errorNumber;
+using test::Surroundings;
 
 class Options : public ::testing::Test {
 protected:
@@ -49,7 +51,7 @@ TEST_F(Options, NumberIsRoundedHalfEvenAndBoundTo32Bits)
     with.database.answer(numberOfAbc, 2.5);
     EXPECT_EQ(get.GetOptionenNumber(with.session, "ABC"), 2);
     with.database.answer(numberOfAbc, 3e9);
-    EXPECT_THROW(get.GetOptionenNumber(with.session, "ABC"), Error);
+    EXPECT_EQ(errorNumber([&] { get.GetOptionenNumber(with.session, "ABC"); }), errors::overflow);
     with.database.answer(numberOfAbc, Null{});
     EXPECT_EQ(get.GetOptionenNumber(with.session, "ABC"), 0);
     EXPECT_TRUE(with.loc.procedures.empty());
@@ -158,12 +160,7 @@ TEST_F(Options, FormSettingIsReadAsText)
     EXPECT_EQ(with.database.opened[0].lockType, ado::LockType::ReadOnly); // what an unspecified lock means
 
     with.database.answer(statement, Null{});
-    try {
-        get.GetKonfNumber(with.session.db_ADO, "abc", 5);
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_EQ(error.number, errors::invalidUseOfNull);
-    }
+    EXPECT_EQ(errorNumber([&] { get.GetKonfNumber(with.session.db_ADO, "abc", 5); }), errors::invalidUseOfNull);
 }
 
 TEST_F(Options, MissingFormSettingIsInsertedWithTheDefault)
@@ -188,7 +185,7 @@ TEST_F(Options, GlobalModelInBothDialects)
     with.database.answer("SELECT * FROM (SELECT NVL((SELECT NUMBER_VALUE FROM OPTIONEN WHERE PROPERTY_ID = "
                          "'CHANGE_MODELS'  AND rownum=1),1) AS NUM_VALUE FROM DUAL) A",
                          std::int32_t{40000}, "NUM_VALUE");
-    EXPECT_THROW(Comm_SQL{}.OPTIONEN_glbModel(with.session), Error);
+    EXPECT_EQ(errorNumber([&] { Comm_SQL{}.OPTIONEN_glbModel(with.session); }), errors::overflow);
     EXPECT_TRUE(with.loc.procedures.empty());
     EXPECT_EQ(with.database.openCursors, 0);
 }
@@ -196,17 +193,12 @@ TEST_F(Options, GlobalModelInBothDialects)
 TEST_F(Options, WithoutConnectionOrServiceTheCallFails)
 {
     TmkVar unconnected;
-    EXPECT_THROW(get.GetOptionenNumber(unconnected, "ABC"), Error);
-    EXPECT_THROW(get.GetKonfNumber(nullptr, "ABC", 1), Error);
-    EXPECT_THROW(Comm_SQL{}.OPTIONEN_glbModel(unconnected), Error);
+    EXPECT_EQ(errorNumber([&] { get.GetOptionenNumber(unconnected, "ABC"); }), errors::objectNotSet);
+    EXPECT_EQ(errorNumber([&] { get.GetKonfNumber(nullptr, "ABC", 1); }), errors::objectNotSet);
+    EXPECT_EQ(errorNumber([&] { Comm_SQL{}.OPTIONEN_glbModel(unconnected); }), errors::objectNotSet);
     with.database.answerNoRow(numberOfAbc);
     Platform::current().makeLocService = nullptr;
-    try {
-        get.GetOptionenNumber(with.session, "ABC");
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_EQ(error.number, errors::objectNotSet);
-    }
+    EXPECT_EQ(errorNumber([&] { get.GetOptionenNumber(with.session, "ABC"); }), errors::objectNotSet);
 }
 
 } // namespace

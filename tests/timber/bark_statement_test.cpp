@@ -1,27 +1,36 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "catalogue/scripted_database.h"
+#include "support/errors.h"
+#include "support/surroundings.h"
 #include "timber/statements.h"
-#include "timber/surroundings.h"
 
 #include "tamarok/comm_set.h"
 
 namespace tamarok {
 namespace {
 
-using testing::expectError;
-using testing::Surroundings;
-using testing::statements::bark;
-using testing::statements::filled;
+using test::expectError;
+using test::Surroundings;
+using test::statements::bark;
+using test::statements::filled;
 
 /// The statement is written out for species FI on 17.05.2024, the fixed day of the clock.
 class BarkStatement : public ::testing::Test {
 protected:
-    std::string ask(const char* diameter, const char* table, const char* date = "17.05.2024", bool calculation = true,
-                    const char* mode = "cm", const char* species = "FI", const char* typed = "7,5")
+    struct Entry {
+        const char* diameter;
+        const char* table = "-1";
+        const char* date = "17.05.2024";
+        bool isComputed = true;
+        const char* mode = "cm";
+        const char* species = "FI";
+        const char* typed = "7,5";
+    };
+    std::string ask(const Entry& entry)
     {
-        return set.CalculateRinde(with.session, typed, species, mode, diameter, calculation, table, date);
+        return set.CalculateRinde(with.session, entry.typed, entry.species, entry.mode, entry.diameter,
+                                  entry.isComputed, entry.table, entry.date);
     }
 
     void expectNothingAsked(const std::string& result, const std::string& expected)
@@ -38,7 +47,7 @@ TEST_F(BarkStatement, LetterByLetterForEveryTable)
 {
     const std::string any = filled(bark, "30.5", "");
     with.database.answerNoRow(any);
-    EXPECT_EQ(ask("30,5", "-1"), "0,00");
+    EXPECT_EQ(ask({.diameter = "30,5"}), "0,00");
     ASSERT_EQ(with.database.opened.size(), 1U);
     EXPECT_EQ(with.database.opened[0].text, any);
     EXPECT_EQ(with.database.opened[0].cursorType, ado::CursorType::OpenForwardOnly);
@@ -46,53 +55,54 @@ TEST_F(BarkStatement, LetterByLetterForEveryTable)
     EXPECT_EQ(with.database.openCursors, 0);
 
     with.database.answerNoRow(filled(bark, "30.5", " AND ISNULL(RINDENTABELLE,0) = 0"));
-    EXPECT_EQ(ask("30,5", "0"), "0,00");
+    EXPECT_EQ(ask({.diameter = "30,5", .table = "0"}), "0,00");
     with.database.answerNoRow(filled(bark, "30.5", " AND RINDENTABELLE = 2"));
-    EXPECT_EQ(ask("30,5", "2"), "0,00");
+    EXPECT_EQ(ask({.diameter = "30,5", .table = "2"}), "0,00");
     with.database.answerNoRow(filled(bark, "30.5", " AND RINDENTABELLE = "));
-    EXPECT_EQ(ask("30,5", ""), "0,00");
+    EXPECT_EQ(ask({.diameter = "30,5", .table = ""}), "0,00");
     with.database.answerNoRow(filled(bark, "30.5", " AND RINDENTABELLE =  0"));
-    EXPECT_EQ(ask("30,5", " 0"), "0,00");
+    EXPECT_EQ(ask({.diameter = "30,5", .table = " 0"}), "0,00");
 }
 
 TEST_F(BarkStatement, AnEmptyDateIsToday)
 {
     with.database.answerNoRow(filled(bark, "30", ""));
-    EXPECT_EQ(ask("30", "-1", ""), "0,00");
+    EXPECT_EQ(ask({.diameter = "30", .date = ""}), "0,00");
 }
 
 TEST_F(BarkStatement, TheDiameterGoesInAsTyped)
 {
     with.database.answerNoRow(filled(bark, "030.50", ""));
-    EXPECT_EQ(ask("030,50", "-1"), "0,00");
+    EXPECT_EQ(ask({.diameter = "030,50"}), "0,00");
     with.database.answerNoRow(filled(bark, "-3", ""));
-    EXPECT_EQ(ask("-3", "-1"), "0,00");
+    EXPECT_EQ(ask({.diameter = "-3"}), "0,00");
 }
 
 TEST_F(BarkStatement, NothingIsAskedWithoutDiameterSpeciesOrMode)
 {
-    expectNothingAsked(ask("0", "-1"), "0,00");
-    expectNothingAsked(ask("", "-1"), "0,00");
-    expectNothingAsked(ask("0,00", "-1"), "0,00");
-    expectNothingAsked(ask("30", "-1", "", true, "cm", ""), "0,00");
-    expectNothingAsked(ask("30", "-1", "", true, ""), "0,00");
+    expectNothingAsked(ask({.diameter = "0"}), "0,00");
+    expectNothingAsked(ask({.diameter = ""}), "0,00");
+    expectNothingAsked(ask({.diameter = "0,00"}), "0,00");
+    expectNothingAsked(ask({.diameter = "30", .species = ""}), "0,00");
+    expectNothingAsked(ask({.diameter = "30", .mode = ""}), "0,00");
 }
 
 TEST_F(BarkStatement, WithoutComputationTheTypedTextComesBackUnderThePattern)
 {
-    expectNothingAsked(ask("30", "-1", "", false), "7,50");
-    expectNothingAsked(ask("0", "-1", "", false), "7,50");
-    expectNothingAsked(ask("", "-1", "", false), "7,50");
-    expectNothingAsked(ask("30", "-1", "", false, "cm", "FI", "0,125"), "0,13");
-    expectNothingAsked(ask("30", "-1", "", false, "cm", "FI", ""), "");
-    expectNothingAsked(ask("30", "-1", "", false, "cm", "FI", "about 5"), "about 5");
-    expectNothingAsked(ask("30", "-1", "", false, "cm", "FI", "-0,001"), "0,00");
+    expectNothingAsked(ask({.diameter = "30", .isComputed = false}), "7,50");
+    expectNothingAsked(ask({.diameter = "0", .isComputed = false}), "7,50");
+    expectNothingAsked(ask({.diameter = "", .isComputed = false}), "7,50");
+    expectNothingAsked(ask({.diameter = "30", .isComputed = false, .typed = "0,125"}), "0,13");
+    expectNothingAsked(ask({.diameter = "30", .isComputed = false, .typed = ""}), "");
+    expectNothingAsked(ask({.diameter = "30", .isComputed = false, .typed = "about 5"}), "about 5");
+    expectNothingAsked(ask({.diameter = "30", .isComputed = false, .typed = "-0,001"}), "0,00");
 }
 
 TEST_F(BarkStatement, ADiameterThatIsNoNumberFailsEvenWithoutComputation)
 {
-    expectError(errors::typeMismatch, "\"thick\" in field tmpDurch", [&] { ask("thick", "-1", "", false); });
-    expectError(errors::typeMismatch, "tmpDurch", [&] { ask("30 cm", "-1"); });
+    expectError(errors::typeMismatch, "\"thick\" in field tmpDurch",
+                [&] { ask({.diameter = "thick", .isComputed = false}); });
+    expectError(errors::typeMismatch, "tmpDurch", [&] { ask({.diameter = "30 cm"}); });
     EXPECT_TRUE(with.database.opened.empty());
 }
 

@@ -11,11 +11,11 @@
 namespace tamarok {
 namespace {
 
-using testing::expectError;
+using test::expectError;
 
 using Points = std::vector<std::pair<double, double>>; ///< diameter and deduction
 
-class Bark : public testing::SmallDatabase {
+class Bark : public test::SmallDatabase {
 protected:
     Bark()
     {

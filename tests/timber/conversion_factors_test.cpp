@@ -11,7 +11,7 @@
 namespace tamarok {
 namespace {
 
-using testing::expectError;
+using test::expectError;
 
 /// A form that records what is written to it, in order.
 class FactorForm final : public Object {
@@ -29,7 +29,7 @@ private:
     std::string missing_;
 };
 
-class ConversionFactors : public testing::SmallDatabase {
+class ConversionFactors : public test::SmallDatabase {
 protected:
     ConversionFactors()
     {

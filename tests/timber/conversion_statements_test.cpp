@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "catalogue/scripted_database.h"
+#include "support/errors.h"
+#include "support/surroundings.h"
 #include "timber/statements.h"
-#include "timber/surroundings.h"
 
 #include "tamarok/comm_csel.h"
 #include "tamarok/comm_get.h"
@@ -12,9 +12,9 @@
 namespace tamarok {
 namespace {
 
-using testing::expectError;
-using testing::Surroundings;
-using namespace testing::statements;
+using test::expectError;
+using test::Surroundings;
+using namespace test::statements;
 
 class ConversionStatements : public ::testing::Test {
 protected:

@@ -8,9 +8,9 @@
 namespace tamarok {
 namespace {
 
-using testing::expectError;
+using test::expectError;
 
-class ConvertiblePairs : public testing::SmallDatabase {
+class ConvertiblePairs : public test::SmallDatabase {
 protected:
     ConvertiblePairs()
     {
@@ -113,7 +113,7 @@ TEST_F(ConvertiblePairs, AnotherEditionAsksNothing)
 TEST_F(ConvertiblePairs, AFailedLoadLeavesTheArrayEmpty)
 {
     run("DROP TABLE TSM_MENGECALC");
-    testing::expectError(errors::statementRefused, "TSM_MENGECALC", [&] { of("10", "1"); });
+    test::expectError(errors::statementRefused, "TSM_MENGECALC", [&] { of("10", "1"); });
     EXPECT_TRUE(pairs.isEmpty());
 }
 

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "timber/surroundings.h"
+#include "support/platforms.h"
 
 #include "tamarok/comm_set.h"
 #include "tamarok/text.h"
@@ -10,9 +10,9 @@
 namespace tamarok {
 namespace {
 
-using testing::platformOf;
+using test::platformOf;
 
-/// Decimals at which the two roundings part, under the point. The length is that of a log of 200 cm
+/// Decimals at which the two roundings differ, written with a point. The length is that of a log of 200 cm
 /// whose unrounded volume is exactly the double of `number`.
 struct HardDecimal {
     const char* number;

@@ -10,7 +10,7 @@
 namespace tamarok {
 namespace {
 
-class LogArchive : public testing::SmallDatabase {
+class LogArchive : public test::SmallDatabase {
 protected:
     LogArchive() { database::createReferenceDatabase(*connection, {.logs = 40, .seed = 3}); }
 
@@ -53,14 +53,14 @@ TEST_F(LogArchive, ReturningTheTextRunsNothing)
 
 TEST_F(LogArchive, ABadConditionIsRefused)
 {
-    testing::expectError(errors::statementRefused, "", [&] { set.Set_Logs_Archiv("", connection, false); });
-    testing::expectError(errors::statementRefused, "NO_COLUMN",
-                         [&] { set.Set_Logs_Archiv("NO_COLUMN = 1", connection, false); });
+    test::expectError(errors::statementRefused, "", [&] { set.Set_Logs_Archiv("", connection, false); });
+    test::expectError(errors::statementRefused, "NO_COLUMN",
+                      [&] { set.Set_Logs_Archiv("NO_COLUMN = 1", connection, false); });
     set.Set_Logs_Archiv("1 = 0", connection, false);
     EXPECT_EQ(count("LOGS_HISTORY"), 0);
 }
 
-/// Sample master data and measured lines hang together: what was stored with the lines is what the
+/// Sample master data and measured lines agree: what was stored with the lines is what the
 /// operations give for them.
 TEST_F(LogArchive, StoredClassesOfSingleLinesAreThoseOfTheOperation)
 {

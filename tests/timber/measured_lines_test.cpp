@@ -4,7 +4,7 @@
 #include <random>
 #include <string>
 
-#include "timber/surroundings.h"
+#include "support/platforms.h"
 
 #include "tamarok/comm_set.h"
 
@@ -17,7 +17,7 @@
 namespace tamarok {
 namespace {
 
-using testing::platformOf;
+using test::platformOf;
 
 __extension__ using Wide = __int128;
 

@@ -9,7 +9,7 @@
 namespace tamarok {
 namespace {
 
-class Quantities : public testing::SmallDatabase {
+class Quantities : public test::SmallDatabase {
 protected:
     Quantities()
     {
@@ -121,7 +121,7 @@ TEST_F(Quantities, AnUnknownUnitGivesNull)
     EXPECT_TRUE(quantity("99").isNull());
     run("DELETE FROM LOGS");
     EXPECT_TRUE(quantity("1").isNull());
-    testing::expectError(errors::statementRefused, "", [&] { quantity(""); });
+    test::expectError(errors::statementRefused, "", [&] { quantity(""); });
     run("DELETE FROM WARENEINHEIT");
     EXPECT_TRUE(quantity("1").isNull());
 }

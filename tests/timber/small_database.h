@@ -5,13 +5,14 @@
 #include <string>
 #include <string_view>
 
+#include "support/errors.h"
+#include "support/platforms.h"
 #include "tamarok_embedded/connect.h"
-#include "timber/surroundings.h"
 
 #include "tamarok/ado.h"
 #include "tamarok/tmkvar.h"
 
-namespace tamarok::testing {
+namespace tamarok::test {
 
 /// An empty database in memory with a session on it, under decimal commas.
 class SmallDatabase : public ::testing::Test {
@@ -45,4 +46,4 @@ protected:
     TmkVar session;
 };
 
-} // namespace tamarok::testing
+} // namespace tamarok::test

@@ -5,7 +5,7 @@
 
 /// The statements of timber measurement written out in full, letter by letter, one piece a line. "@"
 /// stands for the text that the caller gives in, "^" for a second one.
-namespace tamarok::testing::statements {
+namespace tamarok::test::statements {
 
 inline constexpr std::string_view bark =
 #include "timber/statements/bark_statement.inc"
@@ -47,4 +47,4 @@ inline std::string filled(std::string_view statement, std::string_view first, st
     return text;
 }
 
-} // namespace tamarok::testing::statements
+} // namespace tamarok::test::statements

@@ -2,8 +2,9 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "catalogue/scripted_database.h"
-#include "timber/surroundings.h"
+#include "support/errors.h"
+#include "support/surroundings.h"
+#include "timber/class_rule.h"
 
 #include "tamarok/comm_get.h"
 #include "tamarok/comm_set.h"
@@ -11,8 +12,13 @@
 namespace tamarok {
 namespace {
 
-using testing::expectError;
-using testing::Surroundings;
+using test::bothSettings;
+using test::ClassRule;
+using test::expectError;
+using test::overBark;
+using test::secondBounds;
+using test::Surroundings;
+using test::underBark;
 
 class StrengthClassStatement : public ::testing::Test {
 protected:
@@ -30,19 +36,19 @@ protected:
                list + ") END)";
     }
 
-    std::string ask(const char* diameter, const char* mode, const char* bark, bool option, bool calculation,
-                    const char* ids = "")
+    std::string ask(const char* diameter, const char* mode, const char* bark, ClassRule rule, const char* ids = "")
     {
-        return set.MakeStkl("typed", diameter, mode, bark, with.session.db_ADO, option, calculation, false, ids);
+        return set.MakeStkl("typed", diameter, mode, bark, with.session.db_ADO, rule.deductsByOption, rule.computesBark,
+                            false, ids);
     }
 
     /// Expects that this question sends the statement for `searched`.
     void expectSearch(const std::string& searched, const char* diameter, const char* mode, const char* bark,
-                      bool option, bool calculation)
+                      ClassRule rule)
     {
-        const std::string expected = statement(searched, option && !calculation);
+        const std::string expected = statement(searched, rule.deductsByOption && !rule.computesBark);
         with.database.answer(expected, "2b");
-        EXPECT_EQ(ask(diameter, mode, bark, option, calculation), "2b") << searched;
+        EXPECT_EQ(ask(diameter, mode, bark, rule), "2b") << searched;
         EXPECT_EQ(with.database.opened.back().text, expected);
     }
 
@@ -59,7 +65,7 @@ TEST_F(StrengthClassStatement, IsWrittenOut)
               "(SELECT TOP 1 STKL FROM STKL WHERE ISNULL(DISABLE,0)=0 AND DM_VON IN (SELECT MAX(DM_VON) FROM STKL "
               "WHERE ISNULL(DISABLE,0)=0)) END)");
     with.database.answer(statement("25"), "2b");
-    EXPECT_EQ(ask("25", "", "", false, false), "2b");
+    EXPECT_EQ(ask("25", "", "", overBark), "2b");
     ASSERT_EQ(with.database.opened.size(), 1U);
     EXPECT_EQ(with.database.opened[0].cursorType, ado::CursorType::OpenForwardOnly);
     EXPECT_EQ(with.database.opened[0].lockType, ado::LockType::ReadOnly);
@@ -68,71 +74,71 @@ TEST_F(StrengthClassStatement, IsWrittenOut)
 
 TEST_F(StrengthClassStatement, DiametersAreRoundedUnderThePattern)
 {
-    expectSearch("25", "24,995", "", "", false, false);
-    expectSearch("24.99", "24,994", "", "", false, false);
-    expectSearch("0.13", "0,125", "", "", false, false);
-    expectSearch("1.01", "1,005", "", "", false, false);
-    expectSearch("-3.5", "-3,5", "", "", false, false);
-    expectSearch("1234.5", "1.234,5", "", "", false, false);
-    expectSearch("0", "0,004", "", "", false, false);
+    expectSearch("25", "24,995", "", "", overBark);
+    expectSearch("24.99", "24,994", "", "", overBark);
+    expectSearch("0.13", "0,125", "", "", overBark);
+    expectSearch("1.01", "1,005", "", "", overBark);
+    expectSearch("-3.5", "-3,5", "", "", overBark);
+    expectSearch("1234.5", "1.234,5", "", "", overBark);
+    expectSearch("0", "0,004", "", "", overBark);
 }
 
 TEST_F(StrengthClassStatement, WhatIsNoNumberCountsAsZero)
 {
-    expectSearch("0", "", "", "", false, false);
-    expectSearch("0", "thick", "", "", false, false);
-    expectSearch("30", "30", "%", "some", false, true);
-    expectSearch("30", "30", "cm", "", false, true);
+    expectSearch("0", "", "", "", overBark);
+    expectSearch("0", "thick", "", "", overBark);
+    expectSearch("30", "30", "%", "some", underBark);
+    expectSearch("30", "30", "cm", "", underBark);
 }
 
 TEST_F(StrengthClassStatement, OptionAndKeyChooseDiameterAndBounds)
 {
-    expectSearch("30", "30", "cm", "2", false, false);
-    expectSearch("28", "30", "cm", "2", false, true);
-    expectSearch("30", "30", "cm", "2", true, false);
-    expectSearch("30", "30", "cm", "2", true, true);
+    expectSearch("30", "30", "cm", "2", overBark);
+    expectSearch("28", "30", "cm", "2", underBark);
+    expectSearch("30", "30", "cm", "2", secondBounds);
+    expectSearch("30", "30", "cm", "2", bothSettings);
     EXPECT_EQ(with.database.opened[2].text, statement("30", true));
     EXPECT_EQ(with.database.opened[3].text, statement("30", false));
 }
 
 TEST_F(StrengthClassStatement, BarkComesOffByTheMode)
 {
-    expectSearch("27", "30", "%", "19", false, true); // 30 * sqrt(0.81)
-    expectSearch("28.46", "30", "%", "10", false, true);
-    expectSearch("0", "30", "%", "100", false, true);
-    expectSearch("-5", "30", "cm", "35", false, true);
+    expectSearch("27", "30", "%", "19", underBark); // 30 * sqrt(0.81)
+    expectSearch("28.46", "30", "%", "10", underBark);
+    expectSearch("0", "30", "%", "100", underBark);
+    expectSearch("-5", "30", "cm", "35", underBark);
     for (const char* mode : {"", "Cm", "CM", "mm", "% "})
-        expectSearch("30", "30", mode, "2", false, true);
+        expectSearch("30", "30", mode, "2", underBark);
 }
 
 TEST_F(StrengthClassStatement, MoreThanAHundredPercentIsAnInvalidArgument)
 {
-    expectError(errors::invalidArgument, "root", [&] { ask("30", "%", "100,01", false, true); });
+    expectError(errors::invalidArgument, "root", [&] { ask("30", "%", "100,01", underBark); });
     // Where the bark does not come off, it does not matter.
-    expectSearch("30", "30", "%", "150", true, true);
+    expectSearch("30", "30", "%", "150", bothSettings);
 }
 
 TEST_F(StrengthClassStatement, ANegativePercentageThatIsTooLargeOverflows)
 {
-    expectError(errors::overflow, "diameter", [&] { ask("1E200", "%", "-1E300", false, true); });
+    expectError(errors::overflow, "diameter", [&] { ask("1E200", "%", "-1E300", underBark); });
 }
 
 TEST_F(StrengthClassStatement, TheListOfClassesStandsInAllThreePlaces)
 {
     const std::string expected = statement("30", false, "3,4, 5");
     with.database.answer(expected, Null{});
-    EXPECT_EQ(ask("30", "", "", false, false, "3,4, 5"), "");
+    EXPECT_EQ(ask("30", "", "", overBark, "3,4, 5"), "");
     const std::string second = statement("30", true, "7");
     with.database.answer(second, "3a");
-    EXPECT_EQ(ask("30", "", "", true, false, "7"), "3a");
+    EXPECT_EQ(ask("30", "", "", secondBounds, "7"), "3a");
 }
 
 TEST_F(StrengthClassStatement, ResultsAreTexts)
 {
     with.database.answer(statement("30"), std::int32_t{4});
-    EXPECT_EQ(ask("30", "", "", false, false), "4");
+    EXPECT_EQ(ask("30", "", "", overBark), "4");
     with.database.answerNoRow(statement("30"));
-    EXPECT_EQ(ask("30", "", "", false, false), "");
+    EXPECT_EQ(ask("30", "", "", overBark), "");
 }
 
 TEST_F(StrengthClassStatement, AClassThatIsNotComputedStaysWithoutAStatement)

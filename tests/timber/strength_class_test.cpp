@@ -2,6 +2,7 @@
 #include <set>
 #include <string>
 
+#include "timber/class_rule.h"
 #include "timber/small_database.h"
 
 #include "tamarok/comm_get.h"
@@ -10,9 +11,14 @@
 namespace tamarok {
 namespace {
 
-using testing::expectError;
+using test::bothSettings;
+using test::ClassRule;
+using test::expectError;
+using test::overBark;
+using test::secondBounds;
+using test::underBark;
 
-class StrengthClass : public testing::SmallDatabase {
+class StrengthClass : public test::SmallDatabase {
 protected:
     StrengthClass()
     {
@@ -28,10 +34,11 @@ protected:
                 "4,'3a',30,39.99,31,40.99,0", "5,'4',40,999.99,41,1000.99,NULL", "6,'giant',1000,2000,1000,2000,1"});
     }
 
-    std::string of(const char* diameter, const char* ids = "", bool option = false, bool calculation = false,
-                   const char* mode = "", const char* bark = "")
+    std::string of(const char* diameter, const char* ids = "", ClassRule rule = overBark, const char* mode = "",
+                   const char* bark = "")
     {
-        return set.MakeStkl("typed", diameter, mode, bark, connection, option, calculation, false, ids);
+        return set.MakeStkl("typed", diameter, mode, bark, connection, rule.deductsByOption, rule.computesBark, false,
+                            ids);
     }
 
     Comm_Set set;
@@ -88,13 +95,13 @@ TEST_F(StrengthClass, OverlappingClassesGiveOneOfThem)
 TEST_F(StrengthClass, TheSecondBoundsAreSearchedWithTheOptionAlone)
 {
     usualClasses();
-    EXPECT_EQ(of("20,5", "", false, false), "2a");
-    EXPECT_EQ(of("20,5", "", true, false), "1a");
-    EXPECT_EQ(of("20,5", "", true, true, "cm", "5"), "2a");
-    EXPECT_EQ(of("20,5", "", false, true, "cm", "5"), "1a");
-    EXPECT_EQ(of("30", "", false, true, "%", "50"), "2a"); // 21.21 cm
+    EXPECT_EQ(of("20,5", "", overBark), "2a");
+    EXPECT_EQ(of("20,5", "", secondBounds), "1a");
+    EXPECT_EQ(of("20,5", "", bothSettings, "cm", "5"), "2a");
+    EXPECT_EQ(of("20,5", "", underBark, "cm", "5"), "1a");
+    EXPECT_EQ(of("30", "", underBark, "%", "50"), "2a"); // 21.21 cm
     // The stand-in goes by the first lower bound all the same.
-    EXPECT_EQ(of("10,5", "", true, false), "4");
+    EXPECT_EQ(of("10,5", "", secondBounds), "4");
 }
 
 TEST_F(StrengthClass, AnEmptyTableGivesTheEmptyText)

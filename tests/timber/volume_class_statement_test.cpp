@@ -1,18 +1,18 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "catalogue/scripted_database.h"
+#include "support/errors.h"
+#include "support/surroundings.h"
 #include "timber/statements.h"
-#include "timber/surroundings.h"
 
 #include "tamarok/comm_set.h"
 
 namespace tamarok {
 namespace {
 
-using testing::expectError;
-using testing::Surroundings;
-using namespace testing::statements;
+using test::expectError;
+using test::Surroundings;
+using namespace test::statements;
 
 class VolumeClassStatement : public ::testing::Test {
 protected:

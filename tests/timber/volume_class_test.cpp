@@ -9,7 +9,7 @@
 namespace tamarok {
 namespace {
 
-class VolumeClass : public testing::SmallDatabase {
+class VolumeClass : public test::SmallDatabase {
 protected:
     VolumeClass()
     {
@@ -160,7 +160,7 @@ TEST_F(VolumeClass, EmptyTables)
 TEST_F(VolumeClass, AnEmptySelectionIsRefusedAndChangesNothing)
 {
     line(1, "1,1,1,2,4");
-    testing::expectError(errors::statementRefused, "", [&] { set.CalculateKubaturKlasse(connection, "", false); });
+    test::expectError(errors::statementRefused, "", [&] { set.CalculateKubaturKlasse(connection, "", false); });
     EXPECT_EQ(classOf(1), "old");
 }
 

@@ -1,7 +1,8 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "timber/surroundings.h"
+#include "support/errors.h"
+#include "support/platforms.h"
 
 #include "tamarok/comm_set.h"
 #include "tamarok/error.h"
@@ -9,8 +10,8 @@
 namespace tamarok {
 namespace {
 
-using testing::expectError;
-using testing::platformOf;
+using test::expectError;
+using test::platformOf;
 
 class VolumeFailures : public ::testing::Test {
 protected:

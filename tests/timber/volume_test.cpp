@@ -1,14 +1,14 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "timber/surroundings.h"
+#include "support/platforms.h"
 
 #include "tamarok/comm_set.h"
 
 namespace tamarok {
 namespace {
 
-using testing::platformOf;
+using test::platformOf;
 
 /// A line of round wood as the form hands it over; each test changes what it is about.
 struct Line {

@@ -1,4 +1,4 @@
-#include "catalogue/scripted_database.h"
+#include "support/surroundings.h"
 #include "regional_order.h"
 #include "values/machines.h"
 
@@ -15,7 +15,7 @@ using test::onEachMachine;
 
 const Comm_Conv conv;
 const Date fifthOfMarch = makeDate(2024, 3, 5);
-const testing::ShownMessage criticalError{
+const test::ShownMessage criticalError{
     "Critical Error IN transDate Function. Oracle problem!!! Please call to Brenntal G.m.b.H", 64, "Critical Error"};
 
 /// A day of any year from 0 on, by the calendar that repeats itself after 400 years.
@@ -66,9 +66,9 @@ TEST(TransDate, EveryFormat)
         {"DD-", "5", 1},
     };
     for (const Row& row : rows) {
-        const testing::Surroundings with;
+        const test::Surroundings with;
         EXPECT_EQ(conv.TransDate(fifthOfMarch, row.format), row.result) << row.format;
-        EXPECT_EQ(with.messages->shown, std::vector<testing::ShownMessage>(row.messages, criticalError)) << row.format;
+        EXPECT_EQ(with.messages->shown, std::vector<test::ShownMessage>(row.messages, criticalError)) << row.format;
     }
 }
 
@@ -428,7 +428,7 @@ TEST(NumberText, AddSpacesCountsCharacters)
 
 TEST(BooleanColumn, WordsAreFetchedOncePerInstance)
 {
-    testing::Surroundings with;
+    test::Surroundings with;
     with.loc.texts = {{5, "Nein"}, {6, "Ja"}};
     Comm_Conv words;
     EXPECT_EQ(words.ConvBoolSQLColumnToStr(with.session, "LOCKED", "GERMAN"),

@@ -10,18 +10,18 @@ namespace {
 
 using ado::DataType;
 
-class FieldTypes : public ado::fake::AdoTest {
+class FieldTypes : public ado::AdoTest {
 protected:
     FieldTypes() { session.db_ADO = connection; }
 
     /// A table of one column behind a statement.
     void prepare(const char* statement, DataType type, std::int32_t definedSize, const std::vector<Variant>& values)
     {
-        auto table = std::make_shared<ado::fake::Table>();
+        auto table = std::make_shared<test::Table>();
         table->columns = {{"C", "T", "C", type, definedSize}};
         for (const Variant& value : values)
-            table->rows.emplace(static_cast<std::int64_t>(table->rows.size()) + 1, ado::fake::Row{value});
-        database->tables[statement] = table;
+            table->rows.emplace(static_cast<std::int64_t>(table->rows.size()) + 1, test::Row{value});
+        database->answerTable(statement, table);
     }
 
     TmkVar session;

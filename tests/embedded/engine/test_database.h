@@ -1,15 +1,12 @@
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <map>
-#include <stdexcept>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
+#include "support/scratch_folder.h"
 #include "tamarok_embedded/connect.h"
 
 #include "tamarok/ado_backend.h"
@@ -18,45 +15,7 @@
 /// What the tests of the embedded engine share.
 namespace tamarok::embedded::test {
 
-/// A folder of its own, removed at the end.
-class Folder {
-public:
-    Folder()
-    {
-        std::string name = (std::filesystem::temp_directory_path() / "tamarok-engine-XXXXXX").string();
-        if (::mkdtemp(name.data()) == nullptr) {
-            throw std::runtime_error{"no temporary folder"};
-        }
-        path_ = name;
-    }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-    ~Folder()
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-
-    const std::filesystem::path& path() const { return path_; }
-    std::filesystem::path operator/(const char* name) const { return path_ / name; }
-
-    /// Names and contents of all files in it.
-    std::map<std::string, std::string> contents() const
-    {
-        std::map<std::string, std::string> files;
-        for (const auto& entry : std::filesystem::recursive_directory_iterator{path_}) {
-            if (!entry.is_regular_file()) {
-                continue;
-            }
-            std::ifstream stream{entry.path(), std::ios::binary};
-            files[entry.path().filename().string()] = {std::istreambuf_iterator<char>{stream}, {}};
-        }
-        return files;
-    }
-
-private:
-    std::filesystem::path path_;
-};
+using Folder = tamarok::test::ScratchFolder;
 
 inline void write(const std::filesystem::path& file, const std::string& bytes)
 {

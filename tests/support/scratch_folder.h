@@ -1,11 +1,12 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
 #include <string>
 
 namespace tamarok::test {
 
-/// A new folder of its own, removed with everything in it at the end.
+/// A new empty folder, removed with everything in it at the end.
 class ScratchFolder {
 public:
     ScratchFolder();
@@ -13,15 +14,15 @@ public:
     ScratchFolder(const ScratchFolder&) = delete;
     ScratchFolder& operator=(const ScratchFolder&) = delete;
 
-    std::string operator/(const std::string& name) const { return (path_ / name).string(); }
+    /// Returns the path of a file in the folder.
+    std::filesystem::path operator/(const std::string& name) const { return path_ / name; }
     const std::filesystem::path& path() const noexcept { return path_; }
     std::size_t fileCount() const;
+    /// Returns names and contents of all files, those of subfolders included.
+    std::map<std::string, std::string> contents() const;
 
 private:
     std::filesystem::path path_;
 };
-
-/// Makes a small database with the program itself and gives its path.
-std::string makeDatabase(const ScratchFolder& folder, int logs = 200);
 
 } // namespace tamarok::test

@@ -1,10 +1,9 @@
-#include "apps/scratch_folder.h"
+#include "support/scratch_folder.h"
 
+#include <fstream>
 #include <iterator>
 #include <stdexcept>
 #include <stdlib.h>
-
-#include "apps/child_process.h"
 
 namespace tamarok::test {
 
@@ -27,12 +26,15 @@ std::size_t ScratchFolder::fileCount() const
         std::distance(std::filesystem::directory_iterator{path_}, std::filesystem::directory_iterator{}));
 }
 
-std::string makeDatabase(const ScratchFolder& folder, int logs)
+std::map<std::string, std::string> ScratchFolder::contents() const
 {
-    const std::string file = folder / "demo.db";
-    const Outcome made = run({"init", file, "--logs", std::to_string(logs), "--seed", "1"});
-    if (made.status != 0) throw std::runtime_error{"init failed: " + made.errors};
-    return file;
+    std::map<std::string, std::string> files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator{path_}) {
+        if (!entry.is_regular_file()) continue;
+        std::ifstream stream{entry.path(), std::ios::binary};
+        files[entry.path().filename().string()] = {std::istreambuf_iterator<char>{stream}, {}};
+    }
+    return files;
 }
 
 } // namespace tamarok::test

@@ -1,4 +1,4 @@
-#include "apps/terminal.h"
+#include "support/terminal.h"
 
 #include <array>
 #include <cerrno>
@@ -9,7 +9,7 @@
 #include <system_error>
 #include <unistd.h>
 
-#include "apps/child_process.h"
+#include "support/child_process.h"
 
 namespace tamarok::test {
 
@@ -48,15 +48,16 @@ private:
 
 } // namespace
 
-Screen runOnTerminal(const std::vector<std::string>& arguments, const std::string& outputFile)
+Screen runOnTerminal(const std::string& program, const std::vector<std::string>& arguments,
+                     const std::string& outputFile)
 {
     const Terminal terminal;
     SpawnActions actions;
     actions.open(outputFile, O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO);
     actions.open(terminal.name(), O_WRONLY | O_NOCTTY, STDERR_FILENO);
     pid_t child = -1;
-    if (const int failure = actions.spawn(child, arguments); failure != 0)
-        throw std::system_error{failure, std::generic_category(), TAMAROK_PROGRAM};
+    if (const int failure = actions.spawn(child, program, arguments); failure != 0)
+        throw std::system_error{failure, std::generic_category(), program};
 
     Screen screen;
     screen.text = terminal.readAll();

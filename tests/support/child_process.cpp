@@ -1,4 +1,4 @@
-#include "apps/child_process.h"
+#include "support/child_process.h"
 
 #include <array>
 #include <cerrno>
@@ -34,7 +34,7 @@ void closeOnce(int& descriptor)
     if (descriptor >= 0) ::close(std::exchange(descriptor, -1));
 }
 
-/// Reads what is there; false at the end.
+/// Reads what the pipe holds. Returns false at its end.
 bool readSome(int descriptor, std::string& text)
 {
     std::array<char, 65536> buffer{};
@@ -65,44 +65,46 @@ void SpawnActions::open(const std::string& file, int flags, int stream)
     posix_spawn_file_actions_addopen(&actions_, stream, file.c_str(), flags, 0644);
 }
 
-int SpawnActions::spawn(pid_t& child, const std::vector<std::string>& arguments) const
+int SpawnActions::spawn(pid_t& child, const std::string& program, const std::vector<std::string>& arguments) const
 {
-    std::vector<std::string> words{TAMAROK_PROGRAM};
+    std::vector<std::string> words{program};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> pointers;
     for (std::string& word : words)
         pointers.push_back(word.data());
     pointers.push_back(nullptr);
-    return ::posix_spawn(&child, TAMAROK_PROGRAM, &actions_, nullptr, pointers.data(), environ);
+    return ::posix_spawn(&child, program.c_str(), &actions_, nullptr, pointers.data(), environ);
 }
 
-ChildProcess::ChildProcess(const std::vector<std::string>& arguments)
+ChildProcess::ChildProcess(const std::string& program, const std::vector<std::string>& arguments,
+                           StandardError standardError)
 {
     std::signal(SIGPIPE, SIG_IGN);
+    const bool isCaptured = standardError == StandardError::Captured;
     const Pipe in = makePipe();
     const Pipe out = makePipe();
-    const Pipe err = makePipe();
+    const Pipe err = isCaptured ? makePipe() : Pipe{};
     SpawnActions actions;
     actions.connect(in.read, STDIN_FILENO);
     actions.connect(out.write, STDOUT_FILENO);
-    actions.connect(err.write, STDERR_FILENO);
-    const int failure = actions.spawn(id_, arguments);
-    for (const int end : {in.read, out.write, err.write})
-        ::close(end);
+    if (isCaptured) actions.connect(err.write, STDERR_FILENO);
+    const int failure = actions.spawn(id_, program, arguments);
+    for (int end : {in.read, out.write, err.write})
+        closeOnce(end);
     input_ = in.write;
     output_ = out.read;
     errors_ = err.read;
-    if (failure != 0) throw std::system_error{failure, std::generic_category(), TAMAROK_PROGRAM};
+    if (failure != 0) {
+        id_ = -1;
+        throw std::system_error{failure, std::generic_category(), program};
+    }
 }
 
 ChildProcess::~ChildProcess()
 {
     for (int* descriptor : {&input_, &output_, &errors_})
         closeOnce(*descriptor);
-    if (id_ > 0) {
-        ::kill(id_, SIGKILL);
-        wait();
-    }
+    if (id_ > 0) kill();
 }
 
 void ChildProcess::send(int signal) const
@@ -115,17 +117,38 @@ void ChildProcess::closeOutput()
     closeOnce(output_);
 }
 
-std::string ChildProcess::ask(const std::string& line)
+void ChildProcess::stop() const
 {
-    const std::string request = line + "\n";
-    if (::write(input_, request.data(), request.size()) != static_cast<ssize_t>(request.size())) {
-        throw std::runtime_error{"the request could not be written"};
-    }
-    std::string answer;
+    send(SIGSTOP);
+    ::waitpid(id_, nullptr, WUNTRACED);
+}
+
+void ChildProcess::kill()
+{
+    send(SIGKILL);
+    wait();
+}
+
+void ChildProcess::tell(const std::string& line)
+{
+    const std::string sent = line + "\n";
+    if (::write(input_, sent.data(), sent.size()) != static_cast<ssize_t>(sent.size()))
+        throw std::runtime_error{"the child does not read its input"};
+}
+
+std::string ChildProcess::line()
+{
+    std::string text;
     char character = 0;
     while (::read(output_, &character, 1) == 1 && character != '\n')
-        answer += character;
-    return answer;
+        text += character;
+    return text;
+}
+
+std::string ChildProcess::ask(const std::string& request)
+{
+    tell(request);
+    return line();
 }
 
 Outcome ChildProcess::finish(std::string_view input)
@@ -156,9 +179,9 @@ int ChildProcess::wait()
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 
-Outcome run(const std::vector<std::string>& arguments, std::string_view input)
+Outcome runProgram(const std::string& program, const std::vector<std::string>& arguments, std::string_view input)
 {
-    return ChildProcess{arguments}.finish(input);
+    return ChildProcess{program, arguments}.finish(input);
 }
 
 } // namespace tamarok::test
