@@ -14,7 +14,7 @@ namespace tamarok::cli {
 
 namespace {
 
-constexpr std::int32_t internalError = 51;
+using errors::internalError;
 
 Platform hostPlatform(std::string_view locale, const std::shared_ptr<RecordingMessageBox>& messages)
 {

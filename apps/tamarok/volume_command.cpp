@@ -22,7 +22,7 @@ namespace tamarok::cli {
 
 namespace {
 
-constexpr std::int32_t cannotRead = 75; // path or file access
+constexpr std::int32_t cannotRead = errors::pathAccess;
 
 /// A bar over a table on its way, where standard output does not go to the same terminal.
 class TableProgress {

@@ -8,7 +8,6 @@
 #include "tamarok/comm_get.h"
 #include "tamarok/convert.h"
 #include "tamarok/platform.h"
-#include "tamarok/text.h"
 
 namespace tamarok::catalogue {
 
@@ -55,7 +54,7 @@ std::int16_t parseId(std::string_view digits)
 /// A factor as SQL reads it, whatever the decimal separator is.
 std::string factorText(double factor)
 {
-    return text::replaceAll(convert::toText(factor, Platform::current().regional), ",", ".");
+    return convert::toSqlNumber(factor, Platform::current().regional);
 }
 
 } // namespace

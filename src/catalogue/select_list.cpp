@@ -98,7 +98,7 @@ private:
             return "NULL";
         }
         return artikelColumn(artikelNetValue, grouped_) + "*" +
-               text::replaceAll(convert::toText(factor, Platform::current().regional), ",", ".");
+               convert::toSqlNumber(factor, Platform::current().regional);
     }
 
     const TmkVar& session_;

@@ -4,6 +4,8 @@
 
 #include "tamarok/text.h"
 
+// Regional words precede English ones: a word can mean different things in two languages.
+
 namespace tamarok {
 
 namespace {
@@ -15,7 +17,7 @@ constexpr std::array<std::string_view, 7> englishDays{"Sunday",   "Monday", "Tue
                                                       "Thursday", "Friday", "Saturday"};
 constexpr std::size_t englishShortLength = 3;
 
-/// `word` has already lost the point of its abbreviation.
+/// Compares a name with a word, which has no abbreviation point, ignoring case.
 bool matches(std::string_view name, std::string_view word) noexcept
 {
     if (name.ends_with('.')) name.remove_suffix(1);

@@ -5,10 +5,13 @@
 
 #include "tamarok/error.h"
 
+// Arrays and comparison of variants; access to single values is inline in the header.
+
 namespace tamarok {
 
 namespace {
 
+/// Returns the number of indices, 0 or less for an empty dimension.
 std::int64_t extent(VariantArray::Bounds bounds) noexcept
 {
     return static_cast<std::int64_t>(bounds.upper) - bounds.lower + 1;
@@ -21,6 +24,7 @@ std::int64_t extent(VariantArray::Bounds bounds) noexcept
                                                  std::to_string(bounds.upper) + "."};
 }
 
+/// Returns the offset of an index within its dimension.
 std::size_t position(std::int32_t index, VariantArray::Bounds bounds)
 {
     if (index < bounds.lower || index > bounds.upper) throwOutOfBounds(index, bounds);
@@ -42,7 +46,7 @@ Variant::Variant(VariantArray value) : value_{std::make_shared<VariantArray>(std
 VariantArray& Variant::asArray()
 {
     auto& array = held<std::shared_ptr<VariantArray>>(Kind::Array);
-    // Arrays are values: a copy that is about to change parts from the others.
+    // Copies of an array value share it; the first change of one makes a copy.
     if (array.use_count() > 1) array = std::make_shared<VariantArray>(*array);
     return *array;
 }
@@ -89,7 +93,7 @@ VariantArray::Bounds VariantArray::bounds(std::int32_t dimension) const
         throw Error{errors::subscriptOutOfRange,
                     "Subscript out of range: the array has no dimension " + std::to_string(dimension) + "."};
     if (dimension == 2) return second_;
-    // The elements of a one-dimensional array may have been added to or taken from.
+    // The number of elements of a one-dimensional array may have changed since.
     return dimensions_ == 1 ? boundsOf(elements_.size(), first_.lower) : first_;
 }
 

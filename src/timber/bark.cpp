@@ -9,7 +9,6 @@
 #include "tamarok/error.h"
 #include "tamarok/format.h"
 #include "tamarok/platform.h"
-#include "tamarok/text.h"
 #include "tamarok/tmkvar.h"
 
 namespace tamarok {
@@ -126,7 +125,7 @@ std::string Comm_Set::CalculateRinde(const TmkVar& tmkVar, std::string_view Rind
 
     if (diameter != 0 && !HA_tmp.empty() && !Modus_tmp.empty() && bolCalculation) {
         ado::Recordset table;
-        table.Open(barkStatement(HA_tmp, text::replaceAll(diameterText, ",", "."), strOptionen, date), tmkVar.db_ADO);
+        table.Open(barkStatement(HA_tmp, convert::toSqlNumber(diameterText), strOptionen, date), tmkVar.db_ADO);
         if (!table.AtEOF()) {
             const ado::FieldCollection& row = table.Fields();
             const double onLine = timber::checkedResult(interpolate(diameter, row), "the bark deduction");

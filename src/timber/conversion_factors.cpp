@@ -4,7 +4,6 @@
 
 #include "tamarok/comm_get.h"
 #include "tamarok/convert.h"
-#include "tamarok/text.h"
 #include "tamarok/tmkvar.h"
 
 namespace tamarok {
@@ -29,7 +28,7 @@ struct MeasuredLine {
 /// The rules whose every condition is Null or holds, in the order of their rank.
 std::string ruleStatement(const MeasuredLine& line)
 {
-    const std::string length = text::replaceAll(convert::toText(Variant{line.length}), ",", ".");
+    const std::string length = convert::toSqlNumber(line.length, Platform::current().regional);
     std::string statement{"SELECT TOP 1 "};
     const auto condition = [&](std::string_view head, std::string_view value) {
         statement.append(head).append(value).append("')) AND ");

@@ -15,10 +15,9 @@ namespace tamarok::timber {
 /// where the text is no number; so also where it is empty.
 inline double enteredNumber(std::string_view text, std::string_view field, const Regional& regional)
 {
-    double number = 0.0;
-    if (!convert::readNumber(text, regional, number)) [[unlikely]]
-        refuseEntry(text, field);
-    return number;
+    if (const auto number = convert::parseNumber(text, regional)) [[likely]]
+        return *number;
+    refuseEntry(text, field);
 }
 
 } // namespace tamarok::timber

@@ -7,13 +7,16 @@
 #include "tamarok/format.h"
 #include "tamarok/text.h"
 
+// The order of regional dates by the text of a known date.
+
 namespace tamarok {
 namespace {
 
-constexpr Date probeDate{40271.0}; // 3 April 2010: each part has a digit that the others lack
+constexpr Date probeDate{40271.0}; // 3 April 2010: each part has a digit that the other parts lack
 
+/// An order and the positions of its parts, which must increase.
 struct OrderRule {
-    DatePartOrder order;
+    DateOrder order;
     std::size_t first;
     std::size_t second;
     std::size_t third;
@@ -32,13 +35,13 @@ RegionalOrder regionalOrder(const Regional& regional)
         month = text::find(sample, "Apr");
     }
     std::size_t year = text::find(sample, "2");
-    if (year == 0) year = text::find(sample, "1");
+    if (year == 0) year = text::find(sample, "1"); // a two-digit year, 10
 
     const std::array rules = {
-        OrderRule{DatePartOrder::DayMonthYear, day, month, year},
-        OrderRule{DatePartOrder::MonthDayYear, month, day, year},
-        OrderRule{DatePartOrder::YearMonthDay, year, month, day},
-        OrderRule{DatePartOrder::YearDayMonth, year, day, month},
+        OrderRule{DateOrder::Dmy, day, month, year},
+        OrderRule{DateOrder::Mdy, month, day, year},
+        OrderRule{DateOrder::Ymd, year, month, day},
+        OrderRule{DateOrder::Ydm, year, day, month},
     };
     for (const OrderRule& rule : rules) {
         if (rule.first < rule.second && rule.second < rule.third) {

@@ -63,10 +63,10 @@ TEST(DateText, OutsideTheRangeIsAnOverflow)
 
 TEST(DateText, OrderAndSeparatorOfAPattern)
 {
-    EXPECT_EQ(dateOrder("dd.MM.yyyy"), DateOrder::dayMonthYear);
-    EXPECT_EQ(dateOrder("M/d/yyyy"), DateOrder::monthDayYear);
-    EXPECT_EQ(dateOrder("yyyy-MM-dd"), DateOrder::yearMonthDay);
-    EXPECT_EQ(dateOrder("yyyy-dd-MM"), DateOrder::yearDayMonth);
+    EXPECT_EQ(dateOrder("dd.MM.yyyy"), DateOrder::Dmy);
+    EXPECT_EQ(dateOrder("M/d/yyyy"), DateOrder::Mdy);
+    EXPECT_EQ(dateOrder("yyyy-MM-dd"), DateOrder::Ymd);
+    EXPECT_EQ(dateOrder("yyyy-dd-MM"), DateOrder::Ydm);
     EXPECT_EQ(dateSeparator("dd.MM.yyyy"), ".");
     EXPECT_EQ(dateSeparator("d. M. yyyy"), ". ");
     EXPECT_EQ(dateSeparator("yyyy"), "");
