@@ -1,43 +1,42 @@
-# A thin front for CMake: `make demo` and `make test` are all that a newcomer needs.
+# Short names for the scripts, for those who have make; the scripts need nothing but a shell.
 
 PRESET ?= release
 BUILD := build/$(PRESET)
-DEMO_DB ?= build/demo.db
-JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 
-.PHONY: all packages configure demo test sanitize core-only bench install clean format help
+.PHONY: all packages demo test check sanitize core-only bench install format tidy clean help
 
-all: configure ## build into build/release
-	@cmake --build $(BUILD) --parallel $(JOBS)
+all: ## build into build/release (another preset: PRESET=debug)
+	@sh scripts/build $(PRESET)
 
 packages: ## install the Debian packages that are missing
-	@scripts/bootstrap
+	@sh scripts/bootstrap packages.txt packages-check.txt
 
-configure: packages
-	@cmake --preset $(PRESET) --log-level=WARNING
+demo: ## build the program, make a database with timber data, and show the working day
+	@sh scripts/demo
 
-demo: configure ## build the program, make a database with timber data, and show the working day
-	@cmake --build $(BUILD) --parallel $(JOBS) --target tamarok
-	@test -f $(DEMO_DB) || $(BUILD)/bin/tamarok init $(DEMO_DB) --logs 20000 --seed 1
-	@$(BUILD)/bin/tamarok day --db $(DEMO_DB)
+test: ## build and pass every test
+	@sh scripts/test $(PRESET)
 
-test: all ## build and pass every test
-	@ctest --preset $(PRESET) --parallel $(JOBS)
+check: ## every gate: format, headers, clang-tidy, the core alone with g++ and clang, the sanitizers
+	@sh scripts/check
 
 sanitize: ## the tests under the address and undefined-behaviour sanitizers
-	@$(MAKE) --no-print-directory test PRESET=sanitize
+	@sh scripts/test sanitize
 
 core-only: ## build and test the core with nothing but the standard library
-	@$(MAKE) --no-print-directory test PRESET=core-only
+	@sh scripts/test core-only
 
 bench: all ## run every benchmark
-	@scripts/bench $(BUILD)
+	@sh scripts/bench $(BUILD)
 
 install: all ## install into PREFIX (default /usr/local)
 	@cmake --install $(BUILD) $(if $(PREFIX),--prefix $(PREFIX))
 
 format: ## check the format of every source file
-	@git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run --Werror
+	@sh scripts/check format
+
+tidy: ## run clang-tidy over every source outside the tests
+	@sh scripts/check tidy
 
 clean: ## remove all that was built, the demo database too
 	@rm -rf build

@@ -135,16 +135,6 @@ void numberToSql(benchmark::State& state)
             [](const std::string& text) { return convert::toSqlNumber(text, "."); });
 }
 
-void nearestEven_standard(benchmark::State& state)
-{
-    forEach(state, products(), [](double number) { return std::nearbyint(number); });
-}
-
-void nearestEven(benchmark::State& state)
-{
-    forEach(state, products(), [](double number) { return convert::nearestEven(number); });
-}
-
 void numberPattern_standard(benchmark::State& state)
 {
     forEach(state, products(), [](double number) {
@@ -250,8 +240,6 @@ BENCHMARK(textToNumber_measures_general);
 BENCHMARK(textToNumber_products_standard);
 BENCHMARK(textToNumber_products);
 BENCHMARK(numberToSql);
-BENCHMARK(nearestEven_standard);
-BENCHMARK(nearestEven);
 BENCHMARK(numberPattern_standard);
 BENCHMARK(numberPattern);
 BENCHMARK(numberPattern_measures);

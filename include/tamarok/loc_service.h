@@ -4,12 +4,14 @@
 #include <string>
 #include <string_view>
 
-#include "tamarok/ado.h"
 #include "tamarok/object.h"
 
 namespace tamarok {
 
 struct TmkVar;
+namespace ado {
+class Command;
+}
 
 /// The language and procedure service of the sibling library Tamarok_Loc. An operation that needs one makes
 /// it by `Platform::locService` and destroys it at its end.

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <cstdint>
 
@@ -229,7 +230,7 @@ Part nextPart(PatternLexer lexer) noexcept
 /// Returns whether the pattern holds AM/PM, so that hours count to 12.
 bool namesHalfDay(std::string_view pattern) noexcept
 {
-    if (pattern.find_first_of("aA") == std::string_view::npos) return false;
+    if (std::none_of(pattern.begin(), pattern.end(), [](char c) { return lower(c) == 'a'; })) return false;
     PatternLexer lexer{pattern, PatternLexer::Kind::format};
     Token token;
     while (lexer.next(token))

@@ -255,8 +255,8 @@ std::string number(double value, std::string_view pattern, const Regional& regio
 {
     if (pattern.empty()) return convert::toText(value, regional);
     if (!std::isfinite(value)) throw Error{errors::overflow, "Overflow: the number is not finite."};
-    // Whole-number arithmetic for the patterns of measures: seven times as fast as the digits and the walk over
-    // the pattern (bench: numberPattern, 25 ns to 180 ns).
+    // Whole-number arithmetic for the patterns of measures: seven times as fast as the walk over the pattern
+    // (bench: numberPattern 21 ns, numberPattern_general 145 ns).
     if (const auto decimals = fixedDecimals(pattern))
         if (const auto units = roundedUnits(std::abs(value), *decimals))
             return writeFixed(value < 0, *units, *decimals, regional.decimal);

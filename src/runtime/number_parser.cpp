@@ -26,8 +26,8 @@ constexpr bool isDigit(char c) noexcept
 }
 
 /// Reads digits with an optional minus before them and one optional decimal separator of one byte among
-/// them. False for any other text, number or not, and for more than 15 digits. Twice as fast as
-/// NumberParser (bench: textToNumber_measures, 11 ns to 27 ns).
+/// them. False for any other text, number or not, and for more than 15 digits. Six times as
+/// fast as NumberParser (bench: textToNumber_measures 13 ns, textToNumber_measures_general 79 ns).
 bool readShortNumber(std::string_view text, char decimal, double& number) noexcept
 {
     constexpr std::size_t sureDigits = 15;          // up to 15 digits the quotient below is the nearest double
