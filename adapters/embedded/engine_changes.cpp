@@ -134,8 +134,8 @@ void Engine::runInsert(const std::shared_ptr<CachedStep>& step, Parameters param
 {
     bufferOpenCursors();
     const Step& insert = step->step;
-    const bool bare = !insert.unconvertedText.empty() &&
-                      areStoredUnchanged(insert.unconvertedTypes, insert.parameters, parameters);
+    const bool bare =
+        !insert.unconvertedText.empty() && areStoredUnchanged(insert.unconvertedTypes, insert.parameters, parameters);
     const Lease lease{step, *database_, bare ? StepText::Bare : StepText::Statement};
     bindParameters(lease.get(), insert.parameters, parameters);
     while (database_->step(lease.get())) {}

@@ -34,7 +34,7 @@ inline constexpr std::int32_t tooManyArguments = 8144;
 inline constexpr std::int32_t argumentUnknown = 8145;
 } // namespace native
 
-inline constexpr std::int32_t rowDeleted = static_cast<std::int32_t>(0x80040E23U);
+using errors::rowDeleted;
 
 /// Error of one of the server's numbers: provider number and SQLSTATE follow from it.
 Error failure(std::int32_t nativeError, std::string description);

@@ -107,6 +107,16 @@ void textToNumber_measures(benchmark::State& state)
             [&](const std::string& text) { return convert::parseNumber(text, german); });
 }
 
+/// The same numbers followed by a blank, which only the general parser reads.
+void textToNumber_measures_general(benchmark::State& state)
+{
+    const Regional german = Regional::named("de-DE");
+    std::vector<std::string> inputs = texts(measures(), german);
+    for (std::string& input : inputs)
+        input += ' ';
+    forEach(state, inputs, [&](const std::string& text) { return convert::parseNumber(text, german); });
+}
+
 void textToNumber_products_standard(benchmark::State& state)
 {
     forEach(state, texts(products(), Regional::named("en-US")), standardNumber);
@@ -119,15 +129,10 @@ void textToNumber_products(benchmark::State& state)
             [&](const std::string& text) { return convert::parseNumber(text, german); });
 }
 
-void replaceComma_standard(benchmark::State& state)
-{
-    forEach(state, texts(products(), Regional::named("en-US")), standardNumber);
-}
-
-void replaceComma(benchmark::State& state)
+void numberToSql(benchmark::State& state)
 {
     forEach(state, texts(products(), Regional::named("de-DE")),
-            [](const std::string& text) { return text::replaceAll(text, ",", "."); });
+            [](const std::string& text) { return convert::toSqlNumber(text, "."); });
 }
 
 void numberPattern_standard(benchmark::State& state)
@@ -145,6 +150,19 @@ void numberPattern(benchmark::State& state)
     forEach(state, products(), [&](double number) { return format::number(number, "0.000", german); });
 }
 
+void numberPattern_measures(benchmark::State& state)
+{
+    const Regional german = Regional::named("de-DE");
+    forEach(state, measures(), [&](double number) { return format::number(number, "0.00", german); });
+}
+
+/// The same output by a pattern that only the general writer knows.
+void numberPattern_general(benchmark::State& state)
+{
+    const Regional german = Regional::named("de-DE");
+    forEach(state, products(), [&](double number) { return format::number(number, "0.000;", german); });
+}
+
 std::vector<Date> days()
 {
     std::mt19937_64 engine{3};
@@ -156,7 +174,7 @@ std::vector<Date> days()
 }
 
 /// The peer of the date pattern: the same three numbers and two points, by the standard conversion.
-std::string standardDate(Date date)
+std::string standardDateText(Date date)
 {
     const CivilTime parts = toCivil(date);
     std::array<char, 16> buffer;
@@ -172,13 +190,35 @@ std::string standardDate(Date date)
 
 void datePattern_standard(benchmark::State& state)
 {
-    forEach(state, days(), standardDate);
+    forEach(state, days(), standardDateText);
 }
 
 void datePattern(benchmark::State& state)
 {
     const Regional german = Regional::named("de-DE");
     forEach(state, days(), [&](Date date) { return format::date(date, "dd.mm.yyyy", german); });
+}
+
+/// The peer of reading a date: the same three numbers by the standard conversion.
+Date standardDate(const std::string& text)
+{
+    std::int32_t day = 0;
+    std::int32_t month = 0;
+    std::int32_t year = 0;
+    const char* const end = text.data() + text.size();
+    const char* at = std::from_chars(text.data(), end, day).ptr;
+    at = std::from_chars(at + 1, end, month).ptr;
+    std::from_chars(at + 1, end, year);
+    return makeDate(year, month, day);
+}
+
+void textToDate_standard(benchmark::State& state)
+{
+    const Regional german = Regional::named("de-DE");
+    std::vector<std::string> inputs;
+    for (const Date date : days())
+        inputs.push_back(convert::toText(date, german));
+    forEach(state, inputs, [](const std::string& text) { return standardDate(text); });
 }
 
 void textToDate(benchmark::State& state)
@@ -196,14 +236,17 @@ BENCHMARK(numberToText_products_standard);
 BENCHMARK(numberToText_products);
 BENCHMARK(textToNumber_measures_standard);
 BENCHMARK(textToNumber_measures);
+BENCHMARK(textToNumber_measures_general);
 BENCHMARK(textToNumber_products_standard);
 BENCHMARK(textToNumber_products);
-BENCHMARK(replaceComma_standard);
-BENCHMARK(replaceComma);
+BENCHMARK(numberToSql);
 BENCHMARK(numberPattern_standard);
 BENCHMARK(numberPattern);
+BENCHMARK(numberPattern_measures);
+BENCHMARK(numberPattern_general);
 BENCHMARK(datePattern_standard);
 BENCHMARK(datePattern);
+BENCHMARK(textToDate_standard);
 BENCHMARK(textToDate);
 
 } // namespace

@@ -19,6 +19,7 @@
 #include "tamarok/comm_conv.h"
 #include "tamarok/comm_get.h"
 #include "tamarok/platform.h"
+#include "tamarok/text.h"
 
 namespace {
 
@@ -193,7 +194,7 @@ const Streams& streams()
     return made;
 }
 
-/// `read` reads the first field of the current row, `handed` gives the reader what it gets of the row.
+/// `read` reads the first field of the current row; `handed` returns the argument of Get_String.
 template <class Read, class Handed>
 void getString(benchmark::State& state, std::string_view column, Read read, Handed handed)
 {
@@ -231,6 +232,39 @@ void eachText(benchmark::internal::Benchmark* readers)
     readers->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(15);
 }
 
+/// The look-up of fields by name among 40 columns, beside a search through the columns.
+void fieldByName(benchmark::State& state)
+{
+    constexpr std::int32_t columns = 40;
+    const ado::ConnectionRef connection = embedded::connectInMemory();
+    std::vector<std::string> names;
+    std::string statement = "SELECT ";
+    for (std::int32_t column = 1; column <= columns; ++column) {
+        names.push_back("COLUMN_" + std::to_string(column));
+        statement += (column > 1 ? ", " : "") + std::to_string(column) + " AS " + names.back();
+    }
+    ado::Recordset records;
+    records.Open(statement, connection);
+    const ado::FieldCollection& fields = records.Fields();
+    const auto search = [&](std::string_view name) {
+        std::int32_t ordinal = 0;
+        while (!text::equalsNoCase(fields.Item(ordinal).Name(), name))
+            ++ordinal;
+        return &fields.Item(ordinal);
+    };
+    compare(
+        state, names.size(),
+        [&] {
+            for (const std::string& name : names)
+                benchmark::DoNotOptimize(search(name));
+        },
+        [&] {
+            for (const std::string& name : names)
+                benchmark::DoNotOptimize(&fields.Item(name));
+        });
+}
+
+BENCHMARK(fieldByName)->UseManualTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(getStringOfValue, short_text, "SPECIES")->Apply(eachText);
 BENCHMARK_CAPTURE(getStringOfValue, long_text, "REMARK")->Apply(eachText);
 BENCHMARK_CAPTURE(getStringOfField, short_text, "SPECIES")->Apply(eachText);

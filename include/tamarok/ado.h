@@ -12,24 +12,24 @@
 #include "tamarok/object.h"
 #include "tamarok/variant.h"
 
-/// The recordset model of the database under its familiar names and numbers. A back end
-/// implements `Session` and `Cursor` of ado_backend.h; nothing here knows which one it is.
+/// The recordset model: connection, recordset, field, command, under their familiar names and numbers. A back
+/// end implements `Session` and `Cursor` of ado_backend.h; the model works with any.
 namespace tamarok::ado {
 
 enum class CursorType : std::int32_t {
     Unspecified = -1,
     OpenForwardOnly = 0, ///< streams; MoveNext only
     OpenKeyset = 1,
-    OpenDynamic = 2, ///< MoveFirst runs the statement again and so sees rows that came since
-    OpenStatic = 3   ///< rows are kept as they are visited; moves in both directions
+    OpenDynamic = 2, ///< MoveFirst runs the statement again and so finds new rows
+    OpenStatic = 3   ///< keeps the rows that it has read; moves in both directions
 };
 
 enum class LockType : std::int32_t {
     Unspecified = -1, ///< read-only
     ReadOnly = 1,
-    Pessimistic = 2, ///< the current row stays locked in the database until the recordset moves or closes
+    Pessimistic = 2, ///< the current row is locked in the database until the recordset moves or closes
     Optimistic = 3,
-    BatchOptimistic = 4 ///< as Optimistic: every Update is sent at once
+    BatchOptimistic = 4 ///< as Optimistic: each Update is sent at once
 };
 
 enum class DataType : std::int32_t {
@@ -80,11 +80,11 @@ class Session;
 class Cursor;
 class Recordset;
 
-/// Something that lives on a connection's session and must let go of it before the session ends.
+/// An object that uses the session of a connection; it must be closed before the session is.
 class Dependent {
 public:
     virtual ~Dependent() = default;
-    /// Gives up everything held in the session, without errors, and detaches itself.
+    /// Releases everything held in the session, without errors, and detaches itself from the connection.
     virtual void release() noexcept = 0;
 
 protected:
@@ -93,7 +93,7 @@ protected:
     Dependent& operator=(const Dependent&) = delete;
 };
 
-/// An open connection to a database. Made by a back end's `connect`; the caller owns it.
+/// A connection to a database. A back end's `connect` makes it; the caller owns it.
 class Connection final : public Object {
 public:
     /// @param session         the back end's session, not null
@@ -103,36 +103,39 @@ public:
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    /// Runs one statement text or batch; a result set is dropped.
-    /// @return number of rows touched by the last counted statement, -1 where nothing was counted
-    /// Errors: 3709 closed; provider failures.
+    /// Runs one statement text, batch or stored procedure and discards its result sets.
+    /// @param options  -1, 1 or 8: a statement text; 4: the name of a stored procedure; 128 may be added
+    /// @return number of rows that the last counted statement changed, -1 if none was counted
+    /// Errors: 3709 for a closed connection, 5 for other options, failures of the database.
     std::int64_t Execute(std::string_view statement, std::int32_t options = -1);
 
-    /// Seconds that a statement may take, waits for locks included; 0 is without limit. Default 30.
+    /// Returns the time-out of a statement in seconds, waits for locks included; 0 means no limit. Default 30.
     std::int32_t CommandTimeout() const noexcept;
-    /// Error 5 below 0.
+    /// Sets the time-out in seconds. Error 5 below 0.
     void CommandTimeout(std::int32_t seconds);
 
     const std::string& ConnectionString() const noexcept;
     ObjectState State() const noexcept;
 
-    /// Ends the session; its locks fall and its recordsets are closed. Error 3704 if it is closed already.
+    /// Closes the recordsets of the connection, ends its session and releases the session's locks. Error 3704
+    /// if the connection is closed already.
     void Close();
 
-    /// Transactions of the caller; the library itself uses none. Error 3709 closed.
+    /// Transactions of the caller; the library itself uses none. Errors: 3709 for a closed connection, failures
+    /// of the database.
     void BeginTrans();
     void CommitTrans();
     void RollbackTrans();
 
-    /// Called with each statement text before it is sent, exactly as composed. A procedure call is
-    /// told as "EXEC name 'text', 2". Replaces the previous listener; an empty function removes it.
+    /// Sets a function that is called with each statement text before it is sent. A procedure call is passed
+    /// as "EXEC name 'text', 2". Replaces the previous listener; an empty function removes it.
     void listen(std::function<void(std::string_view)> listener);
 
-    /// The session, or Error 3709 where the connection is closed. For recordsets and commands.
+    /// Returns the session, for recordsets and commands. Error 3709 for a closed connection.
     Session& session() const;
-    /// Tells the listener, if there is one.
+    /// Passes a statement text to the listener, if there is one.
     void announce(std::string_view statement) const;
-    /// Open recordsets enter themselves here, so that closing the connection closes them first.
+    /// Registers an open recordset, so that Close closes it before the session ends.
     void attach(Dependent& dependent);
     void detach(const Dependent& dependent) noexcept;
 
@@ -151,29 +154,29 @@ private:
 
 using ConnectionRef = std::shared_ptr<Connection>;
 
-/// `*connection`, or Error 91 where the reference holds nothing.
+/// Returns the connection of a reference. Error 91 for an empty reference.
 Connection& require(const ConnectionRef& connection);
 
-/// One column of a recordset. Its value is that of the recordset's current row.
+/// One column of a recordset. Its value is that of the recordset's current row. After the recordset is closed
+/// every member fails with Error 3704.
 class Field final : public Object {
 public:
-    struct Source; ///< the recordset's shared state
+    struct Source; ///< the state of the recordset, shared by its fields
     Field(std::shared_ptr<Source> source, std::size_t ordinal);
     ~Field() override;
     Field(const Field&) = delete;
     Field& operator=(const Field&) = delete;
 
-    // Every member gives Error 3704 once the recordset is closed.
-
     const std::string& Name() const;
-    /// Value in the current row. Errors: 3021 no current row, 3704 closed.
+    /// Returns the value in the current row. Errors: 3021 without current row, 3704, failures of the database.
     Variant Value() const;
-    /// Sets the value of the row being edited or added; sent by Update. Error 3251 read-only.
+    /// Sets the value in the row that is edited or added; Update sends it. Empty is stored as Null, an object as
+    /// its default value. Errors: 3251 for a read-only recordset, 3021, 13 for an array or another object.
     void Value(const Variant& value);
     DataType Type() const;
-    /// Characters of a text column, bytes of any other; -1 where the column has no limit.
+    /// Returns the size in characters of a text column, in bytes of any other; -1 for a column without limit.
     std::int32_t DefinedSize() const;
-    /// The columns' names in the base table, empty for an expression.
+    /// Returns the name of the column in its base table and that of the table, "" for an expression.
     const std::string& BASECOLUMNNAME() const;
     const std::string& BASETABLENAME() const;
 
@@ -181,6 +184,8 @@ public:
     Variant get(std::string_view name, std::span<const Variant> args) const override;
     void put(std::string_view name, const Variant& value) override;
     Variant call(std::string_view name, std::span<Variant> args) override;
+    Variant defaultValue() const override; ///< Value
+    bool hasDefaultValue() const noexcept override { return true; }
 
 private:
     std::shared_ptr<Source> source_;
@@ -193,10 +198,11 @@ using FieldRef = std::shared_ptr<Field>;
 class FieldCollection {
 public:
     std::int32_t Count() const noexcept;
-    /// Error 3265 for an ordinal or name that is not there; names compare without regard to case.
+    /// Returns a field by ordinal, from 0, or by name, compared without regard to case. Of several columns of
+    /// one name the first is returned. Error 3265 for an unknown ordinal or name.
     Field& Item(std::int32_t ordinal) const;
     Field& Item(std::string_view name) const;
-    /// The same as a reference that can be kept and passed on.
+    /// The same as a shared reference, which may outlive the recordset.
     FieldRef share(std::int32_t ordinal) const;
     FieldRef share(std::string_view name) const;
 
@@ -210,84 +216,95 @@ private:
     mutable std::vector<std::int32_t> slots_; ///< hash table of the names: ordinals, -1 where free; built on first use
 };
 
-/// The rows of a statement. A forward-only read-only recordset streams: no row is kept.
+/// The rows of a statement. A forward-only read-only recordset streams: it holds the current row only.
 class Recordset final : public Object {
 public:
     Recordset();
-    ~Recordset() override; ///< closes, without errors; a pending edit is dropped
+    ~Recordset() override; ///< closes without errors and discards a pending edit
     Recordset(const Recordset&) = delete;
     Recordset& operator=(const Recordset&) = delete;
 
-    /// Runs `source` on `connection` and stands on the first row, or at EOF. A statement without a
-    /// result set leaves the recordset closed.
+    /// Runs a statement and moves to its first row, or to EOF if it has none. A statement without a result
+    /// set leaves the recordset closed.
+    /// @param source   statement text or name of a stored procedure
     /// @param options  -1, 1 or 8: a statement text; 4: the name of a stored procedure; 128 may be added
-    /// Errors: 3705 already open, 91 no connection, 3709 connection closed, 5 other options, 3251 a
-    /// pessimistic lock on rows that cannot be locked, provider failures.
+    /// Errors: 3705 if the recordset is open, 91 without connection, 3709 for a closed connection, 5 for other
+    /// options, 3251 for a pessimistic lock on rows that cannot be locked, failures of the database.
     void Open(std::string_view source, const ConnectionRef& connection,
               CursorType cursorType = CursorType::OpenForwardOnly, LockType lockType = LockType::ReadOnly,
               std::int32_t options = -1);
-    /// Releases rows and row locks. Errors: 3704 closed, 3219 while an edit is pending.
+    /// Releases rows and row locks. Errors: 3704 if the recordset is closed, 3219 while an edit is pending.
     void Close();
     ObjectState State() const noexcept;
 
-    /// Behind the last row / before the first one; both on an empty recordset. Error 3704 closed.
+    /// Returns whether the position is after the last row, before the first row; both are true if there are no
+    /// rows. Error 3704 for a closed recordset.
     bool AtEOF() const;
     bool AtBOF() const;
 
-    /// The columns; Error 3704 closed.
+    /// Returns the columns. Error 3704 for a closed recordset.
     const FieldCollection& Fields() const;
 
-    /// Number of rows, all of which are read for it; -1 on a forward-only or dynamic recordset.
-    /// Error 3704 closed.
+    /// Reads all rows and returns their number; -1 for a forward-only or dynamic recordset.
+    /// Error 3704 for a closed recordset.
     std::int64_t RecordCount() const;
 
-    /// Errors of the moves: 3704 closed, 3021 past the end or on an empty recordset, 3219 backwards
-    /// on a forward-only recordset (MoveLast included; MoveFirst does nothing on the first row).
-    /// A move sends a pending edit first. Where a pessimistic recordset cannot lock the row it moves
-    /// to, the move fails and there is no current row; the next move starts where the failed one did.
+    // Moves. A move sends a pending edit first. If a pessimistic recordset cannot lock the new row, the move
+    // fails and there is no current row; the next move starts where the failed one did.
+    // Errors: 3704 for a closed recordset; 3021 past the end and for a recordset without rows; 3219 backwards
+    // on a forward-only recordset, which includes MoveLast, but not MoveFirst on the first row.
+
     void MoveNext();
     void MoveFirst();
     void MoveLast();
     void MovePrevious();
-    /// @param rows  number of rows to move, negative backwards; 0 reads the current row anew
+    /// @param rows  number of rows to move, negative backwards; 0 reads the current row again
     void Move(std::int64_t rows);
 
-    /// All rows from the current one on (or at most `rows`) as an array of (field, row), zero-based,
-    /// leaving the recordset behind the last row taken. Errors: 3021 where there is none, 5 below -1.
+    /// Returns the rows from the current one on as an array with the indices (field, row), both from 0, and
+    /// moves past the last row returned.
+    /// @param rows  greatest number of rows, -1 for all
+    /// Errors: 3021 without current row, 5 below -1, 3704, failures of the database.
     VariantArray GetRows(std::int64_t rows = -1);
 
-    /// Moves to the next row for which "COLUMN operator value" holds (=, <>, <, <=, >, >=, LIKE with
-    /// leading or trailing *), or to EOF/BOF. The current row counts. Texts ('x', quotes doubled) are
-    /// compared without regard to case, numbers with a point, dates as #yyyy-mm-dd hh:mm:ss#; Null never
-    /// holds. @param skip rows to leave out before the search, 0 or more.
-    /// Errors: 5 for a criterion of another form, 13 for a value that does not fit the column, 3265 for
-    /// an unknown column, 3021 without a current row, 3219 backwards on a forward-only recordset.
+    /// Moves to the first row that meets a criterion, the current row included, or to EOF (BOF backwards).
+    /// @param criterion  "COLUMN operator value" with =, <>, <, <=, >, >= or LIKE, whose pattern may begin and
+    ///        end with *. The value is a text ('x', single quotes doubled), compared without regard to case, a
+    ///        number with ".", or a date #yyyy-mm-dd hh:mm:ss#. Null meets no criterion.
+    /// @param skip       number of rows to move before the search, 0 or more
+    /// Errors: 5 for a criterion of another form, 13 for a value that cannot be compared with the column, 3265
+    /// for an unknown column, 3021 without current row, 3219 backwards on a forward-only recordset.
     void Find(std::string_view criterion, std::int64_t skip = 0, SearchDirection direction = SearchDirection::Forward);
 
-    /// A second recordset over the same rows, standing on the first one, with a position of its own. It
-    /// holds no row locks; a clone of a pessimistic recordset is read-only. Error 3251 on a
-    /// forward-only one.
+    /// Returns a second recordset over the same rows with a position of its own, on the first row. It holds no
+    /// row locks; the clone of a pessimistic recordset is read-only. Error 3251 for a forward-only recordset.
     std::shared_ptr<Recordset> Clone() const;
 
-    /// A mark of the current row that can be set again, on clones too. Running a dynamic recordset again
-    /// ends its marks. Errors: 3251 on a forward-only one, 5 for a mark that names no row, 3021.
+    /// Returns a mark of the current row, or moves to a marked row. A mark is also valid for clones. It becomes
+    /// invalid when a dynamic recordset runs its statement again. Errors: 3251 for a forward-only recordset,
+    /// 5 for a mark of no row, 3021 without current row and for a deleted row.
     Variant Bookmark() const;
     void Bookmark(const Variant& mark);
 
-    /// 1-based number of the current row, or positionUnknown (forward-only, no current row), positionBOF,
-    /// positionEOF. Setting it: 5 below 1, 3021 past the end, 3251 on a forward-only one.
+    /// Returns the number of the current row from 1 on, or positionBOF, positionEOF, positionUnknown (for a
+    /// forward-only recordset and without current row).
     std::int64_t AbsolutePosition() const;
+    /// Moves to a row by its number. Errors: 5 below 1, 3021 past the end, 3251 for a forward-only recordset.
     void AbsolutePosition(std::int64_t position);
 
-    /// Editing; Error 3251 on a read-only recordset or rows that have no key. Setting a field's value
-    /// begins an edit. After AddNew fields are Null until set; Update makes the new row the current one.
-    /// Update of an optimistic recordset fails with 0x80040E38 where the row has been changed or deleted
-    /// since it was read. A failed Update leaves the edit pending.
+    // Editing. Setting the value of a field begins an edit of the current row.
+    // Errors: 3251 for a read-only recordset and for rows without key, 3704, failures of the database.
+
+    /// Begins a new row, all of whose fields are Null.
     void AddNew();
+    /// Sends the pending edit; a new row becomes the current row. A failed Update leaves the edit pending.
+    /// Error 0x80040E38 if the row of an optimistic recordset has been changed or deleted since it was read.
     void Update();
+    /// Discards the pending edit.
     void CancelUpdate();
-    /// Deletes the current row in the database; there is no current row until the next move.
-    /// Errors: 5 for another argument than 1 (the current record), 3219 during AddNew, 3021.
+    /// Deletes the current row in the database. There is no current row until the next move.
+    /// @param affect  1, the current record; Error 5 for any other number
+    /// Errors: 3219 during AddNew, 3021 without current row.
     void Delete(std::int32_t affect = 1);
 
     std::string_view typeName() const override;
@@ -311,7 +328,8 @@ struct Parameter {
     Variant value;
 };
 
-/// A statement or procedure with parameters. Positional: in a text, "?" marks a parameter.
+/// A statement or stored procedure with parameters. Parameters are positional: each "?" of a statement text
+/// takes the next one.
 class Command final : public Object {
 public:
     Command();
@@ -319,10 +337,11 @@ public:
     Command(const Command&) = delete;
     Command& operator=(const Command&) = delete;
 
+    /// Returns a parameter, which the caller appends to Parameters.
     Parameter CreateParameter(std::string_view name, DataType type,
                               ParameterDirection direction = ParameterDirection::Input, std::int32_t size = 0,
                               Variant value = {}) const;
-    /// The parameters in the order of the procedure's declaration.
+    /// Returns the parameters in the order of the procedure's declaration.
     std::vector<Parameter>& Parameters() noexcept;
     const std::vector<Parameter>& Parameters() const noexcept;
 
@@ -330,10 +349,11 @@ public:
     std::string CommandText;
     tamarok::ado::CommandType CommandType = tamarok::ado::CommandType::Text;
 
-    /// Runs it; a result set is dropped. Values are converted to their parameter's type, Empty to Null; a
-    /// text longer than its parameter's size is cut to it.
-    /// @return as Connection::Execute. Errors: 3709 without an open connection, 13 or 6 for a value that
-    /// does not fit its type, 3251 for a parameter that is not input, provider failures.
+    /// Runs the command and discards its result sets. Each value is converted to its parameter's type, Empty
+    /// to Null; a text longer than its parameter's size is cut.
+    /// @return as Connection::Execute
+    /// Errors: 3709 without open connection, 13 or 6 for a value that does not convert to its type, 3251 for a
+    /// parameter that is not an input parameter, failures of the database.
     std::int64_t Execute();
 
     std::string_view typeName() const override;
@@ -342,7 +362,7 @@ public:
     Variant call(std::string_view name, std::span<Variant> args) override;
 
 private:
-    std::shared_ptr<std::vector<Parameter>> parameters_; ///< shared with its late-bound collection, never null
+    std::shared_ptr<std::vector<Parameter>> parameters_; ///< shared with the late-bound collection, never null
 };
 
 } // namespace tamarok::ado

@@ -9,7 +9,7 @@
 
 #include "tamarok/ado.h"
 
-/// What a database back end implements: a session and a cursor, and nothing else.
+/// The interface of a database back end: a session and a cursor.
 namespace tamarok::ado {
 
 /// One column of a result.
@@ -21,13 +21,13 @@ struct ColumnInfo {
     std::int32_t definedSize = 0; ///< characters of a text, bytes of any other type
 };
 
-/// A statement on its way to the database.
+/// A statement that a session runs.
 struct Statement {
     std::string_view text;                      ///< statement text, batch, or procedure name
     std::span<const Parameter> parameters = {}; ///< values for "?" or the procedure's parameters
     CursorType cursorType = CursorType::OpenForwardOnly;
     LockType lockType = LockType::ReadOnly;
-    std::int32_t timeoutSeconds = 30; ///< 0 without limit; waits for locks count
+    std::int32_t timeoutSeconds = 30; ///< 0 means no limit; waits for locks are included
     bool procedure = false;           ///< `text` is the name of a stored procedure
 };
 
@@ -37,39 +37,43 @@ struct Assignment {
     Variant value;
 };
 
-/// The rows of one open statement, stepped forward. Destruction releases everything it holds, row
-/// locks included. All failures are `Error`s with the provider's numbers.
+/// The rows of one open statement, read forward. The destructor releases everything, row locks included. All
+/// failures are `Error`s with the provider's numbers.
 class Cursor {
 public:
     virtual ~Cursor() = default;
 
-    /// Empty where the statement had no result set.
+    /// Returns the columns of the result; none if the statement has no result set.
     virtual const std::vector<ColumnInfo>& columns() const = 0;
 
-    /// Steps to the next row (the first one after opening). False at the end, and ever after.
+    /// Moves to the next row; the first call moves to the first row. Returns false at the end, also if called
+    /// again.
     virtual bool next() = 0;
 
-    /// Value of a column in the row that `next` has reached, typed by the column's type: Boolean,
-    /// Integer (SmallInt, UnsignedTinyInt), Long, LongLong, Double, Date, String or Null.
+    /// Returns the value of a column in the current row, of the kind that the column's type demands: Boolean,
+    /// Integer (SmallInt, UnsignedTinyInt), Long, LongLong, Double, Date, String; or Null.
     virtual Variant value(std::size_t column) const = 0;
 
-    /// Runs the statement again from the start; `next` then gives the first row.
+    /// Runs the statement again; `next` then moves to the first row.
     virtual void restart() = 0;
 
-    // The rest serves recordsets that are not read-only. Rows are named by a key that stays the
-    // same while the row lives. The default implementations throw Error 3251.
+    // Editing and locking of rows. A row has a key that does not change while the row exists. The default
+    // implementations throw Error 3251.
 
+    /// Returns whether the rows have keys, so that they can be edited and locked.
     virtual bool updatable() const { return false; }
+    /// Returns the key of the current row.
     virtual std::int64_t rowKey() const;
-    /// Locks a row against change and deletion by any other session, until unlockRow, another
-    /// lockRow, or the cursor's end, the end of the process included. Waits up to the statement's
-    /// time-out, then Error 0x80040E31. Error 0x80040E23, or success, where the row has gone.
+    /// Locks a row against change and deletion by other sessions until unlockRow, the next lockRow or the
+    /// destruction of the cursor; the end of the process, however it comes, releases the lock too.
+    /// Errors: 0x80040E31 after the statement's time-out, 0x80040E23 for a deleted row (a back end may also
+    /// succeed; `readRow` then returns false).
     virtual void lockRow(std::int64_t key);
     virtual void unlockRow();
     virtual void updateRow(std::int64_t key, std::span<const Assignment> assignments);
     virtual std::int64_t insertRow(std::span<const Assignment> assignments);
     virtual void deleteRow(std::int64_t key);
-    /// The row's present values; false where it has gone.
+    /// Reads the present values of a row. Returns false for a deleted row.
     virtual bool readRow(std::int64_t key, std::vector<Variant>& values);
 };
 
@@ -78,14 +82,14 @@ class Session {
 public:
     virtual ~Session() = default;
 
-    /// The back end's name, for the source of errors ("Tamarok embedded database").
+    /// Returns the name of the back end, the source of its errors: "Tamarok embedded database".
     virtual std::string_view name() const = 0;
 
-    /// Opens the first result set of a statement or batch; the statements before it have run.
+    /// Runs a statement or batch up to its first result set and returns a cursor on it.
     virtual std::unique_ptr<Cursor> open(const Statement& statement) = 0;
 
-    /// Runs a statement, batch or procedure to its end and drops result sets.
-    /// @return rows touched by the last counted statement, -1 where nothing was counted
+    /// Runs a statement, batch or procedure to its end and discards its result sets.
+    /// @return number of rows that the last counted statement changed, -1 if none was counted
     virtual std::int64_t execute(const Statement& statement) = 0;
 
     virtual void begin() = 0;

@@ -7,7 +7,7 @@ namespace tamarok {
 /// The version of the library. The class has no state.
 class C_Version {
 public:
-    /// Major and minor version as whole numbers, divided by a point: "2.0".
+    /// Returns major and minor version as whole numbers, separated by a point: "2.0".
     std::string DLL_Version() const;
 };
 

@@ -13,56 +13,59 @@ namespace tamarok {
 
 struct TmkVar;
 
-/// Conversions between what a form shows and what SQL needs. Dates follow the format of the
-/// connected database in one direction and the machine's regional order in the other; numbers are
-/// plain character filters. Regional settings are those of the calling thread's platform.
+/// Converts between the texts of forms and of SQL. Dates follow the format of the connected database or the
+/// regional date order of the calling thread's platform. Number texts are filtered character by character.
 class Comm_Conv {
 public:
-    /// A date's text in the format that the database expects, without leading zeros and without
-    /// time; the caller puts it between quotes.
-    /// @param strDate        anything; what is no date comes back unchanged
-    /// @param strDateFormat  order code (DMY, MDY, YMD, YDM in any case, parts joined by "/"), or
-    ///        tokens DD, MM, YY, YYYY (upper case) joined by "." or "-". MON and MONTH append
-    ///        nothing. An unknown token, so also a format with "/", is told by a "Critical Error"
-    ///        message and appends nothing. An unknown order code leaves the date unchanged.
-    /// A year below 1900 counts as 1900 plus its last two digits.
+    /// Returns the text of a date in the format of the database, without leading zeros and without time.
+    /// The caller puts it between quotes. A year below 1900 becomes 1900 plus its last two digits.
+    /// @param strDate        any value; a value that is no date is returned unchanged
+    /// @param strDateFormat  an order code (DMY, MDY, YMD, YDM in any case), which joins the parts by "/"; or
+    ///        the tokens DD, MM, YY, YYYY (upper case), separated by "." or "-". An unknown order code returns
+    ///        `strDate` unchanged. MON and MONTH append nothing. An unknown token shows the message "Critical
+    ///        Error" and appends nothing; a format with "/" is one such token. Required by the contract.
+    /// Errors: 91 if a message is due and the platform has no message box.
     Variant TransDate(const Variant& strDate, std::string_view strDateFormat) const;
 
-    /// Number text for SQL: each "," becomes ".", any other character equal to
-    /// `strThousantSep_dll` (one character, or "" for none) is dropped. The comma goes first, so a
-    /// thousands mark "," is never dropped.
+    /// Returns a number text for SQL: each "," becomes "." and each thousands separator is removed. A thousands
+    /// separator "," becomes "." instead. Required by the contract. Do not correct.
+    /// @param strThousantSep_dll  one character; a text of any other length removes nothing
     std::string NoComma(std::string_view strVar, std::string_view strThousantSep_dll) const;
 
-    /// Each "," becomes ".".
+    /// Replaces each "," by ".".
     std::string NoComma3(const std::string& strVar) const;
 
-    /// Every blank dropped.
+    /// Removes every blank.
     std::string NoSpace(const std::string& strValue) const;
 
-    /// The name as it stands.
+    /// Returns its argument unchanged, in spite of the name. Required by the contract. Do not correct.
     std::string AddBrackets(const std::string& rObjName) const;
 
-    /// `rstring` behind two blanks for each character that it lacks of `rnumber`.
-    /// Error 5 where it is longer than `rnumber` characters.
+    /// Returns `rstring`, left-padded with two blanks per character that it lacks to the length `rnumber`.
+    /// Error 5 if it is longer than `rnumber` characters.
     std::string AddSpaces(const std::string& rstring, std::int16_t rnumber) const;
 
-    /// A text "month/day/year" as the regional short form, without time.
-    /// Errors: 5 with fewer than two "/", 13 where the parts make no date.
+    /// Converts a text "month/day/year" to the regional short date.
+    /// Errors: 5 for a text with fewer than two "/", 13 if the parts are no date.
     std::string NationalDate(std::string_view USDate) const;
 
-    /// A regional date text by the option USDATE of the database: 0 (also without a row) gives
-    /// day/month/year, 1 month/day/year, anything else "".
-    /// Errors: 13 for a text that is no date, 91 without connection, provider failures.
+    /// Converts a regional date text by the option USDATE of the database: 0, Null and a missing row give
+    /// "day/month/year", 1 gives "month/day/year", any other value "". In spite of the operation's name
+    /// the default has the day first. Required by the contract. Do not correct.
+    /// Errors: 13 for a text that is no date, 91 without connection, failures of the database.
     std::string USDate(std::string_view NationalDate, const ado::ConnectionRef& dbAdo) const;
 
-    /// A regional date text, with a spelled month and a time if need be, as "month/day/year". A
-    /// regional order that is none of the four known ones gives the text behind the first separator.
-    /// Errors: 5 with fewer than two separators, 13 where a part is no number.
+    /// Converts a regional date text, with an English month abbreviation if the regional short date spells the
+    /// month and with a time after it, to "month/day/year". If the regional order is unknown, returns the
+    /// text after the first separator.
+    /// Errors: 5 for a text with fewer than two separators, 13 if a part is no number.
     std::string USDateA(std::string_view NationalDate) const;
 
-    /// The select expression that shows a 0/1 column as words: text 6 for 1, text 5 for anything
-    /// else, Null included. The two texts are fetched once per instance, whatever record later calls
-    /// bring. @param strLanguage accepted and not used
+    /// Returns the select expression that shows a 0/1 column as words: text 6 of the language service for 1,
+    /// text 5 for any other value and Null. The instance caches the two texts: later calls use them with any
+    /// session record. Quotes in the texts are not escaped.
+    /// @param strLanguage  not used
+    /// Error 91 without a language service.
     std::string ConvBoolSQLColumnToStr(const TmkVar& tmkVar, std::string_view strColumn, std::string_view strLanguage);
 
 private:

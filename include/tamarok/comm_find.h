@@ -5,16 +5,19 @@
 
 namespace tamarok {
 
-/// Two scanners of text.
+/// Counts occurrences of a substring and extracts the n-th field of a separated text.
 class Comm_find {
 public:
-    /// How often `strFChar` occurs in `sTmpString`, without regard to case; occurrences of a longer
-    /// text may overlap. Error 6 above 32767.
+    /// Returns how often `strFChar` occurs in `sTmpString`, ignoring case. Occurrences may overlap: "aa" occurs
+    /// twice in "aaa". Error 6 above 32,767 occurrences.
     std::int16_t FindNumOfChar(const std::string& sTmpString, const std::string& strFChar) const;
 
-    /// Field `tmp_Number`, counted from 0, of a text separated by the one character `strFChar`. Beyond
-    /// the last field the last one, below 0 the first one; a separator of more than one character
-    /// never matches. Error 6 above 32767 separators.
+    /// Returns a field of a separated text.
+    /// @param strFChar    the separator, one character, compared exactly; a longer text never matches, so that
+    ///        the whole text is returned
+    /// @param tmp_Number  number of the field, from 0; above the last field the last one is returned, below 0
+    ///        the first one
+    /// Error 6 above 32,767 separators.
     std::string FindSubstring(const std::string& sTmpString, const std::string& strFChar,
                               std::int16_t tmp_Number) const;
 };

@@ -12,70 +12,89 @@
 
 namespace tamarok {
 
-/// Reading of values: fields, small look-ups, options of the installation, and the filters of input
+/// Reads values: fields, single values of tables, options of the installation. Filters the input of text
 /// boxes. The class has no state.
 class Comm_Get {
 public:
-    // Value readers. They differ in what they give for Null; choose by the default that is wanted. A
-    // value may be an ADODB.Field, whose value then counts. A value that does not convert is Error 13.
+    // Value readers. They differ in what they return for Null. An object, such as a Field, counts as its default
+    // value. Texts convert under the regional settings unless stated otherwise.
+    // Errors: 13 for a value that does not convert, 6 outside the range of the type, 91 for an empty object
+    // reference, 438 for an object without default value, 3021 and 3704 of a field.
 
-    /// The value as text, blanks taken off both ends unless `NoTrim`. Null gives one blank, or "" with
-    /// `NoSpaces`. The text of a value that is handed over (`Fields().Item(0).Value()`) is not copied.
+    /// Returns the value as text, without the blanks at both ends. Null gives one blank, so that a list cell
+    /// is not empty. The text of an rvalue (`Fields().Item(0).Value()`) is moved, not copied.
+    /// @param NoSpaces  Null gives ""
+    /// @param NoTrim    keeps the blanks at both ends
     std::string Get_String(Variant value, bool NoSpaces = false, bool NoTrim = false) const;
-    /// The number as plain text with "." whatever the regional settings are. Null gives one blank.
+    /// Returns the number as text with ".", independent of the regional settings; a text must be such a number
+    /// too. Null gives one blank.
     std::string Get_Number(const Variant& value) const;
-    /// The value as a number; Null gives 0.
+    /// Returns the value as a number; Null gives 0.
     double Get_Number_N(const Variant& value) const;
-    /// The value as a date; Error 94 for Null.
+    /// Returns the value as a date. Error 94 for Null.
     Date Get_Date_N(const Variant& value) const;
-    /// The value as a date; Null gives today.
+    /// Returns the value as a date; Null gives today without time.
     Date Get_Datum(const Variant& value) const;
-    /// The value as text, untrimmed; Null gives "".
+    /// Returns the value as text with its blanks; Null gives "".
     std::string Get_Val(const Variant& value) const;
-    /// What stands behind the first "R" of a list or tree key ("R123" gives "123"); without one the
-    /// whole key, and "" for a key of at most one character.
+    /// Returns the part of a list or tree key after its first "R": "R123" gives "123", "AR7" gives "7". A key
+    /// without "R" is returned whole. A key of at most one character gives "".
     std::string Get_Key(std::string_view strValue) const;
-    /// A column of the current row as text. Null and blanks give "", a spelling of true (TRUE, WAHR,
-    /// VRAI in any case) gives "TRUE". Errors: 3265 unknown column, 3021 no current row.
+    /// Returns a column of the current row as text. Null and blanks give ""; TRUE, WAHR and VRAI in any case
+    /// give "TRUE". Errors: 3265 for an unknown column, 3021 without current row, 3704.
     std::string Get_Text(std::string_view column, ado::Recordset& tmpRecordSet) const;
 
-    // Look-ups of one value by the one read idiom. The texts are pasted as they stand; failures of
-    // the database are passed on.
+    // Look-ups of one value. Each operation runs one query. Arguments are inserted into the SQL verbatim,
+    // without escaping. Errors: 91 without connection, failures of the database.
 
-    /// The text behind a foreign key: the value of `column` in the current row of `primaryRS` is put
-    /// behind `strSQL`, and the first column of the first row is the result. "" for a Null key (no
-    /// statement is sent), for no row, and for Null.
+    /// Returns the text that belongs to a foreign key: appends the value of `column` in the current row of
+    /// `primaryRS` to `strSQL` and returns the first column of the first row. Without a row and for Null
+    /// returns ""; for a Null key also, without running the query.
+    /// @param strSQL  statement that ends where the key must stand, such as "... WHERE ID = "
     std::string Get_RelatedText(std::string_view column, std::string_view strSQL, ado::Recordset& primaryRS,
                                 const ado::ConnectionRef& db_ADO_dll) const;
-    /// One value as Get_String gives it; "" where there is no row.
-    /// @param sqlWhere  condition; only "" is none. On Oracle the row limit binds before it.
+    /// Returns one value as Get_String does: one blank for Null. Returns "" without a row.
+    /// @param column    column or expression
+    /// @param sqlWhere  condition; an empty text means no condition, blanks are a condition that the database
+    ///        refuses. On Oracle `ROWNUM = 1 AND` precedes it, so a condition with OR needs brackets.
     std::string Get_FieldValue(const TmkVar& tmkVar, std::string_view column, std::string_view table,
                                std::string_view sqlWhere) const;
-    /// One value as a number; 0 for Null and where there is no row. @param sqlWhere blanks are none
+    /// Returns one value as a number, 0 for Null and without a row.
+    /// @param sqlWhere  condition as for Get_FieldValue, but blanks mean no condition
     double Get_FieldValueN(const TmkVar& tmkVar, std::string_view column, std::string_view table,
                            std::string_view sqlWhere) const;
-    /// How many characters a form lets a person type for a column: a text's or date's defined size, 11
-    /// for a float, 0 (no limit) for anything else.
+    /// Returns the number of characters that a form accepts for a column: the defined size of a text or date
+    /// column, 11 for a floating-point column, 0 (no limit) for any other type.
     std::int32_t Get_FieldSize(std::string_view table, std::string_view column, const TmkVar& tmkVar) const;
 
-    // Input filters. They work with the control's run-time properties; a key is refused by setting it
-    // to 0. Keys 8 (Backspace) and 13 (Enter) pass unless told otherwise. A control without a needed
-    // property fails the call (438).
+    // Input filters. They read and set the properties of the control by name. A refused key becomes 0. Keys 8
+    // (Backspace) and 13 (Enter) pass unless stated otherwise. Error 438 for a control without a needed
+    // property.
 
-    /// Lets digits pass, one decimal separator with `blnDecSep`, and a sign in front with
-    /// `bolNegativ`. @return the key, which is also written to `KeyAscii`
+    /// Accepts digits.
+    /// @param KeyAscii   the key; set to 0 if it is refused
+    /// @param blnDecSep  accepts one decimal separator
+    /// @param bolNegativ accepts a minus as first character, and no key before a minus
+    /// @return the key, as in `KeyAscii`
     std::int16_t OnlyNumbers(std::int16_t& KeyAscii, bool blnDecSep, Object& ActiveControl, bool bolNegativ) const;
-    /// Lets pass what keeps the box a number of the pattern `strFormat` ("0000.00", "-000.0": room for
-    /// whole digits, decimals, a sign). "." and "," both make the machine's separator; a separator
-    /// typed first gets a "0" before it; a separator stays while decimals stand behind it. The pattern
-    /// becomes the box's DataFormat. Deletes the selection when a key may enter. A control that is no
-    /// TextBox is left alone; a locked one takes Enter only.
+    /// Accepts a key if the text of the box remains a number of the pattern `strFormat`: "0000.00" has room for
+    /// four whole digits and two decimals, "-000.0" also accepts a minus.
+    ///
+    /// - Sets the DataFormat of the box to the pattern.
+    /// - "." and "," both become the decimal separator of the machine.
+    /// - Inserts "0" before a separator that has no digit before it.
+    /// - Backspace does not delete the separator while decimals follow it.
+    /// - Deletes the selection before it judges a digit, sign or separator.
+    /// - Ignores a control that is no TextBox. A locked box accepts Enter only.
     void OnlyNumbersKeyPress(std::int16_t& KeyAscii, Object& ActiveControl, const std::string& strFormat) const;
-    /// Tidies the box when it is left: clears what is no number or has no room in the pattern, and
-    /// formats the rest. @param strFormat pattern, "" for the box's DataFormat
+    /// Checks the box when the focus leaves it: clears a text that is no number or has more digits than the
+    /// pattern, and formats any other by the pattern.
+    /// @param strFormat  pattern, "" for the DataFormat of the box; does nothing if that is empty too
+    /// Error 6 for a number that is too large.
     void OnlyNumbersLostFocus(Object& ActiveControl, const std::string& strFormat = {}) const;
-    /// Lets a date be typed as two, two and four digits with "." between; the shape only.
-    /// @return the key, 0 where it is refused
+    /// Accepts a key of a date typed as two, two and four digits separated by ".". Checks the shape, not the
+    /// date: "99.99.9999" passes.
+    /// @return the key, 0 if it is refused
     std::int16_t OnlyDate(std::int16_t KeyAscii, Object& ActiveControl) const;
 
     // Options, table OPTIONEN. A property without a row has a default value; reading it calls the procedure

@@ -11,49 +11,51 @@
 
 namespace tamarok {
 
-/// Writing of values: SQL fragments, single columns, options of the installation. The class has no
-/// state.
+/// Writes values: SQL fragments, single columns, options of the installation. The class has no state.
 class Comm_Set {
 public:
-    // Fragments of SQL text. None doubles a quote.
+    // Fragments of SQL text. None of these functions escapes single quotes.
 
-    /// The value in single quotes, NULL for "".
+    /// Returns the value in single quotes, NULL for "".
     std::string Set_StrVal(std::string_view value) const;
-    /// The value as it stands, NULL for "".
+    /// Returns the value unchanged, NULL for "".
     std::string Set_NumVal(std::string_view value) const;
-    /// A condition: `wald` (a column's name) and " = '...'", or " IS NULL" for "".
+    /// Returns a condition: `wald`, which is the name of a column, and " = '...'", or " IS NULL" for "".
     std::string Set_StrVal2(std::string_view value, std::string_view wald = {}) const;
 
-    // Writers of one column: each runs one UPDATE with the condition `sqlWhere` as it stands; how many
-    // rows it touches is not looked at. Errors: 91 without connection, 13 for a value without a text
-    // form, failures of the database. `par_strThousantSep_dll` is the thousands mark to drop.
+    // Writers of one column. Each runs one UPDATE. Names and the condition `sqlWhere` are inserted into the SQL
+    // verbatim. An UPDATE that changes no row is a success. `par_strThousantSep_dll` is the thousands separator
+    // to remove from a number text. An object, such as a Field, counts as its default value.
+    // Errors: 91 without connection and for an empty object reference, 13 for a value that is no text, 438 for
+    // an object without default value, 3709 for a closed connection, failures of the database.
 
-    /// A number text; "", blanks and exactly "0" write NULL.
+    /// Writes a number text as number; "", blanks and exactly "0" write NULL.
     void Set_Number(std::string_view column, std::string_view value, std::string_view table, std::string_view sqlWhere,
                     const ado::ConnectionRef& db_ADO_dll, std::string_view par_strThousantSep_dll) const;
-    /// A number of any kind, through its regional text; Null writes NULL.
+    /// Writes the regional text of a value as number; Null writes NULL. An empty text makes a statement that
+    /// the database refuses.
     void Set_Number2(const std::string& column, const Variant& value, std::string_view table, std::string_view sqlWhere,
                      const ado::ConnectionRef& db_ADO_dll, std::string_view par_strThousantSep_dll) const;
-    /// A text, quotes doubled; "" writes NULL.
+    /// Writes a text and escapes its single quotes; "" writes NULL.
     void Set_Text(std::string_view column, std::string_view value, std::string_view table, std::string_view sqlWhere,
                   const ado::ConnectionRef& db_ADO_dll) const;
-    /// A number's text in a text column: comma to point, thousands mark out, quotes not doubled; Null
-    /// writes NULL.
+    /// Writes a number text into a text column: "," becomes ".", the thousands separator is removed, single
+    /// quotes are not escaped; Null writes NULL.
     void Set_Text2(std::string_view column, const Variant& value, std::string_view table, std::string_view sqlWhere,
                    const ado::ConnectionRef& db_ADO_dll, std::string_view par_strThousantSep_dll) const;
-    /// A value's regional text as it stands, quotes not doubled; Null writes NULL. The thousands mark
-    /// is not used.
+    /// Writes the regional text of a value into a text column, without escaping single quotes; Null writes
+    /// NULL. `par_strThousantSep_dll` is not used.
     void Set_Text3(std::string_view column, const Variant& value, std::string_view table, std::string_view sqlWhere,
                    const ado::ConnectionRef& db_ADO_dll, std::string_view par_strThousantSep_dll) const;
-    /// 1 or 0.
+    /// Writes 1 for true, 0 for false.
     void Set_Boolean(std::string_view column, bool value, std::string_view table, std::string_view sqlWhere,
                      const ado::ConnectionRef& db_ADO_dll) const;
 
-    /// Makes a number text follow the decimal separator `glDecSep`: the first occurrence of the other
-    /// one of "." and "," is replaced. With any other `glDecSep` the first character is.
+    /// Replaces the first "," of a number text by `glDecSep` ".", or the first "." by `glDecSep` ",". With any
+    /// other `glDecSep` replaces the first character. Required by the contract. Do not correct.
     std::string Set_Separator(std::string_view value, std::string_view glDecSep) const;
 
-    /// Selects the whole content of a ComboBox or TextBox; leaves any other control, or none, alone.
+    /// Selects the whole text of a ComboBox or TextBox. Ignores any other control and an empty reference.
     void Select_Text(const ObjectRef& ControlActive = {}) const;
 
     // Access levels.

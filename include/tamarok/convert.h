@@ -1,112 +1,132 @@
 #pragma once
 
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 
-#include "tamarok/plain_number.h"
 #include "tamarok/platform.h"
 #include "tamarok/regional.h"
 #include "tamarok/variant.h"
 
-/// The one home of conversions between values and text. Functions without a Regional use the
-/// calling thread's.
+/// Conversions between values and text, and between types. All conversions of the library are here;
+/// patterns are in format.h. Functions without a `Regional` use the regional settings of the calling
+/// thread's platform.
+///
+/// An object with a default value, such as a recordset's Field, converts as that value. Any other object
+/// is Error 13, an empty object reference Error 91.
 namespace tamarok::convert {
 
-/// Longest text of a number: sign, 15 digits, point, leading zeros or exponent.
+// Values to text.
+
+/// Buffer size for `writeNumber`: sign, 15 digits, separator, leading zeros or exponent.
 inline constexpr std::size_t maxNumberText = 32;
 
-/// A number as text: shortest form with at most 15 significant digits, no grouping, no separator on
-/// a whole number; from 1E+15 on and below 1E-4 as "1.5E+20", "1E-05", an exponent of two digits at
-/// least. Error 6 for a number that is not finite.
+/// Returns a number as text with at most 15 significant digits, without grouping and without trailing
+/// zeros: "0.5", "-1234.25", "7". From 1E+15 on and below 1E-4 in exponent form with at least two
+/// exponent digits: "1.5E+20", "1E-05". The separator is `regional.decimal`.
+/// Error 6 for a number that is not finite.
 std::string toText(double number, const Regional& regional);
-/// The same with "." whatever the regional settings are.
+
+/// Returns the same text with "." as separator.
 std::string toPlainText(double number);
-/// The same into `buffer` (at least maxNumberText); `decimal` is the separator. Returns the length,
-/// 0 for a number that is not finite.
+
+/// Writes the same text into `buffer`, which has room for `maxNumberText` characters.
+/// @return the length, 0 for a number that is not finite
 std::size_t writeNumber(double number, std::span<char> buffer, char decimal = '.') noexcept;
 
-/// A date as text in the regional short form, rounded to whole seconds: date alone where the time is
-/// midnight, time alone on day 0, else both with a blank. Error 6 outside the range of dates.
+/// Returns a date as text by the regional date and time patterns, rounded to whole seconds: the date alone
+/// at midnight, the time alone on day 0 (30 December 1899), otherwise both with a blank between.
+/// Error 6 outside the years 100 to 9999.
 std::string toText(Date date, const Regional& regional);
 
-/// Any value as text: Null fails (94), Empty gives "", Boolean its regional words, Object and Array
-/// fail (13; an ADO field counts as its value, as in every conversion; an object that holds nothing
-/// is 91).
+/// Returns any value as text. Empty gives "", a Boolean the regional words for true and false.
+/// Errors: 94 for Null, 13 for an array or an object without default value, 91, 6.
 std::string toText(const Variant& value, const Regional& regional);
 std::string toText(const Variant& value);
 
-/// Number out of text as a person types it: surrounding blanks, sign before or behind, thousands
-/// marks between digits of the whole part wherever they stand, exponent (E or D). Where the mark is
-/// a blank of any kind, every kind of blank counts as it; where it is an apostrophe, either kind.
-/// Nothing where it is no number, currency signs, brackets and a number beyond the doubles included.
-std::optional<double> parseNumber(std::string_view text, const Regional& regional) noexcept;
-/// Any other text than the usual ones, into `number`; for readNumber.
-bool readUnusualNumber(std::string_view text, const Regional& regional, double& number) noexcept;
-/// The same into `number`, which stays as it is where the text is no number (false). For tables of
-/// numbers: an optional is given back through memory, at twice the cost of reading a short number.
-inline bool readNumber(std::string_view text, const Regional& regional, double& number) noexcept
-{
-    if (regional.decimal.size() == 1 && readPlainNumber(text, regional.decimal.front(), number)) [[likely]]
-        return true;
-    return readUnusualNumber(text, regional, number);
-}
-/// Number with "." only, as SQL and files have it: a sign before it, an exponent; no blanks, no marks.
-std::optional<double> parsePlainNumber(std::string_view text) noexcept;
+/// Returns a number text as SQL needs it: each "," becomes "." and each thousands separator is removed. A
+/// thousands separator "," becomes "." instead. Required by the contract. Do not correct.
+/// @param thousands  one character; a text of any other length removes nothing
+std::string toSqlNumber(std::string_view numberText, std::string_view thousands = {});
 
-/// Date out of text: day, month and year in the regional order, divided by points, slashes, hyphens
-/// or blanks; two- and four-digit years (00-29 is 20xx, 30-99 is 19xx, any other below 100 as well);
-/// month names long and short, regional and English; a time alone, behind or before the date, with
-/// AM and PM; ISO dates always.
+/// Returns the regional text of a number with "." for ",".
+/// Error 6 for a number that is not finite.
+std::string toSqlNumber(double number, const Regional& regional);
+
+// Text to values.
+
+/// Reads a number as a person types it. Allowed are blanks around it, a sign before or after it, thousands
+/// separators anywhere between the digits before the decimal separator, and an exponent (E or D). If
+/// the thousands separator is a kind of blank, every kind of blank is accepted for it; the same holds
+/// for apostrophes.
+/// @return nothing for any other text, such as one with a currency sign or brackets, and for a number
+/// beyond the range of double
+std::optional<double> parseNumber(std::string_view text, const Regional& regional);
+
+/// Reads a number with "." as decimal separator, as SQL text and files have it: sign, digits, exponent; no
+/// blanks and no thousands separators. Nothing for any other text.
+std::optional<double> parsePlainNumber(std::string_view text);
+
+/// Reads a date as a person types it: day, month and year in the regional order, separated by points,
+/// slashes, hyphens or blanks; months also by name, long and short, regional and English; a time alone, or
+/// before or after the date, also with AM and PM; ISO dates always.
 ///
-/// A year of three or four digits, or above 31, is seen wherever it stands. Where day and month do
-/// not fit the regional order but fit the other way round (13/02/2024 under M/d), they change
-/// places; with the year first they never do. A year that is missing is the current one by the
-/// platform's clock, a day that is missing (month and four-digit year) the first. A date of ISO
-/// shape is one, except on a machine whose own short date is year-day-month with hyphens. Under a
-/// pattern with the year first, a date with the year last is read day first.
+/// - A two-digit year from 00 to 29 is 20xx, from 30 to 99 is 19xx.
+/// - A number of three or four digits, or above 31, is the year, wherever it stands.
+/// - If day and month do not fit the regional order, they are exchanged (13/02/2024 under M/d). This does
+///   not happen with the year first.
+/// - A missing year is the current one; a missing day (month and four-digit year) is the first.
+/// - A text of ISO shape is an ISO date, except where the regional short date is year-day-month with hyphens.
+/// - Under a pattern with the year first, a date with the year last is read day first.
 ///
-/// Nothing where it is no date: 31.02. is none.
+/// @return nothing for any other text and for a day that does not exist, such as 31.02.
 std::optional<Date> parseDate(std::string_view text, const Regional& regional);
 
-/// Numbers, Booleans, Empty and texts that are numbers. Never a Date, Null, array or object.
+/// Returns whether a value is a number: a numeric type, Boolean, Empty, or a text that `parseNumber` reads.
+/// False for dates, Null, arrays and objects without default value.
 bool isNumeric(const Variant& value, const Regional& regional);
 bool isNumeric(const Variant& value);
-/// Dates within their range and texts that are dates.
+
+/// Returns whether a value is a date within the years 100 to 9999 or a text that `parseDate` reads.
 bool isDate(const Variant& value, const Regional& regional);
 bool isDate(const Variant& value);
 
-/// Conversions to a type, as an assignment does them. Null fails (94), Empty is 0, "" or day 0, a
-/// text that is no number fails (13), a value out of range fails (6). Halves round to even. Boolean
-/// true is -1, a Date its days. A text becomes a date only where parseDate reads one.
+// Values to types, as an assignment to a variable of that type converts them. Empty is 0, "" or day 0; a
+// Boolean true is -1; a Date counts as its number of days; halves round to the even number.
+// Errors: 94 for Null, 13 for a text or object that does not convert and for arrays, 6 outside the range of
+// the type, 91.
+
 std::int16_t toInteger(const Variant& value);
 std::int32_t toLong(const Variant& value);
 std::int64_t toLongLong(const Variant& value);
 double toDouble(const Variant& value);
+
+/// A text becomes a date if `parseDate` reads it; a number is the number of days.
 Date toDate(const Variant& value);
-/// Numbers: not 0; texts: the regional words, "True"/"False" in any case, or a number.
+
+/// A number is true unless it is 0. A text is one of the regional words for true and false, "True" or
+/// "False" (in any case), or a number.
 bool toBoolean(const Variant& value);
 
-/// Overflow-checked narrowing of computed values; Error 6 names `what`.
+// Arithmetic.
+
+/// Returns `value` in the narrower type. Error 6, which names `what`, outside its range.
 std::int16_t checkedInteger(std::int64_t value, std::string_view what);
 std::int32_t checkedLong(std::int64_t value, std::string_view what);
 
-/// Rounds to `places` decimals (0 to 22, Error 5 otherwise): the scaled double to the nearest whole
-/// number, an exact .5 to the even one, and divided back. 0.125 gives 0.12, 2.675 gives 2.68.
+/// Rounds to decimals: scales the number by a power of ten, rounds the product to the nearest whole number,
+/// an exact .5 to the even one, and divides again. 0.125 gives 0.12, 2.675 gives 2.68.
+/// @param places  0 to 22; Error 5 otherwise
 double roundHalfEven(double number, std::int32_t places);
 
-/// The nearest whole number, an exact .5 to the even one.
+/// Returns the nearest whole number; an exact .5 goes to the even one. The result is never -0.
 inline double nearestEven(double number) noexcept
 {
-    // From 2^52 on a double has no decimals; below, adding 2^52 leaves no room for them, and the
-    // processor's own rounding is to the nearest with halves to even.
-    constexpr double noDecimals = 4503599627370496.0;
-    if (!(std::abs(number) < noDecimals)) return number;
-    const double shift = std::copysign(noDecimals, number);
-    return (number + shift) - shift;
+    return std::nearbyint(number) + 0.0;
 }
 
 } // namespace tamarok::convert

@@ -13,24 +13,24 @@ namespace ado {
 class Command;
 }
 
-/// The language and procedure service of the sibling library Tamarok_Loc. The library makes one
-/// for the length of an operation through `Platform::makeLocService`.
+/// The language and procedure service of the sibling library Tamarok_Loc. An operation that needs one makes
+/// it by `Platform::locService` and destroys it at its end.
 class LocService {
 public:
     virtual ~LocService() = default;
 
-    /// Puts the language's captions on a form. A control without a text number stays as it is.
+    /// Sets the captions of a form in the session's language. A control without a text number keeps its own.
     virtual void TranslateForm(const TmkVar& session, Object& form) = 0;
 
-    /// The text of that number in the session's language. A number without a text gives a visible
-    /// mark that holds the number, never a failure of its own.
+    /// Returns the text of that number in the session's language. A number without text gives a placeholder
+    /// text with the number in it, not an error. Failures of the database are passed on.
     virtual std::string GetText(std::int16_t number, const TmkVar& session) = 0;
 
-    /// The same kind of look-up, for texts inside computed columns.
+    /// Returns a text like GetText, for use inside computed columns.
     virtual std::string GetText2(std::int16_t number, const TmkVar& session) = 0;
 
-    /// Runs the stored procedure `name` with the parameters already appended to `command`: sets
-    /// the command's connection, text and type, and executes it.
+    /// Runs the stored procedure `name` with the parameters that the caller has appended to `command`: sets
+    /// the command's connection, text and type and executes it. Failures of the database are passed on.
     virtual void RunProcedure(const TmkVar& session, std::string_view name, ado::Command& command) = 0;
 };
 

@@ -9,9 +9,10 @@ namespace tamarok::mComm {
 /// @param strPrompt    the text
 /// @param lngButtons   flags of buttons and icon: 16 stop, 48 warning, 64 information
 /// @param strTitle     title; an empty one is "Tamarok"
-/// @param strHelpFile  help file of the box; platforms without a help key ignore it
-/// @param lngContext   number of the help topic, likewise
-/// @return number of the button pressed (1 for OK). Error 91 where the platform has no message box.
+/// @param strHelpFile  help file of the box; ignored by platforms without a help key
+/// @param lngContext   number of the help topic; ignored by platforms without a help key
+/// @return number of the button pressed (1 for OK)
+/// Error 91 if the platform has no message box.
 std::int16_t ShowMessage(std::string_view strPrompt, std::int32_t lngButtons, std::string_view strTitle = {},
                          std::string_view strHelpFile = {}, std::int32_t lngContext = 0);
 

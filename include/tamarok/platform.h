@@ -13,10 +13,11 @@ namespace tamarok {
 
 class LocService;
 
-/// The time of day, in local time.
+/// The clock of the machine.
 class Clock {
 public:
     virtual ~Clock() = default;
+    /// Returns the present date and time in local time.
     virtual Date now() const = 0;
 };
 
@@ -24,43 +25,45 @@ public:
 class MessageBox {
 public:
     virtual ~MessageBox() = default;
-    /// Shows a box and waits. @param flags the platform's message-box flags (16 stop, 48 warning,
-    /// 64 information, plus the buttons). @return number of the button pressed (1 OK, 2 Cancel,
-    /// 3 Abort, 4 Retry, 5 Ignore, 6 Yes, 7 No).
+    /// Shows a message and waits for a button.
+    /// @param flags  sum of the icon (16 stop, 48 warning, 64 information) and the buttons of the box
+    /// @return the button pressed: 1 OK, 2 Cancel, 3 Abort, 4 Retry, 5 Ignore, 6 Yes, 7 No
     virtual std::int16_t show(std::string_view text, std::int32_t flags, std::string_view title) = 0;
 };
 
-/// The keyboard, as far as dialogs send keys.
+/// Sends key presses to the active window.
 class Keyboard {
 public:
     virtual ~Keyboard() = default;
-    virtual void pressEnter() = 0; ///< one press and release of Enter
+    /// Presses and releases Enter once.
+    virtual void pressEnter() = 0;
 };
 
-/// What the machine gives to the library, one per thread. Everything in it can be replaced, which
-/// is how tests fix the date, record messages and answer dialogs.
+/// The services of the machine that the library uses. Each thread has one. Every part can be replaced: tests
+/// fix the date, record messages and answer dialogs this way.
 struct Platform {
-    Platform(); ///< machine's regional settings, system clock, messages to standard error, no dialogs
+    /// The machine's regional settings, the system clock, messages to standard error, no dialogs.
+    Platform();
 
     Regional regional;
     std::shared_ptr<Clock> clock;
     std::shared_ptr<MessageBox> messageBox;
     std::shared_ptr<Keyboard> keyboard;
-    /// Makes the language service for one operation; Error 91 is raised by users where it is unset.
+    /// Makes the language service for one operation; may be unset.
     std::function<std::unique_ptr<LocService>()> makeLocService;
 
-    /// The calling thread's platform.
+    /// Returns the platform of the calling thread.
     static Platform& current() noexcept;
 
-    /// The language service for one operation, or Error 91 where none is installed.
+    /// Makes the language service of the calling thread's platform. Error 91 if none is set.
     static std::unique_ptr<LocService> locService();
 
-    /// Today's date without time, by the thread's clock.
+    /// Returns today's date without time by the calling thread's clock. Error 91 if no clock is set.
     static Date today();
 };
 
-/// Makes `platform` the thread's platform for its own lifetime, and then gives the previous one
-/// back. Scopes nest; a scope must end on the thread that began it.
+/// Makes a platform that of the calling thread; the destructor restores the previous one. Scopes may nest. A
+/// scope must end on the thread that began it.
 class PlatformScope {
 public:
     explicit PlatformScope(Platform platform);
@@ -75,7 +78,7 @@ private:
     Platform* previous_;
 };
 
-/// A clock that stands still at `now`.
+/// A clock that always shows the same time.
 class FixedClock final : public Clock {
 public:
     explicit FixedClock(Date now) : now_{now} {}

@@ -8,12 +8,12 @@
 
 namespace tamarok {
 
-/// The regional settings that govern every conversion between text and values. Plain data: a
-/// caller may change any field, and tests do.
+/// The regional settings of all conversions between text and values. Plain data: a caller may change any
+/// field.
 struct Regional {
     std::string name = "en-US";              ///< language-country
     std::string decimal = ".";               ///< decimal separator, one character
-    std::string thousands = ",";             ///< digit grouping mark, one character (may be a no-break space)
+    std::string thousands = ",";             ///< thousands separator, one character (may be a no-break space)
     std::string shortDate = "M/d/yyyy";      ///< d, dd, M, MM, MMM, MMMM, yy, yyyy and literal separators
     std::string time = "h:mm:ss tt";         ///< h, hh, H, HH, mm, ss, tt and literal separators
     std::string am = "AM";                   ///< text for tt before noon, may be empty
@@ -25,19 +25,19 @@ struct Regional {
     std::string trueText = "True";           ///< text form of the Boolean true
     std::string falseText = "False";         ///< text form of the Boolean false
 
-    /// The built-in settings of a locale, name compared without regard to case ("de-AT"); nothing
-    /// for a name that is not built in.
+    /// Returns the built-in settings of a locale, or nothing if there are none.
+    /// @param name  language and country as in "de-AT", in any case
     static std::optional<Regional> find(std::string_view name);
 
-    /// The same; Error 5 that lists the known names where there is none.
+    /// Returns the built-in settings of a locale. Error 5, which lists the known names, for any other name.
     static Regional named(std::string_view name);
 
-    /// Names of the built-in locales, sorted.
+    /// Returns the names of the built-in locales in alphabetical order.
     static std::vector<std::string_view> builtInNames();
 
-    /// The machine's own settings, read from LC_ALL, LC_NUMERIC, LC_TIME and LANG without changing
-    /// any process-wide state. A locale that is not built in takes the nearest built-in one of the
-    /// same language; an unknown language, "C" and "POSIX" give en-US.
+    /// Returns the settings of the machine by the environment variables LC_ALL, LC_NUMERIC, LC_TIME and LANG.
+    /// A locale that is not built in is replaced by a built-in one of the same language; an unknown
+    /// language, "C" and "POSIX" give en-US.
     static Regional ofMachine();
 };
 

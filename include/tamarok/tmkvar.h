@@ -12,9 +12,9 @@
 
 namespace tamarok {
 
-/// The session record. The application fills it at login and passes it by reference; the library
-/// only reads it. The order of the fields is fixed, since the sibling libraries share the record;
-/// the reserved fields keep their places.
+/// The session record. The application fills it at login and passes it by reference; the library only reads
+/// it. The order of the fields is fixed because the sibling libraries share the record; for the same
+/// reason reserved fields remain.
 struct TmkVar {
     ado::ConnectionRef db_ADO; ///< every statement that gets the record runs on it
     ObjectRef objReserved;
@@ -44,20 +44,20 @@ struct TmkVar {
     Boolean bolOracle; ///< SQL text for Oracle instead of SQL Server
 };
 
-/// One field of the record, reached by name.
+/// Access to one field of the record by name.
 struct TmkVarField {
     enum class Type : std::uint8_t { Connection, Object, String, Integer, Long, Boolean, Date };
     std::string_view name;
     Type type;
     Variant (*get)(const TmkVar&);
-    /// Converts as an assignment to a variable of that type does (Errors 6 and 13).
+    /// Converts the value as an assignment to a variable of that type does. Errors 6, 13, 94.
     void (*set)(TmkVar&, const Variant&);
 };
 
-/// All fields in the order of the record.
+/// Returns all fields in the order of the record.
 std::span<const TmkVarField> tmkVarFields() noexcept;
 
-/// The field of that name, compared without regard to case, or nullptr.
+/// Returns the field of that name, compared without regard to case, or nullptr.
 const TmkVarField* findTmkVarField(std::string_view name) noexcept;
 
 } // namespace tamarok

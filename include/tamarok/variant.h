@@ -13,7 +13,7 @@
 
 namespace tamarok {
 
-/// The interface's Boolean: 16 bits, true is -1 and false is 0, nothing else.
+/// The Boolean of the component interface: 16 bits, true is -1 and false is 0.
 class Boolean {
 public:
     constexpr Boolean() noexcept = default;
@@ -31,16 +31,16 @@ private:
 };
 static_assert(sizeof(Boolean) == 2);
 
-struct Empty { ///< never set
+struct Empty { ///< a value that was never set
     friend constexpr bool operator==(Empty, Empty) = default;
 };
-struct Null { ///< the database's no-value
+struct Null { ///< the database's NULL
     friend constexpr bool operator==(Null, Null) = default;
 };
 
 class VariantArray;
 
-/// A tagged value as it crosses the component interface.
+/// A value of any type as it crosses the component interface. Conversions between types are in convert.h.
 class Variant {
 public:
     /// The kinds, in the order of the alternatives of the storage.
@@ -84,8 +84,7 @@ public:
     bool isObject() const noexcept { return kind() == Kind::Object; }
     bool isArray() const noexcept { return kind() == Kind::Array; }
 
-    /// Unconverted access; each throws Error 13 if the value is of another kind. Conversions live
-    /// in runtime/convert.
+    /// Returns the value without conversion. Error 13 if it is of another kind.
     Boolean asBoolean() const { return held<Boolean>(Kind::Boolean); }
     std::int16_t asInteger() const { return held<std::int16_t>(Kind::Integer); }
     std::int32_t asLong() const { return held<std::int32_t>(Kind::Long); }
@@ -93,13 +92,13 @@ public:
     double asDouble() const { return held<double>(Kind::Double); }
     Date asDate() const { return held<Date>(Kind::Date); }
     const std::string& asString() const& { return held<std::string>(Kind::String); }
-    /// The text of a value that is given up, without a copy.
+    /// Moves the text out of a value that is no longer needed.
     std::string asString() && { return std::move(held<std::string>(Kind::String)); }
     const ObjectRef& asObject() const { return held<ObjectRef>(Kind::Object); }
     const VariantArray& asArray() const { return *held<std::shared_ptr<VariantArray>>(Kind::Array); }
     VariantArray& asArray();
 
-    /// Same kind and same value; objects by identity, arrays by content.
+    /// Compares kind and value; objects by identity, arrays by content.
     friend bool operator==(const Variant&, const Variant&);
 
 private:
@@ -124,31 +123,32 @@ private:
         value_;
 };
 
-/// The kind's name as messages show it ("Null", "String").
+/// Returns the name of the kind for messages: "Null", "String".
 std::string_view name(Variant::Kind kind) noexcept;
 
-/// An array of Variants of one or more dimensions with any bounds. Elements are stored with the first
-/// index running fastest, as `GetRows` gives fields, then rows.
+/// An array of Variants of one or more dimensions with any bounds. The first index runs fastest: the result of
+/// `GetRows` is stored row by row.
 class VariantArray {
 public:
     struct Bounds {
         std::int32_t lower = 0;
-        std::int32_t upper = -1; ///< lower - 1 for no element
+        std::int32_t upper = -1; ///< lower - 1 in an empty array
         friend constexpr bool operator==(Bounds, Bounds) = default;
     };
 
-    VariantArray() = default; ///< one dimension, zero-based, no element
+    VariantArray() = default; ///< one dimension from 0, empty
+    /// One dimension from index `lower` on. Error 5 if the upper bound exceeds 32 bits.
     explicit VariantArray(std::vector<Variant> elements, std::int32_t lower = 0);
-    /// Two dimensions; `elements.size()` must be the product of the extents (Error 5 otherwise).
+    /// Two dimensions. Error 5 unless `elements.size()` is the product of the two extents.
     VariantArray(Bounds first, Bounds second, std::vector<Variant> elements);
     /// Any number of dimensions, at least one. Error 5 where the elements do not fill the bounds.
     VariantArray(std::vector<Bounds> bounds, std::vector<Variant> elements);
 
     std::int32_t dimensions() const noexcept { return static_cast<std::int32_t>(bounds_.size()); }
-    /// Bounds of a dimension, counted from 1; Error 9 for one that the array does not have.
+    /// Returns the bounds of a dimension, counted from 1. Error 9 for a dimension that the array lacks.
     Bounds bounds(std::int32_t dimension = 1) const;
 
-    /// Element by index; Error 9 outside the bounds or with the wrong number of indices.
+    /// Returns an element. Error 9 outside the bounds and for a wrong number of indices.
     const Variant& at(std::int32_t index) const;
     Variant& at(std::int32_t index);
     const Variant& at(std::int32_t first, std::int32_t second) const;

@@ -2,6 +2,8 @@
 
 #include "ado_failure.h"
 
+// What a cursor answers that offers read-only rows.
+
 namespace tamarok::ado {
 
 namespace {

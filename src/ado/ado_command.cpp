@@ -1,11 +1,14 @@
 #include <utility>
 
 #include "ado_failure.h"
-#include "members.h"
 #include "parameter_values.h"
 
 #include "tamarok/ado_backend.h"
 #include "tamarok/convert.h"
+#include "tamarok/members.h"
+
+// The command, its parameters and their late binding. Late-bound parameters and collections share the list of
+// the command, so that they stay valid after the command is gone.
 
 namespace tamarok::ado {
 
@@ -41,9 +44,9 @@ std::int64_t Command::Execute()
                               .timeoutSeconds = ActiveConnection->CommandTimeout(),
                               .procedure = procedure};
     const std::string call = procedure ? describeCall(text, values.get()) : std::string{};
-    const std::string& told = procedure ? call : text;
-    ActiveConnection->announce(told);
-    return guarded(told, session.name(), [&] { return session.execute(statement); });
+    const std::string& announced = procedure ? call : text;
+    ActiveConnection->announce(announced);
+    return guarded(announced, session.name(), [&] { return session.execute(statement); });
 }
 
 namespace {
@@ -52,7 +55,7 @@ using ReadArguments = std::span<const Variant>;
 using CallArguments = std::span<Variant>;
 using ParameterList = std::shared_ptr<std::vector<Parameter>>;
 
-/// A parameter by late binding. Before it is appended it stands alone; then it is the command's own.
+/// A parameter by late binding. It has a list of its own until it is appended to that of a command.
 class ParameterObject final : public Object {
 public:
     explicit ParameterObject(Parameter parameter) :
@@ -66,6 +69,7 @@ public:
             fail(errors::itemNotFound, parametersSource, "The parameter has been taken out of its command.");
         return (*list_)[index_];
     }
+    /// Appends the parameter to the list of a command; this object then stands for the entry there.
     void moveTo(ParameterList list)
     {
         list->push_back(parameter());
@@ -76,6 +80,8 @@ public:
     std::string_view typeName() const override { return "Parameter"; }
     Variant get(std::string_view name, ReadArguments arguments) const override;
     void put(std::string_view name, const Variant& value) override;
+    Variant defaultValue() const override { return parameter().value; }
+    bool hasDefaultValue() const noexcept override { return true; }
 
 private:
     ParameterList list_;
@@ -122,6 +128,7 @@ void ParameterObject::put(std::string_view name, const Variant& value)
     noSuchMember(name);
 }
 
+/// Returns a parameter by index, from 0, or by name. Error 3265 for an unknown one.
 Variant parameterOf(const ParameterList& list, const Variant& key)
 {
     if (!key.isString()) {
@@ -135,7 +142,7 @@ Variant parameterOf(const ParameterList& list, const Variant& key)
     fail(errors::itemNotFound, parametersSource, "The command has no parameter \"" + convert::toText(key) + "\".");
 }
 
-/// `Parameters` as an object.
+/// The collection `Parameters`.
 class ParametersObject final : public Object {
 public:
     explicit ParametersObject(ParameterList list) : list_{std::move(list)} {}
@@ -145,13 +152,13 @@ public:
     {
         if (text::equalsNoCase(name, "Count")) return static_cast<std::int32_t>(list_->size());
         if (!text::equalsNoCase(name, "Item")) noSuchMember(name);
-        checkArguments(arguments.size(), 1, 1, "Item");
+        checkArgumentCount(arguments.size(), 1, 1, "Item", adodb);
         return parameterOf(list_, arguments[0]);
     }
     Variant call(std::string_view name, CallArguments arguments) override
     {
         if (!text::equalsNoCase(name, "Append")) return get(name, arguments);
-        checkArguments(arguments.size(), 1, 1, "Append");
+        checkArgumentCount(arguments.size(), 1, 1, "Append", adodb);
         const auto parameter = std::dynamic_pointer_cast<ParameterObject>(arguments[0].asObject());
         if (!parameter) fail(errors::typeMismatch, parametersSource, "Append: the argument is no parameter.");
         parameter->moveTo(list_);
@@ -164,25 +171,27 @@ private:
 
 Variant callCreateParameter(Command& command, CallArguments arguments)
 {
-    checkArguments(arguments.size(), 0, 5, "CreateParameter");
+    checkArgumentCount(arguments.size(), 0, 5, "CreateParameter", adodb);
     const auto number = [&](std::size_t index, std::int32_t otherwise) {
-        const Variant* value = argument(arguments, index);
+        const Variant* value = optionalArgument(arguments, index);
         return value ? convert::toLong(*value) : otherwise;
     };
-    const Variant* name = argument(arguments, 0);
+    const Variant* name = optionalArgument(arguments, 0);
     return std::make_shared<ParameterObject>(command.CreateParameter(
         name ? convert::toText(*name) : std::string{}, static_cast<DataType>(number(1, 0)),
         static_cast<ParameterDirection>(number(2, 1)), number(3, 0), arguments.size() > 4 ? arguments[4] : Variant{}));
 }
 
+/// Execute([rows changed by reference]).
 Variant callExecute(Command& command, CallArguments arguments)
 {
-    checkArguments(arguments.size(), 0, 1, "Execute");
+    checkArgumentCount(arguments.size(), 0, 1, "Execute", adodb);
     const std::int64_t touched = command.Execute();
     if (!arguments.empty()) arguments[0] = touched;
     return {};
 }
 
+/// Sets the connection; Empty and an empty reference remove it.
 void putConnection(Command& command, const Variant& value)
 {
     if (value.isEmpty()) {
@@ -222,7 +231,7 @@ std::string_view Command::typeName() const
 Variant Command::get(std::string_view name, std::span<const Variant> args) const
 {
     if (text::equalsNoCase(name, parametersName)) {
-        checkArguments(args.size(), 0, 1, parametersName);
+        checkArgumentCount(args.size(), 0, 1, parametersName, adodb);
         if (!args.empty()) return parameterOf(parameters_, args[0]);
         return std::make_shared<ParametersObject>(parameters_);
     }

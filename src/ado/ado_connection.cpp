@@ -2,11 +2,13 @@
 #include <utility>
 
 #include "ado_failure.h"
-#include "members.h"
 #include "open_options.h"
 
 #include "tamarok/ado_backend.h"
 #include "tamarok/convert.h"
+#include "tamarok/members.h"
+
+// The connection and its late binding. Every statement is announced to the listener before it is sent.
 
 namespace tamarok::ado {
 
@@ -54,6 +56,7 @@ ObjectState Connection::State() const noexcept
 void Connection::Close()
 {
     if (!session_) fail(errors::objectClosed, connectionSource, "Close: the connection is closed already.");
+    // A recordset removes itself from the list when it is released.
     while (!dependents_.empty())
         dependents_.back()->release();
     session_.reset();
@@ -114,10 +117,11 @@ namespace {
 using ReadArguments = std::span<const Variant>;
 using CallArguments = std::span<Variant>;
 
+/// Execute(statement, [rows changed by reference], [options]).
 Variant callExecute(Connection& connection, CallArguments arguments)
 {
-    checkArguments(arguments.size(), 1, 3, "Execute");
-    const Variant* options = argument(arguments, 2);
+    checkArgumentCount(arguments.size(), 1, 3, "Execute", adodb);
+    const Variant* options = optionalArgument(arguments, 2);
     const std::int64_t touched =
         connection.Execute(convert::toText(arguments[0]), options ? convert::toLong(*options) : -1);
     if (arguments.size() > 1) arguments[1] = touched;
@@ -128,7 +132,7 @@ Variant callExecute(Connection& connection, CallArguments arguments)
 template <void (Connection::*operation)()>
 Variant plain(Connection& connection, CallArguments arguments)
 {
-    checkArguments(arguments.size(), 0, 0, "The method");
+    checkArgumentCount(arguments.size(), 0, 0, "The method", adodb);
     (connection.*operation)();
     return {};
 }

@@ -8,12 +8,8 @@
 
 namespace tamarok::ado {
 
-/// A back end's answer to an operation on a row that is no longer there.
-inline constexpr std::int32_t rowGone = static_cast<std::int32_t>(0x80040E23U);
-/// The optimistic edit of a row that is no longer as it was read.
-inline constexpr std::int32_t rowChanged = static_cast<std::int32_t>(0x80040E38U);
-
 /// Sources of the errors raised here.
+inline constexpr std::string_view adodb = "ADODB"; ///< wrong calls by late binding
 inline constexpr std::string_view connectionSource = "ADODB.Connection";
 inline constexpr std::string_view recordsetSource = "ADODB.Recordset";
 inline constexpr std::string_view fieldSource = "ADODB.Field";
@@ -26,7 +22,7 @@ inline constexpr std::string_view parametersSource = "ADODB.Parameters";
     throw Error{number, std::move(description), std::string{source}};
 }
 
-/// Runs `action`; an Error that rises out of it learns statement and source where it has none yet.
+/// Runs `action`. Adds statement and source to an Error that has none.
 template <class Action>
 decltype(auto) guarded(std::string_view statement, std::string_view provider, Action&& action)
 {

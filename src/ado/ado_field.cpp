@@ -1,9 +1,11 @@
 #include <utility>
 
-#include "members.h"
 #include "recordset_state.h"
 
 #include "tamarok/convert.h"
+#include "tamarok/members.h"
+
+// The field and its late binding. A field holds no value: it asks the shared state of its recordset.
 
 namespace tamarok::ado {
 
@@ -50,12 +52,14 @@ namespace {
 
 using ReadArguments = std::span<const Variant>;
 
-/// One of the provider's properties of a field, `Properties("BASECOLUMNNAME")`.
+/// One provider property of a field, such as `Properties("BASECOLUMNNAME")`.
 class FieldProperty final : public Object {
 public:
     FieldProperty(std::string_view name, std::string value) : name_{name}, value_{std::move(value)} {}
 
     std::string_view typeName() const override { return "Property"; }
+    Variant defaultValue() const override { return value_; }
+    bool hasDefaultValue() const noexcept override { return true; }
     Variant get(std::string_view member, ReadArguments) const override
     {
         if (text::equalsNoCase(member, "Value")) return value_;
@@ -78,7 +82,7 @@ constexpr PropertyRow propertyRows[]{
     {"BASETABLENAME", &Field::BASETABLENAME},
 };
 
-/// `Properties`, and with an argument one of them.
+/// The collection `Properties`.
 class FieldProperties final : public Object {
 public:
     explicit FieldProperties(const Field& field)
@@ -103,7 +107,7 @@ public:
     {
         if (text::equalsNoCase(member, "Count")) return static_cast<std::int32_t>(items_.size());
         if (!text::equalsNoCase(member, "Item")) noSuchMember(member);
-        checkArguments(arguments.size(), 1, 1, "Item");
+        checkArgumentCount(arguments.size(), 1, 1, "Item", adodb);
         return item(arguments[0]);
     }
     Variant call(std::string_view member, std::span<Variant> arguments) override { return get(member, arguments); }
@@ -114,7 +118,7 @@ private:
 
 Variant readProperties(const Field& field, ReadArguments arguments)
 {
-    checkArguments(arguments.size(), 0, 1, "Properties");
+    checkArgumentCount(arguments.size(), 0, 1, "Properties", adodb);
     const auto properties = std::make_shared<FieldProperties>(field);
     return arguments.empty() ? Variant{properties} : properties->item(arguments[0]);
 }
@@ -156,6 +160,11 @@ void Field::put(std::string_view name, const Variant& value)
 Variant Field::call(std::string_view name, std::span<Variant> args)
 {
     return get(name, args);
+}
+
+Variant Field::defaultValue() const
+{
+    return source_->value(ordinal_);
 }
 
 } // namespace tamarok::ado

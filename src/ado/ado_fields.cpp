@@ -5,7 +5,8 @@
 #include "tamarok/ado.h"
 #include "tamarok/text.h"
 
-// The columns of a recordset as a collection: by ordinal directly, by name through a small hash table.
+// The columns of a recordset, by ordinal or by name. The hash table of the names makes the look-up among 40
+// columns FACTOR times as fast as a search through them (bench: fieldByName).
 
 namespace tamarok::ado {
 
@@ -13,14 +14,15 @@ namespace {
 
 constexpr std::int32_t freeSlot = -1;
 
-/// Equal for names that differ in case only: letters beyond ASCII count as their number alone.
+/// FNV-1a over the ASCII letters in lower case; other bytes are ignored, so that names that differ in case only
+/// have one hash.
 std::size_t hashName(std::string_view name) noexcept
 {
     constexpr std::uint32_t prime = 16777619;
     std::uint32_t hash = 2166136261;
     for (const char character : name) {
         const auto byte = static_cast<unsigned char>(character);
-        if (byte >= 0x80) continue; // case may change these bytes, and even their number
+        if (byte >= 0x80) continue; // case may change these bytes and their number
         const bool capital = byte >= 'A' && byte <= 'Z';
         hash = (hash ^ (capital ? byte + 32U : byte)) * prime;
     }
@@ -79,7 +81,7 @@ const FieldRef& FieldCollection::at(std::string_view name) const
     fail(errors::itemNotFound, fieldsSource, "There is no column named \"" + std::string{name} + "\".");
 }
 
-/// Of columns of the same name the first one is found.
+/// Of several columns of one name the first is found, since its slot is passed first.
 void FieldCollection::buildIndex() const
 {
     std::vector<std::int32_t> slots(std::bit_ceil(fields_.size() * 2 + 1), freeSlot);

@@ -7,6 +7,9 @@
 
 #include "tamarok/convert.h"
 
+// The recordset passes every operation to the state that it shares with its fields; a recordset that was never
+// opened has none.
+
 namespace tamarok::ado {
 
 namespace {
@@ -16,7 +19,7 @@ namespace {
     fail(errors::objectClosed, recordsetSource, std::string{operation} + ": the recordset is closed.");
 }
 
-/// The state of an open or once open recordset; its own operations tell a closed one.
+/// Returns the state of a recordset that was opened once. The operations of the state check that it is still open.
 Field::Source& opened(const std::shared_ptr<Field::Source>& source, std::string_view operation)
 {
     if (!source) failClosed(operation);
@@ -37,11 +40,12 @@ void Recordset::Open(std::string_view source, const ConnectionRef& connection, C
 {
     if (State() == ObjectState::Open)
         fail(errors::objectOpen, recordsetSource, "Open: the recordset is open already; close it first.");
-    require(connection).session(); // an unset or closed connection comes before anything else
+    require(connection).session(); // checked first
     const bool procedure = namesProcedure(options, recordsetSource);
     adopt(Field::Source::open(connection, {source, cursorType, lockType, procedure}));
 }
 
+/// Takes over a state and makes its fields. Null: a statement without result set leaves the recordset closed.
 void Recordset::adopt(std::shared_ptr<Field::Source> source)
 {
     source_ = std::move(source);
@@ -125,6 +129,7 @@ void Recordset::Find(std::string_view criterion, std::int64_t skip, SearchDirect
     if (step < 0 && !source.scrolls())
         fail(errors::badCursorOperation, recordsetSource, "Find: a forward-only recordset cannot search backwards.");
     source.requireRow("Find");
+    // The search moves row by row, so that a pessimistic recordset locks each row that it tests.
     if (skip > 0) source.move(skip * step, "Find");
     while (source.onRow() && !wanted.holds(field.Value()))
         source.move(step, "Find");

@@ -1,7 +1,9 @@
-#include "members.h"
+
+#include "ado_failure.h"
 
 #include "tamarok/ado.h"
 #include "tamarok/convert.h"
+#include "tamarok/members.h"
 
 // The recordset by late binding.
 
@@ -12,12 +14,13 @@ namespace {
 using ReadArguments = std::span<const Variant>;
 using CallArguments = std::span<Variant>;
 
+/// Returns a field by name or ordinal.
 Variant fieldOf(const FieldCollection& fields, const Variant& key)
 {
     return key.isString() ? fields.share(key.asString()) : fields.share(convert::toLong(key));
 }
 
-/// `Fields` as an object of its own.
+/// The collection `Fields`.
 class FieldsObject final : public Object {
 public:
     explicit FieldsObject(FieldCollection fields) : fields_{std::move(fields)} {}
@@ -27,7 +30,7 @@ public:
     {
         if (text::equalsNoCase(name, "Count")) return fields_.Count();
         if (!text::equalsNoCase(name, "Item")) noSuchMember(name);
-        checkArguments(arguments.size(), 1, 1, "Item");
+        checkArgumentCount(arguments.size(), 1, 1, "Item", adodb);
         return fieldOf(fields_, arguments[0]);
     }
     Variant call(std::string_view name, CallArguments arguments) override { return get(name, arguments); }
@@ -38,7 +41,7 @@ private:
 
 Variant readFields(const Recordset& recordset, ReadArguments arguments)
 {
-    checkArguments(arguments.size(), 0, 1, "Fields");
+    checkArgumentCount(arguments.size(), 0, 1, "Fields", adodb);
     if (!arguments.empty()) return fieldOf(recordset.Fields(), arguments[0]);
     return std::make_shared<FieldsObject>(recordset.Fields());
 }
@@ -51,37 +54,39 @@ ConnectionRef connectionOf(const Variant* value)
     return connection;
 }
 
+/// Open(source, connection, [cursor type], [lock type], [options]).
 Variant callOpen(Recordset& recordset, CallArguments arguments)
 {
-    checkArguments(arguments.size(), 2, 5, "Open");
+    checkArgumentCount(arguments.size(), 2, 5, "Open", adodb);
     const auto number = [&](std::size_t index, std::int32_t otherwise) {
-        const Variant* value = argument(arguments, index);
+        const Variant* value = optionalArgument(arguments, index);
         return value ? convert::toLong(*value) : otherwise;
     };
-    recordset.Open(convert::toText(arguments[0]), connectionOf(argument(arguments, 1)),
+    recordset.Open(convert::toText(arguments[0]), connectionOf(optionalArgument(arguments, 1)),
                    static_cast<CursorType>(number(2, -1)), static_cast<LockType>(number(3, -1)), number(4, -1));
     return {};
 }
 
 Variant callMove(Recordset& recordset, CallArguments arguments)
 {
-    checkArguments(arguments.size(), 1, 1, "Move");
+    checkArgumentCount(arguments.size(), 1, 1, "Move", adodb);
     recordset.Move(convert::toLongLong(arguments[0]));
     return {};
 }
 
 Variant callGetRows(Recordset& recordset, CallArguments arguments)
 {
-    checkArguments(arguments.size(), 0, 1, "GetRows");
-    const Variant* rows = argument(arguments, 0);
+    checkArgumentCount(arguments.size(), 0, 1, "GetRows", adodb);
+    const Variant* rows = optionalArgument(arguments, 0);
     return recordset.GetRows(rows ? convert::toLongLong(*rows) : -1);
 }
 
+/// Find(criterion, [rows to skip], [direction]).
 Variant callFind(Recordset& recordset, CallArguments arguments)
 {
-    checkArguments(arguments.size(), 1, 3, "Find");
-    const Variant* skip = argument(arguments, 1);
-    const Variant* direction = argument(arguments, 2);
+    checkArgumentCount(arguments.size(), 1, 3, "Find", adodb);
+    const Variant* skip = optionalArgument(arguments, 1);
+    const Variant* direction = optionalArgument(arguments, 2);
     const bool backward = direction && convert::toLong(*direction) < 0;
     recordset.Find(convert::toText(arguments[0]), skip ? convert::toLongLong(*skip) : 0,
                    backward ? SearchDirection::Backward : SearchDirection::Forward);
@@ -90,14 +95,14 @@ Variant callFind(Recordset& recordset, CallArguments arguments)
 
 Variant callClone(Recordset& recordset, CallArguments arguments)
 {
-    checkArguments(arguments.size(), 0, 0, "Clone");
+    checkArgumentCount(arguments.size(), 0, 0, "Clone", adodb);
     return recordset.Clone();
 }
 
 Variant callDelete(Recordset& recordset, CallArguments arguments)
 {
-    checkArguments(arguments.size(), 0, 1, "Delete");
-    const Variant* affect = argument(arguments, 0);
+    checkArgumentCount(arguments.size(), 0, 1, "Delete", adodb);
+    const Variant* affect = optionalArgument(arguments, 0);
     recordset.Delete(affect ? convert::toLong(*affect) : 1);
     return {};
 }
@@ -106,11 +111,12 @@ Variant callDelete(Recordset& recordset, CallArguments arguments)
 template <void (Recordset::*operation)()>
 Variant plain(Recordset& recordset, CallArguments arguments)
 {
-    checkArguments(arguments.size(), 0, 0, "The method");
+    checkArgumentCount(arguments.size(), 0, 0, "The method", adodb);
     (recordset.*operation)();
     return {};
 }
 
+// The members that loops use come first: the look-up is linear.
 constexpr Member<Recordset> members[]{
     {.name = "EOF", .get = [](const Recordset& r, ReadArguments) -> Variant { return r.AtEOF(); }},
     {.name = "Fields", .get = readFields},

@@ -8,6 +8,8 @@
 #include "tamarok/date.h"
 #include "tamarok/text.h"
 
+// The criterion is parsed from left to right: column, operator, value. Texts are compared in upper case.
+
 namespace tamarok::ado {
 
 struct FindCriterion::Spelling {
@@ -15,7 +17,7 @@ struct FindCriterion::Spelling {
     Operator meaning;
 };
 
-// Longer spellings stand before those they begin with.
+// A longer operator precedes the shorter one that it begins with.
 const FindCriterion::Spelling FindCriterion::spellings[]{
     {"<>", Operator::NotEqual}, {"<=", Operator::LessOrEqual}, {">=", Operator::GreaterOrEqual},
     {"=", Operator::Equal},     {"<", Operator::Less},         {">", Operator::Greater},
@@ -30,7 +32,7 @@ int order(const T& a, const T& b)
     return a < b ? -1 : (b < a ? 1 : 0);
 }
 
-/// The number of a numeric value, or nothing for any other kind.
+/// Returns the number of a numeric value, nothing for any other kind.
 std::optional<double> numberOf(const Variant& value)
 {
     switch (value.kind()) {
@@ -43,7 +45,7 @@ std::optional<double> numberOf(const Variant& value)
     }
 }
 
-/// A criterion's date: the ISO form, or as the regional settings have it.
+/// Reads a date of the criterion, in ISO or regional form.
 std::optional<Date> readDate(std::string_view text)
 {
     return convert::parseDate(text, Platform::current().regional);
@@ -60,6 +62,8 @@ void FindCriterion::refuse(std::string_view why) const
 {
     fail(errors::invalidArgument, recordsetSource, "Find: \"" + criterion_ + "\" " + std::string{why} + ".");
 }
+
+// Each reader returns the rest of the criterion after what it has read.
 
 std::string_view FindCriterion::readColumn(std::string_view rest)
 {
@@ -95,6 +99,7 @@ void FindCriterion::readValue(std::string_view rest)
         value_ = *number;
         return;
     }
+    // A text: two single quotes stand for one, a lone one ends it.
     std::string inner;
     std::size_t at = 1;
     for (; at < rest.size(); ++at) {
@@ -138,6 +143,7 @@ bool FindCriterion::matchesPattern(std::string_view folded) const
     return folded == wanted;
 }
 
+/// Compares by the kind of the column's value; a text of the criterion is converted to it.
 int FindCriterion::compare(const Variant& value) const
 {
     if (value.isString() && value_.isString()) return order(text::toUpper(value.asString()), value_.asString());

@@ -8,15 +8,15 @@
 
 namespace tamarok::ado {
 
-/// The condition of Recordset::Find, "COLUMN operator value", taken apart.
+/// The parsed criterion of Recordset::Find, "COLUMN operator value".
 class FindCriterion {
 public:
-    /// Error 5 for a text of another form.
+    /// Parses the criterion. Error 5 for a text of another form.
     explicit FindCriterion(std::string_view criterion);
 
     const std::string& column() const noexcept { return column_; }
 
-    /// True if `value` meets the condition; Null never does. Error 13 where the two cannot be compared.
+    /// Returns whether `value` meets the criterion; Null never does. Error 13 if the two cannot be compared.
     bool holds(const Variant& value) const;
 
 private:
@@ -36,7 +36,7 @@ private:
     std::string criterion_;
     std::string column_;
     Operator operator_ = Operator::Equal;
-    Variant value_;          ///< String (in capitals), Double or Date
+    Variant value_;          ///< String (in upper case), Double or Date
     bool openStart_ = false; ///< LIKE '*...'
     bool openEnd_ = false;   ///< LIKE '...*'
 };

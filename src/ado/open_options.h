@@ -8,8 +8,8 @@
 
 namespace tamarok::ado {
 
-/// True where the options of Open and Execute name a stored procedure. Error 5 for options that ask
-/// for anything but a text or a procedure.
+/// Returns whether the options of Open or Execute say that the statement is the name of a stored procedure.
+/// Error 5 for options that mean neither a text nor a procedure.
 inline bool namesProcedure(std::int32_t options, std::string_view source)
 {
     constexpr std::int32_t unspecified = -1;

@@ -8,14 +8,16 @@
 #include "tamarok/date.h"
 #include "tamarok/text.h"
 
+// Conversion of parameter values before a command is sent, and the text of a procedure call for listeners.
+
 namespace tamarok::ado {
 
 namespace {
 
-/// How a family of types takes its values.
+/// The kind of value of a parameter type.
 struct Fit {
     DataType type;
-    Variant::Kind kind; ///< a value of this kind fits as it is
+    Variant::Kind kind; ///< a value of this kind needs no conversion
     Variant (*convert)(const Variant&);
 };
 
@@ -66,6 +68,7 @@ const Fit* findFit(DataType type) noexcept
     return found == std::end(fits) ? nullptr : &*found;
 }
 
+/// Returns whether a text has more characters than the parameter's size; size 0 means no limit.
 bool tooLong(const Parameter& parameter, std::string_view text) noexcept
 {
     const auto size = static_cast<std::size_t>(std::max(parameter.size, 0));
@@ -82,6 +85,7 @@ bool fitsAsItIs(const Parameter& parameter)
            (fit->kind != Variant::Kind::String || !tooLong(parameter, parameter.value.asString()));
 }
 
+/// Converts the value to the parameter's type and cuts a text to its size.
 void makeFit(Parameter& parameter)
 {
     if (parameter.value.isEmpty()) parameter.value = Null{};
@@ -92,6 +96,7 @@ void makeFit(Parameter& parameter)
         parameter.value = text::left(parameter.value.asString(), static_cast<std::size_t>(parameter.size));
 }
 
+/// Names a parameter for an error message.
 std::string place(std::size_t index, const Parameter& parameter)
 {
     return "Parameter " + std::to_string(index + 1) + (parameter.name.empty() ? "" : " (" + parameter.name + ")");
@@ -114,6 +119,7 @@ void appendPadded(std::string& text, std::int32_t number, std::size_t width)
     text += digits;
 }
 
+/// Returns 'yyyy-mm-dd hh:mm:ss'.
 std::string quotedDate(Date date)
 {
     const CivilTime parts = toCivil(date);

@@ -8,8 +8,8 @@
 
 namespace tamarok::ado {
 
-/// Parameters as they are sent: values of their parameter's type, texts cut to its size. Most need no
-/// change, and then nothing is copied.
+/// Parameters as they are sent: values of their parameter's type, texts cut to its size. Copies the parameters
+/// only if one of them must be converted.
 class ParameterValues {
 public:
     /// Errors: 13 or 6 for a value that does not fit its type, 3251 for a parameter that is not input.
@@ -22,7 +22,7 @@ private:
     std::span<const Parameter> values_;
 };
 
-/// A procedure call as it is told to a listener: EXEC name 'text', 2
+/// Returns a procedure call as a connection's listener gets it: EXEC name 'text', 2
 std::string describeCall(const std::string& procedure, std::span<const Parameter> parameters);
 
 } // namespace tamarok::ado

@@ -3,21 +3,22 @@
 #include "ado_failure.h"
 #include "recordset_state.h"
 
-// Editing. An edit gathers values by column; Update sends them.
+// Editing. An edit collects new values by column; Update sends them.
 
 namespace tamarok::ado {
 
 namespace {
 
-/// What a field takes: a plain value, the value of another field, or Null for Empty.
+/// Returns the value to be stored in a field: a plain value, the default value of an object (such as another
+/// field), or Null for Empty.
 Variant plainValue(const Variant& value)
 {
     if (value.isEmpty()) return Null{};
     if (value.isArray()) fail(errors::typeMismatch, fieldSource, "Value: an array cannot be the value of a field.");
     if (!value.isObject()) return value;
-    const auto* field = dynamic_cast<const Field*>(value.asObject().get());
-    if (!field) fail(errors::typeMismatch, fieldSource, "Value: this object cannot be the value of a field.");
-    return field->Value();
+    if (!value.asObject() || !value.asObject()->hasDefaultValue())
+        fail(errors::typeMismatch, fieldSource, "Value: this object cannot be the value of a field.");
+    return value.asObject()->defaultValue();
 }
 
 } // namespace
@@ -79,25 +80,26 @@ void Field::Source::sendChange(std::span<const Assignment> assignments)
 {
     const auto row = static_cast<std::size_t>(position_);
     const std::int64_t key = store_->key(row);
+    // Without a lock the row may have changed since it was read: compare all its values first.
     if (!locking_) {
         std::vector<Variant> present;
         if (!store_->cursor().readRow(key, present) || !std::ranges::equal(present, store_->values(row)))
-            fail(rowChanged, recordsetSource, "Update: the row has been changed or deleted since it was read.");
+            fail(errors::rowChanged, recordsetSource, "Update: the row has been changed or deleted since it was read.");
     }
     store_->cursor().updateRow(key, assignments);
     endEdit();
-    readAgain();
+    reloadRow();
 }
 
 void Field::Source::sendNewRow(std::span<const Assignment> assignments)
 {
-    store_->reachEnd(); // before the new row is there, or the statement could give it a second time
+    store_->reachEnd(); // before the insertion: otherwise the statement could return the new row too
     const std::int64_t key = store_->cursor().insertRow(assignments);
     endEdit();
     leaveRow();
     const std::size_t row = store_->append(key);
     position_ = static_cast<std::int64_t>(row);
-    if (store_->refresh(row)) hold(row);
+    if (store_->refresh(row)) standOn(row);
 }
 
 void Field::Source::cancelUpdate()

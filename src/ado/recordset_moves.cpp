@@ -3,14 +3,14 @@
 #include "ado_failure.h"
 #include "recordset_state.h"
 
-// Moves of a recordset. In a store a move first finds its row, then gives up the lock on the old one
-// and takes the new one, so that a row that cannot be read leaves the recordset where it was.
+// Moves of a recordset. A move in a store first reads the new row, then releases the lock on the old row and
+// locks the new one. So a row that cannot be read leaves the recordset at its old position.
 
 namespace tamarok::ado {
 
 void Field::Source::stepStream()
 {
-    standing_ = Standing::Behind; // also where the step fails: nothing behind the failure can be trusted
+    standing_ = Standing::After; // also after a failed step: the cursor gives no rows after a failure
     ++position_;
     if (guarded([&] { return cursor_->next(); })) standing_ = Standing::Row;
 }
@@ -28,7 +28,7 @@ void Field::Source::moveFirst()
         if (cursorType_ == CursorType::OpenDynamic)
             restart();
         else
-            settleForward(0);
+            moveToRowFrom(0);
     });
     if (!onRow()) failWithoutRow("MoveFirst");
 }
@@ -42,8 +42,8 @@ void Field::Source::moveLast()
     finishEdit();
     guarded([&] {
         store_->reachEnd();
-        settleBackward(static_cast<std::int64_t>(store_->known()) - 1);
-        if (!onRow()) settleForward(store_->known());
+        moveToRowBack(static_cast<std::int64_t>(store_->rowsRead()) - 1);
+        if (!onRow()) moveToRowFrom(store_->rowsRead());
     });
     if (!onRow()) failWithoutRow("MoveLast");
 }
@@ -61,79 +61,81 @@ void Field::Source::move(std::int64_t rows, std::string_view operation)
         return;
     }
     finishEdit();
-    const bool beyond = (rows > 0 && standing_ == Standing::Behind) || (rows < 0 && standing_ == Standing::Before) ||
+    const bool beyond = (rows > 0 && standing_ == Standing::After) || (rows < 0 && standing_ == Standing::Before) ||
                         (rows == 0 && !onRow());
     if (beyond || (empty_ && !onRow())) failWithoutRow(operation);
     guarded([&] {
         if (rows > 0)
-            settleForward(rowsOnward(rows));
+            moveToRowFrom(findRowForward(rows));
         else if (rows < 0)
-            settleBackward(rowsBack(rows));
+            moveToRowBack(findRowBackward(rows));
         else
-            readAgain();
+            reloadRow();
     });
 }
 
-/// The store's row that lies `rows` living rows behind the present position, or the end.
-std::size_t Field::Source::rowsOnward(std::int64_t rows)
+/// Returns the index of the row `rows` rows after the current one, deleted rows not counted; the end of the
+/// store if there are fewer.
+std::size_t Field::Source::findRowForward(std::int64_t rows)
 {
     auto row = static_cast<std::size_t>(position_ + 1);
     for (; store_->reach(row); ++row)
         if (!store_->removed(row) && --rows == 0) return row;
-    return store_->known();
+    return store_->rowsRead();
 }
 
-/// The same before the present position for a negative number of rows, or -1.
-std::int64_t Field::Source::rowsBack(std::int64_t rows) const
+/// Returns the index of the row `-rows` rows before the current one, deleted rows not counted; -1 if there are
+/// fewer.
+std::int64_t Field::Source::findRowBackward(std::int64_t rows) const
 {
     for (std::int64_t row = position_ - 1; row >= 0; --row)
         if (!store_->removed(static_cast<std::size_t>(row)) && ++rows == 0) return row;
     return -1;
 }
 
-void Field::Source::readAgain()
+void Field::Source::reloadRow()
 {
     if (!editable_) return;
     const auto row = static_cast<std::size_t>(position_);
     if (!store_->refresh(row)) leaveRow();
 }
 
-/// The rows as they are now. Clones keep the store with the rows they know.
+/// Runs the statement again. Clones keep the old store with the rows read so far.
 void Field::Source::restart()
 {
     leaveRow();
     store_->cursor().restart();
-    const std::int64_t firstMark = store_->firstMark() + static_cast<std::int64_t>(store_->known());
+    const std::int64_t firstMark = store_->firstMark() + static_cast<std::int64_t>(store_->rowsRead());
     store_ = std::make_shared<RowStore>(store_->takeCursor(), firstMark, editable_);
     position_ = -1;
-    settleForward(0);
+    moveToRowFrom(0);
 }
 
-/// Stands on the first living row from `row` on, or at the end.
-void Field::Source::settleForward(std::size_t row)
+/// Moves to the first row from index `row` on that is not deleted, or to the end.
+void Field::Source::moveToRowFrom(std::size_t row)
 {
-    store_->reach(row); // a failure to read comes before the present row is given up
+    store_->reach(row); // a failure to read must leave the current row unchanged
     leaveRow();
     for (; store_->reach(row); ++row)
-        if (hold(row)) return;
-    position_ = static_cast<std::int64_t>(store_->known());
-    standing_ = Standing::Behind;
-    empty_ = !store_->hasLiving();
+        if (standOn(row)) return;
+    position_ = static_cast<std::int64_t>(store_->rowsRead());
+    standing_ = Standing::After;
+    empty_ = !store_->hasRows();
 }
 
-/// Stands on the first living row from `row` on towards the beginning, or before it.
-void Field::Source::settleBackward(std::int64_t row)
+/// Moves to the first row from index `row` backwards that is not deleted, or before the first row.
+void Field::Source::moveToRowBack(std::int64_t row)
 {
     leaveRow();
     for (; row >= 0; --row)
-        if (hold(static_cast<std::size_t>(row))) return;
+        if (standOn(static_cast<std::size_t>(row))) return;
     position_ = -1;
     standing_ = Standing::Before;
-    empty_ = !store_->hasLiving();
+    empty_ = !store_->hasRows();
 }
 
-/// Stands on a row and locks it if the recordset does so; false where the row has been deleted.
-bool Field::Source::hold(std::size_t row)
+/// Makes a row the current one and locks it if the recordset is pessimistic. Returns false for a deleted row.
+bool Field::Source::standOn(std::size_t row)
 {
     if (store_->removed(row)) return false;
     if (locking_ && !lock(row)) return false;
@@ -143,14 +145,14 @@ bool Field::Source::hold(std::size_t row)
     return true;
 }
 
-/// Locks a row and reads what it has become; false where it went, before or while its lock was waited for.
+/// Locks a row and reads its present values. Returns false if it was deleted before it was locked.
 bool Field::Source::lock(std::size_t row)
 {
     try {
         store_->cursor().lockRow(store_->key(row));
         locked_ = true;
     } catch (const Error& error) {
-        if (error.number != rowGone) throw;
+        if (error.number != errors::rowDeleted) throw;
         store_->remove(row);
         return false;
     }

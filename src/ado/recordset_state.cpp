@@ -5,6 +5,9 @@
 
 #include "ado_failure.h"
 
+// Opening, closing and the questions of a recordset; moves are in recordset_moves.cpp, edits in
+// recordset_edit.cpp. Errors of the cursor pass through `guarded`, which adds the statement and the provider.
+
 namespace tamarok::ado {
 
 Field::Source::Source(ConnectionRef connection, const Opening& opening) :
@@ -44,12 +47,13 @@ void Field::Source::run(const Opening& opening)
     if (locking_ && !editable_)
         fail(errors::readOnlyRecordset, recordsetSource,
              "Open: a pessimistic lock was asked for, but the rows of this statement cannot be locked.");
+    // Only a forward-only read-only recordset can do without a store: it never returns to a row.
     if (lockType_ == LockType::ReadOnly && !scrolls()) {
         standing_ = Standing::Row;
         stepStream();
     } else {
         store_ = std::make_shared<RowStore>(std::move(cursor_), 1, editable_);
-        guarded([&] { settleForward(0); });
+        guarded([&] { moveToRowFrom(0); });
     }
     empty_ = !onRow();
 }
@@ -59,10 +63,10 @@ std::shared_ptr<Field::Source> Field::Source::clone() const
     requireOpen("Clone", recordsetSource);
     requireScrolling("Clone");
     auto copy = std::make_shared<Source>(connection_, Opening{statement_, CursorType::OpenStatic, lockType_});
-    copy->editable_ = editable_ && !locking_;
+    copy->editable_ = editable_ && !locking_; // two positions cannot hold one cursor's single lock
     copy->columns_ = columns_;
     copy->store_ = store_;
-    copy->guarded([&] { copy->settleForward(0); });
+    copy->guarded([&] { copy->moveToRowFrom(0); });
     return copy;
 }
 
@@ -72,6 +76,7 @@ void Field::Source::close()
     if (edit_ != Edit::None)
         fail(errors::badCursorOperation, recordsetSource,
              "Close: an edit is pending; send it with Update or drop it with CancelUpdate first.");
+    // A failure to unlock is reported, but the recordset is closed all the same.
     try {
         guarded([&] { leaveRow(); });
     } catch (...) {
@@ -87,9 +92,9 @@ void Field::Source::release() noexcept
     connection_->detach(*this);
     if (locked_) {
         try {
-            leaveRow(); // a clone may keep the cursor alive
+            leaveRow(); // explicitly, since a clone may share the cursor
         } catch (const Error&) {
-            locked_ = false; // the lock falls with the cursor
+            locked_ = false; // the cursor's destructor releases the lock
         }
     }
     standing_ = Standing::Nowhere;
@@ -115,7 +120,7 @@ void Field::Source::failWithoutRow(std::string_view operation) const
     std::string_view where = "the recordset has no current row.";
     if (empty_)
         where = "the recordset has no rows.";
-    else if (standing_ == Standing::Behind)
+    else if (standing_ == Standing::After)
         where = "the recordset stands behind its last row.";
     else if (standing_ == Standing::Before)
         where = "the recordset stands before its first row.";
@@ -138,13 +143,13 @@ void Field::Source::requireScrolling(std::string_view operation) const
 bool Field::Source::atEnd() const
 {
     requireOpen("EOF", recordsetSource);
-    return edit_ != Edit::Add && (standing_ == Standing::Behind || (standing_ == Standing::Before && empty_));
+    return edit_ != Edit::Add && (standing_ == Standing::After || (standing_ == Standing::Before && empty_));
 }
 
 bool Field::Source::atStart() const
 {
     requireOpen("BOF", recordsetSource);
-    return edit_ != Edit::Add && (standing_ == Standing::Before || (standing_ == Standing::Behind && empty_));
+    return edit_ != Edit::Add && (standing_ == Standing::Before || (standing_ == Standing::After && empty_));
 }
 
 VariantArray Field::Source::getRows(std::int64_t rows)
@@ -153,6 +158,7 @@ VariantArray Field::Source::getRows(std::int64_t rows)
     if (rows < -1) fail(errors::invalidArgument, recordsetSource, "GetRows: the number of rows is below -1.");
     if (store_) finishEdit();
     requireRow("GetRows");
+    // An array cannot have more rows than a 32-bit index counts.
     const std::int64_t limit = rows < 0 ? std::numeric_limits<std::int32_t>::max() : rows;
     const std::size_t width = columnCount();
     std::vector<Variant> elements;
@@ -165,7 +171,7 @@ VariantArray Field::Source::getRows(std::int64_t rows)
             elements.insert(elements.end(), values.begin(), values.end());
             ++taken;
         }
-        if (taken != 0) guarded([&] { settleForward(row); });
+        if (taken != 0) guarded([&] { moveToRowFrom(row); });
     } else {
         for (; taken < limit && onRow(); ++taken) {
             for (std::size_t column = 0; column < width; ++column)
@@ -180,9 +186,9 @@ VariantArray Field::Source::getRows(std::int64_t rows)
 std::int64_t Field::Source::recordCount() const
 {
     requireOpen("RecordCount", recordsetSource);
-    if (!scrolls() || cursorType_ == CursorType::OpenDynamic) return -1;
+    if (!scrolls() || cursorType_ == CursorType::OpenDynamic) return -1; // the number is not known or may change
     guarded([&] { store_->reachEnd(); });
-    return static_cast<std::int64_t>(store_->livingBefore(store_->known()));
+    return static_cast<std::int64_t>(store_->rowsBefore(store_->rowsRead()));
 }
 
 std::int64_t Field::Source::bookmark() const
@@ -198,13 +204,13 @@ void Field::Source::bookmark(std::int64_t mark)
     requireOpen("Bookmark", recordsetSource);
     requireScrolling("Bookmark");
     const std::int64_t row = mark - store_->firstMark();
-    if (row < 0 || row >= static_cast<std::int64_t>(store_->known()))
+    if (row < 0 || row >= static_cast<std::int64_t>(store_->rowsRead()))
         fail(errors::invalidArgument, recordsetSource,
              "Bookmark: " + std::to_string(mark) + " is no mark of a row of this recordset.");
     finishEdit();
     guarded([&] {
         leaveRow();
-        if (!hold(static_cast<std::size_t>(row)))
+        if (!standOn(static_cast<std::size_t>(row)))
             fail(errors::noCurrentRecord, recordsetSource, "Bookmark: the marked row has been deleted.");
     });
 }
@@ -215,8 +221,8 @@ std::int64_t Field::Source::absolutePosition() const
     if (!scrolls() || edit_ == Edit::Add) return positionUnknown;
     switch (standing_) {
     case Standing::Before: return positionBOF;
-    case Standing::Behind: return positionEOF;
-    case Standing::Row: return static_cast<std::int64_t>(store_->livingBefore(static_cast<std::size_t>(position_))) + 1;
+    case Standing::After: return positionEOF;
+    case Standing::Row: return static_cast<std::int64_t>(store_->rowsBefore(static_cast<std::size_t>(position_))) + 1;
     case Standing::Nowhere: break;
     }
     return positionUnknown;
@@ -234,7 +240,7 @@ void Field::Source::absolutePosition(std::int64_t position)
         std::int64_t left = position;
         std::size_t row = 0;
         for (; store_->reach(row); ++row)
-            if (!store_->removed(row) && --left == 0) return settleForward(row);
+            if (!store_->removed(row) && --left == 0) return moveToRowFrom(row);
         fail(errors::noCurrentRecord, recordsetSource,
              "AbsolutePosition: there is no row " + std::to_string(position) + ".");
     });

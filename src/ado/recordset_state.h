@@ -16,7 +16,7 @@
 
 namespace tamarok::ado {
 
-/// How a recordset was asked for.
+/// The arguments of Recordset::Open.
 struct Opening {
     std::string_view statement;
     CursorType cursorType = CursorType::OpenForwardOnly;
@@ -24,9 +24,8 @@ struct Opening {
     bool procedure = false;
 };
 
-/// The state of one open recordset, shared with its fields so that a field that is kept longer finds
-/// it closed instead of gone. Forward-only read-only rows are read out of the cursor; any others are
-/// kept in a RowStore.
+/// The state of one open recordset. Its fields share it, so that a field that outlives the recordset finds it
+/// closed. Forward-only read-only rows are read directly from the cursor; all others are kept in a RowStore.
 struct Field::Source final : public Dependent {
 private:
     template <class Action>
@@ -39,7 +38,7 @@ public:
     Source(ConnectionRef connection, const Opening& opening);
     ~Source() override;
 
-    /// Runs the statement and stands on the first row. Null where there is no result set.
+    /// Runs the statement and moves to the first row. Returns null for a statement without result set.
     static std::shared_ptr<Source> open(const ConnectionRef& connection, const Opening& opening);
     std::shared_ptr<Source> clone() const;
     void close();
@@ -89,8 +88,8 @@ public:
     bool scrolls() const noexcept { return cursorType_ != CursorType::OpenForwardOnly; }
 
 private:
-    /// Where the recordset stands. Nowhere: between rows, after a deletion or a move that failed.
-    enum class Standing : std::uint8_t { Row, Before, Behind, Nowhere };
+    /// The position. Nowhere: no current row after a deletion or a failed move.
+    enum class Standing : std::uint8_t { Row, Before, After, Nowhere };
     enum class Edit : std::uint8_t { None, Change, Add };
 
     void run(const Opening& opening);
@@ -100,13 +99,13 @@ private:
     void requireScrolling(std::string_view operation) const;
     void requireEditable(std::string_view operation) const;
 
-    std::size_t rowsOnward(std::int64_t rows);
-    std::int64_t rowsBack(std::int64_t rows) const;
-    void readAgain();
+    std::size_t findRowForward(std::int64_t rows);
+    std::int64_t findRowBackward(std::int64_t rows) const;
+    void reloadRow();
     void restart();
-    void settleForward(std::size_t row);
-    void settleBackward(std::int64_t row);
-    bool hold(std::size_t row);
+    void moveToRowFrom(std::size_t row);
+    void moveToRowBack(std::int64_t row);
+    bool standOn(std::size_t row);
     bool lock(std::size_t row);
     void leaveRow();
     void finishEdit();
@@ -115,20 +114,20 @@ private:
     void sendNewRow(std::span<const Assignment> assignments);
     void endEdit() noexcept;
 
-    ConnectionRef connection_; ///< before the rows: destroyed after them
+    ConnectionRef connection_; ///< declared before cursor and store, so that it is destroyed after them
     std::string statement_;
     std::string provider_;
     CursorType cursorType_;
     LockType lockType_;
-    bool locking_ = false; ///< the current row is kept locked
+    bool locking_ = false; ///< pessimistic: each current row is locked
     bool locked_ = false;
     bool editable_ = false;
-    bool empty_ = false; ///< no row at all was found
-    Standing standing_ = Standing::Behind;
+    bool empty_ = false; ///< the recordset has no rows
+    Standing standing_ = Standing::After;
     Edit edit_ = Edit::None;
     std::shared_ptr<const std::vector<ColumnInfo>> columns_;
-    std::unique_ptr<Cursor> cursor_;  ///< of a stream
-    std::shared_ptr<RowStore> store_; ///< of any other
+    std::unique_ptr<Cursor> cursor_;  ///< of a forward-only read-only recordset
+    std::shared_ptr<RowStore> store_; ///< of any other recordset
     std::int64_t position_ = -1;      ///< zero-based, -1 before the first row
     std::vector<std::optional<Variant>> edits_;
 };

@@ -5,6 +5,9 @@
 
 #include "ado_failure.h"
 
+// A store reads its cursor forward only. `rows_` has one entry per row read, `values_` the values of all rows one
+// after the other, `width_` for each row.
+
 namespace tamarok::ado {
 
 RowStore::RowStore(std::unique_ptr<Cursor> cursor, std::int64_t firstMark, bool keyed) :
@@ -23,6 +26,7 @@ void RowStore::reachEnd()
     while (step()) {}
 }
 
+/// Reads the next row of the cursor. A failure is kept and raised again by later steps.
 bool RowStore::step()
 {
     if (failure_) throw *failure_;
@@ -32,7 +36,7 @@ bool RowStore::step()
             ended_ = true;
             return false;
         }
-        values_.resize(rows_.size() * width_); // what a step that failed half-way has left
+        values_.resize(rows_.size() * width_); // removes the values of a row that failed half-way
         for (std::size_t column = 0; column < width_; ++column)
             values_.push_back(cursor_->value(column));
         rows_.push_back({keyed_ ? cursor_->rowKey() : 0, false});
@@ -43,16 +47,16 @@ bool RowStore::step()
     }
 }
 
-bool RowStore::hasLiving()
+bool RowStore::hasRows()
 {
     for (std::size_t row = 0; reach(row); ++row)
         if (!rows_[row].removed) return true;
     return false;
 }
 
-std::size_t RowStore::livingBefore(std::size_t row) const noexcept
+std::size_t RowStore::rowsBefore(std::size_t row) const noexcept
 {
-    if (removedRows_ == 0) return row;
+    if (removedRows_ == 0) return row; // the common case needs no walk
     const auto end = rows_.begin() + static_cast<std::ptrdiff_t>(row);
     return static_cast<std::size_t>(std::count_if(rows_.begin(), end, [](const Row& r) { return !r.removed; }));
 }

@@ -12,41 +12,41 @@
 
 namespace tamarok::ado {
 
-/// The rows of a scrolling recordset: read from the cursor when first visited and kept. A recordset
-/// and its clones share one. A deleted row keeps its place, so that positions and marks stay true.
+/// The rows of a scrolling recordset. A row is read from the cursor on the first visit and kept. A recordset and
+/// its clones share one store. A deleted row keeps its index, so that positions and bookmarks stay valid.
 class RowStore {
 public:
     /// @param firstMark  the bookmark of the first row
-    /// @param keyed      the rows' keys are wanted, for editing
+    /// @param keyed      reads the keys of the rows, for editing
     RowStore(std::unique_ptr<Cursor> cursor, std::int64_t firstMark, bool keyed);
 
-    /// Reads rows until `row` is there; false where the rows end before. A failed step fails again
-    /// whenever a row behind it is wanted, since the rows are not complete.
+    /// Reads rows up to index `row`. Returns false if there are fewer. A failure to read is final: every later
+    /// call for a row after it fails again, since the rows are not complete.
     bool reach(std::size_t row);
     /// Reads all rows.
     void reachEnd();
-    /// Rows read so far, deleted ones included.
-    std::size_t known() const noexcept { return rows_.size(); }
+    /// Returns the number of rows read so far, deleted ones included.
+    std::size_t rowsRead() const noexcept { return rows_.size(); }
 
     bool removed(std::size_t row) const noexcept { return rows_[row].removed; }
     std::int64_t key(std::size_t row) const noexcept { return rows_[row].key; }
     const Variant& value(std::size_t row, std::size_t column) const { return values_[row * width_ + column]; }
     std::span<const Variant> values(std::size_t row) const { return {values_.data() + row * width_, width_}; }
-    /// True if there is a row that is not deleted, known or still to be read.
-    bool hasLiving();
-    /// Living rows before `row`.
-    std::size_t livingBefore(std::size_t row) const noexcept;
+    /// Returns whether any row is not deleted; reads on if necessary.
+    bool hasRows();
+    /// Returns the number of rows before `row` that are not deleted.
+    std::size_t rowsBefore(std::size_t row) const noexcept;
 
-    /// Reads a row anew from the database; false, and the row is removed, where it has gone.
+    /// Reads the present values of a row from the database. Removes a deleted row and returns false.
     bool refresh(std::size_t row);
-    /// A row that was added, at the end. Its values are Null until `refresh`.
+    /// Appends a new row and returns its index. Its values are Null until `refresh`.
     std::size_t append(std::int64_t key);
     void remove(std::size_t row) noexcept;
 
     std::int64_t firstMark() const noexcept { return firstMark_; }
-    /// Error 3251 where the cursor has gone to another store.
+    /// Returns the cursor. Error 3251 after `takeCursor`.
     Cursor& cursor() const;
-    /// Takes the cursor away; the rows read so far stay.
+    /// Moves the cursor out; the rows read so far remain.
     std::unique_ptr<Cursor> takeCursor() noexcept;
 
 private:

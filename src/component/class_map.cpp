@@ -11,7 +11,7 @@ namespace tamarok::component {
 
 namespace {
 
-constexpr std::int32_t cannotCreateObject = 429;
+using errors::cannotCreateObject;
 
 /// In the order of ValueType.
 constexpr std::array<std::string_view, 16> typeNames{

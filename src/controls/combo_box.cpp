@@ -1,63 +1,54 @@
 #include <algorithm>
-#include <array>
-
-#include "property_table.h"
 
 #include "tamarok/controls.h"
 #include "tamarok/convert.h"
 #include "tamarok/error.h"
+#include "tamarok/members.h"
 #include "tamarok/text.h"
+
+// The combo box. Inserting or removing an entry keeps the selected entry selected.
 
 namespace tamarok::controls {
 namespace {
 
-constexpr std::int32_t invalidPropertyValue = 380;
-constexpr std::int32_t invalidPropertyArrayIndex = 381;
+using Index = std::span<const Variant>;
 
-std::int32_t indexArgument(std::span<const Variant> index, std::string_view property)
+std::int32_t indexArgument(Index index, std::string_view property)
 {
     if (index.size() != 1)
         throw Error{errors::wrongArgumentCount, std::string{property} + " needs one index.", "ComboBox"};
     return convert::toLong(index[0]);
 }
 
-constexpr std::array<Property<ComboBox>, 6> comboProperties = {{
-    {"ListCount", [](const ComboBox& box, std::span<const Variant>) { return Variant{box.ListCount()}; }, nullptr},
-    {"NewIndex", [](const ComboBox& box, std::span<const Variant>) { return Variant{box.NewIndex()}; }, nullptr},
-    {"ListIndex", [](const ComboBox& box, std::span<const Variant>) { return Variant{box.ListIndex()}; },
-     [](ComboBox& box, const Variant& value) { box.ListIndex(convert::toLong(value)); }},
-    {"List",
-     [](const ComboBox& box, std::span<const Variant> index) {
-         return Variant{box.List(indexArgument(index, "List"))};
-     },
-     nullptr},
-    {"ItemData",
-     [](const ComboBox& box, std::span<const Variant> index) {
-         return Variant{box.ItemData(indexArgument(index, "ItemData"))};
-     },
-     nullptr},
-    {"Sorted", [](const ComboBox& box, std::span<const Variant>) { return Variant{box.Sorted}; },
-     [](ComboBox& box, const Variant& value) { box.Sorted = convert::toBoolean(value); }},
-}};
+constexpr Member<ComboBox> members[]{
+    {.name = "ListCount", .get = [](const ComboBox& box, Index) -> Variant { return box.ListCount(); }},
+    {.name = "NewIndex", .get = [](const ComboBox& box, Index) -> Variant { return box.NewIndex(); }},
+    {.name = "ListIndex",
+     .get = [](const ComboBox& box, Index) -> Variant { return box.ListIndex(); },
+     .put = [](ComboBox& box, const Variant& value) { box.ListIndex(convert::toLong(value)); }},
+    {.name = "List",
+     .get = [](const ComboBox& box, Index index) -> Variant { return box.List(indexArgument(index, "List")); }},
+    {.name = "ItemData",
+     .get = [](const ComboBox& box, Index index) -> Variant { return box.ItemData(indexArgument(index, "ItemData")); }},
+    {.name = "Sorted",
+     .get = [](const ComboBox& box, Index) -> Variant { return box.Sorted; },
+     .put = [](ComboBox& box, const Variant& value) { box.Sorted = convert::toBoolean(value); }},
+};
+
+constexpr std::span<const Member<ComboBox>> table{members};
 
 } // namespace
 
 Variant ComboBox::get(std::string_view name, std::span<const Variant> args) const
 {
-    if (const auto* property = findProperty(std::span<const Property<ComboBox>>{comboProperties}, name))
-        return property->read(*this, args);
+    if (const auto getter = findGetter(table, name)) return getter(*this, args);
     return TextEntry::get(name, args);
 }
 
 void ComboBox::put(std::string_view name, const Variant& value)
 {
-    const auto* property = findProperty(std::span<const Property<ComboBox>>{comboProperties}, name);
-    if (property == nullptr)
-        TextEntry::put(name, value);
-    else if (property->write != nullptr)
-        property->write(*this, value);
-    else
-        noSuchMember(name);
+    if (const auto setter = findSetter(table, name)) return setter(*this, value);
+    TextEntry::put(name, value);
 }
 
 Variant ComboBox::call(std::string_view name, std::span<Variant> args)
@@ -90,14 +81,14 @@ void ComboBox::AddItem(std::string_view item, std::int32_t index)
         throw Error{errors::invalidArgument, "No entry can be added at index " + std::to_string(index) + ".",
                     "ComboBox.AddItem"};
     auto place = index < 0 ? entries_.end() : entries_.begin() + index;
-    if (Sorted) {
+    if (Sorted) { // after all entries that are not greater
         const std::string wanted = text::toUpper(item);
         place = std::find_if(entries_.begin(), entries_.end(),
                              [&](const Entry& entry) { return text::toUpper(entry.text) > wanted; });
     }
     newIndex_ = static_cast<std::int32_t>(place - entries_.begin());
     entries_.insert(place, Entry{std::string{item}, 0});
-    if (listIndex_ >= newIndex_) ++listIndex_;
+    if (listIndex_ >= newIndex_) ++listIndex_; // the selected entry moved down
 }
 
 void ComboBox::RemoveItem(std::int32_t index)
@@ -111,11 +102,12 @@ void ComboBox::RemoveItem(std::int32_t index)
         --listIndex_;
 }
 
+// Unlike the reading of entries, a wrong ListIndex is an invalid value (380), not an invalid index (381).
 void ComboBox::ListIndex(std::int32_t index)
 {
     if (index < -1 || index >= ListCount())
-        throw Error{invalidPropertyValue, "Invalid property value: there is no entry " + std::to_string(index) + ".",
-                    "ComboBox.ListIndex"};
+        throw Error{errors::invalidPropertyValue,
+                    "Invalid property value: there is no entry " + std::to_string(index) + ".", "ComboBox.ListIndex"};
     listIndex_ = index;
     text(index < 0 ? std::string{} : entries_[static_cast<std::size_t>(index)].text);
 }
@@ -138,7 +130,7 @@ void ComboBox::ItemData(std::int32_t index, std::int32_t value)
 std::size_t ComboBox::checked(std::int32_t index) const
 {
     if (index < 0 || index >= ListCount())
-        throw Error{invalidPropertyArrayIndex, "There is no entry " + std::to_string(index) + ".", "ComboBox"};
+        throw Error{errors::invalidPropertyArrayIndex, "There is no entry " + std::to_string(index) + ".", "ComboBox"};
     return static_cast<std::size_t>(index);
 }
 

@@ -1,24 +1,32 @@
-#include <array>
-
-#include "property_table.h"
-
 #include "tamarok/controls.h"
 #include "tamarok/convert.h"
 #include "tamarok/error.h"
+#include "tamarok/members.h"
+
+// The common properties, the simple controls, and the making of controls by type name. A control looks a member up
+// in its own table first and passes unknown names to its base class.
 
 namespace tamarok::controls {
 namespace {
 
-constexpr std::array<Property<Control>, 4> controlProperties = {{
-    {"Name", [](const Control& control, std::span<const Variant>) { return Variant{control.Name}; }, nullptr},
-    {"Tag", [](const Control& control, std::span<const Variant>) { return Variant{control.Tag}; },
-     [](Control& control, const Variant& value) { control.Tag = convert::toText(value); }},
-    {"Enabled", [](const Control& control, std::span<const Variant>) { return Variant{control.Enabled}; },
-     [](Control& control, const Variant& value) { control.Enabled = convert::toBoolean(value); }},
-    {"Visible", [](const Control& control, std::span<const Variant>) { return Variant{control.Visible}; },
-     [](Control& control, const Variant& value) { control.Visible = convert::toBoolean(value); }},
-}};
+using Index = std::span<const Variant>;
 
+constexpr Member<Control> members[]{
+    {.name = "Name", .get = [](const Control& control, Index) -> Variant { return control.Name; }},
+    {.name = "Tag",
+     .get = [](const Control& control, Index) -> Variant { return control.Tag; },
+     .put = [](Control& control, const Variant& value) { control.Tag = convert::toText(value); }},
+    {.name = "Enabled",
+     .get = [](const Control& control, Index) -> Variant { return control.Enabled; },
+     .put = [](Control& control, const Variant& value) { control.Enabled = convert::toBoolean(value); }},
+    {.name = "Visible",
+     .get = [](const Control& control, Index) -> Variant { return control.Visible; },
+     .put = [](Control& control, const Variant& value) { control.Visible = convert::toBoolean(value); }},
+};
+
+constexpr std::span<const Member<Control>> table{members};
+
+/// A type of control and the function that makes one.
 struct ControlType {
     std::string_view name;
     std::shared_ptr<Control> (*make)();
@@ -30,29 +38,24 @@ std::shared_ptr<Control> makeControl()
     return std::make_shared<Type>();
 }
 
-constexpr std::array<ControlType, 3> controlTypes = {{
+constexpr ControlType controlTypes[]{
     {"CheckBox", &makeControl<CheckBox>},
     {"ComboBox", &makeControl<ComboBox>},
     {"TextBox", &makeControl<TextBox>},
-}};
-
-constexpr std::int32_t cannotCreateObject = 429;
-constexpr std::int32_t invalidPropertyValue = 380;
+};
 
 } // namespace
 
 Variant Control::get(std::string_view name, std::span<const Variant> args) const
 {
-    const auto* property = findProperty(std::span<const Property<Control>>{controlProperties}, name);
-    if (property == nullptr) noSuchMember(name);
-    return property->read(*this, args);
+    if (const auto getter = findGetter(table, name)) return getter(*this, args);
+    noSuchMember(name);
 }
 
 void Control::put(std::string_view name, const Variant& value)
 {
-    const auto* property = findProperty(std::span<const Property<Control>>{controlProperties}, name);
-    if (property == nullptr || property->write == nullptr) noSuchMember(name);
-    property->write(*this, value);
+    if (const auto setter = findSetter(table, name)) return setter(*this, value);
+    noSuchMember(name);
 }
 
 Variant DataFormat::get(std::string_view name, std::span<const Variant> /*args*/) const
@@ -79,7 +82,8 @@ void CheckBox::put(std::string_view name, const Variant& value)
     if (text::equalsNoCase(name, "Value")) {
         const std::int16_t state = convert::toInteger(value);
         if (state < 0 || state > 2)
-            throw Error{invalidPropertyValue, "Invalid property value: a check box is 0, 1 or 2.", "CheckBox.Value"};
+            throw Error{errors::invalidPropertyValue, "Invalid property value: a check box is 0, 1 or 2.",
+                        "CheckBox.Value"};
         Value = state;
     } else if (text::equalsNoCase(name, "Caption")) {
         Caption = convert::toText(value);
@@ -88,14 +92,18 @@ void CheckBox::put(std::string_view name, const Variant& value)
     }
 }
 
+Variant CheckBox::defaultValue() const
+{
+    return Value;
+}
+
 std::shared_ptr<Control> make(std::string_view typeName)
 {
+    if (const ControlType* type = findByName(std::span<const ControlType>{controlTypes}, typeName)) return type->make();
     std::string known;
-    for (const ControlType& type : controlTypes) {
-        if (text::equalsNoCase(type.name, typeName)) return type.make();
+    for (const ControlType& type : controlTypes)
         known.append(known.empty() ? "" : ", ").append(type.name);
-    }
-    throw Error{cannotCreateObject,
+    throw Error{errors::cannotCreateObject,
                 "There is no control of type \"" + std::string{typeName} + "\"; known are " + known + ".", "Controls"};
 }
 

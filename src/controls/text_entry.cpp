@@ -1,46 +1,56 @@
 #include <algorithm>
-#include <array>
-
-#include "property_table.h"
 
 #include "tamarok/controls.h"
 #include "tamarok/convert.h"
 #include "tamarok/error.h"
+#include "tamarok/members.h"
 #include "tamarok/text.h"
+
+// Text fields and the typing of keys. All positions are in characters.
 
 namespace tamarok::controls {
 namespace {
 
-constexpr std::int32_t invalidPropertyValue = 380;
 constexpr char32_t backspace = 8;
 constexpr char32_t enter = 13;
 
-constexpr std::array<Property<TextEntry>, 5> textProperties = {{
-    {"Text", [](const TextEntry& box, std::span<const Variant>) { return Variant{box.text()}; },
-     [](TextEntry& box, const Variant& value) { box.text(convert::toText(value)); }},
-    {"SelStart", [](const TextEntry& box, std::span<const Variant>) { return Variant{box.SelStart()}; },
-     [](TextEntry& box, const Variant& value) { box.SelStart(convert::toLong(value)); }},
-    {"SelLength", [](const TextEntry& box, std::span<const Variant>) { return Variant{box.SelLength()}; },
-     [](TextEntry& box, const Variant& value) { box.SelLength(convert::toLong(value)); }},
-    {"SelText", [](const TextEntry& box, std::span<const Variant>) { return Variant{box.SelText()}; },
-     [](TextEntry& box, const Variant& value) { box.SelText(convert::toText(value)); }},
-    {"Locked", [](const TextEntry& box, std::span<const Variant>) { return Variant{box.Locked}; },
-     [](TextEntry& box, const Variant& value) { box.Locked = convert::toBoolean(value); }},
-}};
+using Index = std::span<const Variant>;
+
+constexpr Member<TextEntry> members[]{
+    {.name = "Text",
+     .get = [](const TextEntry& box, Index) -> Variant { return box.text(); },
+     .put = [](TextEntry& box, const Variant& value) { box.text(convert::toText(value)); }},
+    {.name = "SelStart",
+     .get = [](const TextEntry& box, Index) -> Variant { return box.SelStart(); },
+     .put = [](TextEntry& box, const Variant& value) { box.SelStart(convert::toLong(value)); }},
+    {.name = "SelLength",
+     .get = [](const TextEntry& box, Index) -> Variant { return box.SelLength(); },
+     .put = [](TextEntry& box, const Variant& value) { box.SelLength(convert::toLong(value)); }},
+    {.name = "SelText",
+     .get = [](const TextEntry& box, Index) -> Variant { return box.SelText(); },
+     .put = [](TextEntry& box, const Variant& value) { box.SelText(convert::toText(value)); }},
+    {.name = "Locked",
+     .get = [](const TextEntry& box, Index) -> Variant { return box.Locked; },
+     .put = [](TextEntry& box, const Variant& value) { box.Locked = convert::toBoolean(value); }},
+};
+
+constexpr std::span<const Member<TextEntry>> table{members};
 
 std::int32_t characters(std::string_view text)
 {
     return static_cast<std::int32_t>(text::length(text));
 }
 
+/// Error 380 for a value below 0.
 void requireNotNegative(std::int32_t value, std::string_view property)
 {
     if (value < 0)
-        throw Error{invalidPropertyValue,
+        throw Error{errors::invalidPropertyValue,
                     "Invalid property value: " + std::string{property} + " cannot be " + std::to_string(value) + ".",
                     std::string{property}};
 }
 
+/// Returns whether the user cannot enter another character: a selection makes room for its length.
 bool isFull(const TextEntry& box)
 {
     const auto* textBox = dynamic_cast<const TextBox*>(&box);
@@ -52,17 +62,14 @@ bool isFull(const TextEntry& box)
 
 Variant TextEntry::get(std::string_view name, std::span<const Variant> args) const
 {
-    if (const auto* property = findProperty(std::span<const Property<TextEntry>>{textProperties}, name))
-        return property->read(*this, args);
+    if (const auto getter = findGetter(table, name)) return getter(*this, args);
     return Control::get(name, args);
 }
 
 void TextEntry::put(std::string_view name, const Variant& value)
 {
-    if (const auto* property = findProperty(std::span<const Property<TextEntry>>{textProperties}, name))
-        property->write(*this, value);
-    else
-        Control::put(name, value);
+    if (const auto setter = findSetter(table, name)) return setter(*this, value);
+    Control::put(name, value);
 }
 
 void TextEntry::text(std::string value)
@@ -125,11 +132,11 @@ void TextBox::put(std::string_view name, const Variant& value)
 void typeKey(TextEntry& box, char32_t key, const KeyFilter& filter)
 {
     if (filter) {
-        // The filter knows keys as 16-bit numbers; no key beyond that range belongs to a number or a date.
+        // The filter takes keys as 16-bit numbers. A character above that range is passed as the greatest one.
         const auto offered = static_cast<std::int16_t>(key <= INT16_MAX ? static_cast<std::int32_t>(key) : INT16_MAX);
         std::int16_t left = offered;
         filter(left);
-        // A key that was let pass as it is keeps its character, beyond that range too.
+        // A key that the filter did not change keeps its character.
         if (left != offered) key = static_cast<std::uint16_t>(left);
     }
     if (key == 0 || key == enter || box.Locked) return;

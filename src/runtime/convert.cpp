@@ -1,5 +1,6 @@
 #include "tamarok/convert.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -8,13 +9,16 @@
 #include "tamarok/error.h"
 #include "tamarok/text.h"
 
+// Conversions of variants by kind. Each function has one switch over all kinds; texts are read by the parsers of
+// numbers and dates, objects are replaced by their default value and converted again.
+
 namespace tamarok::convert {
 
 namespace {
 
 using Kind = Variant::Kind;
 
-/// The value in quotes for a message, cut where it is long.
+/// Returns the value in quotes for a message, cut to 40 characters.
 std::string quoted(std::string_view value)
 {
     constexpr std::size_t longest = 40;
@@ -45,29 +49,35 @@ std::string quoted(std::string_view value)
                 "Overflow: " + std::string{value} + " leaves the range of " + std::string{type} + "."};
 }
 
-/// A field stands for its value, wherever a value is wanted.
+/// Returns the default value of an object. Error 13 for an object without one and for a value that is an
+/// object itself, such as a field within a field.
 Variant valueOf(const ObjectRef& object, std::string_view wanted)
 {
     const Object& target = require(object, wanted);
-    if (!text::equalsNoCase(target.typeName(), "Field"))
+    if (!target.hasDefaultValue())
         throw Error{errors::typeMismatch, "Type mismatch: an object of the type " + std::string{target.typeName()} +
                                               " is no " + std::string{wanted} + "."};
-    Variant value = target.get("Value", {});
+    Variant value = target.defaultValue();
     if (value.isObject()) throwNoForm(value, wanted);
     return value;
 }
 
+bool hasDefaultValue(const ObjectRef& object) noexcept
+{
+    return object && object->hasDefaultValue();
+}
+
 double numberOf(std::string_view text, const Regional& regional)
 {
-    double number = 0.0;
-    if (readNumber(text, regional, number)) return number;
+    if (const auto number = parseNumber(text, regional)) return *number;
     throwMismatch(text, "number");
 }
 
+/// Rounds half to even. Error 6 outside the range of `Whole`.
 template <class Whole>
 Whole narrowed(double number, std::string_view type)
 {
-    // The bounds of every type are exact doubles when the upper one is taken exclusively.
+    // -lowest is one above the greatest value: both bounds are exact doubles, the greatest 64-bit value is not.
     constexpr double lowest = static_cast<double>(std::numeric_limits<Whole>::min());
     const double rounded = nearestEven(number);
     if (!(rounded >= lowest && rounded < -lowest))
@@ -83,7 +93,7 @@ Whole narrowed(std::int64_t number, std::string_view type)
     return static_cast<Whole>(number);
 }
 
-/// A text of digits alone keeps all 64 bits, which a double would not.
+/// Reads a text of digits alone as a 64-bit number: a double holds only 53 bits.
 template <class Whole>
 Whole wholeOf(std::string_view text, std::string_view type)
 {
@@ -126,6 +136,7 @@ std::string wholeText(std::int64_t number)
     return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr};
 }
 
+/// Reads a truth value: a regional or English word, or a number.
 bool truthOf(std::string_view text, const Regional& regional)
 {
     const std::string_view word = text::trim(text);
@@ -160,6 +171,22 @@ std::string toText(const Variant& value)
     return toText(value, Platform::current().regional);
 }
 
+std::string toSqlNumber(std::string_view numberText, std::string_view thousands)
+{
+    std::string result{numberText};
+    if (thousands.size() == 1 && thousands != ",")
+        std::erase(result, thousands.front());
+    else if (thousands.size() > 1 && text::length(thousands) == 1) // such as a no-break space
+        result = text::replaceAll(result, thousands, "");
+    std::replace(result.begin(), result.end(), ',', '.');
+    return result;
+}
+
+std::string toSqlNumber(double number, const Regional& regional)
+{
+    return toSqlNumber(toText(number, regional));
+}
+
 bool isNumeric(const Variant& value, const Regional& regional)
 {
     switch (value.kind()) {
@@ -171,8 +198,7 @@ bool isNumeric(const Variant& value, const Regional& regional)
     case Kind::Double: return true;
     case Kind::String: return parseNumber(value.asString(), regional).has_value();
     case Kind::Object:
-        return value.asObject() && text::equalsNoCase(value.asObject()->typeName(), "Field") &&
-               isNumeric(valueOf(value.asObject(), "number"), regional);
+        return hasDefaultValue(value.asObject()) && isNumeric(valueOf(value.asObject(), "number"), regional);
     case Kind::Null:
     case Kind::Date:
     case Kind::Array: break;
@@ -190,9 +216,7 @@ bool isDate(const Variant& value, const Regional& regional)
     switch (value.kind()) {
     case Kind::Date: return isInRange(value.asDate());
     case Kind::String: return parseDate(value.asString(), regional).has_value();
-    case Kind::Object:
-        return value.asObject() && text::equalsNoCase(value.asObject()->typeName(), "Field") &&
-               isDate(valueOf(value.asObject(), "date"), regional);
+    case Kind::Object: return hasDefaultValue(value.asObject()) && isDate(valueOf(value.asObject(), "date"), regional);
     default: return false;
     }
 }

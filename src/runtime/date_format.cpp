@@ -1,11 +1,14 @@
+#include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstdint>
 
 #include "runtime/date_pattern.h"
 
 #include "tamarok/format.h"
 #include "tamarok/text.h"
+
+// Date patterns. PatternLexer cuts a pattern into tokens, DateWriter writes each token. Regional patterns and format
+// patterns differ in their letters only.
 
 namespace tamarok {
 
@@ -23,19 +26,60 @@ constexpr char lower(char c) noexcept
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
 }
 
-/// Cuts a pattern into its tokens, from left to right.
+/// Returns the part that a letter of a regional pattern stands for. Case counts: M is the month, m the minute.
+constexpr Part regionalPart(char letter) noexcept
+{
+    switch (letter) {
+    case 'd': return Part::day;
+    case 'M': return Part::month;
+    case 'y': return Part::year;
+    case 'H': return Part::hour;
+    case 'h': return Part::hour12;
+    case 'm': return Part::minute;
+    case 's': return Part::second;
+    case 't': return Part::halfDay;
+    default: return Part::literal;
+    }
+}
+
+/// Returns the part that a letter of a format pattern stands for, in any case.
+constexpr Part formatPart(char letter) noexcept
+{
+    switch (lower(letter)) {
+    case 'd': return Part::day;
+    case 'm': return Part::month;
+    case 'y': return Part::year;
+    case 'h': return Part::hour;
+    case 'n': return Part::minute;
+    case 's': return Part::second;
+    case '/': return Part::dateMark;
+    case ':': return Part::timeMark;
+    default: return Part::literal;
+    }
+}
+
+/// Cuts a pattern into tokens from left to right.
 class PatternLexer {
 public:
-    PatternLexer(std::string_view pattern, bool regionalPattern) noexcept :
-        rest_{pattern}, regionalPattern_{regionalPattern}
-    {}
+    enum class Kind { regional, format };
+    PatternLexer(std::string_view pattern, Kind kind) noexcept : rest_{pattern}, kind_{kind} {}
 
+    /// Reads the next token; false at the end of the pattern.
     bool next(Token& token) noexcept
     {
         if (rest_.empty()) return false;
-        token = literal();
-        if (token.part != Part::literal || !token.text.empty() || consumed_) return true;
-        token = regionalPattern_ ? regionalPart() : patternPart();
+        const char first = rest_.front();
+        const Part part = kind_ == Kind::regional ? regionalPart(first) : formatPart(first);
+        if (part == Part::dateMark || part == Part::timeMark)
+            token = take(part, 1);
+        else if (part != Part::literal)
+            token = take(part, runLength());
+        else if (first == '"' || (first == '\'' && kind_ == Kind::regional))
+            token = quoted(first);
+        else if (const std::size_t length = halfDayLength(); length > 0)
+            token = take(Part::halfDay, length);
+        else
+            token = character();
         return true;
     }
 
@@ -43,87 +87,51 @@ private:
     Token take(Part part, std::size_t count) noexcept
     {
         const Token token{part, rest_.substr(0, count)};
-        rest_.remove_prefix(std::min(count, rest_.size()));
+        rest_.remove_prefix(token.text.size());
         return token;
     }
 
-    /// Quoted and escaped text; marks that no text was quoted here by `consumed_` false.
-    Token literal() noexcept
+    Token quoted(char quote) noexcept
     {
-        consumed_ = true;
-        const char first = rest_.front();
-        if (first == '"' || (regionalPattern_ && first == '\'')) {
-            rest_.remove_prefix(1);
-            const std::size_t end = std::min(rest_.find(first), rest_.size());
-            const Token token = take(Part::literal, end);
-            if (!rest_.empty()) rest_.remove_prefix(1);
-            return token;
-        }
-        if (first == '\\') {
-            rest_.remove_prefix(1);
-            return take(Part::literal, characterLength());
-        }
-        consumed_ = false;
-        return {};
+        rest_.remove_prefix(1);
+        const Token token = take(Part::literal, rest_.find(quote));
+        if (!rest_.empty()) rest_.remove_prefix(1);
+        return token;
     }
 
-    std::size_t characterLength() const noexcept
+    /// One character of literal text, without the backslash before it.
+    Token character() noexcept
     {
-        if (rest_.empty()) return 0;
-        if (static_cast<unsigned char>(rest_.front()) < 0x80) return 1;
+        if (rest_.front() == '\\') rest_.remove_prefix(1);
         std::size_t end = 0;
-        text::decode(rest_, end);
-        return end;
+        if (!rest_.empty()) text::decode(rest_, end);
+        return take(Part::literal, end);
     }
 
-    std::size_t runLength(bool anyCase) const noexcept
+    std::size_t runLength() const noexcept
     {
         const char first = rest_.front();
+        const bool anyCase = kind_ == Kind::format;
         std::size_t end = 1;
         while (end < rest_.size() && (rest_[end] == first || (anyCase && lower(rest_[end]) == lower(first))))
             ++end;
         return end;
     }
 
-    Token regionalPart() noexcept
-    {
-        switch (rest_.front()) {
-        case 'd': return take(Part::day, runLength(false));
-        case 'M': return take(Part::month, runLength(false));
-        case 'y': return take(Part::year, runLength(false));
-        case 'H': return take(Part::hour, runLength(false));
-        case 'h': return take(Part::hour12, runLength(false));
-        case 'm': return take(Part::minute, runLength(false));
-        case 's': return take(Part::second, runLength(false));
-        case 't': return take(Part::halfDay, runLength(false));
-        default: return take(Part::literal, characterLength());
-        }
-    }
-
-    Token patternPart() noexcept
+    std::size_t halfDayLength() const noexcept
     {
         static constexpr std::array<std::string_view, 3> halfDays{"AM/PM", "AMPM", "A/P"};
-        if (lower(rest_.front()) == 'a')
-            for (const std::string_view halfDay : halfDays)
-                if (text::startsWithNoCase(rest_, halfDay)) return take(Part::halfDay, halfDay.size());
-        switch (lower(rest_.front())) {
-        case 'd': return take(Part::day, runLength(true));
-        case 'm': return take(Part::month, runLength(true));
-        case 'y': return take(Part::year, runLength(true));
-        case 'h': return take(Part::hour, runLength(true));
-        case 'n': return take(Part::minute, runLength(true));
-        case 's': return take(Part::second, runLength(true));
-        case '/': return take(Part::dateMark, 1);
-        case ':': return take(Part::timeMark, 1);
-        default: return take(Part::literal, characterLength());
-        }
+        if (kind_ == Kind::regional || lower(rest_.front()) != 'a') return 0;
+        for (const std::string_view halfDay : halfDays)
+            if (text::startsWithNoCase(rest_, halfDay)) return halfDay.size();
+        return 0;
     }
 
     std::string_view rest_;
-    bool regionalPattern_;
-    bool consumed_ = false;
+    Kind kind_;
 };
 
+/// Writes the tokens of a pattern for one date.
 class DateWriter {
 public:
     DateWriter(Date date, const Regional& regional) : parts_{toCivilSeconds(date)}, regional_{regional} {}
@@ -136,10 +144,10 @@ public:
         case Part::day: day(length); break;
         case Part::month: month(length); break;
         case Part::year: year(length); break;
-        case Part::hour: number(parts_.hour, length > 1 ? 2 : 1); break;
-        case Part::hour12: number((parts_.hour + 11) % 12 + 1, length > 1 ? 2 : 1); break;
-        case Part::minute: number(parts_.minute, length > 1 ? 2 : 1); break;
-        case Part::second: number(parts_.second, length > 1 ? 2 : 1); break;
+        case Part::hour: number(parts_.hour, length > 1); break;
+        case Part::hour12: number((parts_.hour + 11) % 12 + 1, length > 1); break;
+        case Part::minute: number(parts_.minute, length > 1); break;
+        case Part::second: number(parts_.second, length > 1); break;
         case Part::halfDay: halfDay(token.text); break;
         case Part::dateMark: out_.append(dateSeparator(regional_.shortDate)); break;
         case Part::timeMark: out_.append(timeSeparator(regional_.time)); break;
@@ -149,16 +157,14 @@ public:
     std::string take() { return std::move(out_); }
 
 private:
-    void number(std::int32_t value, std::ptrdiff_t width)
+    /// Writes a number below 100.
+    void number(std::int32_t value, bool twoDigits)
     {
-        std::array<char, 12> buffer;
-        const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr;
-        for (std::ptrdiff_t missing = width - (end - buffer.data()); missing > 0; --missing)
-            out_ += '0';
-        out_.append(buffer.data(), end);
+        if (twoDigits || value >= 10) out_ += static_cast<char>('0' + value / 10);
+        out_ += static_cast<char>('0' + value % 10);
     }
 
-    /// Of the day that is shown, which the rounding to seconds may have moved.
+    /// Sunday is 0. Computed from the parts: rounding to seconds may have moved the date to the next day.
     std::size_t weekday() const
     {
         return static_cast<std::size_t>(weekdayOf(makeDate(parts_.year, parts_.month, parts_.day)) - 1);
@@ -171,7 +177,7 @@ private:
         else if (length > 3)
             out_.append(regional_.days[weekday()]);
         else
-            number(parts_.day, static_cast<std::ptrdiff_t>(length));
+            number(parts_.day, length > 1);
     }
 
     void month(std::size_t length)
@@ -182,15 +188,13 @@ private:
         else if (length > 3)
             out_.append(regional_.months[index]);
         else
-            number(parts_.month, static_cast<std::ptrdiff_t>(length));
+            number(parts_.month, length > 1);
     }
 
     void year(std::size_t length)
     {
-        if (length > 2)
-            number(parts_.year, 4);
-        else
-            number(parts_.year % 100, static_cast<std::ptrdiff_t>(length));
+        if (length > 2) number(parts_.year / 100, true);
+        number(parts_.year % 100, length > 1);
     }
 
     void halfDay(std::string_view letters)
@@ -213,7 +217,7 @@ private:
     std::string out_;
 };
 
-/// The part of the next token that is no literal, or `literal` at the end.
+/// Returns the part of the next token that is neither literal nor separator, or `literal` at the end.
 Part nextPart(PatternLexer lexer) noexcept
 {
     Token token;
@@ -223,17 +227,18 @@ Part nextPart(PatternLexer lexer) noexcept
     return Part::literal;
 }
 
+/// Returns whether the pattern holds AM/PM, so that hours count to 12.
 bool namesHalfDay(std::string_view pattern) noexcept
 {
-    if (pattern.find_first_of("aA") == std::string_view::npos) return false;
-    PatternLexer lexer{pattern, false};
+    if (std::none_of(pattern.begin(), pattern.end(), [](char c) { return lower(c) == 'a'; })) return false;
+    PatternLexer lexer{pattern, PatternLexer::Kind::format};
     Token token;
     while (lexer.next(token))
         if (token.part == Part::halfDay) return true;
     return false;
 }
 
-/// "m" and "mm" are minutes directly behind an hour or before seconds.
+/// "m" and "mm" are minutes directly after an hour or before seconds.
 bool isMinute(const Token& token, Part previous, const PatternLexer& rest) noexcept
 {
     if (token.part != Part::month || token.text.size() > 2) return false;
@@ -245,7 +250,7 @@ bool isMinute(const Token& token, Part previous, const PatternLexer& rest) noexc
 std::string formatRegional(Date date, std::string_view pattern, const Regional& regional)
 {
     DateWriter writer{date, regional};
-    PatternLexer lexer{pattern, true};
+    PatternLexer lexer{pattern, PatternLexer::Kind::regional};
     for (Token token; lexer.next(token);)
         writer.write(token);
     return writer.take();
@@ -256,7 +261,7 @@ namespace format {
 std::string date(Date value, std::string_view pattern, const Regional& regional)
 {
     DateWriter writer{value, regional};
-    PatternLexer lexer{pattern, false};
+    PatternLexer lexer{pattern, PatternLexer::Kind::format};
     const bool halfDays = namesHalfDay(pattern);
     Part previous = Part::literal;
     for (Token token; lexer.next(token);) {

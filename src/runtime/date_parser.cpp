@@ -26,10 +26,11 @@ constexpr bool isDigit(char c) noexcept
 struct DatePart {
     std::int32_t value = 0;
     std::size_t digits = 0; ///< 0 for a month that was named
+    /// Returns whether the part can only be a year.
     bool isYear() const noexcept { return digits > 2 || value > 31; }
 };
 
-/// What the text says, before the order of its parts is decided.
+/// The parts of a date text in the order of the text.
 struct Reading {
     std::array<DatePart, maxParts> parts;
     std::size_t count = 0;
@@ -39,7 +40,8 @@ struct Reading {
     std::optional<std::int64_t> milliseconds; ///< time of day
 };
 
-/// Cuts a text into date parts and a time of day.
+/// Splits a text into date parts and a time of day. Reads one element after the other: number, time, word or
+/// separator. `pending_` is a separator that must be followed by a date part.
 class DateReader {
 public:
     DateReader(std::string_view text, const Regional& regional) noexcept :
@@ -61,8 +63,8 @@ public:
     }
 
 private:
-    /// Four digits, hyphen, one or two, hyphen, one or two; unless the machine itself writes year,
-    /// day, month in that shape. A "T" behind it settles it.
+    /// Returns whether the text begins with four digits, hyphen, one or two digits, hyphen, one or two digits.
+    /// If the regional short date is year, day, month with hyphens, a "T" must follow.
     bool beginsIso() const noexcept
     {
         std::size_t at = 0;
@@ -73,9 +75,9 @@ private:
                 ++at, ++digits;
             if (digits < fewest || digits > most) return false;
         }
-        const bool ownShape =
+        const bool regionalShape =
             dateOrder(regional_.shortDate) == DateOrder::Ydm && dateSeparator(regional_.shortDate) == "-";
-        return !ownShape || (at < rest_.size() && (rest_[at] == 'T' || rest_[at] == 't'));
+        return !regionalShape || (at < rest_.size() && (rest_[at] == 'T' || rest_[at] == 't'));
     }
 
     bool take(std::string_view wanted) noexcept
@@ -157,7 +159,7 @@ private:
         return rest_.size() > 1 && (rest_[0] == '.' || rest_[0] == ',') && isDigit(rest_[1]);
     }
 
-    /// Decimals of a second, cut to milliseconds.
+    /// Reads decimals of a second, truncated to milliseconds.
     std::int32_t fraction() noexcept
     {
         rest_.remove_prefix(1);
@@ -168,7 +170,7 @@ private:
         return result;
     }
 
-    /// Takes a word for before or after noon, where there is one: true for after noon.
+    /// Reads a word for before or after noon, if there is one. Returns true for after noon.
     std::optional<bool> halfDay()
     {
         const std::string_view before = rest_;
@@ -195,7 +197,7 @@ private:
         return true;
     }
 
-    /// Letters up to a digit, blank or separator, and a point that shortens them.
+    /// Reads letters up to a digit, blank or separator, and the point of an abbreviation after them.
     std::string_view takeWord() noexcept
     {
         std::size_t end = 0;
@@ -215,7 +217,7 @@ private:
         if (word.empty()) return false;
         if (reading_.iso && reading_.count == maxParts && text::equalsNoCase(word, "T"))
             return !rest_.empty() && isDigit(rest_.front()) && !reading_.milliseconds;
-        // "mar." opens a French date as its Tuesday, and is the English March elsewhere.
+        // At the beginning of a French date "mar." is Tuesday (mardi); elsewhere it is the English March.
         const bool opensWithWeekday = reading_.count == 0 && words_.isRegionalWeekday(word);
         if (const std::int32_t month = words_.month(word); month != 0 && !reading_.monthNamed && !opensWithWeekday) {
             reading_.monthNamed = true;
@@ -232,8 +234,8 @@ private:
     DateWords words_;
     const Regional& regional_;
     Reading reading_;
-    char pending_ = '\0'; ///< a separator that waits for its next part
-    bool separable_ = false;
+    char pending_ = '\0';    ///< a separator that has no part after it yet
+    bool separable_ = false; ///< a separator may follow
     bool comma_ = false;
     bool timeFirst_ = false;
 };
@@ -246,11 +248,13 @@ std::optional<Date> dayFrom(std::int32_t year, const DatePart& month, const Date
     return possible ? std::optional{makeDate(full, month.value, day.value)} : std::nullopt;
 }
 
+/// Returns the first date, or the second if there is no first: day and month exchanged.
 std::optional<Date> either(std::optional<Date> first, std::optional<Date> second)
 {
     return first ? first : second;
 }
 
+/// Day, month and year as numbers. A part that can only be a year decides; otherwise the regional order does.
 std::optional<Date> threeNumbers(const Reading& reading, DateOrder order)
 {
     const auto& [a, b, c] = reading.parts;
@@ -265,6 +269,7 @@ std::optional<Date> threeNumbers(const Reading& reading, DateOrder order)
     return either(dayFrom(c.value, b, a), dayFrom(c.value, a, b));
 }
 
+/// Month and year, or day and month of the current year.
 std::optional<Date> twoNumbers(const DatePart& a, const DatePart& b, DateOrder order)
 {
     constexpr DatePart firstDay{1, 1};
@@ -277,6 +282,7 @@ std::optional<Date> twoNumbers(const DatePart& a, const DatePart& b, DateOrder o
     return either(dayFrom(year, month, day), dayFrom(year, day, month));
 }
 
+/// One or two numbers beside the name of a month.
 std::optional<Date> withNamedMonth(const Reading& reading, DateOrder order)
 {
     const auto end = reading.parts.begin() + static_cast<std::ptrdiff_t>(reading.count);
@@ -301,7 +307,7 @@ std::optional<Date> dayOf(const Reading& reading, const Regional& regional)
 {
     const DateOrder order = dateOrder(regional.shortDate);
     if (reading.monthNamed) return withNamedMonth(reading, order);
-    // A weekday belongs to a whole date.
+    // A weekday is allowed before a complete date only.
     if (reading.weekdayNamed && reading.count < maxParts) return std::nullopt;
     switch (reading.count) {
     case 0: return Date{};

@@ -2,10 +2,13 @@
 
 #include "tamarok/convert.h"
 
+// Dates as regional text, and what regional patterns tell of order and separators.
+
 namespace tamarok {
 
 namespace {
 
+/// Returns the text between the first two runs of `letters`.
 std::string_view separatorOf(std::string_view pattern, std::string_view letters) noexcept
 {
     const std::size_t firstPart = pattern.find_first_of(letters);
@@ -42,13 +45,14 @@ CivilTime toCivilSeconds(Date date)
     constexpr double secondsPerDay = 86'400.0;
     CivilTime parts = toCivil(date);
     if (parts.millisecond >= 500) {
-        // One second later; below day 0 the time of day lies in the absolute value of the fraction.
+        // One second later. Before day 0 the time of day is the absolute value of the fraction.
         parts.millisecond = 0;
         const Date cut = fromCivil(parts);
         const Date later{cut.days + (cut.days < 0.0 ? -1.0 : 1.0) / secondsPerDay};
         const bool endOfDay = parts.hour == 23 && parts.minute == 59 && parts.second == 59;
         if (!endOfDay) return toCivil(later);
         const double nextDay = dayOf(cut).days + 1.0;
+        // The last second of the year 9999 is not rounded up.
         if (nextDay < lastDateDays) return toCivil({nextDay});
     }
     parts.millisecond = 0;
@@ -61,6 +65,7 @@ std::string toText(Date date, const Regional& regional)
 {
     const CivilTime parts = toCivilSeconds(date);
     const bool midnight = parts.hour == 0 && parts.minute == 0 && parts.second == 0;
+    // Day 0 stands for a time without a date.
     const bool dayZero = parts.year == 1899 && parts.month == 12 && parts.day == 30;
     std::string text;
     if (!dayZero) text = formatRegional(date, regional.shortDate, regional);

@@ -3,11 +3,13 @@
 #include "tamarok/english_dates.h"
 #include "tamarok/text.h"
 
+// Regional words precede English ones: a word can mean different things in two languages.
+
 namespace tamarok {
 
 namespace {
 
-/// `word` has already lost the point of its abbreviation.
+/// Compares a name with a word, which has no abbreviation point, ignoring case.
 bool matches(std::string_view name, std::string_view word) noexcept
 {
     if (name.ends_with('.')) name.remove_suffix(1);

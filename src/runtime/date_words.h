@@ -8,17 +8,17 @@
 
 namespace tamarok {
 
-/// The words that a typed date may hold: those of the regional settings and the English ones, long
-/// and short, in any case, with or without the point of an abbreviation.
+/// The words of a typed date: names and abbreviations of the regional settings and of English, in any case, with
+/// or without the point of an abbreviation. Words are passed without that point.
 class DateWords {
 public:
     explicit DateWords(const Regional& regional) noexcept : regional_{regional} {}
 
-    /// 1 to 12, 0 for a word that names no month.
+    /// Returns the number of a month, 0 for any other word.
     std::int32_t month(std::string_view word) const;
     bool isWeekday(std::string_view word) const;
     bool isRegionalWeekday(std::string_view word) const;
-    /// True for a word that means after noon, false for before noon.
+    /// Returns true for a word for after noon, false for before noon, nothing for any other word.
     std::optional<bool> halfDay(std::string_view word) const;
 
 private:

@@ -6,6 +6,8 @@
 
 #include "tamarok/text.h"
 
+// Unicode simple case mapping by ranges of characters with one distance between upper and lower case.
+
 namespace tamarok::text {
 
 namespace {

@@ -3,6 +3,8 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <limits>
+#include <optional>
 
 #include "pattern.h"
 
@@ -10,25 +12,31 @@
 #include "tamarok/decimal_digits.h"
 #include "tamarok/error.h"
 #include "tamarok/format.h"
+#include "tamarok/powers_of_ten.h"
+
+// Number patterns. The general way walks over a section of the pattern twice: the first walk counts its places
+// (Layout), the second one writes the digits of the rounded number into them (SectionWriter). Patterns such as
+// "0.00" are written by whole-number arithmetic.
 
 namespace tamarok::format {
 
 namespace {
 
-/// What a section of a pattern asks for, found in one walk over it.
+/// The places and marks of one section of a pattern.
 struct Layout {
     std::int32_t wholePlaces = 0;
     std::int32_t decimals = 0;
-    std::int32_t firstZero = 0; ///< number of whole places from the leftmost "0" on
-    std::int32_t lastZero = 0;  ///< number of decimals up to the rightmost "0"
+    std::int32_t firstZero = 0; ///< whole places from the leftmost "0" on: zeros are written there
+    std::int32_t lastZero = 0;  ///< decimals up to the rightmost "0": zeros are written there
     std::int32_t percents = 0;
-    std::int32_t thousands = 0; ///< commas behind the last whole place: each divides by 1000
+    std::int32_t thousands = 0; ///< commas after the last whole place: each divides by 1000
     bool grouped = false;
     bool exponent = false;
 
     bool hasPlaces() const noexcept { return wholePlaces + decimals > 0; }
 };
 
+/// "E+0" or "E-0".
 bool beginsExponent(std::string_view rest) noexcept
 {
     return rest.size() > 2 && (rest[0] == 'E' || rest[0] == 'e') && (rest[1] == '+' || rest[1] == '-') &&
@@ -76,7 +84,7 @@ Layout layoutOf(std::string_view section) noexcept
     return layout;
 }
 
-/// Writes one number by one section.
+/// Writes one number by one section of a pattern, character by character.
 class SectionWriter {
 public:
     SectionWriter(const Layout& layout, DecimalDigits digits, const Regional& regional) :
@@ -128,7 +136,7 @@ private:
         }
     }
 
-    /// The first place also takes all the digits that have no place of their own.
+    /// Writes the digit of a whole place; the first place also writes all higher digits.
     void whole()
     {
         const bool first = place_ == layout_.wholePlaces;
@@ -179,6 +187,7 @@ private:
     bool behindPoint_ = false;
 };
 
+/// Applies percent signs and thousands commas and rounds to the decimals of the section.
 DecimalDigits rounded(DecimalDigits digits, const Layout& layout) noexcept
 {
     if (digits.count == 0) return digits;
@@ -187,6 +196,7 @@ DecimalDigits rounded(DecimalDigits digits, const Layout& layout) noexcept
     return digits;
 }
 
+/// @param sign  writes a minus before a negative number, as the section for positive numbers does
 std::string writeSection(std::string_view section, const DecimalDigits& digits, const Regional& regional, bool sign)
 {
     const Layout layout = layoutOf(section);
@@ -194,74 +204,49 @@ std::string writeSection(std::string_view section, const DecimalDigits& digits, 
     return SectionWriter{layout, shown, regional}.write(section, sign && shown.negative && layout.hasPlaces());
 }
 
-/// Number of decimals of "0", "0.0", "0.00" and so on, the patterns of measures; -1 for any other.
-std::int32_t plainDecimals(std::string_view pattern) noexcept
+/// Returns the number of decimals of a pattern "0", "0.0", "0.00" and so on; nothing for any other pattern.
+std::optional<std::size_t> fixedDecimals(std::string_view pattern) noexcept
 {
-    constexpr std::size_t head = 2; // "0."
     if (pattern == "0") return 0;
-    if (pattern.size() <= head || !pattern.starts_with("0.")) return -1;
-    for (const char c : pattern.substr(head))
-        if (c != '0') return -1;
-    return static_cast<std::int32_t>(pattern.size() - head);
+    if (!pattern.starts_with("0.") || pattern.size() < 3 || pattern.size() - 2 >= powersOfTen.size())
+        return std::nullopt;
+    if (pattern.find_first_not_of('0', 2) != std::string_view::npos) return std::nullopt;
+    return pattern.size() - 2;
 }
 
-/// The same as the general way gives for such a pattern, without walking over it.
-std::string writePlain(DecimalDigits digits, std::int32_t decimals, const Regional& regional)
+/// Returns `magnitude`, rounded to decimals, in units of its last decimal. Returns nothing if the product is
+/// too near to a half to decide without the 15 significant digits: with three decimals one in 50,000 numbers
+/// around 10^6, fewer below.
+std::optional<std::uint64_t> roundedUnits(double magnitude, std::size_t decimals) noexcept
 {
-    digits.roundTo(decimals);
-    const std::int32_t whole = std::max(digits.point, 1);
+    constexpr double largest = 1e13; // so that a half has at most 14 digits
+    constexpr double productError = std::numeric_limits<double>::epsilon();
+    constexpr double fifteenDigitsError = 1e-14; // half a unit of the 15th digit, with a margin
+    const double scaled = magnitude * powersOfTen[decimals];
+    if (!(scaled < largest)) return std::nullopt;
+    const auto whole = static_cast<std::uint64_t>(scaled);
+    const double beyondHalf = scaled - static_cast<double>(whole) - 0.5;
+    // Within the error of the product the number is the half itself, which is rounded away from zero.
+    if (std::abs(beyondHalf) <= scaled * productError) return whole + 1;
+    if (std::abs(beyondHalf) <= scaled * fifteenDigitsError) return std::nullopt;
+    return beyondHalf > 0 ? whole + 1 : whole;
+}
+
+/// Writes a number given in units of its last decimal, with at least one whole digit.
+std::string writeFixed(bool negative, std::uint64_t units, std::size_t decimals, std::string_view separator)
+{
+    constexpr std::size_t most = powersOfTen.size(); // leading zeros
+    std::array<char, most + 20> buffer;
+    std::fill_n(buffer.begin(), most, '0');
+    char* const digits = buffer.data() + most;
+    char* const end = std::to_chars(digits, buffer.data() + buffer.size(), units).ptr;
+    char* const point = end - decimals;
     std::string out;
-    out.reserve(static_cast<std::size_t>(whole + decimals) + regional.decimal.size() + 1);
-    if (digits.negative) out += '-';
-    for (std::int32_t place = whole - 1; place >= 0; --place)
-        out += digits.at(place);
-    if (decimals > 0) out.append(regional.decimal);
-    for (std::int32_t place = -1; place >= -decimals; --place)
-        out += digits.at(place);
+    out.reserve(separator.size() + static_cast<std::size_t>(end - digits) + decimals + 2);
+    if (negative && units != 0) out += '-';
+    out.append(std::min(digits, point - 1), point);
+    if (decimals > 0) out.append(separator).append(point, end);
     return out;
-}
-
-/// `scaled` ten-thousandths in units of that many decimals (0 to 4), halves up.
-std::uint64_t unitsOf(std::uint64_t scaled, std::int32_t decimals) noexcept
-{
-    switch (decimals) { // divisions by constants are multiplications
-    case 0: return (scaled + 5'000) / 10'000;
-    case 1: return (scaled + 500) / 1'000;
-    case 2: return (scaled + 50) / 100;
-    case 3: return (scaled + 5) / 10;
-    default: return scaled;
-    }
-}
-
-/// The same for a measure, given as its ten-thousandths, by whole numbers.
-std::string writeMeasure(bool negative, std::uint64_t scaled, std::int32_t decimals, const Regional& regional)
-{
-    std::uint64_t rest = unitsOf(scaled, decimals);
-    const bool sign = negative && rest != 0;
-    std::array<char, 32> buffer; // written from its end
-    char* const end = buffer.data() + buffer.size();
-    char* at = end;
-    const auto writeDigit = [&] {
-        *--at = static_cast<char>('0' + rest % 10);
-        rest /= 10;
-    };
-    for (std::int32_t place = 0; place < decimals; ++place)
-        writeDigit();
-    if (decimals > 0)
-        for (std::size_t index = regional.decimal.size(); index > 0; --index)
-            *--at = regional.decimal[index - 1];
-    // Two whole places at once and the first one dropped where it is 0: how many there are is a coin toss
-    // with measures, which would cost more than the digit.
-    writeDigit();
-    writeDigit();
-    if (rest == 0) [[likely]]
-        at += *at == '0' ? 1 : 0;
-    else
-        do
-            writeDigit();
-        while (rest != 0);
-    if (sign) *--at = '-';
-    return {at, end};
 }
 
 } // namespace
@@ -270,17 +255,15 @@ std::string number(double value, std::string_view pattern, const Regional& regio
 {
     if (pattern.empty()) return convert::toText(value, regional);
     if (!std::isfinite(value)) throw Error{errors::overflow, "Overflow: the number is not finite."};
-    const std::int32_t plain = plainDecimals(pattern);
-    constexpr std::size_t longestSeparator = 8;
-    if (std::uint64_t scaled = 0; plain >= 0 && plain <= measureDecimals && isMeasure(std::abs(value), scaled) &&
-                                  regional.decimal.size() <= longestSeparator)
-        return writeMeasure(value < 0, scaled, plain, regional);
+    // Whole-number arithmetic for the patterns of measures: seven times as fast as the walk over the pattern
+    // (bench: numberPattern 21 ns, numberPattern_general 145 ns).
+    if (const auto decimals = fixedDecimals(pattern))
+        if (const auto units = roundedUnits(std::abs(value), *decimals))
+            return writeFixed(value < 0, *units, *decimals, regional.decimal);
     const DecimalDigits digits = decimalDigits(value);
-    if (plain >= 0) return writePlain(digits, plain, regional);
     const PatternSections sections{pattern};
     const std::string_view positive = sections[0];
-    const bool ownNegative = !sections[1].empty();
-    const std::string_view wanted = digits.negative && ownNegative ? sections[1] : positive;
+    const std::string_view wanted = digits.negative && !sections[1].empty() ? sections[1] : positive;
     if (!sections[2].empty() && rounded(digits, layoutOf(wanted)).count == 0)
         return writeSection(sections[2], {}, regional, false);
     return writeSection(wanted, digits, regional, wanted.data() == positive.data());

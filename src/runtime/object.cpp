@@ -1,8 +1,10 @@
 #include "tamarok/object.h"
 
 #include "tamarok/error.h"
-#include "tamarok/text.h"
+#include "tamarok/members.h"
 #include "tamarok/variant.h"
+
+// The defaults of late binding: an object without members and without default value.
 
 namespace tamarok {
 
@@ -21,6 +23,16 @@ Variant Object::call(std::string_view name, std::span<Variant>)
     noSuchMember(name);
 }
 
+Variant Object::defaultValue() const
+{
+    throw Error{errors::noSuchMember, "An object of the type " + std::string{typeName()} + " has no default value."};
+}
+
+bool Object::hasDefaultValue() const noexcept
+{
+    return false;
+}
+
 void Object::noSuchMember(std::string_view name) const
 {
     throw Error{errors::noSuchMember, "An object of the type " + std::string{typeName()} +
@@ -33,9 +45,14 @@ Object& require(const ObjectRef& object, std::string_view what)
     return *object;
 }
 
-bool isMember(std::string_view name, std::string_view member) noexcept
+void checkArgumentCount(std::size_t count, std::size_t least, std::size_t most, std::string_view member,
+                        std::string_view source)
 {
-    return text::equalsNoCase(name, member);
+    if (count >= least && count <= most) return;
+    const std::string expected = std::to_string(least) + (least == most ? "" : " to " + std::to_string(most));
+    throw Error{errors::wrongArgumentCount,
+                std::string{member} + " takes " + expected + " arguments, not " + std::to_string(count) + ".",
+                std::string{source}};
 }
 
 } // namespace tamarok

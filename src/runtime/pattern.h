@@ -6,10 +6,10 @@
 
 #include "tamarok/text.h"
 
-/// Walking over number patterns: quotes, escapes and sections have one meaning everywhere.
+/// The syntax of number patterns: quotes, escapes and sections.
 namespace tamarok::format {
 
-/// Gives the pieces of a pattern: quoted or escaped text without its marks, or one character.
+/// Splits a pattern into pieces: quoted or escaped text without quotes and backslash, or one character.
 class PatternWalker {
 public:
     explicit PatternWalker(std::string_view pattern) noexcept : pattern_{pattern} {}
@@ -37,10 +37,10 @@ public:
         return true;
     }
 
-    /// True if the last piece stood in quotes or behind a backslash.
+    /// Returns whether the last piece was quoted or escaped.
     bool isLiteral() const noexcept { return literal_; }
 
-    /// The pattern from `piece` on.
+    /// Returns the pattern from `piece` on.
     std::string_view from(std::string_view piece) const noexcept
     {
         return pattern_.substr(static_cast<std::size_t>(piece.data() - pattern_.data()));
@@ -56,8 +56,8 @@ private:
     bool literal_ = false;
 };
 
-/// The sections of a pattern, divided by ";": positive, negative, zero. What lies behind the third
-/// section is not read; a section that is not there is empty.
+/// The sections of a pattern, separated by ";": positive, negative, zero. A missing section is empty; further
+/// ones are ignored.
 class PatternSections {
 public:
     explicit PatternSections(std::string_view pattern) noexcept

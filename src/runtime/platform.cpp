@@ -8,6 +8,8 @@
 #include "tamarok/error.h"
 #include "tamarok/loc_service.h"
 
+// The default services of a platform, and the platform of each thread.
+
 namespace tamarok {
 
 namespace {
@@ -28,7 +30,7 @@ public:
                           .day = local.tm_mday,
                           .hour = local.tm_hour,
                           .minute = local.tm_min,
-                          .second = local.tm_sec < 60 ? local.tm_sec : 59, // a leap second stands still
+                          .second = local.tm_sec < 60 ? local.tm_sec : 59, // a leap second repeats second 59
                           .millisecond = static_cast<std::int32_t>(rest)});
     }
 
@@ -57,7 +59,7 @@ public:
     void pressEnter() override {}
 };
 
-/// The one thing that is kept per thread. The pointer is empty outside every scope.
+/// The platform of the innermost PlatformScope of the thread, null outside every scope.
 thread_local Platform* scoped = nullptr;
 
 } // namespace

@@ -6,6 +6,8 @@
 #include "tamarok/error.h"
 #include "tamarok/text.h"
 
+// The built-in regional settings, one row a locale in data/regional.inc, and the choice of one by the environment.
+
 namespace tamarok {
 
 namespace {
@@ -32,7 +34,7 @@ constexpr std::array rows = std::to_array<Row>({
 
 static_assert(std::is_sorted(rows.begin(), rows.end(), [](const Row& a, const Row& b) { return a.name < b.name; }));
 
-/// Languages with several built-in countries, and the one that stands for the others.
+/// The country that is used for a language with several built-in countries.
 struct Representative {
     std::string_view language;
     std::string_view locale;
@@ -64,7 +66,7 @@ Regional toRegional(const Row& row)
     return regional;
 }
 
-/// "de_AT.UTF-8@euro" is "de-AT".
+/// Converts the name in an environment variable: "de_AT.UTF-8@euro" becomes "de-AT".
 std::string localeName(std::string_view variable)
 {
     std::string name{variable.substr(0, variable.find_first_of(".@"))};
@@ -90,7 +92,7 @@ std::string_view environment(const char* variable)
     return value != nullptr ? std::string_view{value} : std::string_view{};
 }
 
-/// The setting for one category, by the usual order: LC_ALL, the category's own variable, LANG.
+/// Returns the locale of a category: the first that is set of LC_ALL, the variable of the category, LANG.
 std::string_view setting(const char* category)
 {
     for (const char* variable : {"LC_ALL", category, "LANG"})
@@ -126,6 +128,7 @@ std::vector<std::string_view> Regional::builtInNames()
 
 Regional Regional::ofMachine()
 {
+    // Dates and words follow LC_TIME, the separators of numbers LC_NUMERIC.
     Regional regional = nearest(setting("LC_TIME"));
     const Regional numbers = nearest(setting("LC_NUMERIC"));
     regional.decimal = numbers.decimal;

@@ -13,7 +13,7 @@ double roundHalfEven(double number, std::int32_t places)
                     "Invalid argument: a number cannot be rounded to " + std::to_string(places) + " decimals."};
     const double scale = powersOfTen[static_cast<std::size_t>(places)];
     const double scaled = number * scale;
-    // A number too large to be scaled has no decimals that could be rounded away.
+    // A number whose product overflows has no decimals.
     if (!std::isfinite(scaled)) return number;
     return nearestEven(scaled) / scale;
 }

@@ -3,18 +3,21 @@
 #include <algorithm>
 #include <array>
 
+// Functions that count characters decode UTF-8 from the beginning of the text; the others work on bytes, which is
+// correct in UTF-8, since no character is part of another.
+
 namespace tamarok::text {
 
 namespace {
 
-constexpr char32_t strayByteBase = 0xDC00;
+constexpr char32_t strayByteBase = 0xDC00; ///< low surrogates are no characters of their own
 
 constexpr std::uint32_t byteAt(std::string_view text, std::size_t offset) noexcept
 {
     return static_cast<unsigned char>(text[offset]);
 }
 
-/// Length in bytes that a lead byte announces, 0 for a byte that leads nothing.
+/// Returns the length in bytes of the character that a lead byte begins, 0 for any other byte.
 constexpr std::size_t announcedLength(std::uint32_t lead) noexcept
 {
     if (lead >= 0xC2 && lead <= 0xDF) return 2;
@@ -23,7 +26,7 @@ constexpr std::size_t announcedLength(std::uint32_t lead) noexcept
     return 0;
 }
 
-/// Byte offset behind `count` characters from `offset` on.
+/// Returns the byte offset after `count` characters from `offset` on.
 std::size_t advance(std::string_view text, std::size_t offset, std::size_t count) noexcept
 {
     for (; count > 0 && offset < text.size(); --count)
@@ -46,22 +49,11 @@ std::string mapEach(std::string_view text, Map map)
     return result;
 }
 
-/// Replaces in place, both texts being of one length.
-std::string overwriteAll(std::string text, std::string_view wanted, std::string_view replacement)
-{
-    if (wanted.size() == 1) {
-        std::replace(text.begin(), text.end(), wanted.front(), replacement.front());
-        return text;
-    }
-    for (std::size_t hit = text.find(wanted); hit != std::string::npos; hit = text.find(wanted, hit + wanted.size()))
-        text.replace(hit, wanted.size(), replacement);
-    return text;
-}
-
 } // namespace
 
 char32_t decode(std::string_view text, std::size_t& offset) noexcept
 {
+    // The smallest character of each length in bytes: a longer encoding than needed is invalid UTF-8.
     static constexpr std::array<char32_t, 5> smallest{0, 0, 0x80, 0x800, 0x10000};
     const std::uint32_t lead = byteAt(text, offset);
     if (lead < 0x80) {
@@ -154,7 +146,7 @@ std::size_t find(std::string_view text, std::string_view wanted, std::size_t sta
         for (; offset < hit; ++position)
             decode(text, offset);
         if (offset == hit) return position;
-        // The bytes lay inside a character: only bytes that are no UTF-8 can do that.
+        // `wanted` begins with an invalid byte that is part of a character here: search on after it.
     }
     return 0;
 }
@@ -196,7 +188,6 @@ bool startsWithNoCase(std::string_view text, std::string_view prefix) noexcept
 std::string replaceAll(std::string_view text, std::string_view wanted, std::string_view replacement)
 {
     if (wanted.empty()) return std::string{text};
-    if (wanted.size() == replacement.size()) return overwriteAll(std::string{text}, wanted, replacement);
     std::string result;
     result.reserve(text.size());
     std::size_t offset = 0;

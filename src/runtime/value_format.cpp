@@ -4,6 +4,8 @@
 #include "tamarok/format.h"
 #include "tamarok/object.h"
 
+// Values by pattern: the pattern decides between number and date, a text is converted to that first.
+
 namespace tamarok::format {
 
 namespace {
@@ -12,6 +14,7 @@ using Kind = Variant::Kind;
 
 enum class PatternKind { text, number, date };
 
+/// A digit place makes a number pattern; without one, a date letter makes a date pattern.
 PatternKind kindOf(std::string_view pattern) noexcept
 {
     if (pattern == "@") return PatternKind::text;
@@ -45,14 +48,14 @@ std::string textAsNumber(const std::string& text, std::string_view pattern, cons
 std::string value(const Variant& value, std::string_view pattern, const Regional& regional)
 {
     if (value.isNull()) return {};
-    if (value.isObject() && value.asObject() && value.asObject()->typeName() == "Field") {
-        const Variant content = value.asObject()->get("Value", {});
-        // A field within a field is refused by the conversion to text.
+    if (value.isObject()) {
+        const ObjectRef& object = value.asObject();
+        const Variant content = object && object->hasDefaultValue() ? object->defaultValue() : value;
+        // The conversion to text refuses any other object, and a field within a field.
         return content.isObject() ? convert::toText(value, regional) : format::value(content, pattern, regional);
     }
     const PatternKind kind = kindOf(pattern);
-    const bool refused = value.isObject() || value.isArray();
-    if (pattern.empty() || kind == PatternKind::text || refused) return convert::toText(value, regional);
+    if (pattern.empty() || kind == PatternKind::text || value.isArray()) return convert::toText(value, regional);
     if (value.isString())
         return kind == PatternKind::date ? textAsDate(value.asString(), pattern, regional)
                                          : textAsNumber(value.asString(), pattern, regional);
@@ -62,7 +65,7 @@ std::string value(const Variant& value, std::string_view pattern, const Regional
 
 std::string value(double value, std::string_view pattern, const Regional& regional)
 {
-    if (pattern.starts_with('0')) return number(value, pattern, regional); // whatever follows, it is a number's
+    if (pattern.starts_with('0')) return number(value, pattern, regional); // a digit place makes it a number pattern
     return format::value(Variant{value}, pattern, regional);
 }
 

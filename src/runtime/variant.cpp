@@ -5,10 +5,13 @@
 
 #include "tamarok/error.h"
 
+// Arrays and comparison of variants; access to single values is inline in the header.
+
 namespace tamarok {
 
 namespace {
 
+/// Returns the number of indices, 0 or less for an empty dimension.
 std::int64_t extent(VariantArray::Bounds bounds) noexcept
 {
     return static_cast<std::int64_t>(bounds.upper) - bounds.lower + 1;
@@ -21,6 +24,7 @@ std::int64_t extent(VariantArray::Bounds bounds) noexcept
                                                  std::to_string(bounds.upper) + "."};
 }
 
+/// Returns the offset of an index within its dimension.
 std::size_t position(std::int32_t index, VariantArray::Bounds bounds)
 {
     if (index < bounds.lower || index > bounds.upper) throwOutOfBounds(index, bounds);
@@ -55,7 +59,7 @@ Variant::Variant(VariantArray value) : value_{std::make_shared<VariantArray>(std
 VariantArray& Variant::asArray()
 {
     auto& array = held<std::shared_ptr<VariantArray>>(Kind::Array);
-    // Arrays are values: a copy that is about to change parts from the others.
+    // Copies of an array value share it; the first change of one makes a copy.
     if (array.use_count() > 1) array = std::make_shared<VariantArray>(*array);
     return *array;
 }
@@ -106,7 +110,7 @@ VariantArray::Bounds VariantArray::bounds(std::int32_t dimension) const
     if (dimension < 1 || dimension > dimensions())
         throw Error{errors::subscriptOutOfRange,
                     "Subscript out of range: the array has no dimension " + std::to_string(dimension) + "."};
-    // The elements of a one-dimensional array may have been added to or taken from.
+    // The number of elements of a one-dimensional array may have changed since.
     if (dimensions() == 1) return boundsOf(elements_.size(), bounds_.front().lower);
     return bounds_[static_cast<std::size_t>(dimension) - 1];
 }

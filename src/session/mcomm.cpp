@@ -3,6 +3,8 @@
 #include "tamarok/error.h"
 #include "tamarok/platform.h"
 
+// The message box of the thread's platform. Help file and topic have no use without a help key.
+
 namespace tamarok::mComm {
 
 std::int16_t ShowMessage(std::string_view strPrompt, std::int32_t lngButtons, std::string_view strTitle,

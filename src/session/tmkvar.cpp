@@ -6,7 +6,9 @@
 
 #include "tamarok/convert.h"
 #include "tamarok/error.h"
-#include "tamarok/text.h"
+#include "tamarok/members.h"
+
+// Access to the fields of the session record by name: one row a field, in the order of the record.
 
 namespace tamarok {
 
@@ -106,7 +108,7 @@ constexpr TmkVarField fields[] = {
     field<&TmkVar::bolOracle>("bolOracle"),
 };
 
-// The record is shared with the sibling libraries, so its order is fixed.
+// Required by the contract: the sibling libraries share the record, so the order of its fields is fixed.
 static_assert(std::is_standard_layout_v<TmkVar>);
 constexpr std::size_t offsets[] = {
     offsetof(TmkVar, db_ADO),        offsetof(TmkVar, objReserved),
@@ -136,9 +138,7 @@ std::span<const TmkVarField> tmkVarFields() noexcept
 
 const TmkVarField* findTmkVarField(std::string_view name) noexcept
 {
-    const auto found =
-        std::ranges::find_if(fields, [name](const TmkVarField& field) { return text::equalsNoCase(field.name, name); });
-    return found == std::end(fields) ? nullptr : found;
+    return findByName(tmkVarFields(), name);
 }
 
 } // namespace tamarok

@@ -4,7 +4,6 @@
 #include "tamarok/convert.h"
 #include "tamarok/loc_service.h"
 #include "tamarok/platform.h"
-#include "tamarok/text.h"
 
 namespace tamarok {
 
@@ -45,8 +44,7 @@ void Comm_Set::SetOptionenNumber(const TmkVar& tmkVar, std::string_view property
 
 void Comm_Set::SetOptionenDouble(const TmkVar& tmkVar, std::string_view property, double value) const
 {
-    const std::string number = convert::toText(value, Platform::current().regional);
-    insertOption(tmkVar, property, OptionKind::Double, text::replaceAll(number, ",", "."));
+    insertOption(tmkVar, property, OptionKind::Double, convert::toSqlNumber(value, Platform::current().regional));
 }
 
 void Comm_Set::SetOptionenText(const TmkVar& tmkVar, std::string_view property, const Variant& value) const

@@ -10,7 +10,6 @@
 #include "tamarok/error.h"
 #include "tamarok/format.h"
 #include "tamarok/platform.h"
-#include "tamarok/text.h"
 #include "tamarok/tmkvar.h"
 
 namespace tamarok {
@@ -149,8 +148,7 @@ std::string Comm_Set::CalculateRinde(const TmkVar& tmkVar, std::string_view Rind
     const double diameter = timber::enteredNumber(diameterText, "tmpDurch", regional);
 
     if (diameter != 0 && !HA_tmp.empty() && !Modus_tmp.empty() && bolCalculation) {
-        const std::string statement =
-            barkStatement(HA_tmp, text::replaceAll(diameterText, ",", "."), strOptionen, date);
+        const std::string statement = barkStatement(HA_tmp, convert::toSqlNumber(diameterText), strOptionen, date);
         ado::readFirst(tmkVar.db_ADO, statement, [&](const ado::FieldCollection& row) {
             const double onLine = timber::checkedResult(interpolate(diameter, row), "the bark deduction");
             // Required by the contract: the deduction passes through its text, which has 15 digits. Do not

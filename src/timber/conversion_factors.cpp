@@ -6,7 +6,6 @@
 
 #include "tamarok/comm_get.h"
 #include "tamarok/convert.h"
-#include "tamarok/text.h"
 #include "tamarok/tmkvar.h"
 
 namespace tamarok {
@@ -32,7 +31,7 @@ struct MeasuredLine {
 /// more specific rule does not win by being specific: the authors of the rules put it first.
 std::string ruleStatement(const MeasuredLine& line)
 {
-    const std::string length = text::replaceAll(convert::toText(Variant{line.length}), ",", ".");
+    const std::string length = convert::toSqlNumber(line.length, Platform::current().regional);
     std::string statement{"SELECT TOP 1 "};
     const auto condition = [&](std::string_view head, std::string_view value) {
         statement.append(head).append(value).append("')) AND ");

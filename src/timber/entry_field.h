@@ -15,10 +15,9 @@ namespace tamarok::timber {
 /// field, for a text that is no number, the empty text included.
 inline double enteredNumber(std::string_view text, std::string_view field, const Regional& regional)
 {
-    double number = 0.0;
-    if (!convert::readNumber(text, regional, number)) [[unlikely]]
-        refuseEntry(text, field);
-    return number;
+    if (const auto number = convert::parseNumber(text, regional)) [[likely]]
+        return *number;
+    refuseEntry(text, field);
 }
 
 } // namespace tamarok::timber

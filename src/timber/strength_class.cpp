@@ -10,7 +10,6 @@
 #include "tamarok/convert.h"
 #include "tamarok/format.h"
 #include "tamarok/platform.h"
-#include "tamarok/text.h"
 
 namespace tamarok {
 namespace {
@@ -40,7 +39,7 @@ std::string sqlDiameter(double diameter)
     const Regional& regional = Platform::current().regional;
     const double rounded = convert::toDouble(
         Variant{format::number(timber::checkedResult(diameter, "the diameter without bark"), "0.00", regional)});
-    return text::replaceAll(convert::toText(rounded, regional), ",", ".");
+    return convert::toSqlNumber(rounded, regional);
 }
 
 /// The columns of STKL that bound a class.

@@ -6,9 +6,12 @@
 #include "tamarok/convert.h"
 #include "tamarok/text.h"
 
+// Both scanners count characters, not bytes.
+
 namespace tamarok {
 namespace {
 
+/// Returns the characters in upper case, one element a character.
 std::u32string upperCharacters(std::string_view text)
 {
     std::u32string characters;
@@ -33,6 +36,7 @@ std::int16_t Comm_find::FindNumOfChar(const std::string& sTmpString, const std::
 std::string Comm_find::FindSubstring(const std::string& sTmpString, const std::string& strFChar,
                                      std::int16_t tmp_Number) const
 {
+    // A separator of several characters is no error: it matches nothing.
     const bool canMatch = text::length(strFChar) == 1;
     std::int64_t separators = 0;
     std::size_t fieldStart = 0;

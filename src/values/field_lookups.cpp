@@ -1,27 +1,30 @@
-#include <array>
 #include <string>
 #include <string_view>
+
+#include "ado/first_row.h"
 
 #include "tamarok/comm_get.h"
 #include "tamarok/convert.h"
 #include "tamarok/text.h"
 #include "tamarok/tmkvar.h"
 
+// Look-ups of one value by a composed statement.
+
 namespace tamarok {
 namespace {
 
-/// "SELECT column FROM table" for one row, with the row limit of the dialect and the condition.
+/// Returns the query for `column` of one row of `table`. An empty condition means no condition.
 std::string singleValueStatement(const TmkVar& session, std::string_view column, std::string_view table,
-                                 std::string_view condition, bool hasCondition)
+                                 std::string_view condition)
 {
     std::string statement{session.bolOracle ? "SELECT " : "SELECT TOP 1 "};
     statement.append(column).append(" FROM ").append(table);
     if (session.bolOracle) statement += " WHERE rownum = 1";
-    if (hasCondition) statement.append(session.bolOracle ? " AND " : " WHERE ").append(condition);
+    if (!condition.empty()) statement.append(session.bolOracle ? " AND " : " WHERE ").append(condition);
     return statement;
 }
 
-/// Width that a form gives to an input box for a column of that type; 0 is no limit.
+/// Returns the width of an input box for a column of that type; 0 means no limit.
 std::int32_t inputWidth(const ado::Field& field)
 {
     constexpr std::int32_t numberWidth = 11;
@@ -46,34 +49,24 @@ std::string Comm_Get::Get_RelatedText(std::string_view column, std::string_view 
 {
     const Variant key = primaryRS.Fields().Item(column).Value();
     if (key.isNull()) return {};
-    ado::Recordset related;
-    related.Open(std::string{strSQL} + convert::toText(key), db_ADO_dll);
-    std::string text;
-    if (!related.AtEOF() && !related.AtBOF()) text = Get_Val(related.Fields().Item(0).Value());
-    related.Close();
-    return text;
+    const auto text = ado::readFirstValue(db_ADO_dll, std::string{strSQL} + convert::toText(key));
+    return text ? Get_Val(*text) : std::string{};
 }
 
 std::string Comm_Get::Get_FieldValue(const TmkVar& tmkVar, std::string_view column, std::string_view table,
                                      std::string_view sqlWhere) const
 {
-    ado::Recordset row;
-    row.Open(singleValueStatement(tmkVar, column, table, sqlWhere, !sqlWhere.empty()), tmkVar.db_ADO);
-    std::string text;
-    if (!row.AtEOF()) text = Get_String(row.Fields().Item(0).Value());
-    row.Close();
-    return text;
+    // Required by the contract: blanks count as a condition here, but not in Get_FieldValueN. Do not correct.
+    auto value = ado::readFirstValue(tmkVar.db_ADO, singleValueStatement(tmkVar, column, table, sqlWhere));
+    return value ? Get_String(*std::move(value)) : std::string{};
 }
 
 double Comm_Get::Get_FieldValueN(const TmkVar& tmkVar, std::string_view column, std::string_view table,
                                  std::string_view sqlWhere) const
 {
-    ado::Recordset row;
-    row.Open(singleValueStatement(tmkVar, column, table, sqlWhere, !text::trim(sqlWhere).empty()), tmkVar.db_ADO);
-    double number = 0.0;
-    if (!row.AtEOF()) number = Get_Number_N(row.Fields().Item(0).Value());
-    row.Close();
-    return number;
+    const std::string_view condition = text::trim(sqlWhere).empty() ? std::string_view{} : sqlWhere;
+    const auto value = ado::readFirstValue(tmkVar.db_ADO, singleValueStatement(tmkVar, column, table, condition));
+    return value ? Get_Number_N(*value) : 0.0;
 }
 
 std::int32_t Comm_Get::Get_FieldSize(std::string_view table, std::string_view column, const TmkVar& tmkVar) const
@@ -81,7 +74,7 @@ std::int32_t Comm_Get::Get_FieldSize(std::string_view table, std::string_view co
     std::string statement{tmkVar.bolOracle ? "SELECT " : "SELECT TOP 0 "};
     statement.append(column).append(" FROM ").append(table);
     if (tmkVar.bolOracle) statement += " WHERE rownum=1";
-    ado::Recordset row;
+    ado::Recordset row; // on SQL Server without rows: the columns alone count
     row.Open(statement, tmkVar.db_ADO);
     const std::int32_t width = inputWidth(row.Fields().Item(0));
     row.Close();

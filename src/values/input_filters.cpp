@@ -11,6 +11,9 @@
 #include "tamarok/platform.h"
 #include "tamarok/text.h"
 
+// Key filters. Each one looks at the key first, then at text, cursor and selection of the box; properties are read
+// only when they are needed, because a control may lack the others.
+
 namespace tamarok {
 namespace {
 
@@ -23,7 +26,7 @@ bool isDigit(std::int16_t key)
     return key >= '0' && key <= '9';
 }
 
-/// What the filters ask of a text box, read by name when it is needed.
+/// The properties of a text box that the filters use. Each is read or set by name.
 class Box {
 public:
     explicit Box(Object& control) : control_{control} {}
@@ -60,7 +63,7 @@ std::int32_t characters(std::string_view value)
     return static_cast<std::int32_t>(text::length(value));
 }
 
-/// A number pattern of the filter: room for whole digits, decimals, a sign that takes no room.
+/// The parsed number pattern of a filter: "-000.0" allows a sign, three whole digits and one decimal.
 struct EntryPattern {
     explicit EntryPattern(std::string_view pattern) : sign{pattern.starts_with('-')}
     {
@@ -79,7 +82,7 @@ struct EntryPattern {
     std::int32_t decimals = 0;
 };
 
-/// Whether Backspace leaves the number whole: the separator stays while decimals stand behind it.
+/// Returns whether Backspace keeps the text a number: it must not delete the separator while decimals follow it.
 bool backspaceMayPass(const Box& box, const std::string& separator)
 {
     const std::string content = box.text();
@@ -91,7 +94,7 @@ bool backspaceMayPass(const Box& box, const std::string& separator)
     return position == 0 || box.cursor() != position || position == characters(content);
 }
 
-/// A decimal separator in a format with decimals. Where no digit stands before it, a "0" is put there.
+/// Returns whether a decimal separator may be typed. Inserts a "0" if no digit precedes it.
 bool separatorMayPass(Box& box, const EntryPattern& pattern, const std::string& separator)
 {
     const std::string content = box.text();
@@ -108,6 +111,7 @@ bool separatorMayPass(Box& box, const EntryPattern& pattern, const std::string& 
     return true;
 }
 
+/// Returns whether the part of the number at the cursor has room for one more digit.
 bool digitMayPass(const Box& box, const EntryPattern& pattern, const std::string& separator)
 {
     const std::string content = box.text();
@@ -121,20 +125,21 @@ bool digitMayPass(const Box& box, const EntryPattern& pattern, const std::string
     return characters(content) - position < pattern.decimals;
 }
 
-/// A sign stands first, once, and only where the pattern has one.
+/// A sign must be the first character, and the pattern must have one.
 bool signMayPass(const Box& box, const EntryPattern& pattern)
 {
     return pattern.sign && box.cursor() == 0 && !box.text().starts_with('-');
 }
 
-/// Whole digits of a number, sign and decimals left out.
+/// Returns the number of whole digits of a number text.
 std::int32_t wholeDigitsOf(const std::string& number)
 {
     const double whole = std::trunc(std::abs(convert::toDouble(Variant{number})));
     return characters(format::number(whole, "0", Platform::current().regional));
 }
 
-/// True where a box's number, tidied in `content`, has no room in the pattern.
+/// Returns whether the number has more digits than the pattern. Without decimals in the pattern it also cuts
+/// `content` at a ".", whatever the decimal separator of the machine is. Required by the contract.
 bool exceeds(std::string& content, const EntryPattern& pattern)
 {
     if (pattern.hasPoint) return wholeDigitsOf(content) > pattern.wholeDigits;
@@ -188,7 +193,7 @@ void Comm_Get::OnlyNumbersKeyPress(std::int16_t& KeyAscii, Object& ActiveControl
         KeyAscii = refused;
         return;
     }
-    box.deleteSelection();
+    box.deleteSelection(); // also if the key is then refused; required by the contract
     const bool passes = isSign        ? true
                         : isSeparator ? pattern.decimals > 0 && separatorMayPass(box, pattern, separator)
                                       : digitMayPass(box, pattern, separator);
@@ -227,6 +232,7 @@ std::int16_t Comm_Get::OnlyDate(std::int16_t KeyAscii, Object& ActiveControl) co
     }
     if (!isDigit(KeyAscii)) return refused;
     if (points == 0) return characters(content) >= 2 && box.selected() == 0 ? refused : KeyAscii;
+    // Only the part after the last point is limited. Required by the contract.
     const std::int32_t lastPoint = characters(std::string_view{content}.substr(0, content.rfind('.'))) + 1;
     const std::int32_t room = points == 1 ? 2 : 4;
     const bool full = characters(content) - lastPoint >= room && box.selected() == 0 && cursor >= lastPoint;

@@ -9,11 +9,14 @@
 #include "tamarok/pivot_years.h"
 #include "tamarok/text.h"
 
+// The order of regional dates by the text of a known date.
+
 namespace tamarok {
 namespace {
 
-constexpr Date probeDate{40271.0}; // 3 April 2010: each part has a digit that the others lack
+constexpr Date probeDate{40271.0}; // 3 April 2010: each part has a digit that the other parts lack
 
+/// An order and the positions of its parts, which must increase.
 struct OrderRule {
     DateOrder order;
     std::size_t first;
@@ -34,7 +37,7 @@ RegionalOrder regionalOrder(const Regional& regional)
         month = text::find(sample, "Apr");
     }
     std::size_t year = text::find(sample, "2");
-    if (year == 0) year = text::find(sample, "1");
+    if (year == 0) year = text::find(sample, "1"); // a two-digit year, 10
 
     const std::array rules = {
         OrderRule{DateOrder::Dmy, day, month, year},

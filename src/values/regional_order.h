@@ -9,16 +9,18 @@
 
 namespace tamarok {
 
-/// The order of day, month and year in the machine's short dates, found by printing a known date
-/// (day number 40271, 3 April 2010) and seeing where its digits land.
+/// What the text of a known date shows of the regional short dates.
 struct RegionalOrder {
-    std::optional<DateOrder> order; ///< nothing where the year stands in the middle
-    bool spelledMonth = false;      ///< the sample shows no "4", so months are names
+    std::optional<DateOrder> order; ///< empty if the year stands in the middle
+    bool spelledMonth = false;      ///< the text has no "4": months are names
 };
 
+/// Formats day number 40271, 3 April 2010, as regional short date and finds the positions of its day, month and
+/// year. This can differ from the order of the pattern's letters. Required by the contract.
 RegionalOrder regionalOrder(const Regional& regional);
 
-/// The number of an English month abbreviation ("apr", blanks around allowed), 0 for any other text.
+/// Returns the number of an English month abbreviation in any case, blanks around it allowed; 0 for any other
+/// text.
 std::int16_t monthNumber(std::string_view name);
 
 /// 0 to 50 are 2000 to 2050, 51 to 99 are 1951 to 1999, anything else stands as it is.

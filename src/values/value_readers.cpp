@@ -2,7 +2,7 @@
 #include <string_view>
 #include <utility>
 
-#include "field_value.h"
+#include "given_value.h"
 
 #include "tamarok/comm_get.h"
 #include "tamarok/convert.h"
@@ -10,12 +10,14 @@
 #include "tamarok/platform.h"
 #include "tamarok/text.h"
 
+// Readers of one value. They differ in their result for Null only.
+
 namespace tamarok {
 namespace {
 
 constexpr std::string_view singleBlank = " ";
 
-/// Number of a text that is written as SQL and files have it; the regional settings do not count.
+/// Returns the number of a text that is written as SQL and files have it, with ".".
 double plainNumber(const Variant& value)
 {
     if (!value.isString()) return convert::toDouble(value);
@@ -26,72 +28,60 @@ double plainNumber(const Variant& value)
     return *number;
 }
 
-/// Takes the blanks off both ends, in place.
-void takeBlanksOff(std::string& content)
+/// Removes the blanks at both ends. Does nothing to a text without such blanks.
+void trimInPlace(std::string& content)
 {
     const std::string_view wanted = text::trim(content);
     if (wanted.size() != content.size()) content.assign(wanted);
 }
 
-/// The text of a value that is given up; every list reads its texts here. A long text is taken over, a
-/// short one copied, since it is nothing but its characters.
-std::string textOf(Variant&& value, bool untrimmed)
+/// Returns a value that is no longer needed as text, a text without a copy.
+std::string takeText(Variant&& value, bool blankForNull, bool trimmed)
 {
-    constexpr std::size_t shortText = 15;
-    if (value.isString()) [[likely]]
-        if (const std::string_view text = value.asString(); text.size() <= shortText)
-            return std::string{untrimmed ? text : text::trim(text)};
+    if (value.isNull()) return blankForNull ? std::string{singleBlank} : std::string{};
     std::string content = value.isString() ? std::move(value).asString() : convert::toText(value);
-    if (!untrimmed) takeBlanksOff(content);
+    if (trimmed) trimInPlace(content);
     return content;
-}
-
-std::string textOrBlank(Variant&& value, bool withoutBlank, bool untrimmed)
-{
-    if (value.isNull()) return withoutBlank ? std::string{} : std::string{singleBlank};
-    return textOf(std::move(value), untrimmed);
 }
 
 } // namespace
 
 std::string Comm_Get::Get_String(Variant value, bool NoSpaces, bool NoTrim) const
 {
-    if (value.isObject()) return textOrBlank(valueOfField(value.asObject()), NoSpaces, NoTrim);
-    return textOrBlank(std::move(value), NoSpaces, NoTrim);
+    if (value.isObject()) return takeText(defaultValueOf(value.asObject()), !NoSpaces, !NoTrim);
+    return takeText(std::move(value), !NoSpaces, !NoTrim);
 }
 
 std::string Comm_Get::Get_Number(const Variant& value) const
 {
-    const FieldValue field{value};
-    const Variant& content = field.content();
-    if (content.isNull()) return std::string{singleBlank};
-    switch (content.kind()) {
-    case Variant::Kind::LongLong: return std::to_string(content.asLongLong()); // may have more than 15 digits
-    default: return convert::toPlainText(plainNumber(content));
-    }
+    const GivenValue given{value};
+    if (given->isNull()) return std::string{singleBlank};
+    // A 64-bit number may have more than the 15 digits that a double keeps.
+    if (given->kind() == Variant::Kind::LongLong) return std::to_string(given->asLongLong());
+    return convert::toPlainText(plainNumber(*given));
 }
 
 double Comm_Get::Get_Number_N(const Variant& value) const
 {
-    const FieldValue field{value};
-    return field.content().isNull() ? 0.0 : convert::toDouble(field.content());
+    const GivenValue given{value};
+    return given->isNull() ? 0.0 : convert::toDouble(*given);
 }
 
 Date Comm_Get::Get_Date_N(const Variant& value) const
 {
-    return convert::toDate(FieldValue{value}.content());
+    return convert::toDate(*GivenValue{value});
 }
 
 Date Comm_Get::Get_Datum(const Variant& value) const
 {
-    const FieldValue field{value};
-    return field.content().isNull() ? Platform::today() : convert::toDate(field.content());
+    const GivenValue given{value};
+    return given->isNull() ? Platform::today() : convert::toDate(*given);
 }
 
 std::string Comm_Get::Get_Val(const Variant& value) const
 {
-    const FieldValue field{value};
-    return field.content().isNull() ? std::string{} : convert::toText(field.content());
+    const GivenValue given{value};
+    return given->isNull() ? std::string{} : convert::toText(*given);
 }
 
 std::string Comm_Get::Get_Key(std::string_view strValue) const
@@ -107,10 +97,11 @@ std::string Comm_Get::Get_Text(std::string_view column, ado::Recordset& tmpRecor
     if (value.isNull()) return {};
     std::string text = convert::toText(value);
     if (text::trim(text).empty()) return {};
-    static constexpr std::array<std::string_view, 3> spellingsOfTrue = {"TRUE", "WAHR", "VRAI"};
+    // The words for true collapse to one; the words for false stay as they are. Required by the contract.
+    static constexpr std::array<std::string_view, 3> wordsForTrue = {"TRUE", "WAHR", "VRAI"};
     const std::string upper = text::toUpper(text);
-    for (const std::string_view spelling : spellingsOfTrue)
-        if (upper == spelling) return std::string{spellingsOfTrue.front()};
+    for (const std::string_view word : wordsForTrue)
+        if (upper == word) return std::string{wordsForTrue.front()};
     return text;
 }
 

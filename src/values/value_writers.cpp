@@ -1,17 +1,18 @@
 #include <string>
 #include <string_view>
 
-#include "field_value.h"
+#include "given_value.h"
 
-#include "tamarok/comm_conv.h"
 #include "tamarok/comm_set.h"
 #include "tamarok/convert.h"
 #include "tamarok/text.h"
 
+// Writers of one column. They differ in when they write NULL, in the conversion and in the escaping of quotes.
+
 namespace tamarok {
 namespace {
 
-/// "UPDATE table SET column" + assignment + " WHERE " + condition, sent as one statement.
+/// Runs UPDATE `table` SET `column` `assignment` WHERE `condition`; the texts are inserted verbatim.
 void update(const ado::ConnectionRef& connection, std::string_view table, std::string_view column,
             std::string_view assignment, std::string_view condition)
 {
@@ -27,10 +28,10 @@ std::string quoted(std::string_view text)
     return result;
 }
 
-/// A value as number text for SQL: its regional text, comma to point, thousands mark out.
-std::string numberText(const Variant& value, std::string_view thousandsMark)
+/// Returns the regional text of a value as number text for SQL.
+std::string numberText(const Variant& value, std::string_view thousands)
 {
-    return Comm_Conv{}.NoComma(convert::toText(value), thousandsMark);
+    return convert::toSqlNumber(convert::toText(value), thousands);
 }
 
 } // namespace
@@ -56,7 +57,7 @@ void Comm_Set::Set_Number(std::string_view column, std::string_view value, std::
                           std::string_view par_strThousantSep_dll) const
 {
     const bool isNull = text::trim(value).empty() || value == "0";
-    update(db_ADO_dll, table, column, isNull ? " = NULL" : " = " + Comm_Conv{}.NoComma(value, par_strThousantSep_dll),
+    update(db_ADO_dll, table, column, isNull ? " = NULL" : " = " + convert::toSqlNumber(value, par_strThousantSep_dll),
            sqlWhere);
 }
 
@@ -64,9 +65,8 @@ void Comm_Set::Set_Number2(const std::string& column, const Variant& value, std:
                            std::string_view sqlWhere, const ado::ConnectionRef& db_ADO_dll,
                            std::string_view par_strThousantSep_dll) const
 {
-    const FieldValue field{value};
-    update(db_ADO_dll, table, column,
-           field.content().isNull() ? " = NULL" : " = " + numberText(field.content(), par_strThousantSep_dll),
+    const GivenValue given{value};
+    update(db_ADO_dll, table, column, given->isNull() ? " = NULL" : " = " + numberText(*given, par_strThousantSep_dll),
            sqlWhere);
 }
 
@@ -81,25 +81,23 @@ void Comm_Set::Set_Text2(std::string_view column, const Variant& value, std::str
                          std::string_view sqlWhere, const ado::ConnectionRef& db_ADO_dll,
                          std::string_view par_strThousantSep_dll) const
 {
-    const FieldValue field{value};
+    const GivenValue given{value};
     update(db_ADO_dll, table, column,
-           field.content().isNull() ? " = NULL" : " = " + quoted(numberText(field.content(), par_strThousantSep_dll)),
-           sqlWhere);
+           given->isNull() ? " = NULL" : " = " + quoted(numberText(*given, par_strThousantSep_dll)), sqlWhere);
 }
 
 void Comm_Set::Set_Text3(std::string_view column, const Variant& value, std::string_view table,
                          std::string_view sqlWhere, const ado::ConnectionRef& db_ADO_dll,
                          std::string_view /*par_strThousantSep_dll*/) const
 {
-    const FieldValue field{value};
-    update(db_ADO_dll, table, column,
-           field.content().isNull() ? " = NULL" : " = " + quoted(convert::toText(field.content())), sqlWhere);
+    const GivenValue given{value};
+    update(db_ADO_dll, table, column, given->isNull() ? " = NULL" : " = " + quoted(convert::toText(*given)), sqlWhere);
 }
 
 void Comm_Set::Set_Boolean(std::string_view column, bool value, std::string_view table, std::string_view sqlWhere,
                            const ado::ConnectionRef& db_ADO_dll) const
 {
-    // Two blanks before the 1: administrators know the statement by that.
+    // Required by the contract: two blanks before the 1. Do not correct.
     update(db_ADO_dll, table, column, value ? " =  1" : " = 0", sqlWhere);
 }
 
@@ -108,7 +106,8 @@ std::string Comm_Set::Set_Separator(std::string_view value, std::string_view glD
     const std::string_view other = glDecSep == "." ? "," : glDecSep == "," ? "." : "";
     const std::size_t position = text::find(value, other);
     if (position == 0) return std::string{value};
-    // With no other separator the search stands on the first character, which is then replaced.
+    // Required by the contract: with no other separator the search finds position 1, so that the first
+    // character is replaced. Do not correct.
     std::string result{text::left(value, position - 1)};
     return result.append(glDecSep).append(text::mid(value, position + 1));
 }

@@ -208,7 +208,7 @@ TEST(Call, AnInputThatCannotBeReadIsStatus1)
     actions.open(folder.path().string(), O_RDONLY, STDIN_FILENO); // a folder opens, but does not read
     actions.open("/dev/null", O_WRONLY, STDERR_FILENO);
     pid_t child = -1;
-    ASSERT_EQ(actions.spawn(child, {"call"}), 0);
+    ASSERT_EQ(actions.spawn(child, TAMAROK_PROGRAM, {"call"}), 0);
     int status = 0;
     ::waitpid(child, &status, 0);
     ASSERT_TRUE(WIFEXITED(status));

@@ -7,10 +7,6 @@ namespace {
 
 using test::errorNumber;
 
-constexpr std::int32_t invalidPropertyValue = 380;
-constexpr std::int32_t invalidPropertyArrayIndex = 381;
-constexpr std::int32_t cannotCreateObject = 429;
-
 TEST(Controls, AreMadeByTypeName)
 {
     for (const std::string_view type : knownTypes()) {
@@ -23,8 +19,18 @@ TEST(Controls, AreMadeByTypeName)
         EXPECT_EQ(control->get("name", {}), Variant{"txtLength"});
     }
     EXPECT_EQ(make("textbox")->typeName(), "TextBox");
-    EXPECT_EQ(errorNumber([] { make("Gauge"); }), cannotCreateObject);
-    EXPECT_NE(test::errorText([] { make("Gauge"); }).find("TextBox"), std::string::npos) << "the known ones are told";
+    EXPECT_EQ(errorNumber([] { make("Gauge"); }), errors::cannotCreateObject);
+    EXPECT_EQ(test::errorText([] { make("Gauge"); }),
+              "There is no control of type \"Gauge\"; known are CheckBox, ComboBox, TextBox.");
+}
+
+TEST(CheckBoxes, StandForTheirState)
+{
+    CheckBox box;
+    box.Value = 2;
+    EXPECT_TRUE(box.hasDefaultValue());
+    EXPECT_EQ(box.defaultValue(), Variant{std::int16_t{2}});
+    EXPECT_FALSE(make("TextBox")->hasDefaultValue());
 }
 
 TEST(CheckBoxes, HaveThreeStates)
@@ -36,7 +42,7 @@ TEST(CheckBoxes, HaveThreeStates)
         EXPECT_EQ(box.Value, state);
     }
     for (const Variant& wrong : {Variant{std::int16_t{3}}, Variant{true}, Variant{std::int32_t{-1}}})
-        EXPECT_EQ(errorNumber([&] { box.put("Value", wrong); }), invalidPropertyValue);
+        EXPECT_EQ(errorNumber([&] { box.put("Value", wrong); }), errors::invalidPropertyValue);
     box.put("Caption", "Aktiv");
     EXPECT_EQ(box.get("Caption", {}), Variant{"Aktiv"});
     EXPECT_EQ(errorNumber([&] { box.get("text", {}); }), errors::noSuchMember);
@@ -92,12 +98,12 @@ TEST(ComboBoxes, IndicesOutOfRange)
     ComboBox box;
     box.AddItem("a");
     for (const std::int32_t index : {-1, 1, 32767}) {
-        EXPECT_EQ(errorNumber([&] { box.List(index); }), invalidPropertyArrayIndex);
-        EXPECT_EQ(errorNumber([&] { box.ItemData(index); }), invalidPropertyArrayIndex);
-        EXPECT_EQ(errorNumber([&] { box.ItemData(index, 1); }), invalidPropertyArrayIndex);
+        EXPECT_EQ(errorNumber([&] { box.List(index); }), errors::invalidPropertyArrayIndex);
+        EXPECT_EQ(errorNumber([&] { box.ItemData(index); }), errors::invalidPropertyArrayIndex);
+        EXPECT_EQ(errorNumber([&] { box.ItemData(index, 1); }), errors::invalidPropertyArrayIndex);
     }
     for (const std::int32_t index : {-2, 1})
-        EXPECT_EQ(errorNumber([&] { box.ListIndex(index); }), invalidPropertyValue);
+        EXPECT_EQ(errorNumber([&] { box.ListIndex(index); }), errors::invalidPropertyValue);
     for (const std::int32_t index : {-2, 2})
         EXPECT_EQ(errorNumber([&] { box.AddItem("b", index); }), errors::invalidArgument);
 }

@@ -7,8 +7,6 @@ namespace {
 
 using test::errorNumber;
 
-constexpr std::int32_t invalidPropertyValue = 380;
-
 Variant number(std::int32_t value)
 {
     return value;
@@ -48,8 +46,8 @@ TEST_P(TextEntries, SelectionStaysWithinTheText)
     EXPECT_EQ(entry.SelLength(), 0) << "moving the cursor ends the selection";
     entry.SelStart(100);
     EXPECT_EQ(entry.SelStart(), 4);
-    EXPECT_EQ(errorNumber([&] { entry.SelStart(-1); }), invalidPropertyValue);
-    EXPECT_EQ(errorNumber([&] { entry.SelLength(-1); }), invalidPropertyValue);
+    EXPECT_EQ(errorNumber([&] { entry.SelStart(-1); }), errors::invalidPropertyValue);
+    EXPECT_EQ(errorNumber([&] { entry.SelLength(-1); }), errors::invalidPropertyValue);
     EXPECT_EQ(entry.SelStart(), 4);
 }
 
@@ -163,7 +161,7 @@ TEST(TextBoxes, MaximumLengthStopsKeysAlone)
     EXPECT_EQ(box.text(), "äxü") << "a selection makes room";
     box.text("12345");
     EXPECT_EQ(box.text(), "12345");
-    EXPECT_EQ(errorNumber([&] { box.put("MaxLength", number(-1)); }), invalidPropertyValue);
+    EXPECT_EQ(errorNumber([&] { box.put("MaxLength", number(-1)); }), errors::invalidPropertyValue);
     EXPECT_EQ(box.get("MaxLength", {}), number(3));
 }
 

@@ -191,5 +191,27 @@ TEST_F(Convert, CheckedNarrowing)
     EXPECT_EQ(errorNumber([] { checkedLong(2147483648, "row"); }), errors::overflow);
 }
 
+TEST(ConvertToSql, CommaBecomesPointAndTheThousandsSeparatorGoes)
+{
+    struct Row {
+        const char* text;
+        const char* thousands;
+        const char* result;
+    };
+    const Row rows[] = {
+        {"1.234,50", ".", "1234.50"},
+        {"1,234.50", ",", "1.234.50"},
+        {"1,5", "", "1.5"},
+        {"1'234,5", "'", "1234.5"},
+        {"1\u00A0234,5", "\u00A0", "1234.5"},
+        {"1..2", "..", "1..2"},
+        {"", ".", ""},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(toSqlNumber(row.text, row.thousands), row.result) << row.text;
+    EXPECT_EQ(toSqlNumber(-1234.5, Regional::named("de-DE")), "-1234.5");
+    EXPECT_EQ(toSqlNumber(0.25, Regional::named("en-US")), "0.25");
+}
+
 } // namespace
 } // namespace tamarok::convert

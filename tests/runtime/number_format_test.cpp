@@ -1,3 +1,4 @@
+#include <cmath>
 #include <limits>
 #include <random>
 
@@ -201,6 +202,29 @@ TEST(NumberFormat, FormattingWhatWasReadBackChangesNothing)
             }
         }
     }
+}
+
+/// "0.00" is written by whole-number arithmetic, the same section followed by ";" by the digits of the number.
+TEST(NumberFormat, FixedPatternsAreWrittenLikeAllOthers)
+{
+    const Regional german = Regional::named("de-DE");
+    std::mt19937_64 engine{7};
+    std::uniform_real_distribution<double> any{0.0, 1.0};
+    std::vector<double> numbers{0.5,  0.005, 0.125, 2.675, 0.285, 1.005, 999.995, 0.0449999999999999,
+                                1e-9, 1e12,  1e13,  1e22};
+    for (std::int32_t i = 0; i < 20'000; ++i) {
+        const double magnitude = std::pow(10.0, static_cast<double>(i % 16) - 3.0);
+        const double number = any(engine) * magnitude;
+        numbers.push_back(number);
+        numbers.push_back((std::floor(number) + 0.5) / 1000.0); // a half at the third decimal
+        numbers.push_back(std::nextafter(numbers.back(), 0.0));
+        numbers.push_back(std::nextafter(numbers[numbers.size() - 2], 1e30));
+    }
+    for (const std::string pattern : {"0", "0.0", "0.00", "0.000", "0.0000000000"})
+        for (const double number : numbers)
+            for (const double value : {number, -number})
+                ASSERT_EQ(format::number(value, pattern, german), format::number(value, pattern + ";", german))
+                    << std::hexfloat << value << " under " << pattern;
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "runtime/support.h"
 
+#include "tamarok/members.h"
+
 namespace tamarok {
 namespace {
 
@@ -25,10 +27,58 @@ TEST(Object, RequireNamesWhatHoldsNothing)
     EXPECT_EQ(&require(something, "x"), something.get());
 }
 
-TEST(Object, MemberNamesCompareWithoutRegardToCase)
+TEST(Object, OnlyAFieldStandsForItsValue)
 {
-    EXPECT_TRUE(isMember("selstart", "SelStart"));
-    EXPECT_FALSE(isMember("SelStar", "SelStart"));
+    EXPECT_TRUE(test::ValueHolder("Field", 2.5).hasDefaultValue());
+    EXPECT_EQ(test::ValueHolder("Field", 2.5).defaultValue(), Variant{2.5});
+    const test::ValueHolder box{"TextBox", 2.5};
+    EXPECT_FALSE(box.hasDefaultValue());
+    EXPECT_EQ(errorNumber([&] { box.defaultValue(); }), errors::noSuchMember);
+}
+
+struct Counter {
+    std::int32_t count = 0;
+};
+
+constexpr Member<Counter> counterMembers[]{
+    {.name = "Count",
+     .get = [](const Counter& c, std::span<const Variant>) -> Variant { return c.count; },
+     .put = [](Counter& c, const Variant& value) { c.count = value.asLong(); }},
+    {.name = "Clear",
+     .call = [](Counter& c, std::span<Variant>) -> Variant {
+         c.count = 0;
+         return {};
+     }},
+};
+constexpr std::span<const Member<Counter>> counterTable{counterMembers};
+
+TEST(Members, AreFoundWithoutRegardToCaseAndByTheWayOfTheirUse)
+{
+    Counter counter;
+    ASSERT_NE(findSetter(counterTable, "cOUNT"), nullptr);
+    findSetter(counterTable, "cOUNT")(counter, std::int32_t{7});
+    EXPECT_EQ(findGetter(counterTable, "COUNT")(counter, {}), Variant{std::int32_t{7}});
+    findMethod(counterTable, "clear")(counter, {});
+    EXPECT_EQ(counter.count, 0);
+    EXPECT_EQ(findGetter(counterTable, "Clear"), nullptr) << "a method is no property";
+    EXPECT_EQ(findMethod(counterTable, "Count"), nullptr);
+    EXPECT_EQ(findByName(counterTable, "Coun"), nullptr);
+}
+
+TEST(Members, TheNumberOfArgumentsIsChecked)
+{
+    EXPECT_EQ(errorNumber([] { checkArgumentCount(2, 1, 2, "Open", "ADODB"); }), 0);
+    EXPECT_EQ(errorNumber([] { checkArgumentCount(0, 1, 2, "Open", "ADODB"); }), errors::wrongArgumentCount);
+    EXPECT_EQ(errorText([] { checkArgumentCount(3, 1, 2, "Open", "ADODB"); }), "Open takes 1 to 2 arguments, not 3.");
+    EXPECT_EQ(errorText([] { checkArgumentCount(1, 0, 0, "Close", "ADODB"); }), "Close takes 0 arguments, not 1.");
+}
+
+TEST(Members, AnArgumentMayBeLeftOutOrEmpty)
+{
+    const std::vector<Variant> arguments{Empty{}, std::int32_t{3}};
+    EXPECT_EQ(optionalArgument(arguments, 0), nullptr);
+    EXPECT_EQ(optionalArgument(arguments, 1), &arguments[1]);
+    EXPECT_EQ(optionalArgument(arguments, 2), nullptr);
 }
 
 } // namespace

@@ -11,6 +11,7 @@
 #include "tamarok/error.h"
 #include "tamarok/object.h"
 #include "tamarok/platform.h"
+#include "tamarok/text.h"
 #include "tamarok/variant.h"
 
 namespace tamarok::test {
@@ -50,16 +51,18 @@ inline std::string joined(std::initializer_list<std::string_view> parts)
     return text;
 }
 
-/// An object that holds one value, as a recordset's field does.
+/// An object with a property Value, which is its default value if the type is "Field".
 class ValueHolder final : public Object {
 public:
     ValueHolder(std::string typeName, Variant value) : typeName_{std::move(typeName)}, value_{std::move(value)} {}
     std::string_view typeName() const override { return typeName_; }
     Variant get(std::string_view name, std::span<const Variant>) const override
     {
-        if (isMember(name, "Value")) return value_;
+        if (text::equalsNoCase(name, "Value")) return value_;
         noSuchMember(name);
     }
+    Variant defaultValue() const override { return hasDefaultValue() ? value_ : Object::defaultValue(); }
+    bool hasDefaultValue() const noexcept override { return typeName_ == "Field"; }
 
 private:
     std::string typeName_;

@@ -311,13 +311,15 @@ TEST_F(Writers, ValuesWithoutATextForm)
 {
     const Variant array{VariantArray{}};
     const Variant empty{ObjectRef{}};
-    const Variant control{std::make_shared<test::ValueHolder>("Label", array)};
+    const Variant field = test::field(array);
+    const Variant control{std::make_shared<test::ValueHolder>("Label", "x")};
     const auto writersOf = [this](const Variant& value) {
         return std::array{number2(value), text2(value), text3(value)};
     };
     const std::pair<Variant, std::int32_t> rows[] = {
-        {array, errors::typeMismatch}, {control, errors::typeMismatch},     {empty, errors::objectNotSet},
-        {Date{3e6}, errors::overflow}, {Date{-658000.0}, errors::overflow}, // a day of the year 0098
+        {array, errors::typeMismatch},   {field, errors::typeMismatch},
+        {control, errors::noSuchMember}, {empty, errors::objectNotSet},
+        {Date{3e6}, errors::overflow},   {Date{-658000.0}, errors::overflow}, // a day of the year 0098
     };
     for (const auto& [value, failure] : rows)
         for (const Write& write : writersOf(value))

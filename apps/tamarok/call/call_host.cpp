@@ -12,8 +12,7 @@ namespace tamarok::cli {
 
 namespace {
 
-/// The platform's number for a fault inside the program, such as exhausted memory.
-constexpr std::int32_t internalError = 51;
+using errors::internalError;
 
 Json describeError(std::int32_t number, const std::string& source, const std::string& description)
 {

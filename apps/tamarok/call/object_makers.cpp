@@ -15,7 +15,7 @@ namespace tamarok::cli {
 
 namespace {
 
-constexpr std::int32_t cannotCreateObject = 429;
+using errors::cannotCreateObject;
 
 struct Maker {
     std::string_view typeName;

@@ -21,7 +21,7 @@ namespace tamarok::cli::day {
 namespace {
 
 constexpr const char* ownProgram = "/proc/self/exe";
-constexpr std::int32_t deviceFailure = 57;
+constexpr std::int32_t deviceFailure = errors::deviceError;
 
 [[noreturn]] void fail(const std::string& what)
 {

@@ -18,8 +18,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::int32_t fileExists = 58;
-constexpr std::int32_t pathAccess = 75;
+using errors::fileExists;
+using errors::pathAccess;
 constexpr std::string_view mark = ".tmp-";
 
 /// Name endings of a database and of the files that stand beside it while it is open.

@@ -12,7 +12,7 @@ namespace tamarok::cli {
 
 namespace {
 
-constexpr std::int32_t deviceError = 57;
+using errors::deviceError;
 
 [[noreturn]] void fail(int reason)
 {

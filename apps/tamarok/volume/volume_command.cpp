@@ -23,7 +23,7 @@ namespace tamarok::cli {
 
 namespace {
 
-constexpr std::int32_t cannotRead = 75; // path or file access
+constexpr std::int32_t cannotRead = errors::pathAccess;
 
 /// Shows the progress through a table. Nothing is drawn where standard output is a terminal, too: the bar
 /// would stand between its lines.

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -8,21 +7,23 @@
 #include "tamarok/date_order.h"
 #include "tamarok/regional.h"
 
-/// What the printing and the reading of dates share.
+/// Regional date patterns: used by formatting and by reading of dates.
 namespace tamarok {
 
-/// Order of the parts in a short date pattern: Dmy, Mdy, Ymd or Ydm.
+/// Returns the order of the parts in a short date pattern: Dmy, Mdy, Ymd or Ydm.
 DateOrder dateOrder(std::string_view shortDate) noexcept;
 
-/// The first literal text between the parts of a short date pattern ("." of "dd.MM.yyyy").
+/// Returns the literal text between the first two parts of a short date pattern: "." for "dd.MM.yyyy".
 std::string_view dateSeparator(std::string_view shortDate) noexcept;
-/// The same of a time pattern (":" of "H:mm").
+/// Returns the literal text between the first two parts of a time pattern: ":" for "H:mm".
 std::string_view timeSeparator(std::string_view time) noexcept;
 
-/// The parts of a date rounded to whole seconds, as every text form shows them.
+/// Returns the parts of a date rounded to whole seconds, as all texts show it. Error 6 outside the years 100
+/// to 9999.
 CivilTime toCivilSeconds(Date date);
 
-/// A date by a regional pattern, where M is the month and m the minute, H counts to 24 and h to 12.
+/// Formats a date by a regional pattern: M is the month, m the minute, H the hour to 24, h the hour to 12.
+/// Error 6 outside the years 100 to 9999.
 std::string formatRegional(Date date, std::string_view pattern, const Regional& regional);
 
 } // namespace tamarok
