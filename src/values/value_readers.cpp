@@ -36,9 +36,15 @@ void trimInPlace(std::string& content)
 }
 
 /// Returns a value that is no longer needed as text, a text without a copy.
-std::string takeText(Variant&& value, bool blankForNull, bool trimmed)
+inline std::string takeText(Variant&& value, bool blankForNull, bool trimmed)
 {
     if (value.isNull()) return blankForNull ? std::string{singleBlank} : std::string{};
+    // A short text is copied: faster than moving the whole string (bench: getStringOfValue/short_text, 1.12 times
+    // the reading of the field by the move, 1.05 by the copy).
+    constexpr std::size_t shortText = 15;
+    if (value.isString())
+        if (const std::string_view text = value.asString(); text.size() <= shortText)
+            return std::string{trimmed ? text::trim(text) : text};
     std::string content = value.isString() ? std::move(value).asString() : convert::toText(value);
     if (trimmed) trimInPlace(content);
     return content;
