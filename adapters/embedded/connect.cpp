@@ -4,10 +4,10 @@
 #include <memory>
 #include <utility>
 
+#include "connection_text.h"
 #include "failures.h"
 #include "file_checks.h"
 #include "session.h"
-#include "tamarok_embedded/connection_text.h"
 
 #include "tamarok/ado_backend.h"
 

@@ -1,4 +1,4 @@
-#include "tamarok_embedded/connection_text.h"
+#include "connection_text.h"
 
 #include <array>
 

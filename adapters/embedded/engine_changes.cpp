@@ -134,9 +134,9 @@ void Engine::runInsert(const std::shared_ptr<CachedStep>& step, Parameters param
 {
     bufferOpenCursors();
     const Step& insert = step->step;
-    const bool bare =
+    const bool storedUnchanged =
         !insert.unconvertedText.empty() && areStoredUnchanged(insert.unconvertedTypes, insert.parameters, parameters);
-    const Lease lease{step, *database_, bare ? StepText::Bare : StepText::Statement};
+    const Lease lease{step, *database_, storedUnchanged ? StepText::Unconverted : StepText::Statement};
     bindParameters(lease.get(), insert.parameters, parameters);
     while (database_->step(lease.get())) {}
 }

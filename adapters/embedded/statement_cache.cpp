@@ -14,7 +14,7 @@ const std::string& textOf(const Step& step, StepText text) noexcept
 {
     switch (text) {
     case StepText::Probe: return step.lockProbe;
-    case StepText::Bare: return step.unconvertedText;
+    case StepText::Unconverted: return step.unconvertedText;
     case StepText::Statement: break;
     }
     return step.text;
@@ -61,7 +61,7 @@ CompiledText& Lease::home() const noexcept
 {
     switch (text_) {
     case StepText::Probe: return owner_->probe;
-    case StepText::Bare: return owner_->bare;
+    case StepText::Unconverted: return owner_->unconverted;
     case StepText::Statement: break;
     }
     return owner_->statement;

@@ -33,13 +33,13 @@ struct CachedStep {
     std::shared_ptr<const ResultLayout> layout;
     CompiledText statement;
     CompiledText probe;
-    CompiledText bare;
+    CompiledText unconverted;
     std::uint64_t generation = 0;
     tsql::DateOrder order = tsql::DateOrder::Mdy;
 };
 
 /// Which text of a step.
-enum class StepText : std::uint8_t { Statement, Probe, Bare };
+enum class StepText : std::uint8_t { Statement, Probe, Unconverted };
 
 /// A compiled statement on loan; goes back where it came from, reset.
 class Lease {

@@ -13,6 +13,8 @@
 namespace tamarok::tsql {
 namespace {
 
+/// Folds a value into a hash. The multiplier is an odd constant with well-spread bits (2^64 divided by the golden
+/// ratio).
 constexpr std::uint64_t mix(std::uint64_t hash, std::uint64_t value)
 {
     hash = (hash ^ value) * 0x9E3779B97F4A7C15ULL;
@@ -68,6 +70,8 @@ bool holdsQuery(const Expr& expr)
 
 } // namespace
 
+/// Two expressions with equal hashes count as the same one, which decides on error 8120 and on ORDER BY. Subqueries and
+/// window functions never do: their hash contains the node's address.
 void Binder::finish(Expr& expr) const
 {
     expr.hash = ownHash(expr);
@@ -93,6 +97,9 @@ void Binder::refuseOperand(const Expr& expr, const Type& type, std::string_view 
                        std::string(operation) + " operator.");
 }
 
+/// Binds the children first, since the type of a node follows from theirs; then sets type, magnitude and hash. Kinds
+/// with a scope or an order of their own have functions of their own; all others are bound by `visitChildren` in the
+/// default branch.
 void Binder::bindExpression(Expr& expr, Scope& scope)
 {
     expr.magnitude = -1;
@@ -140,6 +147,8 @@ void Binder::bindExpression(Expr& expr, Scope& scope)
 
 // --- names -------------------------------------------------------------------------------------
 
+/// Looks for a column from the inside out: the first scope that has it wins, so that a subquery may name a column of
+/// the query around it. Two sources of one scope with that column are error 209.
 bool Binder::findColumn(ColumnExpr& column, Scope& scope)
 {
     column.source = nullptr;
@@ -161,6 +170,7 @@ bool Binder::findColumn(ColumnExpr& column, Scope& scope)
         }
         if (column.source == nullptr) continue;
         column.type = column.source->columnType(static_cast<std::size_t>(column.column));
+        // A BIGINT may hold any 64-bit number, so nothing is known about its magnitude.
         if (isWhole(column.type) && column.type.kind != TypeKind::BigInt)
             column.magnitude = largestMagnitude(column.type.kind);
         if (level->collectUsed) level->used.push(&column);
@@ -169,6 +179,8 @@ bool Binder::findColumn(ColumnExpr& column, Scope& scope)
     return false;
 }
 
+/// An unknown column with a qualifier is error 4104, one without is 207: the server tells the two apart. An existing
+/// column named SYSDATE wins over the pseudo-column.
 void Binder::bindColumn(ColumnExpr& column, Scope& scope)
 {
     if (findColumn(column, scope) || bindPseudoColumn(column)) return;
@@ -193,6 +205,8 @@ bool Binder::bindPseudoColumn(ColumnExpr& column) const
 
 // --- literals ----------------------------------------------------------------------------------
 
+/// A whole literal is an int if it fits, otherwise a decimal: the server has no bigint literals. The precision of a
+/// decimal counts the digits without leading zeros.
 void Binder::bindNumber(NumberExpr& number) const
 {
     const std::string_view digits = number.text;
@@ -238,6 +252,7 @@ void Binder::bindSystem(SystemExpr& system) const
 
 // --- operators ---------------------------------------------------------------------------------
 
+/// The server has no unary operator for texts and dates, and no ~ for fractions.
 void Binder::bindUnary(UnaryExpr& unary)
 {
     const Type& operand = unary.operand->type;
@@ -295,6 +310,9 @@ Type constantType(const Expr& expr, const Type& beside)
 
 } // namespace
 
+/// The rules in the order in which they apply: joining texts, arithmetic of dates, operands of unknown type, numbers. A
+/// NULL beside a text joins as a text. Two texts know no operator but +. A text beside a number becomes the number's
+/// type; arithmeticType says so.
 void Binder::bindBinary(BinaryExpr& binary)
 {
     const Type& left = binary.left->type;
@@ -309,6 +327,7 @@ void Binder::bindBinary(BinaryExpr& binary)
     if (isDate(left) || isDate(right)) return bindDateArithmetic(binary);
     if (isText(left) && isText(right)) refuseOperand(binary, left, operatorName(binary.op));
     if (left.kind == TypeKind::Unknown || right.kind == TypeKind::Unknown) {
+        // Decided at run time by the functions tm_add and the like.
         binary.type = {};
         return;
     }
@@ -363,6 +382,8 @@ void Binder::bindMagnitude(BinaryExpr& binary) const
     if (binary.magnitude > limit && binary.type.kind != TypeKind::BigInt) binary.magnitude = -1;
 }
 
+/// Both sides are compared in their common type. If the class of types of the query's column changes by that, the query
+/// converts its items itself.
 void Binder::bindInQuery(InQueryExpr& in, Scope& scope)
 {
     bindExpression(*in.value, scope);
@@ -380,6 +401,7 @@ void Binder::bindInQuery(InQueryExpr& in, Scope& scope)
     setTargets(*in.query, targets);
 }
 
+/// A query in parentheses that stands for one value; more than one row is an error of the run.
 void Binder::bindScalarQuery(QueryExpr& subquery, Scope& scope)
 {
     bindQuery(*subquery.query, &scope);
@@ -391,6 +413,8 @@ void Binder::bindScalarQuery(QueryExpr& subquery, Scope& scope)
     subquery.type = subquery.query->outputs[0].type;
 }
 
+/// The result has the type that holds all branches; a branch that is NULL says nothing about it. The operand and the
+/// values after WHEN have a common type of their own.
 void Binder::bindCase(CaseExpr& expr, Scope& scope)
 {
     if (expr.operand != nullptr) {
@@ -415,6 +439,8 @@ void Binder::bindCase(CaseExpr& expr, Scope& scope)
     if (isWhole(expr.type)) expr.magnitude = bound;
 }
 
+/// COALESCE has the type that holds all arguments, ISNULL that of its first one, unless that is NULL, and NULLIF that
+/// of its first one.
 void Binder::bindCall(CallExpr& call)
 {
     const Type first = call.arguments[0]->type;

@@ -7,6 +7,8 @@
 
 namespace tamarok::tsql {
 
+/// The argument pattern gives the numbers: small letters are required, capitals optional, * repeats up to 255
+/// arguments.
 void Binder::checkArgumentCount(const FunctionExpr& function) const
 {
     const std::string_view pattern = function.builtin->arguments;
@@ -25,6 +27,8 @@ void Binder::checkArgumentCount(const FunctionExpr& function) const
     }
 }
 
+/// A part of a date (DATEADD(day, ...)) arrives as a column name. It is checked and not bound, and gets a hash of its
+/// own, so that `dd` and `day` are the same expression.
 void Binder::bindArguments(FunctionExpr& function, Scope& scope)
 {
     const std::string_view pattern = function.builtin->arguments;
@@ -45,6 +49,8 @@ void Binder::bindArguments(FunctionExpr& function, Scope& scope)
     }
 }
 
+/// Finds the function, checks how it is called (number of arguments, OVER, DISTINCT, place of an aggregate), binds its
+/// arguments and gives it a type. An aggregate with OVER is a window function and groups nothing.
 void Binder::bindFunction(FunctionExpr& function, Scope& scope)
 {
     function.builtin = findBuiltin(function.name);
@@ -70,6 +76,7 @@ void Binder::bindFunction(FunctionExpr& function, Scope& scope)
     if (!function.aggregate) {
         bindArguments(function, scope);
     } else {
+        // An aggregate of an aggregate, which the server refuses as well.
         if (aggregates_ == Aggregates::Inside) {
             source_.refuse(function.offset, 130,
                            "Cannot perform an aggregate function on an expression containing an aggregate or a "
@@ -91,6 +98,7 @@ void Binder::bindFunction(FunctionExpr& function, Scope& scope)
     function.magnitude = builtin.magnitude;
 }
 
+/// Here a number is a constant and no position in the SELECT list, so the server refuses it.
 void Binder::bindOver(Over& over, Scope& scope)
 {
     for (Expr* partition : over.partition)
@@ -105,6 +113,8 @@ void Binder::bindOver(Over& over, Scope& scope)
     }
 }
 
+/// The result is Unicode if the argument is. A part of a text (LEFT, SUBSTRING) is at most as long as the text and,
+/// with a constant length, as that length.
 Type Binder::textResult(const FunctionExpr& function, Type argument) const
 {
     const bool national =
@@ -121,6 +131,8 @@ Type Binder::textResult(const FunctionExpr& function, Type argument) const
     return result;
 }
 
+/// SUM and AVG widen: tinyint and smallint to int, decimals to 38 digits, real to float. AVG of decimals has at least 6
+/// decimal places.
 Type Binder::aggregateType(const FunctionExpr& function, Type argument) const
 {
     const std::string_view name = function.builtin->name;
@@ -135,6 +147,7 @@ Type Binder::aggregateType(const FunctionExpr& function, Type argument) const
     return argument.kind == TypeKind::Real ? makeType(TypeKind::Float) : argument;
 }
 
+/// The result rule decides; SameNumber, which needs a closer look, is what is left after the switch.
 Type Binder::resultType(const FunctionExpr& function) const
 {
     const Type argument = function.arguments.empty() ? Type{} : function.arguments[0]->type;

@@ -45,6 +45,8 @@ std::int32_t Binder::requireColumn(const Table& table, const Name& name) const
     return index;
 }
 
+/// Two sources of one FROM must differ in name. The number is counted over the statement, so that columns of two
+/// sources never have the same hash.
 Source& Binder::addSource(const Name& name, Scope& scope, bool correlation)
 {
     for (const Source* other : scope.sources.span()) {
@@ -74,6 +76,7 @@ Source& Binder::addTable(const Table& table, const Name& name, Scope& scope, boo
     return added;
 }
 
+/// Sets the clause that messages name, and puts the previous state back: the expression may be one inside another.
 void Binder::bindPlain(Expr& expr, Scope& scope, std::string_view clause)
 {
     const Aggregates before = std::exchange(aggregates_, Aggregates::Refused);
@@ -83,6 +86,7 @@ void Binder::bindPlain(Expr& expr, Scope& scope, std::string_view clause)
     clause_ = clauseBefore;
 }
 
+/// The sources of both sides of a join come into the scope before its ON is bound.
 void Binder::bindFrom(FromItem* item, Scope& scope)
 {
     if (item == nullptr) return;
@@ -99,6 +103,8 @@ void Binder::bindFrom(FromItem* item, Scope& scope)
     }
 }
 
+/// A derived table sees the scope around the query, not the tables beside it in FROM. Its columns get the names of the
+/// alias list if there is one: A (X, Y).
 void Binder::bindDerived(FromItem& item, Scope& scope)
 {
     bindQuery(*item.query, scope.parent);
@@ -137,6 +143,8 @@ void Binder::checkDerivedNames(const FromItem& item, std::span<OutputColumn> out
     }
 }
 
+/// Binds the SELECT or both arms, then ORDER BY, then checks GROUP BY, since both need the columns of the result. The
+/// state for aggregates is saved: a subquery inside an aggregate may have aggregates itself.
 void Binder::bindQuery(Query& query, Scope* outer)
 {
     const Aggregates before = aggregates_;
@@ -152,6 +160,7 @@ void Binder::bindQuery(Query& query, Scope* outer)
     }
     bindOrder(query);
     if (query.select != nullptr) checkGroups(query);
+    // OFFSET and FETCH see no column of the query.
     Scope& nothing = makeScope(outer);
     for (Expr* limit : {query.skip, query.fetch}) {
         if (limit != nullptr) bindPlain(*limit, nothing, "OFFSET");
@@ -168,6 +177,8 @@ void Binder::setTargets(Query& query, std::span<Type> targets)
     setTargets(*query.right, targets);
 }
 
+/// The result has the names of the left arm and types that hold both. It is no column of a table any more. All SELECTs
+/// below are told the types, into which they convert their items.
 void Binder::combineArms(Query& query)
 {
     const std::span<OutputColumn> left = query.left->outputs;
@@ -189,6 +200,8 @@ void Binder::combineArms(Query& query)
     setTargets(query, targets);
 }
 
+/// Recognises ROWNUM = 1, ROWNUM < n and ROWNUM <= n with a whole number, and ROWNUM <= ?. ROWNUM = n for another n is
+/// never true on Oracle, since a number is given only to a row that passes, beginning with 1.
 bool Binder::isRowLimit(Expr& expr, Select& select)
 {
     if (expr.kind != ExprKind::Compare) return false;
@@ -225,6 +238,7 @@ void Binder::takeRowLimit(Select& select)
         select.filter = nullptr;
         return;
     }
+    // Only an operand of the outermost AND limits the rows; under OR or NOT it would be a condition on each row.
     if (select.where->kind != ExprKind::And) return;
     auto& chain = as<ChainExpr>(*select.where);
     ArenaList<Expr*> others(arena_);
@@ -237,6 +251,9 @@ void Binder::takeRowLimit(Select& select)
     select.filter = others.size() == 1 ? others.span()[0] : rest;
 }
 
+/// The clauses are bound in the order in which the server evaluates them: FROM, WHERE, GROUP BY, then the items and
+/// HAVING, which alone may have aggregates. DUAL is Oracle's table of one row; without a table of that name, FROM is
+/// left out.
 void Binder::bindSelect(Select& select, Scope* outer)
 {
     Scope& scope = makeScope(outer);
@@ -256,6 +273,7 @@ void Binder::bindSelect(Select& select, Scope* outer)
     if (select.having != nullptr) bindExpression(*select.having, scope);
 }
 
+/// A GROUP BY expression must name a column of this SELECT and must not have a query in it, as on the server.
 void Binder::bindGroups(Select& select, Scope& scope)
 {
     for (Expr* group : select.groupBy) {
@@ -282,6 +300,8 @@ void Binder::bindGroups(Select& select, Scope& scope)
     }
 }
 
+/// An item that is a plain column keeps its name and remembers the column of the table, by which recordsets know what
+/// they may change. Other items have no name without an alias.
 void Binder::bindItems(Select& select, Scope& scope)
 {
     ArenaList<OutputColumn> outputs(arena_);
@@ -304,6 +324,7 @@ void Binder::bindItems(Select& select, Scope& scope)
     select.outputs = outputs.span();
 }
 
+/// T.* may name one source only; * gives the columns of all, in the order of FROM.
 void Binder::expandStar(const SelectItem& item, Scope& scope, ArenaList<OutputColumn>& outputs)
 {
     if (scope.sources.size() == 0) {
@@ -365,6 +386,7 @@ bool Binder::bindOrdinal(const Query& query, OrderItem& item)
     if (!column.qualifier.empty()) return false;
     for (std::size_t i = 0; i < query.outputs.size(); ++i) {
         if (!sameName(query.outputs[i].name, column.name.text)) continue;
+        // The same name twice in the list is ambiguous, unless both items are the same expression.
         if (item.ordinal != 0) {
             const OutputColumn& first = query.outputs[static_cast<std::size_t>(item.ordinal) - 1];
             const bool same = first.value != nullptr && query.outputs[i].value != nullptr &&
@@ -379,6 +401,7 @@ bool Binder::bindOrdinal(const Query& query, OrderItem& item)
     return item.ordinal != 0;
 }
 
+/// Each item is a position, a name of the SELECT list, or, in a single SELECT, any expression.
 void Binder::bindOrder(Query& query)
 {
     for (OrderItem& item : query.order) {
@@ -392,6 +415,8 @@ void Binder::bindOrder(Query& query)
     }
 }
 
+/// An expression that also stands in the SELECT list is ordered by its position there. With DISTINCT only those are
+/// allowed, since a removed duplicate may have had another value.
 void Binder::bindSelectOrder(Query& query, OrderItem& item)
 {
     aggregates_ = Aggregates::Allowed;
@@ -413,6 +438,8 @@ void Binder::bindSelectOrder(Query& query, OrderItem& item)
 
 // --- GROUP BY ----------------------------------------------------------------------------------
 
+/// A SELECT is aggregated by GROUP BY, by HAVING or by an aggregate anywhere in it. Then all that it shows or orders by
+/// must be grouped.
 void Binder::checkGroups(Query& query)
 {
     Select& select = *query.select;
@@ -426,6 +453,8 @@ void Binder::checkGroups(Query& query)
     }
 }
 
+/// Walks down until it meets a grouped expression or an aggregate of this SELECT. A column of this SELECT that is met
+/// before is error 8120; a column of a query around it is constant here.
 void Binder::checkGrouped(Expr& expr, const Select& select, std::string_view clause)
 {
     for (const Expr* group : select.groupBy) {

@@ -103,6 +103,7 @@ constexpr NameTable builtins{std::array{
     Builtin{"YEAR", "d", ResultRule::Int, 9999},
 }};
 
+/// A part of a date as DATEADD and its like may spell it. The full name is what the SQLite functions get.
 struct DatePart {
     std::string_view written;
     std::string_view name;

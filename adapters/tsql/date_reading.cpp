@@ -18,6 +18,7 @@ constexpr auto mdy = DateOrder::Mdy;
 constexpr auto dmy = DateOrder::Dmy;
 constexpr auto ymd = DateOrder::Ymd;
 
+/// A style and the one 100 above it read texts alike; they differ in how they write the year.
 constexpr std::array styleRows = {
     StyleRow{0, connection}, StyleRow{1, mdy},          StyleRow{2, ymd},          StyleRow{3, dmy},
     StyleRow{4, dmy},        StyleRow{5, dmy},          StyleRow{6, dmy},          StyleRow{7, mdy},

@@ -37,6 +37,7 @@ void writeDigits(char* target, std::int32_t number, std::size_t count) noexcept
         target[index] = static_cast<char>('0' + number % 10);
 }
 
+/// The server's smalldatetime rounds 29.998 seconds down and 29.999 up.
 Instant roundToMinute(Instant instant) noexcept
 {
     constexpr Instant firstThatRoundsUp = 29'999;
@@ -74,6 +75,8 @@ CivilTime toParts(Instant instant) noexcept
     return parts;
 }
 
+/// Brings an instant to the resolution of a type: day, time of day, minute, 1/300 second or millisecond. No value
+/// outside of the type's range.
 std::optional<Instant> roundToType(Instant instant, TypeKind type) noexcept
 {
     Instant first = firstDate;
@@ -95,6 +98,7 @@ std::optional<Instant> roundToType(Instant instant, TypeKind type) noexcept
     return instant >= first && instant <= last ? std::optional{instant} : std::nullopt;
 }
 
+/// The server stores a datetime in ticks of 1/300 second and shows it in milliseconds that end in 0, 3 or 7.
 Instant roundToDateTime(Instant instant) noexcept
 {
     const Instant time = timeOf(instant);
@@ -102,6 +106,8 @@ Instant roundToDateTime(Instant instant) noexcept
     return instant - time + (ticks * 10 + 1) / 3;
 }
 
+/// Only the exact form of 23 characters is accepted. Separators are checked first, then all digits are read without
+/// branches and checked at the end.
 std::optional<Instant> readStored(std::string_view text) noexcept
 {
     if (text.size() != storedLength || !hasStoredSeparators(text)) return std::nullopt;

@@ -14,6 +14,8 @@ struct KeywordRow {
     bool reserved;
 };
 
+// A reserved word cannot be a name without quotes. The free ones are keywords at certain places of the grammar and
+// names everywhere else.
 constexpr bool reserved = true;
 constexpr bool free = false;
 
@@ -151,6 +153,7 @@ Keyword findKeyword(std::string_view word)
     return row == nullptr ? Keyword::None : row->keyword;
 }
 
+/// The value None has no row, hence the offset of one.
 std::string_view keywordText(Keyword keyword)
 {
     return keyword == Keyword::None ? std::string_view() : keywords[static_cast<std::size_t>(keyword) - 1].name;

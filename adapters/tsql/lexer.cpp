@@ -28,10 +28,14 @@ consteval std::array<std::uint8_t, 256> classify()
 }
 constexpr auto classes = classify();
 
+/// Splits the text of a batch into tokens, in one pass. Blanks and comments separate tokens and yield none. A token is
+/// a part of the text (offset and length), so that the text must outlive the tokens. `tokenize` is the only user.
 class Lexer {
 public:
     explicit Lexer(std::string_view text) : source_(text), text_(text) { tokens_.reserve(text.size() / 4 + 8); }
 
+    /// The encoding is checked before the first token, so that no later function meets a broken character. The last
+    /// token is always End: the parser may look at it without a check of the bounds.
     std::vector<Token> run()
     {
         checkEncoding();
@@ -42,6 +46,7 @@ public:
     }
 
 private:
+    /// A zero byte stands for the end of the text; `checkEncoding` has refused every other one.
     unsigned char at(std::size_t index) const
     {
         return index < text_.size() ? static_cast<unsigned char>(text_[index]) : '\0';
@@ -58,6 +63,7 @@ private:
     void checkEncoding() const
     {
         for (std::size_t i = 0; i < text_.size();) {
+            // The lead byte gives the number of following bytes. C0, C1 and F5 to FF begin no character.
             const unsigned char lead = at(i);
             if (lead != 0 && lead < 0x80) {
                 ++i;
@@ -84,6 +90,7 @@ private:
                            digits[byte & 15U] + ", which is no character.");
     }
 
+    /// Skips blanks and both kinds of comments until something else stands there.
     void skipBlanks()
     {
         for (;;) {
@@ -121,6 +128,8 @@ private:
         } while (depth != 0);
     }
 
+    /// Reads one token; its first one or two characters tell which kind. N'...' comes before names, since N is a
+    /// letter. A number may begin with its point (.5).
     void next()
     {
         const std::size_t begin = position_;
@@ -148,6 +157,7 @@ private:
     /// A text or name in quotes; a doubled quote stands for one.
     void quoted(TokenKind kind, std::size_t begin, char quote)
     {
+        // A closing quote that is followed by another one does not close: both are skipped.
         for (++position_;; ++position_) {
             position_ = text_.find(quote, position_);
             if (position_ == std::string_view::npos) {
@@ -159,12 +169,14 @@ private:
             ++position_;
         }
         ++position_;
+        // [] and "" name nothing; '' is the empty text.
         if (kind == TokenKind::QuotedName && position_ - begin == 2) {
             source_.refuse(begin, 1038, "An object or column name is missing or empty.");
         }
         push(kind, begin);
     }
 
+    /// A name or keyword. Whether a keyword is meant as a name is for the parser to decide.
     void name(std::size_t begin)
     {
         while (is(position_, NamePart))
@@ -186,6 +198,8 @@ private:
         return true;
     }
 
+    /// A number without sign: 0x... , digits, digits with a point, either with an exponent. The server gives these
+    /// forms different types (int, decimal, float), hence the token kinds.
     void number(std::size_t begin)
     {
         if (at(begin) == '0' && (at(begin + 1) == 'x' || at(begin + 1) == 'X')) {
@@ -204,6 +218,7 @@ private:
                 ++position_;
         }
         if (at(position_) == 'e' || at(position_) == 'E') {
+            // An E without digits after it is no exponent: 1e is the number 1 with the alias e.
             const bool sign = at(position_ + 1) == '+' || at(position_ + 1) == '-';
             if (is(position_ + (sign ? 2 : 1), Digit)) {
                 kind = TokenKind::Float;
@@ -215,6 +230,7 @@ private:
         push(kind, begin);
     }
 
+    /// @name or @@name. The `@` are part of the token's text.
     void variable(std::size_t begin)
     {
         const bool system = at(begin + 1) == '@';
@@ -226,6 +242,8 @@ private:
         push(system ? TokenKind::SystemVariable : TokenKind::Variable, begin);
     }
 
+    /// An operator or punctuation mark of one or two characters; the longer one wins. `kind` stays End for a character
+    /// that begins no token.
     void symbol(std::size_t begin, unsigned char c)
     {
         const unsigned char following = at(begin + 1);

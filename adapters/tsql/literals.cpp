@@ -27,6 +27,7 @@ std::int32_t textLength(std::string_view raw)
     return length;
 }
 
+/// Drops the outer quotes and makes doubled ones single.
 std::string textValue(std::string_view raw)
 {
     std::string value;
@@ -38,6 +39,7 @@ std::string textValue(std::string_view raw)
     return value;
 }
 
+/// A blank text is 0, as in the server's conversion to int.
 std::optional<std::int64_t> wholeOf(std::string_view text)
 {
     std::string_view digits = trimmed(text);
@@ -50,6 +52,8 @@ std::optional<std::int64_t> wholeOf(std::string_view text)
     return value;
 }
 
+/// An exponent and a blank text are allowed for floats only. The first character is checked before, since
+/// std::from_chars also accepts "inf" and "nan".
 bool isNumberText(std::string_view text, bool floating)
 {
     std::string_view digits = trimmed(text);

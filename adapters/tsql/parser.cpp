@@ -14,6 +14,8 @@ Parser::Level::Level(Parser& parser) : parser_(parser)
     }
 }
 
+/// Reads statements up to the end of the text. Semicolons between them are optional, as on the server. GO becomes a
+/// step without effect, since the client tools of the server send the parts of a script one after the other.
 std::vector<ParsedStep> Parser::parse()
 {
     while (!at(TokenKind::End)) {
@@ -28,6 +30,8 @@ std::vector<ParsedStep> Parser::parse()
     return std::move(steps_);
 }
 
+/// Words such as ROWS or APPLY mean something at one place of the grammar only; elsewhere they are plain names. They
+/// are compared by text and are no keywords.
 bool Parser::atWord(std::string_view word) const
 {
     return at(TokenKind::Name) && sameName(text(current()), word);
@@ -59,6 +63,8 @@ void Parser::expect(TokenKind kind, std::string_view shown)
     if (!accept(kind)) refuseWithout(shown);
 }
 
+/// At the end of the text there is no token to show, so the message says that the statement ends. Shown tokens are cut
+/// to 40 characters: a text literal may be long.
 void Parser::refuseWithout(std::string_view expected) const
 {
     if (at(TokenKind::End)) {
@@ -99,10 +105,13 @@ bool Parser::atName() const
     return at(TokenKind::QuotedName) || (at(TokenKind::Name) && !isReserved(current().keyword));
 }
 
+/// Takes the quotes off a quoted name or a text literal. The name is a part of the batch's text, unless it has doubled
+/// quotes: then it is a copy in the arena.
 Name Parser::nameOf(const Token& token)
 {
     std::string_view word = text(token);
     if (token.kind == TokenKind::Name) return {word, token.offset};
+    // A name in brackets doubles its closing bracket only.
     const char quote = token.kind == TokenKind::Text ? '\'' : word.front() == '[' ? ']' : '"';
     word = word.substr(word.find_first_of("['\"") + 1);
     word.remove_suffix(1);
@@ -128,6 +137,7 @@ Name Parser::qualifiedName()
 {
     Name result = name();
     while (at(TokenKind::Dot)) {
+        // The schema may be left out: server.database..name
         while (accept(TokenKind::Dot)) {}
         result = name();
     }
@@ -145,6 +155,8 @@ std::span<Name> Parser::nameList()
     return names.span();
 }
 
+/// The server takes a text literal as alias too, with and without AS. Without AS an alias must not be a reserved word,
+/// or the next clause would be read as one.
 Name Parser::optionalAlias()
 {
     if (accept(Keyword::As)) {

@@ -3,6 +3,7 @@
 
 namespace tamarok::tsql {
 
+/// UNIQUE and the index words may stand before INDEX; any other object after CREATE is refused by its name.
 void Parser::createStatement()
 {
     const std::uint32_t offset = current().offset;
@@ -34,6 +35,8 @@ bool Parser::atConstraint() const
     }
 }
 
+/// Columns and constraints share one list. The server accepts a comma after the last one; ON names a filegroup, which
+/// has no counterpart in a file.
 void Parser::createTable(std::uint32_t offset)
 {
     auto* create = arena_.make<CreateTableStatement>();
@@ -66,6 +69,8 @@ ColumnDefinition Parser::columnDefinition()
     return column;
 }
 
+/// Reads one option after the type. @return false if none follows. Names of column constraints are dropped: messages
+/// name the column instead.
 bool Parser::columnOption(ColumnDefinition& column)
 {
     if (accept(Keyword::Null)) return true;
@@ -75,6 +80,7 @@ bool Parser::columnOption(ColumnDefinition& column)
     } else if (accept(Keyword::Constraint)) {
         name();
     } else if (accept(Keyword::Default)) {
+        // `unary` and not `value`: DEFAULT 0 NOT NULL must end before NOT.
         column.defaultValue = requireValue(unary());
         if (accept(Keyword::With)) expect(Keyword::Values);
     } else if (at(Keyword::Identity)) {
@@ -85,6 +91,7 @@ bool Parser::columnOption(ColumnDefinition& column)
         ++position_;
         column.identity = true;
         if (accept(TokenKind::LeftParen)) {
+            // SQLite numbers from 1 in steps of 1.
             if (text(current()) != "1" || text(ahead(2)) != "1") unsupportedHere("An IDENTITY other than (1,1)");
             ++position_;
             expect(TokenKind::Comma, ",");
@@ -103,6 +110,7 @@ bool Parser::columnOption(ColumnDefinition& column)
         column.check = condition();
         expect(TokenKind::RightParen, ")");
     } else if (accept(Keyword::Collate)) {
+        // Binary and case-sensitive collations compare bytes here; all others are the TAMAROK collation.
         const std::string collation(name().text);
         column.binary =
             collation.ends_with("_BIN") || collation.ends_with("_BIN2") || collation.find("_CS_") != std::string::npos;
@@ -115,6 +123,7 @@ bool Parser::columnOption(ColumnDefinition& column)
     return true;
 }
 
+/// ON DELETE and ON UPDATE mean the same in SQLite and are spelled alike, so the checked text is kept as it stands.
 void Parser::references(Name& table, std::span<Name>& columns, std::string_view& actions)
 {
     expect(Keyword::References);
@@ -136,6 +145,8 @@ void Parser::references(Name& table, std::span<Name>& columns, std::string_view&
     actions = source_.text().substr(begin, end - begin);
 }
 
+/// [CONSTRAINT name] CHECK, FOREIGN KEY, UNIQUE or PRIMARY KEY. The order of key columns (ASC, DESC) only affects how
+/// the server stores the index and is dropped.
 TableConstraint Parser::tableConstraint()
 {
     TableConstraint constraint{};
@@ -173,6 +184,7 @@ TableConstraint Parser::tableConstraint()
     return constraint;
 }
 
+/// INCLUDE, WHERE and WITH change what the index covers or enforces, so they are refused and not skipped.
 void Parser::createIndex(std::uint32_t offset, bool unique)
 {
     auto* create = arena_.make<CreateIndexStatement>();
@@ -206,6 +218,8 @@ void Parser::createView(std::uint32_t offset)
     add(StepKind::CreateView, offset).createView = create;
 }
 
+/// One statement may drop several objects; each becomes a step of its own. An index is named `index ON table` or, in
+/// the older form, `table.index`.
 void Parser::dropStatement()
 {
     const std::uint32_t offset = current().offset;
@@ -241,6 +255,7 @@ void Parser::dropStatement()
     } while (accept(TokenKind::Comma));
 }
 
+/// SQLite adds and drops columns, but cannot change a column or add a constraint. Those forms are refused.
 void Parser::alterStatement()
 {
     const std::uint32_t offset = current().offset;

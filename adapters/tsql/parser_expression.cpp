@@ -31,6 +31,8 @@ bool isAdditive(TokenKind kind)
 
 } // namespace
 
+/// The server has no Boolean values: A = B is a condition and never an operand or an item of the SELECT list. One set
+/// of functions parses both, and these two check where only one is allowed.
 Expr* Parser::requireValue(Expr* expr) const
 {
     if (expr->condition) {
@@ -59,6 +61,8 @@ Expr* Parser::condition()
     return requireCondition(expression());
 }
 
+/// Builds a binary node and keeps count of the tree's height. The offset is that of the operator, which messages point
+/// at.
 Expr* Parser::binary(ExprKind kind, TokenKind op, Expr* left, Expr* right, std::uint32_t offset)
 {
     auto* result = node<BinaryExpr>(kind, offset);
@@ -87,6 +91,8 @@ Expr* Parser::andChain()
     return at(Keyword::And) ? chain(ExprKind::And, first, Keyword::And) : first;
 }
 
+/// AND and OR collect all operands in one node: generated conditions have hundreds of them, and a binary tree would be
+/// too high.
 Expr* Parser::chain(ExprKind kind, Expr* first, Keyword keyword)
 {
     auto* result = node<ChainExpr>(kind, first->offset);
@@ -103,6 +109,7 @@ Expr* Parser::chain(ExprKind kind, Expr* first, Keyword keyword)
     return result;
 }
 
+/// Each NOT counts as a level of nesting, since this function calls itself for it.
 Expr* Parser::notOperand()
 {
     if (!at(Keyword::Not)) return predicate();
@@ -114,6 +121,8 @@ Expr* Parser::notOperand()
     return result;
 }
 
+/// Comparisons do not chain: after A = B the next comparison is a syntax error. A parenthesised condition comes back
+/// from `additive` with its flag set and passes through unchanged.
 Expr* Parser::predicate()
 {
     if (at(Keyword::Exists)) {
@@ -147,6 +156,7 @@ Expr* Parser::negatablePredicate(Expr* left)
         result->condition = true;
         return result;
     }
+    // NOT belongs to this predicate only if IN, BETWEEN or LIKE follows it. Otherwise nothing is consumed.
     const Keyword following = at(Keyword::Not) ? ahead(1).keyword : current().keyword;
     if (following != Keyword::In && following != Keyword::Between && following != Keyword::Like) return left;
     const bool negated = accept(Keyword::Not);
@@ -155,6 +165,7 @@ Expr* Parser::negatablePredicate(Expr* left)
     if (following == Keyword::Between) {
         auto* result = node<BetweenExpr>(ExprKind::Between, offset);
         result->value = requireValue(left);
+        // The bounds are read without AND and OR, so that the AND found next is the one of BETWEEN.
         result->low = requireValue(additive());
         expect(Keyword::And);
         result->high = requireValue(additive());
@@ -171,6 +182,8 @@ Expr* Parser::negatablePredicate(Expr* left)
     return result;
 }
 
+/// IN takes a query or a list of values. IN ((SELECT ...)) is a query as well: the list has one item, which is a
+/// subquery.
 Expr* Parser::inPredicate(Expr* left, bool negated, std::uint32_t offset)
 {
     expect(TokenKind::LeftParen, "(");
@@ -199,6 +212,7 @@ Expr* Parser::inPredicate(Expr* left, bool negated, std::uint32_t offset)
     return result;
 }
 
+/// Bitwise operators have the rank of + and -, as on the server. || joins texts in statements written for Oracle.
 Expr* Parser::additive()
 {
     Expr* left = multiplicative();
@@ -219,6 +233,7 @@ Expr* Parser::multiplicative()
     return left;
 }
 
+/// A sign of plus is dropped: it changes neither value nor type.
 Expr* Parser::unary()
 {
     if (!at(TokenKind::Minus) && !at(TokenKind::Plus) && !at(TokenKind::Tilde)) return primary();
@@ -243,6 +258,7 @@ Expr* Parser::textLiteral(const Token& token)
     return result;
 }
 
+/// What an operator may stand beside. Parameters are numbered in the order in which they are met, over the whole batch.
 Expr* Parser::primary()
 {
     const Token& token = current();
@@ -295,6 +311,8 @@ Expr* Parser::parenthesised()
     return result;
 }
 
+/// Keywords that begin an expression. CAST, ISNULL and their like are functions only if a parenthesis follows; without
+/// one they are column names.
 Expr* Parser::wordExpression()
 {
     const bool called = ahead(1).kind == TokenKind::LeftParen;
@@ -334,6 +352,9 @@ Expr* Parser::wordExpression()
     return columnOrCall();
 }
 
+/// LEFT and RIGHT are reserved because of the joins, but are functions before a parenthesis. Of a name of several parts
+/// the last two count: the table (or its alias) and the column. The server's user functions are written
+/// schema.name(...); the schema is dropped.
 Expr* Parser::columnOrCall()
 {
     const bool called = ahead(1).kind == TokenKind::LeftParen;
@@ -342,6 +363,7 @@ Expr* Parser::columnOrCall()
     auto* column = node<ColumnExpr>(ExprKind::Column, current().offset);
     const bool rowNumber = at(Keyword::RowNum);
     column->name = name();
+    // Oracle's ROWNUM. The binder decides whether a column of that name exists.
     if (rowNumber && !at(TokenKind::Dot)) column->kind = ExprKind::RowNum;
     while (accept(TokenKind::Dot)) {
         column->qualifier = column->name;
@@ -398,6 +420,7 @@ Over* Parser::overClause()
     return over;
 }
 
+/// CASE operand WHEN value ... or CASE WHEN condition ...; ELSE is optional in both.
 Expr* Parser::caseExpression()
 {
     auto* result = node<CaseExpr>(ExprKind::Case, current().offset);
@@ -416,6 +439,7 @@ Expr* Parser::caseExpression()
     return result;
 }
 
+/// IIF(condition, a, b) becomes CASE WHEN condition THEN a ELSE b END.
 Expr* Parser::iifExpression()
 {
     auto* result = node<CaseExpr>(ExprKind::Case, current().offset);
@@ -431,6 +455,8 @@ Expr* Parser::iifExpression()
     return result;
 }
 
+/// A call whose type follows from all of its arguments, so that it has a node kind of its own. Wrong numbers of
+/// arguments are refused here; for other functions the binder does it.
 Expr* Parser::callExpression(ExprKind kind, std::size_t least, std::size_t most)
 {
     const Token& called = current();
@@ -449,6 +475,7 @@ Expr* Parser::callExpression(ExprKind kind, std::size_t least, std::size_t most)
     return result;
 }
 
+/// A whole number literal that fits into 32 bits: the size of a type.
 std::int32_t Parser::smallNumber()
 {
     std::int32_t result = 0;
@@ -468,6 +495,8 @@ Type Parser::typeName(std::string_view& written)
     ++position_;
     if (accept(TokenKind::LeftParen)) {
         do {
+            // The sizes are checked here and read from the text by parseDeclaredType. CHAR stands in Oracle's
+            // VARCHAR2(40 CHAR).
             if (!acceptWord("MAX")) smallNumber();
             acceptWord("CHAR");
         } while (accept(TokenKind::Comma));

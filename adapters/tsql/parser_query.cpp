@@ -16,11 +16,13 @@ constexpr std::array<std::string_view, 15> knownHints{
 
 } // namespace
 
+/// A query with its ORDER BY. OFFSET and FETCH belong to ORDER BY, as on the server.
 Query* Parser::query()
 {
     const Level level(*this);
     Query* result = setExpression();
     if (at(Keyword::Order)) {
+        // A parenthesised query may have brought an ORDER BY of its own.
         if (!result->order.empty()) refuseHere();
         ++position_;
         expect(Keyword::By);
@@ -32,6 +34,7 @@ Query* Parser::query()
     return result;
 }
 
+/// Joins two queries. `arms` counts the SELECTs below, so that the limit is found while the tree is built.
 Query* Parser::combine(SetOperator op, Query* left, Query* right, std::uint32_t offset)
 {
     Query* result = arena_.make<Query>();
@@ -46,6 +49,8 @@ Query* Parser::combine(SetOperator op, Query* left, Query* right, std::uint32_t 
     return result;
 }
 
+/// UNION and EXCEPT have the same rank and group from the left; INTERSECT binds more tightly. MINUS is Oracle's name of
+/// EXCEPT.
 Query* Parser::setExpression()
 {
     Query* left = intersectTerm();
@@ -86,6 +91,7 @@ Query* Parser::queryTerm()
     return result;
 }
 
+/// The clauses in the order in which they must be written. Each is optional, apart from the items.
 Select* Parser::select()
 {
     Select* result = arena_.make<Select>();
@@ -112,6 +118,8 @@ Select* Parser::select()
     return result;
 }
 
+/// TOP (value) takes any expression; without parentheses only a number or a parameter, since an operator after it would
+/// be ambiguous.
 void Parser::topClause(Select& select)
 {
     ++position_;
@@ -132,6 +140,7 @@ bool Parser::aliasedByEquals() const
     return (atName() || at(TokenKind::Text)) && ahead(1).kind == TokenKind::Equal;
 }
 
+/// An item is *, table.*, alias = value, or value with an optional alias. An item without a value is a star.
 SelectItem Parser::selectItem()
 {
     SelectItem item;
@@ -144,6 +153,7 @@ SelectItem Parser::selectItem()
         return item;
     }
     if (atName()) {
+        // Looks ahead over name.name... for a star, without consuming anything. Only the last name before it counts.
         std::size_t star = 1;
         while (ahead(star).kind == TokenKind::Dot && ahead(star + 1).kind != TokenKind::Star)
             star += 2;
@@ -171,6 +181,7 @@ std::span<OrderItem> Parser::orderItems()
     return items.span();
 }
 
+/// OFFSET n ROWS [FETCH NEXT m ROWS ONLY]. ROW and ROWS, NEXT and FIRST mean the same.
 void Parser::offsetClause(Query& query)
 {
     ++position_;
@@ -193,6 +204,7 @@ FromItem* Parser::join(FromKind kind, FromItem* left, FromItem* right, std::uint
     return result;
 }
 
+/// The comma binds less tightly than the joins, as on the server.
 FromItem* Parser::fromClause()
 {
     FromItem* left = joined();
@@ -248,6 +260,7 @@ FromItem* Parser::joinTail(FromItem* left)
     if (atWord("HASH") || atWord("LOOP") || at(Keyword::Merge)) unsupportedHere("A join hint");
     expect(Keyword::Join);
     FromItem* right = fromPrimary();
+    // CROSS JOIN has no ON.
     if (kind == FromKind::Cross) return join(kind, left, right, offset);
     while (atJoin())
         right = joinTail(right);
@@ -257,6 +270,8 @@ FromItem* Parser::joinTail(FromItem* left)
     return result;
 }
 
+/// A parenthesis holds either a query, which must have an alias, or joins. The word after it decides. Hints may stand
+/// before and after the alias.
 FromItem* Parser::fromPrimary()
 {
     const Level level(*this);
@@ -297,6 +312,8 @@ bool Parser::atHint() const
                        [&](std::string_view hint) { return sameName(hint, word); });
 }
 
+/// The older form without WITH is accepted only if the first word is a known hint: the parenthesis may otherwise be a
+/// column list of INSERT. `atHint` looks at the token after the parenthesis or comma.
 void Parser::tableHints()
 {
     if (at(Keyword::With)) {

@@ -21,6 +21,7 @@ void Parser::statement()
     accept(TokenKind::Semicolon);
 }
 
+/// The first word tells the statement. BEGIN opens a transaction or a block, which the second word tells.
 void Parser::statementBody()
 {
     const std::uint32_t offset = current().offset;
@@ -54,6 +55,8 @@ void Parser::statementBody()
     }
 }
 
+/// Statements that the server knows are refused by name, so that the reader of the message does not look for a typing
+/// error. A query in parentheses is accepted.
 void Parser::refuseStatement()
 {
     switch (current().keyword) {
@@ -80,6 +83,8 @@ void Parser::refuseStatement()
     refuseHere();
 }
 
+/// BEGIN ... END only groups: its steps are appended like any others. An empty block is a syntax error, as on the
+/// server.
 void Parser::block()
 {
     if (atWord("TRY") || sameName(text(ahead(1)), "TRY")) unsupportedHere("BEGIN TRY");
@@ -94,6 +99,9 @@ void Parser::block()
     ++position_;
 }
 
+/// IF becomes a conditional jump over its statement, ELSE an unconditional one at the end of the first branch. The
+/// targets are known only after the branch has been parsed; they are set by index, since references into `steps_` do
+/// not survive the next `add`.
 void Parser::ifStatement()
 {
     const std::uint32_t offset = current().offset;
@@ -121,6 +129,7 @@ struct Language {
     std::string_view dateFormat;
 };
 
+/// SET LANGUAGE changes only the order of day, month and year here.
 constexpr std::array languages{
     Language{"us_english", "mdy"}, Language{"English", "mdy"}, Language{"British", "dmy"}, Language{"German", "dmy"},
     Language{"Deutsch", "dmy"},    Language{"French", "dmy"},  Language{"Italian", "dmy"}, Language{"Czech", "dmy"},
@@ -131,6 +140,7 @@ struct Option {
     bool switchable; ///< OFF has no effect here; otherwise OFF would change results and is refused
 };
 
+/// Options that the embedded database can honour because it behaves in that way in any case.
 constexpr std::array options{
     Option{"ANSI_NULLS", false},
     Option{"ANSI_PADDING", false},
@@ -148,6 +158,8 @@ constexpr std::array options{
 
 } // namespace
 
+/// SET TRANSACTION ISOLATION LEVEL has no effect: a statement of the embedded database always sees one state of the
+/// data.
 void Parser::setStatement()
 {
     const std::uint32_t offset = current().offset;
@@ -174,6 +186,8 @@ void Parser::setStatement()
     steps_.back().offset = offset;
 }
 
+/// Date order and row counts change results and become steps. Options of the table above are accepted in the setting
+/// that matches the embedded database; anything else is refused, since results could differ silently.
 void Parser::setOption(const Token& option)
 {
     const std::string_view word = text(option);
@@ -190,6 +204,7 @@ void Parser::setOption(const Token& option)
         }
         source_.refuse(argument.offset, 2741, "SET " + std::string(word) + ": '" + chosen + "' is not known.");
     }
+    // An INSERT may name the identity column at any time here, so the switch needs no effect.
     if (sameName(word, "IDENTITY_INSERT")) {
         qualifiedName();
         if (!accept(Keyword::On)) expect(Keyword::Off);
@@ -206,6 +221,7 @@ void Parser::setOption(const Token& option)
     for (const Option& known : options) {
         if (!sameName(known.name, word)) continue;
         if (!on && !known.switchable) break;
+        // FMTONLY ON would have the server send no rows at all.
         if (on && sameName(word, "FMTONLY")) break;
         add(StepKind::Nothing, option.offset);
         return;
@@ -213,6 +229,8 @@ void Parser::setOption(const Token& option)
     source_.unsupported(option.offset, "SET " + std::string(word) + (on ? " ON" : " OFF"));
 }
 
+/// INSERT [INTO] table [(columns)], then DEFAULT VALUES, rows of values, or a query. A parenthesis before SELECT begins
+/// the query and no column list.
 void Parser::insertStatement()
 {
     const std::uint32_t offset = current().offset;
@@ -243,6 +261,7 @@ void Parser::insertStatement()
     add(StepKind::Insert, offset).insert = insert;
 }
 
+/// The target may be a table or an alias of the FROM clause; the binder finds out which.
 void Parser::updateStatement()
 {
     const std::uint32_t offset = current().offset;
@@ -256,6 +275,7 @@ void Parser::updateStatement()
     do {
         if (at(TokenKind::Variable)) unsupportedHere("A variable");
         Assignment assignment{qualifiedName(), nullptr};
+        // += and the like arrive as two tokens.
         if (ahead(1).kind == TokenKind::Equal && !at(TokenKind::Equal)) unsupportedHere("A compound assignment");
         expect(TokenKind::Equal, "=");
         assignment.value = value();
@@ -271,6 +291,7 @@ void Parser::updateStatement()
     add(StepKind::Update, offset).update = update;
 }
 
+/// The server allows two FROM: the first names the target, the second the tables to join with.
 void Parser::deleteStatement()
 {
     const std::uint32_t offset = current().offset;
@@ -289,6 +310,8 @@ void Parser::deleteStatement()
     add(StepKind::Delete, offset).erase = erase;
 }
 
+/// The name of a transaction has no meaning on BEGIN and COMMIT and is skipped. ROLLBACK to a name may mean a savepoint
+/// and is refused.
 void Parser::transactionStatement()
 {
     const Token& word = current();
@@ -313,6 +336,8 @@ void Parser::executeStatement()
     if (at(TokenKind::LeftParen)) unsupportedHere("EXEC of a text");
     const Name procedure = qualifiedName();
     std::vector<Argument> arguments;
+    // A procedure without arguments is followed by the next statement, without a semicolon between. The first token
+    // tells whether arguments follow.
     const auto begins = [this] {
         return at(TokenKind::Integer) || at(TokenKind::Decimal) || at(TokenKind::Float) || at(TokenKind::Text) ||
                at(TokenKind::Minus) || at(TokenKind::Plus) || at(TokenKind::Parameter) || at(TokenKind::Variable) ||
@@ -328,6 +353,8 @@ void Parser::executeStatement()
     step.arguments = std::move(arguments);
 }
 
+/// EXEC takes constants, no expressions: a number with a sign, a text, NULL, or a parameter. An unquoted name is a
+/// text, as on the server.
 Argument Parser::argument()
 {
     Argument result;
@@ -347,6 +374,7 @@ Argument Parser::argument()
         std::int32_t whole = 0;
         double number = 0;
         const char* end = digits.data() + digits.size();
+        // A number that is no 32-bit whole number is passed as a double.
         const auto read = std::from_chars(digits.data(), end, whole);
         if (read.ec == std::errc() && read.ptr == end) {
             result.value = Variant(negative ? -whole : whole);

@@ -4,6 +4,8 @@
 
 namespace tamarok::tsql {
 
+/// Line and column count from 1; the column counts code points, so the following bytes of a character are skipped. The
+/// error carries the first 4096 bytes of the statement, for the log.
 void SourceText::refuse(std::size_t offset, std::int32_t nativeError, std::string message,
                         std::string_view sqlState) const
 {

@@ -9,6 +9,8 @@
 
 namespace tamarok::tsql {
 
+/// A token as a part of the batch's text. The tokens of a batch are kept in one vector, so it holds no copies of the
+/// text.
 struct Token {
     std::uint32_t offset = 0;
     std::uint32_t length = 0;

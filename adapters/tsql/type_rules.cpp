@@ -10,6 +10,7 @@
 namespace tamarok::tsql {
 namespace {
 
+/// A type name as statements may spell it. The first row of a kind is the spelling that `declaredText` writes.
 struct TypeRow {
     std::string_view name;
     TypeKind kind;
@@ -53,6 +54,7 @@ constexpr std::array typeRows{
     TypeRow{"UNIQUEIDENTIFIER", TypeKind::UniqueIdentifier, 36},
 };
 
+/// Indexed by TypeKind.
 constexpr std::array classes{
     TypeClass::Unknown, TypeClass::Null,  TypeClass::Whole, TypeClass::Whole,    TypeClass::Whole,    TypeClass::Whole,
     TypeClass::Whole,   TypeClass::Fixed, TypeClass::Fixed, TypeClass::Floating, TypeClass::Floating, TypeClass::Text,
@@ -145,6 +147,7 @@ Type decimalArithmetic(char op, const Type& a, const Type& b)
     }
 }
 
+/// Reads the next number of "(p, s)" and moves `at` behind it. @return `missing` if there is none, as for "max"
 int readNumber(std::string_view text, std::size_t& at, int missing)
 {
     while (at < text.size() && (text[at] == ' ' || text[at] == ',' || text[at] == '('))
@@ -187,6 +190,8 @@ Type asDecimal(const Type& type)
     }
 }
 
+/// A type still open gives way to a known one. Two texts give the longer of them, decimals one that holds the digits of
+/// both on either side of the point; otherwise the type of higher precedence wins.
 Type unify(const Type& a, const Type& b)
 {
     if (isOpen(a)) return a.kind == TypeKind::Unknown && b.kind == TypeKind::Null ? a : b;
@@ -205,6 +210,7 @@ Type unify(const Type& a, const Type& b)
     return winner;
 }
 
+/// A decimal makes the result a decimal with a precision of its own. Two bits are computed as int, as on the server.
 Type arithmeticType(char op, const Type& a, const Type& b)
 {
     const Type winner = unify(a, b);
@@ -219,6 +225,8 @@ Type concatenationType(const Type& a, const Type& b)
     return makeType(textKind(a, b), known ? a.length + b.length : unlimited);
 }
 
+/// Also reads the forms in which SQLite keeps a declaration: [type], "type" and "type(max)" in quotes as a whole. An
+/// unknown name gives Unknown.
 Type parseDeclaredType(std::string_view declaration)
 {
     std::string_view name = declaration;
@@ -242,6 +250,7 @@ Type parseDeclaredType(std::string_view declaration)
         return makeDecimal(precision, readNumber(declaration, at, 0));
     }
     if (sized && type.length != 0) type.length = readNumber(declaration, at, unlimited);
+    // FLOAT(n) with up to 24 bits of mantissa is REAL on the server.
     if (type.kind == TypeKind::Float && sized && readNumber(declaration, at, 53) <= 24) type.kind = TypeKind::Real;
     return type;
 }

@@ -7,22 +7,6 @@
 
 namespace tamarok::ado::backend {
 
-Error failureOf(const std::function<void()>& action)
-{
-    try {
-        action();
-    } catch (const Error& error) {
-        return error;
-    }
-    ADD_FAILURE() << "no error was raised";
-    return Error{0, ""};
-}
-
-std::int32_t numberOf(const std::function<void()>& action)
-{
-    return failureOf(action).number;
-}
-
 const std::string& processToken()
 {
     static const std::string token = std::to_string(std::random_device{}());

@@ -1,20 +1,19 @@
 #pragma once
 
-#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <optional>
 #include <string>
 
 #include "backend_context.h"
+#include "support/errors.h"
 
 #include "tamarok/error.h"
 
 namespace tamarok::ado::backend {
 
-/// The Error that `action` ends in; a test failure and number 0 where there is none.
-Error failureOf(const std::function<void()>& action);
-std::int32_t numberOf(const std::function<void()>& action);
+using tamarok::test::errorNumber;
+using tamarok::test::failureOf;
 
 /// One connection and one empty table of the standard columns. Leftovers are dropped before and after.
 class BackendTest : public ::testing::Test {

@@ -69,7 +69,7 @@ TEST_F(BackendEdits, RefusedRowStaysPending)
     const auto rows = edit();
     rows->AddNew();
     rows->Fields().Item("REQUIRED").Value(Null{});
-    EXPECT_EQ(numberOf([&] { rows->Update(); }), errors::constraintViolated);
+    EXPECT_EQ(errorNumber([&] { rows->Update(); }), errors::constraintViolated);
     rows->Fields().Item("REQUIRED").Value("x");
     rows->Update();
     EXPECT_EQ(count(), 3);
@@ -81,7 +81,7 @@ TEST_F(BackendEdits, OptimisticUpdateNoticesAChange)
     const auto rows = edit();
     connection->Execute("UPDATE " + table + " SET AMOUNT = 9 WHERE WHOLE = 1");
     rows->Fields().Item("SHORT_TEXT").Value("x");
-    EXPECT_EQ(numberOf([&] { rows->Update(); }), static_cast<std::int32_t>(0x80040E38U));
+    EXPECT_EQ(errorNumber([&] { rows->Update(); }), static_cast<std::int32_t>(0x80040E38U));
     rows->CancelUpdate();
     rows->Move(0);
     EXPECT_EQ(rows->Fields().Item("AMOUNT").Value(), Variant{9.0});
@@ -91,10 +91,10 @@ TEST_F(BackendEdits, AggregatesAreReadOnly)
 {
     fill(1);
     const auto rows = open(select("COUNT(*) AS N"), CursorType::OpenKeyset, LockType::Optimistic);
-    EXPECT_EQ(numberOf([&] { rows->AddNew(); }), errors::readOnlyRecordset);
-    EXPECT_EQ(numberOf([&] { rows->Delete(); }), errors::readOnlyRecordset);
+    EXPECT_EQ(errorNumber([&] { rows->AddNew(); }), errors::readOnlyRecordset);
+    EXPECT_EQ(errorNumber([&] { rows->Delete(); }), errors::readOnlyRecordset);
     Recordset locked;
-    EXPECT_EQ(numberOf([&] {
+    EXPECT_EQ(errorNumber([&] {
                   locked.Open(select("COUNT(*) AS N"), connection, CursorType::OpenDynamic, LockType::Pessimistic);
               }),
               errors::readOnlyRecordset);

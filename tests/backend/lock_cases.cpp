@@ -38,7 +38,7 @@ TEST_F(BackendLocks, RowStaysLockedUntilTheRecordsetCloses)
 TEST_F(BackendLocks, ChangeOfALockedRowWaitsToo)
 {
     const auto rows = hold("WHERE WHOLE = 1");
-    EXPECT_EQ(numberOf([&] { other->Execute("UPDATE " + table + " SET AMOUNT = 1 WHERE WHOLE = 1"); }),
+    EXPECT_EQ(errorNumber([&] { other->Execute("UPDATE " + table + " SET AMOUNT = 1 WHERE WHOLE = 1"); }),
               errors::timeout);
     EXPECT_EQ(scalar(other, select("SHORT_TEXT", "WHERE WHOLE = 1")), Variant{"row 1"}) << "reading does not wait";
 }
@@ -48,7 +48,7 @@ TEST_F(BackendLocks, LockFallsWhenTheRecordsetMoves)
     const auto rows = hold("ORDER BY WHOLE");
     rows->MoveNext();
     EXPECT_EQ(removeElsewhere(1), 1);
-    EXPECT_EQ(numberOf([&] { removeElsewhere(2); }), errors::timeout);
+    EXPECT_EQ(errorNumber([&] { removeElsewhere(2); }), errors::timeout);
     rows->MoveNext();
     EXPECT_EQ(removeElsewhere(2), 1);
 }
@@ -66,7 +66,7 @@ TEST_F(BackendLocks, SecondLockOnARowTimesOut)
 {
     const auto rows = hold("WHERE WHOLE = 1");
     Recordset second;
-    EXPECT_EQ(numberOf([&] {
+    EXPECT_EQ(errorNumber([&] {
                   second.Open(select("*", "WHERE WHOLE = 1"), other, CursorType::OpenDynamic, LockType::Pessimistic);
               }),
               errors::timeout);
@@ -84,7 +84,7 @@ TEST_F(BackendLocks, RowInsertedAfterOpeningIsLockedByMoveFirst)
     connection->Execute("SET NOCOUNT ON\r\n" + insert("WHOLE", "9"));
     rows->MoveFirst();
     EXPECT_EQ(rows->Fields().Item("WHOLE").Value(), Variant{9});
-    EXPECT_EQ(numberOf([&] { removeElsewhere(9); }), errors::timeout);
+    EXPECT_EQ(errorNumber([&] { removeElsewhere(9); }), errors::timeout);
     rows->Delete(1);
     rows->Close();
     EXPECT_EQ(count("WHERE WHOLE = 9"), 0);
@@ -96,7 +96,7 @@ TEST_F(BackendLocks, HolderMayWriteItsOwnRow)
     rows->Fields().Item("SHORT_TEXT").Value("mine");
     rows->Update();
     EXPECT_EQ(scalar(select("SHORT_TEXT", "WHERE WHOLE = 1")), Variant{"mine"});
-    EXPECT_EQ(numberOf([&] { removeElsewhere(1); }), errors::timeout) << "still locked after Update";
+    EXPECT_EQ(errorNumber([&] { removeElsewhere(1); }), errors::timeout) << "still locked after Update";
 }
 
 } // namespace tamarok::ado::backend

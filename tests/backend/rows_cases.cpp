@@ -12,8 +12,8 @@ TEST_F(BackendRows, StreamWalksToTheEnd)
     for (; !rows->AtEOF(); rows->MoveNext())
         EXPECT_EQ(rows->Fields().Item(0).Value(), Variant{++expected});
     EXPECT_EQ(expected, 5);
-    EXPECT_EQ(numberOf([&] { rows->MoveNext(); }), errors::noCurrentRecord);
-    EXPECT_EQ(numberOf([&] { rows->Fields().Item(0).Value(); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { rows->MoveNext(); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { rows->Fields().Item(0).Value(); }), errors::noCurrentRecord);
 }
 
 TEST_F(BackendRows, EmptyResult)
@@ -21,7 +21,7 @@ TEST_F(BackendRows, EmptyResult)
     const auto rows = open(select("*"));
     EXPECT_TRUE(rows->AtEOF() && rows->AtBOF());
     EXPECT_EQ(rows->Fields().Count(), 13);
-    EXPECT_EQ(numberOf([&] { rows->GetRows(); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { rows->GetRows(); }), errors::noCurrentRecord);
 }
 
 TEST_F(BackendRows, SeveralStreamsAtOnce)
@@ -115,12 +115,12 @@ TEST_F(BackendRows, ClosingTheConnectionClosesWhatIsOpen)
     connection->Close();
     for (const auto& rows : {stream, scrolling, locking}) {
         EXPECT_EQ(rows->State(), ObjectState::Closed);
-        EXPECT_EQ(numberOf([&] { rows->MoveNext(); }), errors::objectClosed);
+        EXPECT_EQ(errorNumber([&] { rows->MoveNext(); }), errors::objectClosed);
     }
-    EXPECT_EQ(numberOf([&] { field->Value(); }), errors::objectClosed);
-    EXPECT_EQ(numberOf([&] { connection->Execute(select("1")); }), errors::connectionClosed);
-    EXPECT_EQ(numberOf([&] { open(select("1")); }), errors::connectionClosed);
-    EXPECT_EQ(numberOf([&] { connection->Close(); }), errors::objectClosed);
+    EXPECT_EQ(errorNumber([&] { field->Value(); }), errors::objectClosed);
+    EXPECT_EQ(errorNumber([&] { connection->Execute(select("1")); }), errors::connectionClosed);
+    EXPECT_EQ(errorNumber([&] { open(select("1")); }), errors::connectionClosed);
+    EXPECT_EQ(errorNumber([&] { connection->Close(); }), errors::objectClosed);
 }
 
 TEST_F(BackendRows, RecordsetOutlivesTheConnectionReference)
@@ -138,10 +138,10 @@ TEST_F(BackendRows, ClosedRecordset)
 {
     fill(1);
     const auto rows = open(select("WHOLE"));
-    EXPECT_EQ(numberOf([&] { rows->Open(select("WHOLE"), connection); }), errors::objectOpen);
+    EXPECT_EQ(errorNumber([&] { rows->Open(select("WHOLE"), connection); }), errors::objectOpen);
     rows->Close();
-    EXPECT_EQ(numberOf([&] { rows->Close(); }), errors::objectClosed);
-    EXPECT_EQ(numberOf([&] { rows->AtEOF(); }), errors::objectClosed);
+    EXPECT_EQ(errorNumber([&] { rows->Close(); }), errors::objectClosed);
+    EXPECT_EQ(errorNumber([&] { rows->AtEOF(); }), errors::objectClosed);
     rows->Open(select("WHOLE"), connection);
     EXPECT_EQ(rows->Fields().Item(0).Value(), Variant{1});
 }

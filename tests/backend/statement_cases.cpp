@@ -110,7 +110,7 @@ TEST_F(BackendStatements, RefusedStatementNamesItself)
         EXPECT_EQ(failure.statement, statement);
         EXPECT_FALSE(failure.description.empty());
         EXPECT_FALSE(failure.source.empty());
-        EXPECT_EQ(numberOf([&] { connection->Execute(statement); }), errors::statementRefused) << statement;
+        EXPECT_EQ(errorNumber([&] { connection->Execute(statement); }), errors::statementRefused) << statement;
     }
     fill(1);
     EXPECT_EQ(count(), 1) << "the connection goes on working";
@@ -121,8 +121,8 @@ TEST_F(BackendStatements, FailedConversionAndDivisionAreRefused)
     fill(1);
     connection->Execute("UPDATE " + table + " SET SHORT_TEXT = 'no number', AMOUNT = 0");
     const auto run = [&](const std::string& statement) { open(statement)->GetRows(); };
-    EXPECT_NE(numberOf([&] { run(select("CAST(SHORT_TEXT AS INT)")); }), 0);
-    EXPECT_NE(numberOf([&] { run(select("1 / AMOUNT")); }), 0);
+    EXPECT_NE(errorNumber([&] { run(select("CAST(SHORT_TEXT AS INT)")); }), 0);
+    EXPECT_NE(errorNumber([&] { run(select("1 / AMOUNT")); }), 0);
 }
 
 TEST_F(BackendStatements, NullWhereAValueIsRequired)
@@ -142,7 +142,7 @@ TEST_F(BackendStatements, KeyThatIsThereAlready)
     connection->Execute(context->createKeyTable(keys));
     const std::string statement = "INSERT INTO " + keys + " (CODE) VALUES ('A')";
     connection->Execute(statement);
-    EXPECT_EQ(numberOf([&] { connection->Execute(statement); }), errors::constraintViolated);
+    EXPECT_EQ(errorNumber([&] { connection->Execute(statement); }), errors::constraintViolated);
     EXPECT_EQ(scalar("SELECT COUNT(*) FROM " + keys), Variant{1});
     connection->Execute(context->dropTable(keys));
 }

@@ -140,7 +140,7 @@ TEST_F(BackendValues, TextOfExactlyTheColumnsWidth)
 
 TEST_F(BackendValues, TextWiderThanTheColumnIsRefused)
 {
-    EXPECT_EQ(numberOf([&] { connection->Execute(insert("SHORT_TEXT", "'" + std::string(41, 'x') + "'")); }),
+    EXPECT_EQ(errorNumber([&] { connection->Execute(insert("SHORT_TEXT", "'" + std::string(41, 'x') + "'")); }),
               errors::statementRefused);
     EXPECT_EQ(count(), 0);
 }

@@ -31,7 +31,7 @@ TEST_F(EditableRows, keyIsNoColumn)
     ASSERT_TRUE(cursor->next());
     EXPECT_EQ(cursor->rowKey(), 1);
     EXPECT_FALSE(cursor->next());
-    EXPECT_EQ(errorOf([&] { cursor->rowKey(); }).number, errors::noCurrentRecord);
+    EXPECT_EQ(failureOf([&] { cursor->rowKey(); }).number, errors::noCurrentRecord);
 }
 
 TEST_F(EditableRows, updateConvertsAsTheServerDoes)
@@ -45,10 +45,15 @@ TEST_F(EditableRows, updateConvertsAsTheServerDoes)
     ASSERT_TRUE(cursor->readRow(1, row));
     EXPECT_EQ(row, (std::vector<Variant>{42, "7", makeDate(2024, 5, 6), true}));
 
-    const Error error = errorOf([&] { cursor->updateRow(1, std::vector<ado::Assignment>{{1, Variant{"too long"}}}); });
+    const Error error = failureOf([&] {
+        cursor->updateRow(1, std::vector<ado::Assignment>{{1, Variant{"too long"}}});
+    });
     EXPECT_EQ(error.sqlState, "22001") << error.description;
     EXPECT_EQ(error.statement, "SELECT N, S, D, B FROM T WHERE ID = 1");
-    EXPECT_EQ(errorOf([&] { cursor->updateRow(1, std::vector<ado::Assignment>{{0, Variant{"x"}}}); }).nativeError, 245);
+    EXPECT_EQ(failureOf([&] {
+                  cursor->updateRow(1, std::vector<ado::Assignment>{{0, Variant{"x"}}});
+              }).nativeError,
+              245);
     ASSERT_TRUE(cursor->readRow(1, row));
     EXPECT_EQ(row[1], Variant{"7"});
 }
@@ -65,8 +70,8 @@ TEST_F(EditableRows, insertAndDelete)
     EXPECT_EQ(valueOf(connection_, "SELECT COUNT(*) FROM T"), Variant{4});
     cursor->deleteRow(key);
     EXPECT_FALSE(cursor->readRow(key, row));
-    EXPECT_EQ(errorOf([&] { cursor->deleteRow(key); }).number, rowDeletedNumber);
-    EXPECT_EQ(errorOf([&] {
+    EXPECT_EQ(failureOf([&] { cursor->deleteRow(key); }).number, rowDeletedNumber);
+    EXPECT_EQ(failureOf([&] {
                   cursor->updateRow(key, std::vector<ado::Assignment>{{1, Variant{"x"}}});
               }).number,
               rowDeletedNumber);
@@ -77,7 +82,7 @@ TEST_F(EditableRows, expressionsAreReadAgainButNotChanged)
     const auto cursor = openEditable(connection_, "SELECT ID, N * 2 AS TWICE FROM T");
     ASSERT_TRUE(cursor->updatable());
     ASSERT_TRUE(cursor->next());
-    EXPECT_EQ(errorOf([&] {
+    EXPECT_EQ(failureOf([&] {
                   cursor->updateRow(1, std::vector<ado::Assignment>{{1, Variant{1}}});
               }).number,
               errors::readOnlyRecordset);
@@ -92,8 +97,8 @@ TEST_F(EditableRows, severalTablesAreReadOnly)
     const auto cursor = openEditable(connection_, "SELECT A.ID FROM T A INNER JOIN T B ON A.ID = B.ID");
     EXPECT_FALSE(cursor->updatable());
     ASSERT_TRUE(cursor->next());
-    EXPECT_EQ(errorOf([&] { cursor->rowKey(); }).number, errors::readOnlyRecordset);
-    EXPECT_EQ(errorOf([&] { cursor->lockRow(1); }).number, errors::readOnlyRecordset);
+    EXPECT_EQ(failureOf([&] { cursor->rowKey(); }).number, errors::readOnlyRecordset);
+    EXPECT_EQ(failureOf([&] { cursor->lockRow(1); }).number, errors::readOnlyRecordset);
 }
 
 TEST_F(EditableRows, restartSeesNewRows)

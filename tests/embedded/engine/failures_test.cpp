@@ -24,7 +24,7 @@ TEST_P(Failures, carryNumberStateTextAndStatement)
     const FailureCase& row = GetParam();
     const auto connection = connectInMemory();
     run(connection, schema);
-    const Error error = errorOf([&] {
+    const Error error = failureOf([&] {
         const auto cursor = open(connection, row.statement);
         while (cursor->next()) {
             cursor->value(0);
@@ -67,7 +67,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(Failures, syntaxNamesThePosition)
 {
     const auto connection = connectInMemory();
-    const Error error = errorOf([&] { run(connection, "SELECT FROM WHERE"); });
+    const Error error = failureOf([&] { run(connection, "SELECT FROM WHERE"); });
     EXPECT_EQ(error.number, errors::statementRefused);
     EXPECT_EQ(error.source, "Tamarok embedded database");
     EXPECT_NE(error.description.find("line 1"), std::string::npos) << error.description;
@@ -77,7 +77,7 @@ TEST(Failures, aTooLongTextIsRefused)
 {
     const auto connection = connectInMemory();
     run(connection, schema);
-    const Error error = errorOf([&] { run(connection, "UPDATE P SET B = 'long text'"); });
+    const Error error = failureOf([&] { run(connection, "UPDATE P SET B = 'long text'"); });
     EXPECT_EQ(error.nativeError, 2628);
     EXPECT_EQ(error.sqlState, "22001");
     EXPECT_EQ(valueOf(connection, "SELECT B FROM P"), Variant{"x"});

@@ -17,7 +17,7 @@ protected:
         const auto before = folder_.contents();
         OpenOptions options;
         options.mode = mode;
-        const Error error = errorOf([&] { connect(file, options); });
+        const Error error = failureOf([&] { connect(file, options); });
         EXPECT_EQ(error.number, errors::providerFailure);
         EXPECT_EQ(error.source, "Tamarok embedded database");
         EXPECT_NE(error.description.find(file.string()), std::string::npos) << error.description;
@@ -119,7 +119,7 @@ TEST_F(FileChecks, damagedSchema)
     ASSERT_NE(text, std::string::npos);
     bytes.replace(text, 6, "XXXXXX");
     write(folder_ / "a.db", bytes);
-    const Error error = errorOf([&] { connect(folder_ / "a.db"); });
+    const Error error = failureOf([&] { connect(folder_ / "a.db"); });
     EXPECT_EQ(error.number, errors::providerFailure);
     EXPECT_EQ(error.nativeError, 824);
     EXPECT_NE(error.description.find("damaged"), std::string::npos) << error.description;
@@ -139,7 +139,7 @@ TEST_F(FileChecks, damagedPages)
     std::fill(bytes.begin() + 4096, bytes.end(), '\x5A');
     write(folder_ / "a.db", bytes);
     const auto connection = connect(folder_ / "a.db");
-    const Error error = errorOf([&] { columnOf(connection, "SELECT A FROM T"); });
+    const Error error = failureOf([&] { columnOf(connection, "SELECT A FROM T"); });
     EXPECT_EQ(error.nativeError, 824);
     EXPECT_NE(error.description.find("a.db"), std::string::npos) << error.description;
     EXPECT_EQ(error.statement, "SELECT A FROM T");
@@ -165,7 +165,7 @@ TEST_F(FileChecks, readOnlyModeReadsAndRefusesToWrite)
     options.mode = OpenMode::ReadOnly;
     const auto connection = connect(folder_ / "a.db", options);
     EXPECT_EQ(valueOf(connection, "SELECT A FROM T"), Variant{7});
-    const Error error = errorOf([&] { run(connection, "UPDATE T SET A = 8"); });
+    const Error error = failureOf([&] { run(connection, "UPDATE T SET A = 8"); });
     EXPECT_EQ(error.nativeError, 3906);
     EXPECT_NE(error.description.find("read-only"), std::string::npos);
     EXPECT_FALSE(openEditable(connection, "SELECT A FROM T")->updatable());
@@ -261,7 +261,7 @@ class BadConnectionText : public testing::TestWithParam<BadText> {};
 
 TEST_P(BadConnectionText, isRefused)
 {
-    const Error error = errorOf([] { connectText(GetParam().text); });
+    const Error error = failureOf([] { connectText(GetParam().text); });
     EXPECT_EQ(error.number, errors::invalidArgument);
     EXPECT_NE(error.description.find(GetParam().reason), std::string::npos) << error.description;
 }

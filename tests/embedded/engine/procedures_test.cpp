@@ -101,7 +101,7 @@ TEST_F(OptionenIns, whatDoesNotConvertIsRefusedAndNothingIsWritten)
     };
     for (const Bad& row : {Bad{2, "x"}, Bad{2, "1.5"}, Bad{2, "99999999999"}, Bad{3, "1,5x"}, Bad{4, "yesterday"},
                            Bad{4, "31.31.2024"}, Bad{0, "1"}, Bad{5, "1"}}) {
-        const Error error = errorOf([&] { call("P", row.kind, row.value); });
+        const Error error = failureOf([&] { call("P", row.kind, row.value); });
         EXPECT_EQ(error.number, errors::statementRefused) << row.value;
         EXPECT_EQ(error.statement, "tmk_OPTIONEN_INS");
         EXPECT_EQ(valueOf(connection_, "SELECT COUNT(*) FROM OPTIONEN"), Variant{0}) << row.value;
@@ -118,9 +118,9 @@ TEST_F(OptionenIns, byExec)
 
 TEST_F(OptionenIns, wrongArguments)
 {
-    EXPECT_EQ(errorOf([&] { run(connection_, "EXEC tmk_OPTIONEN_INS 'A', 2"); }).nativeError, 201);
-    EXPECT_EQ(errorOf([&] { run(connection_, "EXEC tmk_OPTIONEN_INS 'A', 2, '3', 4"); }).nativeError, 8144);
-    EXPECT_EQ(errorOf([&] { run(connection_, "EXEC tmk_OPTIONEN_INS 'A', 2, @NOTHING = 4"); }).nativeError, 8145);
+    EXPECT_EQ(failureOf([&] { run(connection_, "EXEC tmk_OPTIONEN_INS 'A', 2"); }).nativeError, 201);
+    EXPECT_EQ(failureOf([&] { run(connection_, "EXEC tmk_OPTIONEN_INS 'A', 2, '3', 4"); }).nativeError, 8144);
+    EXPECT_EQ(failureOf([&] { run(connection_, "EXEC tmk_OPTIONEN_INS 'A', 2, @NOTHING = 4"); }).nativeError, 8145);
     EXPECT_EQ(valueOf(connection_, "SELECT COUNT(*) FROM OPTIONEN"), Variant{0});
 }
 
@@ -155,11 +155,11 @@ TEST(OwnProcedures, areReachedByNameAndShareTheCallersTransaction)
     const auto connection = connectInMemory(options);
     run(connection, "CREATE TABLE T (N INT) EXEC addTwo 4");
     EXPECT_EQ(columnOf(connection, "SELECT N FROM T"), (std::vector<Variant>{4, 4}));
-    EXPECT_EQ(errorOf([&] { run(connection, "EXEC addTwo 5, 1"); }).description, "as asked");
+    EXPECT_EQ(failureOf([&] { run(connection, "EXEC addTwo 5, 1"); }).description, "as asked");
     EXPECT_EQ(columnOf(connection, "SELECT N FROM T"), (std::vector<Variant>{4, 4}));
     connection->session().begin();
     run(connection, "DELETE FROM T");
-    errorOf([&] { run(connection, "EXEC addTwo 5, 1"); });
+    failureOf([&] { run(connection, "EXEC addTwo 5, 1"); });
     run(connection, "EXEC addTwo 6");
     connection->session().commit();
     EXPECT_EQ(columnOf(connection, "SELECT N FROM T"), (std::vector<Variant>{6, 6}));
@@ -173,7 +173,7 @@ TEST(OwnProcedures, waitForRowLocksWithoutTheWriteLock)
     run(connection, "INSERT INTO OPTIONEN (PROPERTY_ID) VALUES ('P') INSERT INTO OPTIONEN (PROPERTY_ID) VALUES ('Q')");
     Child holder{{"hold", (folder / "a.db").string(), "SELECT * FROM OPTIONEN WHERE PROPERTY_ID = 'P'"}};
     ASSERT_EQ(holder.line(), "held");
-    EXPECT_EQ(errorOf([&] { run(connection, "EXEC tmk_OPTIONEN_INS 'P', 2, '1'", 1); }).number, errors::timeout);
+    EXPECT_EQ(failureOf([&] { run(connection, "EXEC tmk_OPTIONEN_INS 'P', 2, '1'", 1); }).number, errors::timeout);
     Child waiter{{"repeat", (folder / "a.db").string(), "1 EXEC tmk_OPTIONEN_INS 'P', 2, '2'"}};
     ASSERT_EQ(waiter.line(), "ready");
     waiter.tell("go");

@@ -39,7 +39,7 @@ TEST_F(Processes, aKilledWriterLeavesAWholeDatabaseAndNoLock)
 {
     Child child{{"transaction", file(), "INSERT INTO T (N,S) VALUES (1,REPLICATE('x',4000))"}};
     ASSERT_EQ(child.line(), "open");
-    EXPECT_EQ(errorOf([&] { run(connection_, "UPDATE T SET N = 5", 1); }).number, errors::timeout);
+    EXPECT_EQ(failureOf([&] { run(connection_, "UPDATE T SET N = 5", 1); }).number, errors::timeout);
     EXPECT_EQ(valueOf(connection_, "SELECT COUNT(*) FROM T"), Variant{1}) << "reading goes on meanwhile";
     child.kill();
     EXPECT_EQ(run(connection_, "UPDATE T SET N = 5", 1), 1);
@@ -96,7 +96,7 @@ protected:
 
 TEST_F(Timeouts, aLongQueryEnds)
 {
-    const Error error = errorOf([&] { open(connection_, endless, 1)->next(); });
+    const Error error = failureOf([&] { open(connection_, endless, 1)->next(); });
     EXPECT_EQ(error.number, errors::timeout);
     EXPECT_EQ(error.nativeError, -2);
     EXPECT_EQ(error.statement, endless);
@@ -109,14 +109,14 @@ TEST_F(Timeouts, theSearchForALaterRowEndsToo)
         open(connection_,
              "SELECT TOP 1 1 FROM T UNION ALL SELECT 2 FROM T A, T B, T C, T D WHERE A.N + B.N + C.N + D.N < 0", 1);
     ASSERT_TRUE(cursor->next());
-    EXPECT_EQ(errorOf([&] { cursor->next(); }).number, errors::timeout);
+    EXPECT_EQ(failureOf([&] { cursor->next(); }).number, errors::timeout);
     EXPECT_FALSE(cursor->next());
 }
 
 TEST_F(Timeouts, aLongWriteEndsAndLeavesNothing)
 {
     const Error error =
-        errorOf([&] { run(connection_, "INSERT INTO T (N) SELECT A.N FROM T A, T B, T C, T D WHERE A.N = B.N", 1); });
+        failureOf([&] { run(connection_, "INSERT INTO T (N) SELECT A.N FROM T A, T B, T C, T D WHERE A.N = B.N", 1); });
     EXPECT_EQ(error.number, errors::timeout);
     EXPECT_EQ(valueOf(connection_, "SELECT COUNT(*) FROM T"), Variant{512});
     EXPECT_EQ(run(connection_, "UPDATE T SET N = 0", 1), 512);
@@ -128,7 +128,7 @@ TEST_F(Timeouts, waitingForAnotherWriterEnds)
     other->session().begin();
     run(other, "DELETE FROM T WHERE N = 0");
     for (const std::string_view text : {"INSERT INTO T (N) VALUES (1)", "DELETE FROM T", "CREATE TABLE U (A INT)"}) {
-        EXPECT_EQ(errorOf([&] { run(connection_, text, 1); }).number, errors::timeout) << text;
+        EXPECT_EQ(failureOf([&] { run(connection_, text, 1); }).number, errors::timeout) << text;
     }
     other->session().rollback();
     EXPECT_EQ(run(connection_, "DELETE FROM T", 1), 512);

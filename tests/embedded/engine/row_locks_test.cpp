@@ -29,7 +29,7 @@ protected:
     void expectTimeout(std::string_view text)
     {
         const auto before = std::chrono::steady_clock::now();
-        const Error error = errorOf([&] { run(connection_, text, 1); });
+        const Error error = failureOf([&] { run(connection_, text, 1); });
         const auto waited = std::chrono::steady_clock::now() - before;
         EXPECT_EQ(error.number, errors::timeout) << error.description;
         EXPECT_EQ(error.nativeError, -2);
@@ -125,7 +125,7 @@ TEST_F(RowLocksTest, theLockFollowsTheCursor)
     cursor->lockRow(2);
     EXPECT_EQ(run(connection_, "UPDATE LOCK SET LOGIN = 'x' WHERE ID = 1", 1), 1);
     expectTimeout("UPDATE LOCK SET LOGIN = 'x' WHERE ID = 2");
-    EXPECT_EQ(errorOf([&] { cursor->lockRow(99); }).number, static_cast<std::int32_t>(0x80040E23U));
+    EXPECT_EQ(failureOf([&] { cursor->lockRow(99); }).number, static_cast<std::int32_t>(0x80040E23U));
     EXPECT_EQ(run(connection_, "UPDATE LOCK SET LOGIN = 'x' WHERE ID = 2", 1), 1);
 }
 
@@ -148,12 +148,12 @@ TEST_F(RowLocksTest, aSecondLockWaitsForTheFirst)
     ASSERT_EQ(child.line(), "held");
     const auto cursor = openEditable(connection_, "SELECT * FROM LOCK WHERE ID = 1", 1);
     ASSERT_TRUE(cursor->next());
-    EXPECT_EQ(errorOf([&] { cursor->lockRow(1); }).number, errors::timeout);
-    EXPECT_EQ(errorOf([&] {
+    EXPECT_EQ(failureOf([&] { cursor->lockRow(1); }).number, errors::timeout);
+    EXPECT_EQ(failureOf([&] {
                   cursor->updateRow(1, std::vector<ado::Assignment>{{2, Variant{"x"}}});
               }).number,
               errors::timeout);
-    EXPECT_EQ(errorOf([&] { cursor->deleteRow(1); }).number, errors::timeout);
+    EXPECT_EQ(failureOf([&] { cursor->deleteRow(1); }).number, errors::timeout);
     child.kill();
     cursor->lockRow(1);
     cursor->deleteRow(1);

@@ -114,10 +114,10 @@ TEST_F(SessionTest, countsTheRowsOfTheLastCountedStatement)
 TEST_F(SessionTest, aFailingStatementLeavesNothing)
 {
     fill(3);
-    const Error error = errorOf([&] { run(connection_, "INSERT INTO T (ID,N) SELECT 10,1 UNION ALL SELECT 2,2"); });
+    const Error error = failureOf([&] { run(connection_, "INSERT INTO T (ID,N) SELECT 10,1 UNION ALL SELECT 2,2"); });
     EXPECT_EQ(error.number, errors::constraintViolated);
     EXPECT_EQ(value("SELECT COUNT(*) FROM T"), Variant{3});
-    errorOf([&] { run(connection_, "UPDATE T SET N = 100 / (ID - 3)"); });
+    failureOf([&] { run(connection_, "UPDATE T SET N = 100 / (ID - 3)"); });
     EXPECT_EQ(value("SELECT SUM(N) FROM T"), Variant{60});
 }
 
@@ -125,7 +125,7 @@ TEST_F(SessionTest, earlierStatementsOfABatchStay)
 {
     const std::string batch =
         "INSERT INTO T (ID) VALUES (1) INSERT INTO T (ID) VALUES (1) INSERT INTO T (ID) VALUES (2)";
-    const Error error = errorOf([&] { run(connection_, batch); });
+    const Error error = failureOf([&] { run(connection_, batch); });
     EXPECT_EQ(error.statement, batch);
     EXPECT_EQ(value("SELECT COUNT(*) FROM T"), Variant{1});
 }
@@ -139,11 +139,11 @@ TEST_F(SessionTest, transactions)
     EXPECT_EQ(value("SELECT COUNT(*) FROM T"), Variant{0});
     session.begin();
     fill(2);
-    EXPECT_EQ(errorOf([&] { run(connection_, "INSERT INTO T (ID) VALUES (1)"); }).nativeError, 2627);
+    EXPECT_EQ(failureOf([&] { run(connection_, "INSERT INTO T (ID) VALUES (1)"); }).nativeError, 2627);
     session.commit();
     EXPECT_EQ(value("SELECT COUNT(*) FROM T"), Variant{2}) << "a refused statement does not end the transaction";
-    EXPECT_EQ(errorOf([&] { session.commit(); }).nativeError, 3902);
-    EXPECT_EQ(errorOf([&] { session.rollback(); }).nativeError, 3903);
+    EXPECT_EQ(failureOf([&] { session.commit(); }).nativeError, 3902);
+    EXPECT_EQ(failureOf([&] { session.rollback(); }).nativeError, 3903);
     run(connection_, "BEGIN TRANSACTION DELETE FROM T ROLLBACK TRANSACTION");
     EXPECT_EQ(value("SELECT COUNT(*) FROM T"), Variant{2});
 }
@@ -154,7 +154,7 @@ TEST_F(SessionTest, aRolledBackTableIsUnknownAgain)
     run(connection_, "CREATE TABLE U (A INT)");
     EXPECT_EQ(value("SELECT COUNT(*) FROM U"), Variant{0});
     connection_->session().rollback();
-    EXPECT_EQ(errorOf([&] { value("SELECT COUNT(*) FROM U"); }).nativeError, 208);
+    EXPECT_EQ(failureOf([&] { value("SELECT COUNT(*) FROM U"); }).nativeError, 208);
 }
 
 TEST_F(SessionTest, batchesBranchAndCreate)
@@ -165,7 +165,7 @@ TEST_F(SessionTest, batchesBranchAndCreate)
     EXPECT_EQ(value(text), Variant{"there"});
     EXPECT_EQ(value("CREATE TABLE #X (A INT) INSERT INTO #X (A) VALUES (5) SELECT A FROM #X"), Variant{5});
     EXPECT_EQ(value("SELECT A FROM #X"), Variant{5});
-    EXPECT_EQ(errorOf([&] { valueOf(connect(folder_ / "a.db"), "SELECT A FROM #X"); }).nativeError, 208)
+    EXPECT_EQ(failureOf([&] { valueOf(connect(folder_ / "a.db"), "SELECT A FROM #X"); }).nativeError, 208)
         << "a temporary table is its session's own";
 }
 
@@ -194,7 +194,7 @@ TEST_F(SessionTest, parameters)
     EXPECT_EQ(connection_->session().execute(wanted), 1);
     EXPECT_EQ(value("SELECT ID FROM T WHERE N IS NULL AND S = 'it''s'"), Variant{7});
     wanted.parameters = std::span{parameters}.first(2);
-    EXPECT_EQ(errorOf([&] { connection_->session().execute(wanted); }).number, errors::statementRefused);
+    EXPECT_EQ(failureOf([&] { connection_->session().execute(wanted); }).number, errors::statementRefused);
 }
 
 TEST_F(SessionTest, aStatementWithoutResultGivesACursorWithoutColumns)
@@ -210,10 +210,10 @@ TEST_F(SessionTest, cursorEndsForGoodAndStartsAgainOnDemand)
 {
     fill(2);
     const auto cursor = open(connection_, "SELECT ID FROM T ORDER BY ID");
-    EXPECT_EQ(errorOf([&] { cursor->value(0); }).number, errors::noCurrentRecord);
+    EXPECT_EQ(failureOf([&] { cursor->value(0); }).number, errors::noCurrentRecord);
     EXPECT_TRUE(cursor->next());
     EXPECT_TRUE(cursor->next());
-    EXPECT_EQ(errorOf([&] { cursor->value(1); }).number, errors::itemNotFound);
+    EXPECT_EQ(failureOf([&] { cursor->value(1); }).number, errors::itemNotFound);
     EXPECT_FALSE(cursor->next());
     EXPECT_FALSE(cursor->next());
     run(connection_, "INSERT INTO T (ID) VALUES (0)");
@@ -269,9 +269,9 @@ TEST_F(SessionTest, aCursorOutlivesItsConnectionSafely)
     const auto cursor = open(connection_, "SELECT ID FROM T");
     ASSERT_TRUE(cursor->next());
     connection_->Close();
-    EXPECT_EQ(errorOf([&] { cursor->next(); }).number, errors::connectionClosed);
-    EXPECT_EQ(errorOf([&] { cursor->value(0); }).number, errors::connectionClosed);
-    EXPECT_EQ(errorOf([&] { cursor->restart(); }).number, errors::connectionClosed);
+    EXPECT_EQ(failureOf([&] { cursor->next(); }).number, errors::connectionClosed);
+    EXPECT_EQ(failureOf([&] { cursor->value(0); }).number, errors::connectionClosed);
+    EXPECT_EQ(failureOf([&] { cursor->restart(); }).number, errors::connectionClosed);
     EXPECT_EQ(cursor->columns().size(), 1U);
 }
 
@@ -281,7 +281,7 @@ TEST_F(SessionTest, aFailureInALaterRowComesWithThatRow)
     const auto cursor = open(connection_, "SELECT 10 / (ID - 3) FROM T ORDER BY ID");
     EXPECT_TRUE(cursor->next());
     EXPECT_TRUE(cursor->next());
-    const Error error = errorOf([&] { cursor->next(); });
+    const Error error = failureOf([&] { cursor->next(); });
     EXPECT_EQ(error.nativeError, 8134);
     EXPECT_EQ(error.statement, "SELECT 10 / (ID - 3) FROM T ORDER BY ID");
     EXPECT_FALSE(cursor->next());
@@ -294,7 +294,7 @@ TEST_F(SessionTest, aFailureInARowReadAheadOfAWriteComesWithThatRow)
     EXPECT_TRUE(cursor->next());
     EXPECT_EQ(run(connection_, "UPDATE T SET N = 0"), 3) << "the write does not suffer for it";
     EXPECT_TRUE(cursor->next());
-    EXPECT_EQ(errorOf([&] { cursor->next(); }).nativeError, 8134);
+    EXPECT_EQ(failureOf([&] { cursor->next(); }).nativeError, 8134);
     EXPECT_FALSE(cursor->next());
 }
 
@@ -324,7 +324,7 @@ TEST_F(SessionTest, translationCanBeLookedAt)
     const std::string text = translate(*connection_, "SELECT TOP 1 ID FROM T ORDER BY ID EXEC p");
     EXPECT_NE(text.find("LIMIT 1"), std::string::npos) << text;
     EXPECT_NE(text.find("-- EXEC p"), std::string::npos) << text;
-    EXPECT_EQ(errorOf([&] { translate(*connection_, "SELECT * FROM NOWHERE"); }).nativeError, 208);
+    EXPECT_EQ(failureOf([&] { translate(*connection_, "SELECT * FROM NOWHERE"); }).nativeError, 208);
 }
 
 } // namespace

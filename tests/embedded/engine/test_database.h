@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "support/errors.h"
 #include "support/scratch_folder.h"
 #include "tamarok_embedded/connect.h"
 
@@ -15,6 +16,7 @@
 /// What the tests of the embedded engine share.
 namespace tamarok::embedded::test {
 
+using tamarok::test::failureOf;
 using Folder = tamarok::test::ScratchFolder;
 
 inline void write(const std::filesystem::path& file, const std::string& bytes)
@@ -73,19 +75,6 @@ inline std::vector<Variant> columnOf(const ado::ConnectionRef& connection, std::
         values.push_back(cursor->value(0));
     }
     return values;
-}
-
-/// The error that `work` throws; the test fails where it throws none.
-template <class Work>
-Error errorOf(const Work& work)
-{
-    try {
-        work();
-    } catch (const Error& error) {
-        return error;
-    }
-    ADD_FAILURE() << "no error was thrown";
-    return Error{0, "none"};
 }
 
 } // namespace tamarok::embedded::test
