@@ -13,7 +13,7 @@ using tsql::TypeKind;
 constexpr std::int32_t longText = 2147483647;
 constexpr std::int32_t longWideText = 1073741823;
 
-/// How the recordset model describes a type of the server; size 0 stands for the declared length.
+/// How the recordset model describes a type of the server; size 0 means the declared length.
 struct TypeRow {
     TypeKind kind;
     DataType type;
@@ -71,6 +71,7 @@ DataType longTypeOf(DataType type)
     return type == DataType::VarChar || type == DataType::Char ? DataType::LongVarChar : DataType::LongVarWChar;
 }
 
+/// Fills in type and size. A type of variable length without a limit is described as the long type of its kind.
 void describe(const tsql::Type& type, ado::ColumnInfo& info)
 {
     const TypeRow& row = rowOf(type.kind);
@@ -116,6 +117,8 @@ std::string quoted(std::string_view name)
     return text;
 }
 
+/// Editable cursors compose their statements with it, so that a changed value is checked and converted as by an UPDATE
+/// of a batch.
 std::string storageExpression(const tsql::Type& type)
 {
     const std::string length = std::to_string(type.length);

@@ -25,6 +25,7 @@ struct Cell {
     sqlite3_value* value;
 };
 
+/// The value as text, valid until the next step. A view without address means Null.
 std::string_view textOf(const Cell& cell)
 {
     const auto* const bytes = static_cast<const char*>(static_cast<const void*>(sqlite3_value_text(cell.value)));
@@ -34,6 +35,7 @@ std::string_view textOf(const Cell& cell)
     return {bytes, static_cast<std::size_t>(sqlite3_value_bytes(cell.value))};
 }
 
+/// Binary values are shown as 0x and their bytes in hexadecimal.
 std::string hexText(const Cell& cell)
 {
     static constexpr std::string_view digits = "0123456789ABCDEF";
@@ -69,6 +71,7 @@ Variant readWhole(const Cell& cell)
     if (number == 0 && cell.isNull()) {
         return Null{};
     }
+    // SQLite does not enforce declared types: another program may have stored more.
     if (!std::in_range<Number>(number)) [[unlikely]] {
         throw Error{errors::overflow,
                     "The stored number " + std::to_string(number) + " is beyond the type of column '" + cell.name() +
@@ -90,6 +93,7 @@ Variant readDouble(const Cell& cell)
     return number == 0.0 && cell.isNull() ? Variant{Null{}} : Variant{number};
 }
 
+/// Dates are stored as texts of fixed length. A TIME has a day that the server's types do not show; it is taken off.
 Variant readDate(const Cell& cell, bool timeOnly)
 {
     const std::string_view text = textOf(cell);
@@ -105,6 +109,7 @@ Variant readDate(const Cell& cell, bool timeOnly)
     return timeOnly ? Date{date.days - dayOf(date).days} : date;
 }
 
+/// For expressions whose type is not known at translation: the storage class of each value decides.
 Variant readByStorage(const Cell& cell)
 {
     switch (sqlite3_value_type(cell.value)) {

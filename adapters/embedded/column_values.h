@@ -7,7 +7,7 @@
 
 #include "tamarok/variant.h"
 
-/// Reads the columns of the row that a statement stands on.
+/// Reads the columns of a statement's current row.
 namespace tamarok::embedded {
 
 /// The value of a column. Error 0x80004005 for a stored text that is no date, 6 for a whole number beyond the

@@ -23,6 +23,8 @@ ado::ConnectionRef connectionOf(std::unique_ptr<Database> database, const OpenOp
 
 } // namespace
 
+/// The path becomes absolute, since the checks look at its folder too. The file is checked before SQLite opens
+/// it, for the sake of the messages.
 ado::ConnectionRef connect(const std::filesystem::path& file, const OpenOptions& options)
 {
     const std::string path = std::filesystem::absolute(file).string();
@@ -46,6 +48,7 @@ ado::ConnectionRef connectInMemory(const OpenOptions& options)
                         composeConnectionText(":memory:", options));
 }
 
+/// The session is known by its type: a connection may belong to any back end.
 std::string translate(ado::Connection& connection, std::string_view statement)
 {
     auto* const session = dynamic_cast<EmbeddedSession*>(&connection.session());

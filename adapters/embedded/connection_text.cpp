@@ -60,6 +60,7 @@ void applyProperty(const ado::ConnectionProperty& pair, ConnectionTarget& target
 
 } // namespace
 
+/// Starts with the defaults. Of a property that is given twice, the last one counts.
 ConnectionTarget parseConnectionText(std::string_view text)
 {
     ConnectionTarget target;
@@ -72,6 +73,8 @@ ConnectionTarget parseConnectionText(std::string_view text)
     return target;
 }
 
+/// Writes only what differs from the defaults. Create becomes an ordinary opening: the text is used again when the file
+/// exists.
 std::string composeConnectionText(const std::string& file, const OpenOptions& options)
 {
     std::string composed = "Provider=" + std::string{provider} + ";Data Source=" + ado::connectionValue(file);

@@ -7,6 +7,7 @@
 
 namespace tamarok::embedded {
 
+/// What a connection text names: the file and how to open it.
 struct ConnectionTarget {
     std::string file;
     OpenOptions options;
@@ -15,6 +16,7 @@ struct ConnectionTarget {
 /// Takes a connection text apart; see connectText.
 ConnectionTarget parseConnectionText(std::string_view text);
 
+/// The connection text of an open connection, by which it can be opened again.
 std::string composeConnectionText(const std::string& file, const OpenOptions& options);
 
 } // namespace tamarok::embedded

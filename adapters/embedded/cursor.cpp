@@ -8,6 +8,7 @@
 
 namespace tamarok::embedded {
 
+/// Without a lease the cursor is that of a statement without rows: it has no columns.
 StreamCursor::StreamCursor(Engine& engine, std::shared_ptr<const CachedBatch> batch, Lease lease,
                            std::int32_t timeoutSeconds) :
     engine_{&engine},
@@ -26,10 +27,11 @@ StreamCursor::~StreamCursor()
     }
 }
 
+/// The first row has been fetched by `start` and waits; each other one is fetched here, under a new deadline.
 bool StreamCursor::next()
 {
     if (live_ == nullptr) {
-        return nextKept();
+        return nextBuffered();
     }
     if (waiting_) {
         waiting_ = false;
@@ -50,7 +52,7 @@ Variant StreamCursor::value(std::size_t column) const
         throw Error{errors::itemNotFound, "The result has no column " + std::to_string(column) + ".",
                     std::string{sourceName}};
     }
-    return values_[keptRow() * layout_->readings.size() + column];
+    return values_[bufferedRow() * layout_->readings.size() + column];
 }
 
 void StreamCursor::restart()
@@ -59,9 +61,10 @@ void StreamCursor::restart()
     start();
 }
 
+/// Fetches the first row at once, so that an error of the statement is reported by the opening.
 void StreamCursor::start()
 {
-    dropKept();
+    dropBuffer();
     if (lease_.get() == nullptr) {
         return;
     }
@@ -71,17 +74,18 @@ void StreamCursor::start()
     onRow_ = false;
 }
 
+/// Fetches all remaining rows. The current one comes first, where `value` finds it again.
 void StreamCursor::bufferRows() noexcept
 {
     if (live_ == nullptr) {
         return;
     }
-    // The current row is buffered as well, so that its values can still be asked for.
+    // The current row is buffered as well, so that its values can still be read.
     const bool given = onRow_;
     try {
         bool more = waiting_ || onRow_;
         while (more) {
-            keepRow();
+            bufferRow();
             more = engine_->database().step(lease_.get());
         }
     } catch (...) {
@@ -94,9 +98,10 @@ void StreamCursor::bufferRows() noexcept
     sqlite3_reset(lease_.get());
 }
 
+/// The statement must go before the database closes; buffered rows are dropped as well.
 void StreamCursor::abandon() noexcept
 {
-    dropKept();
+    dropBuffer();
     lease_ = Lease{};
     batch_.reset();
     engine_ = nullptr;
@@ -110,7 +115,8 @@ Engine& StreamCursor::engine() const
     return *engine_;
 }
 
-std::size_t StreamCursor::keptRow() const
+/// `row_` counts from 1; 0 is before the first row.
+std::size_t StreamCursor::bufferedRow() const
 {
     static_cast<void>(engine());
     if (live_ != nullptr || row_ == 0 || row_ > rows_) {
@@ -149,7 +155,8 @@ bool StreamCursor::stepLive()
     return onRow_;
 }
 
-bool StreamCursor::nextKept()
+/// A failure met while buffering is thrown where its row would have come, and only once.
+bool StreamCursor::nextBuffered()
 {
     static_cast<void>(engine());
     if (row_ < rows_) {
@@ -163,20 +170,20 @@ bool StreamCursor::nextKept()
             rethrow();
         }
     }
-    dropKept();
+    dropBuffer();
     return false;
 }
 
-void StreamCursor::keepRow()
+void StreamCursor::bufferRow()
 {
     for (std::size_t column = 0; column < layout_->readings.size(); ++column) {
         values_.push_back(readValue(lease_.get(), static_cast<int>(column), layout_->readings[column]));
     }
-    keepExtra();
+    bufferExtra();
     ++rows_;
 }
 
-void StreamCursor::dropKept() noexcept
+void StreamCursor::dropBuffer() noexcept
 {
     live_ = nullptr;
     waiting_ = false;

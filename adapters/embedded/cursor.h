@@ -47,19 +47,19 @@ protected:
     const Step& step() const noexcept { return lease_.step(); }
     const ResultLayout& layout() const noexcept { return *layout_; }
     /// Index of the current row among those in memory. Error 3021 if there is none.
-    std::size_t keptRow() const;
+    std::size_t bufferedRow() const;
     /// Rethrows the exception being handled with the statement's text.
     [[noreturn]] void rethrow() const;
 
-    /// Called for each row that is buffered, while SQLite stands on it.
-    virtual void keepExtra() {}
+    /// Called for each row that is buffered, while it is SQLite's current row.
+    virtual void bufferExtra() {}
     virtual void dropExtra() noexcept {}
 
 private:
     bool stepLive();
-    bool nextKept();
-    void keepRow();
-    void dropKept() noexcept;
+    bool nextBuffered();
+    void bufferRow();
+    void dropBuffer() noexcept;
 
     Engine* engine_;
     std::shared_ptr<const CachedBatch> batch_;

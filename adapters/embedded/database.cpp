@@ -60,6 +60,8 @@ std::span<const std::string_view> settingsOf(OpenMode mode)
 
 } // namespace
 
+/// Opens without SQLite's mutexes, since a connection belongs to one thread. The header is checked before the first
+/// statement, which might already write.
 Database::Database(const std::string& path, OpenMode mode, tsql::DateOrder dateOrder) :
     path_{path}, readOnly_{mode == OpenMode::ReadOnly}, functions_{dateOrder}
 {
@@ -105,6 +107,7 @@ void Database::configure()
     deadline_.arm(openSeconds);
 }
 
+/// Settings that are statements. Errors name the file.
 void Database::setUp(OpenMode mode)
 {
     try {
@@ -121,7 +124,8 @@ void Database::setUp(OpenMode mode)
     }
 }
 
-/// `keep` tells SQLite that the statement will live long, so that it does not take the fast small memory for it.
+/// `keep` marks a long-lived statement (SQLITE_PREPARE_PERSISTENT), which SQLite then keeps out of its lookaside
+/// memory.
 Compiled Database::compile(std::string_view text, std::string_view* rest, bool keep) const
 {
     if (text.size() > static_cast<std::size_t>(INT_MAX)) {
@@ -141,6 +145,7 @@ Compiled Database::compile(std::string_view text, std::string_view* rest, bool k
     return compiled;
 }
 
+/// Compiles and runs one statement after the other, since a later one may need what an earlier one creates.
 void Database::run(std::string_view text) const
 {
     while (!text.empty()) {

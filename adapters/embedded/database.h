@@ -24,7 +24,7 @@ class Database {
 public:
     /// Opens a file that `checkDatabaseFile` and `createDatabaseFile` know; see connect.h.
     Database(const std::string& path, OpenMode mode, tsql::DateOrder dateOrder);
-    /// A database in memory, seen by nobody else.
+    /// A database in memory, private to this connection.
     explicit Database(tsql::DateOrder dateOrder);
 
     Database(const Database&) = delete;

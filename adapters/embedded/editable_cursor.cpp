@@ -45,10 +45,10 @@ bool EditableCursor::next()
 
 std::int64_t EditableCursor::rowKey() const
 {
-    return keys_.at(keptRow());
+    return keys_.at(bufferedRow());
 }
 
-/// A cursor holds one lock: that of the row it stands on.
+/// A cursor holds one lock: that of its current row.
 void EditableCursor::lockRow(std::int64_t key)
 {
     if (held_ && held_->key == key) {
@@ -73,6 +73,7 @@ void EditableCursor::updateRow(std::int64_t key, std::span<const ado::Assignment
     if (assignments.empty()) {
         return;
     }
+    // Every text ends with the rowid as last parameter, after the values in order.
     std::string text = "UPDATE " + quoted(table_.name) + " SET ";
     for (const ado::Assignment& assignment : assignments) {
         const tsql::TableColumn& column = target(assignment.column);
@@ -82,7 +83,7 @@ void EditableCursor::updateRow(std::int64_t key, std::span<const ado::Assignment
     changeRow(key, text + "WHERE rowid=?", assignments);
 }
 
-/// The new row needs no look at the row locks: nobody can hold a row that does not exist yet.
+/// The row locks are not checked: no session can hold a row that does not exist yet.
 std::int64_t EditableCursor::insertRow(std::span<const ado::Assignment> assignments)
 {
     std::string names;
@@ -147,7 +148,7 @@ void EditableCursor::abandon() noexcept
     StreamCursor::abandon();
 }
 
-void EditableCursor::keepExtra()
+void EditableCursor::bufferExtra()
 {
     // The row key follows the columns of the query.
     keys_.push_back(sqlite3_column_int64(statement(), static_cast<int>(layout().readings.size())));
@@ -170,6 +171,7 @@ const tsql::TableColumn& EditableCursor::target(std::size_t column) const
 /// The text that reads one row again: from the table where all columns come from it, otherwise from the query.
 std::string EditableCursor::readText() const
 {
+    // Reading by rowid from the table finds the row even if it no longer meets the query's condition.
     const bool plain = std::ranges::none_of(layout().columns, [](const auto& c) { return c.baseColumn.empty(); });
     std::string names;
     for (std::size_t i = 0; i < layout().columns.size(); ++i) {
@@ -196,6 +198,7 @@ void EditableCursor::changeRow(std::int64_t key, const std::string& text, std::s
             const bool met = std::ranges::any_of(held, [&](const auto& span) { return span.contains(position); });
             return met ? std::optional{position} : std::nullopt;
         };
+        // The change may be tried several times while the row is locked, hence the reset.
         engine.changeRows(table_, conflict, [&] {
             sqlite3_reset(statement.get());
             engine.database().step(statement.get());
@@ -208,6 +211,7 @@ void EditableCursor::changeRow(std::int64_t key, const std::string& text, std::s
     }
 }
 
+/// A held lock implies that the engine still exists: `abandon` releases it first.
 void EditableCursor::releaseLock() noexcept
 {
     if (held_) {

@@ -30,7 +30,7 @@ public:
     void abandon() noexcept override;
 
 protected:
-    void keepExtra() override;
+    void bufferExtra() override;
     void dropExtra() noexcept override { keys_.clear(); }
 
 private:

@@ -30,7 +30,7 @@ auto withStatement(std::string_view text, const Work& work)
 }
 
 /// The SQLite text of a step, or a comment for a step without one.
-std::string remark(const Step& step)
+std::string describeStep(const Step& step)
 {
     switch (step.kind) {
     case Kind::Procedure: return "-- EXEC " + step.target;
@@ -52,6 +52,7 @@ Engine::Engine(std::unique_ptr<Database> database, ProcedureRegistry procedures)
     begin_{database_->compile("BEGIN IMMEDIATE", nullptr, true)}, commit_{database_->compile("COMMIT", nullptr, true)}
 {}
 
+/// Cursors may outlive the connection; from here on they answer with error 3709.
 Engine::~Engine()
 {
     for (StreamCursor* const cursor : cursors_) {
@@ -83,6 +84,7 @@ std::int64_t Engine::execute(const ado::Statement& statement)
     });
 }
 
+/// Translates without running. A batch that uses a table which it creates itself can therefore not be shown as a whole.
 std::string Engine::translate(std::string_view text)
 {
     return withStatement(text, [&] {
@@ -90,7 +92,7 @@ std::string Engine::translate(std::string_view text)
         const auto batch = statements_.batch(text);
         std::string translated;
         for (std::size_t index = 0; index < batch->size(); ++index) {
-            translated += remark(stepOf(*batch, index)->step) + "\n";
+            translated += describeStep(stepOf(*batch, index)->step) + "\n";
         }
         return translated;
     });
@@ -114,6 +116,7 @@ std::unique_ptr<StreamCursor> Engine::openText(const ado::Statement& statement)
             continue;
         }
         auto cursor = openQuery(batch, index, statement);
+        // A batch of queries alone streams; rows are buffered only if a later statement may write.
         if (hasChangesFrom(*batch, index + 1)) {
             cursor->bufferRows();
             runFrom(*batch, index + 1, statement.parameters, counted);
@@ -127,6 +130,7 @@ std::unique_ptr<StreamCursor> Engine::openText(const ado::Statement& statement)
 std::unique_ptr<StreamCursor> Engine::openQuery(const std::shared_ptr<CachedBatch>& batch, std::size_t index,
                                                 const ado::Statement& statement)
 {
+    // Only a recordset that may be edited needs the row key, which costs a column.
     const bool editable = statement.lockType != ado::LockType::ReadOnly &&
                           statement.lockType != ado::LockType::Unspecified && !database_->readOnly();
     constexpr int attempts = 3;
@@ -147,6 +151,8 @@ std::unique_ptr<StreamCursor> Engine::openQuery(const std::shared_ptr<CachedBatc
     }
 }
 
+/// A query with a row key gets an editable cursor, any other a stream. The lease goes to the cursor, which resets the
+/// statement when it ends.
 std::unique_ptr<StreamCursor> Engine::startQuery(const std::shared_ptr<CachedBatch>& batch,
                                                  const std::shared_ptr<CachedStep>& step,
                                                  const ado::Statement& statement)
@@ -173,6 +179,7 @@ std::int64_t Engine::executeText(std::string_view text, Parameters parameters)
     return counted;
 }
 
+/// `counted` receives the number of rows that the last change touched; it stays -1 without one.
 void Engine::runFrom(CachedBatch& batch, std::size_t index, Parameters parameters, std::int64_t& counted)
 {
     while (index < batch.size()) {
@@ -208,6 +215,7 @@ bool Engine::isOutdated(const CachedStep& step, const Error& error)
     return catalog_.generation() != step.generation;
 }
 
+/// Runs one step. @return the index of the next one: the following step, or the target of a jump
 std::size_t Engine::runStep(const std::shared_ptr<CachedStep>& step, std::size_t index, Parameters parameters,
                             std::int64_t& counted)
 {
@@ -236,6 +244,7 @@ std::size_t Engine::runStep(const std::shared_ptr<CachedStep>& step, std::size_t
     return index + 1;
 }
 
+/// Unconditional jumps are followed; a condition counts as a change, since what follows it is not known.
 bool Engine::hasChangesFrom(CachedBatch& batch, std::size_t index)
 {
     while (index < batch.size()) {
@@ -251,6 +260,7 @@ bool Engine::hasChangesFrom(CachedBatch& batch, std::size_t index)
     return false;
 }
 
+/// SET NOCOUNT ON keeps the counts from the caller; @@ROWCOUNT still works.
 void Engine::countChanges(std::int64_t& counted) const
 {
     if (!noCount_) {
@@ -258,6 +268,7 @@ void Engine::countChanges(std::int64_t& counted) const
     }
 }
 
+/// Runs a query whose rows the caller does not read, for the errors that it may raise.
 void Engine::drain(const std::shared_ptr<CachedStep>& step, Parameters parameters)
 {
     const Lease lease{step, *database_};

@@ -46,7 +46,7 @@ public:
     /// Finds a row that a change touches and another session holds. @return its position in the lock file
     using Conflict = std::function<std::optional<std::int64_t>(std::span<const RowLocks::Span> held)>;
     /// Looks at the row locks and changes rows of a table in one transaction. While another session holds a touched
-    /// row, waits without a transaction of its own. Error 0x80040E31 at the deadline.
+    /// row, waits without an open transaction. Error 0x80040E31 at the deadline.
     void changeRows(const tsql::Table& table, const Conflict& conflict, const std::function<void()>& change);
 
     /// Locks a row for a cursor. @return its position, for `unlockRow`
@@ -88,7 +88,7 @@ private:
     void countChanges(std::int64_t& counted) const;
     void runDefinition(const std::string& text);
     /// Runs `work` so that either everything it writes is written or nothing.
-    void runTogether(const std::function<void()>& work);
+    void runAtomically(const std::function<void()>& work);
     bool runCondition(const std::shared_ptr<CachedStep>& step, Parameters parameters);
     void drain(const std::shared_ptr<CachedStep>& step, Parameters parameters);
     void callProcedure(const ado::Statement& statement);

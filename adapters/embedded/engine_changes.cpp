@@ -59,6 +59,9 @@ void Engine::bufferOpenCursors() noexcept
     }
 }
 
+/// The row locks are checked under SQLite's write lock, so that no session can lock a row between the check and the
+/// change. Temporary tables and databases in memory have no other user. A held row ends the transaction before the
+/// wait, or the holder could not write.
 void Engine::changeRows(const tsql::Table& table, const Conflict& conflict, const std::function<void()>& change)
 {
     bufferOpenCursors();
@@ -114,6 +117,7 @@ std::int64_t Engine::lockRow(const tsql::Table& table, std::int64_t key)
     }
 }
 
+/// The lock probe and the change run in the same transaction and so see the same rows.
 void Engine::runChange(const std::shared_ptr<CachedStep>& step, Parameters parameters)
 {
     const Lease lease{step, *database_};
@@ -141,6 +145,7 @@ void Engine::runInsert(const std::shared_ptr<CachedStep>& step, Parameters param
     while (database_->step(lease.get())) {}
 }
 
+/// A definition of several statements is run as one. The catalogue is read anew at its next use.
 void Engine::runDefinition(const std::string& text)
 {
     bufferOpenCursors();
@@ -149,12 +154,14 @@ void Engine::runDefinition(const std::string& text)
     if (rest.find_first_not_of(" \t\r\n;") == std::string_view::npos) {
         while (database_->step(first.get())) {}
     } else {
-        runTogether([&] { database_->run(text); });
+        runAtomically([&] { database_->run(text); });
     }
     catalog_.forget();
 }
 
-void Engine::runTogether(const std::function<void()>& work)
+/// A transaction of its own, or a savepoint inside the caller's, so that a failure leaves the caller's transaction
+/// open.
+void Engine::runAtomically(const std::function<void()>& work)
 {
     if (!database_->inTransaction()) {
         WriteScope scope{*this};
@@ -199,6 +206,7 @@ void Engine::waitUntilFree(std::int64_t position, std::string_view table)
     }
 }
 
+/// The row may have been deleted since the cursor read it.
 bool Engine::rowExists(const tsql::Table& table, std::int64_t key)
 {
     const Compiled statement = database_->compile("SELECT 1 FROM " + quoted(table.name) + " WHERE rowid=?");

@@ -25,6 +25,7 @@ std::vector<Variant> arrange(const Procedure& procedure, std::span<const tsql::A
     std::vector<Variant> values(parameters.size());
     std::vector<bool> given(parameters.size());
     for (std::size_t i = 0; i < arguments.size(); ++i) {
+        // An argument goes to the parameter of its name, or else of its position.
         std::size_t place = i;
         if (!arguments[i].name.empty()) {
             for (place = 0; place < parameters.size() && !sameName(parameters[place].name, arguments[i].name);) {
@@ -48,6 +49,7 @@ std::vector<Variant> arrange(const Procedure& procedure, std::span<const tsql::A
     return values;
 }
 
+/// Values of a procedure have no declared type: they are bound as they are.
 std::vector<ado::Parameter> asParameters(std::span<const Variant> values)
 {
     std::vector<ado::Parameter> parameters;
@@ -64,6 +66,8 @@ std::vector<ado::Parameter> asParameters(std::span<const Variant> values)
 /// What a procedure sees of the engine while it runs.
 class Engine::ProcedureRun final : public ProcedureScope {
 public:
+    /// Outside of a transaction the procedure may be run again when it meets a held row. SET NOCOUNT inside a procedure
+    /// ends with it.
     explicit ProcedureRun(Engine& engine) :
         engine_{engine}, outerRepeatable_{engine.repeatable_}, outerNoCount_{std::exchange(engine.noCount_, false)}
     {
@@ -88,6 +92,7 @@ public:
         ado::Statement wanted;
         wanted.text = statement;
         wanted.parameters = sent;
+        // The statements of a procedure share the time-out of the call.
         wanted.timeoutSeconds = engine_.database_->deadline().seconds();
         const auto cursor = engine_.openText(wanted);
         cursor->bufferRows();
@@ -107,6 +112,7 @@ private:
     bool outerNoCount_;
 };
 
+/// A call through the recordset model: the text is the name, the parameters are the arguments by position.
 void Engine::callProcedure(const ado::Statement& statement)
 {
     std::vector<tsql::Argument> arguments(statement.parameters.size());
@@ -116,6 +122,8 @@ void Engine::callProcedure(const ado::Statement& statement)
     runProcedure(statement.text, arguments, {});
 }
 
+/// Fills in the statement's parameters, arranges the arguments and runs the body in one transaction. If the body meets
+/// a row that another session holds, the transaction is rolled back, the lock awaited, and the body run again.
 void Engine::runProcedure(std::string_view name, std::span<const tsql::Argument> arguments, Parameters parameters)
 {
     const Procedure* const procedure = procedures_.find(name);
@@ -133,7 +141,7 @@ void Engine::runProcedure(std::string_view name, std::span<const tsql::Argument>
     for (;;) {
         try {
             ProcedureRun run{*this};
-            runTogether([&] { procedure->body(run, values); });
+            runAtomically([&] { procedure->body(run, values); });
             return;
         } catch (const RowBusy& busy) {
             if (repeatable_) {

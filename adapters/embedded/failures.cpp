@@ -13,6 +13,7 @@ namespace tamarok::embedded {
 
 namespace {
 
+/// What an error number of the server means to callers: the error of the recordset model and the SQLSTATE.
 struct Kind {
     std::int32_t nativeError;
     std::int32_t number;
@@ -95,7 +96,7 @@ std::pair<std::string, std::string> tableAndColumn(std::string_view name)
 }
 
 /// True if the columns of a "UNIQUE constraint failed" are those of an index that was created as
-/// such, not of a constraint of the table: the server tells the two apart.
+/// such, not of a constraint of the table: the server has different errors for them.
 bool isCreatedIndex(sqlite3* database, std::string_view columns)
 {
     static constexpr const char* query =
@@ -123,6 +124,8 @@ Error duplicate(sqlite3* database, std::string_view columns, bool primary)
                        std::string{columns} + ").");
 }
 
+/// SQLite reports a violated constraint by text only; the beginning of its message tells which kind, the rest names the
+/// columns.
 Error constraintFailure(sqlite3* database, int code, const std::string& message)
 {
     if (const auto columns = behind(message, "UNIQUE constraint failed: ")) {
@@ -159,6 +162,7 @@ Error fileFailure(std::int32_t nativeError, std::string_view what, std::string_v
     return failure(nativeError, std::move(text));
 }
 
+/// The errno of the last failure of one file; 0 if there was none.
 int lastSystemError(sqlite3_file* file)
 {
     int code = 0;
@@ -185,6 +189,8 @@ std::string systemReason(sqlite3* database, std::string_view otherwise)
     return code != 0 ? std::system_category().message(code) : std::string{otherwise};
 }
 
+/// A refused statement: an error of the engine's functions, or a name that SQLite does not find because another session
+/// has changed the schema.
 Error refusedFailure(const std::string& message)
 {
     if (auto numbered = numberedFailure(message)) {
@@ -201,6 +207,7 @@ Error refusedFailure(const std::string& message)
 
 } // namespace
 
+/// The number decides on error and SQLSTATE.
 Error failure(std::int32_t nativeError, std::string description)
 {
     const Kind kind = kindOf(nativeError);
@@ -210,6 +217,8 @@ Error failure(std::int32_t nativeError, std::string description)
     return error;
 }
 
+/// The lower byte of SQLite's extended code is the kind of failure. Anything that has no counterpart on the server is a
+/// failure of the provider with SQLite's own text.
 Error failure(sqlite3* database, int code, std::string_view path)
 {
     const std::string message = database != nullptr ? sqlite3_errmsg(database) : sqlite3_errstr(code);

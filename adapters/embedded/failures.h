@@ -13,7 +13,7 @@ namespace tamarok::embedded {
 
 inline constexpr std::string_view sourceName = "Tamarok embedded database";
 
-/// The server's own numbers that the engine itself raises.
+/// Error numbers of the server that the engine raises.
 namespace native {
 inline constexpr std::int32_t timeout = -2;
 inline constexpr std::int32_t parameterMissing = 201;

@@ -18,6 +18,7 @@ namespace tamarok::embedded {
 
 namespace {
 
+// The header of a SQLite file: 100 bytes with a text at the beginning; numbers are big-endian.
 constexpr std::string_view magic{"SQLite format 3\0", 16};
 constexpr std::size_t headerSize = 100;
 constexpr std::size_t layoutOffset = 60;
@@ -59,6 +60,8 @@ struct CloseDatabase {
     void operator()(sqlite3* handle) const noexcept { sqlite3_close_v2(handle); }
 };
 
+/// Marks the file with the application id and the version of its layout. Turning on the write-ahead log makes SQLite
+/// write the header, so that the file is not empty.
 void writeEmptyDatabase(const std::string& draft, const std::string& path)
 {
     sqlite3* opened = nullptr;
@@ -76,6 +79,8 @@ void writeEmptyDatabase(const std::string& draft, const std::string& path)
 
 } // namespace
 
+/// Checks by hand what SQLite would report as "unable to open" alone, or not at all: it takes an empty file for a new
+/// database. The folder must be writable for the log and the lock file.
 void checkDatabaseFile(const std::string& path, bool readOnly)
 {
     struct stat status {};
@@ -99,6 +104,8 @@ void checkDatabaseFile(const std::string& path, bool readOnly)
     }
 }
 
+/// Reads the header through SQLite's own file, before any statement: opening the file a second time and closing it
+/// would drop SQLite's locks in this process.
 void checkHeader(sqlite3* database, const std::string& path, bool readOnly)
 {
     sqlite3_file* file = nullptr;
@@ -116,6 +123,7 @@ void checkHeader(sqlite3* database, const std::string& path, bool readOnly)
     }
 }
 
+/// A newer layout is refused, an older one is not: later versions read it.
 void checkLayout(std::int64_t application, std::int64_t layout, const std::string& path)
 {
     if (application != applicationId) {
@@ -127,6 +135,8 @@ void checkLayout(std::int64_t application, std::int64_t layout, const std::strin
     }
 }
 
+/// The database is written under another name in the same folder and linked to its own when it is complete, so that no
+/// process opens a half-written file.
 void createDatabaseFile(const std::string& path)
 {
     struct stat status {};
@@ -139,12 +149,14 @@ void createDatabaseFile(const std::string& path)
     }
     const Draft draft{path + ".new-" + std::to_string(::getpid())};
     writeEmptyDatabase(draft.path(), path);
-    // A link, unlike a renaming, never replaces a file that somebody else made meanwhile.
+    // A link, unlike a renaming, never replaces a file that another process has created meanwhile.
     if (::link(draft.path().c_str(), path.c_str()) != 0) {
         throw openFailure(path, errno == EEXIST ? "the file exists already" : reasonOf(errno));
     }
 }
 
+/// A file name as URI. A file in a folder that cannot be written gets no shared-memory file for its log, so that SQLite
+/// is told that it does not change.
 std::string readOnlyName(const std::string& path)
 {
     static constexpr std::string_view digits = "0123456789ABCDEF";

@@ -5,7 +5,7 @@
 
 struct sqlite3;
 
-/// What can be wrong with a database file, told before anything is changed. All functions throw
+/// Checks of a database file before anything is changed. All functions throw
 /// Error 0x80004005 with the path and the reason.
 namespace tamarok::embedded {
 

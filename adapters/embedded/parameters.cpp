@@ -17,6 +17,7 @@ using ado::DataType;
 /// The kind of value that a parameter's declared type calls for.
 enum class Wanted : std::uint8_t { AsIs, Whole, Real, Truth, Text };
 
+/// Dates, identifiers and Variant parameters are bound as they are; the statement's functions convert them.
 Wanted wantedOf(DataType type)
 {
     switch (type) {
@@ -61,6 +62,7 @@ bool fits(Variant::Kind kind, Wanted wanted)
     }
 }
 
+/// Converts as the value types of the system do, with their errors.
 Variant converted(const Variant& value, Wanted wanted)
 {
     switch (wanted) {
@@ -82,6 +84,7 @@ void bindText(sqlite3_stmt* statement, int position, std::string_view text)
     sqlite3_bind_text64(statement, position, bytes, text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
 }
 
+/// The stored form of each kind: dates as text of fixed length, Booleans as 0 and 1.
 void bindValue(sqlite3_stmt* statement, int position, const Variant& value)
 {
     switch (value.kind()) {

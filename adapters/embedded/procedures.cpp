@@ -29,11 +29,13 @@ std::string_view lastPart(std::string_view name) noexcept
 
 } // namespace
 
+/// Only ASCII letters are compared without case, as in all names of statements.
 bool CompareNames::operator()(std::string_view a, std::string_view b) const noexcept
 {
     return std::ranges::lexicographical_compare(a, b, {}, upper, upper);
 }
 
+/// A procedure of the same name is replaced, so that a program may bring another version of a built-in one.
 void ProcedureRegistry::add(Procedure procedure)
 {
     std::string name = procedure.name;

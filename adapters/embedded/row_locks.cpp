@@ -12,6 +12,7 @@ namespace tamarok::embedded {
 
 namespace {
 
+// A position has 63 bits: the table's number above, the row's number below.
 constexpr unsigned rowBits = 39;
 constexpr unsigned tableBits = 24;
 constexpr std::uint64_t rowMask = (std::uint64_t{1} << rowBits) - 1;
@@ -28,6 +29,7 @@ std::uint64_t tableNumber(std::string_view table) noexcept
     return (hash ^ hash >> tableBits ^ hash >> 2 * tableBits) & ((std::uint64_t{1} << tableBits) - 1);
 }
 
+/// The lock of a range of positions. The process id must be 0 for locks that belong to an open file.
 struct flock description(short type, std::int64_t first, std::int64_t last) noexcept
 {
     struct flock lock {};
@@ -59,12 +61,14 @@ std::int64_t RowLocks::position(std::string_view table, std::int64_t row) noexce
     return static_cast<std::int64_t>(tableNumber(table) << rowBits | (static_cast<std::uint64_t>(row) & rowMask));
 }
 
+/// A lock of this connection is counted; the system would grant it again, but one unlock would then end it for all
+/// cursors.
 bool RowLocks::tryLock(std::int64_t position)
 {
     if (path_.empty()) {
         return true;
     }
-    if (const auto found = own_.find(position); found != own_.end()) {
+    if (const auto found = held_.find(position); found != held_.end()) {
         ++found->second;
         return true;
     }
@@ -76,17 +80,18 @@ bool RowLocks::tryLock(std::int64_t position)
         }
         raiseFileFailure(path_, errno);
     }
-    own_.emplace(position, 1);
+    held_.emplace(position, 1);
     return true;
 }
 
+/// The lock ends with its last holder.
 void RowLocks::unlock(std::int64_t position) noexcept
 {
-    const auto found = own_.find(position);
-    if (found == own_.end() || --found->second > 0) {
+    const auto found = held_.find(position);
+    if (found == held_.end() || --found->second > 0) {
         return;
     }
-    own_.erase(found);
+    held_.erase(found);
     struct flock lock = description(F_UNLCK, position, position);
     ::fcntl(file_, F_OFD_SETLK, &lock);
 }
@@ -99,6 +104,8 @@ std::vector<RowLocks::Span> RowLocks::heldByOthers(std::string_view table)
     return spans;
 }
 
+/// Asks the system whether a lock could be set. Without a lock file nobody has ever locked a row. A length of 0 means
+/// up to the end of the file.
 std::optional<RowLocks::Span> RowLocks::firstHeld(std::int64_t first, std::int64_t last)
 {
     if (path_.empty() || !openFile(false)) {
@@ -137,9 +144,9 @@ void RowLocks::collect(std::int64_t first, std::int64_t last, std::vector<Span>&
 
 bool RowLocks::openFile(bool create)
 {
-    // Somebody may have deleted the file while nobody used it; one's own opening would then be of a
-    // file that others no longer see.
-    if (file_ >= 0 && own_.empty() && !isCurrentFile()) {
+    // The file may have been deleted while no connection used it. The open descriptor would then refer to a file that
+    // other connections no longer see.
+    if (file_ >= 0 && held_.empty() && !isCurrentFile()) {
         closeFile();
     }
     if (file_ < 0) {
@@ -159,6 +166,7 @@ void RowLocks::closeFile() noexcept
     }
 }
 
+/// Compares the opened file with the one that has the name now.
 bool RowLocks::isCurrentFile() const noexcept
 {
     struct stat mine {};

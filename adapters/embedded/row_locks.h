@@ -10,11 +10,11 @@
 /// Row locks that hold between processes and die with their holder.
 namespace tamarok::embedded {
 
-/// One byte of the lock file stands for one row. It is locked with an open-file-description lock,
-/// which belongs to the connection's own opening of the file: two connections of one process
-/// hinder each other, and the kernel lets go of it when the holder ends, however it ends. A child
-/// process made by fork shares the opening and so keeps the locks until it has ended or run another
-/// program.
+/// Locks single rows of a database between processes; the engine uses it for editable cursors and for every change. One
+/// byte of the lock file represents one row. It is locked with an open-file-description lock, which belongs to the
+/// connection's file description: two connections of one process exclude each other, and the kernel releases the lock
+/// when the holder ends, even by a crash. A child process made by fork shares the file description and keeps the locks
+/// until it ends or runs another program.
 class RowLocks {
 public:
     /// A span of rows that another connection holds, as positions in the lock file.
@@ -52,7 +52,7 @@ private:
 
     std::string path_;
     int file_ = -1;
-    std::map<std::int64_t, int> own_; ///< position and number of cursors that hold it
+    std::map<std::int64_t, int> held_; ///< position and number of cursors that hold it
 };
 
 } // namespace tamarok::embedded

@@ -9,7 +9,9 @@ namespace tamarok::embedded {
 
 namespace {
 
+// A number that SQLite changes with every definition; a cheap way to notice those of other sessions.
 constexpr std::string_view cookieQuery = "PRAGMA main.schema_version";
+// Temporary tables come last and so replace a table of the same name.
 constexpr std::string_view namesQuery =
     "SELECT name,0 FROM main.sqlite_schema WHERE type IN('table','view') AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\' "
     "UNION ALL SELECT name,1 FROM temp.sqlite_schema WHERE type='table'";
@@ -23,6 +25,7 @@ bool isRowNumber(std::string_view declaredType, std::int64_t keyColumns, bool in
 
 } // namespace
 
+/// Reads what is missing: the names at the first call, the columns of a table at its first use.
 const tsql::Table* SchemaCatalog::table(std::string_view name) const
 {
     if (!loaded_) {
@@ -64,6 +67,8 @@ void SchemaCatalog::loadNames() const
     loaded_ = true;
 }
 
+/// Types are read back from their declarations. `pk` is the position in the primary key; the sum over all rows counts
+/// the key columns. Hidden columns of virtual tables are left out.
 tsql::Table SchemaCatalog::loadTable(const std::string& name, bool temporary) const
 {
     static constexpr std::string_view query =

@@ -13,7 +13,7 @@
 namespace tamarok::embedded {
 
 /// The tables and views of an open database, temporary tables included. The names are read at once,
-/// the columns of a table when it is first asked for.
+/// the columns of a table at its first use.
 class SchemaCatalog final : public tsql::Schema {
 public:
     explicit SchemaCatalog(Database& database) : database_{database} {}

@@ -4,6 +4,7 @@
 
 namespace tamarok::embedded {
 
+/// All operations are the engine's; this class only has the interface that recordsets expect.
 EmbeddedSession::EmbeddedSession(std::unique_ptr<Engine> engine) : engine_{std::move(engine)} {}
 
 std::string_view EmbeddedSession::name() const

@@ -10,6 +10,7 @@ int compilationsOf(sqlite3_stmt* statement) noexcept
     return sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_REPREPARE, 0);
 }
 
+/// The SQLite text that a lease compiles.
 const std::string& textOf(const Step& step, StepText text) noexcept
 {
     switch (text) {
@@ -23,7 +24,7 @@ const std::string& textOf(const Step& step, StepText text) noexcept
 } // namespace
 
 /// An idle compiled statement, or a new one if all are in use.
-Compiled CompiledText::take(const Database& database, const std::string& text)
+Compiled CompiledText::acquire(const Database& database, const std::string& text)
 {
     if (idle_.empty()) {
         return database.compile(text, nullptr, true);
@@ -33,7 +34,7 @@ Compiled CompiledText::take(const Database& database, const std::string& text)
     return statement;
 }
 
-void CompiledText::give(Compiled statement)
+void CompiledText::release(Compiled statement)
 {
     idle_.push_back(std::move(statement));
 }
@@ -41,14 +42,14 @@ void CompiledText::give(Compiled statement)
 Lease::Lease(std::shared_ptr<CachedStep> owner, const Database& database, StepText text) :
     owner_{std::move(owner)}, text_{text}
 {
-    statement_ = home().take(database, textOf(owner_->step, text));
+    statement_ = pool().acquire(database, textOf(owner_->step, text));
     compilations_ = compilationsOf(statement_.get());
 }
 
 Lease& Lease::operator=(Lease&& other) noexcept
 {
     if (this != &other) {
-        giveBack();
+        release();
         owner_ = std::move(other.owner_);
         statement_ = std::move(other.statement_);
         text_ = other.text_;
@@ -57,7 +58,7 @@ Lease& Lease::operator=(Lease&& other) noexcept
     return *this;
 }
 
-CompiledText& Lease::home() const noexcept
+CompiledText& Lease::pool() const noexcept
 {
     switch (text_) {
     case StepText::Probe: return owner_->probe;
@@ -69,22 +70,23 @@ CompiledText& Lease::home() const noexcept
 
 Lease::~Lease()
 {
-    giveBack();
+    release();
 }
 
+/// Compares the count at the beginning of the lease with the present one.
 bool Lease::recompiled() const noexcept
 {
     return compilationsOf(statement_.get()) != compilations_;
 }
 
-void Lease::giveBack() noexcept
+void Lease::release() noexcept
 {
     if (statement_ == nullptr) {
         return;
     }
     sqlite3_reset(statement_.get());
     try {
-        home().give(std::move(statement_));
+        pool().release(std::move(statement_));
     } catch (...) {
         statement_.reset(); // without memory for keeping it, it is compiled again next time
     }
@@ -98,6 +100,7 @@ CachedBatch::CachedBatch(std::string_view text) :
 const std::shared_ptr<CachedStep>& CachedBatch::step(std::size_t index, bool withRowKey, SchemaCatalog& catalog,
                                                      tsql::DateOrder order)
 {
+    // The same query may be open with and without row key; the texts differ.
     std::shared_ptr<CachedStep>& cached = withRowKey ? keyed_[index] : plain_[index];
     if (cached == nullptr || cached->generation != catalog.generation() || cached->order != order) {
         catalog.refresh();
@@ -111,9 +114,10 @@ const std::shared_ptr<CachedStep>& CachedBatch::step(std::size_t index, bool wit
     return cached;
 }
 
-/// The most recently used batch is the first; the last one gives way. Very long texts are not kept.
+/// The most recently used batch is the first; the last one is evicted. Very long texts are not kept.
 std::shared_ptr<CachedBatch> StatementCache::batch(std::string_view text)
 {
+    // The same text again needs no hash: a program often repeats a statement.
     if (!batches_.empty() && batches_.front()->text() == text) {
         return batches_.front();
     }

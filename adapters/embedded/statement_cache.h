@@ -17,11 +17,11 @@
 namespace tamarok::embedded {
 
 /// One translated SQLite text with its compiled statements that are not in use just now. Several
-/// cursors may have the same statement open, each with a compiled one of its own.
+/// cursors may have the same statement open, each with a separate compiled statement.
 class CompiledText {
 public:
-    Compiled take(const Database& database, const std::string& text);
-    void give(Compiled statement);
+    Compiled acquire(const Database& database, const std::string& text);
+    void release(Compiled statement);
 
 private:
     std::vector<Compiled> idle_;
@@ -57,8 +57,8 @@ public:
     bool recompiled() const noexcept;
 
 private:
-    CompiledText& home() const noexcept;
-    void giveBack() noexcept;
+    CompiledText& pool() const noexcept;
+    void release() noexcept;
 
     std::shared_ptr<CachedStep> owner_;
     Compiled statement_;

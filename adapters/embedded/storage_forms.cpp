@@ -10,6 +10,7 @@ namespace tamarok::embedded {
 
 namespace {
 
+/// Whether a whole number is in the range of a type. A FLOAT holds those of up to 32 bits exactly.
 bool isWithin(std::int64_t number, tsql::TypeKind kind)
 {
     switch (kind) {
@@ -66,6 +67,7 @@ bool isStoredUnchanged(const Variant& value, const tsql::Type& type)
 
 } // namespace
 
+/// One parameter that needs a conversion makes the whole row take the converting statement.
 bool areStoredUnchanged(std::span<const tsql::Type> types, std::span<const std::int32_t> wanted,
                         std::span<const ado::Parameter> parameters)
 {

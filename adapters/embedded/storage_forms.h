@@ -7,7 +7,7 @@
 
 #include "tamarok/ado_backend.h"
 
-/// Values that the file holds in the form in which a caller gives them.
+/// Finds values that are stored in the form in which a caller passes them.
 namespace tamarok::embedded {
 
 /// True if every parameter can be stored in a column of its type as it is, without conversion and check. Conservative:

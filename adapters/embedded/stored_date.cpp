@@ -4,6 +4,7 @@
 
 namespace tamarok::embedded {
 
+/// The server counts days from 1900-01-01 and the system's dates from 1899-12-30, hence the offset.
 bool parseStoredDate(std::string_view text, Date& date) noexcept
 {
     const auto instant = tsql::readStored(text);

@@ -27,7 +27,7 @@ std::uint64_t textHash(std::uint64_t hash, std::string_view text)
 }
 
 /// What distinguishes a node from others of its kind with the same children.
-std::uint64_t ownHash(const Expr& expr)
+std::uint64_t nodeHash(const Expr& expr)
 {
     const auto kind = mix(14695981039346656037ULL, static_cast<std::uint64_t>(expr.kind));
     switch (expr.kind) {
@@ -74,7 +74,7 @@ bool holdsQuery(const Expr& expr)
 /// window functions never do: their hash contains the node's address.
 void Binder::finish(Expr& expr) const
 {
-    expr.hash = ownHash(expr);
+    expr.hash = nodeHash(expr);
     if (holdsQuery(expr)) {
         expr.hash = mix(expr.hash, std::bit_cast<std::uintptr_t>(&expr));
         return;

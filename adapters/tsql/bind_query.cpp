@@ -178,7 +178,7 @@ void Binder::setTargets(Query& query, std::span<Type> targets)
 }
 
 /// The result has the names of the left arm and types that hold both. It is no column of a table any more. All SELECTs
-/// below are told the types, into which they convert their items.
+/// below receive the types, into which they convert their items.
 void Binder::combineArms(Query& query)
 {
     const std::span<OutputColumn> left = query.left->outputs;

@@ -7,7 +7,7 @@
 namespace tamarok::tsql {
 namespace {
 
-/// A text has less than 10^9 characters, and so has a position in it.
+/// A text has fewer than 10^9 characters, so lengths and positions are below that.
 constexpr std::int64_t longestText = 1000000000;
 
 /// The functions in alphabetical order. LPAD, RPAD, INSTR, TO_CHAR, TO_DATE, TO_NUMBER, CHR, SUBSTR, LENGTH, TRUNC

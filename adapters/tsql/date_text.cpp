@@ -352,7 +352,7 @@ private:
         return at_.isTime();
     }
 
-    /// True at the end of the text and behind at least one blank.
+    /// True at the end of the text and after at least one blank.
     bool skipGap() noexcept
     {
         if (at_.atEnd()) return true;

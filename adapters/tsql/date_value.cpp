@@ -31,6 +31,7 @@ bool hasStoredSeparators(std::string_view text) noexcept
     return text[4] == '-' && text[7] == '-' && text[10] == ' ' && text[13] == ':' && text[16] == ':' && text[19] == '.';
 }
 
+/// Writes from the right; the caller guarantees that the number has at most `count` digits.
 void writeDigits(char* target, std::int32_t number, std::size_t count) noexcept
 {
     for (std::size_t index = count; index-- > 0; number /= 10)

@@ -8,6 +8,7 @@
 namespace tamarok::tsql {
 namespace {
 
+/// A word of the grammar. Rows are sorted by name, which NameTable checks, and by keyword.
 struct KeywordRow {
     std::string_view name;
     Keyword keyword;

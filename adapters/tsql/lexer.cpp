@@ -154,7 +154,7 @@ private:
         }
     }
 
-    /// A text or name in quotes; a doubled quote stands for one.
+    /// A text or name in quotes; inside, a doubled quote is an escaped quote.
     void quoted(TokenKind kind, std::size_t begin, char quote)
     {
         // A closing quote that is followed by another one does not close: both are skipped.

@@ -17,12 +17,13 @@ void Parser::createStatement()
     unsupportedHere("CREATE " + std::string(text(current())));
 }
 
-/// CLUSTERED and NONCLUSTERED say how rows lie on disk; here the file decides that.
+/// CLUSTERED and NONCLUSTERED order the rows on disk. SQLite orders them by rowid, so the words are skipped.
 void Parser::indexWords()
 {
     if (!accept(Keyword::Clustered)) accept(Keyword::NonClustered);
 }
 
+/// In the list of CREATE TABLE these words begin a constraint; anything else is a column.
 bool Parser::atConstraint() const
 {
     switch (current().keyword) {
@@ -59,6 +60,7 @@ void Parser::createTable(std::uint32_t offset)
     add(StepKind::CreateTable, offset).createTable = create;
 }
 
+/// Name, type and options, which may come in any order.
 ColumnDefinition Parser::columnDefinition()
 {
     ColumnDefinition column;
@@ -123,7 +125,7 @@ bool Parser::columnOption(ColumnDefinition& column)
     return true;
 }
 
-/// ON DELETE and ON UPDATE mean the same in SQLite and are spelled alike, so the checked text is kept as it stands.
+/// ON DELETE and ON UPDATE mean the same in SQLite and are spelled alike, so the checked text is kept verbatim.
 void Parser::references(Name& table, std::span<Name>& columns, std::string_view& actions)
 {
     expect(Keyword::References);

@@ -486,7 +486,7 @@ std::int32_t Parser::smallNumber()
     return result;
 }
 
-/// A type with its sizes; `written` receives its text as it stands.
+/// A type with its sizes; `written` receives its text verbatim.
 Type Parser::typeName(std::string_view& written)
 {
     const std::uint32_t begin = current().offset;
@@ -519,9 +519,9 @@ namespace {
 /// CAST and CONVERT to a text type without a length mean 30 characters.
 Type withCastLength(Type type, std::string_view written)
 {
-    constexpr std::int32_t usualLength = 30;
+    constexpr std::int32_t castLength = 30;
     const bool sized = written.find('(') != std::string_view::npos;
-    if (isText(type) && type.length > 0 && !sized) type.length = usualLength;
+    if (isText(type) && type.length > 0 && !sized) type.length = castLength;
     return type;
 }
 

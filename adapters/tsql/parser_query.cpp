@@ -22,7 +22,7 @@ Query* Parser::query()
     const Level level(*this);
     Query* result = setExpression();
     if (at(Keyword::Order)) {
-        // A parenthesised query may have brought an ORDER BY of its own.
+        // A parenthesised query may already have an ORDER BY.
         if (!result->order.empty()) refuseHere();
         ++position_;
         expect(Keyword::By);

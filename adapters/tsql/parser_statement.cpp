@@ -21,7 +21,7 @@ void Parser::statement()
     accept(TokenKind::Semicolon);
 }
 
-/// The first word tells the statement. BEGIN opens a transaction or a block, which the second word tells.
+/// The first word determines the statement. BEGIN opens a transaction or a block, depending on the second word.
 void Parser::statementBody()
 {
     const std::uint32_t offset = current().offset;

@@ -177,6 +177,7 @@ std::int64_t largestMagnitude(TypeKind kind)
     }
 }
 
+/// The decimals by which the server replaces the other exact types in arithmetic with a decimal.
 Type asDecimal(const Type& type)
 {
     switch (type.kind) {
@@ -219,6 +220,7 @@ Type arithmeticType(char op, const Type& a, const Type& b)
     return winner;
 }
 
+/// The lengths add up; one text without a limit makes the result unlimited.
 Type concatenationType(const Type& a, const Type& b)
 {
     const bool known = a.length >= 0 && b.length >= 0;
@@ -255,6 +257,7 @@ Type parseDeclaredType(std::string_view declaration)
     return type;
 }
 
+/// Writes the type in the form that parseDeclaredType reads back.
 std::string declaredText(const Type& type)
 {
     if (isOpen(type)) return {};

@@ -23,7 +23,7 @@ struct Spread {
     double squares;
 };
 
-/// SQLite gives the memory zeroed, which is the empty state of both.
+/// SQLite zeroes the memory, which is the empty state of both.
 template <typename State>
 State& stateOf(sqlite3_context* context)
 {
@@ -32,6 +32,7 @@ State& stateOf(sqlite3_context* context)
     return *static_cast<State*>(memory);
 }
 
+/// Adds a value to the sum or, as a window moves on, takes it out again. Nulls do not count.
 void takeWhole(sqlite3_context* context, sqlite3_value* value, bool add)
 {
     if (storageOf(value) == Storage::Null) return;
@@ -45,6 +46,7 @@ void takeWhole(sqlite3_context* context, sqlite3_value* value, bool add)
     sum.count += add ? 1 : -1;
 }
 
+/// Removal undoes the step of adding. With the last value the state is zeroed, so that no rounding error remains.
 void takeSpread(sqlite3_context* context, sqlite3_value* value, bool add)
 {
     if (storageOf(value) == Storage::Null) return;
@@ -65,21 +67,22 @@ void takeSpread(sqlite3_context* context, sqlite3_value* value, bool add)
     spread.squares -= before * (number - spread.mean);
 }
 
-void giveIntSum(Call& call)
+/// SUM of ints is an int: the sum is kept in 64 bits and checked at the end. No values give Null.
+void resultIntSum(Call& call)
 {
     const auto& sum = stateOf<WholeSum>(call.context());
     if (sum.count == 0) return call.resultNull();
     call.result(checkedInt(sum.total));
 }
 
-void giveBigSum(Call& call)
+void resultBigSum(Call& call)
 {
     const auto& sum = stateOf<WholeSum>(call.context());
     if (sum.count == 0) return call.resultNull();
     call.result(sum.total);
 }
 
-void giveAverage(Call& call)
+void resultAverage(Call& call)
 {
     const auto& sum = stateOf<WholeSum>(call.context());
     if (sum.count == 0) return call.resultNull();
@@ -88,7 +91,7 @@ void giveAverage(Call& call)
 
 /// Of a sample (divided by count - 1; Null below two values) or of all.
 template <bool sample, bool root>
-void giveSpread(Call& call)
+void resultSpread(Call& call)
 {
     const auto& spread = stateOf<Spread>(call.context());
     const std::int64_t divisor = sample ? spread.count - 1 : spread.count;
@@ -97,6 +100,7 @@ void giveSpread(Call& call)
     call.result(root ? std::sqrt(variance) : variance);
 }
 
+/// What SQLite calls for each row; exceptions become errors of the statement.
 template <auto take, bool add>
 void step(sqlite3_context* context, int, sqlite3_value** arguments) noexcept
 {
@@ -107,30 +111,31 @@ void step(sqlite3_context* context, int, sqlite3_value** arguments) noexcept
     }
 }
 
-template <auto give>
+template <auto finishAggregate>
 void finish(sqlite3_context* context) noexcept
 {
     try {
         Call call{context, {}};
-        give(call);
+        finishAggregate(call);
     } catch (...) {
         reportFailure(context);
     }
 }
 
-template <auto take, auto give>
+/// A row of the table below: the aggregate `name` with its step, inverse step and result.
+template <auto take, auto finishAggregate>
 constexpr AggregateEntry aggregate(const char* name)
 {
-    return {name, &step<take, true>, &step<take, false>, &finish<give>};
+    return {name, &step<take, true>, &step<take, false>, &finish<finishAggregate>};
 }
 
-constexpr AggregateEntry entries[] = {aggregate<takeWhole, giveIntSum>("tm_sum_int"),
-                                      aggregate<takeWhole, giveBigSum>("tm_sum_big"),
-                                      aggregate<takeWhole, giveAverage>("tm_avg_int"),
-                                      aggregate<takeSpread, giveSpread<true, true>>("tm_stdev"),
-                                      aggregate<takeSpread, giveSpread<true, false>>("tm_var"),
-                                      aggregate<takeSpread, giveSpread<false, true>>("tm_stdevp"),
-                                      aggregate<takeSpread, giveSpread<false, false>>("tm_varp")};
+constexpr AggregateEntry entries[] = {aggregate<takeWhole, resultIntSum>("tm_sum_int"),
+                                      aggregate<takeWhole, resultBigSum>("tm_sum_big"),
+                                      aggregate<takeWhole, resultAverage>("tm_avg_int"),
+                                      aggregate<takeSpread, resultSpread<true, true>>("tm_stdev"),
+                                      aggregate<takeSpread, resultSpread<true, false>>("tm_var"),
+                                      aggregate<takeSpread, resultSpread<false, true>>("tm_stdevp"),
+                                      aggregate<takeSpread, resultSpread<false, false>>("tm_varp")};
 
 } // namespace
 

@@ -9,6 +9,7 @@
 
 namespace tamarok::embedded::functions {
 
+/// Counts months from year 1. A day that the target month lacks becomes its last one.
 std::optional<Instant> addMonths(Instant instant, std::int64_t months) noexcept
 {
     constexpr std::int64_t allMonths = 12 * 9999;
@@ -23,6 +24,7 @@ std::optional<Instant> addMonths(Instant instant, std::int64_t months) noexcept
     return fromParts(parts);
 }
 
+/// A week belongs to the year of its Thursday (ISO 8601).
 std::int64_t isoThursday(std::int64_t serverDay) noexcept
 {
     const std::int64_t daysSinceMonday = (weekdayOfServerDay(serverDay) + 5) % 7;

@@ -44,6 +44,7 @@ Storage storageOf(sqlite3_value* value) noexcept
     }
 }
 
+/// Numbers are written as the server shows them: six digits of a float, where SQLite would write fifteen.
 TextArgument::TextArgument(sqlite3_value* value)
 {
     switch (storageOf(value)) {
@@ -65,6 +66,7 @@ TextArgument::TextArgument(sqlite3_value* value)
     }
 }
 
+/// Most functions of the server are Null if one of their arguments is.
 bool Call::anyNull() const noexcept
 {
     for (std::size_t index = 0; index < arguments_.size(); ++index) {
@@ -92,6 +94,7 @@ void Call::result(double number)
     sqlite3_result_double(context_, number);
 }
 
+/// An empty view may have no address, which SQLite would take for Null.
 void Call::result(std::string_view text)
 {
     if (text.empty()) {
@@ -106,6 +109,8 @@ const FunctionContext& Call::settings() const noexcept
     return *static_cast<const FunctionContext*>(sqlite3_user_data(context_));
 }
 
+/// No exception may leave a function that SQLite has called. The message carries the error number ("8115:..."), which
+/// failures.cpp reads back.
 void reportFailure(sqlite3_context* context) noexcept
 {
     try {

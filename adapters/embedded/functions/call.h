@@ -45,6 +45,8 @@ private:
 enum class Storage : std::uint8_t { Null, Whole, Real, Text, Blob };
 Storage storageOf(sqlite3_value* value) noexcept;
 
+/// One call, made by `invoke` in register.cpp for each row. It reads the arguments with the server's conversions and
+/// sets the result; it is valid only during the call.
 class Call {
 public:
     Call(sqlite3_context* context, std::span<sqlite3_value*> arguments) : context_{context}, arguments_{arguments} {}

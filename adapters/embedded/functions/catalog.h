@@ -4,7 +4,7 @@
 
 #include "functions/call.h"
 
-/// The functions by topic; register.cpp gives each its SQL name, number of arguments and flags.
+/// The functions by topic; register.cpp has their SQL names, numbers of arguments and flags.
 /// What they do is said in functions.h and beside each definition.
 namespace tamarok::embedded::functions {
 

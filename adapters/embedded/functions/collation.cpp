@@ -10,6 +10,8 @@ namespace tamarok::embedded::functions {
 
 namespace {
 
+/// A letter with an accent, or one that sorts as two letters (as the German sharp s), with the base letters under which
+/// it sorts. The table is sorted by letter.
 struct LetterRow {
     char16_t letter;
     char16_t base;
@@ -32,6 +34,7 @@ constexpr std::uint32_t rankOfDigits = 0x8000;
 constexpr std::uint32_t rankOfLatin = 0x9000;
 constexpr std::uint32_t rankOfOthers = 0x10000;
 
+/// The sort rank of each ASCII character. A letter has the rank of its small form, so that case does not count.
 constexpr std::array<std::uint16_t, 128> makeAsciiRanks()
 {
     std::array<std::uint16_t, 128> ranks{};
@@ -60,6 +63,8 @@ std::uint32_t asciiRank(char character) noexcept
     return asciiRanks[static_cast<unsigned char>(character)];
 }
 
+/// Latin-1 signs, multiplication and division sign, general punctuation to arrows and drawing characters, CJK
+/// punctuation.
 bool isSymbol(char32_t character) noexcept
 {
     return character < 0xC0 || character == 0xD7 || character == 0xF7 || (character >= 0x2000 && character < 0x2C00) ||
@@ -116,6 +121,7 @@ public:
         return true;
     }
 
+    /// Skips combining marks, which have no rank of their own.
     bool nextRank(std::uint32_t& rank) noexcept
     {
         Element element;
@@ -139,7 +145,7 @@ int order(Number a, Number b) noexcept
     return a < b ? -1 : a > b ? 1 : 0;
 }
 
-/// Compares what two generators give, shorter before longer.
+/// Compares two sequences element by element; a sequence sorts before its continuations.
 template <typename Value, typename NextA, typename NextB>
 int compareSequences(NextA&& nextA, NextB&& nextB) noexcept
 {
@@ -153,6 +159,8 @@ int compareSequences(NextA&& nextA, NextB&& nextB) noexcept
     }
 }
 
+/// Compares in three passes, each deciding only if the one before finds no difference: base letters, then accents, then
+/// code points of the folded characters.
 int compareAnyText(std::string_view a, std::string_view b) noexcept
 {
     Elements ranksA{a};
@@ -182,12 +190,13 @@ int compareAnyText(std::string_view a, std::string_view b) noexcept
                                       [&](auto& code) { return codeOf(b, atB, code); });
 }
 
-/// Both texts are the same up to the byte `index`, which may lie inside a character.
+/// Both texts are the same up to the byte `index`, which may be inside a character.
 int compareBehind(std::size_t index, std::string_view a, std::string_view b) noexcept
 {
     const auto insideCharacter = [](std::string_view text, std::size_t at) {
         return at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U;
     };
+    // Moves back to the first byte of the character.
     if (insideCharacter(a, index) || insideCharacter(b, index)) {
         while (index > 0 && insideCharacter(a, --index)) {}
     }
@@ -220,6 +229,8 @@ char32_t decodeFolded(std::string_view text, std::size_t& offset) noexcept
     return foldCase(text::decode(text, offset));
 }
 
+/// Trailing blanks never count, as on the server. ASCII texts are compared byte by byte through the table of ranks; the
+/// first difference in a byte beyond ASCII hands the rest to compareAnyText.
 int compareTexts(std::string_view a, std::string_view b) noexcept
 {
     a = withoutTrailingBlanks(a);
@@ -235,6 +246,7 @@ int compareTexts(std::string_view a, std::string_view b) noexcept
         if (rankOfA != rankOfB) return order(rankOfA, rankOfB);
     }
     if (a.size() == b.size()) return 0;
+    // One text is the beginning of the other. If it goes on with a combining mark, the two may still be equal in rank.
     const std::string_view longer = a.size() > b.size() ? a : b;
     if (!isAscii(longer[common])) return compareBehind(common, a, b);
     return a.size() > b.size() ? 1 : -1;

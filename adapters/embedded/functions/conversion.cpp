@@ -15,6 +15,7 @@ namespace tamarok::embedded::functions {
 
 namespace {
 
+/// A whole type of the server: its range, and the names by which error messages call it.
 struct WholeLimits {
     std::string_view name;
     std::int64_t lowest;
@@ -39,6 +40,7 @@ std::string quoted(std::string_view value)
     return text += '\'';
 }
 
+/// The server has one error for a number beyond tinyint and smallint (220) and another for int and bigint (8115).
 [[noreturn]] void failOverflow(WholeType type, std::string_view value)
 {
     const WholeLimits& limits = limitsOf(type);
@@ -50,6 +52,7 @@ std::string quoted(std::string_view value)
              value);
 }
 
+/// A text with a number beyond the type: error 244 for the small types, 248 for int, 8115 for bigint.
 [[noreturn]] void failTextOverflow(WholeType type, std::string_view value)
 {
     const WholeLimits& limits = limitsOf(type);
@@ -86,6 +89,7 @@ std::int64_t wholeOfText(std::string_view text, WholeType type)
     return number;
 }
 
+/// The signs that the server accepts in an amount of money.
 constexpr std::array<std::string_view, 18> currencySigns = {"$", "¢", "£", "¤", "¥", "€", "৲", "৳", "฿",
                                                             "₡", "₢", "₣", "₤", "₦", "₧", "₩", "₫", "\\"};
 
@@ -123,6 +127,7 @@ void resultText(Call& call, std::string_view text, std::int64_t limit)
     call.result(limit < 0 ? text : text::left(text, static_cast<std::size_t>(limit)));
 }
 
+/// The type that overflow messages name as the source.
 std::string_view sourceName(Storage storage) noexcept
 {
     return storage == Storage::Text ? "nvarchar" : storage == Storage::Real ? "float" : "expression";
@@ -197,6 +202,7 @@ std::int64_t toWhole(sqlite3_value* value, WholeType type)
     }
     constexpr double bigLimit = 9223372036854775808.0;
     const double number = std::trunc(sqlite3_value_double(value));
+    // The bounds are checked as doubles: a conversion of a number beyond 64 bits is undefined.
     const bool fits = number >= -bigLimit && number < bigLimit;
     const std::int64_t whole = fits ? static_cast<std::int64_t>(number) : 0;
     if (!fits || whole < limits.lowest || whole > limits.highest) {
@@ -205,6 +211,7 @@ std::int64_t toWhole(sqlite3_value* value, WholeType type)
     return whole;
 }
 
+/// Copies the number into the form that std::from_chars reads, and reads all of it. No value for any other text.
 std::optional<double> readFloat(std::string_view text) noexcept
 {
     // std::from_chars knows neither a leading "+" nor the exponent letter D, and it accepts "inf" and "nan".
@@ -219,6 +226,7 @@ std::optional<double> readFloat(std::string_view text) noexcept
     const bool point = at < text.size() && text[at] == '.';
     const std::size_t first = at + (point ? 1 : 0);
     if (first >= text.size() || text[first] < '0' || text[first] > '9') return std::nullopt;
+    // The buffer limits the length: a longer text is taken for no number.
     if (text.size() - at >= plain.size() - 2) return std::nullopt;
     for (; at < text.size(); ++at) {
         const char character = text[at];
@@ -230,6 +238,7 @@ std::optional<double> readFloat(std::string_view text) noexcept
     return number;
 }
 
+/// A blank text is 0, as in the server's conversion to float.
 double toFloat(sqlite3_value* value)
 {
     const Storage storage = storageOf(value);
@@ -318,6 +327,7 @@ std::optional<double> readMoney(std::string_view text)
     return MoneyReader{text}.read();
 }
 
+/// ISNUMERIC is true for a text that some number type accepts, money included: "$" and "1,5" count.
 bool isNumericText(std::string_view text)
 {
     return readFloat(text).has_value() || readMoney(text).has_value();
@@ -383,6 +393,7 @@ void tmReal(Call& call)
 void tmMoney(Call& call)
 {
     if (call.isNull(0)) return call.resultNull();
+    // 2^63 - 1 in ten-thousandths.
     constexpr double moneyLimit = 922337203685477.5807;
     double number = 0.0;
     const TextArgument text = call.text(0);
@@ -406,6 +417,7 @@ namespace {
 /// A text as decimal: no exponent, and a blank text is none.
 double decimalOfText(std::string_view text)
 {
+    // Required by the server's rule: decimal refuses '1e3', which float accepts.
     const bool exponent = text.find_first_of("eEdD") != std::string_view::npos;
     const auto number = exponent ? std::nullopt : readFloat(text);
     if (!number) failWith(8114, "Error converting data type nvarchar to numeric.", text);
@@ -472,6 +484,7 @@ void tmChar(Call& call)
     resultPadded(call, true);
 }
 
+/// tm_floattext(number, style, limit): CONVERT of a float. Style 0 shows six digits, 1 to 3 an exponent.
 void tmFloatText(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
@@ -491,6 +504,7 @@ void tmFloatText(Call& call)
 
 namespace {
 
+/// A number that does not fit as text is an error; it is never cut.
 void resultNumberText(Call& call, const std::string& text, std::string_view source)
 {
     const std::int64_t limit = call.whole(2);
@@ -502,6 +516,7 @@ void resultNumberText(Call& call, const std::string& text, std::string_view sour
 
 } // namespace
 
+/// tm_decimaltext(number, scale, limit): all places of the scale are shown.
 void tmDecimalText(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
@@ -510,6 +525,7 @@ void tmDecimalText(Call& call)
     resultNumberText(call, decimalText(call.real(0), static_cast<std::int32_t>(scale)), "numeric");
 }
 
+/// tm_moneytext(amount, style, limit)
 void tmMoneyText(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
@@ -524,6 +540,7 @@ void tmStoreText(Call& call)
     const std::int64_t limit = call.isNull(1) ? -1 : call.whole(1);
     if (limit < 0 || text.view().size() <= static_cast<std::size_t>(limit)) return call.result(text.view());
     const std::string_view kept = text::left(text, static_cast<std::size_t>(limit));
+    // `limit` counts characters and the size counts bytes, so that only a text that may be too long gets here.
     const std::string_view rest = text.view().substr(kept.size());
     if (rest.find_first_not_of(' ') != std::string_view::npos) {
         fail(2628, "String or binary data would be truncated at " + std::to_string(limit) +

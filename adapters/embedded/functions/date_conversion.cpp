@@ -9,7 +9,8 @@ namespace tamarok::embedded::functions {
 
 namespace {
 
-/// Numbers far outside the calendar would overflow an Instant. One beyond the last day stands for all of them.
+/// Numbers far outside the calendar would overflow an Instant. They are all mapped to an instant beyond the last day,
+/// which `fitDate` refuses.
 Instant instantOf(double days) noexcept
 {
     constexpr double furthest = 4e6;
@@ -31,6 +32,8 @@ tsql::DateReading readingOfStyle(const Call& call, std::int64_t style)
     fail(281, std::to_string(style) + " is not a valid style number when converting from nvarchar to datetime.");
 }
 
+/// A number counts as days from 1900-01-01, as on the server; any other value is read as a text, the stored form
+/// included. Null must have been excluded before.
 Instant toDate(sqlite3_value* value, TypeKind type, const tsql::DateReading& reading)
 {
     const Storage storage = storageOf(value);
@@ -45,6 +48,7 @@ Instant toDate(sqlite3_value* value, TypeKind type, const tsql::DateReading& rea
     failWith(conversion.error, tsql::dateErrorMessage(conversion.error, type), text);
 }
 
+/// Rounds to the type. Error 8115, with the value before the conversion, beyond the type's range.
 Instant fitDate(Instant instant, TypeKind type, std::string_view source)
 {
     if (const auto rounded = tsql::roundToType(instant, type)) return *rounded;

@@ -38,6 +38,8 @@ struct PartName {
     Part part;
 };
 
+/// All spellings of the parts of a date. The translation passes full names; a statement in SQLite's own text may use
+/// any.
 constexpr std::array partNames = {PartName{"year", Part::Year},
                                   PartName{"yy", Part::Year},
                                   PartName{"yyyy", Part::Year},
@@ -90,7 +92,7 @@ Part partOf(std::string_view name, std::string_view function)
                    " for data type datetime.");
 }
 
-/// The argument of a function of days: a text may lie anywhere in the years 1 to 9999.
+/// The argument of a function of days: a text may name any day of the years 1 to 9999.
 Instant dateArgument(const Call& call, std::size_t index)
 {
     const Storage storage = call.storage(index);
@@ -109,6 +111,7 @@ Instant timeArgument(const Call& call, std::size_t index)
     return toDate(call.value(index), TypeKind::DateTime, reading);
 }
 
+/// tm_date and its like: converts a date, a text, or a number of days from 1900-01-01, and rounds to the type.
 void resultDate(Call& call, TypeKind type)
 {
     if (call.isNull(0)) return call.resultNull();
@@ -276,6 +279,7 @@ void datePart(Call& call)
     call.result(partValue(part, timeArgument(call, 1)));
 }
 
+/// DATENAME: month and weekday as English names, the other parts as numbers.
 void dateName(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
@@ -291,10 +295,12 @@ void dateAdd(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
     const Part part = partOf(call.text(0), "dateadd");
+    // The server can read ISO weeks from a date, but not add them.
     if (part == Part::IsoWeek) failPart(call.text(0), "dateadd");
     const std::int64_t number = checkedInt(call.whole(1));
     const Instant instant = timeArgument(call, 2);
     auto moved = addParts(part, number, instant);
+    // A number of milliseconds can lead to a time between two ticks of 1/300 second.
     if (moved && part == Part::Millisecond) moved = roundToDateTime(*moved);
     if (!moved || *moved < firstDate || *moved > lastDate) {
         failWith(517, "Adding a value to a 'datetime' column caused an overflow.", std::to_string(number));
@@ -356,6 +362,7 @@ void tmDateAddDays(Call& call)
     resultInstant(call, target);
 }
 
+/// tm_datediff_days(a, b): the days from b to a, with the time as a fraction.
 void tmDateDiffDays(Call& call)
 {
     if (call.anyNull()) return call.resultNull();

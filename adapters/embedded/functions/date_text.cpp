@@ -68,7 +68,7 @@ void appendNumber(std::string& text, std::int32_t number, std::size_t digits, ch
     text += plain;
 }
 
-/// Appends what one letter of a pattern stands for; any other character stands for itself.
+/// Appends the part that a letter of a pattern denotes; any other character is copied.
 void appendPart(std::string& text, char letter, const CivilTime& parts)
 {
     const std::int32_t hourOfTwelve = parts.hour % 12 == 0 ? 12 : parts.hour % 12;
@@ -95,6 +95,7 @@ void appendPart(std::string& text, char letter, const CivilTime& parts)
 
 } // namespace
 
+/// Writes the pattern of the style letter by letter. Error 281 for an unknown style.
 std::string dateText(Instant instant, std::int64_t style)
 {
     for (const StylePattern& entry : stylePatterns) {

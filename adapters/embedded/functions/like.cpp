@@ -10,6 +10,7 @@
 
 namespace tamarok::embedded::functions {
 
+/// Compiles the pattern character by character, with letters folded. Several % in a row are one.
 LikePattern::LikePattern(std::string_view pattern, char32_t escape) : escape_{escape}
 {
     for (std::size_t at = 0; at < pattern.size() && !broken_;) {
@@ -35,7 +36,7 @@ LikePattern::LikePattern(std::string_view pattern, char32_t escape) : escape_{es
     }
 }
 
-/// `at` stands behind the "[". A "]" always closes, so that "[]" accepts nothing; a "-" at either
+/// `at` is the position after the "[". A "]" always closes, so that "[]" accepts nothing; a "-" at either
 /// end is itself.
 void LikePattern::compileClass(std::string_view pattern, std::size_t& at)
 {
@@ -67,6 +68,7 @@ void LikePattern::compileClass(std::string_view pattern, std::size_t& at)
     items_.push_back(item);
 }
 
+/// A range such as [a-f] contains what sorts between its ends, accented letters included, as on the server.
 bool LikePattern::accepts(const Item& item, char32_t character) const noexcept
 {
     switch (item.kind) {
@@ -125,6 +127,8 @@ bool LikePattern::matches(std::string_view text, bool ignoreBlanks) const noexce
     return !broken_ && matchesFrom(0, text, ignoreBlanks);
 }
 
+/// PATINDEX. Without a leading % the pattern must begin at position 1. With one, the part after it is tried at each
+/// position, after a first match of the whole has shown that there is one.
 std::int64_t LikePattern::find(std::string_view text) const noexcept
 {
     if (broken_ || items_.empty()) return 0;
@@ -155,16 +159,17 @@ public:
         sqlite3_set_auxdata(call.context(), index, compiled.release(), drop);
         kept_ = static_cast<const LikePattern*>(sqlite3_get_auxdata(call.context(), index));
         if (kept_ != nullptr) return;
-        own_ = std::make_unique<LikePattern>(pattern, escape);
-        kept_ = own_.get();
+        unshared_ = std::make_unique<LikePattern>(pattern, escape);
+        kept_ = unshared_.get();
     }
     const LikePattern* operator->() const noexcept { return kept_; }
 
 private:
     const LikePattern* kept_ = nullptr;
-    std::unique_ptr<LikePattern> own_;
+    std::unique_ptr<LikePattern> unshared_;
 };
 
+/// The escape character of ESCAPE, 0 for none. Error 506 for more than one character.
 char32_t escapeOf(Call& call, std::size_t index)
 {
     const TextArgument text = call.text(index);
@@ -177,6 +182,7 @@ char32_t escapeOf(Call& call, std::size_t index)
     fail(506, message + "\" was specified in a LIKE predicate.");
 }
 
+/// tm_like(text, pattern, escape): 1 or 0, Null if one of them is Null.
 void resultLike(Call& call, bool ignoreBlanks)
 {
     if (call.anyNull()) return call.resultNull();

@@ -7,6 +7,8 @@
 /// Patterns of LIKE and PATINDEX, compiled once and matched without exponential backtracking.
 namespace tamarok::embedded::functions {
 
+/// A compiled pattern. tm_like, tm_nlike and PATINDEX keep one for each constant pattern of a statement. Letters match
+/// without regard to case.
 class LikePattern {
 public:
     /// @param escape  the escape character, 0 for none

@@ -65,6 +65,7 @@ void absolute(Call& call)
     resultLike(call, number, number < 0 ? -number : number);
 }
 
+/// SIGN: -1, 0 or 1 in the type of the argument.
 void sign(Call& call)
 {
     if (call.isNull(0)) return call.resultNull();
@@ -94,6 +95,7 @@ void round(Call& call)
     resultLike(call, number, rounded);
 }
 
+/// FLOOR: a whole number is returned as it is.
 void floorOf(Call& call)
 {
     if (call.isNull(0)) return call.resultNull();
@@ -108,6 +110,7 @@ void ceiling(Call& call)
     call.result(std::ceil(call.real(0)));
 }
 
+/// SQRT: error 3623 for a negative number.
 void squareRoot(Call& call)
 {
     if (call.isNull(0)) return call.resultNull();
@@ -123,7 +126,7 @@ void square(Call& call)
     call.result(number * number);
 }
 
-/// The result has the type of the base: an int base gives an int, cut.
+/// The result has the type of the base: with an int base it is truncated to an int.
 void power(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
@@ -135,6 +138,7 @@ void power(Call& call)
     if (!isWhole(call, 0)) return call.result(result);
     const std::int64_t whole = call.whole(0);
     const bool isInt = whole == static_cast<std::int32_t>(whole);
+    // The bound is a power of two, which a double holds exactly; the largest number of the type it may not.
     const double limit = isInt ? 2147483648.0 : 9223372036854775808.0;
     if (result >= limit || std::trunc(result) < -limit) {
         fail(232, "Arithmetic overflow error for type " + std::string{isInt ? "int" : "bigint"} +
@@ -155,6 +159,7 @@ void logarithm(Call& call)
     const double number = positive(call, 0);
     if (call.count() == 1) return call.result(std::log(number));
     const double base = positive(call, 1);
+    // Its logarithm is 0, and no division by it is defined.
     if (base == 1.0) failDomain(call.text(1));
     call.result(std::log(number) / std::log(base));
 }
@@ -190,6 +195,7 @@ void arcTangent(Call& call)
     resultOfFloat(call, [](double number) { return std::atan(number); });
 }
 
+/// ASIN: error 3623 beyond -1 to 1; ACOS likewise.
 void arcSine(Call& call)
 {
     if (call.isNull(0)) return call.resultNull();
@@ -212,6 +218,7 @@ void arcTangentOfTwo(Call& call)
     call.result(std::atan2(call.real(0), call.real(1)));
 }
 
+/// RADIANS and DEGREES of a whole number are whole: the server gives the result the type of the argument.
 void radians(Call& call)
 {
     if (call.isNull(0)) return call.resultNull();

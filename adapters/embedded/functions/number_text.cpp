@@ -31,6 +31,8 @@ std::string_view widenExponent(std::span<char, 40> buffer, char* end) noexcept
 
 } // namespace
 
+/// Works on the decimal digits: rounding the binary value would take 2.675 for less than it is shown as. A number with
+/// no more digits than a double keeps is returned unchanged.
 double roundHalfAway(double number, std::int32_t places) noexcept
 {
     if (number == 0.0 || !std::isfinite(number)) return number;
@@ -40,6 +42,7 @@ double roundHalfAway(double number, std::int32_t places) noexcept
     return form.value();
 }
 
+/// The same for truncation.
 double truncateTo(double number, std::int32_t places) noexcept
 {
     if (number == 0.0 || !std::isfinite(number)) return number;
@@ -80,6 +83,8 @@ std::string_view writeWhole(std::int64_t number, std::span<char, 40> buffer) noe
     return {buffer.data(), static_cast<std::size_t>(written.ptr - buffer.data())};
 }
 
+/// Style 0 has six significant digits and an exponent only where needed; styles 1, 2 and 3 have 8, 16 and 17 digits and
+/// always an exponent, which has three digits on the server.
 std::string_view writeFloat(double number, std::int32_t style, std::span<char, 40> buffer) noexcept
 {
     if (number == 0.0) number = 0.0; // no "-0"
@@ -108,6 +113,7 @@ std::string decimalText(double number, std::int32_t scale)
     return text;
 }
 
+/// Styles 0 and 1 have two decimals, 2 and 126 four. Style 1 groups the whole part with commas.
 std::string moneyText(double number, std::int32_t style)
 {
     std::string text = decimalText(number, style == 2 || style == 126 ? 4 : 2);

@@ -12,6 +12,7 @@ namespace tamarok::embedded::functions {
 
 namespace {
 
+/// An operation on 64-bit numbers. @return false for an overflow
 using WholeOperation = bool (*)(std::int64_t, std::int64_t, std::int64_t&);
 
 bool addWhole(std::int64_t a, std::int64_t b, std::int64_t& result) noexcept
@@ -34,6 +35,7 @@ bool multiplyWhole(std::int64_t a, std::int64_t b, std::int64_t& result) noexcep
     fail(8134, "Divide by zero error encountered.");
 }
 
+/// Division by -1 is a negation: the smallest number divided by -1 overflows, which the processor answers with a trap.
 bool divideWhole(std::int64_t a, std::int64_t b, std::int64_t& result)
 {
     if (b == 0) failZero();
@@ -49,6 +51,7 @@ bool remainderWhole(std::int64_t a, std::int64_t b, std::int64_t& result)
     return true;
 }
 
+/// Converts both arguments to the type, computes in 64 bits and checks the result for int.
 void resultOfWhole(Call& call, WholeType type, WholeOperation operation)
 {
     if (call.anyNull()) return call.resultNull();
@@ -67,6 +70,7 @@ bool isNumber(Storage storage) noexcept
     return storage == Storage::Whole || storage == Storage::Real;
 }
 
+/// SQLite has one whole type. A value within 32 bits counts as int, and so does one that is not whole.
 bool isInt(const Call& call, std::size_t index) noexcept
 {
     if (call.storage(index) != Storage::Whole) return true;
@@ -84,6 +88,7 @@ bool isStoredDate(const Call& call, std::size_t index)
     return call.storage(index) == Storage::Text && readStored(call.text(index)).has_value();
 }
 
+/// An operator on operands of unknown type: the server's name of it for messages, and both ways to compute it.
 struct RuntimeOperator {
     std::string_view name;
     WholeOperation whole;
@@ -100,6 +105,7 @@ void resultOfRuntime(Call& call, const RuntimeOperator& operation)
         fail(8117, "Operand data type nvarchar is invalid for " + std::string{operation.name} + " operator. Value: '" +
                        std::string{call.text(0).view()} + "'.");
     }
+    // One float makes the result a float, as in the server's order of precedence.
     if (a == Storage::Real || b == Storage::Real) return call.result(operation.real(call.real(0), call.real(1)));
     resultOfWhole(call, wholeTypeOf(call), operation.whole);
 }
@@ -110,6 +116,7 @@ double divideReal(double a, double b)
     return a / b;
 }
 
+/// The remainder has the sign of the dividend, as on the server.
 double remainderReal(double a, double b)
 {
     if (b == 0.0) failZero();
@@ -150,6 +157,8 @@ int compareDates(const Call& call)
     return (a > b) - (a < b);
 }
 
+/// Dates come first, numbers next, since a text beside either is converted to its type. Two texts are compared by
+/// collation TAMAROK.
 int compareValues(const Call& call)
 {
     if (isStoredDate(call, 0) || isStoredDate(call, 1)) return compareDates(call);
@@ -224,6 +233,7 @@ void tmFMod(Call& call)
     call.result(remainderReal(call.real(0), call.real(1)));
 }
 
+/// + of unknown operands: moves a date by days, adds numbers, or joins texts.
 void tmAdd(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
@@ -238,6 +248,7 @@ void tmAdd(Call& call)
     call.result(std::string_view{joined});
 }
 
+/// - of unknown operands: moves a date back, gives the days between two dates, or subtracts numbers.
 void tmSub(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
@@ -265,6 +276,7 @@ void tmMod(Call& call)
     resultOfRuntime(call, modulo);
 }
 
+/// -1, 0 or 1. Null if one side is Null, which makes the comparison unknown.
 void tmCompare(Call& call)
 {
     if (call.anyNull()) return call.resultNull();

@@ -31,6 +31,7 @@ std::string oracleText(const Call& call, std::size_t index)
     return std::string{call.text(index).view()};
 }
 
+/// Repeats `fill` to `size` characters, the last one cut.
 std::string padding(std::string_view fill, std::size_t fillLength, std::size_t size)
 {
     std::string text;
@@ -40,6 +41,7 @@ std::string padding(std::string_view fill, std::size_t fillLength, std::size_t s
     return text;
 }
 
+/// LPAD and RPAD: a text that is longer than the size is cut at its end by both.
 void resultPadded(Call& call, bool before)
 {
     if (call.anyNull()) return call.resultNull();
@@ -56,6 +58,8 @@ void resultPadded(Call& call, bool before)
     call.result(std::string_view{before ? added + text : text + added});
 }
 
+/// An argument that is a text in the stored form of a date. Types are unknown here, so that the form alone tells a date
+/// from a text.
 std::optional<Instant> storedDate(const Call& call, std::size_t index)
 {
     if (call.storage(index) != Storage::Text) return std::nullopt;
@@ -140,6 +144,7 @@ void length(Call& call)
     call.result(static_cast<std::int64_t>(size));
 }
 
+/// TRUNC(date [, unit]) or TRUNC(number [, places]).
 void trunc(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
@@ -181,6 +186,7 @@ void toChar(Call& call)
     call.result(std::string_view{oracleNumberText(call.real(0), call.text(1))});
 }
 
+/// TO_DATE(text [, mask]). A value that is a date already is converted without the mask.
 void toDateOfMask(Call& call)
 {
     if (call.anyNull()) return call.resultNull();

@@ -47,7 +47,7 @@ struct ElementName {
     std::size_t digits; ///< at most, 0 where it is no number
 };
 
-/// A name stands before every name that it begins with: the first match wins.
+/// The first match wins, so a longer name comes before its prefixes (DDD before DD).
 constexpr std::array elementNames = {
     ElementName{"YYYY", Element::Year4, 4},      ElementName{"RRRR", Element::Year4, 4},
     ElementName{"YY", Element::Year2, 2},        ElementName{"RR", Element::Year2, 2},
@@ -63,6 +63,7 @@ constexpr std::array elementNames = {
     ElementName{"FM", Element::Compact, 0},      ElementName{"AM", Element::HalfOfDay, 0},
     ElementName{"PM", Element::HalfOfDay, 0}};
 
+/// One element of a date mask, such as YYYY, or a literal between elements.
 struct MaskPart {
     Element element = Element::Literal;
     std::string_view text; ///< as the mask spells it
@@ -74,6 +75,8 @@ bool isMaskPunctuation(char character) noexcept
     return std::string_view{" -/,.;:"}.find(character) != std::string_view::npos;
 }
 
+/// Reads the element at `at` and moves behind it. Error 1821 for anything that is no element, punctuation or text in
+/// double quotes.
 MaskPart nextPart(std::string_view mask, std::size_t& at)
 {
     const std::string_view rest = mask.substr(at);
@@ -120,6 +123,8 @@ std::string nameText(std::string_view name, std::string_view spelled, bool compa
     return text;
 }
 
+/// The number that TO_CHAR writes for an element. Week 1 begins on 1 January (WW), or is that of the first Thursday
+/// (IW).
 std::int64_t partNumber(Element element, Instant instant, const CivilTime& parts) noexcept
 {
     const std::int64_t number = dayOf(instant);
@@ -155,6 +160,7 @@ public:
             readPart(part);
         skipBlanks();
         if (at_ != text_.size()) failText();
+        // AM and PM may stand before or after the hour, so they are applied at the end.
         if (afternoon_ && civil_.hour < 12) civil_.hour += 12;
         if (forenoon_ && civil_.hour == 12) civil_.hour = 0;
         if (!isValid(civil_)) failWith(1843, "Not a valid date.", text_);
@@ -173,6 +179,7 @@ private:
             ++at_;
     }
 
+    /// Reads up to `digits` digits; at least one must be there.
     std::int32_t readNumber(std::size_t digits)
     {
         std::int32_t number = 0;
@@ -195,6 +202,8 @@ private:
         return text_.substr(from, at_ - from);
     }
 
+    /// Reads what one element of the mask calls for. Names of days are read and ignored: the date follows from the
+    /// other parts.
     void readPart(const MaskPart& part)
     {
         if (part.element == Element::Compact) return;
@@ -214,7 +223,7 @@ private:
         }
     }
 
-    /// One punctuation mark may stand for another.
+    /// Any punctuation mark matches any other.
     void readLiteral(std::string_view literal)
     {
         if (at_ == text_.size()) return;
@@ -227,6 +236,8 @@ private:
         at_ += literal.size();
     }
 
+    /// Stores a number that was read. A year of one or two digits gets its century from the pivot year, also where the
+    /// mask has four. Elements that do not determine a date by themselves (quarter, week) cannot be read.
     void setNumber(Element element, std::int32_t number)
     {
         switch (element) {
@@ -256,6 +267,7 @@ private:
     CivilTime civil_ = tsql::serverEpoch;
 };
 
+/// A number mask such as "S999G990D00", taken apart.
 struct NumberMask {
     std::size_t whole = 0;
     std::size_t decimals = 0;
@@ -268,6 +280,8 @@ struct NumberMask {
     std::vector<std::size_t> groups; ///< number of whole digits before each grouping mark
 };
 
+/// Takes the sign element off either end, then counts the places before and after the point. Error 1481 for any other
+/// character and for a mask without digits.
 NumberMask parseNumberMask(std::string_view mask)
 {
     NumberMask form;
@@ -353,6 +367,8 @@ Instant oracleDate(std::string_view text, std::string_view mask)
     return MaskReader{text, mask}.read();
 }
 
+/// Rounds to the decimals of the mask, places the whole digits, and puts the sign directly before the first digit or at
+/// the end. A number with too many digits is shown as "#" in every place.
 std::string oracleNumberText(double number, std::string_view mask)
 {
     const NumberMask form = parseNumberMask(mask);
@@ -382,6 +398,7 @@ std::string oracleNumberText(double number, std::string_view mask)
     return body;
 }
 
+/// At most 15 digits, without a 0 before the point; very large and very small numbers with an exponent.
 std::string oracleNumberText(double number)
 {
     if (number == 0.0) return "0";

@@ -12,7 +12,7 @@ namespace tamarok::embedded::functions {
 /// punctuation. Error 1821 for anything else.
 std::string oracleDateText(Instant instant, std::string_view mask);
 
-/// The date that `text` gives under the mask. Errors 1821 (mask), 1861 (text does not fit it), 1843 (no such day).
+/// The date that `text` denotes under the mask. Errors 1821 (mask), 1861 (text does not fit it), 1843 (no such day).
 Instant oracleDate(std::string_view text, std::string_view mask);
 
 /// 9 0 . D , G S MI FM; "#" throughout where the number does not fit. Error 1481 for another mask.

@@ -20,6 +20,7 @@ struct FunctionEntry {
     void (*function)(sqlite3_context*, int, sqlite3_value**);
 };
 
+/// What SQLite calls: wraps the arguments and turns exceptions into errors of the statement.
 template <void (*function)(Call&)>
 void invoke(sqlite3_context* context, int count, sqlite3_value** arguments) noexcept
 {
@@ -31,6 +32,8 @@ void invoke(sqlite3_context* context, int count, sqlite3_value** arguments) noex
     }
 }
 
+/// A deterministic function may stand in an index and is computed once for constant arguments; an innocuous one may be
+/// used in views and constraints of a file that is not trusted.
 constexpr int pure = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
 constexpr int changing = SQLITE_UTF8 | SQLITE_INNOCUOUS;
 

@@ -54,6 +54,7 @@ constexpr std::array<char32_t, 32> codePage1252 = {0x20AC, 0x81,   0x201A, 0x192
                                                    0x2DC,  0x2122, 0x161,  0x203A, 0x153,  0x9D,   0x17E,  0x178};
 constexpr std::int64_t firstOfTable = 0x80;
 
+/// Sets the result to one character in UTF-8.
 void resultCharacter(Call& call, char32_t character)
 {
     std::string text;
@@ -63,6 +64,7 @@ void resultCharacter(Call& call, char32_t character)
 
 } // namespace
 
+/// LEN: trailing blanks do not count.
 void len(Call& call)
 {
     if (call.isNull(0)) return call.resultNull();
@@ -70,6 +72,8 @@ void len(Call& call)
     call.result(static_cast<std::int64_t>(text::length(cutBlanksBehind(text))));
 }
 
+/// DATALENGTH: bytes that the server would use. A text counts two for each UTF-16 unit, as NVARCHAR does; a code point
+/// above FFFF has two units.
 void dataLength(Call& call)
 {
     constexpr std::int64_t intBytes = 4;
@@ -126,6 +130,7 @@ void substring(Call& call)
     call.result(end > first ? text::mid(text, count(first), count(end - first)) : std::string_view{});
 }
 
+/// CHARINDEX(part, text [, start]). The case of letters does not count. An empty part is nowhere.
 void charIndex(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
@@ -141,6 +146,7 @@ void charIndex(Call& call)
     call.result(std::int64_t{0});
 }
 
+/// REPLACE without regard to case, which SQLite's function of that name does not do.
 void replace(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
@@ -179,6 +185,7 @@ void stuff(Call& call)
     call.result(std::string_view{result});
 }
 
+/// REPLICATE: the result is cut to 8000 characters, as on the server, unless the text alone is longer.
 void replicate(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
@@ -205,6 +212,7 @@ void space(Call& call)
     call.result(std::string_view{std::string(count(std::min(size, longestRepeated)), ' ')});
 }
 
+/// Moves whole characters: the bytes inside each keep their order.
 void reverse(Call& call)
 {
     if (call.isNull(0)) return call.resultNull();
@@ -253,6 +261,7 @@ void trim(Call& call)
     call.result(cutBlanksBefore(cutBlanksBehind(text)));
 }
 
+/// CHAR(code): a character of code page 1252.
 void character(Call& call)
 {
     if (call.isNull(0)) return call.resultNull();
@@ -262,6 +271,7 @@ void character(Call& call)
     resultCharacter(call, inTable ? codePage1252[count(code - firstOfTable)] : static_cast<char32_t>(code));
 }
 
+/// NCHAR(code): a character of the basic plane of Unicode.
 void nationalCharacter(Call& call)
 {
     if (call.isNull(0)) return call.resultNull();
@@ -271,6 +281,7 @@ void nationalCharacter(Call& call)
     resultCharacter(call, surrogate ? U'\uFFFD' : static_cast<char32_t>(code));
 }
 
+/// ASCII(text): the code of the first character in code page 1252, or that of "?" if it has none there.
 void ascii(Call& call)
 {
     const TextArgument text = call.text(0);
@@ -300,7 +311,7 @@ void str(Call& call)
     const std::int64_t decimals = call.count() > 2 ? std::min(call.whole(2), mostDecimals) : 0;
     if (size <= 0 || size > longestRepeated || decimals < 0) return call.resultNull();
     const double number = call.real(0);
-    // The decimals are what gives way where the length is short.
+    // If the length is short, decimals are dropped.
     std::int64_t shown = decimals;
     std::string text = decimalText(number, static_cast<std::int32_t>(shown));
     while (shown > 0 && std::cmp_greater(text.size(), size)) {
@@ -311,6 +322,7 @@ void str(Call& call)
     call.result(std::string_view{text});
 }
 
+/// CONCAT: Null counts as an empty text, unlike in a join with +.
 void concat(Call& call)
 {
     std::string text;
@@ -319,6 +331,7 @@ void concat(Call& call)
     call.result(std::string_view{text});
 }
 
+/// ISNUMERIC: 1 or 0, never Null.
 void isNumeric(Call& call)
 {
     switch (call.storage(0)) {

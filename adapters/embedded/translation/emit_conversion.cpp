@@ -8,6 +8,7 @@
 namespace tamarok::embedded::translation {
 namespace {
 
+/// The SQLite function that converts a value to a type.
 struct ConversionRow {
     TypeKind kind;
     std::string_view function;
@@ -63,6 +64,8 @@ void Emitter::conversionCall(const Type& target)
     write("(");
 }
 
+/// Closes the call with the sizes that the function of the type takes: precision and scale, or the length (-1 for no
+/// limit).
 void Emitter::conversionEnd(const Type& target)
 {
     if (target.kind == TypeKind::Decimal) {
@@ -83,6 +86,9 @@ void Emitter::number(std::string_view function, const Expr& expr)
 
 // --- constants ---------------------------------------------------------------------------------
 
+/// A text beside a whole number, as in ID = '5'. If it is no number of the type it is left to the function, which
+/// raises the server's error when the statement runs. A negative number is put in parentheses: after a minus it would
+/// begin a comment ("--").
 bool Emitter::literalWhole(const TextExpr& text, const Type& target)
 {
     const std::string value = textValue(text.raw);
@@ -100,6 +106,7 @@ bool Emitter::literalWhole(const TextExpr& text, const Type& target)
     return true;
 }
 
+/// Only for FLOAT: the other types round or check, which their functions do. ".0" makes SQLite see a REAL.
 bool Emitter::literalNumber(const TextExpr& text, const Type& target)
 {
     std::string value = textValue(text.raw);
@@ -115,6 +122,8 @@ bool Emitter::literalNumber(const TextExpr& text, const Type& target)
     return true;
 }
 
+/// The date order of the connection is known at translation; a change of it (SET DATEFORMAT) makes the cache translate
+/// anew.
 bool Emitter::literalDate(const TextExpr& text, const Type& target, BadDate badDate)
 {
     const auto conversion = tsql::convertDateText(textValue(text.raw), target.kind, tsql::readingOf(order_));
@@ -126,6 +135,7 @@ bool Emitter::literalDate(const TextExpr& text, const Type& target, BadDate badD
     return conversion.error == 0;
 }
 
+/// Constants are converted here, so that SQLite can compare a column with a constant and use its index.
 bool Emitter::literalAs(const Expr& expr, const Type& target, BadDate badDate)
 {
     if (expr.kind == ExprKind::Number) {
@@ -149,8 +159,10 @@ bool Emitter::literalAs(const Expr& expr, const Type& target, BadDate badDate)
     return false;
 }
 
-// --- what needs no asking ----------------------------------------------------------------------
+// --- implicit conversions -----------------------------------------------------------------------
 
+/// Writes the server's implicit conversion, or the plain expression where the stored forms of
+/// both types agree.
 void Emitter::as(const Expr& expr, const Type& target, BadDate badDate)
 {
     if (expr.type == target || expr.type.kind == TypeKind::Null || isOpen(target)) return expression(expr);
@@ -162,6 +174,7 @@ void Emitter::as(const Expr& expr, const Type& target, BadDate badDate)
     expression(expr);
 }
 
+/// A whole number of a smaller type is stored alike. A date counts as days from 1900-01-01.
 void Emitter::toWhole(const Expr& expr, const Type& target)
 {
     if (isDate(expr.type)) {
@@ -177,6 +190,7 @@ void Emitter::toWhole(const Expr& expr, const Type& target)
     write(")");
 }
 
+/// All numbers are stored as binary fractions, so that only a text, or a decimal that loses places, needs a function.
 void Emitter::toFraction(const Expr& expr, const Type& target)
 {
     if (isDate(expr.type)) return dayNumber(expr);
@@ -188,6 +202,7 @@ void Emitter::toFraction(const Expr& expr, const Type& target)
     conversionEnd(target);
 }
 
+/// DATETIME and DATETIME2 hold the stored text of DATE, SMALLDATETIME and each other unchanged.
 void Emitter::toDate(const Expr& expr, const Type& target)
 {
     const bool finer = target.kind == TypeKind::DateTime || target.kind == TypeKind::DateTime2;
@@ -196,6 +211,7 @@ void Emitter::toDate(const Expr& expr, const Type& target)
     number(conversionFunction(target.kind), expr);
 }
 
+/// Texts and identifiers are stored as they are shown; all others go through the function of their type.
 void Emitter::asText(const Expr& expr)
 {
     if (isText(expr.type) || isOpen(expr.type) || classOf(expr.type) == TypeClass::Guid) return expression(expr);
@@ -206,6 +222,9 @@ void Emitter::asText(const Expr& expr)
 /// A value that is no text as text, by a CONVERT style where one is given.
 void Emitter::textOf(const Expr& expr, const Expr* style, const Type& target)
 {
+    // Each kind of number has its own text form on the server: a decimal shows all places of its scale, money two, a
+    // float six digits. Styles count for money, floats and dates only. 23 and 108 are the styles in which the server
+    // shows a date and a time by default.
     const TypeClass of = classOf(expr.type);
     if (expr.type.kind == TypeKind::Decimal) {
         write("tm_decimaltext(");
@@ -254,6 +273,8 @@ void Emitter::cast(const CastExpr& cast)
     }
 }
 
+/// CAST cuts a text that is too long without an error, unlike an assignment. A text that fits by its type is not
+/// touched. CHAR and NCHAR pad as well, around the rest.
 void Emitter::castText(const CastExpr& cast)
 {
     const Expr& value = *cast.value;
@@ -277,6 +298,7 @@ void Emitter::castText(const CastExpr& cast)
     if (padded) write(", " + std::to_string(target.length) + ")");
 }
 
+/// A style determines the order of day, month and year in a text. A constant without a style is converted at once.
 void Emitter::castDate(const CastExpr& cast)
 {
     const Expr& value = *cast.value;
@@ -296,6 +318,7 @@ void Emitter::castDate(const CastExpr& cast)
     write(")");
 }
 
+/// Like an assignment to a column of that type, but a widened value and a whole literal as float need no function.
 void Emitter::castNumber(const CastExpr& cast)
 {
     const Expr& value = *cast.value;
@@ -316,8 +339,8 @@ void Emitter::castNumber(const CastExpr& cast)
     conversionEnd(target);
 }
 
-/// A decimal lies in the file as a binary fraction: before it is cut to a whole number it is rounded
-/// to its own scale, or 0.29 * 100 would become 28.
+/// A decimal is stored as a binary fraction. It is rounded to its scale before it is truncated to a whole number;
+/// otherwise 0.29 * 100 would become 28.
 void Emitter::wholeOperand(const Expr& expr, const Type& target)
 {
     const bool fixed = isWhole(target) && expr.type.kind == TypeKind::Decimal && expr.kind != ExprKind::Number;
@@ -328,6 +351,8 @@ void Emitter::wholeOperand(const Expr& expr, const Type& target)
 
 // --- assignment --------------------------------------------------------------------------------
 
+/// Refuses a text constant that is too long at translation, where table and column are known for the message. Lengths
+/// are in code points; trailing blanks do not count.
 void Emitter::checkLiteralLength(const Expr& expr, const TableColumn& column, const Table& table) const
 {
     if (expr.kind != ExprKind::Text || column.type.length < 0) return;
@@ -343,6 +368,7 @@ void Emitter::checkLiteralLength(const Expr& expr, const TableColumn& column, co
                    "22001");
 }
 
+/// Writes `operand` inside the check of the length and, for CHAR and NCHAR, the padding. TEXT and (MAX) have no limit.
 void Emitter::storeText(const TableColumn& column, auto&& operand)
 {
     const bool padded = isPadded(column.type);
@@ -353,6 +379,8 @@ void Emitter::storeText(const TableColumn& column, auto&& operand)
     if (padded) write(", " + std::to_string(column.type.length) + ")");
 }
 
+/// Leaves the conversion out where the type alone shows that the value fits. A parameter is always converted: its type
+/// is not known at translation.
 void Emitter::assigned(const Expr& expr, const TableColumn& column, const Table& table)
 {
     const Type& target = column.type;
@@ -384,17 +412,18 @@ void Emitter::assigned(const Expr& expr, const TableColumn& column, const Table&
     conversionEnd(target);
 }
 
+/// Builds a column reference to the inner query "~q" and treats it as any other expression.
 void Emitter::assignedColumn(std::string_view name, const Type& type, const TableColumn& column, const Table& table)
 {
-    ColumnExpr stand{};
+    ColumnExpr reference{};
     Source inner{};
     OutputColumn output{name, type};
     inner.outputs = {&output, 1};
     inner.name.text = "~q";
-    stand.kind = ExprKind::Column;
-    stand.type = type;
-    stand.source = &inner;
-    assigned(stand, column, table);
+    reference.kind = ExprKind::Column;
+    reference.type = type;
+    reference.source = &inner;
+    assigned(reference, column, table);
 }
 
 } // namespace tamarok::embedded::translation

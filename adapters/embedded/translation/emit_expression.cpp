@@ -4,6 +4,8 @@
 
 namespace tamarok::embedded::translation {
 
+/// Writes an expression in its own type. DEFAULT does not get here: INSERT leaves its column out, and the binder
+/// refuses it elsewhere.
 void Emitter::expression(const Expr& expr)
 {
     switch (expr.kind) {
@@ -56,6 +58,8 @@ void Emitter::expression(const Expr& expr)
     }
 }
 
+/// "table"."column"; the binder's pseudo-columns (SYSDATE) have no source. Columns that come out of the inner query for
+/// ROWNUM are named "table.column" there, and columns of a derived table with a column list "c1", "c2", ...
 void Emitter::column(const ColumnExpr& column)
 {
     const Source* source = column.source;
@@ -64,7 +68,7 @@ void Emitter::column(const ColumnExpr& column)
         return;
     }
     const auto index = static_cast<std::size_t>(column.column);
-    if (isFolded(*source)) {
+    if (comesFromLimitedRows(*source)) {
         write("\"~r\".");
         writeName(std::string(source->name.text) + "." + std::string(source->columnName(index)));
         return;
@@ -80,6 +84,7 @@ void Emitter::column(const ColumnExpr& column)
     }
 }
 
+/// @@IDENTITY is the last rowid inserted by this connection, @@ROWCOUNT the number of rows changed last.
 void Emitter::system(const SystemExpr& system)
 {
     write(sameName(system.name, "@@IDENTITY") ? "last_insert_rowid()" : "changes()");
@@ -93,11 +98,13 @@ bool Emitter::needsCollation(const Expr& expr)
     return of == TypeClass::Text || of == TypeClass::Guid || expr.type.kind == TypeKind::Unknown;
 }
 
+/// SQLite takes the collation of a comparison from a plain column of a table, since it is declared with the column. For
+/// any other expression, and for a column of a subquery, COLLATE is written.
 bool Emitter::bringsCollation(const Expr& expr) const
 {
     if (expr.kind != ExprKind::Column) return false;
     const Source* source = tsql::as<ColumnExpr>(expr).source;
-    return source != nullptr && source->table != nullptr && !isFolded(*source);
+    return source != nullptr && source->table != nullptr && !comesFromLimitedRows(*source);
 }
 
 void Emitter::collated(const Expr& expr)
@@ -135,6 +142,9 @@ bool isTextual(const Type& type)
 
 } // namespace
 
+/// Both sides are brought to their common type; SQLite would otherwise compare storage classes, in which any number is
+/// less than any text. If both types are known at run time only, tm_compare decides then. Where neither side is such a
+/// column, COLLATE on the left side decides.
 void Emitter::compare(const BinaryExpr& compare)
 {
     const Expr& left = *compare.left;
@@ -178,6 +188,7 @@ void Emitter::chain(ExprList operands, std::string_view op)
     write(")");
 }
 
+/// All three operands have one common type. The collation of the left operand counts for both bounds.
 void Emitter::between(const BetweenExpr& between)
 {
     const Type common = unify(unify(between.value->type, between.low->type), between.high->type);
@@ -190,6 +201,7 @@ void Emitter::between(const BetweenExpr& between)
     write(")");
 }
 
+/// SQLite uses the collation of the left operand for all items.
 void Emitter::inList(const InListExpr& in)
 {
     write("(");
@@ -213,6 +225,8 @@ void Emitter::inQuery(const InQueryExpr& in)
     write("))");
 }
 
+/// SQLite's LIKE knows no character classes, and folds the case of ASCII letters only. Trailing blanks of the value are
+/// ignored in a match of non- Unicode texts only, as on the server, hence two functions.
 void Emitter::like(const LikeExpr& like)
 {
     const bool national = isNational(like.value->type) || isNational(like.pattern->type);
@@ -232,6 +246,7 @@ void Emitter::like(const LikeExpr& like)
 
 // --- choices -----------------------------------------------------------------------------------
 
+/// The branches are converted to the common type of all of them: SQLite would give each row the type of its branch.
 void Emitter::caseOf(const CaseExpr& expr)
 {
     write("(CASE ");
@@ -258,6 +273,8 @@ void Emitter::caseOf(const CaseExpr& expr)
     write("END)");
 }
 
+/// ISNULL has the type of its first argument, so that a longer second text is cut to its length. Required by the
+/// server's rule; COALESCE does not cut.
 void Emitter::isNullCall(const CallExpr& call)
 {
     write("ifnull(");
@@ -276,6 +293,7 @@ void Emitter::isNullCall(const CallExpr& call)
     write(")");
 }
 
+/// SQLite's coalesce needs at least two arguments.
 void Emitter::coalesce(const CallExpr& call)
 {
     write(call.arguments.size() == 1 ? "(" : "coalesce(");
@@ -288,6 +306,7 @@ void Emitter::coalesce(const CallExpr& call)
     write(")");
 }
 
+/// SQLite's nullif would compare without conversion to a common type.
 void Emitter::nullIf(const CallExpr& call)
 {
     const Expr& value = *call.arguments[0];
@@ -304,6 +323,7 @@ void Emitter::nullIf(const CallExpr& call)
 
 // --- arithmetic --------------------------------------------------------------------------------
 
+/// ~ of a bit is 0 or 1 on the server; SQLite's ~ would make it -1 or -2.
 void Emitter::unary(const UnaryExpr& unary)
 {
     if (unary.op == TokenKind::Tilde && unary.type.kind == TypeKind::Bit) {
@@ -334,6 +354,7 @@ void Emitter::call(std::string_view function, const Expr& left, const Expr& righ
     write(")");
 }
 
+/// The binder has put the type of the result into the node, which determines what + and the others mean here.
 void Emitter::binary(const BinaryExpr& binary)
 {
     if (isText(binary.type)) {
@@ -353,6 +374,7 @@ void Emitter::binary(const BinaryExpr& binary)
     }
 }
 
+/// The functions look at the storage classes when they run. Bitwise operators have only whole operands and need none.
 void Emitter::openArithmetic(const BinaryExpr& binary)
 {
     std::string_view function;
@@ -374,6 +396,8 @@ void Emitter::openArithmetic(const BinaryExpr& binary)
 
 namespace {
 
+/// An operator on whole numbers: its plain form, and the functions that raise errors 8115 and 8134 for int and bigint.
+/// SQLite turns an overflow into a REAL and a division by zero into NULL.
 struct WholeOperator {
     TokenKind op;
     std::string_view plain;
@@ -399,6 +423,8 @@ bool isNonZero(const Expr& expr)
 
 } // namespace
 
+/// The plain operator is written where nothing can go wrong: the bound magnitude of the result fits, or the divisor is
+/// a constant other than 0. SQLite has no exclusive or; a ^ b is (a | b) - (a & b).
 void Emitter::wholeArithmetic(const BinaryExpr& binary)
 {
     const Expr& left = *binary.left;
@@ -455,8 +481,8 @@ void Emitter::decimalTerm(const BinaryExpr& binary)
     write(")");
 }
 
-/// Decimals lie in the file as binary fractions: results are brought to their decimal places, where
-/// the server rounds products and cuts quotients.
+/// Decimals are stored as binary fractions. Results are therefore brought to their decimal places: the server rounds
+/// products and truncates quotients.
 void Emitter::fractionArithmetic(const BinaryExpr& binary)
 {
     const Expr& left = *binary.left;
@@ -487,6 +513,8 @@ void Emitter::dayNumber(const Expr& expr)
     write(", '1900-01-01 00:00:00.000')");
 }
 
+/// Date plus or minus a number moves by days; the number may itself be a date, which then counts as days from
+/// 1900-01-01. Date minus date is the difference in days as a datetime, as on the server.
 void Emitter::dateArithmetic(const BinaryExpr& binary)
 {
     const Expr& left = *binary.left;

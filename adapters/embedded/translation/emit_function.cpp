@@ -34,6 +34,8 @@ std::string_view sqliteFunction(const Builtin& builtin)
 
 } // namespace
 
+/// Converts an argument as the letter of the function's pattern says (see Builtin). After the end of the pattern the
+/// letter before "*" goes on. POWER of a fraction is computed in floating point.
 void Emitter::argument(const FunctionExpr& function, std::size_t index)
 {
     const std::string_view pattern = function.builtin->arguments;
@@ -64,6 +66,8 @@ void Emitter::argument(const FunctionExpr& function, std::size_t index)
     }
 }
 
+/// Functions with the server's meaning are registered under the server's names, so that most calls only get their
+/// arguments converted.
 void Emitter::function(const FunctionExpr& function)
 {
     if (function.builtin->isAggregate()) return aggregate(function);
@@ -77,6 +81,8 @@ void Emitter::function(const FunctionExpr& function)
     if (function.over != nullptr) over(*function.over);
 }
 
+/// SQLite's SUM of whole numbers has 64 bits and its AVG is a float. The server's results are int or bigint with
+/// overflow checks, and AVG is cut. As window functions the built-in ones are used.
 void Emitter::aggregateName(const FunctionExpr& function)
 {
     const std::string_view name = function.builtin->name;
@@ -90,6 +96,8 @@ void Emitter::aggregateName(const FunctionExpr& function)
     }
 }
 
+/// The aggregate, with a cast around it where SQLite gives another type than the server: sums of decimals are rounded
+/// to their scale, averages cut, and a whole average over a window cut to a whole number.
 void Emitter::aggregate(const FunctionExpr& function)
 {
     const bool average = function.builtin->name == "AVG";
@@ -104,6 +112,7 @@ void Emitter::aggregate(const FunctionExpr& function)
         write("*");
     } else {
         const Expr& value = *function.arguments[0];
+        // MIN, MAX and DISTINCT compare texts, which needs the collation.
         const bool ordered = function.builtin->result == ResultRule::Same || function.distinct;
         if (ordered) {
             collated(value);
@@ -117,6 +126,7 @@ void Emitter::aggregate(const FunctionExpr& function)
     if (rounded) write(", 38, " + std::to_string(function.type.scale) + ")");
 }
 
+/// PARTITION BY and ORDER BY compare texts by collation TAMAROK. A default frame is the same on both.
 void Emitter::over(const Over& over)
 {
     write(" OVER (");

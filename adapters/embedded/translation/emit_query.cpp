@@ -5,6 +5,8 @@
 
 namespace tamarok::embedded::translation {
 
+/// Names are always quoted, since a column may be called like a keyword of SQLite. Most have no quote inside and are
+/// copied at once.
 void Emitter::writeName(std::string_view name)
 {
     out_ += '"';
@@ -29,6 +31,7 @@ void Emitter::writeText(std::string_view value)
     out_ += '\'';
 }
 
+/// A compound query has its ORDER BY and LIMIT after the last arm; a SELECT writes its own.
 void Emitter::query(const Query& query, Naming naming, const Source* keySource)
 {
     if (query.select != nullptr) {
@@ -42,6 +45,7 @@ void Emitter::query(const Query& query, Naming naming, const Source* keySource)
 
 namespace {
 
+/// The operator with its blanks.
 std::string_view operatorText(SetOperator op)
 {
     switch (op) {
@@ -73,6 +77,8 @@ void Emitter::compound(const Query& query, Naming naming, bool collate)
     arm(*query.right, naming, distinct);
 }
 
+/// SQLite allows ORDER BY and LIMIT only after the whole compound query. An arm with one of them, and a compound query
+/// on the right, becomes a subquery.
 void Emitter::arm(const Query& query, Naming naming, bool collate)
 {
     if (query.select != nullptr && !isLimited(query)) {
@@ -88,29 +94,33 @@ void Emitter::arm(const Query& query, Naming naming, bool collate)
     write(")");
 }
 
-bool Emitter::foldsRows(const Query& query)
+/// Oracle counts rows with ROWNUM before it sorts, groups or removes duplicates; SQLite's LIMIT comes last. Where the
+/// order matters, the limit goes into an inner query.
+bool Emitter::needsLimitedRows(const Query& query)
 {
     const Select& select = *query.select;
     return select.rowLimit != nullptr &&
            (select.distinct || select.aggregated || select.top != nullptr || !query.order.empty());
 }
 
-bool Emitter::isFolded(const Source& source) const
+bool Emitter::comesFromLimitedRows(const Source& source) const
 {
-    return std::find(folded_.begin(), folded_.end(), source.scope) != folded_.end();
+    return std::find(limitedScopes_.begin(), limitedScopes_.end(), source.scope) != limitedScopes_.end();
 }
 
+/// Writes the clauses in order. While `limitedScopes_` contains the scope, its columns are written as columns of the
+/// inner query; inside that query they are written as those of the tables.
 void Emitter::select(const Query& query, Naming naming, bool collate, const Source* keySource)
 {
     const Select& select = *query.select;
-    const bool folds = foldsRows(query);
-    if (folds) folded_.push_back(select.scope);
+    const bool limitsFirst = needsLimitedRows(query);
+    if (limitsFirst) limitedScopes_.push_back(select.scope);
     write(select.distinct ? "SELECT DISTINCT " : "SELECT ");
-    items(query, naming, collate || select.distinct, folds ? nullptr : keySource);
-    if (folds) {
-        folded_.pop_back();
-        foldedRows(select);
-        folded_.push_back(select.scope);
+    items(query, naming, collate || select.distinct, limitsFirst ? nullptr : keySource);
+    if (limitsFirst) {
+        limitedScopes_.pop_back();
+        limitedRows(select);
+        limitedScopes_.push_back(select.scope);
     } else {
         if (select.source != nullptr) {
             write(" FROM ");
@@ -124,16 +134,17 @@ void Emitter::select(const Query& query, Naming naming, bool collate, const Sour
         expression(*select.having);
     }
     orderBy(query);
-    limit(query, select.rowLimit != nullptr && !folds);
-    if (folds) folded_.pop_back();
+    limit(query, select.rowLimit != nullptr && !limitsFirst);
+    if (limitsFirst) limitedScopes_.pop_back();
 }
 
 /// The rows that ROWNUM lets pass, taken before they are grouped or sorted.
-void Emitter::foldedRows(const Select& select)
+void Emitter::limitedRows(const Select& select)
 {
     write(" FROM (SELECT ");
     bool first = true;
     for (const ColumnExpr* used : select.scope->used.span()) {
+        // A column may be used many times and is listed once.
         bool written = false;
         for (const ColumnExpr* before : select.scope->used.span()) {
             if (before == used) break;
@@ -147,6 +158,7 @@ void Emitter::foldedRows(const Select& select)
         writeName(std::string(used->source->name.text) + "." +
                   std::string(used->source->columnName(static_cast<std::size_t>(used->column))));
     }
+    // The query around it uses no column, as in COUNT(*).
     if (first) write("1");
     if (select.source != nullptr) {
         write(" FROM ");
@@ -162,6 +174,8 @@ void Emitter::foldedRows(const Select& select)
     write(") AS \"~r\"");
 }
 
+/// Each item is converted to the type of the compound query, if it belongs to one, then collated where duplicates are
+/// to be found, then named.
 void Emitter::items(const Query& query, Naming naming, bool collate, const Source* keySource)
 {
     const std::span<OutputColumn> outputs = query.select->outputs;
@@ -179,7 +193,7 @@ void Emitter::items(const Query& query, Naming naming, bool collate, const Sourc
             write(" AS \"c");
             write(std::to_string(i + 1));
             write("\"");
-        } else if (naming == Naming::Own && !output.name.empty()) {
+        } else if (naming == Naming::ByName && !output.name.empty()) {
             write(" AS ");
             writeName(output.name);
         }
@@ -208,6 +222,8 @@ void Emitter::groupBy(const Select& select)
     }
 }
 
+/// An item that is in the SELECT list as well is written as its position there, so that SQLite computes it once. Texts
+/// are ordered by collation TAMAROK.
 void Emitter::orderBy(const Query& query)
 {
     bool first = true;
@@ -227,6 +243,7 @@ void Emitter::orderBy(const Query& query)
     }
 }
 
+/// SQLite takes any expression after LIMIT; parentheses keep it apart from what follows.
 void Emitter::limitValue(const Expr& expr)
 {
     if (expr.kind == ExprKind::Number || expr.kind == ExprKind::Parameter) {
@@ -238,6 +255,7 @@ void Emitter::limitValue(const Expr& expr)
     write(")");
 }
 
+/// ROWNUM, TOP and FETCH all become LIMIT; OFFSET alone needs LIMIT -1 before it, which is no limit.
 void Emitter::limit(const Query& query, bool rowLimitHere)
 {
     const Expr* top = query.select != nullptr ? query.select->top : nullptr;
@@ -265,6 +283,7 @@ void Emitter::limit(const Query& query, bool rowLimitHere)
 
 // --- FROM --------------------------------------------------------------------------------------
 
+/// A join on the right side of a join is enclosed, since SQLite reads joins from the left.
 void Emitter::fromOperand(const FromItem& item)
 {
     const bool plain = item.kind == FromKind::Table || item.kind == FromKind::Derived;
@@ -275,7 +294,7 @@ void Emitter::fromOperand(const FromItem& item)
 
 namespace {
 
-/// Whether the joins may be read from the left without changing what they give.
+/// Whether the joins may be read from the left without changing their result.
 bool isChained(const FromItem& item)
 {
     switch (item.kind) {
@@ -299,6 +318,9 @@ std::string_view joinText(FromKind kind)
 
 } // namespace
 
+/// Tables are always written with an alias: columns are qualified with the name that the binder knows. A comma binds
+/// less tightly than joins on the server, equally in SQLite; it becomes an inner join with its right side in
+/// parentheses where that matters (RIGHT and FULL JOIN).
 void Emitter::from(const FromItem* item)
 {
     switch (item->kind) {
@@ -309,7 +331,7 @@ void Emitter::from(const FromItem* item)
         return;
     case FromKind::Derived:
         write("(");
-        query(*item->query, item->columnNames.empty() ? Naming::Own : Naming::Numbered);
+        query(*item->query, item->columnNames.empty() ? Naming::ByName : Naming::Numbered);
         write(") AS ");
         writeName(item->source->name.text);
         return;

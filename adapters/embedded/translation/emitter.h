@@ -20,7 +20,7 @@ using namespace tsql;
 /// How the columns of a SELECT are named.
 enum class Naming : std::uint8_t {
     None,    ///< not at all: nobody asks for names
-    Own,     ///< by their alias or column, always written out
+    ByName,  ///< by their alias or column, always written out
     Numbered ///< "c1", "c2", ... for an enclosing query of the translation
 };
 
@@ -57,7 +57,7 @@ public:
     void where(const Expr* condition);
 
     void expression(const Expr& expr);
-    /// As an operand or result of type `target`: what the server converts without being asked.
+    /// As an operand or result of type `target`, with the server's implicit conversion.
     void as(const Expr& expr, const Type& target, BadDate badDate = BadDate::LeftToRunTime);
     /// As a text, the way the server shows values.
     void asText(const Expr& expr);
@@ -142,9 +142,9 @@ private:
     void limit(const Query& query, bool rowLimitHere);
     void limitValue(const Expr& expr);
     /// FROM of a query that ROWNUM limits before it groups or sorts: an inner query with LIMIT.
-    void foldedRows(const Select& select);
-    bool isFolded(const Source& source) const;
-    static bool foldsRows(const Query& query);
+    void limitedRows(const Select& select);
+    bool comesFromLimitedRows(const Source& source) const;
+    static bool needsLimitedRows(const Query& query);
     void fromOperand(const FromItem& item);
 
     const SourceText& source_;
@@ -153,7 +153,7 @@ private:
     std::vector<std::int32_t> parameters_;
     bool unqualified_ = false; ///< columns are written without their table
     /// Scopes whose columns come out of an inner query, because ROWNUM limits the rows.
-    std::vector<const Scope*> folded_;
+    std::vector<const Scope*> limitedScopes_;
 };
 
 } // namespace tamarok::embedded::translation

@@ -50,21 +50,21 @@ struct Step {
     std::size_t jump = 0;
     bool flag = false;
     tsql::DateOrder dateOrder = tsql::DateOrder::Mdy;
-    /// Query that was asked for with a row key: the table whose rowid is the last column of `text`
+    /// Query translated with a row key: the table whose rowid is the last column of `text`
     /// (not listed in `columns`); empty where the query has no single base table.
     std::string keyTable;
     /// For each "?" of `text` in order, the index of the statement's parameter.
     std::vector<std::int32_t> parameters;
     std::vector<std::int32_t> probeParameters;
     /// Insert of one row of parameters alone: the same statement without conversions, for values that
-    /// the file stores unchanged; empty for any other. `unconvertedTypes` tells the column's type for
+    /// the file stores unchanged; empty for any other. `unconvertedTypes` has the column's type for
     /// each "?"; the parameters are those of `text`.
     std::string unconvertedText;
     std::vector<tsql::Type> unconvertedTypes;
     std::size_t sourceOffset = 0; ///< where the statement begins in the batch's text
 };
 
-/// Whether a query also gives the rowid of its base table, as its last column.
+/// Whether the last column of a query is the rowid of its base table.
 enum class RowKey : bool { Omitted, Added };
 
 /// Translates step `index` of a batch. Steps are translated one at a time, just before they run, since an

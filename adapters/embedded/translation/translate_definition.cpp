@@ -5,7 +5,7 @@
 
 namespace tamarok::embedded::translation {
 
-/// SQLite knows neither brackets nor (MAX) behind a type's name, but takes any text in quotes.
+/// SQLite accepts neither brackets nor (MAX) after a type's name, but any text in quotes.
 std::string sqliteDeclaration(std::string_view declaration)
 {
     const bool plain =
@@ -29,6 +29,7 @@ const TableConstraint* primaryKey(const CreateTableStatement& create)
     return nullptr;
 }
 
+/// Whether the column alone is the primary key.
 bool isKeyOf(const TableConstraint* key, const ColumnDefinition& column)
 {
     return key != nullptr && key->columns.size() == 1 && key->columns[0] == column.name;
@@ -48,6 +49,9 @@ void Translator::nameList(std::span<const Name> names)
     emitter_.write(")");
 }
 
+/// Collects the columns first: constraints and defaults are bound against the table that is being created. Then checks
+/// the identity column, and writes columns and constraints. A primary key of the identity column alone is written with
+/// the column, not again as a constraint.
 void Translator::createTable(const CreateTableStatement& create)
 {
     if (schema_.table(create.table.text) != nullptr) {
@@ -74,6 +78,7 @@ void Translator::createTable(const CreateTableStatement& create)
     }
     step_.kind = Step::Kind::Define;
     step_.target = table.name;
+    // The server's temporary tables are known by the # of their names, which stays part of the name here.
     emitter_.write(create.table.text.starts_with('#') ? "CREATE TEMP TABLE " : "CREATE TABLE ");
     emitter_.writeName(create.table.text);
     emitter_.write(" (");
@@ -108,6 +113,7 @@ void Translator::columnDefinition(const ColumnDefinition& column, const Table& t
     emitter_.write(" " + sqliteDeclaration(column.typeText));
     const bool identityBeside = std::any_of(table.columns.begin(), table.columns.end(),
                                             [](const TableColumn& other) { return other.identity; });
+    // SQLite allows NULL in a primary key of several columns; the server does not.
     if (column.notNull || column.primaryKey || inKey) emitter_.write(" NOT NULL");
     if (column.primaryKey) emitter_.write(identityBeside ? " UNIQUE" : " PRIMARY KEY");
     if (column.unique) emitter_.write(" UNIQUE");
@@ -128,6 +134,7 @@ void Translator::columnDefinition(const ColumnDefinition& column, const Table& t
     }
 }
 
+/// A check names columns of its own table only, so they are written without it.
 void Translator::check(Expr& condition, const Table& table)
 {
     Scope& scope = binder_.makeScope(nullptr);
@@ -208,6 +215,7 @@ void Translator::createIndex(const CreateIndexStatement& create)
     emitter_.write(")");
 }
 
+/// The view is stored as translated text. Every column must have a name, from the column list or from the query.
 void Translator::createView(const CreateViewStatement& create)
 {
     binder_.bindQuery(*create.query, nullptr);
@@ -231,10 +239,12 @@ void Translator::createView(const CreateViewStatement& create)
         nameList(create.columns);
     }
     emitter_.write(" AS ");
-    emitter_.query(*create.query, Naming::Own);
+    emitter_.query(*create.query, Naming::ByName);
     if (!emitter_.parameters().empty()) source_.unsupported(create.view.offset, "A parameter in a view");
 }
 
+/// The kind of object is taken from the statement, its spelling from the schema. IF EXISTS of a missing table is no
+/// statement at all.
 void Translator::drop(const DropStatement& drop)
 {
     step_.kind = Step::Kind::Define;
@@ -262,6 +272,8 @@ void Translator::drop(const DropStatement& drop)
     emitter_.writeName(table->name);
 }
 
+/// The server adds and drops several columns in one statement, SQLite one in each: one statement is written for every
+/// column.
 void Translator::alter(const AlterStatement& alter)
 {
     const Table& table = binder_.requireTable(alter.table);
@@ -294,6 +306,7 @@ void Translator::alter(const AlterStatement& alter)
     }
 }
 
+/// TRUNCATE also starts the numbering of an identity column anew, which SQLite keeps in its own table.
 void Translator::truncate(const Name& name)
 {
     const Table& table = binder_.requireTable(name);

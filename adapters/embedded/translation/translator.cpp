@@ -5,14 +5,16 @@
 namespace tamarok::embedded::translation {
 
 namespace {
+// Bytes; the bound tree of an ordinary statement fits into one block.
 constexpr std::size_t arenaBlock = 16 * 1024;
-}
+} // namespace
 
 Translator::Translator(const SourceText& source, const Schema& schema, DateOrder order) :
     source_(source), schema_(schema), order_(order), arena_(arenaBlock), binder_(source, schema, arena_),
     emitter_(source, order, 0)
 {}
 
+/// Each kind of step sets `step_.kind` and writes its text; `finish` moves the text out of the emitter.
 Step Translator::translate(const ParsedStep& parsed, RowKey rowKey)
 {
     step_.sourceOffset = parsed.offset;
@@ -54,6 +56,7 @@ void Translator::finish()
     step_.parameters = std::move(emitter_.parameters());
 }
 
+/// The condition of IF becomes a query with one number. Unknown gives NULL, which the engine reads as 0.
 void Translator::condition(Expr& condition)
 {
     binder_.bindPlain(condition, binder_.makeScope(nullptr), "IF");
@@ -64,6 +67,8 @@ void Translator::condition(Expr& condition)
 
 // --- SELECT ------------------------------------------------------------------------------------
 
+/// A query may turn out to be SELECT ... INTO, which is a definition. With a row key, the rowid follows the columns of
+/// the query and is not among the described ones.
 void Translator::query(Query& query, RowKey rowKey)
 {
     emitter_.text().reserve(source_.text().size() * 2 + 512);
@@ -75,21 +80,23 @@ void Translator::query(Query& query, RowKey rowKey)
     step_.kind = Step::Kind::Query;
     const Source* key = rowKey == RowKey::Added ? keySource(query) : nullptr;
     if (key != nullptr) step_.keyTable = key->table->name;
-    emitter_.query(query, Naming::Own, key);
+    emitter_.query(query, Naming::ByName, key);
     describe(query.outputs);
 }
 
-/// The one base table whose rows the query gives, each at most once.
+/// The one base table whose rows the query returns, each at most once; nullptr if there is no such table.
 const Source* Translator::keySource(const Query& query) const
 {
     if (query.select == nullptr) return nullptr;
     const Select& select = *query.select;
     const bool oneTable = select.source != nullptr && select.source->kind == FromKind::Table;
-    const bool folds = select.rowLimit != nullptr && (select.top != nullptr || !query.order.empty());
-    if (!oneTable || select.distinct || select.aggregated || folds) return nullptr;
+    // ROWNUM with ORDER BY reads from an inner query, which has no rowid.
+    const bool limitsFirst = select.rowLimit != nullptr && (select.top != nullptr || !query.order.empty());
+    if (!oneTable || select.distinct || select.aggregated || limitsFirst) return nullptr;
     return select.source->source;
 }
 
+/// Follows each column through the derived tables around it down to the column of a table or view, where there is one.
 void Translator::describe(std::span<const OutputColumn> outputs)
 {
     step_.columns.reserve(outputs.size());
@@ -111,6 +118,8 @@ void Translator::describe(std::span<const OutputColumn> outputs)
     }
 }
 
+/// SQLite's CREATE TABLE AS would lose the declared types and the collation. The table is therefore declared and filled
+/// by two statements in one text. A column of open type becomes INT, as on the server for NULL.
 void Translator::selectInto(Query& query)
 {
     const Name& into = query.select->into;
@@ -135,12 +144,14 @@ void Translator::selectInto(Query& query)
     emitter_.write("); INSERT INTO ");
     emitter_.writeName(into.text);
     emitter_.write(" ");
-    emitter_.query(query, Naming::Own);
+    emitter_.query(query, Naming::ByName);
+    // A text of several statements is run as a whole, without parameters.
     if (!emitter_.parameters().empty()) source_.unsupported(into.offset, "A parameter in SELECT INTO");
 }
 
 // --- INSERT ------------------------------------------------------------------------------------
 
+/// Without a column list the values go to all columns but the identity column, as on the server.
 std::span<std::int32_t> Translator::insertColumns(const InsertStatement& insert, const Table& table)
 {
     ArenaList<std::int32_t> columns(arena_);
@@ -173,6 +184,7 @@ void Translator::columnList(const Table& table, std::span<const std::int32_t> co
     emitter_.write(")");
 }
 
+/// INSERT of rows and of a query differ only after the column list.
 void Translator::insert(const InsertStatement& insert)
 {
     const Table& table = binder_.requireTable(insert.table);
@@ -213,7 +225,7 @@ namespace {
 
 } // namespace
 
-/// Columns that get DEFAULT in every row are left out, which is how SQLite says it; the rest remain.
+/// Leaves out the columns that get DEFAULT in every row, since SQLite has no DEFAULT in VALUES.
 std::span<std::int32_t> Translator::withoutDefaults(const InsertStatement& insert, std::span<std::int32_t> columns)
 {
     const std::span<std::int32_t> kept = arena_.copy(std::span<const std::int32_t>(columns));
@@ -228,7 +240,7 @@ std::span<std::int32_t> Translator::withoutDefaults(const InsertStatement& inser
     return kept;
 }
 
-/// The statement as written so far with plain parameters behind it, where the row consists of nothing else.
+/// Keeps a second text of the statement without conversions if the row consists of parameters alone.
 void Translator::unconvertedRow(const ExprList& row, const Table& table, std::span<const std::int32_t> kept)
 {
     std::string text = emitter_.text() + " VALUES (";
@@ -243,6 +255,8 @@ void Translator::unconvertedRow(const ExprList& row, const Table& table, std::sp
     step_.unconvertedTypes = std::move(types);
 }
 
+/// Checks the number of values of every row, drops the columns that get DEFAULT, then writes the rows with each value
+/// converted to the type of its column. `kept` has the position of the column for each value, -1 for a dropped one.
 void Translator::insertRows(const InsertStatement& insert, const Table& table, std::span<const std::int32_t> columns)
 {
     for (const ExprList& row : insert.rows) {
@@ -284,6 +298,7 @@ void Translator::insertQuery(const InsertStatement& insert, const Table& table, 
 {
     Query& query = *insert.query;
     binder_.bindQuery(query, nullptr);
+    // The server has three errors for this: 213 without a column list, 120 and 121 with one.
     if (query.outputs.size() != columns.size()) {
         if (insert.columns.empty()) refuseCount(source_, insert, query.outputs.size(), columns.size());
         const bool tooMany = query.outputs.size() > columns.size();
@@ -292,6 +307,7 @@ void Translator::insertQuery(const InsertStatement& insert, const Table& table, 
                            " items than the insert list. The number of SELECT values must match the number of INSERT "
                            "columns.");
     }
+    // If all types agree, no conversion is needed and the query needs no other one around it.
     bool same = true;
     for (std::size_t i = 0; i < columns.size(); ++i) {
         const Type& target = table.columns[static_cast<std::size_t>(columns[i])].type;
@@ -322,12 +338,13 @@ void Translator::bindWhere(Expr* where, Scope& scope)
 }
 
 /// The table to change: one of the FROM clause by alias or name, or a table beside it.
-/// `joined` tells that its rows come out of the FROM clause.
+/// `joined` receives whether its rows come out of the FROM clause.
 Source& Translator::targetSource(const Name& target, FromItem* from, Scope& scope, bool& joined)
 {
     joined = false;
     if (from == nullptr) return binder_.addTable(binder_.requireTable(target), target, scope);
     binder_.bindFrom(from, scope);
+    // An alias that equals the name wins over a table of that name.
     Source* found = nullptr;
     for (Source* source : scope.sources.span()) {
         if (source->name == target) found = source;
@@ -345,6 +362,8 @@ Source& Translator::targetSource(const Name& target, FromItem* from, Scope& scop
     return *found;
 }
 
+/// Writes its text with an emitter of its own, since the parameters of the probe are fewer than those of the statement
+/// (SET has no part in it). A join may give a row of the target several times, hence DISTINCT.
 void Translator::lockProbe(const Source& target, const FromItem* from, bool joined, const Expr* where)
 {
     Emitter probe(source_, order_, 256);
@@ -363,6 +382,7 @@ void Translator::lockProbe(const Source& target, const FromItem* from, bool join
     step_.probeParameters = std::move(probe.parameters());
 }
 
+/// @param fromRows  the values are the columns "c1", "c2", ... of the joined rows "~u"; otherwise expressions
 void Translator::updateAssignments(const UpdateStatement& update, const Source& target, bool fromRows)
 {
     emitter_.write(" SET ");
@@ -384,6 +404,8 @@ void Translator::updateAssignments(const UpdateStatement& update, const Source& 
     }
 }
 
+/// Three forms: a table alone, a table beside a FROM clause (SQLite knows both), and a target inside its own FROM
+/// clause, which `updateJoined` rewrites.
 void Translator::update(const UpdateStatement& update)
 {
     Scope& scope = binder_.makeScope(nullptr);
@@ -436,6 +458,7 @@ void Translator::updateJoined(const UpdateStatement& update, const Source& targe
     emitter_.write(") AS \"~u\" WHERE \"~t\".rowid = \"~u\".\"k\"");
 }
 
+/// SQLite's DELETE has no FROM clause for joins: the rows to delete are those that the lock probe finds.
 void Translator::erase(const DeleteStatement& erase)
 {
     Scope& scope = binder_.makeScope(nullptr);

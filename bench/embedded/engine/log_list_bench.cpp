@@ -1,5 +1,5 @@
 // A log list of a million rows as the library composes it, streamed through the recordset against a
-// bare loop of sqlite3_step over the same SQLite text that reads the same columns.
+// plain loop of sqlite3_step over the same SQLite text that reads the same columns.
 
 #include <array>
 #include <benchmark/benchmark.h>
@@ -84,7 +84,7 @@ public:
         return processorSeconds() - begin;
     }
 
-    double bareSeconds() const
+    double plainSeconds() const
     {
         sqlite3* handle = nullptr;
         sqlite3_stmt* statement = nullptr;
@@ -127,7 +127,7 @@ void streamLogList(benchmark::State& state)
     double own = 0.0;
     double peer = 0.0;
     for ([[maybe_unused]] const auto _ : state) {
-        peer += logs.bareSeconds();
+        peer += logs.plainSeconds();
         const double seconds = logs.recordsetSeconds();
         own += seconds;
         state.SetIterationTime(seconds);

@@ -1,4 +1,4 @@
-// Streaming a million rows through the cursor against a bare loop over the same SQLite text, and
+// Streaming a million rows through the cursor against a plain sqlite3_step loop over the same text, and
 // what opening a statement costs that the connection knows already. Each figure stands beside its
 // peer in the same run.
 
@@ -81,9 +81,9 @@ LogDatabase& logs()
 }
 
 /// The same file and text through SQLite alone, with the same settings.
-class Bare {
+class PlainLoop {
 public:
-    Bare()
+    PlainLoop()
     {
         sqlite3_open_v2(logs().path.c_str(), &handle_, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
         sqlite3_exec(handle_, "PRAGMA cache_size=-16384", nullptr, nullptr, nullptr);
@@ -93,9 +93,9 @@ public:
             std::abort();
         }
     }
-    Bare(const Bare&) = delete;
-    Bare& operator=(const Bare&) = delete;
-    ~Bare()
+    PlainLoop(const PlainLoop&) = delete;
+    PlainLoop& operator=(const PlainLoop&) = delete;
+    ~PlainLoop()
     {
         sqlite3_finalize(statement_);
         sqlite3_close(handle_);
@@ -182,13 +182,13 @@ long memoryKilobytes()
 template <class Measured>
 void compare(benchmark::State& state, const Measured& measured)
 {
-    Bare bare;
-    bare.seconds();
+    PlainLoop plain;
+    plain.seconds();
     double peer = 0.0;
     double own = 0.0;
     const long before = memoryKilobytes();
     for ([[maybe_unused]] const auto _ : state) {
-        peer += bare.seconds();
+        peer += plain.seconds();
         const double seconds = measured();
         own += seconds;
         state.SetIterationTime(seconds);
@@ -209,7 +209,7 @@ void streamThroughRecordset(benchmark::State& state)
 }
 BENCHMARK(streamThroughRecordset)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
 
-/// A known statement of usual length, opened and closed, less what bare SQLite needs for it.
+/// A cached statement of typical length, opened and closed, less the time that SQLite alone needs for it.
 void openKnownStatement(benchmark::State& state)
 {
     std::string text = "SELECT TOP 1 ID, SPECIES FROM LOGS WHERE ID = 500000";
@@ -251,7 +251,7 @@ void openKnownStatement(benchmark::State& state)
 }
 BENCHMARK(openKnownStatement)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(20);
 
-/// Deleting a row that nobody has locked, against the same statement run bare in the same file.
+/// Deleting a row that nobody has locked, against the same statement run by SQLite alone in the same file.
 void changeUnlockedRow(benchmark::State& state)
 {
     ado::Connection& connection = *logs().connection;

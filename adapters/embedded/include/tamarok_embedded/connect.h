@@ -12,7 +12,7 @@
 
 /// The embedded database: one file, opened by any number of connections of any number of processes
 /// of one machine. Beside the file stand "-wal" and "-shm", which SQLite keeps while the database is
-/// open, and "-locks", which holds no data: its bytes stand for rows, and a byte locked for a row
+/// open, and "-locks", which holds no data: its bytes represent rows, and a byte locked for a row
 /// lock. It may be deleted whenever no connection is open.
 namespace tamarok::embedded {
 
@@ -44,17 +44,17 @@ ado::ConnectionRef connect(const std::filesystem::path& file, const OpenOptions&
 
 /// Opens what a connection text names: "Provider=Tamarok.Embedded;Data Source=FILE", and if wanted
 /// "Date Order=DMY" (MDY, DMY, YMD, YDM, MYD, DYM) and "Mode=Read" or "Mode=Create". Names compare
-/// without regard to case; a value may stand in quotes.
+/// without regard to case; a value may be quoted.
 /// Errors: 5 for a text of another form, else as `connect`.
 ado::ConnectionRef connectText(std::string_view connectionText);
 
 /// A new, empty database in memory, for tests and short work. No other connection can see it, so
-/// row locks hinder nobody.
+/// row locks have no effect.
 ado::ConnectionRef connectInMemory(const OpenOptions& options = {});
 
 /// SQLite text of each step of `statement`, one a line, as the connection would run it now; steps that
 /// are not SQL (EXEC, SET, jumps) as a comment. Errors: 5 where the connection is not of this kind,
-/// 3709 closed, 0x80040E14 as running it would give.
+/// 3709 closed, 0x80040E14 as for running it.
 std::string translate(ado::Connection& connection, std::string_view statement);
 
 } // namespace tamarok::embedded

@@ -52,7 +52,7 @@ enum class ExprKind : std::uint8_t {
     Subquery
 };
 
-/// Base of all expressions; `kind` tells the derived type.
+/// Base of all expressions; `kind` determines the derived type.
 struct Expr {
     ExprKind kind;
     bool condition = false; ///< true or false, and so no value
@@ -227,7 +227,7 @@ struct SelectItem {
     std::uint32_t offset = 0;
 };
 
-/// A column of a query's result; a star gives several.
+/// A column of a query's result; a star is expanded to several.
 struct OutputColumn {
     std::string_view name;
     Type type;
