@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 #include <map>
 
-#include "support/surroundings.h"
 #include "catalogue/table_file.h"
+#include "support/surroundings.h"
 
 #include "tamarok/comm_csel.h"
 

@@ -14,8 +14,7 @@ TEST(ShowMessage, EmptyTitleIsTheProductsName)
     with.messages->answer = 6;
     EXPECT_EQ(mComm::ShowMessage("text", 48), 6);
     EXPECT_EQ(mComm::ShowMessage("other", 64, "Title", "help.chm", 3), 6);
-    EXPECT_EQ(with.messages->shown,
-              (std::vector<test::ShownMessage>{{"text", 48, "Tamarok"}, {"other", 64, "Title"}}));
+    EXPECT_EQ(with.messages->shown, (std::vector<test::ShownMessage>{{"text", 48, "Tamarok"}, {"other", 64, "Title"}}));
 }
 
 TEST(ShowMessage, WithoutABoxTheCallFails)

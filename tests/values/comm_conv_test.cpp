@@ -1,5 +1,5 @@
-#include "support/surroundings.h"
 #include "regional_order.h"
+#include "support/surroundings.h"
 #include "values/machines.h"
 
 #include "tamarok/comm_conv.h"
