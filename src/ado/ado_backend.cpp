@@ -8,6 +8,8 @@ namespace tamarok::ado {
 
 namespace {
 
+// A back end overrides these operations together, or none of them: Cursor::updatable() tells which, and the
+// recordset asks it first.
 [[noreturn]] void refuse(std::string_view what)
 {
     fail(errors::readOnlyRecordset, recordsetSource, "The rows of this statement cannot be " + std::string{what} + ".");
@@ -15,6 +17,7 @@ namespace {
 
 } // namespace
 
+// The operations of read-only rows.
 std::int64_t Cursor::rowKey() const
 {
     refuse("named by a key");
