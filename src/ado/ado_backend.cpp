@@ -17,7 +17,6 @@ namespace {
 
 } // namespace
 
-// The operations of read-only rows.
 std::int64_t Cursor::rowKey() const
 {
     refuse("named by a key");

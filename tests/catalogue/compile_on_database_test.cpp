@@ -145,8 +145,7 @@ TEST_P(LogColumnsOnDatabase, TheInvalidColumnIsRefusedByTheDatabase)
                       rows.Open("SELECT " + select(invalidText, grouped) + " FROM " + from(invalidText),
                                 session.db_ADO);
                   }),
-                  errors::statementRefused)
-            << "accepted";
+                  errors::statementRefused);
     }
 }
 

@@ -42,6 +42,7 @@ TEST(Fields, AreCountedFromZeroAndDividedByTabs)
 TEST(Fields, BeyondTheLastOneAreErrorNine)
 {
     for (const std::string_view statement : {"{P1}", "{N1}", "{UP1}", "{P1?a:b}", "{P1=4?a:b}"}) {
+        SCOPED_TRACE(statement);
         test::expectError(errors::subscriptOutOfRange, "field 1", [&] { fill(statement, "x"); });
     }
 }
