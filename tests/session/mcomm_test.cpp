@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "support/errors.h"
 #include "support/surroundings.h"
 
 #include "tamarok/c_version.h"
@@ -14,8 +15,7 @@ TEST(ShowMessage, EmptyTitleIsTheProductsName)
     with.messages->answer = 6;
     EXPECT_EQ(mComm::ShowMessage("text", 48), 6);
     EXPECT_EQ(mComm::ShowMessage("other", 64, "Title", "help.chm", 3), 6);
-    EXPECT_EQ(with.messages->shown,
-              (std::vector<test::ShownMessage>{{"text", 48, "Tamarok"}, {"other", 64, "Title"}}));
+    EXPECT_EQ(with.messages->shown, (std::vector<test::ShownMessage>{{"text", 48, "Tamarok"}, {"other", 64, "Title"}}));
 }
 
 TEST(ShowMessage, WithoutABoxTheCallFails)
@@ -23,12 +23,7 @@ TEST(ShowMessage, WithoutABoxTheCallFails)
     Platform silent;
     silent.messageBox = nullptr;
     const PlatformScope scope{std::move(silent)};
-    try {
-        mComm::ShowMessage("text", 0);
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_EQ(error.number, errors::objectNotSet);
-    }
+    EXPECT_EQ(test::errorNumber([&] { mComm::ShowMessage("text", 0); }), errors::objectNotSet);
 }
 
 TEST(Version, IsMajorAndMinor)
