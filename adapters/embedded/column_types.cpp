@@ -10,6 +10,8 @@ namespace {
 using ado::DataType;
 using tsql::TypeKind;
 
+/// Sizes that the recordset model reports for texts without a limit: 2^31 - 1 bytes, in characters of one byte and of
+/// two.
 constexpr std::int32_t longText = 2147483647;
 constexpr std::int32_t longWideText = 1073741823;
 

@@ -25,6 +25,7 @@ constexpr std::array modeNames{
     ModeName{"ReadWrite", OpenMode::OpenExisting},
 };
 
+/// Error 5 with the reason.
 [[noreturn]] void refuse(const std::string& why)
 {
     throw Error{errors::invalidArgument, "Connection text: " + why + ".", std::string{sourceName}};

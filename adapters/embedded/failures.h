@@ -46,7 +46,7 @@ Error failure(sqlite3* database, int code, std::string_view path);
 /// The statement took longer than it may. @param what  what it waited for, or empty
 Error timeoutFailure(std::string_view what);
 
-/// The row of `table` that an editable cursor stood on has been deleted: Error 0x80040E23.
+/// The current row of an editable cursor on `table` has been deleted: Error 0x80040E23.
 Error rowGoneFailure(std::string_view table);
 
 /// Opening `path` failed for `reason`, a clause without full stop.

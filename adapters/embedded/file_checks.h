@@ -9,7 +9,7 @@ struct sqlite3;
 /// Error 0x80004005 with the path and the reason.
 namespace tamarok::embedded {
 
-/// The file exists, is a file, and its folder allows what an opening needs.
+/// Checks that the file exists, is a regular file and not empty, and that file and folder permit the opening.
 void checkDatabaseFile(const std::string& path, bool readOnly);
 
 /// The header of a file that SQLite has just opened and not yet read: that it is a database of this
@@ -20,11 +20,11 @@ void checkHeader(sqlite3* database, const std::string& path, bool readOnly);
 
 void checkLayout(std::int64_t application, std::int64_t layout, const std::string& path);
 
-/// Makes a new, empty database under `path`; it comes into being complete or not at all.
+/// Creates a new, empty database under `path`, completely or not at all.
 void createDatabaseFile(const std::string& path);
 
-/// Name to open `path` with for reading only: as unchangeable where the folder cannot be written, since
-/// SQLite could not keep its own files there.
+/// Name under which SQLite opens `path` for reading only. In a folder that cannot be written the file is opened as
+/// immutable, since SQLite cannot create the files of its log there.
 std::string readOnlyName(const std::string& path);
 
 } // namespace tamarok::embedded

@@ -4,8 +4,8 @@
 
 struct sqlite3;
 
-/// The functions and the collation that translated statements use. Every function that the server
-/// has keeps its own name; what has none there begins with "tm_".
+/// The functions and the collation that translated statements use. A function that the server has is registered under
+/// the server's name; the names of all others begin with "tm_".
 ///
 /// Conversions (Null gives Null; a failure is an SQL error whose text begins with the server's
 /// error number and a colon: "245:Conversion failed when converting the nvarchar value 'x' to data
@@ -51,12 +51,12 @@ struct sqlite3;
 /// Collation TAMAROK: any letter without regard to case, accents count (a < ä < b), trailing blanks ignored.
 namespace tamarok::embedded {
 
-/// What functions need of their connection. Lives as long as the connection.
+/// Settings of the connection that functions read. Lives as long as the connection.
 struct FunctionContext {
     tsql::DateOrder dateOrder = tsql::DateOrder::Mdy;
 };
 
-/// Registers all of them. Throws Error where SQLite refuses.
+/// Registers all functions, aggregates and the collation. Error 0x80004005 if SQLite refuses one.
 void registerFunctions(sqlite3* database, FunctionContext& context);
 
 } // namespace tamarok::embedded

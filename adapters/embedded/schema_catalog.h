@@ -24,9 +24,9 @@ public:
     /// number is out of date.
     std::uint64_t generation() const noexcept { return generation_; }
 
-    /// The schema has changed, or may have.
+    /// Forgets everything that was read, since the schema has changed or may have.
     void forget();
-    /// Looks whether another session has changed the schema, and forgets it then.
+    /// Checks whether another session has changed the schema, and forgets it in that case.
     void refresh();
 
 private:

@@ -27,7 +27,8 @@ private:
     std::vector<Compiled> idle_;
 };
 
-/// A step of a batch, translated.
+/// A translated step with its compiled statements. It is out of date when the catalogue's generation or the date order
+/// has changed.
 struct CachedStep {
     Step step;
     std::shared_ptr<const ResultLayout> layout;
@@ -38,10 +39,11 @@ struct CachedStep {
     tsql::DateOrder order = tsql::DateOrder::Mdy;
 };
 
-/// Which text of a step.
+/// Selects one of the SQLite texts of a step.
 enum class StepText : std::uint8_t { Statement, Probe, Unconverted };
 
-/// A compiled statement on loan; goes back where it came from, reset.
+/// A compiled statement in use by a cursor or a change. Its destructor resets it and puts it back into the pool of its
+/// step.
 class Lease {
 public:
     Lease() = default;
@@ -66,7 +68,8 @@ private:
     int compilations_ = 0;
 };
 
-/// A parsed batch with the translations of its steps.
+/// A parsed batch with the translations of its steps, with and without row key. Cursors share it with the cache, so it
+/// outlives its removal from there.
 class CachedBatch {
 public:
     explicit CachedBatch(std::string_view text);
@@ -84,7 +87,7 @@ private:
     std::vector<std::shared_ptr<CachedStep>> keyed_;
 };
 
-/// The batches of a connection by their text; the one that was not used for longest goes first.
+/// The batches of a connection by their text; the least recently used one is evicted first.
 class StatementCache {
 public:
     static constexpr std::size_t capacity = 256;

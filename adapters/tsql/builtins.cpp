@@ -153,6 +153,7 @@ const Builtin* findBuiltin(const Name& name)
     return builtins.find(name.text);
 }
 
+/// The table is short, so it is searched from the beginning.
 std::string_view findDatePart(std::string_view written)
 {
     for (const DatePart& part : dateParts) {

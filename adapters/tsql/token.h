@@ -18,8 +18,8 @@ struct Token {
     Keyword keyword = Keyword::None;
 };
 
-/// Cuts `text` into tokens, the last one End. Throws Error 0x80040E14 with line and column for
-/// unclosed quotes, brackets and comments and for characters that begin nothing.
+/// Splits `text` into tokens; the last one is End. Throws Error 0x80040E14 with line and column for unclosed quotes,
+/// brackets and comments and for characters that begin no token.
 std::vector<Token> tokenize(std::string_view text);
 
 } // namespace tamarok::tsql

@@ -7,7 +7,7 @@
 
 #include "tamarok/ado.h"
 
-/// What a back end tells the shared suite about itself. Each back end has one small file: its
+/// What the shared suite must know about a back end. Each back end has one small file: its
 /// context, `makeBackendContext`, and a `main` that names the number of cases it must run.
 namespace tamarok::ado::backend {
 
@@ -37,7 +37,7 @@ public:
     virtual std::string dateLiteral(std::string_view isoDateTime) const = 0;
 
     /// Makes a procedure known to `connection` that inserts its two arguments, a text and a whole
-    /// number, into SHORT_TEXT and WHOLE of `table`, and gives its name.
+    /// number, into SHORT_TEXT and WHOLE of `table`. @return its name
     virtual std::string insertProcedure(Connection& connection, std::string_view table) = 0;
 
     virtual std::vector<Quirk> quirks() const { return {}; }
@@ -49,7 +49,7 @@ std::unique_ptr<BackendContext> makeBackendContext();
 /// Part of table names that differs from process to process, so that runs can be parallel.
 const std::string& processToken();
 
-/// Runs the suite. Where no filter is given, the numbers of cases that ran and that were skipped must be as told.
+/// Runs the suite. Where no filter is given, the numbers of cases that ran and that were skipped must be those given.
 /// @return exit status of the program
 int runBackendSuite(int argc, char** argv, int expectedRuns, int expectedSkips);
 

@@ -26,7 +26,7 @@ protected:
 
     /// Inserts rows (WHOLE 1 to `count`, SHORT_TEXT "row 1" ...).
     void fill(int count);
-    /// "SELECT columns FROM table" and what stands behind it.
+    /// "SELECT columns FROM table rest".
     std::string select(std::string_view columns, std::string_view rest = {}) const;
     std::string insert(std::string_view columns, std::string_view values) const;
     std::shared_ptr<Recordset> open(std::string_view statement, CursorType cursor = CursorType::OpenForwardOnly,

@@ -5,7 +5,7 @@
 
 #include "tamarok_tsql/date_value.h"
 
-/// What the functions need of dates beyond tamarok_tsql/date_value.h: months added, and the clock.
+/// Calendar arithmetic beyond tamarok_tsql/date_value.h (months, ISO weeks), and the clock.
 namespace tamarok::embedded::functions {
 
 using tsql::dayOf;

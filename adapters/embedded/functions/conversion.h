@@ -6,13 +6,14 @@
 
 #include "functions/call.h"
 
-/// Values to the server's number types. Failures are the server's errors.
+/// Converts values to the server's number types. Failures are the server's errors.
 namespace tamarok::embedded::functions {
 
 enum class WholeType : std::uint8_t { TinyInt, SmallInt, Int, BigInt };
 
 /// Floats are cut; a text must be a whole number, blanks around it are allowed, a blank text or a lone sign is 0
-/// (errors 245, 8114 for bigint, 244, 248). Error 220 or 8115 outside the type. Null counts as 0: callers look before.
+/// (errors 245, 8114 for bigint, 244, 248). Error 220 or 8115 outside the type. Null counts as 0: callers check for it
+/// before.
 std::int64_t toWhole(sqlite3_value* value, WholeType type);
 
 /// A text must be a number, with or without exponent (E or D); a blank text is 0. Error 8114.

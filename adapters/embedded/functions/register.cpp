@@ -37,6 +37,7 @@ void invoke(sqlite3_context* context, int count, sqlite3_value** arguments) noex
 constexpr int pure = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
 constexpr int changing = SQLITE_UTF8 | SQLITE_INNOCUOUS;
 
+/// A function with optional arguments has one row for each number of arguments, so that SQLite checks the number.
 constexpr FunctionEntry functionEntries[] = {
     // Conversions
     {"tm_bit", 1, pure, &invoke<tmBit>},
@@ -200,6 +201,8 @@ void check(sqlite3* database, int code, std::string_view what)
 
 } // namespace functions
 
+/// Aggregates are registered as window functions, which SQLite uses in both ways. The value of a moving window is read
+/// by the function that also gives the final result.
 void registerFunctions(sqlite3* database, FunctionContext& context)
 {
     for (const functions::FunctionEntry& entry : functions::functionEntries) {

@@ -12,6 +12,7 @@ namespace tamarok::embedded {
 
 namespace {
 
+/// Updates the time of the node's row, or inserts the row if the login has none for it yet.
 void recordNode(ProcedureScope& scope, std::span<const Variant> arguments)
 {
     const Variant& given = arguments[0];

@@ -25,6 +25,7 @@ constexpr std::array valueColumns{
     ValueColumn{"DATE_VALUE", "CAST(? AS datetime)"},
 };
 
+/// The column for a kind. Error 50000, the number of user-defined errors, for an unknown one.
 const ValueColumn& columnOf(const Variant& kind)
 {
     const std::int64_t number = kind.isNull() ? 0 : convert::toLongLong(kind);
@@ -49,6 +50,8 @@ Variant valueFor(const ValueColumn& column, const Variant& value)
     return content.empty() ? Variant{Null{}} : Variant{content};
 }
 
+/// Updates the row of the property, or inserts one if there is none. The name is compared in upper case, since callers
+/// spell it in any case; a new row has it as given.
 void writeProperty(ProcedureScope& scope, std::span<const Variant> arguments)
 {
     const Variant& property = arguments[0];

@@ -158,6 +158,8 @@ void Translator::referenceTo(const Name& table, std::span<const Name> columns, s
     }
 }
 
+/// SQLite spells the constraints as the server does. A primary key beside an identity column becomes UNIQUE, since the
+/// identity column is SQLite's row key.
 void Translator::tableConstraint(const TableConstraint& constraint, const Table& table, bool demoted)
 {
     if (!constraint.name.empty()) {
@@ -193,6 +195,7 @@ std::string indexName(const Table& table, const Name& index)
 
 } // namespace
 
+/// The index of a temporary table must be created in SQLite's schema `temp`, where the table is.
 void Translator::createIndex(const CreateIndexStatement& create)
 {
     const Table& table = binder_.requireTable(create.table);

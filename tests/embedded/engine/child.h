@@ -7,7 +7,7 @@
 
 namespace tamarok::embedded::test {
 
-/// A process of the program lock_child, which is told what to do by its arguments and by lines.
+/// A process of the program lock_child, controlled by its arguments and by lines on its standard input.
 class Child : public tamarok::test::ChildProcess {
 public:
     explicit Child(const std::vector<std::string>& arguments) :

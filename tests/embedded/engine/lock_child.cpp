@@ -1,5 +1,5 @@
-// A second process for the tests of locks and of writing: does what its arguments say, tells it in
-// lines on standard output, and goes on when a line comes on standard input.
+// A second process for the tests of locks and of writing: runs the command in its arguments, reports on standard
+// output, and continues at each line on standard input.
 
 #include <csignal>
 #include <cstdlib>
@@ -86,7 +86,7 @@ void transaction(const std::string& file, const std::string& text)
     nextLine();
 }
 
-/// fill FILE STATEMENT: repeats it, with files limited to a megabyte, until it fails; tells how.
+/// fill FILE STATEMENT: repeats it, with files limited to a megabyte, until it fails; reports the error.
 void fill(const std::string& file, const std::string& text)
 {
     std::signal(SIGXFSZ, SIG_IGN);

@@ -12,7 +12,7 @@
 
 namespace tamarok::embedded::functions {
 
-/// A bare SQLite database in memory with the functions registered.
+/// A SQLite database in memory with the functions registered, without the engine.
 class ScratchDatabase {
 public:
     ScratchDatabase();

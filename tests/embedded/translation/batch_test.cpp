@@ -3,7 +3,7 @@
 
 #include "embedded/translation/test_database.h"
 
-/// What a step tells beside its text.
+/// The members of a step other than its text.
 namespace tamarok::embedded::translation {
 namespace {
 

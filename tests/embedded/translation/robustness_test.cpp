@@ -7,7 +7,7 @@
 
 #include "tamarok/error.h"
 
-/// What no person would write: every text ends in a translation or in a clear error.
+/// Extreme and broken texts: each must end in a translation or in an error with its place.
 namespace tamarok::embedded::translation {
 namespace {
 

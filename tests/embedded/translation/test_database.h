@@ -43,7 +43,7 @@ private:
     std::vector<Table> tables_;
 };
 
-/// A block of a fixture file: what is given, and what is to come of it, one line each.
+/// A block of a fixture file: the input, and the expected lines.
 struct Fixture {
     std::string given;
     std::vector<std::string> expected;

@@ -11,16 +11,16 @@
 #include "tamarok/ado.h"
 
 /// The embedded database: one file, opened by any number of connections of any number of processes
-/// of one machine. Beside the file stand "-wal" and "-shm", which SQLite keeps while the database is
-/// open, and "-locks", which holds no data: its bytes represent rows, and a byte locked for a row
-/// lock. It may be deleted whenever no connection is open.
+/// of one machine. SQLite keeps two files with the suffixes "-wal" and "-shm" beside it while the database is
+/// open. The file with the suffix "-locks" holds no data: its bytes represent rows, and a row lock is a lock on a byte.
+/// It may be deleted whenever no connection is open.
 namespace tamarok::embedded {
 
 enum class OpenMode : std::uint8_t {
     OpenExisting, ///< for reading and writing
     Create,       ///< makes a new, empty database; fails where the file exists
-    Build,        ///< as Create, for one writer who throws the file away if his work fails: the journal lies
-                  ///< in memory and nothing is forced to the disk before the connection closes
+    Build,        ///< as Create, for a single writer that deletes the file if its work fails: the journal is kept
+                  ///< in memory and writes are not synchronised with the disk
     ReadOnly
 };
 
@@ -39,7 +39,7 @@ inline constexpr std::int32_t layoutVersion = 1;
 /// Opens a database file.
 /// Errors: 0x80004005 with the path and the reason: the file is missing, a directory, empty, no
 /// database, a database of another program, of a newer layout, damaged, not permitted; in mode
-/// Create, that it exists already. A failed opening leaves nothing behind and changes nothing.
+/// Create, that it exists already. A failed opening changes no file and leaves none behind.
 ado::ConnectionRef connect(const std::filesystem::path& file, const OpenOptions& options = {});
 
 /// Opens what a connection text names: "Provider=Tamarok.Embedded;Data Source=FILE", and if wanted

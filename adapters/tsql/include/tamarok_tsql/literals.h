@@ -14,7 +14,7 @@ std::int32_t textLength(std::string_view raw);
 /// The text of a literal with quotes.
 std::string textValue(std::string_view raw);
 
-/// A whole number with blanks around it; '' is 0.
+/// Reads a whole number with blanks around it; a blank text is 0. No value for any other text.
 std::optional<std::int64_t> wholeOf(std::string_view text);
 
 /// Whether the text is a decimal number with blanks around it, with an exponent where `floating`.

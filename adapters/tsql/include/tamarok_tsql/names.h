@@ -5,7 +5,7 @@
 #include <string_view>
 
 /// Names of tables and columns compare without regard to case: ASCII letters and the letters of
-/// Latin-1 (ä, ö, ü, ...), which is what names of this system are made of.
+/// Latin-1 (ä, ö, ü, ...), which are all letters that names of this system contain.
 namespace tamarok::tsql {
 
 /// Upper case of byte `c` of a UTF-8 text; `previous` is the byte before it. Letters of Latin-1 have two bytes, the

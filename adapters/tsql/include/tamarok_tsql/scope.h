@@ -31,7 +31,8 @@ struct Source {
     std::int32_t find(const Name& column) const;
 };
 
-/// The names that one SELECT, UPDATE or DELETE brings into sight.
+/// The sources that columns of one SELECT, UPDATE or DELETE may refer to. A scope refers to the one around it, so that
+/// a subquery sees the columns of its outer query.
 struct Scope {
     Scope* parent = nullptr;
     ArenaList<Source*> sources;

@@ -21,7 +21,8 @@ inline constexpr std::int32_t ambiguousColumn = 209;
 inline constexpr std::int32_t unresolvedName = 4104;
 } // namespace messages
 
-/// The text of a batch, able to refuse it with line and column.
+/// The text of a batch. Lexer, parser, binder and translation refuse a statement through it, so that every refusal
+/// names line and column.
 class SourceText {
 public:
     explicit SourceText(std::string_view text) : text_(text) {}
@@ -31,7 +32,7 @@ public:
     /// Throws Error statementRefused: `message` followed by line and column of `offset`.
     [[noreturn]] void refuse(std::size_t offset, std::int32_t nativeError, std::string message,
                              std::string_view sqlState = "42000") const;
-    /// The construct is known and not supported.
+    /// Refuses a construct that the server knows and the embedded database does not: error 40517.
     [[noreturn]] void unsupported(std::size_t offset, std::string_view construct) const;
 
 private:

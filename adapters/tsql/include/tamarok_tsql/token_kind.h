@@ -6,7 +6,7 @@ namespace tamarok::tsql {
 
 enum class TokenKind : std::uint8_t {
     End,
-    Name,       ///< plain identifier; `keyword` tells which keyword it is, if any
+    Name,       ///< plain identifier; its `keyword` is set if it is one
     QuotedName, ///< [name] or "name"
     Text,       ///< 'text' or N'text'
     Integer,

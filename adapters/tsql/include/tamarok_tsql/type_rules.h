@@ -4,7 +4,8 @@
 
 #include "tamarok_tsql/types.h"
 
-/// The server's rules on types of operations.
+/// The server's rules on the types of operations. The binder types expressions with them, and the translation decides
+/// by them where a conversion is needed.
 namespace tamarok::tsql {
 
 enum class TypeClass : std::uint8_t { Unknown, Null, Whole, Fixed, Floating, Text, Date, Guid, Binary };
@@ -37,7 +38,7 @@ inline bool isNumber(const Type& type)
 {
     return isWhole(type) || isFraction(type);
 }
-/// Null literals and parameters take the type that their surroundings ask for.
+/// True for NULL and for parameters, which take the type of their context.
 inline bool isOpen(const Type& type)
 {
     return type.kind == TypeKind::Unknown || type.kind == TypeKind::Null;
