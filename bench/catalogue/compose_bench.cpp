@@ -83,7 +83,7 @@ ListText composeList(const TmkVar& session, bool grouped)
 void composeFortyColumns(benchmark::State& state)
 {
     Surroundings with;
-    testing::setPriceOptions(with.database, 13.7603, 0);
+    test::setPriceOptions(with.database, 13.7603, 0);
     const bool grouped = state.range(0) != 0;
     for (auto _ : state) {
         ListText list = composeList(with.session, grouped);

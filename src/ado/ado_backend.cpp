@@ -8,6 +8,8 @@ namespace tamarok::ado {
 
 namespace {
 
+// A back end overrides these operations together, or none of them: Cursor::updatable() tells which, and the
+// recordset asks it first.
 [[noreturn]] void refuse(std::string_view what)
 {
     fail(errors::readOnlyRecordset, recordsetSource, "The rows of this statement cannot be " + std::string{what} + ".");

@@ -37,12 +37,14 @@ std::int64_t Command::Execute()
     if (!ActiveConnection) fail(errors::connectionClosed, commandSource, "Execute: the command has no connection.");
     Session& session = ActiveConnection->session();
     const bool procedure = CommandType == tamarok::ado::CommandType::StoredProcedure;
+    // Conversion errors come before the announcement: listeners see only what is sent.
     const ParameterValues values{*parameters_};
     const std::string& text = CommandText;
     const Statement statement{.text = text,
                               .parameters = values.get(),
                               .timeoutSeconds = ActiveConnection->CommandTimeout(),
                               .procedure = procedure};
+    // A listener sees the call with its values; a plain statement is announced as it is.
     const std::string call = procedure ? describeCall(text, values.get()) : std::string{};
     const std::string& announced = procedure ? call : text;
     ActiveConnection->announce(announced);
@@ -72,6 +74,7 @@ public:
     /// Appends the parameter to the list of a command; this object then stands for the entry there.
     void moveTo(ParameterList list)
     {
+        // A copy, since the list that held the parameter so far is dropped below.
         list->push_back(parameter());
         index_ = list->size() - 1;
         list_ = std::move(list);
@@ -88,6 +91,7 @@ private:
     std::size_t index_ = 0;
 };
 
+// The caller gives types and directions as numbers.
 constexpr Member<ParameterObject> parameterRows[]{
     {.name = "Value",
      .get = [](const ParameterObject& p, ReadArguments) -> Variant { return p.parameter().value; },
@@ -131,6 +135,7 @@ void ParameterObject::put(std::string_view name, const Variant& value)
 /// Returns a parameter by index, from 0, or by name. Error 3265 for an unknown one.
 Variant parameterOf(const ParameterList& list, const Variant& key)
 {
+    // A number is an index, a text a name without case. A number beyond the list fails like an unknown name.
     if (!key.isString()) {
         const std::int64_t index = convert::toLongLong(key);
         if (index >= 0 && index < static_cast<std::int64_t>(list->size()))
@@ -159,6 +164,7 @@ public:
     {
         if (!text::equalsNoCase(name, "Append")) return get(name, arguments);
         checkArgumentCount(arguments.size(), 1, 1, "Append", adodb);
+        // Afterwards the caller's object and the entry of the command are the same parameter.
         const auto parameter = std::dynamic_pointer_cast<ParameterObject>(arguments[0].asObject());
         if (!parameter) fail(errors::typeMismatch, parametersSource, "Append: the argument is no parameter.");
         parameter->moveTo(list_);
@@ -169,6 +175,7 @@ private:
     ParameterList list_;
 };
 
+/// CreateParameter([name], [type], [direction], [size], [value]); the direction is input if it is left out.
 Variant callCreateParameter(Command& command, CallArguments arguments)
 {
     checkArgumentCount(arguments.size(), 0, 5, "CreateParameter", adodb);
@@ -230,6 +237,7 @@ std::string_view Command::typeName() const
 
 Variant Command::get(std::string_view name, std::span<const Variant> args) const
 {
+    // Not in the table: the object shares the list of the command, which a table function cannot reach.
     if (text::equalsNoCase(name, parametersName)) {
         checkArgumentCount(args.size(), 0, 1, parametersName, adodb);
         if (!args.empty()) return parameterOf(parameters_, args[0]);

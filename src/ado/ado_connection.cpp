@@ -18,11 +18,13 @@ Connection::Connection(std::unique_ptr<Session> session, std::string connectionT
     if (!session_) fail(errors::objectNotSet, connectionSource, "A connection was made without a session.");
 }
 
+// Recordsets hold a reference to their connection, so none of them is open when it is destroyed.
 Connection::~Connection() = default;
 
 std::int64_t Connection::Execute(std::string_view statement, std::int32_t options)
 {
     Session& open = session();
+    // The listener sees a procedure call with EXEC before it; the session gets the bare name and the flag.
     const bool procedure = namesProcedure(options, connectionSource);
     announce(procedure ? "EXEC " + std::string{statement} : statement);
     return guarded(statement, open.name(), [&] {
@@ -56,6 +58,7 @@ ObjectState Connection::State() const noexcept
 void Connection::Close()
 {
     if (!session_) fail(errors::objectClosed, connectionSource, "Close: the connection is closed already.");
+    // Cursors must be gone before the session that they read from.
     // A recordset removes itself from the list when it is released.
     while (!dependents_.empty())
         dependents_.back()->release();
@@ -65,6 +68,7 @@ void Connection::Close()
 void Connection::BeginTrans()
 {
     Session& open = session();
+    // Transaction calls have no statement that an error could name.
     guarded({}, open.name(), [&] { open.begin(); });
 }
 
@@ -106,6 +110,7 @@ void Connection::detach(const Dependent& dependent) noexcept
     std::erase(dependents_, &dependent);
 }
 
+// An absent connection is Error 91; a closed one is found by session(), as Error 3709.
 Connection& require(const ConnectionRef& connection)
 {
     if (!connection) fail(errors::objectNotSet, connectionSource, "No connection is set.");
@@ -114,6 +119,7 @@ Connection& require(const ConnectionRef& connection)
 
 namespace {
 
+// Late binding: one row a member, sorted by name. Arguments are converted as an assignment to the declared type.
 using ReadArguments = std::span<const Variant>;
 using CallArguments = std::span<Variant>;
 
@@ -124,6 +130,7 @@ Variant callExecute(Connection& connection, CallArguments arguments)
     const Variant* options = optionalArgument(arguments, 2);
     const std::int64_t touched =
         connection.Execute(convert::toText(arguments[0]), options ? convert::toLong(*options) : -1);
+    // The caller passes the second argument by reference and reads the number of changed rows from it.
     if (arguments.size() > 1) arguments[1] = touched;
     return {};
 }
@@ -175,6 +182,7 @@ void Connection::put(std::string_view name, const Variant& value)
 
 Variant Connection::call(std::string_view name, std::span<Variant> args)
 {
+    // A property with parentheses arrives as a call.
     if (const auto found = findMethod(table, name)) return found(*this, args);
     return get(name, args);
 }

@@ -38,6 +38,7 @@ std::int32_t Field::DefinedSize() const
     return source_->column(ordinal_).definedSize;
 }
 
+// The name in the table; it differs from Name where the statement gives an alias, and is empty for an expression.
 const std::string& Field::BASECOLUMNNAME() const
 {
     return source_->column(ordinal_).baseColumn;
@@ -48,6 +49,7 @@ const std::string& Field::BASETABLENAME() const
     return source_->column(ordinal_).baseTable;
 }
 
+// Late binding of the field itself, of its properties and of their collection.
 namespace {
 
 using ReadArguments = std::span<const Variant>;
@@ -83,8 +85,10 @@ constexpr PropertyRow propertyRows[]{
 };
 
 /// The collection `Properties`.
+// Both properties belong to every field; the rows above give their order.
 class FieldProperties final : public Object {
 public:
+    // The values are copied, so that the collection stays readable after the recordset is closed.
     explicit FieldProperties(const Field& field)
     {
         for (const PropertyRow& row : propertyRows)
@@ -95,6 +99,7 @@ public:
     {
         std::size_t index = 0;
         for (; index < items_.size(); ++index) {
+            // A text is a name and anything else an ordinal, as in the collection of fields.
             if (key.isString() ? text::equalsNoCase(propertyRows[index].name, key.asString())
                                : static_cast<std::int64_t>(index) == convert::toLongLong(key))
                 return items_[index];
@@ -116,6 +121,7 @@ private:
     std::vector<std::shared_ptr<FieldProperty>> items_;
 };
 
+/// Answers `Properties` with the collection, and `Properties(key)` with one of its items.
 Variant readProperties(const Field& field, ReadArguments arguments)
 {
     checkArgumentCount(arguments.size(), 0, 1, "Properties", adodb);
@@ -123,6 +129,7 @@ Variant readProperties(const Field& field, ReadArguments arguments)
     return arguments.empty() ? Variant{properties} : properties->item(arguments[0]);
 }
 
+// Value comes first: the look-up is linear, and loops read hardly anything else.
 constexpr Member<Field> members[]{
     {.name = "Value",
      .get = [](const Field& f, ReadArguments) { return f.Value(); },
@@ -162,6 +169,7 @@ Variant Field::call(std::string_view name, std::span<Variant> args)
     return get(name, args);
 }
 
+// Makes a field stand for its value wherever a value is expected.
 Variant Field::defaultValue() const
 {
     return source_->value(ordinal_);

@@ -72,6 +72,7 @@ const FieldRef& FieldCollection::at(std::int32_t ordinal) const
 
 const FieldRef& FieldCollection::at(std::string_view name) const
 {
+    // Built at the first look-up by name: many recordsets are read by ordinal only.
     if (slots_.empty()) buildIndex();
     const std::size_t mask = slots_.size() - 1;
     for (std::size_t slot = hashName(name) & mask; slots_[slot] != freeSlot; slot = (slot + 1) & mask) {
@@ -84,6 +85,7 @@ const FieldRef& FieldCollection::at(std::string_view name) const
 /// Of several columns of one name the first is found, since its slot is passed first.
 void FieldCollection::buildIndex() const
 {
+    // At most half of the slots are taken, so that every search ends at a free one.
     std::vector<std::int32_t> slots(std::bit_ceil(fields_.size() * 2 + 1), freeSlot);
     const std::size_t mask = slots.size() - 1;
     for (std::size_t ordinal = 0; ordinal < fields_.size(); ++ordinal) {

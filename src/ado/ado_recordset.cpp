@@ -32,6 +32,7 @@ Recordset::Recordset() = default;
 
 Recordset::~Recordset()
 {
+    // Fields that outlive the recordset keep the state; released, it answers them with Error 3704.
     if (source_) source_->release();
 }
 
@@ -40,6 +41,7 @@ void Recordset::Open(std::string_view source, const ConnectionRef& connection, C
 {
     if (State() == ObjectState::Open)
         fail(errors::objectOpen, recordsetSource, "Open: the recordset is open already; close it first.");
+    // A closed connection is reported before a wrong option.
     require(connection).session(); // checked first
     const bool procedure = namesProcedure(options, recordsetSource);
     adopt(Field::Source::open(connection, {source, cursorType, lockType, procedure}));
@@ -48,6 +50,7 @@ void Recordset::Open(std::string_view source, const ConnectionRef& connection, C
 /// Takes over a state and makes its fields. Null: a statement without result set leaves the recordset closed.
 void Recordset::adopt(std::shared_ptr<Field::Source> source)
 {
+    // The fields of the previous opening keep the previous state.
     source_ = std::move(source);
     fields_ = {};
     if (!source_) return;
@@ -79,6 +82,7 @@ bool Recordset::AtBOF() const
 
 const FieldCollection& Recordset::Fields() const
 {
+    // Checked here: a closed recordset has dropped its fields, and an empty collection would hide the reason.
     if (State() == ObjectState::Closed) failClosed("Fields");
     return fields_;
 }
@@ -122,6 +126,7 @@ void Recordset::Find(std::string_view criterion, std::int64_t skip, SearchDirect
 {
     Field::Source& source = opened(source_, "Find");
     source.requireOpen("Find", recordsetSource);
+    // The criterion and its column are checked before the position, so that a mistake in the text always shows.
     const FindCriterion wanted{criterion};
     const Field& field = fields_.Item(wanted.column());
     if (skip < 0) fail(errors::invalidArgument, recordsetSource, "Find: the number of rows to skip is below 0.");
@@ -137,6 +142,7 @@ void Recordset::Find(std::string_view criterion, std::int64_t skip, SearchDirect
 
 std::shared_ptr<Recordset> Recordset::Clone() const
 {
+    // The clone has its own position in the same rows.
     auto copy = std::make_shared<Recordset>();
     copy->adopt(opened(source_, "Clone").clone());
     return copy;
@@ -149,6 +155,7 @@ Variant Recordset::Bookmark() const
 
 void Recordset::Bookmark(const Variant& mark)
 {
+    // Error 13 for a mark that is no number.
     opened(source_, "Bookmark").bookmark(convert::toLongLong(mark));
 }
 

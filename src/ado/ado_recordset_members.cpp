@@ -23,6 +23,7 @@ Variant fieldOf(const FieldCollection& fields, const Variant& key)
 /// The collection `Fields`.
 class FieldsObject final : public Object {
 public:
+    // A copy of the collection shares its fields, and so outlives the recordset.
     explicit FieldsObject(FieldCollection fields) : fields_{std::move(fields)} {}
 
     std::string_view typeName() const override { return "Fields"; }
@@ -46,6 +47,7 @@ Variant readFields(const Recordset& recordset, ReadArguments arguments)
     return std::make_shared<FieldsObject>(recordset.Fields());
 }
 
+/// Returns the connection of an argument; none for a missing one, which Open reports as Error 91.
 ConnectionRef connectionOf(const Variant* value)
 {
     if (!value) return nullptr;
@@ -58,6 +60,7 @@ ConnectionRef connectionOf(const Variant* value)
 Variant callOpen(Recordset& recordset, CallArguments arguments)
 {
     checkArgumentCount(arguments.size(), 2, 5, "Open", adodb);
+    // -1 stands for "unspecified" in all three arguments.
     const auto number = [&](std::size_t index, std::int32_t otherwise) {
         const Variant* value = optionalArgument(arguments, index);
         return value ? convert::toLong(*value) : otherwise;
@@ -87,6 +90,7 @@ Variant callFind(Recordset& recordset, CallArguments arguments)
     checkArgumentCount(arguments.size(), 1, 3, "Find", adodb);
     const Variant* skip = optionalArgument(arguments, 1);
     const Variant* direction = optionalArgument(arguments, 2);
+    // The sign alone decides: 1 searches forward, -1 backward.
     const bool backward = direction && convert::toLong(*direction) < 0;
     recordset.Find(convert::toText(arguments[0]), skip ? convert::toLongLong(*skip) : 0,
                    backward ? SearchDirection::Backward : SearchDirection::Forward);

@@ -14,6 +14,7 @@ void BackendRegistry::add(std::string provider, Opener opener)
     if (provider.empty() || !opener) {
         throw Error{errors::invalidArgument, "A back end needs a provider name and a function that opens connections."};
     }
+    // Otherwise the order of registration would decide which back end opens a connection.
     if (find(provider) != nullptr) {
         throw Error{errors::invalidArgument, "The provider '" + provider + "' is registered already."};
     }
@@ -24,6 +25,7 @@ ConnectionRef BackendRegistry::open(std::string_view connectionText) const
 {
     const std::string provider = connectionProperty(connectionText, "Provider").value_or("");
     if (provider.empty()) fail("The connection text names no provider");
+    // The back end receives the whole text and reads its other properties itself.
     return open(provider, connectionText);
 }
 
@@ -44,6 +46,7 @@ std::vector<std::string_view> BackendRegistry::providers() const
 
 const BackendRegistry::Backend* BackendRegistry::find(std::string_view provider) const
 {
+    // Provider names have no case.
     const auto found = std::ranges::find_if(
         backends_, [&](const Backend& backend) { return text::equalsNoCase(backend.provider, provider); });
     return found == backends_.end() ? nullptr : &*found;

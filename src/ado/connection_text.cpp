@@ -7,6 +7,7 @@
 
 namespace tamarok::ado {
 
+// A text is read from the front, property by property; each reader removes what it has read.
 namespace {
 
 constexpr std::string_view blanks = " \t\r\n";
@@ -46,6 +47,7 @@ std::string takeQuoted(std::string_view& text, std::string_view name)
     for (;; ++at) {
         if (at >= text.size()) refuse("the quote of '" + std::string{name} + "' does not end");
         if (text[at] == quote) {
+            // A doubled quote within the value stands for one.
             const bool doubled = at + 1 < text.size() && text[at + 1] == quote;
             if (!doubled) break;
             ++at;
@@ -53,6 +55,7 @@ std::string takeQuoted(std::string_view& text, std::string_view name)
         value.push_back(text[at]);
     }
     text.remove_prefix(at + 1);
+    // Only blanks may stand between the closing quote and the semicolon.
     if (!takePart(text).empty()) refuse("something stands behind the quoted value of '" + std::string{name} + "'");
     return value;
 }
@@ -82,6 +85,7 @@ std::vector<ConnectionProperty> splitConnectionText(std::string_view text)
 
 std::optional<std::string> connectionProperty(std::string_view text, std::string_view name)
 {
+    // Of a property given twice the last value counts.
     std::optional<std::string> value;
     for (ConnectionProperty& property : splitConnectionText(text)) {
         if (text::equalsNoCase(property.name, name)) value = std::move(property.value);

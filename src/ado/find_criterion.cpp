@@ -68,6 +68,7 @@ void FindCriterion::refuse(std::string_view why) const
 std::string_view FindCriterion::readColumn(std::string_view rest)
 {
     const bool bracketed = rest.starts_with('[');
+    // A name with blanks or operators in it stands in brackets; any other ends at a blank or an operator.
     const std::size_t end = bracketed ? rest.find(']') : rest.find_first_of(" <>=");
     if (end == std::string_view::npos || end == 0) refuse("has no column name and operator");
     column_ = bracketed ? rest.substr(1, end - 1) : rest.substr(0, end);
@@ -79,6 +80,7 @@ std::string_view FindCriterion::readOperator(std::string_view rest)
     for (const Spelling& spelling : spellings) {
         if (!text::startsWithNoCase(rest, spelling.text)) continue;
         operator_ = spelling.meaning;
+        // The quote that follows LIKE without a blank belongs to the value.
         return rest.substr(spelling.text.ends_with('\'') ? spelling.text.size() - 1 : spelling.text.size());
     }
     refuse("has no operator out of =, <>, <, <=, >, >=, LIKE behind the column name");
@@ -86,6 +88,7 @@ std::string_view FindCriterion::readOperator(std::string_view rest)
 
 void FindCriterion::readValue(std::string_view rest)
 {
+    // The first character tells the kind of the value: # a date, a quote a text, anything else a number.
     if (rest.empty()) refuse("has no value");
     if (rest.size() >= 2 && rest.front() == '#' && rest.back() == '#' && operator_ != Operator::Like) {
         const auto date = readDate(rest.substr(1, rest.size() - 2));
@@ -128,6 +131,7 @@ void FindCriterion::readPattern(std::string_view pattern)
 
 bool FindCriterion::holds(const Variant& value) const
 {
+    // A missing value fulfils no criterion, not even <>.
     if (value.isNull() || value.isEmpty()) return false;
     if (operator_ == Operator::Like)
         return matchesPattern(text::toUpper(value.isString() ? value.asString() : convert::toText(value)));
@@ -170,6 +174,7 @@ bool FindCriterion::accepts(int order) const noexcept
     case Operator::LessOrEqual: return order <= 0;
     case Operator::Greater: return order > 0;
     case Operator::GreaterOrEqual: return order >= 0;
+    // Patterns are tested by matchesPattern.
     case Operator::Like: break;
     }
     return false;

@@ -21,6 +21,7 @@ struct Fit {
     Variant (*convert)(const Variant&);
 };
 
+// The conversions by one signature, for the table below.
 Variant asText(const Variant& value)
 {
     return convert::toText(value);
@@ -62,6 +63,7 @@ constexpr Fit fits[]{
     {DataType::Boolean, Variant::Kind::Boolean, asBoolean},
 };
 
+/// Returns nothing for a type without a row; its values are sent unchanged.
 const Fit* findFit(DataType type) noexcept
 {
     const auto found = std::ranges::find(fits, type, &Fit::type);
@@ -71,6 +73,7 @@ const Fit* findFit(DataType type) noexcept
 /// Returns whether a text has more characters than the parameter's size; size 0 means no limit.
 bool tooLong(const Parameter& parameter, std::string_view text) noexcept
 {
+    // Counting characters is needed only if even the bytes exceed the size.
     const auto size = static_cast<std::size_t>(std::max(parameter.size, 0));
     return size != 0 && text.size() > size && text::length(text) > size;
 }
@@ -78,6 +81,7 @@ bool tooLong(const Parameter& parameter, std::string_view text) noexcept
 bool fitsAsItIs(const Parameter& parameter)
 {
     if (parameter.value.isNull()) return true;
+    // Empty is sent as Null.
     if (parameter.value.isEmpty()) return false;
     const Fit* fit = findFit(parameter.type);
     if (!fit) return true;
@@ -133,6 +137,7 @@ std::string quotedDate(Date date)
     return text += '\'';
 }
 
+/// Returns a value as SQL literal. The text is for listeners only: the session receives the values themselves.
 std::string literal(const Variant& value)
 {
     switch (value.kind()) {
@@ -156,6 +161,8 @@ std::string literal(const Variant& value)
 
 ParameterValues::ParameterValues(std::span<const Parameter> parameters) : values_{parameters}
 {
+    // Refuses all but input parameters, then copies the list only if a value must be converted: most lists are sent as
+    // they are.
     for (std::size_t index = 0; index < parameters.size(); ++index)
         if (parameters[index].direction != ParameterDirection::Input &&
             parameters[index].direction != ParameterDirection::Unknown)

@@ -26,6 +26,7 @@ Variant plainValue(const Variant& value)
 Variant Field::Source::keptValue(std::size_t ordinal) const
 {
     requireOpen("Value", fieldSource);
+    // An edited field shows its new value before Update; the other fields of a new row are Null.
     if (edit_ != Edit::None && edits_[ordinal]) return *edits_[ordinal];
     if (edit_ == Edit::Add) return Null{};
     if (standing_ != Standing::Row) failWithoutRow("Value of column " + (*columns_)[ordinal].name);
@@ -39,6 +40,7 @@ void Field::Source::setValue(std::size_t ordinal, const Variant& value)
     requireEditable(operation);
     if (edit_ == Edit::None && standing_ != Standing::Row) failWithoutRow(operation);
     Variant plain = plainValue(value);
+    // Checked and converted above: a refused value must not begin an edit.
     edits_.resize(columnCount());
     edits_[ordinal] = std::move(plain);
     if (edit_ == Edit::None) edit_ = Edit::Change;
@@ -56,6 +58,7 @@ void Field::Source::requireEditable(std::string_view operation) const
 void Field::Source::addNew()
 {
     requireEditable("AddNew");
+    // AddNew during an edit sends that edit first.
     finishEdit();
     edits_.assign(columnCount(), std::nullopt);
     edit_ = Edit::Add;
@@ -66,6 +69,7 @@ void Field::Source::update()
     requireEditable("Update");
     if (edit_ == Edit::None) return;
     std::vector<Assignment> assignments;
+    // Only assigned columns are sent: the others keep the defaults of the table or the values in the row.
     for (std::size_t column = 0; column < edits_.size(); ++column)
         if (edits_[column]) assignments.push_back({column, *edits_[column]});
     guarded([&] {
@@ -86,6 +90,7 @@ void Field::Source::sendChange(std::span<const Assignment> assignments)
         if (!store_->cursor().readRow(key, present) || !std::ranges::equal(present, store_->values(row)))
             fail(errors::rowChanged, recordsetSource, "Update: the row has been changed or deleted since it was read.");
     }
+    // After a failure the edit stays pending, so that the caller can correct a value and try again.
     store_->cursor().updateRow(key, assignments);
     endEdit();
     reloadRow();
@@ -99,6 +104,7 @@ void Field::Source::sendNewRow(std::span<const Assignment> assignments)
     leaveRow();
     const std::size_t row = store_->append(key);
     position_ = static_cast<std::int64_t>(row);
+    // Read back, since the database fills in defaults and keys.
     if (store_->refresh(row)) standOn(row);
 }
 

@@ -15,6 +15,7 @@ Field::Source::Source(ConnectionRef connection, const Opening& opening) :
     cursorType_{opening.cursorType == CursorType::Unspecified ? CursorType::OpenForwardOnly : opening.cursorType},
     lockType_{opening.lockType == LockType::Unspecified ? LockType::ReadOnly : opening.lockType}
 {
+    // The connection releases its open recordsets when it is closed.
     connection_->attach(*this);
 }
 
@@ -27,9 +28,12 @@ std::shared_ptr<Field::Source> Field::Source::open(const ConnectionRef& connecti
 {
     auto source = std::make_shared<Source>(connection, opening);
     source->run(opening);
+    // A statement without columns, such as an UPDATE, has no result set.
     return source->columns_->empty() ? nullptr : source;
 }
 
+// Announces and sends the statement, then decides what the rows allow: editing needs a cursor that can update,
+// locking needs editing. Last it chooses between reading the cursor row by row and storing its rows.
 void Field::Source::run(const Opening& opening)
 {
     connection_->announce(opening.procedure ? "EXEC " + statement_ : statement_);
@@ -62,6 +66,7 @@ std::shared_ptr<Field::Source> Field::Source::clone() const
 {
     requireOpen("Clone", recordsetSource);
     requireScrolling("Clone");
+    // The copy shares the stored rows and runs no statement.
     auto copy = std::make_shared<Source>(connection_, Opening{statement_, CursorType::OpenStatic, lockType_});
     copy->editable_ = editable_ && !locking_; // two positions cannot hold one cursor's single lock
     copy->columns_ = columns_;
@@ -89,6 +94,7 @@ void Field::Source::close()
 void Field::Source::release() noexcept
 {
     if (!connection_) return;
+    // The order counts: unlocking needs the cursor, and the cursor must go before the connection.
     connection_->detach(*this);
     if (locked_) {
         try {
@@ -143,6 +149,8 @@ void Field::Source::requireScrolling(std::string_view operation) const
 bool Field::Source::atEnd() const
 {
     requireOpen("EOF", recordsetSource);
+    // Of an empty recordset both BOF and EOF are true, whichever end it stands at. While a row is being added
+    // the recordset stands on that row.
     return edit_ != Edit::Add && (standing_ == Standing::After || (standing_ == Standing::Before && empty_));
 }
 
@@ -152,10 +160,13 @@ bool Field::Source::atStart() const
     return edit_ != Edit::Add && (standing_ == Standing::Before || (standing_ == Standing::After && empty_));
 }
 
+// Collects values column by column within each row, the order in which the array stores its first dimension.
+// Afterwards the recordset stands on the row behind the last one read.
 VariantArray Field::Source::getRows(std::int64_t rows)
 {
     requireOpen("GetRows", recordsetSource);
     if (rows < -1) fail(errors::invalidArgument, recordsetSource, "GetRows: the number of rows is below -1.");
+    // A pending edit is sent first, as before every move.
     if (store_) finishEdit();
     requireRow("GetRows");
     // An array cannot have more rows than a 32-bit index counts.
@@ -187,6 +198,7 @@ std::int64_t Field::Source::recordCount() const
 {
     requireOpen("RecordCount", recordsetSource);
     if (!scrolls() || cursorType_ == CursorType::OpenDynamic) return -1; // the number is not known or may change
+    // The count is known only when every row has been read.
     guarded([&] { store_->reachEnd(); });
     return static_cast<std::int64_t>(store_->rowsBefore(store_->rowsRead()));
 }
@@ -203,6 +215,7 @@ void Field::Source::bookmark(std::int64_t mark)
 {
     requireOpen("Bookmark", recordsetSource);
     requireScrolling("Bookmark");
+    // A store that was filled again numbers its marks anew, so that marks of the old rows are refused.
     const std::int64_t row = mark - store_->firstMark();
     if (row < 0 || row >= static_cast<std::int64_t>(store_->rowsRead()))
         fail(errors::invalidArgument, recordsetSource,
@@ -237,6 +250,7 @@ void Field::Source::absolutePosition(std::int64_t position)
              "AbsolutePosition: " + std::to_string(position) + " is below 1, the first row.");
     finishEdit();
     guarded([&] {
+        // Positions count the rows that are left, while the store keeps the places of deleted rows.
         std::int64_t left = position;
         std::size_t row = 0;
         for (; store_->reach(row); ++row)

@@ -39,6 +39,7 @@ bool RowStore::step()
         values_.resize(rows_.size() * width_); // removes the values of a row that failed half-way
         for (std::size_t column = 0; column < width_; ++column)
             values_.push_back(cursor_->value(column));
+        // The entry comes last: a failure within the row leaves the rows before it readable.
         rows_.push_back({keyed_ ? cursor_->rowKey() : 0, false});
         return true;
     } catch (const Error& error) {
@@ -63,6 +64,7 @@ std::size_t RowStore::rowsBefore(std::size_t row) const noexcept
 
 bool RowStore::refresh(std::size_t row)
 {
+    // Another user may have deleted the row since it was read; then the store drops it too.
     std::vector<Variant> fresh;
     if (!cursor().readRow(rows_[row].key, fresh)) {
         remove(row);
@@ -75,6 +77,7 @@ bool RowStore::refresh(std::size_t row)
 
 std::size_t RowStore::append(std::int64_t key)
 {
+    // First drops the values of a row that failed half-way, then adds one row of Nulls.
     values_.resize(rows_.size() * width_);
     values_.resize((rows_.size() + 1) * width_, Null{});
     rows_.push_back({key, false});
@@ -84,6 +87,7 @@ std::size_t RowStore::append(std::int64_t key)
 void RowStore::remove(std::size_t row) noexcept
 {
     if (rows_[row].removed) return;
+    // The entry stays, so that the bookmarks of the other rows keep their meaning.
     rows_[row].removed = true;
     ++removedRows_;
 }

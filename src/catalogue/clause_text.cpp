@@ -74,6 +74,7 @@ void Comm_CSel::SplitClause(std::string_view tmpSelektion, std::string& strFrom,
     catalogue::checkScanLength(clause, "The clause");
     catalogue::ParenthesisDepth depth;
     std::size_t divide = 0;
+    // The first WHERE outside parentheses divides the clause; one within belongs to a subquery.
     while (divide < clause.size() && !(depth.outsideAt(clause[divide]) && clause.substr(divide).starts_with(where))) {
         ++divide;
     }
@@ -95,6 +96,7 @@ std::string Comm_CSel::OrderBy(std::string_view Kod, std::string_view strOrderBy
     }
     catalogue::checkScanLength(strOrderBy, "The order list");
     catalogue::ParenthesisDepth depth;
+    // DESC goes behind each item: before every comma outside parentheses, and at the end.
     for (const char character : strOrderBy) {
         if (depth.outsideAt(character) && character == ',') {
             clause += " DESC";

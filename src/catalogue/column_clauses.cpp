@@ -6,6 +6,8 @@
 
 namespace tamarok {
 
+// The clauses of the log list by column id. Required by the contract: the texts for GROUP BY and ORDER BY are equal,
+// and the first pair keeps columns that the second leaves out, the aggregated ones. Do not correct.
 using catalogue::logList;
 
 std::string Comm_CSel::GetGroupByClause(std::int16_t ID, std::string_view strVer_type, const TmkVar& tmkVar) const
@@ -28,6 +30,7 @@ std::string Comm_CSel::GetOrderByClause2(std::int16_t ID, std::string_view strVe
     return GetGroupByClause2(ID, strVer_type, tmkVar);
 }
 
+// The one clause that aggregates: SUM for a measure, the plain text for any other column.
 std::string Comm_CSel::GetSelectClause2(std::int16_t ID, std::string_view strVer_type, const TmkVar& tmkVar) const
 {
     return catalogue::aggregateText(logList(), ID, strVer_type, tmkVar);

@@ -49,6 +49,7 @@ std::string ColumnValues::fill(std::string_view sqlTemplate)
 
 bool ColumnValues::appendValue(std::string& out, const dialect::Placeholder& placeholder)
 {
+    // Names that are unknown here may be words of the dialect, which the caller looks up next.
     const auto* const known = std::ranges::find(columnValueNames, placeholder.name, &ColumnValueName::name);
     if (known == std::end(columnValueNames)) return false;
     switch (known->value) {
@@ -67,6 +68,7 @@ bool ColumnValues::appendValue(std::string& out, const dialect::Placeholder& pla
 
 void ColumnValues::appendRow(std::string& out, std::string_view id)
 {
+    // Inserts the text of another column of the list, so that an expression is written once.
     const Column* column = type_.column(parseId(id));
     if (column != nullptr) dialect::appendFilled(out, column->text, dialect::of(session_), *this);
 }
@@ -100,6 +102,7 @@ void ColumnValues::appendPrice(std::string& out, std::string_view settlement) co
 
 void ColumnValues::appendLabel(std::string& out, std::string_view number)
 {
+    // Made at the first label: most columns need no language service.
     if (!texts_) {
         texts_ = Platform::locService();
     }

@@ -17,6 +17,7 @@ using enum Aggregate;
 using enum Applies;
 
 // One line for each list type, by name.
+// A new list type needs a file in types/ and its line here; the assertions below check its rows.
 constexpr ListDescription descriptions[] = {
 #include "types/acl.inc"
 #include "types/akat.inc"
@@ -61,10 +62,12 @@ constexpr ListDescription descriptions[] = {
 #include "types/waren.inc"
 };
 
+// The columns of deductions form a list of their own that no key names.
 constexpr ListDescription deductions[] = {
 #include "types/deductions.inc"
 };
 
+// The index from column id to row is made at compile time: slots first, then the types that point into them.
 constexpr auto slotsOfTypes = makeSlots<slotCount(descriptions)>(descriptions);
 constexpr auto types = makeListTypes(descriptions, slotsOfTypes);
 
@@ -92,6 +95,7 @@ static_assert([]<std::size_t... position>(std::index_sequence<position...>) {
     return (typeIsComplete<position> && ...);
 }(std::make_index_sequence<types.size()>{}));
 
+/// For keys that are known to be in the table; evaluated at compile time, an unknown key does not compile.
 constexpr const ListType& typeOf(std::string_view key)
 {
     return *std::ranges::find_if(types, [&](const ListType& type) { return type.description().key == key; });
@@ -114,6 +118,7 @@ const ListType* findListType(std::string_view key)
 
 const ListType& logList() noexcept
 {
+    // The list of most operations; its place in the table is found at compile time.
     static constexpr const ListType& log = typeOf("LOG");
     return log;
 }

@@ -5,6 +5,8 @@
 #include "tamarok/convert.h"
 #include "tamarok/error.h"
 
+// The arguments of a call by name, converted to the types that an operation declares. Every error names the
+// parameter; the class and the operation are added by invoke.
 namespace tamarok::component::argument {
 
 namespace {
@@ -29,6 +31,7 @@ template <class Convert>
 auto named(const Convert& convert, const Variant& value, const ParameterInfo& parameter)
 {
     try {
+        // An argument that is left out converts like Empty.
         return convert(toVariant(value));
     } catch (Error& error) {
         throw error.addContext(label(parameter));
@@ -42,6 +45,7 @@ std::shared_ptr<T> as(const Variant& value, const ParameterInfo& parameter)
     if (isMissing(value)) return nullptr;
     if (!value.isObject()) mismatch(value, parameter);
     if (!value.asObject()) return nullptr;
+    // No default value is tried: a parameter of an object type takes the object itself.
     auto object = std::dynamic_pointer_cast<T>(value.asObject());
     if (!object) mismatch(value, parameter);
     return object;
@@ -103,6 +107,7 @@ const Variant& toVariant(const Variant& value)
 
 std::vector<std::int16_t> toIntegers(const Variant& value, const ParameterInfo& parameter)
 {
+    // The lower bound does not count: the operation sees the elements in their order.
     if (!value.isArray() || value.asArray().dimensions() != 1) mismatch(value, parameter);
     std::vector<std::int16_t> values;
     values.reserve(value.asArray().elements().size());
@@ -155,6 +160,7 @@ ado::Command& toCommand(const Variant& value, const ParameterInfo& parameter)
     return *command; // the argument keeps it alive
 }
 
+// A reference into the object, so that the caller sees what the operation changes in the record.
 TmkVar& toRecord(const Variant& value, const ParameterInfo& parameter)
 {
     const auto record = as<RecordObject>(value, parameter);

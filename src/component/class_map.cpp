@@ -44,6 +44,7 @@ std::span<const ClassInfo> classes() noexcept
 
 const ClassInfo* findClass(std::string_view name) noexcept
 {
+    // Names of classes and operations have no case.
     const auto all = classes();
     const auto found =
         std::ranges::find_if(all, [&](const ClassInfo& classInfo) { return text::equalsNoCase(classInfo.name, name); });
@@ -63,6 +64,7 @@ const OperationInfo* findOperation(const ClassInfo& classInfo, std::string_view 
     const OperationInfo* byName = nullptr;
     for (const OperationInfo& operation : classInfo.operations) {
         if (!text::equalsNoCase(operation.name, name)) continue;
+        // If no number fits, the first of the name is taken: its check then reports the wrong number.
         if (operation.kind == MemberKind::Method || operation.parameterCount == arguments) return &operation;
         if (byName == nullptr) byName = &operation;
     }

@@ -9,6 +9,8 @@ namespace tamarok::component {
 
 namespace {
 
+// Calls by name: the number of arguments is checked, missing ones are marked, then the wrapper of the operation
+// converts each argument and runs it.
 constexpr std::int32_t argumentNotOptional = 449;
 
 /// Marks a left-out argument; it has no members.
@@ -89,10 +91,12 @@ Variant invoke(const ClassInfo& classInfo, const OperationInfo& operation, const
                std::span<Variant> args)
 {
     try {
+        // The arguments are moved only after the check, so that a refused call leaves them as they are.
         checkArguments(operation, args);
         FullArguments full{args, operation.parameterCount};
         return operation.invoker(operation, instance, full.all());
     } catch (Error& error) {
+        // The innermost source is the most exact one and stays.
         if (error.source.empty()) error.source = qualified(classInfo, operation);
         throw;
     }
@@ -100,6 +104,7 @@ Variant invoke(const ClassInfo& classInfo, const OperationInfo& operation, const
 
 Variant invoke(std::string_view className, std::string_view operation, std::span<Variant> args)
 {
+    // A fresh instance serves each call by class name.
     const ClassInfo& classInfo = requireClass(className);
     const OperationInfo& info = requireOperation(classInfo, operation, args.size());
     return invoke(classInfo, info, *makeInstance(classInfo), args);

@@ -13,6 +13,7 @@ namespace {
 
 using Index = std::span<const Variant>;
 
+/// Returns the index of an indexed property, such as List(3). Error 450 without exactly one.
 std::int32_t indexArgument(Index index, std::string_view property)
 {
     if (index.size() != 1)
@@ -20,6 +21,7 @@ std::int32_t indexArgument(Index index, std::string_view property)
     return convert::toLong(index[0]);
 }
 
+// The setter of ItemData takes an index and a value, so it is among the calls.
 constexpr Member<ComboBox> members[]{
     {.name = "ListCount", .get = [](const ComboBox& box, Index) -> Variant { return box.ListCount(); }},
     {.name = "NewIndex", .get = [](const ComboBox& box, Index) -> Variant { return box.NewIndex(); }},
@@ -69,6 +71,7 @@ Variant ComboBox::call(std::string_view name, std::span<Variant> args)
 
 void ComboBox::Clear()
 {
+    // Clear empties the text box too; a removed entry leaves its text there.
     entries_.clear();
     newIndex_ = -1;
     listIndex_ = -1;
@@ -80,6 +83,7 @@ void ComboBox::AddItem(std::string_view item, std::int32_t index)
     if (index < -1 || index > ListCount())
         throw Error{errors::invalidArgument, "No entry can be added at index " + std::to_string(index) + ".",
                     "ComboBox.AddItem"};
+    // -1 appends. In a sorted box the order decides, and a given index is checked but not used.
     auto place = index < 0 ? entries_.end() : entries_.begin() + index;
     if (Sorted) { // after all entries that are not greater
         const std::string wanted = text::toUpper(item);
@@ -88,6 +92,7 @@ void ComboBox::AddItem(std::string_view item, std::int32_t index)
     }
     newIndex_ = static_cast<std::int32_t>(place - entries_.begin());
     entries_.insert(place, Entry{std::string{item}, 0});
+    // Only the index changes: text and cursor of the box stay.
     if (listIndex_ >= newIndex_) ++listIndex_; // the selected entry moved down
 }
 
@@ -95,6 +100,7 @@ void ComboBox::RemoveItem(std::int32_t index)
 {
     const std::size_t place = checked(index);
     entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(place));
+    // The selection stays with its entry; if that is the one removed, nothing is selected.
     newIndex_ = -1;
     if (listIndex_ == index)
         listIndex_ = -1;
@@ -109,6 +115,7 @@ void ComboBox::ListIndex(std::int32_t index)
         throw Error{errors::invalidPropertyValue,
                     "Invalid property value: there is no entry " + std::to_string(index) + ".", "ComboBox.ListIndex"};
     listIndex_ = index;
+    // Unlike AddItem and RemoveItem, a selection changes the text.
     text(index < 0 ? std::string{} : entries_[static_cast<std::size_t>(index)].text);
 }
 

@@ -11,6 +11,7 @@ namespace {
 
 using Index = std::span<const Variant>;
 
+// A form sets the name of a control at design time: it has no setter.
 constexpr Member<Control> members[]{
     {.name = "Name", .get = [](const Control& control, Index) -> Variant { return control.Name; }},
     {.name = "Tag",
@@ -32,6 +33,7 @@ struct ControlType {
     std::shared_ptr<Control> (*make)();
 };
 
+// One function for each type, so that the table below can name it.
 template <class Type>
 std::shared_ptr<Control> makeControl()
 {
@@ -60,6 +62,7 @@ void Control::put(std::string_view name, const Variant& value)
 
 Variant DataFormat::get(std::string_view name, std::span<const Variant> /*args*/) const
 {
+    // The one member needs no table.
     if (!text::equalsNoCase(name, "Format")) noSuchMember(name);
     return Format;
 }
@@ -81,6 +84,7 @@ void CheckBox::put(std::string_view name, const Variant& value)
 {
     if (text::equalsNoCase(name, "Value")) {
         const std::int16_t state = convert::toInteger(value);
+        // 0 is unchecked, 1 checked, 2 greyed.
         if (state < 0 || state > 2)
             throw Error{errors::invalidPropertyValue, "Invalid property value: a check box is 0, 1 or 2.",
                         "CheckBox.Value"};
@@ -94,6 +98,7 @@ void CheckBox::put(std::string_view name, const Variant& value)
 
 Variant CheckBox::defaultValue() const
 {
+    // A check box stands for its state wherever a value is expected.
     return Value;
 }
 

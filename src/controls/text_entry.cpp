@@ -53,6 +53,7 @@ void requireNotNegative(std::int32_t value, std::string_view property)
 /// Returns whether the user cannot enter another character: a selection makes room for its length.
 bool isFull(const TextEntry& box)
 {
+    // Only a text box has a limit; MaxLength 0 means none. Assignments by the program are not limited.
     const auto* textBox = dynamic_cast<const TextBox*>(&box);
     return textBox != nullptr && textBox->MaxLength > 0 &&
            characters(box.text()) - box.SelLength() >= textBox->MaxLength;
@@ -74,6 +75,7 @@ void TextEntry::put(std::string_view name, const Variant& value)
 
 void TextEntry::text(std::string value)
 {
+    // A new text loses the selection, and the cursor goes to its start.
     text_ = std::move(value);
     selectionStart_ = 0;
     selectionLength_ = 0;
@@ -82,6 +84,7 @@ void TextEntry::text(std::string value)
 void TextEntry::SelStart(std::int32_t position)
 {
     requireNotNegative(position, "SelStart");
+    // A position beyond the text means its end.
     selectionStart_ = std::min(position, characters(text_));
     selectionLength_ = 0;
 }
@@ -100,6 +103,7 @@ std::string TextEntry::SelText() const
 
 void TextEntry::SelText(std::string_view replacement)
 {
+    // Puts the replacement between the texts before and behind the selection; the cursor ends behind it.
     const auto start = static_cast<std::size_t>(selectionStart_);
     const std::string_view before = text::left(text_, start);
     const std::string_view behind = text::mid(text_, start + static_cast<std::size_t>(selectionLength_) + 1);
@@ -129,6 +133,8 @@ void TextBox::put(std::string_view name, const Variant& value)
     }
 }
 
+// The filter may change or refuse (0) the key. What is left of it acts as the platform does: Enter types nothing,
+// Backspace deletes the selection or the character before the cursor, any other key replaces the selection.
 void typeKey(TextEntry& box, char32_t key, const KeyFilter& filter)
 {
     if (filter) {

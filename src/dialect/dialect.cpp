@@ -4,6 +4,7 @@
 
 namespace tamarok::dialect {
 
+// The one place of the core, besides the session record, that reads the flag.
 const Dialect& of(const TmkVar& session) noexcept
 {
     return session.bolOracle ? oracle : sqlServer;

@@ -4,6 +4,8 @@ namespace tamarok::dialect {
 
 namespace {
 
+/// Appends the value of a placeholder: the caller's values first, then the words of the dialect. Error 5 for an
+/// unknown name.
 void appendPlaceholder(std::string& out, const Placeholder& placeholder, const Dialect& dialect,
                        PlaceholderValues& values)
 {
@@ -15,6 +17,7 @@ void appendPlaceholder(std::string& out, const Placeholder& placeholder, const D
     out += dialect.*(word->text);
 }
 
+/// Evaluates the condition of a choice: the dialect, a comparison with a text, or "is not empty".
 bool holds(const Piece& piece, const Dialect& dialect, PlaceholderValues& values)
 {
     if (piece.placeholder->name == oracleCondition) return dialect.isOracle;
@@ -45,6 +48,8 @@ private:
 void appendFilled(std::string& out, std::string_view sqlTemplate, const Dialect& dialect, PlaceholderValues& values)
 {
     while (!sqlTemplate.empty()) {
+        // Only the template that a choice takes is filled, so that the other one may name values without a meaning
+        // here.
         const Piece piece = takePiece(sqlTemplate);
         out += piece.text;
         if (piece.choice) {

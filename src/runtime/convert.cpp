@@ -26,6 +26,7 @@ std::string quoted(std::string_view value)
     return '"' + std::string{shown} + (shown.size() < value.size() ? "...\"" : "\"");
 }
 
+// The errors, each with the value or the kind that caused it.
 [[noreturn]] void throwMismatch(std::string_view value, std::string_view wanted)
 {
     throw Error{errors::typeMismatch, "Type mismatch: " + quoted(value) + " is no " + std::string{wanted} + "."};
@@ -62,6 +63,7 @@ Variant valueOf(const ObjectRef& object, std::string_view wanted)
     return value;
 }
 
+/// Returns whether an object has a value to test; without one isNumeric and isDate are false.
 bool hasDefaultValue(const ObjectRef& object) noexcept
 {
     return object && object->hasDefaultValue();
@@ -110,6 +112,7 @@ Whole toWhole(const Variant& value, std::string_view type)
     case Kind::Empty: return 0;
     case Kind::Null: throwNull("number");
     case Kind::Boolean: return value.asBoolean().number();
+    // A 16-bit number fits every type of whole numbers.
     case Kind::Integer: return value.asInteger();
     case Kind::Long: return narrowed<Whole>(std::int64_t{value.asLong()}, type);
     case Kind::LongLong: return narrowed<Whole>(value.asLongLong(), type);
@@ -124,6 +127,7 @@ Whole toWhole(const Variant& value, std::string_view type)
 
 Date dateOfNumber(double days)
 {
+    // Years 100 to 9999, the range of the type Date.
     const Date date{days};
     if (!isInRange(date))
         throwOverflow(std::isfinite(days) ? toPlainText(days) : "a number that is not finite", "dates");
@@ -139,6 +143,7 @@ std::string wholeText(std::int64_t number)
 /// Reads a truth value: a regional or English word, or a number.
 bool truthOf(std::string_view text, const Regional& regional)
 {
+    // The words of the region go before the English ones; a number is true unless it is 0.
     const std::string_view word = text::trim(text);
     if (text::equalsNoCase(word, regional.trueText) || text::equalsNoCase(word, "True")) return true;
     if (text::equalsNoCase(word, regional.falseText) || text::equalsNoCase(word, "False")) return false;
@@ -174,10 +179,13 @@ std::string toText(const Variant& value)
 std::string toSqlNumber(std::string_view numberText, std::string_view thousands)
 {
     std::string result{numberText};
+    // A comma is not removed even if it separates thousands: the last step makes it the decimal point. Required by
+    // the contract. Do not correct.
     if (thousands.size() == 1 && thousands != ",")
         std::erase(result, thousands.front());
     else if (thousands.size() > 1 && text::length(thousands) == 1) // such as a no-break space
         result = text::replaceAll(result, thousands, "");
+    // Whatever the regional decimal separator is: every comma becomes a point.
     std::replace(result.begin(), result.end(), ',', '.');
     return result;
 }
@@ -199,6 +207,7 @@ bool isNumeric(const Variant& value, const Regional& regional)
     case Kind::String: return parseNumber(value.asString(), regional).has_value();
     case Kind::Object:
         return hasDefaultValue(value.asObject()) && isNumeric(valueOf(value.asObject(), "number"), regional);
+    // A date is not numeric, although it converts to a number.
     case Kind::Null:
     case Kind::Date:
     case Kind::Array: break;
@@ -268,6 +277,7 @@ Date toDate(const Variant& value)
         throwMismatch(value.asString(), "date");
     case Kind::Object: return toDate(valueOf(value.asObject(), "date"));
     case Kind::Array: throwNoForm(value, "date");
+    // A number counts days.
     default: return dateOfNumber(toDouble(value));
     }
 }

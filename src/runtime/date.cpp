@@ -10,6 +10,7 @@ namespace tamarok {
 
 namespace {
 
+// Day numbers count from 30 December 1899, the origin of the platform's type Date.
 constexpr std::chrono::sys_days dayZero{std::chrono::year{1899} / 12 / 30};
 
 static_assert(std::chrono::sys_days{std::chrono::year{100} / 1 / 1} - dayZero ==
@@ -28,6 +29,7 @@ DayAndTime split(Date date)
 {
     if (!isInRange(date)) throw Error{errors::overflow, "Overflow: a date lies outside the years 100 to 9999."};
     const double whole = std::trunc(date.days);
+    // The fraction is the time of day also before day 0: -1.25 is 29 December 1899, 6:00.
     const double fraction = std::abs(date.days - whole);
     DayAndTime result{static_cast<std::int32_t>(whole), 0};
     if (fraction == 0.0) return result;
@@ -53,6 +55,7 @@ CivilTime toCivil(Date date)
 Date fromCivil(const CivilTime& parts)
 {
     if (!isTimeOfDay(parts)) throw Error{errors::invalidArgument, "Invalid argument: the parts name no time of day."};
+    // Error 5 for parts that name no day, too.
     const Date day = makeDate(parts.year, parts.month, parts.day);
     return joinDate(static_cast<std::int32_t>(day.days), timeOfDay(parts));
 }
@@ -68,6 +71,7 @@ Date makeDate(std::int32_t year, std::int32_t month, std::int32_t day)
 
 Date dayOf(Date date) noexcept
 {
+    // Adding 0 turns -0.0 into 0.0.
     return {std::trunc(date.days) + 0.0};
 }
 
@@ -84,6 +88,7 @@ std::int32_t daysInMonth(std::int32_t year, std::int32_t month) noexcept
 
 bool isDay(std::int32_t year, std::int32_t month, std::int32_t day) noexcept
 {
+    // Checked before daysInMonth, which expects a month of the calendar.
     const bool possible = year >= 0 && year <= 9999 && month >= 1 && month <= 12 && day >= 1;
     return possible && day <= daysInMonth(year, month);
 }
@@ -131,6 +136,7 @@ void setTimeOfDay(CivilTime& parts, std::int32_t milliseconds) noexcept
 
 Date joinDate(std::int32_t dayNumber, std::int32_t milliseconds) noexcept
 {
+    // Before day 0 the time of day is subtracted, since the sign of a date belongs to its day.
     const double fraction = static_cast<double>(milliseconds) / millisecondsPerDay;
     return {dayNumber < 0 ? dayNumber - fraction : dayNumber + fraction};
 }

@@ -68,6 +68,7 @@ public:
     bool next(Token& token) noexcept
     {
         if (rest_.empty()) return false;
+        // AM/PM is the one token that its first letter does not identify.
         const char first = rest_.front();
         const Part part = kind_ == Kind::regional ? regionalPart(first) : formatPart(first);
         if (part == Part::dateMark || part == Part::timeMark)
@@ -94,6 +95,7 @@ private:
     Token quoted(char quote) noexcept
     {
         rest_.remove_prefix(1);
+        // A quote that is never closed reaches to the end of the pattern.
         const Token token = take(Part::literal, rest_.find(quote));
         if (!rest_.empty()) rest_.remove_prefix(1);
         return token;
@@ -111,6 +113,7 @@ private:
     std::size_t runLength() const noexcept
     {
         const char first = rest_.front();
+        // Runs of one letter form a token; a format pattern takes "Mm" as one run.
         const bool anyCase = kind_ == Kind::format;
         std::size_t end = 1;
         while (end < rest_.size() && (rest_[end] == first || (anyCase && lower(rest_[end]) == lower(first))))
@@ -145,6 +148,7 @@ public:
         case Part::month: month(length); break;
         case Part::year: year(length); break;
         case Part::hour: number(parts_.hour, length > 1); break;
+        // Maps 0 to 12, and 13 to 1.
         case Part::hour12: number((parts_.hour + 11) % 12 + 1, length > 1); break;
         case Part::minute: number(parts_.minute, length > 1); break;
         case Part::second: number(parts_.second, length > 1); break;
@@ -193,6 +197,7 @@ private:
 
     void year(std::size_t length)
     {
+        // One letter writes the year of the century without a leading 0.
         if (length > 2) number(parts_.year / 100, true);
         number(parts_.year % 100, length > 1);
     }
@@ -200,6 +205,8 @@ private:
     void halfDay(std::string_view letters)
     {
         const bool afternoon = parts_.hour >= 12;
+        // AM/PM, am/pm and A/P write their own letters. Any other spelling writes the regional word, "t" the first
+        // character of it.
         if (letters == "AM/PM")
             out_.append(afternoon ? "PM" : "AM");
         else if (letters == "am/pm")
@@ -230,6 +237,7 @@ Part nextPart(PatternLexer lexer) noexcept
 /// Returns whether the pattern holds AM/PM, so that hours count to 12.
 bool namesHalfDay(std::string_view pattern) noexcept
 {
+    // Cuts the pattern a second time only if it has an "a".
     if (std::none_of(pattern.begin(), pattern.end(), [](char c) { return lower(c) == 'a'; })) return false;
     PatternLexer lexer{pattern, PatternLexer::Kind::format};
     Token token;

@@ -51,6 +51,8 @@ public:
     std::optional<Reading> read()
     {
         skipBlanks();
+        // Elements check their own order. What only the end shows is checked last: an open separator, a comma without a
+        // word, no part at all.
         reading_.iso = beginsIso();
         while (!rest_.empty()) {
             if (!element()) return std::nullopt;
@@ -104,6 +106,7 @@ private:
     {
         rest_.remove_prefix(1);
         comma_ = comma_ || mark == ',';
+        // Two separators in a row, and one before the first part, are no date.
         if (!separable_ || pending_ != '\0') return false;
         pending_ = mark;
         return true;
@@ -111,6 +114,7 @@ private:
 
     bool addPart(DatePart part) noexcept
     {
+        // A time may stand before or after the date, but not between its parts.
         const bool behindTime = reading_.milliseconds && !timeFirst_;
         if (reading_.count == maxParts || behindTime) return false;
         reading_.parts[reading_.count++] = part;
@@ -121,6 +125,7 @@ private:
 
     bool numberOrTime()
     {
+        // A colon or a word for the half of the day makes a number the hour of a time.
         const auto value = number(9);
         if (!value) return false;
         if (rest_.starts_with(':')) return time(value->value);
@@ -186,6 +191,7 @@ private:
         const bool openDate = pending_ != '\0' && pending_ != '.' && pending_ != ',';
         if (reading_.milliseconds || openDate || minute > 59 || second > 59) return false;
         if (afternoon) {
+            // 12 AM is midnight and 12 PM noon.
             if (hour < 1 || hour > 12) return false;
             hour = hour % 12 + (*afternoon ? 12 : 0);
         }
@@ -215,6 +221,7 @@ private:
     {
         const std::string_view word = takeWord();
         if (word.empty()) return false;
+        // The T between date and time of the ISO form.
         if (reading_.iso && reading_.count == maxParts && text::equalsNoCase(word, "T"))
             return !rest_.empty() && isDigit(rest_.front()) && !reading_.milliseconds;
         // At the beginning of a French date "mar." is Tuesday (mardi); elsewhere it is the English March.
@@ -260,11 +267,13 @@ std::optional<Date> threeNumbers(const Reading& reading, DateOrder order)
     const auto& [a, b, c] = reading.parts;
     const bool yearFirst = order == DateOrder::Ymd || order == DateOrder::Ydm;
     if (reading.iso) return dayFrom(a.value, b, c);
+    // No order has the year in the middle, and no date has two years.
     if (b.isYear() || (a.isYear() && c.isYear())) return std::nullopt;
     if (a.isYear() || (yearFirst && !c.isYear())) {
         if (order != DateOrder::Ydm) return dayFrom(a.value, b, c);
         return either(dayFrom(a.value, c, b), dayFrom(a.value, b, c));
     }
+    // A date that is impossible in the regional order is tried with day and month exchanged.
     if (order == DateOrder::Mdy) return either(dayFrom(c.value, a, b), dayFrom(c.value, b, a));
     return either(dayFrom(c.value, b, a), dayFrom(c.value, a, b));
 }
@@ -324,6 +333,7 @@ std::optional<Date> parseDate(std::string_view text, const Regional& regional)
     const auto reading = DateReader{text, regional}.read();
     if (!reading) return std::nullopt;
     const auto day = dayOf(*reading, regional);
+    // A time alone belongs to day 0.
     if (!day || !reading->milliseconds) return day;
     return joinDate(static_cast<std::int32_t>(day->days), static_cast<std::int32_t>(*reading->milliseconds));
 }

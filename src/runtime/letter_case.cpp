@@ -37,6 +37,8 @@ constexpr bool isSorted(std::span<const CaseRange> ranges)
 }
 static_assert(isSorted(toUpperRanges) && isSorted(toLowerRanges));
 
+/// Finds the last range that begins at or before the character. Between alternating letters, only every second
+/// character is in the range.
 char32_t mapped(std::span<const CaseRange> ranges, char32_t character) noexcept
 {
     auto next = std::upper_bound(ranges.begin(), ranges.end(), character,
@@ -51,6 +53,7 @@ char32_t mapped(std::span<const CaseRange> ranges, char32_t character) noexcept
 
 char32_t toUpper(char32_t character) noexcept
 {
+    // ASCII needs no table.
     if (character < 0x80) return character >= U'a' && character <= U'z' ? character - 0x20 : character;
     return mapped(toUpperRanges, character);
 }

@@ -84,6 +84,7 @@ public:
         double number = 0.0;
         const auto result = std::from_chars(digits_.data(), digits_.data() + digits_.size(), number);
         if (result.ec == std::errc{}) return number;
+        // A number beyond the range has no value; one too near to 0 is 0.
         return isLarge ? std::nullopt : std::optional{0.0};
     }
 
@@ -118,6 +119,7 @@ public:
         skip(surroundingBlanks);
         if (!magnitude()) return std::nullopt;
         skip(surroundingBlanks);
+        // The sign may stand behind the number, but only one sign is allowed.
         if (!hasSign) hasSign = sign();
         skip(surroundingBlanks);
         return finish();
@@ -178,6 +180,7 @@ private:
     /// Reads an exponent, if there is one. False for an exponent without digits.
     bool exponent() noexcept
     {
+        // The limit keeps the sum in range.
         constexpr std::int32_t enough = 1'000'000;
         if (!(take("E") || take("e") || take("D") || take("d"))) return true;
         const bool below = take("-");

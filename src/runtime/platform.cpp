@@ -14,6 +14,7 @@ namespace tamarok {
 
 namespace {
 
+/// The local time of the system, to the millisecond.
 class SystemClock final : public Clock {
 public:
     Date now() const override
@@ -45,6 +46,7 @@ private:
     }
 };
 
+/// Writes messages to standard error and answers 1, OK: programs without a user interface must not wait.
 class StandardErrorBox final : public MessageBox {
 public:
     std::int16_t show(std::string_view text, std::int32_t, std::string_view title) override
@@ -54,6 +56,7 @@ public:
     }
 };
 
+/// Presses no key: without a window nobody receives it.
 class SilentKeyboard final : public Keyboard {
 public:
     void pressEnter() override {}
@@ -72,6 +75,7 @@ Platform::Platform() :
 Platform& Platform::current() noexcept
 {
     if (scoped != nullptr) return *scoped;
+    // Made at the first use in each thread, so that threads never share services by accident.
     thread_local Platform platform;
     return platform;
 }

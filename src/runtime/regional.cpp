@@ -77,6 +77,7 @@ std::string localeName(std::string_view variable)
 Regional nearest(std::string_view variable)
 {
     const std::string name = localeName(variable);
+    // The exact locale, else the representative of the language, else any country of it, else en-US.
     if (auto exact = Regional::find(name)) return *std::move(exact);
     const std::string_view language = std::string_view{name}.substr(0, name.find('-'));
     for (const Representative& representative : representatives)

@@ -60,12 +60,14 @@ char32_t decode(std::string_view text, std::size_t& offset) noexcept
         ++offset;
         return lead;
     }
+    // An invalid byte becomes a character of its own, so that decoding and appending give the same bytes again.
     const std::size_t length = announcedLength(lead);
     const char32_t stray = strayByteBase + lead;
     if (length == 0 || length > text.size() - offset) {
         ++offset;
         return stray;
     }
+    // The lead byte gives its low bits, each further byte six.
     char32_t character = lead & (0x7FU >> length);
     for (std::size_t i = 1; i < length; ++i) {
         const std::uint32_t byte = byteAt(text, offset + i);
@@ -111,6 +113,7 @@ void append(std::string& text, char32_t character)
 
 std::size_t length(std::string_view text) noexcept
 {
+    // Every ASCII character is one byte.
     if (isAscii(text)) return text.size();
     std::size_t count = 0;
     for (std::size_t offset = 0; offset < text.size(); ++count)
@@ -139,6 +142,7 @@ std::string_view mid(std::string_view text, std::size_t start, std::size_t count
 
 std::size_t find(std::string_view text, std::string_view wanted, std::size_t start) noexcept
 {
+    // Searches bytes, then counts the characters up to the hit.
     std::size_t position = std::max<std::size_t>(start, 1);
     std::size_t offset = advance(text, 0, position - 1);
     if (offset >= text.size()) return 0;
@@ -170,6 +174,7 @@ bool equalsNoCase(std::string_view a, std::string_view b) noexcept
 {
     std::size_t offsetA = 0;
     std::size_t offsetB = 0;
+    // Compares by single characters: their number of bytes may differ between upper and lower case.
     while (offsetA < a.size() && offsetB < b.size())
         if (toUpper(decode(a, offsetA)) != toUpper(decode(b, offsetB))) return false;
     return offsetA == a.size() && offsetB == b.size();
@@ -187,6 +192,7 @@ bool startsWithNoCase(std::string_view text, std::string_view prefix) noexcept
 
 std::string replaceAll(std::string_view text, std::string_view wanted, std::string_view replacement)
 {
+    // An empty text would be found everywhere.
     if (wanted.empty()) return std::string{text};
     std::string result;
     result.reserve(text.size());

@@ -31,6 +31,7 @@ PatternKind kindOf(std::string_view pattern) noexcept
 
 std::string textAsDate(const std::string& text, std::string_view pattern, const Regional& regional)
 {
+    // A text that is no date may be a day number; any other text comes back unchanged.
     if (const auto day = convert::parseDate(text, regional)) return date(*day, pattern, regional);
     if (const auto days = convert::parseNumber(text, regional); days && isInRange({*days}))
         return date({*days}, pattern, regional);
@@ -54,6 +55,7 @@ std::string value(const Variant& value, std::string_view pattern, const Regional
         // The conversion to text refuses any other object, and a field within a field.
         return content.isObject() ? convert::toText(value, regional) : format::value(content, pattern, regional);
     }
+    // An empty pattern and "@" give the text of the value.
     const PatternKind kind = kindOf(pattern);
     if (pattern.empty() || kind == PatternKind::text || value.isArray()) return convert::toText(value, regional);
     if (value.isString())

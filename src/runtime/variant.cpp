@@ -33,6 +33,7 @@ std::size_t position(std::int32_t index, VariantArray::Bounds bounds)
 
 VariantArray::Bounds boundsOf(std::size_t count, std::int32_t lower)
 {
+    // 64 bits, since the sum may leave the range of an index.
     const std::int64_t upper = static_cast<std::int64_t>(lower) + static_cast<std::int64_t>(count) - 1;
     if (upper > INT32_MAX || upper < INT32_MIN)
         throw Error{errors::invalidArgument, "Invalid argument: the upper bound of an array leaves its 32-bit range."};
@@ -72,6 +73,7 @@ void Variant::refuse(Kind wanted) const
 
 bool operator==(const Variant& a, const Variant& b)
 {
+    // Arrays are compared by content, since copies may or may not share it; objects by identity.
     if (a.isArray() && b.isArray()) return a.asArray() == b.asArray();
     return a.value_ == b.value_;
 }
@@ -130,6 +132,7 @@ const Variant& VariantArray::at(std::int32_t first, std::int32_t second) const
     if (dimensions() != 2)
         throw Error{errors::subscriptOutOfRange, "Subscript out of range: two indices for an array of " +
                                                      std::to_string(dimensions()) + " dimension(s)."};
+    // The first dimension varies fastest.
     const auto fields = static_cast<std::size_t>(extent(bounds_[0]));
     const std::size_t place = position(first, bounds_[0]) + fields * position(second, bounds_[1]);
     if (place >= elements_.size()) throwOutOfBounds(second, bounds_[1]);

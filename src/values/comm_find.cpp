@@ -28,6 +28,7 @@ std::int16_t Comm_find::FindNumOfChar(const std::string& sTmpString, const std::
     const std::u32string text = upperCharacters(sTmpString);
     const std::u32string wanted = upperCharacters(strFChar);
     std::int64_t count = 0;
+    // Occurrences may overlap; an empty text is found at every position.
     for (std::size_t position = text.find(wanted); position < text.size(); position = text.find(wanted, position + 1))
         convert::checkedInteger(++count, "number of occurrences");
     return static_cast<std::int16_t>(count);

@@ -2,6 +2,7 @@
 #include <string_view>
 
 #include "ado/first_row.h"
+#include "dialect/sql_template.h"
 
 #include "tamarok/comm_get.h"
 #include "tamarok/convert.h"
@@ -17,11 +18,9 @@ namespace {
 std::string singleValueStatement(const TmkVar& session, std::string_view column, std::string_view table,
                                  std::string_view condition)
 {
-    std::string statement{session.bolOracle ? "SELECT " : "SELECT TOP 1 "};
-    statement.append(column).append(" FROM ").append(table);
-    if (session.bolOracle) statement += " WHERE rownum = 1";
-    if (!condition.empty()) statement.append(session.bolOracle ? " AND " : " WHERE ").append(condition);
-    return statement;
+    // On Oracle the row limit is a condition itself, and it stands before the caller's.
+    return dialect::fill("{SELECTFIRST}{COLUMN} FROM {TABLE}{WHEREFIRST}{CONDITION?{ORACLE? AND : WHERE }{CONDITION}:}",
+                         dialect::of(session), {{"COLUMN", column}, {"TABLE", table}, {"CONDITION", condition}});
 }
 
 /// Returns the width of an input box for a column of that type; 0 means no limit.
@@ -71,13 +70,12 @@ double Comm_Get::Get_FieldValueN(const TmkVar& tmkVar, std::string_view column, 
 
 std::int32_t Comm_Get::Get_FieldSize(std::string_view table, std::string_view column, const TmkVar& tmkVar) const
 {
-    std::string statement{tmkVar.bolOracle ? "SELECT " : "SELECT TOP 0 "};
-    statement.append(column).append(" FROM ").append(table);
-    if (tmkVar.bolOracle) statement += " WHERE rownum=1";
-    ado::Recordset row; // on SQL Server without rows: the columns alone count
-    row.Open(statement, tmkVar.db_ADO);
-    const std::int32_t width = inputWidth(row.Fields().Item(0));
-    row.Close();
+    const std::string statement = dialect::fill("{SELECTNONE}{COLUMN} FROM {TABLE}{WHERENONE}", dialect::of(tmkVar),
+                                                {{"COLUMN", column}, {"TABLE", table}});
+    // The column's type needs no row: on SQL Server the result is empty.
+    std::int32_t width = 0;
+    ado::readExisting(tmkVar.db_ADO, statement,
+                      [&](const ado::FieldCollection& fields) { width = inputWidth(fields.Item(0)); });
     return width;
 }
 

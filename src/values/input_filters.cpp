@@ -101,6 +101,7 @@ bool separatorMayPass(Box& box, const EntryPattern& pattern, const std::string& 
     const std::int32_t cursor = box.cursor();
     if (text::find(content, separator) != 0) return false;
     if (characters(content) - cursor > pattern.decimals) return false;
+    // The 0 stands before the cursor, so the cursor moves behind it.
     if (cursor == 0) {
         box.text("0" + content);
         box.cursor(1);
@@ -115,6 +116,7 @@ bool separatorMayPass(Box& box, const EntryPattern& pattern, const std::string& 
 bool digitMayPass(const Box& box, const EntryPattern& pattern, const std::string& separator)
 {
     const std::string content = box.text();
+    // Without decimals the whole text counts. Else the part that the cursor stands in does.
     if (pattern.decimals == 0) return characters(withoutSign(content)) < pattern.length;
     const auto position = static_cast<std::int32_t>(text::find(content, separator));
     if (position == 0) return characters(withoutSign(content)) < pattern.wholeDigits;
@@ -176,6 +178,7 @@ void Comm_Get::OnlyNumbersKeyPress(std::int16_t& KeyAscii, Object& ActiveControl
         KeyAscii = refused;
         return;
     }
+    // Kept for OnlyNumbersLostFocus, which takes the format of the last key press if it is given none.
     box.format(strFormat);
     const EntryPattern pattern{strFormat};
     const std::string separator = format::decimalSeparator(Platform::current().regional);
@@ -204,6 +207,7 @@ void Comm_Get::OnlyNumbersLostFocus(Object& ActiveControl, const std::string& st
 {
     Box box{ActiveControl};
     const std::string wanted = strFormat.empty() ? box.format() : strFormat;
+    // Cleared if it is no number or too long for the pattern, else written in the format.
     if (wanted.empty()) return;
     std::string content = box.text();
     if (!convert::isNumeric(Variant{content})) {
@@ -223,6 +227,7 @@ std::int16_t Comm_Get::OnlyDate(std::int16_t KeyAscii, Object& ActiveControl) co
     if (KeyAscii == backspace || KeyAscii == enter) return KeyAscii;
     const std::string content = box.text();
     const std::int32_t cursor = box.cursor();
+    // Day and month have at most two digits, the year four; a point may follow each of the first two.
     const auto points = std::count(content.begin(), content.end(), '.');
     if (KeyAscii == '.') {
         if (cursor < 1 || cursor > 5 || points > 1) return refused;

@@ -8,6 +8,7 @@
 #include "tamarok/comm_conv.h"
 #include "tamarok/convert.h"
 #include "tamarok/error.h"
+#include "tamarok/pivot_years.h"
 #include "tamarok/platform.h"
 #include "tamarok/text.h"
 
@@ -25,6 +26,7 @@ struct CutText {
 
 CutText cutInThree(std::string_view date, std::string_view separator)
 {
+    // Any further separator belongs to the third part.
     const std::size_t firstEnd = separator.empty() ? std::string_view::npos : date.find(separator);
     const std::size_t secondEnd =
         firstEnd == std::string_view::npos ? firstEnd : date.find(separator, firstEnd + separator.size());
@@ -65,7 +67,7 @@ struct DateTexts {
 std::string usDate(const DateTexts& date, bool spelledMonth)
 {
     const std::string month = spelledMonth ? std::to_string(monthNumber(date.month)) : plainInteger(date.month);
-    const std::int16_t year = fullYear(convert::toInteger(Variant{date.year}));
+    const std::int32_t year = pivot::fullYearOperation.fullYear(convert::toInteger(Variant{date.year}));
     return joinedParts(month, plainInteger(date.day), std::to_string(year));
 }
 
@@ -96,6 +98,7 @@ std::string Comm_Conv::USDate(std::string_view NationalDate, const ado::Connecti
 {
     const auto option = ado::readFirstValue(dbAdo, "SELECT NUMBER_VALUE FROM OPTIONEN WHERE PROPERTY_ID = 'USDATE'",
                                             ado::LockType::Unspecified);
+    // The option: 0 or none is day, month, year; 1 is month, day, year; any other value gives "".
     const std::int32_t order = option && !option->isNull() ? convert::toLong(*option) : 0;
     const CivilTime date = toCivil(convert::toDate(Variant{NationalDate}));
     const std::string day = std::to_string(date.day);
@@ -113,6 +116,7 @@ std::string Comm_Conv::USDateA(std::string_view NationalDate) const
     const std::string_view first = text::trim(parts.first);
     const std::string_view second = text::trim(parts.second);
     std::string_view third = text::trim(parts.third);
+    // A time behind the date is dropped.
     third = third.substr(0, third.find(' '));
 
     const RegionalOrder machine = regionalOrder(Platform::current().regional);
@@ -125,6 +129,7 @@ std::string Comm_Conv::USDateA(std::string_view NationalDate) const
         default: break;
         }
     }
+    // Required by the contract: in an unknown order all but the first part comes back. Do not correct.
     return std::string{NationalDate.substr(NationalDate.find(separator) + separator.size())};
 }
 

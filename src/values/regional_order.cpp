@@ -6,7 +6,6 @@
 #include "tamarok/date.h"
 #include "tamarok/english_dates.h"
 #include "tamarok/format.h"
-#include "tamarok/pivot_years.h"
 #include "tamarok/text.h"
 
 // The order of regional dates by the text of a known date.
@@ -30,6 +29,7 @@ RegionalOrder regionalOrder(const Regional& regional)
 {
     const std::string sample = format::date(probeDate, regional.shortDate, regional);
     RegionalOrder result;
+    // Positions count from 1; 0 means not found.
     const std::size_t day = text::find(sample, "3");
     std::size_t month = text::find(sample, "4");
     if (month == 0) {
@@ -45,6 +45,7 @@ RegionalOrder regionalOrder(const Regional& regional)
         OrderRule{DateOrder::Ymd, year, month, day},
         OrderRule{DateOrder::Ydm, year, day, month},
     };
+    // No rule fits a short date with the year in the middle.
     for (const OrderRule& rule : rules) {
         if (rule.first < rule.second && rule.second < rule.third) {
             result.order = rule.order;
@@ -59,11 +60,6 @@ std::int16_t monthNumber(std::string_view name)
     const std::string_view word = text::trim(name);
     const bool isShort = text::length(word) == english::shortNameLength;
     return static_cast<std::int16_t>(isShort ? english::monthOf(word) : 0);
-}
-
-std::int16_t fullYear(std::int16_t year) noexcept
-{
-    return static_cast<std::int16_t>(pivot::fullYearOperation.fullYear(year));
 }
 
 } // namespace tamarok

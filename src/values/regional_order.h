@@ -23,7 +23,4 @@ RegionalOrder regionalOrder(const Regional& regional);
 /// text.
 std::int16_t monthNumber(std::string_view name);
 
-/// 0 to 50 are 2000 to 2050, 51 to 99 are 1951 to 1999, anything else stands as it is.
-std::int16_t fullYear(std::int16_t year) noexcept;
-
 } // namespace tamarok

@@ -21,6 +21,7 @@ void update(const ado::ConnectionRef& connection, std::string_view table, std::s
     ado::require(connection).Execute(statement);
 }
 
+/// Sets single quotes around a text. Only Set_Text doubles the quotes within. Required by the contract.
 std::string quoted(std::string_view text)
 {
     std::string result{"'"};

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
@@ -10,14 +9,10 @@
 
 namespace tamarok::ado {
 
+using test::errorNumber;
 using test::failureOf;
 using test::Row;
 using test::Table;
-
-inline std::int32_t numberOf(const std::function<void()>& action)
-{
-    return failureOf(action).number;
-}
 
 /// A connection to a recording database with the table of species that most tests read.
 class AdoTest : public ::testing::Test {

@@ -1,6 +1,8 @@
 #include <string>
 #include <vector>
 
+#include "support/errors.h"
+
 #include "tamarok/backend_registry.h"
 #include "tamarok/connection_text.h"
 #include "tamarok/error.h"
@@ -32,28 +34,25 @@ TEST(BackendRegistry, OpensWithTheProviderOfTheText)
     EXPECT_EQ(registry.providers(), (std::vector<std::string_view>{"Test.First", "Test.Second"}));
 }
 
-std::string failureOf(const BackendRegistry& registry, std::string_view text)
+/// Number and description of the error that opening `text` fails with.
+std::string openFailure(const BackendRegistry& registry, std::string_view text)
 {
-    try {
-        registry.open(text);
-        return "opened";
-    } catch (const Error& error) {
-        return std::to_string(error.number) + " " + error.description;
-    }
+    const Error error = test::failureOf([&] { registry.open(text); });
+    return std::to_string(error.number) + " " + error.description;
 }
 
 TEST(BackendRegistry, AnUnknownProviderIsAnErrorThatNamesTheKnownOnes)
 {
     std::vector<std::string> texts;
     BackendRegistry registry;
-    EXPECT_EQ(failureOf(registry, "Provider=A"), "3706 There is no provider 'A'; known are: none.");
+    EXPECT_EQ(openFailure(registry, "Provider=A"), "3706 There is no provider 'A'; known are: none.");
     registry.add("Test.First", recorder(texts));
     registry.add("Test.Second", recorder(texts));
-    EXPECT_EQ(failureOf(registry, "Provider=Test;Password=secret"),
+    EXPECT_EQ(openFailure(registry, "Provider=Test;Password=secret"),
               "3706 There is no provider 'Test'; known are: Test.First, Test.Second.");
-    EXPECT_EQ(failureOf(registry, "Data Source=x"),
+    EXPECT_EQ(openFailure(registry, "Data Source=x"),
               "3706 The connection text names no provider; known are: Test.First, Test.Second.");
-    EXPECT_EQ(failureOf(registry, "Provider"), "5 Connection text: 'Provider' is not of the form name=value.");
+    EXPECT_EQ(openFailure(registry, "Provider"), "5 Connection text: 'Provider' is not of the form name=value.");
     EXPECT_TRUE(texts.empty());
 }
 

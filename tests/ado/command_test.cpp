@@ -52,10 +52,10 @@ TEST_F(CommandTest, RunsATextAsItStands)
 TEST_F(CommandTest, NeedsAnOpenConnection)
 {
     command.ActiveConnection = nullptr;
-    EXPECT_EQ(numberOf([&] { command.Execute(); }), errors::connectionClosed);
+    EXPECT_EQ(errorNumber([&] { command.Execute(); }), errors::connectionClosed);
     command.ActiveConnection = connection;
     connection->Close();
-    EXPECT_EQ(numberOf([&] { command.Execute(); }), errors::connectionClosed);
+    EXPECT_EQ(errorNumber([&] { command.Execute(); }), errors::connectionClosed);
 }
 
 TEST_F(CommandTest, CutsTextsToTheirSizeInCharacters)
@@ -97,7 +97,7 @@ TEST_F(CommandTest, ValueThatDoesNotFitIsRefusedBeforeAnythingIsSent)
     EXPECT_NE(failure.description.find("Parameter 2"), std::string::npos) << failure.description;
     command.Parameters()[1].value = 1e10;
     command.Parameters()[1].type = DataType::Integer;
-    EXPECT_EQ(numberOf([&] { command.Execute(); }), errors::overflow);
+    EXPECT_EQ(errorNumber([&] { command.Execute(); }), errors::overflow);
     EXPECT_TRUE(database->log.empty());
     EXPECT_TRUE(told.empty());
 }
@@ -163,7 +163,7 @@ TEST_F(CommandTest, TellsValuesAsLiterals)
 TEST_F(CommandTest, ObjectsAndArraysAreNoParameterValues)
 {
     append(DataType::Variant, VariantArray{});
-    EXPECT_EQ(numberOf([&] { command.Execute(); }), errors::typeMismatch);
+    EXPECT_EQ(errorNumber([&] { command.Execute(); }), errors::typeMismatch);
     EXPECT_TRUE(database->log.empty());
 }
 

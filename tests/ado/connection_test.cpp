@@ -6,7 +6,7 @@ using ConnectionTest = AdoTest;
 
 TEST_F(ConnectionTest, NeedsASession)
 {
-    EXPECT_EQ(numberOf([] { const Connection made{nullptr, ""}; }), errors::objectNotSet);
+    EXPECT_EQ(errorNumber([] { const Connection made{nullptr, ""}; }), errors::objectNotSet);
 }
 
 TEST_F(ConnectionTest, ExecutesWithItsTimeoutAndGivesTheRowsTouched)
@@ -23,7 +23,7 @@ TEST_F(ConnectionTest, ExecutesWithItsTimeoutAndGivesTheRowsTouched)
 TEST_F(ConnectionTest, RefusesATimeoutBelowZeroAndKeepsTheFormerOne)
 {
     connection->CommandTimeout(0);
-    EXPECT_EQ(numberOf([&] { connection->CommandTimeout(-1); }), errors::invalidArgument);
+    EXPECT_EQ(errorNumber([&] { connection->CommandTimeout(-1); }), errors::invalidArgument);
     EXPECT_EQ(connection->CommandTimeout(), 0);
 }
 
@@ -36,7 +36,7 @@ TEST_F(ConnectionTest, OptionsNameATextOrAProcedure)
     EXPECT_EQ(database->takeLog(), (Log{"execute X", "execute X", "execute X", "execute X", "execute X",
                                         "execute procedure tmk_X", "execute procedure tmk_X"}));
     for (const std::int32_t options : {2, 256, -2})
-        EXPECT_EQ(numberOf([&] { connection->Execute("X", options); }), errors::invalidArgument) << options;
+        EXPECT_EQ(errorNumber([&] { connection->Execute("X", options); }), errors::invalidArgument) << options;
     EXPECT_TRUE(database->log.empty());
 }
 
@@ -44,13 +44,13 @@ TEST_F(ConnectionTest, ClosedConnectionRefusesEverything)
 {
     connection->Close();
     EXPECT_EQ(connection->State(), ObjectState::Closed);
-    EXPECT_EQ(numberOf([&] { connection->Close(); }), errors::objectClosed);
-    EXPECT_EQ(numberOf([&] { connection->Execute("X"); }), errors::connectionClosed);
-    EXPECT_EQ(numberOf([&] { connection->BeginTrans(); }), errors::connectionClosed);
-    EXPECT_EQ(numberOf([&] { connection->CommitTrans(); }), errors::connectionClosed);
-    EXPECT_EQ(numberOf([&] { connection->RollbackTrans(); }), errors::connectionClosed);
-    EXPECT_EQ(numberOf([&] { connection->session(); }), errors::connectionClosed);
-    EXPECT_EQ(numberOf([&] { open(); }), errors::connectionClosed);
+    EXPECT_EQ(errorNumber([&] { connection->Close(); }), errors::objectClosed);
+    EXPECT_EQ(errorNumber([&] { connection->Execute("X"); }), errors::connectionClosed);
+    EXPECT_EQ(errorNumber([&] { connection->BeginTrans(); }), errors::connectionClosed);
+    EXPECT_EQ(errorNumber([&] { connection->CommitTrans(); }), errors::connectionClosed);
+    EXPECT_EQ(errorNumber([&] { connection->RollbackTrans(); }), errors::connectionClosed);
+    EXPECT_EQ(errorNumber([&] { connection->session(); }), errors::connectionClosed);
+    EXPECT_EQ(errorNumber([&] { open(); }), errors::connectionClosed);
 }
 
 TEST_F(ConnectionTest, PassesTransactionsOn)
@@ -84,7 +84,7 @@ TEST_F(ConnectionTest, TellsARefusedStatementToo)
     Log told;
     connection->listen([&](std::string_view statement) { told.emplace_back(statement); });
     database->fail("execute BAD", Error{errors::statementRefused, "Refused."});
-    EXPECT_EQ(numberOf([&] { connection->Execute("BAD"); }), errors::statementRefused);
+    EXPECT_EQ(errorNumber([&] { connection->Execute("BAD"); }), errors::statementRefused);
     EXPECT_EQ(told, Log{"BAD"});
 }
 
@@ -115,10 +115,10 @@ TEST_F(ConnectionTest, ClosingClosesItsRecordsetsBeforeTheSessionEnds)
     EXPECT_EQ(database->openCursors, 0);
     for (const auto& recordset : {stream, scrolling, clone}) {
         EXPECT_EQ(recordset->State(), ObjectState::Closed);
-        EXPECT_EQ(numberOf([&] { recordset->MoveNext(); }), errors::objectClosed);
-        EXPECT_EQ(numberOf([&] { recordset->Close(); }), errors::objectClosed);
+        EXPECT_EQ(errorNumber([&] { recordset->MoveNext(); }), errors::objectClosed);
+        EXPECT_EQ(errorNumber([&] { recordset->Close(); }), errors::objectClosed);
     }
-    EXPECT_EQ(numberOf([&] { field->Value(); }), errors::objectClosed);
+    EXPECT_EQ(errorNumber([&] { field->Value(); }), errors::objectClosed);
 }
 
 TEST_F(ConnectionTest, RecordsetOutlivesTheCallersReference)
@@ -136,7 +136,7 @@ TEST_F(ConnectionTest, RecordsetOutlivesTheCallersReference)
 TEST_F(ConnectionTest, RequireNamesAnUnsetConnection)
 {
     EXPECT_EQ(&require(connection), connection.get());
-    EXPECT_EQ(numberOf([] { require(ConnectionRef{}); }), errors::objectNotSet);
+    EXPECT_EQ(errorNumber([] { require(ConnectionRef{}); }), errors::objectNotSet);
 }
 
 } // namespace tamarok::ado

@@ -45,7 +45,7 @@ TEST_F(EditingTest, MoveSendsAPendingEdit)
 TEST_F(EditingTest, CloseRefusesAPendingEdit)
 {
     name().Value("Rotfichte");
-    EXPECT_EQ(numberOf([&] { rows->Close(); }), errors::badCursorOperation);
+    EXPECT_EQ(errorNumber([&] { rows->Close(); }), errors::badCursorOperation);
     EXPECT_EQ(rows->State(), ObjectState::Open);
     rows->CancelUpdate();
     rows->Close();
@@ -66,9 +66,9 @@ TEST_F(EditingTest, EmptyBecomesNullAndAFieldItsValue)
     rows->Fields().Item("ID").Value(Variant{other->Fields().share("PRICE")});
     rows->Update();
     EXPECT_EQ(species->rows.at(1), (Row{80.5, Null{}, 80.5}));
-    EXPECT_EQ(numberOf([&] { name().Value(Variant{rows}); }), errors::typeMismatch);
-    EXPECT_EQ(numberOf([&] { name().Value(VariantArray{}); }), errors::typeMismatch);
-    EXPECT_EQ(numberOf([&] { name().Value(ObjectRef{}); }), errors::typeMismatch);
+    EXPECT_EQ(errorNumber([&] { name().Value(Variant{rows}); }), errors::typeMismatch);
+    EXPECT_EQ(errorNumber([&] { name().Value(VariantArray{}); }), errors::typeMismatch);
+    EXPECT_EQ(errorNumber([&] { name().Value(ObjectRef{}); }), errors::typeMismatch);
     rows->Close();
 }
 
@@ -76,7 +76,7 @@ TEST_F(EditingTest, OptimisticUpdateNoticesThatTheRowHasChanged)
 {
     species->rows.at(1)[2] = 99.0;
     name().Value("Rotfichte");
-    EXPECT_EQ(numberOf([&] { rows->Update(); }), static_cast<std::int32_t>(0x80040E38U));
+    EXPECT_EQ(errorNumber([&] { rows->Update(); }), static_cast<std::int32_t>(0x80040E38U));
     EXPECT_TRUE(database->log.empty());
     rows->CancelUpdate();
     rows->Move(0);
@@ -90,10 +90,10 @@ TEST_F(EditingTest, OptimisticUpdateNoticesThatTheRowHasGone)
 {
     species->rows.erase(1);
     name().Value("Rotfichte");
-    EXPECT_EQ(numberOf([&] { rows->Update(); }), static_cast<std::int32_t>(0x80040E38U));
+    EXPECT_EQ(errorNumber([&] { rows->Update(); }), static_cast<std::int32_t>(0x80040E38U));
     rows->CancelUpdate();
     rows->Move(0);
-    EXPECT_EQ(numberOf([&] { id(*rows); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { id(*rows); }), errors::noCurrentRecord);
     rows->MoveNext();
     EXPECT_EQ(rows->AbsolutePosition(), 1);
 }
@@ -142,7 +142,7 @@ TEST_F(EditingTest, RefusedNewRowStaysPendingAndCanBeCancelled)
     species->refusal = Error{errors::constraintViolated, "Twice."};
     rows->AddNew();
     name().Value("Tanne");
-    EXPECT_EQ(numberOf([&] { rows->Update(); }), errors::constraintViolated);
+    EXPECT_EQ(errorNumber([&] { rows->Update(); }), errors::constraintViolated);
     EXPECT_EQ(name().Value(), Variant{"Tanne"});
     rows->CancelUpdate();
     EXPECT_EQ(id(*rows), Variant{1});
@@ -178,9 +178,9 @@ TEST_F(EditingTest, DeletedRowIsLeftOutOfEveryMove)
     rows->MoveNext();
     rows->Delete();
     EXPECT_EQ(database->log, Log{"delete 2"});
-    EXPECT_EQ(numberOf([&] { id(*rows); }), errors::noCurrentRecord);
-    EXPECT_EQ(numberOf([&] { rows->Delete(); }), errors::noCurrentRecord);
-    EXPECT_EQ(numberOf([&] { rows->Move(0); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { id(*rows); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { rows->Delete(); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { rows->Move(0); }), errors::noCurrentRecord);
     EXPECT_FALSE(rows->AtEOF() || rows->AtBOF());
     rows->MoveNext();
     EXPECT_EQ(id(*rows), Variant{3});
@@ -195,7 +195,7 @@ TEST_F(EditingTest, MarkOfADeletedRowNamesNoRow)
 {
     const Variant mark = rows->Bookmark();
     rows->Delete();
-    EXPECT_EQ(numberOf([&] { rows->Bookmark(mark); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { rows->Bookmark(mark); }), errors::noCurrentRecord);
     rows->MoveFirst();
     EXPECT_EQ(id(*rows), Variant{2});
 }
@@ -208,32 +208,32 @@ TEST_F(EditingTest, DeletionOfTheLastRowLeavesBothEnds)
     EXPECT_FALSE(one->AtEOF() || one->AtBOF());
     one->MoveNext();
     EXPECT_TRUE(one->AtEOF() && one->AtBOF());
-    EXPECT_EQ(numberOf([&] { one->MoveFirst(); }), errors::noCurrentRecord);
-    EXPECT_EQ(numberOf([&] { one->MoveLast(); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { one->MoveFirst(); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { one->MoveLast(); }), errors::noCurrentRecord);
 }
 
 TEST_F(EditingTest, DeleteKnowsTheCurrentRecordAlone)
 {
-    EXPECT_EQ(numberOf([&] { rows->Delete(2); }), errors::invalidArgument);
+    EXPECT_EQ(errorNumber([&] { rows->Delete(2); }), errors::invalidArgument);
     rows->AddNew();
-    EXPECT_EQ(numberOf([&] { rows->Delete(); }), errors::badCursorOperation);
+    EXPECT_EQ(errorNumber([&] { rows->Delete(); }), errors::badCursorOperation);
     rows->CancelUpdate();
     rows->MovePrevious();
-    EXPECT_EQ(numberOf([&] { rows->Delete(); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { rows->Delete(); }), errors::noCurrentRecord);
     EXPECT_TRUE(database->log.empty());
 }
 
 TEST_F(EditingTest, RefusedDeletionKeepsTheRow)
 {
     species->refusal = Error{errors::constraintViolated, "In use."};
-    EXPECT_EQ(numberOf([&] { rows->Delete(); }), errors::constraintViolated);
+    EXPECT_EQ(errorNumber([&] { rows->Delete(); }), errors::constraintViolated);
     EXPECT_EQ(id(*rows), Variant{1});
 }
 
 TEST_F(EditingTest, SettingAFieldNeedsARow)
 {
     rows->MovePrevious();
-    EXPECT_EQ(numberOf([&] { name().Value("x"); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { name().Value("x"); }), errors::noCurrentRecord);
 }
 
 TEST_F(EditingTest, RowsWithoutKeyAreReadOnly)
@@ -241,9 +241,9 @@ TEST_F(EditingTest, RowsWithoutKeyAreReadOnly)
     species->updatable = false;
     const auto joined = open(CursorType::OpenKeyset, LockType::Optimistic);
     EXPECT_EQ(id(*joined), Variant{1});
-    EXPECT_EQ(numberOf([&] { joined->AddNew(); }), errors::readOnlyRecordset);
-    EXPECT_EQ(numberOf([&] { joined->Delete(); }), errors::readOnlyRecordset);
-    EXPECT_EQ(numberOf([&] { joined->Fields().Item(0).Value(7); }), errors::readOnlyRecordset);
+    EXPECT_EQ(errorNumber([&] { joined->AddNew(); }), errors::readOnlyRecordset);
+    EXPECT_EQ(errorNumber([&] { joined->Delete(); }), errors::readOnlyRecordset);
+    EXPECT_EQ(errorNumber([&] { joined->Fields().Item(0).Value(7); }), errors::readOnlyRecordset);
 }
 
 TEST_F(EditingTest, ClonesSeeEachOthersEdits)
@@ -273,7 +273,7 @@ TEST_F(EditingTest, CursorOfABackEndThatOnlyReadsRefusesTheRest)
              [&] { cursor.rowKey(); }, [&] { cursor.lockRow(1); }, [&] { cursor.unlockRow(); },
              [&] { cursor.updateRow(1, {}); }, [&] { cursor.insertRow({}); }, [&] { cursor.deleteRow(1); },
              [&] { cursor.readRow(1, values); }})
-        EXPECT_EQ(numberOf(operation), errors::readOnlyRecordset);
+        EXPECT_EQ(errorNumber(operation), errors::readOnlyRecordset);
 }
 
 } // namespace tamarok::ado

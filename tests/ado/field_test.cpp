@@ -34,13 +34,13 @@ TEST_F(FieldTest, IsFoundByOrdinalAndByNameInAnyCase)
     EXPECT_EQ(&fields.Item("NAME"), &fields.Item(1));
     EXPECT_EQ(&fields.Item("name"), &fields.Item(1));
     EXPECT_EQ(fields.share("price").get(), fields.share(2).get());
-    EXPECT_EQ(numberOf([&] { fields.Item(3); }), errors::itemNotFound);
-    EXPECT_EQ(numberOf([&] { fields.Item(-1); }), errors::itemNotFound);
-    EXPECT_EQ(numberOf([&] { fields.share(3); }), errors::itemNotFound);
+    EXPECT_EQ(errorNumber([&] { fields.Item(3); }), errors::itemNotFound);
+    EXPECT_EQ(errorNumber([&] { fields.Item(-1); }), errors::itemNotFound);
+    EXPECT_EQ(errorNumber([&] { fields.share(3); }), errors::itemNotFound);
     const Error failure = failureOf([&] { fields.Item("NAMES"); });
     EXPECT_EQ(failure.number, errors::itemNotFound);
     EXPECT_NE(failure.description.find("NAMES"), std::string::npos);
-    EXPECT_EQ(numberOf([&] { fields.Item(""); }), errors::itemNotFound);
+    EXPECT_EQ(errorNumber([&] { fields.Item(""); }), errors::itemNotFound);
 }
 
 TEST_F(FieldTest, NamesWithUmlautsUnnamedAndEqualNames)
@@ -78,7 +78,7 @@ TEST_F(FieldTest, FollowsTheCurrentRow)
     rows->MoveNext();
     EXPECT_EQ(name->Value(), Variant{"Tanne"});
     rows->Move(2);
-    EXPECT_EQ(numberOf([&] { name->Value(); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { name->Value(); }), errors::noCurrentRecord);
 }
 
 TEST_F(FieldTest, OutlivesItsRecordsetAsAClosedOne)
@@ -90,16 +90,16 @@ TEST_F(FieldTest, OutlivesItsRecordsetAsAClosedOne)
         rows->Open(query, connection);
         return rows->Fields().share(0);
     }();
-    EXPECT_EQ(numberOf([&] { kept->Value(); }), errors::objectClosed) << "a new opening brings new fields";
+    EXPECT_EQ(errorNumber([&] { kept->Value(); }), errors::objectClosed) << "a new opening brings new fields";
     EXPECT_EQ(reopened->Value(), Variant{1});
     rows.reset();
     for (const auto& member : std::vector<std::function<void()>>{
              [&] { reopened->Value(); }, [&] { reopened->Value(1); }, [&] { reopened->Name(); },
              [&] { reopened->Type(); }, [&] { reopened->DefinedSize(); }, [&] { reopened->BASECOLUMNNAME(); },
              [&] { reopened->BASETABLENAME(); }})
-        EXPECT_EQ(numberOf(member), errors::objectClosed);
+        EXPECT_EQ(errorNumber(member), errors::objectClosed);
     connection.reset();
-    EXPECT_EQ(numberOf([&] { reopened->Value(); }), errors::objectClosed);
+    EXPECT_EQ(errorNumber([&] { reopened->Value(); }), errors::objectClosed);
 }
 
 } // namespace tamarok::ado

@@ -73,10 +73,10 @@ INSTANTIATE_TEST_SUITE_P(Criteria, FindRefusal,
 TEST_F(FindTest, UnknownColumnAndUnlikeTypes)
 {
     const auto rows = open(CursorType::OpenStatic);
-    EXPECT_EQ(numberOf([&] { rows->Find("NOTHING = 1"); }), errors::itemNotFound);
-    EXPECT_EQ(numberOf([&] { rows->Find("NAME = 1"); }), errors::typeMismatch);
-    EXPECT_EQ(numberOf([&] { rows->Find("ID = 'one'"); }), errors::typeMismatch);
-    EXPECT_EQ(numberOf([&] { rows->Find("ID = 1", -1); }), errors::invalidArgument);
+    EXPECT_EQ(errorNumber([&] { rows->Find("NOTHING = 1"); }), errors::itemNotFound);
+    EXPECT_EQ(errorNumber([&] { rows->Find("NAME = 1"); }), errors::typeMismatch);
+    EXPECT_EQ(errorNumber([&] { rows->Find("ID = 'one'"); }), errors::typeMismatch);
+    EXPECT_EQ(errorNumber([&] { rows->Find("ID = 1", -1); }), errors::invalidArgument);
 }
 
 TEST_F(FindTest, StartsAtTheCurrentRowAndSkips)
@@ -88,7 +88,7 @@ TEST_F(FindTest, StartsAtTheCurrentRowAndSkips)
     EXPECT_EQ(id(*rows), Variant{2});
     rows->Find("ID > 0", 5);
     EXPECT_TRUE(rows->AtEOF());
-    EXPECT_EQ(numberOf([&] { rows->Find("ID > 0"); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { rows->Find("ID > 0"); }), errors::noCurrentRecord);
 }
 
 TEST_F(FindTest, SearchesBackward)
@@ -109,7 +109,7 @@ TEST_F(FindTest, StreamSearchesForwardOnly)
     const auto rows = open();
     rows->Find("NAME = 'Tanne'");
     EXPECT_EQ(id(*rows), Variant{2});
-    EXPECT_EQ(numberOf([&] { rows->Find("ID = 1", 0, SearchDirection::Backward); }), errors::badCursorOperation);
+    EXPECT_EQ(errorNumber([&] { rows->Find("ID = 1", 0, SearchDirection::Backward); }), errors::badCursorOperation);
     EXPECT_EQ(id(*rows), Variant{2});
 }
 

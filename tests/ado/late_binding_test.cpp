@@ -84,10 +84,10 @@ TEST_F(LateBindingTest, FieldsCollection)
     EXPECT_EQ(get(fields, "Count"), Variant{3});
     EXPECT_EQ(get(object(get(fields, "Item", {1})), "Name"), Variant{"Name"});
     EXPECT_EQ(get(object(call(fields, "Item", {"PRICE"})), "Value"), Variant{80.5});
-    EXPECT_EQ(numberOf([&] { get(fields, "Item", {"NOTHING"}); }), errors::itemNotFound);
-    EXPECT_EQ(numberOf([&] { get(fields, "Item"); }), errors::wrongArgumentCount);
-    EXPECT_EQ(numberOf([&] { get(rows, "Fields", {9}); }), errors::itemNotFound);
-    EXPECT_EQ(numberOf([&] { get(fields, "Nothing"); }), errors::noSuchMember);
+    EXPECT_EQ(errorNumber([&] { get(fields, "Item", {"NOTHING"}); }), errors::itemNotFound);
+    EXPECT_EQ(errorNumber([&] { get(fields, "Item"); }), errors::wrongArgumentCount);
+    EXPECT_EQ(errorNumber([&] { get(rows, "Fields", {9}); }), errors::itemNotFound);
+    EXPECT_EQ(errorNumber([&] { get(fields, "Nothing"); }), errors::noSuchMember);
 }
 
 TEST_F(LateBindingTest, FieldMembersAndProperties)
@@ -106,8 +106,8 @@ TEST_F(LateBindingTest, FieldMembersAndProperties)
     const auto properties = object(get(field, "Properties"));
     EXPECT_EQ(get(properties, "Count"), Variant{2});
     EXPECT_EQ(get(object(get(properties, "Item", {1})), "Value"), Variant{"SPECIES"});
-    EXPECT_EQ(numberOf([&] { get(field, "Properties", {"KEYCOLUMN"}); }), errors::itemNotFound);
-    EXPECT_EQ(numberOf([&] { get(properties, "Item", {2}); }), errors::itemNotFound);
+    EXPECT_EQ(errorNumber([&] { get(field, "Properties", {"KEYCOLUMN"}); }), errors::itemNotFound);
+    EXPECT_EQ(errorNumber([&] { get(properties, "Item", {2}); }), errors::itemNotFound);
 }
 
 TEST_F(LateBindingTest, Connection)
@@ -155,9 +155,9 @@ TEST_F(LateBindingTest, CommandWithParameters)
     connection->listen([&](std::string_view statement) { told.emplace_back(statement); });
     call(command, "Execute");
     EXPECT_EQ(told, Log{"EXEC tmk_OPTIONEN_INS 'ALPHA', 3"});
-    EXPECT_EQ(numberOf([&] { get(parameters, "Item", {2}); }), errors::itemNotFound);
-    EXPECT_EQ(numberOf([&] { get(parameters, "Item", {"x"}); }), errors::itemNotFound);
-    EXPECT_EQ(numberOf([&] { call(parameters, "Append", {command}); }), errors::typeMismatch);
+    EXPECT_EQ(errorNumber([&] { get(parameters, "Item", {2}); }), errors::itemNotFound);
+    EXPECT_EQ(errorNumber([&] { get(parameters, "Item", {"x"}); }), errors::itemNotFound);
+    EXPECT_EQ(errorNumber([&] { call(parameters, "Append", {command}); }), errors::typeMismatch);
 }
 
 TEST_F(LateBindingTest, ParameterKeptBeyondItsCommand)
@@ -166,9 +166,9 @@ TEST_F(LateBindingTest, ParameterKeptBeyondItsCommand)
     const auto parameter = object(call(command, "CreateParameter", {"P", 3, 1, 0, 5}));
     call(object(get(command, "Parameters")), "Append", {parameter});
     command->Parameters().clear();
-    EXPECT_EQ(numberOf([&] { get(parameter, "Value"); }), errors::itemNotFound);
+    EXPECT_EQ(errorNumber([&] { get(parameter, "Value"); }), errors::itemNotFound);
     command.reset();
-    EXPECT_EQ(numberOf([&] { get(parameter, "Value"); }), errors::itemNotFound);
+    EXPECT_EQ(errorNumber([&] { get(parameter, "Value"); }), errors::itemNotFound);
 }
 
 TEST_F(LateBindingTest, UnknownMembersAndWrongArguments)
@@ -177,27 +177,27 @@ TEST_F(LateBindingTest, UnknownMembersAndWrongArguments)
     const auto command = std::make_shared<Command>();
     const auto field = object(get(rows, "Fields", {0}));
     for (const ObjectRef& target : {ObjectRef{rows}, ObjectRef{connection}, ObjectRef{command}, field}) {
-        EXPECT_EQ(numberOf([&] { get(target, "Nothing"); }), errors::noSuchMember) << target->typeName();
-        EXPECT_EQ(numberOf([&] { target->put("Nothing", 1); }), errors::noSuchMember) << target->typeName();
-        EXPECT_EQ(numberOf([&] { call(target, "Nothing"); }), errors::noSuchMember) << target->typeName();
+        EXPECT_EQ(errorNumber([&] { get(target, "Nothing"); }), errors::noSuchMember) << target->typeName();
+        EXPECT_EQ(errorNumber([&] { target->put("Nothing", 1); }), errors::noSuchMember) << target->typeName();
+        EXPECT_EQ(errorNumber([&] { call(target, "Nothing"); }), errors::noSuchMember) << target->typeName();
     }
-    EXPECT_EQ(numberOf([&] { rows->put("EOF", true); }), errors::noSuchMember);
-    EXPECT_EQ(numberOf([&] { call(rows, "MoveNext", {1}); }), errors::wrongArgumentCount);
-    EXPECT_EQ(numberOf([&] { call(rows, "Open", {query}); }), errors::wrongArgumentCount);
-    EXPECT_EQ(numberOf([&] { call(connection, "Execute"); }), errors::wrongArgumentCount);
+    EXPECT_EQ(errorNumber([&] { rows->put("EOF", true); }), errors::noSuchMember);
+    EXPECT_EQ(errorNumber([&] { call(rows, "MoveNext", {1}); }), errors::wrongArgumentCount);
+    EXPECT_EQ(errorNumber([&] { call(rows, "Open", {query}); }), errors::wrongArgumentCount);
+    EXPECT_EQ(errorNumber([&] { call(connection, "Execute"); }), errors::wrongArgumentCount);
     const auto fresh = std::make_shared<Recordset>();
-    EXPECT_EQ(numberOf([&] { call(fresh, "Open", {query, Variant{}}); }), errors::objectNotSet);
-    EXPECT_EQ(numberOf([&] { call(fresh, "Open", {query, rows}); }), errors::typeMismatch);
-    EXPECT_EQ(numberOf([&] { command->put("ActiveConnection", rows); }), errors::typeMismatch);
-    EXPECT_EQ(numberOf([&] { call(command, "Execute"); }), errors::connectionClosed);
+    EXPECT_EQ(errorNumber([&] { call(fresh, "Open", {query, Variant{}}); }), errors::objectNotSet);
+    EXPECT_EQ(errorNumber([&] { call(fresh, "Open", {query, rows}); }), errors::typeMismatch);
+    EXPECT_EQ(errorNumber([&] { command->put("ActiveConnection", rows); }), errors::typeMismatch);
+    EXPECT_EQ(errorNumber([&] { call(command, "Execute"); }), errors::connectionClosed);
 }
 
 TEST_F(LateBindingTest, OpenLeavesTypesToTheirDefaults)
 {
     const auto rows = std::make_shared<Recordset>();
     call(rows, "Open", {query, connection});
-    EXPECT_EQ(numberOf([&] { call(rows, "MovePrevious"); }), errors::badCursorOperation);
-    EXPECT_EQ(numberOf([&] { call(rows, "AddNew"); }), errors::readOnlyRecordset);
+    EXPECT_EQ(errorNumber([&] { call(rows, "MovePrevious"); }), errors::badCursorOperation);
+    EXPECT_EQ(errorNumber([&] { call(rows, "AddNew"); }), errors::readOnlyRecordset);
 }
 
 } // namespace tamarok::ado

@@ -66,8 +66,8 @@ TEST_F(LockingTest, ForwardOnlyLocksToo)
 {
     const auto rows = openLocked(CursorType::OpenForwardOnly);
     rows->MoveNext();
-    EXPECT_EQ(numberOf([&] { rows->MovePrevious(); }), errors::badCursorOperation);
-    EXPECT_EQ(numberOf([&] { rows->MoveFirst(); }), errors::badCursorOperation);
+    EXPECT_EQ(errorNumber([&] { rows->MovePrevious(); }), errors::badCursorOperation);
+    EXPECT_EQ(errorNumber([&] { rows->MoveFirst(); }), errors::badCursorOperation);
     EXPECT_EQ(database->log, (Log{std::string{"open "} + query, "lock 1", "unlock", "lock 2"}));
 }
 
@@ -105,12 +105,12 @@ TEST_F(LockingTest, MoveToARowLockedByOthersLeavesNoCurrentRowAndCanBeRepeated)
     const auto rows = openLocked(CursorType::OpenKeyset);
     species->lockedByOthers = {2};
     database->takeLog();
-    EXPECT_EQ(numberOf([&] { rows->MoveNext(); }), errors::timeout);
+    EXPECT_EQ(errorNumber([&] { rows->MoveNext(); }), errors::timeout);
     EXPECT_EQ(database->takeLog(), (Log{"unlock", "lock 2"}));
-    EXPECT_EQ(numberOf([&] { id(*rows); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { id(*rows); }), errors::noCurrentRecord);
     EXPECT_EQ(rows->AbsolutePosition(), positionUnknown);
     EXPECT_FALSE(rows->AtEOF() || rows->AtBOF());
-    EXPECT_EQ(numberOf([&] { rows->MoveNext(); }), errors::timeout);
+    EXPECT_EQ(errorNumber([&] { rows->MoveNext(); }), errors::timeout);
     species->lockedByOthers.clear();
     rows->MoveNext();
     EXPECT_EQ(id(*rows), Variant{2});
@@ -145,7 +145,7 @@ TEST_F(LockingTest, PassesOverARowThatTheBackEndFindsGone)
 TEST_F(LockingTest, RowsThatCannotBeLockedAreRefused)
 {
     species->updatable = false;
-    EXPECT_EQ(numberOf([&] { openLocked(); }), errors::readOnlyRecordset);
+    EXPECT_EQ(errorNumber([&] { openLocked(); }), errors::readOnlyRecordset);
     EXPECT_EQ(database->openCursors, 0);
 }
 
@@ -156,7 +156,7 @@ TEST_F(LockingTest, CloneTakesNoLocksAndIsReadOnly)
     const auto clone = rows->Clone();
     clone->MoveNext();
     EXPECT_TRUE(database->log.empty());
-    EXPECT_EQ(numberOf([&] { clone->Delete(); }), errors::readOnlyRecordset);
+    EXPECT_EQ(errorNumber([&] { clone->Delete(); }), errors::readOnlyRecordset);
     rows->Close();
     EXPECT_EQ(database->log, Log{"unlock"});
     clone->Close();

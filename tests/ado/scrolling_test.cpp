@@ -37,16 +37,16 @@ TEST_F(ScrollingTest, StandsBeforeTheFirstAndBehindTheLastRow)
     EXPECT_TRUE(rows->AtBOF());
     EXPECT_FALSE(rows->AtEOF());
     EXPECT_EQ(rows->AbsolutePosition(), positionBOF);
-    EXPECT_EQ(numberOf([&] { id(*rows); }), errors::noCurrentRecord);
-    EXPECT_EQ(numberOf([&] { rows->MovePrevious(); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { id(*rows); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { rows->MovePrevious(); }), errors::noCurrentRecord);
     rows->MoveNext();
     EXPECT_EQ(id(*rows), Variant{1});
     rows->Move(3);
     EXPECT_TRUE(rows->AtEOF());
     EXPECT_FALSE(rows->AtBOF());
     EXPECT_EQ(rows->AbsolutePosition(), positionEOF);
-    EXPECT_EQ(numberOf([&] { rows->MoveNext(); }), errors::noCurrentRecord);
-    EXPECT_EQ(numberOf([&] { rows->Move(0); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { rows->MoveNext(); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { rows->Move(0); }), errors::noCurrentRecord);
     rows->MovePrevious();
     EXPECT_EQ(id(*rows), Variant{3});
     rows->Move(-10);
@@ -62,7 +62,7 @@ TEST_F(ScrollingTest, EmptyResultIsAtBothEnds)
     for (const auto& move : std::vector<std::function<void()>>{
              [&] { empty->MoveFirst(); }, [&] { empty->MoveLast(); }, [&] { empty->MoveNext(); },
              [&] { empty->MovePrevious(); }, [&] { empty->Move(0); }, [&] { empty->GetRows(); }})
-        EXPECT_EQ(numberOf(move), errors::noCurrentRecord);
+        EXPECT_EQ(errorNumber(move), errors::noCurrentRecord);
     EXPECT_TRUE(empty->AtEOF() && empty->AtBOF());
 }
 
@@ -90,8 +90,8 @@ TEST_F(ScrollingTest, AbsolutePositionIsReadAndSet)
     rows->AbsolutePosition(3);
     EXPECT_EQ(id(*rows), Variant{3});
     EXPECT_EQ(rows->AbsolutePosition(), 3);
-    EXPECT_EQ(numberOf([&] { rows->AbsolutePosition(0); }), errors::invalidArgument);
-    EXPECT_EQ(numberOf([&] { rows->AbsolutePosition(4); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { rows->AbsolutePosition(0); }), errors::invalidArgument);
+    EXPECT_EQ(errorNumber([&] { rows->AbsolutePosition(4); }), errors::noCurrentRecord);
     EXPECT_EQ(id(*rows), Variant{3});
 }
 
@@ -107,11 +107,11 @@ TEST_F(ScrollingTest, BookmarkLeadsBackAndServesClonesToo)
     EXPECT_EQ(rows->Bookmark(), second);
     clone->Bookmark(second);
     EXPECT_EQ(id(*clone), Variant{2});
-    EXPECT_EQ(numberOf([&] { rows->Bookmark(99); }), errors::invalidArgument);
-    EXPECT_EQ(numberOf([&] { rows->Bookmark("x"); }), errors::typeMismatch);
+    EXPECT_EQ(errorNumber([&] { rows->Bookmark(99); }), errors::invalidArgument);
+    EXPECT_EQ(errorNumber([&] { rows->Bookmark("x"); }), errors::typeMismatch);
     rows->MoveLast();
     rows->MoveNext();
-    EXPECT_EQ(numberOf([&] { rows->Bookmark(); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { rows->Bookmark(); }), errors::noCurrentRecord);
 }
 
 TEST_F(ScrollingTest, CloneHasAPositionOfItsOwn)
@@ -146,7 +146,7 @@ TEST_F(ScrollingTest, GetRowsStartsAtTheCurrentRow)
     EXPECT_EQ(id(*rows), Variant{3});
     EXPECT_EQ(rows->GetRows().at(0, 0), Variant{3});
     EXPECT_TRUE(rows->AtEOF());
-    EXPECT_EQ(numberOf([&] { rows->GetRows(); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { rows->GetRows(); }), errors::noCurrentRecord);
     rows->MoveFirst();
     EXPECT_EQ(rows->GetRows().bounds(2).upper, 2);
 }
@@ -156,10 +156,10 @@ TEST_F(ScrollingTest, FailedStepLeavesTheRecordsetWhereItWas)
     species->unreadable = 3;
     rows->MoveNext();
     for (int attempt = 0; attempt < 2; ++attempt) {
-        EXPECT_EQ(numberOf([&] { rows->MoveNext(); }), errors::providerFailure);
+        EXPECT_EQ(errorNumber([&] { rows->MoveNext(); }), errors::providerFailure);
         EXPECT_EQ(id(*rows), Variant{2});
-        EXPECT_EQ(numberOf([&] { rows->MoveLast(); }), errors::providerFailure);
-        EXPECT_EQ(numberOf([&] { rows->RecordCount(); }), errors::providerFailure);
+        EXPECT_EQ(errorNumber([&] { rows->MoveLast(); }), errors::providerFailure);
+        EXPECT_EQ(errorNumber([&] { rows->RecordCount(); }), errors::providerFailure);
     }
     rows->MovePrevious();
     EXPECT_EQ(id(*rows), Variant{1});
@@ -200,7 +200,7 @@ TEST_F(DynamicTest, OpensEmptyAndFindsTheRowThatCameSince)
     const auto kept = std::exchange(species->rows, {});
     const auto empty = open(CursorType::OpenDynamic);
     EXPECT_TRUE(empty->AtEOF() && empty->AtBOF());
-    EXPECT_EQ(numberOf([&] { empty->MoveFirst(); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { empty->MoveFirst(); }), errors::noCurrentRecord);
     EXPECT_TRUE(empty->AtEOF() && empty->AtBOF());
     species->rows = kept;
     empty->MoveFirst();
@@ -220,7 +220,7 @@ TEST_F(DynamicTest, RunningAgainEndsTheMarks)
     const Variant mark = rows->Bookmark();
     rows->Bookmark(mark);
     rows->MoveFirst();
-    EXPECT_EQ(numberOf([&] { rows->Bookmark(mark); }), errors::invalidArgument);
+    EXPECT_EQ(errorNumber([&] { rows->Bookmark(mark); }), errors::invalidArgument);
     EXPECT_EQ(id(*rows), Variant{1});
 }
 

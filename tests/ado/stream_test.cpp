@@ -21,9 +21,9 @@ TEST_F(StreamTest, WalksToTheEnd)
         ids.push_back(id(*recordset));
     EXPECT_EQ(ids, (std::vector<Variant>{1, 2, 3}));
     EXPECT_FALSE(recordset->AtBOF());
-    EXPECT_EQ(numberOf([&] { recordset->MoveNext(); }), errors::noCurrentRecord);
-    EXPECT_EQ(numberOf([&] { id(*recordset); }), errors::noCurrentRecord);
-    EXPECT_EQ(numberOf([&] { recordset->GetRows(); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { recordset->MoveNext(); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { id(*recordset); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { recordset->GetRows(); }), errors::noCurrentRecord);
 }
 
 TEST_F(StreamTest, EmptyResultIsAtBothEnds)
@@ -34,9 +34,9 @@ TEST_F(StreamTest, EmptyResultIsAtBothEnds)
     EXPECT_TRUE(recordset->AtBOF());
     EXPECT_EQ(recordset->Fields().Count(), 3);
     EXPECT_EQ(recordset->Fields().Item("name").DefinedSize(), 40);
-    EXPECT_EQ(numberOf([&] { recordset->MoveNext(); }), errors::noCurrentRecord);
-    EXPECT_EQ(numberOf([&] { recordset->MoveFirst(); }), errors::noCurrentRecord);
-    EXPECT_EQ(numberOf([&] { recordset->Find("ID = 1"); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { recordset->MoveNext(); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { recordset->MoveFirst(); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { recordset->Find("ID = 1"); }), errors::noCurrentRecord);
 }
 
 TEST_F(StreamTest, StatementWithoutResultSetLeavesItClosed)
@@ -44,7 +44,7 @@ TEST_F(StreamTest, StatementWithoutResultSetLeavesItClosed)
     Recordset recordset;
     recordset.Open("DELETE FROM SPECIES", connection);
     EXPECT_EQ(recordset.State(), ObjectState::Closed);
-    EXPECT_EQ(numberOf([&] { recordset.AtEOF(); }), errors::objectClosed);
+    EXPECT_EQ(errorNumber([&] { recordset.AtEOF(); }), errors::objectClosed);
     recordset.Open(query, connection);
     EXPECT_EQ(recordset.State(), ObjectState::Open);
     EXPECT_EQ(database->openCursors, 1);
@@ -58,14 +58,14 @@ TEST_F(StreamTest, MovesForwardOnly)
     EXPECT_EQ(id(*recordset), Variant{1});
     recordset->Move(2);
     EXPECT_EQ(id(*recordset), Variant{3});
-    EXPECT_EQ(numberOf([&] { recordset->MoveFirst(); }), errors::badCursorOperation);
-    EXPECT_EQ(numberOf([&] { recordset->MovePrevious(); }), errors::badCursorOperation);
-    EXPECT_EQ(numberOf([&] { recordset->MoveLast(); }), errors::badCursorOperation);
-    EXPECT_EQ(numberOf([&] { recordset->Move(-1); }), errors::badCursorOperation);
+    EXPECT_EQ(errorNumber([&] { recordset->MoveFirst(); }), errors::badCursorOperation);
+    EXPECT_EQ(errorNumber([&] { recordset->MovePrevious(); }), errors::badCursorOperation);
+    EXPECT_EQ(errorNumber([&] { recordset->MoveLast(); }), errors::badCursorOperation);
+    EXPECT_EQ(errorNumber([&] { recordset->Move(-1); }), errors::badCursorOperation);
     EXPECT_EQ(id(*recordset), Variant{3});
     recordset->Move(5);
     EXPECT_TRUE(recordset->AtEOF());
-    EXPECT_EQ(numberOf([&] { recordset->Move(1); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { recordset->Move(1); }), errors::noCurrentRecord);
 }
 
 TEST_F(StreamTest, RefusesWhatNeedsKeptRows)
@@ -73,22 +73,22 @@ TEST_F(StreamTest, RefusesWhatNeedsKeptRows)
     const auto recordset = open();
     EXPECT_EQ(recordset->AbsolutePosition(), positionUnknown);
     EXPECT_EQ(recordset->RecordCount(), -1);
-    EXPECT_EQ(numberOf([&] { recordset->Bookmark(); }), errors::readOnlyRecordset);
-    EXPECT_EQ(numberOf([&] { recordset->Bookmark(1); }), errors::readOnlyRecordset);
-    EXPECT_EQ(numberOf([&] { recordset->Clone(); }), errors::readOnlyRecordset);
-    EXPECT_EQ(numberOf([&] { recordset->AbsolutePosition(1); }), errors::readOnlyRecordset);
-    EXPECT_EQ(numberOf([&] { recordset->AddNew(); }), errors::readOnlyRecordset);
-    EXPECT_EQ(numberOf([&] { recordset->Update(); }), errors::readOnlyRecordset);
-    EXPECT_EQ(numberOf([&] { recordset->CancelUpdate(); }), errors::readOnlyRecordset);
-    EXPECT_EQ(numberOf([&] { recordset->Delete(); }), errors::readOnlyRecordset);
-    EXPECT_EQ(numberOf([&] { recordset->Fields().Item(0).Value(7); }), errors::readOnlyRecordset);
+    EXPECT_EQ(errorNumber([&] { recordset->Bookmark(); }), errors::readOnlyRecordset);
+    EXPECT_EQ(errorNumber([&] { recordset->Bookmark(1); }), errors::readOnlyRecordset);
+    EXPECT_EQ(errorNumber([&] { recordset->Clone(); }), errors::readOnlyRecordset);
+    EXPECT_EQ(errorNumber([&] { recordset->AbsolutePosition(1); }), errors::readOnlyRecordset);
+    EXPECT_EQ(errorNumber([&] { recordset->AddNew(); }), errors::readOnlyRecordset);
+    EXPECT_EQ(errorNumber([&] { recordset->Update(); }), errors::readOnlyRecordset);
+    EXPECT_EQ(errorNumber([&] { recordset->CancelUpdate(); }), errors::readOnlyRecordset);
+    EXPECT_EQ(errorNumber([&] { recordset->Delete(); }), errors::readOnlyRecordset);
+    EXPECT_EQ(errorNumber([&] { recordset->Fields().Item(0).Value(7); }), errors::readOnlyRecordset);
 }
 
 TEST_F(StreamTest, UnspecifiedTypesAreForwardOnlyAndReadOnly)
 {
     const auto recordset = open(CursorType::Unspecified, LockType::Unspecified);
-    EXPECT_EQ(numberOf([&] { recordset->MovePrevious(); }), errors::badCursorOperation);
-    EXPECT_EQ(numberOf([&] { recordset->AddNew(); }), errors::readOnlyRecordset);
+    EXPECT_EQ(errorNumber([&] { recordset->MovePrevious(); }), errors::badCursorOperation);
+    EXPECT_EQ(errorNumber([&] { recordset->AddNew(); }), errors::readOnlyRecordset);
 }
 
 TEST_F(StreamTest, GetRowsGivesFieldsByRows)
@@ -111,7 +111,7 @@ TEST_F(StreamTest, GetRowsTakesNoMoreThanAskedFor)
     EXPECT_EQ(id(*recordset), Variant{1});
     EXPECT_EQ(recordset->GetRows(2).bounds(2).upper, 1);
     EXPECT_EQ(id(*recordset), Variant{3});
-    EXPECT_EQ(numberOf([&] { recordset->GetRows(-2); }), errors::invalidArgument);
+    EXPECT_EQ(errorNumber([&] { recordset->GetRows(-2); }), errors::invalidArgument);
     EXPECT_EQ(recordset->GetRows(10).bounds(2).upper, 0);
     EXPECT_TRUE(recordset->AtEOF());
 }
@@ -125,14 +125,14 @@ TEST_F(StreamTest, FailedStepRaisesAndEndsTheRows)
     EXPECT_EQ(failure.statement, query);
     EXPECT_EQ(failure.source, "recording database");
     EXPECT_TRUE(recordset->AtEOF());
-    EXPECT_EQ(numberOf([&] { recordset->MoveNext(); }), errors::noCurrentRecord);
+    EXPECT_EQ(errorNumber([&] { recordset->MoveNext(); }), errors::noCurrentRecord);
 }
 
 TEST_F(StreamTest, FailureOfTheFirstStepFailsOpen)
 {
     species->unreadable = 1;
     Recordset recordset;
-    EXPECT_EQ(numberOf([&] { recordset.Open(query, connection); }), errors::providerFailure);
+    EXPECT_EQ(errorNumber([&] { recordset.Open(query, connection); }), errors::providerFailure);
     EXPECT_EQ(recordset.State(), ObjectState::Closed);
     EXPECT_EQ(database->openCursors, 0);
 }
@@ -140,11 +140,11 @@ TEST_F(StreamTest, FailureOfTheFirstStepFailsOpen)
 TEST_F(StreamTest, OpenChecksItsArguments)
 {
     Recordset recordset;
-    EXPECT_EQ(numberOf([&] { recordset.Open(query, nullptr); }), errors::objectNotSet);
-    EXPECT_EQ(numberOf([&] { recordset.Open(query, connection, CursorType::OpenStatic, LockType::ReadOnly, 2); }),
+    EXPECT_EQ(errorNumber([&] { recordset.Open(query, nullptr); }), errors::objectNotSet);
+    EXPECT_EQ(errorNumber([&] { recordset.Open(query, connection, CursorType::OpenStatic, LockType::ReadOnly, 2); }),
               errors::invalidArgument);
     recordset.Open(query, connection);
-    EXPECT_EQ(numberOf([&] { recordset.Open(query, connection); }), errors::objectOpen);
+    EXPECT_EQ(errorNumber([&] { recordset.Open(query, connection); }), errors::objectOpen);
     EXPECT_EQ(id(recordset), Variant{1});
 }
 

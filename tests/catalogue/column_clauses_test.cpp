@@ -14,7 +14,7 @@ class ColumnClauses : public ::testing::Test {
 protected:
     ColumnClauses()
     {
-        testing::setPriceOptions(with.database, 2.0, 0);
+        test::setPriceOptions(with.database, 2.0, 0);
         with.loc.texts[3442] = "Festmeter";
     }
 

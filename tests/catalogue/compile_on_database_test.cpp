@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "catalogue/table_file.h"
+#include "support/errors.h"
 #include "tamarok_database/reference_database.h"
 #include "tamarok_embedded/connect.h"
 #include "tamarok_loc/loc_service.h"
@@ -32,7 +33,7 @@ protected:
         session.db_ADO = connection();
         session.strLanguage = "GERMAN";
         session.bolOracle = std::get<1>(GetParam());
-        for (const auto& row : testing::readTable("log_columns_expected.tsv")) {
+        for (const auto& row : test::readTable("log_columns_expected.tsv")) {
             ids.push_back(static_cast<std::int16_t>(std::stoi(row.at(0))));
         }
     }
@@ -140,12 +141,11 @@ TEST_P(LogColumnsOnDatabase, TheInvalidColumnIsRefusedByTheDatabase)
 {
     for (const bool grouped : {false, true}) {
         ado::Recordset rows;
-        try {
-            rows.Open("SELECT " + select(invalidText, grouped) + " FROM " + from(invalidText), session.db_ADO);
-            ADD_FAILURE() << "accepted";
-        } catch (const Error& error) {
-            EXPECT_EQ(error.number, errors::statementRefused);
-        }
+        EXPECT_EQ(test::errorNumber([&] {
+                      rows.Open("SELECT " + select(invalidText, grouped) + " FROM " + from(invalidText),
+                                session.db_ADO);
+                  }),
+                  errors::statementRefused);
     }
 }
 

@@ -33,7 +33,7 @@ struct ExpectedJoin {
 std::map<int, ExpectedJoin> expectedJoins()
 {
     std::map<int, ExpectedJoin> joins;
-    for (const auto& row : testing::readTable("log_joins_expected.tsv")) {
+    for (const auto& row : test::readTable("log_joins_expected.tsv")) {
         ExpectedJoin join{{}, row.at(2), row.at(3)};
         for (std::size_t at = 0; at < row.at(1).size(); at = row[1].find(' ', at)) {
             at += row[1][at] == ' ' ? 1U : 0U;

@@ -3,6 +3,7 @@
 
 #include "catalogue/price_options.h"
 #include "catalogue/table_file.h"
+#include "support/errors.h"
 
 #include "tamarok/comm_csel.h"
 
@@ -15,7 +16,7 @@ class LogColumns : public ::testing::Test {
 protected:
     LogColumns()
     {
-        testing::setPriceOptions(with.database, 13.7603, 0);
+        test::setPriceOptions(with.database, 13.7603, 0);
         with.loc.texts[3442] = "Festmeter";
     }
 
@@ -26,12 +27,7 @@ protected:
 
     void expectError(int id, std::int32_t number) const
     {
-        try {
-            static_cast<void>(column(id));
-            ADD_FAILURE() << id << " raised no error " << number;
-        } catch (const Error& error) {
-            EXPECT_EQ(error.number, number) << id;
-        }
+        EXPECT_EQ(test::errorNumber([&] { static_cast<void>(column(id)); }), number) << id;
     }
 
     Surroundings with;
@@ -40,7 +36,7 @@ protected:
 
 TEST_F(LogColumns, EveryRowInTwoVersionsAndEveryGap)
 {
-    const auto rows = testing::readTable("log_columns_expected.tsv");
+    const auto rows = test::readTable("log_columns_expected.tsv");
     ASSERT_EQ(rows.size(), 580U);
     std::set<int> ids;
     for (const auto& row : rows) {
@@ -129,9 +125,9 @@ TEST_F(LogColumns, PriceUsesAnotherVersionThanTheMainInvoiceAsGiven)
 
 TEST_F(LogColumns, PriceInEuroTurnsFlagAndFactorAround)
 {
-    testing::setPriceOptions(with.database, 8.0, 1);
+    test::setPriceOptions(with.database, 8.0, 1);
     EXPECT_EQ(column(202), "(CASE LOGS_RECH.R_EURO WHEN 0 THEN 0.125 ELSE 1 END)*LOGS_RECH.R_PREIS*LOGS_RECH.R_MENGE");
-    testing::setPriceOptions(with.database, 13.7603, 1);
+    test::setPriceOptions(with.database, 13.7603, 1);
     EXPECT_EQ(column(202), "(CASE LOGS_RECH.R_EURO WHEN 0 THEN 0.0726728341678597 ELSE 1 END)*LOGS_RECH.R_PREIS*"
                            "LOGS_RECH.R_MENGE");
 }
@@ -139,7 +135,7 @@ TEST_F(LogColumns, PriceInEuroTurnsFlagAndFactorAround)
 TEST_F(LogColumns, FactorZeroCountsAsOne)
 {
     for (const int baseIsEuro : {0, 1}) {
-        testing::setPriceOptions(with.database, 0.0, baseIsEuro);
+        test::setPriceOptions(with.database, 0.0, baseIsEuro);
         EXPECT_EQ(column(202), "(CASE LOGS_RECH.R_EURO WHEN " + std::string{baseIsEuro == 1 ? "0" : "1"} +
                                    " THEN 1 ELSE 1 END)*LOGS_RECH.R_PREIS*LOGS_RECH.R_MENGE");
     }
@@ -163,9 +159,9 @@ TEST_F(LogColumns, MarginIsTheMainInvoiceLessAllOthers)
 
 TEST_F(LogColumns, CurrencyIsEmptyWithoutRowOrValue)
 {
-    with.database.answerNoRow(testing::readNationalCurrency);
+    with.database.answerNoRow(test::readNationalCurrency);
     EXPECT_EQ(column(65), "(CASE LOGS_RECH.R_EURO WHEN 0 THEN '' ELSE 'EUR' END)");
-    with.database.answer(testing::readNationalCurrency, Null{});
+    with.database.answer(test::readNationalCurrency, Null{});
     EXPECT_EQ(column(65), "(CASE LOGS_RECH.R_EURO WHEN 0 THEN '' ELSE 'EUR' END)");
 }
 
@@ -180,10 +176,9 @@ TEST_F(LogColumns, OnlyPricesAndCurrencyTouchTheDatabase)
                                280, 281, 282, 283, 284, 285, 286, 287, 288};
     for (int id = 0; id <= 1042; ++id) {
         if (priced.contains(id)) {
-            EXPECT_EQ(reads(id), (std::vector<std::string>{testing::readNationalFactor, testing::readBaseIsEuro}))
-                << id;
+            EXPECT_EQ(reads(id), (std::vector<std::string>{test::readNationalFactor, test::readBaseIsEuro})) << id;
         } else if (id == 65) {
-            EXPECT_EQ(reads(id), std::vector<std::string>{testing::readNationalCurrency});
+            EXPECT_EQ(reads(id), std::vector<std::string>{test::readNationalCurrency});
         } else {
             EXPECT_TRUE(reads(id).empty()) << id;
         }
@@ -217,7 +212,7 @@ TEST(LogColumnsRegional, BooleanTextsAndFactorsFollowTheLocale)
 {
     const auto check = [](std::string_view locale, std::string_view yes, std::string_view no) {
         Surroundings with{locale};
-        testing::setPriceOptions(with.database, 1.5, 0);
+        test::setPriceOptions(with.database, 1.5, 0);
         const Comm_CSel csel;
         const auto flag =
             "(CASE WHEN LISTENKOPF.GESPERRT = 1 THEN '" + std::string{yes} + "' ELSE '" + std::string{no} + "' END)";
@@ -237,7 +232,7 @@ TEST(LogColumnsOracle, PriceReadsTheOptionInOraclesWords)
     Surroundings with;
     with.session.bolOracle = true;
     with.database.answer("SELECT NVL(DOUBLE_VALUE,0) FROM OPTIONEN WHERE UPPER(PROPERTY_ID) = 'UFAKTNAT_EURO'", 2.0);
-    with.database.answer(testing::readBaseIsEuro, std::int32_t{1});
+    with.database.answer(test::readBaseIsEuro, std::int32_t{1});
     EXPECT_EQ(Comm_CSel{}.GetColumn(202, "R", with.session),
               "(CASE LOGS_RECH.R_EURO WHEN 0 THEN 0.5 ELSE 1 END)*LOGS_RECH.R_PREIS*LOGS_RECH.R_MENGE");
 }

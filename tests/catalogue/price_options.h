@@ -2,7 +2,7 @@
 
 #include "support/surroundings.h"
 
-namespace tamarok::testing {
+namespace tamarok::test {
 
 inline constexpr const char* readNationalFactor =
     "SELECT ISNULL(DOUBLE_VALUE,0) FROM OPTIONEN WHERE UPPER(PROPERTY_ID) = 'UFAKTNAT_EURO'";
@@ -17,4 +17,4 @@ inline void setPriceOptions(test::RecordingDatabase& database, double nationalFa
     database.answer(readNationalCurrency, "ATS");
 }
 
-} // namespace tamarok::testing
+} // namespace tamarok::test

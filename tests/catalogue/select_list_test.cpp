@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "catalogue/price_options.h"
+#include "support/errors.h"
 
 #include "tamarok/comm_csel.h"
 
@@ -12,7 +13,7 @@ using test::Surroundings;
 
 class SelectList : public ::testing::Test {
 protected:
-    SelectList() { testing::setPriceOptions(with.database, 2.0, 0); }
+    SelectList() { test::setPriceOptions(with.database, 2.0, 0); }
 
     std::string select(std::string_view type, std::vector<std::int16_t> ids, bool grouped,
                        std::string_view filler = "0")
@@ -147,12 +148,7 @@ TEST_F(SelectList, NumberOfIdsIsBoundBy16Bits)
     const std::vector<std::int16_t> most(32767, 0);
     EXPECT_EQ(select("LOG", most, false, ""), "");
     const std::vector<std::int16_t> tooMany(32768, 0);
-    try {
-        select("LOG", tooMany, false, "");
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_EQ(error.number, errors::overflow);
-    }
+    EXPECT_EQ(test::errorNumber([&] { select("LOG", tooMany, false, ""); }), errors::overflow);
 }
 
 class ArtikelSelectList : public SelectList {
@@ -193,12 +189,7 @@ TEST_F(ArtikelSelectList, ValueShareWithoutTotalIsNull)
     with.database.answer(readTotal, Null{});
     EXPECT_EQ(select("ARTIKEL", {156}, true), "NULL");
     with.database.answer(readTotal, 0.0);
-    try {
-        select("ARTIKEL", {156}, true);
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_EQ(error.number, errors::divisionByZero);
-    }
+    EXPECT_EQ(test::errorNumber([&] { select("ARTIKEL", {156}, true); }), errors::divisionByZero);
 }
 
 TEST_F(ArtikelSelectList, PricePerQuantityWithoutARowIsAFiller)
@@ -209,12 +200,7 @@ TEST_F(ArtikelSelectList, PricePerQuantityWithoutARowIsAFiller)
 
 TEST_F(ArtikelSelectList, FailureOfTheTotalReachesTheCaller)
 {
-    try {
-        select("ARTIKEL", {156}, true);
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_EQ(error.number, errors::statementRefused);
-    }
+    EXPECT_EQ(test::errorNumber([&] { select("ARTIKEL", {156}, true); }), errors::statementRefused);
 }
 
 } // namespace

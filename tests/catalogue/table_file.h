@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace tamarok::testing {
+namespace tamarok::test {
 
 /// The lines of a tab-separated file beside the tests, each divided into its fields.
 inline std::vector<std::vector<std::string>> readTable(const std::string& name)
@@ -29,4 +29,4 @@ inline std::vector<std::vector<std::string>> readTable(const std::string& name)
     return rows;
 }
 
-} // namespace tamarok::testing
+} // namespace tamarok::test

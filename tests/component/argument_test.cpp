@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "component/probe.h"
+#include "support/errors.h"
 
 #include "tamarok/error.h"
 #include "tamarok/platform.h"
@@ -104,13 +105,9 @@ TEST_F(Arguments, ConvertToTheDeclaredType)
 
 TEST_F(Arguments, AFailedConversionNamesParameterAndOperation)
 {
-    try {
-        probe("integer", Variant{std::int32_t{70000}});
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_EQ(error.source, "Probe.integer");
-        EXPECT_NE(error.description.find("value"), std::string::npos) << error.description;
-    }
+    const Error error = tamarok::test::failureOf([] { probe("integer", Variant{std::int32_t{70000}}); });
+    EXPECT_EQ(error.source, "Probe.integer");
+    EXPECT_NE(error.description.find("value"), std::string::npos) << error.description;
 }
 
 struct Change {

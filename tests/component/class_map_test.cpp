@@ -4,6 +4,7 @@
 
 #include "component/interface_slots.h"
 #include "component/probe.h"
+#include "support/errors.h"
 
 #include "tamarok/comm_csel.h"
 #include "tamarok/component.h"
@@ -110,21 +111,11 @@ TEST(ClassMap, NamesCompareWithoutCase)
 
 TEST(ClassMap, AMissingNameIsAnErrorThatNamesIt)
 {
-    try {
-        requireClass("Comm_Nothing");
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_EQ(error.number, 429);
-        EXPECT_NE(error.description.find("Comm_Nothing"), std::string::npos);
-    }
-    try {
-        requireOperation(requireClass("Comm_CSel"), "GetNothing", 0);
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_EQ(error.number, errors::noSuchMember);
-        EXPECT_NE(error.description.find("Comm_CSel"), std::string::npos);
-        EXPECT_NE(error.description.find("GetNothing"), std::string::npos);
-    }
+    tamarok::test::expectError(429, "Comm_Nothing", [&] { requireClass("Comm_Nothing"); });
+    const Error error = tamarok::test::failureOf([] { requireOperation(requireClass("Comm_CSel"), "GetNothing", 0); });
+    EXPECT_EQ(error.number, errors::noSuchMember);
+    EXPECT_NE(error.description.find("Comm_CSel"), std::string::npos);
+    EXPECT_NE(error.description.find("GetNothing"), std::string::npos);
 }
 
 TEST(ClassMap, DescribesParametersWithTypeDirectionAndOptionality)

@@ -1,6 +1,7 @@
-#include <functional>
 #include <gtest/gtest.h>
 #include <vector>
+
+#include "support/errors.h"
 
 #include "tamarok/component.h"
 #include "tamarok/error.h"
@@ -8,15 +9,7 @@
 namespace tamarok::component {
 namespace {
 
-std::int32_t errorOf(const std::function<void()>& action)
-{
-    try {
-        action();
-    } catch (const Error& error) {
-        return error.number;
-    }
-    return 0;
-}
+using tamarok::test::errorNumber;
 
 TEST(Instance, CallsOperationsByName)
 {
@@ -33,11 +26,11 @@ TEST(Instance, ReadsAnOperationWithoutArgumentsAsAProperty)
 
 TEST(Instance, UnknownNamesAreErrors)
 {
-    EXPECT_EQ(errorOf([] { makeInstance("Comm_Nothing"); }), 429);
+    EXPECT_EQ(errorNumber([] { makeInstance("Comm_Nothing"); }), 429);
     const ObjectRef object = makeInstance("Comm_CSel");
-    EXPECT_EQ(errorOf([&] { object->call("Nothing", {}); }), errors::noSuchMember);
-    EXPECT_EQ(errorOf([&] { object->get("Nothing", {}); }), errors::noSuchMember);
-    EXPECT_EQ(errorOf([&] { object->put("InsertToStr", Variant{"x"}); }), errors::noSuchMember);
+    EXPECT_EQ(errorNumber([&] { object->call("Nothing", {}); }), errors::noSuchMember);
+    EXPECT_EQ(errorNumber([&] { object->get("Nothing", {}); }), errors::noSuchMember);
+    EXPECT_EQ(errorNumber([&] { object->put("InsertToStr", Variant{"x"}); }), errors::noSuchMember);
 }
 
 TEST(Record, FieldsAreProperties)
@@ -57,12 +50,12 @@ TEST(Record, RefusesWhatItDoesNotHold)
 {
     TmkVar session;
     const ObjectRef record = makeRecordObject(session);
-    EXPECT_EQ(errorOf([&] { record->put("strNothing", Variant{"x"}); }), errors::noSuchMember);
-    EXPECT_EQ(errorOf([&] { record->get("strNothing", {}); }), errors::noSuchMember);
-    EXPECT_EQ(errorOf([&] { record->put("intDateToDays", Variant{std::int32_t{40000}}); }), errors::overflow);
-    EXPECT_EQ(errorOf([&] { record->put("ID_User", Variant{"x"}); }), errors::typeMismatch);
+    EXPECT_EQ(errorNumber([&] { record->put("strNothing", Variant{"x"}); }), errors::noSuchMember);
+    EXPECT_EQ(errorNumber([&] { record->get("strNothing", {}); }), errors::noSuchMember);
+    EXPECT_EQ(errorNumber([&] { record->put("intDateToDays", Variant{std::int32_t{40000}}); }), errors::overflow);
+    EXPECT_EQ(errorNumber([&] { record->put("ID_User", Variant{"x"}); }), errors::typeMismatch);
     const std::vector<Variant> index{Variant{std::int32_t{1}}};
-    EXPECT_EQ(errorOf([&] { record->get("ID_User", index); }), errors::wrongArgumentCount);
+    EXPECT_EQ(errorNumber([&] { record->get("ID_User", index); }), errors::wrongArgumentCount);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include <vector>
 
 #include "component/probe.h"
+#include "support/errors.h"
 
 #include "tamarok/error.h"
 #include "tamarok/platform.h"
@@ -10,30 +11,25 @@ namespace {
 
 using test::probe;
 
-std::int32_t errorOf(std::string_view name, std::vector<Variant> args)
+std::int32_t probeError(std::string_view name, std::vector<Variant> args)
 {
-    try {
-        probe(name, args);
-    } catch (const Error& error) {
-        return error.number;
-    }
-    return 0;
+    return tamarok::test::errorNumber([&] { probe(name, args); });
 }
 
 TEST(Invoke, TooManyAndTooFewArgumentsAreError450)
 {
-    EXPECT_EQ(errorOf("text", {}), errors::wrongArgumentCount);
-    EXPECT_EQ(errorOf("text", {Variant{"a"}, Variant{"b"}}), errors::wrongArgumentCount);
-    EXPECT_EQ(errorOf("optional", {}), errors::wrongArgumentCount);
-    EXPECT_EQ(errorOf("optional", {Variant{"a"}, Variant{"b"}, Variant{true}, Variant{1.0}}),
+    EXPECT_EQ(probeError("text", {}), errors::wrongArgumentCount);
+    EXPECT_EQ(probeError("text", {Variant{"a"}, Variant{"b"}}), errors::wrongArgumentCount);
+    EXPECT_EQ(probeError("optional", {}), errors::wrongArgumentCount);
+    EXPECT_EQ(probeError("optional", {Variant{"a"}, Variant{"b"}, Variant{true}, Variant{1.0}}),
               errors::wrongArgumentCount);
-    EXPECT_EQ(errorOf("optional", {Variant{"a"}}), 0);
+    EXPECT_EQ(probeError("optional", {Variant{"a"}}), 0);
 }
 
 TEST(Invoke, AMissingArgumentThatIsNotOptionalIsError449)
 {
-    EXPECT_EQ(errorOf("optional", {missingArgument()}), 449);
-    EXPECT_EQ(errorOf("text", {missingArgument()}), 449);
+    EXPECT_EQ(probeError("optional", {missingArgument()}), 449);
+    EXPECT_EQ(probeError("text", {missingArgument()}), 449);
 }
 
 TEST(Invoke, OptionalArgumentsCountAsTheTypesZero)
@@ -71,14 +67,10 @@ TEST(Invoke, AnOperationWithoutResultGivesEmpty)
 
 TEST(Invoke, AnErrorWithoutSourceGetsClassAndOperation)
 {
-    try {
-        probe("changeThenFail", Variant{"a"});
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_EQ(error.number, errors::invalidArgument);
-        EXPECT_EQ(error.source, "Probe.changeThenFail");
-        EXPECT_EQ(error.description, "refused");
-    }
+    const Error error = tamarok::test::failureOf([] { probe("changeThenFail", Variant{"a"}); });
+    EXPECT_EQ(error.number, errors::invalidArgument);
+    EXPECT_EQ(error.source, "Probe.changeThenFail");
+    EXPECT_EQ(error.description, "refused");
 }
 
 TEST(Invoke, ByNameOnAFreshInstance)
@@ -134,12 +126,7 @@ TEST(Invoke, ALanguageServiceThatIsNotInstalledIsError91)
     const PlatformScope scope{Platform{}};
     TmkVar session;
     std::vector<Variant> args{Variant{std::int32_t{5}}, Variant{makeRecordObject(session)}};
-    try {
-        invoke("LocService", "GetText", args);
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_EQ(error.number, errors::objectNotSet);
-    }
+    EXPECT_EQ(tamarok::test::errorNumber([&] { invoke("LocService", "GetText", args); }), errors::objectNotSet);
 }
 
 TEST(Invoke, APropertyIsChosenByTheNumberOfArguments)
@@ -158,13 +145,9 @@ TEST(Invoke, AnInstanceOfAnotherClassIsError13)
 {
     const ObjectRef other = makeInstance("Comm_CSel");
     Variant text{"a"};
-    try {
+    tamarok::test::expectError(errors::typeMismatch, "Comm_CSel", [&] {
         invoke(test::probeClass, requireOperation(test::probeClass, "text", 1), *other, {&text, 1});
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_EQ(error.number, errors::typeMismatch);
-        EXPECT_NE(error.description.find("Comm_CSel"), std::string::npos) << error.description;
-    }
+    });
 }
 
 } // namespace

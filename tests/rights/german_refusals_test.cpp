@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "support/errors.h"
 #include "support/surroundings.h"
 #include "tamarok_database/reference_database.h"
 #include "tamarok_embedded/connect.h"
@@ -145,24 +146,16 @@ TEST_F(GermanRefusals, HeadRecords)
 TEST_F(GermanRefusals, WagesOfForestWorkersFailByTheirBrokenLookUp)
 {
     const std::string key = head("BB_WALDARBEITERLOHN_KOPF", "ABRECHNUNGSMONAT,JAHR", "3,2024");
-    try {
-        refusal("WAL_BB", key);
-        FAIL() << "Required by the contract: the bracket is never closed.";
-    } catch (const Error& error) {
-        EXPECT_EQ(error.number, errors::statementRefused) << error.description;
-    }
+    EXPECT_EQ(test::errorNumber([&] { refusal("WAL_BB", key); }), errors::statementRefused)
+        << "Required by the contract: the bracket is never closed.";
     EXPECT_EQ(value("SELECT COUNT(*) FROM LOCK WHERE ID_USERS = 9"), "0") << "taken back before";
     EXPECT_EQ(session.db_ADO->CommandTimeout(), 30);
 }
 
 TEST_F(GermanRefusals, MissingHeadRecordFails)
 {
-    try {
-        refusal("PLAN_BB", "999999");
-        FAIL() << "there is no such plan";
-    } catch (const Error& error) {
-        EXPECT_EQ(error.number, errors::noCurrentRecord) << error.description;
-    }
+    EXPECT_EQ(test::errorNumber([&] { refusal("PLAN_BB", "999999"); }), errors::noCurrentRecord)
+        << "there is no such plan";
     EXPECT_EQ(value("SELECT COUNT(*) FROM LOCK WHERE ID_USERS = 9"), "0");
 }
 

@@ -8,10 +8,11 @@
 
 #include "catalogue/table_file.h"
 #include "selections/selection_database.h"
+#include "support/errors.h"
 
 #include "tamarok/selection_book.h"
 
-namespace tamarok::testing {
+namespace tamarok::test {
 namespace {
 
 /// A key with plausible fields. "{code}" stands for the code of a row of the key `codes`.
@@ -183,12 +184,8 @@ TEST_P(EverySelection, OfAPairNamesItsPartner)
 TEST_P(EverySelection, WithoutItsClosingQuoteIsRefusedByTheDatabase)
 {
     for (const std::string_view group : groups) {
-        try {
-            codes(std::string{group} + "_VALID", "FI");
-            ADD_FAILURE() << group;
-        } catch (const Error& error) {
-            EXPECT_EQ(error.number, errors::statementRefused) << group;
-        }
+        EXPECT_EQ(test::errorNumber([&] { codes(std::string{group} + "_VALID", "FI"); }), errors::statementRefused)
+            << group;
     }
 }
 
@@ -196,4 +193,4 @@ INSTANTIATE_TEST_SUITE_P(Dialects, EverySelection, ::testing::Bool(),
                          [](const auto& instance) { return instance.param ? "Oracle" : "SqlServer"; });
 
 } // namespace
-} // namespace tamarok::testing
+} // namespace tamarok::test

@@ -13,7 +13,7 @@
 #include "tamarok/error.h"
 #include "tamarok/platform.h"
 
-namespace tamarok::testing {
+namespace tamarok::test {
 
 /// The reference database in memory, made once for all cases, and a session on it.
 class SelectionDatabase : public ::testing::Test {
@@ -74,4 +74,4 @@ private:
     PlatformScope scope_;
 };
 
-} // namespace tamarok::testing
+} // namespace tamarok::test

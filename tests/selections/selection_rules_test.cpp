@@ -5,7 +5,7 @@
 
 #include "selections/selection_database.h"
 
-namespace tamarok::testing {
+namespace tamarok::test {
 namespace {
 
 using ::testing::ElementsAre;
@@ -216,4 +216,4 @@ TEST_F(SelectionRules, PartnersByRole)
 }
 
 } // namespace
-} // namespace tamarok::testing
+} // namespace tamarok::test

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "catalogue/table_file.h"
+#include "support/errors.h"
 
 #include "tamarok/comm_set.h"
 #include "tamarok/error.h"
@@ -32,13 +33,7 @@ std::string oracleStatementOf(std::string_view key, std::string_view fields)
 
 void expectSubscriptError(std::string_view key, std::string_view fields)
 {
-    try {
-        statementOf(key, fields);
-        ADD_FAILURE() << key;
-    } catch (const Error& error) {
-        EXPECT_EQ(error.number, errors::subscriptOutOfRange) << error.what();
-        EXPECT_THAT(error.description, HasSubstr(key));
-    }
+    test::expectError(errors::subscriptOutOfRange, key, [&] { statementOf(key, fields); });
 }
 
 std::string tabbed(std::string fields)
@@ -51,7 +46,7 @@ std::string tabbed(std::string fields)
 TEST(SelectionTexts, AreThoseOfTheBook)
 {
     std::set<std::string> keys;
-    for (const auto& row : testing::readTable("selection_texts.tsv")) {
+    for (const auto& row : test::readTable("selection_texts.tsv")) {
         ASSERT_EQ(row.size(), 4U);
         const auto compose = row[2] == "Oracle" ? oracleStatementOf : statementOf;
         EXPECT_EQ(compose(row[0], tabbed(row[1])), row[3]) << row[0] << ' ' << row[2];

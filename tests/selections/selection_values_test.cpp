@@ -2,6 +2,7 @@
 #include <string>
 
 #include "selection_values.h"
+#include "support/errors.h"
 
 #include "tamarok/error.h"
 #include "tamarok/platform.h"
@@ -41,13 +42,8 @@ TEST(Fields, AreCountedFromZeroAndDividedByTabs)
 TEST(Fields, BeyondTheLastOneAreErrorNine)
 {
     for (const std::string_view statement : {"{P1}", "{N1}", "{UP1}", "{P1?a:b}", "{P1=4?a:b}"}) {
-        try {
-            fill(statement, "x");
-            ADD_FAILURE() << statement;
-        } catch (const Error& error) {
-            EXPECT_EQ(error.number, errors::subscriptOutOfRange) << statement;
-            EXPECT_NE(error.description.find("field 1"), std::string::npos) << error.description;
-        }
+        SCOPED_TRACE(statement);
+        test::expectError(errors::subscriptOutOfRange, "field 1", [&] { fill(statement, "x"); });
     }
 }
 
@@ -79,12 +75,7 @@ TEST(Placeholders, WordsFollowTheDialect)
 TEST(Placeholders, OfUnknownNameOrIndexAreErrorFive)
 {
     for (const std::string_view statement : {"{WORD}", "{}", "{p0}", "{isnull}", "{P x}", "{P10}", "{P0"}) {
-        try {
-            fill(statement, "x");
-            ADD_FAILURE() << statement;
-        } catch (const Error& error) {
-            EXPECT_EQ(error.number, errors::invalidArgument) << statement;
-        }
+        EXPECT_EQ(test::errorNumber([&] { fill(statement, "x"); }), errors::invalidArgument) << statement;
     }
 }
 

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "support/errors.h"
 #include "support/surroundings.h"
 
 #include "tamarok/c_version.h"
@@ -22,12 +23,7 @@ TEST(ShowMessage, WithoutABoxTheCallFails)
     Platform silent;
     silent.messageBox = nullptr;
     const PlatformScope scope{std::move(silent)};
-    try {
-        mComm::ShowMessage("text", 0);
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_EQ(error.number, errors::objectNotSet);
-    }
+    EXPECT_EQ(test::errorNumber([&] { mComm::ShowMessage("text", 0); }), errors::objectNotSet);
 }
 
 TEST(Version, IsMajorAndMinor)

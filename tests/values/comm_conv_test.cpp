@@ -4,6 +4,7 @@
 
 #include "tamarok/comm_conv.h"
 #include "tamarok/convert.h"
+#include "tamarok/pivot_years.h"
 
 namespace tamarok {
 namespace {
@@ -367,7 +368,7 @@ TEST(RegionalOrder, FullYears)
     const std::pair<int, int> rows[] = {{0, 2000},  {1, 2001},    {50, 2050}, {51, 1951},     {99, 1999},
                                         {100, 100}, {1850, 1850}, {-1, -1},   {32767, 32767}, {-32768, -32768}};
     for (const auto& [year, full] : rows)
-        EXPECT_EQ(fullYear(static_cast<std::int16_t>(year)), full) << year;
+        EXPECT_EQ(pivot::fullYearOperation.fullYear(year), full) << year;
 }
 
 TEST(NumberText, NoComma)

@@ -529,11 +529,30 @@ TEST_F(SelectText, WholeContentOfTextAndComboBoxes)
             EXPECT_EQ(control->get("SelText", {}), Variant{content});
         }
     }
-    EXPECT_NO_THROW(set.Select_Text(controls::make("CheckBox")));
-    EXPECT_NO_THROW(set.Select_Text(std::make_shared<test::ValueHolder>("Label", Variant{"x"})));
-    EXPECT_NO_THROW(set.Select_Text());
     EXPECT_EQ(errorNumber([&] { set.Select_Text(std::make_shared<test::ValueHolder>("TextBox", Variant{"x"})); }),
               errors::noSuchMember);
+}
+
+/// A control that could be selected but is of another type.
+class MaskedBox final : public controls::TextEntry {
+public:
+    std::string_view typeName() const override { return "MaskedBox"; }
+};
+
+TEST_F(SelectText, LeavesOtherControlsAlone)
+{
+    const Comm_Set set;
+    const auto masked = std::make_shared<MaskedBox>();
+    masked->text("12,5");
+    masked->SelStart(2);
+    masked->SelLength(1);
+    set.Select_Text(masked);
+    EXPECT_EQ(masked->SelStart(), 2);
+    EXPECT_EQ(masked->SelText(), ",");
+    // These have no selection: an attempt to set one would be Error 438.
+    set.Select_Text(controls::make("CheckBox"));
+    set.Select_Text(std::make_shared<test::ValueHolder>("Label", Variant{"x"}));
+    set.Select_Text();
 }
 
 TEST_F(German, ControlsWithoutTheProperty)
@@ -567,8 +586,12 @@ TEST_F(German, ByNameTheChangedKeyComesBackAndNothingFails)
     arguments = {Variant{control}};
     component::invoke("Comm_Get", "OnlyNumbersLostFocus", arguments);
     EXPECT_EQ(control->text(), "12,0") << "the format of the last key press";
+    arguments = {Variant{control}};
+    EXPECT_TRUE(component::invoke("Comm_Set", "Select_Text", arguments).isEmpty());
+    EXPECT_EQ(control->SelText(), "12,0");
     arguments = {};
-    EXPECT_NO_THROW(component::invoke("Comm_Set", "Select_Text", arguments));
+    EXPECT_TRUE(component::invoke("Comm_Set", "Select_Text", arguments).isEmpty());
+    EXPECT_EQ(control->SelText(), "12,0") << "without a control nothing happens";
 }
 
 } // namespace
