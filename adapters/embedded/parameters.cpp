@@ -55,7 +55,7 @@ bool fits(Variant::Kind kind, Wanted wanted)
     case LongLong: return wanted == Wanted::AsIs || wanted == Wanted::Whole;
     case Double: return wanted == Wanted::AsIs || wanted == Wanted::Real;
     case Boolean: return wanted == Wanted::AsIs || wanted == Wanted::Truth;
-    case String: return wanted == Wanted::AsIs || wanted == Wanted::Text;
+    case String:
     case Date: // its text form is the database's, not the regional one
         return wanted == Wanted::AsIs || wanted == Wanted::Text;
     default: return wanted == Wanted::AsIs;

@@ -6,7 +6,7 @@ namespace tamarok::tsql {
 namespace {
 
 /// Token offsets have 32 bits; the limit stays far below and bounds the memory of a batch.
-constexpr std::size_t largestText = 16U * 1024U * 1024U;
+constexpr std::size_t largestText = std::size_t{16} * 1024 * 1024;
 
 std::string_view checkedLength(std::string_view text)
 {

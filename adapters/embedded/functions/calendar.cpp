@@ -12,7 +12,7 @@ namespace tamarok::embedded::functions {
 /// Counts months from year 1. A day that the target month lacks becomes its last one.
 std::optional<Instant> addMonths(Instant instant, std::int64_t months) noexcept
 {
-    constexpr std::int64_t allMonths = 12 * 9999;
+    constexpr std::int64_t allMonths = std::int64_t{12} * 9999;
     if (months > allMonths || months < -allMonths) return std::nullopt;
     CivilTime parts = toParts(instant);
     const std::int64_t target = (parts.year - 1) * std::int64_t{12} + parts.month - 1 + months;

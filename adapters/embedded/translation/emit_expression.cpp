@@ -9,7 +9,7 @@ namespace tamarok::embedded::translation {
 void Emitter::expression(const Expr& expr)
 {
     switch (expr.kind) {
-    case ExprKind::Null: write("NULL"); break;
+    case ExprKind::Null:
     case ExprKind::Default: write("NULL"); break;
     case ExprKind::Number: write(tsql::as<NumberExpr>(expr).text); break;
     case ExprKind::Text: write(tsql::as<TextExpr>(expr).raw); break;

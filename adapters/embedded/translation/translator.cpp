@@ -6,7 +6,7 @@ namespace tamarok::embedded::translation {
 
 namespace {
 // Bytes; the bound tree of an ordinary statement fits into one block.
-constexpr std::size_t arenaBlock = 16 * 1024;
+constexpr std::size_t arenaBlock = std::size_t{16} * 1024;
 } // namespace
 
 Translator::Translator(const SourceText& source, const Schema& schema, DateOrder order) :

@@ -36,16 +36,14 @@ constexpr std::array makers{
 
 std::string knownNames()
 {
-    std::vector<std::string_view> names;
-    for (const Maker& maker : makers)
-        names.push_back(maker.typeName);
-    for (const std::string_view control : controls::knownTypes())
-        names.push_back(control);
-    for (const component::ClassInfo& classInfo : component::classes())
-        names.push_back(classInfo.name);
     std::string list;
-    for (const std::string_view name : names)
-        list += (list.empty() ? "" : ", ") + std::string{name};
+    const auto add = [&list](std::string_view name) { list.append(list.empty() ? "" : ", ").append(name); };
+    for (const Maker& maker : makers)
+        add(maker.typeName);
+    for (const std::string_view control : controls::knownTypes())
+        add(control);
+    for (const component::ClassInfo& classInfo : component::classes())
+        add(classInfo.name);
     return list;
 }
 

@@ -23,7 +23,7 @@ public:
     T* make(Arguments&&... arguments)
     {
         static_assert(std::is_trivially_destructible_v<T>);
-        return ::new (memory_.allocate(sizeof(T), alignof(T))) T{std::forward<Arguments>(arguments)...};
+        return std::construct_at(allocate<T>(1), T{std::forward<Arguments>(arguments)...});
     }
 
     template <class T>
@@ -31,7 +31,7 @@ public:
     {
         static_assert(std::is_trivially_destructible_v<T>);
         if (count == 0) return {};
-        T* first = static_cast<T*>(memory_.allocate(count * sizeof(T), alignof(T)));
+        T* first = allocate<T>(count);
         std::uninitialized_value_construct_n(first, count);
         return {first, count};
     }
@@ -51,6 +51,12 @@ public:
     }
 
 private:
+    template <class T>
+    T* allocate(std::size_t count)
+    {
+        return std::pmr::polymorphic_allocator<T>{&memory_}.allocate(count);
+    }
+
     std::pmr::monotonic_buffer_resource memory_;
 };
 

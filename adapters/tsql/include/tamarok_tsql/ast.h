@@ -236,7 +236,7 @@ struct OutputColumn {
     Expr* value = nullptr;
 };
 
-/// One SELECT with its clauses, without ORDER BY (a "query specification").
+/// One SELECT with its clauses, without ORDER BY: what UNION combines.
 struct Select {
     bool distinct = false;
     Expr* top = nullptr;
