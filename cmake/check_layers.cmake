@@ -59,7 +59,7 @@ file(GLOB headers RELATIVE ${ROOT}/include/tamarok ${ROOT}/include/tamarok/*.h)
 foreach(header ${headers})
     string(REPLACE ".h" "" header ${header})
     if(NOT header IN_LIST known)
-        list(APPEND problems "tamarok/${header}.h stands on no floor; add it to cmake/check_layers.cmake")
+        list(APPEND problems "tamarok/${header}.h stands on no floor: add it to cmake/check_layers.cmake")
     endif()
 endforeach()
 

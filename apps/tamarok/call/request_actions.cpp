@@ -165,7 +165,7 @@ ado::ConnectionRef connectionFor(const HostState& state, const Json& request)
     const Json* on = findMember(request, "on");
     const std::string name = on == nullptr ? "db" : requireText(*on, "on");
     const ObjectRef object = state.names.find(name);
-    const auto connection = std::dynamic_pointer_cast<ado::Connection>(object);
+    auto connection = std::dynamic_pointer_cast<ado::Connection>(object);
     if (object && !connection) throw Error{errors::typeMismatch, "'" + name + "' is no connection"};
     if (!connection) throw Error{errors::objectNotSet, "there is no open connection '" + name + "'"};
     return connection;

@@ -49,6 +49,7 @@ SecondProcess::SecondProcess(const std::string& databaseFile)
     posix_spawn_file_actions_adddup2(&actions, out[1], STDOUT_FILENO);
     std::vector<std::string> words{"tamarok", "call", "--db", databaseFile};
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (std::string& word : words)
         pointers.push_back(word.data());
     pointers.push_back(nullptr);

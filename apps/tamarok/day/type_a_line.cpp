@@ -109,6 +109,7 @@ struct Line {
 Line typeLine(Output& output)
 {
     std::vector<std::string> contents;
+    contents.reserve(entryBoxes.size());
     for (const EntryBox& entry : entryBoxes)
         contents.push_back(typeInto(entry, output));
     return {contents[0], contents[1], contents[2], contents[3]};
