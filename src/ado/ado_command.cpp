@@ -60,8 +60,7 @@ using ParameterList = std::shared_ptr<std::vector<Parameter>>;
 /// A parameter by late binding. It has a list of its own until it is appended to that of a command.
 class ParameterObject final : public Object {
 public:
-    explicit ParameterObject(Parameter parameter) :
-        list_{std::make_shared<std::vector<Parameter>>(1, std::move(parameter))}
+    explicit ParameterObject(const Parameter& parameter) : list_{std::make_shared<std::vector<Parameter>>(1, parameter)}
     {}
     ParameterObject(ParameterList list, std::size_t index) : list_{std::move(list)}, index_{index} {}
 

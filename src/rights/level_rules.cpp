@@ -133,11 +133,21 @@ std::string modelIsCovered(std::string_view code)
         const std::string width = std::to_string(2 * group);
         const std::string zeros(2 * group, '0');
         if (group == groups) {
-            test.append(" WHEN RIGHT(").append(codeOfModel).append("," + width + ") = '" + zeros + "' THEN 1");
+            test.append(" WHEN RIGHT(")
+                .append(codeOfModel)
+                .append(",")
+                .append(width)
+                .append(") = '")
+                .append(zeros)
+                .append("' THEN 1");
         } else if (group > 0) {
             test.append(" WHEN RIGHT(")
                 .append(codeOfModel)
-                .append("," + width + ")  = '" + zeros + "' THEN  (CASE WHEN '")
+                .append(",")
+                .append(width)
+                .append(")  = '")
+                .append(zeros)
+                .append("' THEN  (CASE WHEN '")
                 .append(code)
                 .append("' LIKE LEFT(")
                 .append(codeOfModel)

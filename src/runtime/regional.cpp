@@ -122,6 +122,7 @@ Regional Regional::named(std::string_view name)
 std::vector<std::string_view> Regional::builtInNames()
 {
     std::vector<std::string_view> names;
+    names.reserve(rows.size());
     for (const Row& row : rows)
         names.push_back(row.name);
     return names;

@@ -92,7 +92,7 @@ std::string Comm_Get::GetKonfNumber(const ado::ConnectionRef& dbAdo, std::string
     if (value) {
         return convert::toText(*value);
     }
-    const std::string number = convert::toText(Variant{intDefault});
+    std::string number = convert::toText(Variant{intDefault});
     ado::require(dbAdo).Execute(
         "INSERT INTO FORMS_CONFIG (FORM_ID, PROPERTY_ID, NUMBER_VALUE) VALUES ('F_STAMMEINKONF', '" + name + "'," +
         number + ")");

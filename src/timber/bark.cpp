@@ -61,8 +61,17 @@ std::string intervalName(const std::string& diameter)
     };
     std::string tests = "(CASE WHEN                             SW1  >= " + diameter + " THEN 'SW1'  ELSE '' END)+";
     for (int point = 2; point < supportPoints; ++point)
-        tests += "(CASE WHEN " + column(point - 1) + " < " + diameter + " AND " + column(point) + " >= " + diameter +
-                 " THEN " + pointName(point) + " ELSE '' END)+";
+        tests.append("(CASE WHEN ")
+            .append(column(point - 1))
+            .append(" < ")
+            .append(diameter)
+            .append(" AND ")
+            .append(column(point))
+            .append(" >= ")
+            .append(diameter)
+            .append(" THEN ")
+            .append(pointName(point))
+            .append(" ELSE '' END)+");
     return tests + "(CASE WHEN SW19 < " + diameter + "                              THEN 'SW20' ELSE '' END) AS KOD";
 }
 

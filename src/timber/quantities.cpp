@@ -142,7 +142,7 @@ std::int16_t Comm_Set::MengeCalc(const TmkVar& tmkVar, Variant& arrMengeCalc, st
     const VariantArray& pairs = arrMengeCalc.asArray();
     const VariantArray::Bounds fields = pairs.bounds(1);
     const VariantArray::Bounds rows = pairs.bounds(2);
-    const auto width = static_cast<std::size_t>(fields.upper - fields.lower + 1);
+    const auto width = static_cast<std::size_t>(fields.upper - fields.lower) + 1;
     if (width < 3) pairs.at(fields.lower + 2, rows.lower); // Error 9: no third column
     const std::vector<Variant>& cells = pairs.elements();
     const Key assortment{ID_HolzSorte};

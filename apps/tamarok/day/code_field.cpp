@@ -18,11 +18,7 @@ void offer(const Context& context, std::string_view key, std::string_view fields
     context.output.write(std::string{key} + ":\n" + statement + "\n\n");
     ado::Recordset rows;
     rows.Open(statement, context.session.db_ADO);
-    std::vector<std::string> headers;
-    headers.reserve(static_cast<std::size_t>(rows.Fields().Count()));
-    for (std::int32_t i = 0; i < rows.Fields().Count(); ++i)
-        headers.emplace_back(rows.Fields().Item(i).Name());
-    const auto table = makeListPrinter(ListFormat::Table, context.output, headers);
+    const auto table = makeListPrinter(ListFormat::Table, context.output, fieldNames(rows));
     printRows(rows, *table);
     context.output.write("\n");
 }

@@ -75,7 +75,7 @@ std::string requireOrder(const ListRequest& request, std::int16_t id, const TmkV
     if (request.group && std::ranges::find(request.ids, id) == request.ids.end()) {
         throw UnknownColumn{"a grouped list is ordered by one of its own columns, not by " + name};
     }
-    const std::string order = orderExpression(request, id, session);
+    std::string order = orderExpression(request, id, session);
     if (order.empty()) throw UnknownColumn{"a grouped list cannot be ordered by the measure " + name};
     return order;
 }

@@ -47,10 +47,7 @@ int runSelect(const SelectOptions& options, Output& output)
     }
     ado::Recordset records;
     records.Open(statement, session.db_ADO);
-    std::vector<std::string> headers;
-    for (std::int32_t i = 0; i < records.Fields().Count(); ++i)
-        headers.emplace_back(records.Fields().Item(i).Name());
-    const auto printer = makeListPrinter(options.format, output, headers);
+    const auto printer = makeListPrinter(options.format, output, fieldNames(records));
     printRows(records, *printer);
     return 0;
 }

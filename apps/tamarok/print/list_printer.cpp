@@ -122,4 +122,14 @@ std::int64_t printRows(ado::Recordset& records, ListPrinter& printer, std::optio
     return rows;
 }
 
+std::vector<std::string> fieldNames(const ado::Recordset& records)
+{
+    const auto count = static_cast<std::size_t>(records.Fields().Count());
+    std::vector<std::string> names;
+    names.reserve(count);
+    for (std::size_t i = 0; i < count; ++i)
+        names.emplace_back(records.Fields().Item(static_cast<std::int32_t>(i)).Name());
+    return names;
+}
+
 } // namespace tamarok::cli

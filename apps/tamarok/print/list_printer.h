@@ -36,4 +36,7 @@ std::unique_ptr<ListPrinter> makeListPrinter(ListFormat format, Output& output, 
 /// @return number of rows
 std::int64_t printRows(ado::Recordset& records, ListPrinter& printer, std::optional<std::int64_t> limit = {});
 
+/// Returns the names of the fields in order, as headers of a list without labels.
+std::vector<std::string> fieldNames(const ado::Recordset& records);
+
 } // namespace tamarok::cli
