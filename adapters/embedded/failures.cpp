@@ -196,6 +196,17 @@ std::string systemReason(int code, std::string_view otherwise)
     return code != 0 ? std::system_category().message(code) : std::string{otherwise};
 }
 
+/// A refused write. Two of SQLite's codes have other reasons than the rights.
+Error readOnlyFailure(int code, std::string_view path)
+{
+    if (code == SQLITE_READONLY_ROLLBACK) {
+        return fileFailure(native::cannotOpen, "Cannot read the database", path,
+                           "an interrupted change must be undone first; open it once for writing");
+    }
+    return fileFailure(native::readOnlyDatabase, "Cannot write to the database", path,
+                       code == SQLITE_READONLY_DBMOVED ? "it has been moved, removed or replaced" : "it is read-only");
+}
+
 /// A failed read or write. A file that may not grow any more counts as a full disk.
 Error readWriteFailure(sqlite3* database, std::string_view path, std::string_view message)
 {
@@ -248,8 +259,7 @@ Error failure(sqlite3* database, int code, std::string_view path)
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB: return fileFailure(native::corrupt, "The database is damaged", path, message);
     case SQLITE_READONLY:
-    case SQLITE_PERM:
-        return fileFailure(native::readOnlyDatabase, "Cannot write to the database", path, "it is read-only");
+    case SQLITE_PERM: return readOnlyFailure(code, path);
     case SQLITE_CANTOPEN:
         return fileFailure(native::cannotOpen, "Cannot open the database", path,
                            systemReason(systemError(database), message));

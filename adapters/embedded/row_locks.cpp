@@ -156,6 +156,7 @@ bool RowLocks::tryOpen()
         file_ = FileHandle{::open(path_.c_str(), O_RDWR | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK)};
         if (file_.isOpen()) {
             checkFile();
+            followMode();
             return true;
         }
         if (errno == ENOENT) {
@@ -177,6 +178,18 @@ void RowLocks::checkFile() const
     if (!S_ISREG(status.st_mode)) {
         throw failure(native::readWriteFailed,
                       "Cannot use the lock file '" + shownText(path_) + "': it is not a regular file.");
+    }
+}
+
+/// Gives the file the present mode of the database, which may have changed since the file was created. Only the file's
+/// owner does so, and only for an empty file of one name, which no foreign file is.
+void RowLocks::followMode() const noexcept
+{
+    struct stat database {};
+    struct stat mine {};
+    if (::stat(database_.c_str(), &database) == 0 && ::fstat(file_.get(), &mine) == 0 && mine.st_uid == ::geteuid() &&
+        mine.st_size == 0 && mine.st_nlink == 1 && (mine.st_mode & 0777U) != (database.st_mode & 0666U)) {
+        static_cast<void>(::fchmod(file_.get(), database.st_mode & 0666U));
     }
 }
 

@@ -53,6 +53,7 @@ private:
     bool tryOpen();
     void create();
     void checkFile() const;
+    void followMode() const noexcept;
     void collect(ByteRange range, std::vector<Span>& spans);
     [[noreturn]] void fail(int code) const;
 

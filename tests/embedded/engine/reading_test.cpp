@@ -1,7 +1,9 @@
 #include <fcntl.h>
 #include <fstream>
+#include <sqlite3.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include "child.h"
@@ -210,6 +212,27 @@ TEST_F(Reading, andWritingRefuseAFileWithTwoNames)
     EXPECT_NE(countOf(folder_ / "b.db").find("hard links"), std::string::npos);
     EXPECT_NE(failureOf([&] { connect(folder_ / "a.db"); }).description.find("hard links"), std::string::npos);
     fs::remove(folder_ / "b.db");
+    EXPECT_EQ(countOf(file()), "1");
+}
+
+/// Only a session that may write can undo what a killed process has left half done in a file without a log.
+TEST_F(Reading, refusesAnInterruptedChangeUntilItIsUndone)
+{
+    const pid_t child = ::fork();
+    if (child == 0) {
+        sqlite3* handle = nullptr;
+        sqlite3_open(file().c_str(), &handle);
+        sqlite3_exec(
+            handle,
+            "PRAGMA journal_mode=DELETE; PRAGMA cache_size=2; BEGIN; INSERT INTO T(A) SELECT randomblob(100000);"
+            "INSERT INTO T(A) SELECT randomblob(100000)",
+            nullptr, nullptr, nullptr);
+        ::_exit(0);
+    }
+    ::waitpid(child, nullptr, 0);
+    ASSERT_TRUE(fs::exists(folder_ / "a.db-journal"));
+    EXPECT_NE(countOf(file()).find("an interrupted change must be undone first"), std::string::npos) << countOf(file());
+    EXPECT_EQ(valueOf(connect(file()), "SELECT COUNT(*) FROM T"), Variant{1});
     EXPECT_EQ(countOf(file()), "1");
 }
 

@@ -120,6 +120,20 @@ TEST_F(RowLockFile, thatTheOtherAccountMadeServesThisOne)
     EXPECT_EQ(tryToHold(file()), "held");
 }
 
+TEST_F(RowLockFile, followsALaterChangeOfTheDatabasesMode)
+{
+    if (!canChangeAccount()) {
+        GTEST_SKIP() << "another account cannot be taken";
+    }
+    fs::permissions(file(), fs::perms{0600});
+    EXPECT_EQ(tryToHold(file()), "held");
+    fs::permissions(file(), fs::perms{0666});
+    EXPECT_NE(asOtherAccount([&] { return tryToHold(file()); }).find("Permission denied"), std::string::npos);
+    Child holder{{"hold", file(), "SELECT * FROM LOCK"}};
+    ASSERT_EQ(holder.line(), "held");
+    EXPECT_EQ(asOtherAccount([&] { return tryToHold(file()); }), "timeout");
+}
+
 /// Nothing that needs a lock goes on without it.
 TEST_F(RowLockFile, thatCannotBeOpenedFailsTheRecordsetAndEveryChange)
 {
