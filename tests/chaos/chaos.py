@@ -13,6 +13,7 @@ import subprocess
 import sys
 import tempfile
 import time
+import traceback
 
 PROGRAM = sys.argv[1] if len(sys.argv) > 1 else "build/release/bin/tamarok"
 SECONDS = float(os.environ.get("CHAOS_SECONDS", "60"))
@@ -78,8 +79,14 @@ class Run:
         self.folder = tempfile.mkdtemp(prefix="tamarok-chaos-")
         os.chmod(self.folder, 0o755)
 
-    def goes_on(self):
-        return time.monotonic() < self.end and len(self.violations) < 10
+    def repeat(self, work):
+        """Repeats the work until the time is over. A session that ends by itself is a violation."""
+        while time.monotonic() < self.end and len(self.violations) < 10:
+            try:
+                work()
+            except Ended:
+                self.violation("a session ended by itself:\n" + traceback.format_exc())
+                return
 
     def count(self, what, number=1):
         self.counts[what] += number

@@ -109,11 +109,16 @@ first.ask(exec="CREATE TABLE PROBE (N INT PRIMARY KEY, S NVARCHAR(4000))")
 first.end()
 plain = run.path("plain")
 os.mkdir(plain)
+
+
+def both_rounds():
+    if MOUNTED:
+        one_round(disk, base_file, None)
+    one_round(plain, base_file, 4096 + run.random.randrange(2048))
+
+
 try:
-    while run.goes_on():
-        if MOUNTED:
-            one_round(disk, base_file, None)
-        one_round(plain, base_file, 4096 + run.random.randrange(2048))
+    run.repeat(both_rounds)
 finally:
     if MOUNTED:
         subprocess.run(["umount", "-l", disk], check=False)

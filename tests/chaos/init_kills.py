@@ -121,6 +121,5 @@ base_file = make_base()
 began = time.monotonic()
 run.program("init", run.path("a.db"), "--logs", str(NEW_LOGS))
 usual_seconds = time.monotonic() - began
-while run.goes_on():
-    one_round(base_file)
+run.repeat(lambda: one_round(base_file))
 run.finish()

@@ -73,7 +73,9 @@ first.ask(exec="CREATE TABLE PAIR (WRITER INT, N INT, HALF INT, PRIMARY KEY (WRI
 first.end()
 all_writers = [Writer(number) for number in range(WRITERS)]
 watcher = chaos.Session(database)
-while run.goes_on():
+
+
+def one_step():
     run.random.choice(all_writers).transaction()
     if run.random.random() < 0.02:
         look(watcher)
@@ -81,6 +83,9 @@ while run.goes_on():
         listed = run.program("list", "LOG", "1", "36", "--limit", "3", "--db", database)
         run.require(listed.returncode == 0, "a list fails beside the writers: " + listed.stderr)
         run.count("lists")
+
+
+run.repeat(one_step)
 for one in all_writers:
     one.session.kill()
 watcher.kill()
