@@ -206,9 +206,9 @@ private:
             const std::size_t object = (start + step) % objects;
             const int holder = shared_.holder.at(object);
             const bool isForeign = holder != 0 && holder != user_;
-            const bool isChosen = dice < 10   ? isForeign && shared_.isRestless.at(indexOf(holder))
-                                  : dice < 11 ? isForeign
-                                              : shared_.hasOrphanedRow.at(object).exchange(false);
+            const bool isChosen = dice < 4   ? isForeign && shared_.isRestless.at(indexOf(holder))
+                                  : dice < 5 ? isForeign
+                                             : shared_.hasOrphanedRow.at(object).exchange(false);
             if (isChosen) return object;
         }
         return start;
