@@ -48,7 +48,8 @@ std::string describeStep(const Step& step)
 } // namespace
 
 Engine::Engine(std::unique_ptr<Database> database, ProcedureRegistry procedures) :
-    database_{std::move(database)}, procedures_{std::move(procedures)}, catalog_{*database_}, locks_{database_->path()},
+    database_{std::move(database)},
+    procedures_{std::move(procedures)}, catalog_{*database_}, locks_{database_->sharedPath()},
     begin_{database_->compile("BEGIN IMMEDIATE", nullptr, true)}, commit_{database_->compile("COMMIT", nullptr, true)}
 {}
 
@@ -63,6 +64,7 @@ Engine::~Engine()
 std::unique_ptr<ado::Cursor> Engine::open(const ado::Statement& statement)
 {
     return withStatement(statement.text, [&]() -> std::unique_ptr<ado::Cursor> {
+        followFile();
         database_->deadline().arm(statement.timeoutSeconds);
         if (!statement.procedure) {
             return openText(statement);
@@ -75,6 +77,7 @@ std::unique_ptr<ado::Cursor> Engine::open(const ado::Statement& statement)
 std::int64_t Engine::execute(const ado::Statement& statement)
 {
     return withStatement(statement.text, [&]() -> std::int64_t {
+        followFile();
         database_->deadline().arm(statement.timeoutSeconds);
         if (!statement.procedure) {
             return executeText(statement.text, statement.parameters);
