@@ -9,6 +9,7 @@
 
 #include "failures.h"
 #include "file_checks.h"
+#include "layout_update.h"
 #include "tamarok_embedded/connect.h"
 
 namespace tamarok::embedded {
@@ -118,6 +119,7 @@ void Database::setUp(OpenMode mode)
         // Reads the schema, so that a damaged one is reported here.
         number("SELECT count(*) FROM sqlite_schema");
         checkLayout(number("PRAGMA application_id"), number("PRAGMA user_version"), path_);
+        updateLayout(*this);
     } catch (Error& error) {
         error.addContext("Cannot open the database '" + path_ + "'");
         throw;
