@@ -10,6 +10,7 @@
 
 #include "failures.h"
 #include "file_checks.h"
+#include "layout_update.h"
 #include "tamarok_embedded/connect.h"
 #include "tamarok_embedded/shown_text.h"
 
@@ -218,6 +219,7 @@ void Database::setUp()
         // Reads the schema, so that a damaged one is reported here.
         number("SELECT count(*) FROM sqlite_schema");
         checkLayout(number("PRAGMA application_id"), number("PRAGMA user_version"), path_.shown);
+        updateLayout(*this);
     } catch (Error& error) {
         error.addContext("Cannot open the database '" + shownText(path_.shown) + "'");
         throw;

@@ -21,7 +21,7 @@ LikePattern::LikePattern(std::string_view pattern, char32_t escape) : escape_{es
                 broken_ = true;
                 return;
             }
-            items_.push_back({Item::Kind::Character, false, decodeFolded(pattern, behind), 0, 0});
+            addLetters(decodeFolded(pattern, behind));
         } else if (character == U'%') {
             const bool repeated = !items_.empty() && items_.back().kind == Item::Kind::AnyMany;
             if (!repeated) items_.push_back({Item::Kind::AnyMany, false, 0, 0, 0});
@@ -30,10 +30,18 @@ LikePattern::LikePattern(std::string_view pattern, char32_t escape) : escape_{es
         } else if (character == U'[') {
             compileClass(pattern, behind);
         } else {
-            items_.push_back({Item::Kind::Character, false, foldCase(character), 0, 0});
+            addLetters(foldCase(character));
         }
         at = behind;
     }
+}
+
+/// An expansion becomes its two letters.
+void LikePattern::addLetters(char32_t folded)
+{
+    const Letters letters = lettersOf(folded);
+    items_.push_back({Item::Kind::Character, false, letters.first, 0, 0});
+    if (letters.second != 0) items_.push_back({Item::Kind::Character, false, letters.second, 0, 0});
 }
 
 /// `at` is the position after the "[". A "]" always closes, so that "[]" accepts nothing; a "-" at either
@@ -87,38 +95,55 @@ bool LikePattern::accepts(const Item& item, char32_t character) const noexcept
     return item.negated;
 }
 
+/// Matches one item at `place` and moves it on. The letters of an expansion match one by one; "_" and a class take the
+/// whole character.
+bool LikePattern::take(const Item& item, std::string_view text, Place& place) const noexcept
+{
+    if (place.pending != 0) {
+        const bool same = item.kind == Item::Kind::Character && item.character == place.pending;
+        place.pending = 0;
+        return same;
+    }
+    if (place.at >= text.size()) return false;
+    const char32_t character = decodeFolded(text, place.at);
+    if (item.kind != Item::Kind::Character) return accepts(item, character);
+    const Letters letters = lettersOf(character);
+    place.pending = letters.second;
+    return letters.first == item.character;
+}
+
 /// Greedy with one point of return, the last "%": an earlier one never needs another try, since
 /// whatever the later one can reach it reaches from the first fit.
 bool LikePattern::matchesFrom(std::size_t item, std::string_view text, bool ignoreBlanks) const noexcept
 {
     constexpr auto none = static_cast<std::size_t>(-1);
-    std::size_t at = 0;
+    Place place;
     std::size_t returnItem = none;
     std::size_t returnAt = 0;
     for (;;) {
-        if (item < items_.size() && items_[item].kind == Item::Kind::AnyMany) {
+        const bool whole = place.pending == 0;
+        if (whole && item < items_.size() && items_[item].kind == Item::Kind::AnyMany) {
             if (++item == items_.size()) return true;
             returnItem = item;
-            returnAt = at;
+            returnAt = place.at;
             continue;
         }
         if (item == items_.size()) {
-            if (at == text.size()) return true;
-            if (ignoreBlanks && text.find_first_not_of(' ', at) == std::string_view::npos) return true;
-        } else if (at < text.size()) {
-            std::size_t behind = at;
-            if (accepts(items_[item], decodeFolded(text, behind))) {
-                at = behind;
+            if (whole && place.at == text.size()) return true;
+            if (whole && ignoreBlanks && text.find_first_not_of(' ', place.at) == std::string_view::npos) return true;
+        } else {
+            if (whole && place.at == text.size()) return false;
+            Place behind = place;
+            if (take(items_[item], text, behind)) {
+                place = behind;
                 ++item;
                 continue;
             }
-        } else {
-            return false;
         }
         if (returnItem == none || returnAt >= text.size()) return false;
         text::decode(text, returnAt);
         item = returnItem;
-        at = returnAt;
+        place = {returnAt, 0};
     }
 }
 

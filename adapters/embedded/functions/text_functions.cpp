@@ -31,15 +31,38 @@ std::string_view cutBlanksBefore(std::string_view text) noexcept
     return text;
 }
 
-/// Byte offset after `needle` if `text` has it at `at`, without regard to case; npos otherwise.
+/// The letters of a text one by one, expansions as their letters.
+class LetterReader {
+public:
+    LetterReader(std::string_view text, std::size_t at) noexcept : text_{text}, at_{at} {}
+
+    bool isAtEnd() const noexcept { return pending_ == 0 && at_ >= text_.size(); }
+    bool isBetweenLetters() const noexcept { return pending_ != 0; }
+    std::size_t offset() const noexcept { return at_; }
+    char32_t next() noexcept
+    {
+        if (pending_ != 0) return std::exchange(pending_, 0);
+        const Letters letters = lettersOf(decodeFolded(text_, at_));
+        pending_ = letters.second;
+        return letters.first;
+    }
+
+private:
+    std::string_view text_;
+    std::size_t at_;
+    char32_t pending_ = 0;
+};
+
+/// Byte offset after `needle` if `text` has it at `at`, without regard to case; npos otherwise. A match ends behind a
+/// whole character: "s" is no part of "ß".
 std::size_t matchFolded(std::string_view text, std::size_t at, std::string_view needle) noexcept
 {
-    std::size_t in = 0;
-    while (in < needle.size()) {
-        if (at >= text.size()) return std::string_view::npos;
-        if (decodeFolded(text, at) != decodeFolded(needle, in)) return std::string_view::npos;
+    LetterReader of{text, at};
+    LetterReader wanted{needle, 0};
+    while (!wanted.isAtEnd()) {
+        if (of.isAtEnd() || of.next() != wanted.next()) return std::string_view::npos;
     }
-    return at;
+    return of.isBetweenLetters() ? std::string_view::npos : of.offset();
 }
 
 std::size_t count(std::int64_t number) noexcept
@@ -93,6 +116,21 @@ void dataLength(Call& call)
     for (std::size_t at = 0; at < text.view().size();)
         units += text::decode(text, at) > 0xFFFF ? 2 : 1;
     call.result(units * 2);
+}
+
+/// tm_bytes(value, bytes): DATALENGTH of a type of fixed size.
+void tmBytes(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    call.result(call.whole(1));
+}
+
+/// DATALENGTH of a text that is not in Unicode: one byte for each character.
+void tmCharacters(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    const TextArgument text = call.text(0);
+    call.result(static_cast<std::int64_t>(text::length(text)));
 }
 
 void left(Call& call)

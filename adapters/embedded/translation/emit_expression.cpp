@@ -44,11 +44,7 @@ void Emitter::expression(const Expr& expr)
         query(*tsql::as<QueryExpr>(expr).query, Naming::None);
         write(")");
         break;
-    case ExprKind::Subquery:
-        write("(");
-        query(*tsql::as<QueryExpr>(expr).query, Naming::None);
-        write(")");
-        break;
+    case ExprKind::Subquery: scalarQuery(tsql::as<QueryExpr>(expr)); break;
     case ExprKind::Case: caseOf(tsql::as<CaseExpr>(expr)); break;
     case ExprKind::Cast: cast(tsql::as<CastExpr>(expr)); break;
     case ExprKind::IsNullCall: isNullCall(tsql::as<CallExpr>(expr)); break;
@@ -323,9 +319,21 @@ void Emitter::nullIf(const CallExpr& call)
 
 // --- arithmetic --------------------------------------------------------------------------------
 
+namespace {
+
+/// Whether the type holds the negative of every possible value: the smallest whole number has no counterpart.
+bool isNegatable(const UnaryExpr& unary)
+{
+    const std::int64_t magnitude = unary.operand->magnitude;
+    return !isWhole(unary.type) || (magnitude >= 0 && magnitude < largestMagnitude(unary.type.kind));
+}
+
+} // namespace
+
 /// ~ of a bit is 0 or 1 on the server; SQLite's ~ would make it -1 or -2.
 void Emitter::unary(const UnaryExpr& unary)
 {
+    if (unary.op == TokenKind::Minus && !isNegatable(unary)) return checkedMinus(unary);
     if (unary.op == TokenKind::Tilde && unary.type.kind == TypeKind::Bit) {
         write("(1 - ");
     } else {
@@ -365,6 +373,10 @@ void Emitter::binary(const BinaryExpr& binary)
         write(")");
     } else if (isDate(binary.type)) {
         dateArithmetic(binary);
+    } else if (isSmall(binary.type)) {
+        smallArithmetic(binary);
+    } else if (isMoney(binary.type)) {
+        moneyArithmetic(binary);
     } else if (isWhole(binary.type) || binary.type.kind == TypeKind::Null) {
         wholeArithmetic(binary);
     } else if (binary.type.kind == TypeKind::Unknown) {

@@ -27,6 +27,9 @@ enum class Naming : std::uint8_t {
 /// What becomes of a date literal that is no date: an error of the translation, or of SQLite's run.
 enum class BadDate : std::uint8_t { Refused, LeftToRunTime };
 
+/// Whether the function computes in whole numbers where its first argument is one, and in floating point otherwise.
+bool computesLikeArgument(const Builtin& builtin);
+
 /// Writes bound trees as SQLite text. The text relies on how the file stores the values of each type:
 ///   Bit, TinyInt, SmallInt, Int, BigInt   INTEGER
 ///   Decimal, Money, Real, Float           REAL (SQLite stores a whole REAL value as INTEGER)
@@ -82,6 +85,8 @@ private:
     void toFraction(const Expr& expr, const Type& target);
     void toDate(const Expr& expr, const Type& target);
     void dayNumber(const Expr& expr);
+    /// A date as whole days from 1900-01-01, rounded at noon.
+    void wholeDays(const Expr& expr);
     void cast(const CastExpr& cast);
     void castText(const CastExpr& cast);
     void castDate(const CastExpr& cast);
@@ -106,6 +111,14 @@ private:
     void fractionArithmetic(const BinaryExpr& binary);
     void term(const Expr& expr, const Type& type);
     void decimalTerm(const BinaryExpr& binary);
+    // Types whose results need a check of their own (emit_checked.cpp)
+    void smallArithmetic(const BinaryExpr& binary);
+    void moneyArithmetic(const BinaryExpr& binary);
+    /// The negative of a whole number whose type may not hold it.
+    void checkedMinus(const UnaryExpr& unary);
+    /// A query for one value, which fails with error 512 for several rows.
+    void scalarQuery(const QueryExpr& subquery);
+    void dataLength(const Expr& value);
     void dateArithmetic(const BinaryExpr& binary);
     void call(std::string_view function, const Expr& left, const Expr& right, const Type& type);
     void infix(const Expr& left, std::string_view op, const Expr& right, const Type& type);
@@ -122,6 +135,7 @@ private:
     void coalesce(const CallExpr& call);
     void nullIf(const CallExpr& call);
     void function(const FunctionExpr& function);
+    void uncheckedFunction(const FunctionExpr& function);
     void argument(const FunctionExpr& function, std::size_t index);
     void aggregate(const FunctionExpr& function);
     void aggregateName(const FunctionExpr& function);
