@@ -70,6 +70,7 @@ private:
     Binder binder_;
     Emitter emitter_;
     Step step_;
+    std::vector<NestedConstruct> probeNested_; ///< of the lock probe
 };
 
 } // namespace tamarok::embedded::translation
