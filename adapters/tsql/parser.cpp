@@ -1,5 +1,7 @@
 #include "parser.h"
 
+#include "reserved_words.h"
+
 namespace tamarok::tsql {
 
 namespace {
@@ -161,6 +163,11 @@ std::span<Name> Parser::nameList()
 /// or the next clause would be read as one.
 Name Parser::optionalAlias()
 {
+    const std::size_t word = at(Keyword::As) ? 1 : 0;
+    if (ahead(word).kind == TokenKind::Name && !isReserved(ahead(word).keyword) && isReservedWord(text(ahead(word)))) {
+        source_.refuse(ahead(word).offset, 156,
+                       "Incorrect syntax near the keyword '" + std::string(text(ahead(word))) + "'.");
+    }
     if (accept(Keyword::As)) {
         if (at(TokenKind::Text)) return nameOf(tokens_[position_++]);
         return name();

@@ -59,7 +59,7 @@ std::int64_t computeWhole(std::int64_t a, std::int64_t b, WholeType type, WholeO
         failWith(8115, "Arithmetic overflow error converting expression to data type bigint.",
                  std::to_string(a) + " and " + std::to_string(b));
     }
-    return type == WholeType::Int ? checkedInt(result) : result;
+    return checkedWhole(result, type);
 }
 
 /// Converts both arguments to the type and computes.
@@ -247,6 +247,16 @@ void tmBDiv(Call& call)
 void tmBMod(Call& call)
 {
     resultOfWhole(call, WholeType::BigInt, remainderWhole);
+}
+
+void tmTinyIntChain(Call& call)
+{
+    resultOfChain(call, WholeType::TinyInt);
+}
+
+void tmSmallIntChain(Call& call)
+{
+    resultOfChain(call, WholeType::SmallInt);
 }
 
 void tmIntChain(Call& call)

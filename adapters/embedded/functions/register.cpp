@@ -47,7 +47,15 @@ constexpr FunctionEntry functionEntries[] = {
     {"tm_bigint", 1, pure, &invoke<tmBigInt>},
     {"tm_float", 1, pure, &invoke<tmFloat>},
     {"tm_real", 1, pure, &invoke<tmReal>},
+    {"tm_smallmoney", 1, pure, &invoke<tmSmallMoney>},
     {"tm_money", 1, pure, &invoke<tmMoney>},
+    {"tm_money_add", 2, pure, &invoke<tmMoneyAdd>},
+    {"tm_money_sub", 2, pure, &invoke<tmMoneySub>},
+    {"tm_money_mul", 2, pure, &invoke<tmMoneyMul>},
+    {"tm_money_div", 2, pure, &invoke<tmMoneyDiv>},
+    {"tm_money_mod", 2, pure, &invoke<tmMoneyMod>},
+    {"tm_fit_tinyint", 1, pure, &invoke<tmFitTinyInt>},
+    {"tm_fit_smallint", 1, pure, &invoke<tmFitSmallInt>},
     {"tm_decimal", 3, pure, &invoke<tmDecimal>},
     {"tm_decimal_cut", 3, pure, &invoke<tmDecimalCut>},
     {"tm_nvarchar", 2, pure, &invoke<tmNVarChar>},
@@ -81,6 +89,10 @@ constexpr FunctionEntry functionEntries[] = {
     {"tm_bmul", 2, pure, &invoke<tmBMul>},
     {"tm_bdiv", 2, pure, &invoke<tmBDiv>},
     {"tm_bmod", 2, pure, &invoke<tmBMod>},
+    {"tm_money_chain", -1, pure, &invoke<tmMoneyChain>},
+    {"tm_smallmoney_chain", -1, pure, &invoke<tmSmallMoneyChain>},
+    {"tm_tinyint_chain", -1, pure, &invoke<tmTinyIntChain>},
+    {"tm_smallint_chain", -1, pure, &invoke<tmSmallIntChain>},
     {"tm_int_chain", -1, pure, &invoke<tmIntChain>},
     {"tm_bigint_chain", -1, pure, &invoke<tmBigIntChain>},
     {"tm_xor", 2, pure, &invoke<tmXor>},
@@ -97,6 +109,8 @@ constexpr FunctionEntry functionEntries[] = {
     // Texts
     {"LEN", 1, pure, &invoke<len>},
     {"DATALENGTH", 1, pure, &invoke<dataLength>},
+    {"tm_bytes", 2, pure, &invoke<tmBytes>},
+    {"tm_characters", 1, pure, &invoke<tmCharacters>},
     {"LEFT", 2, pure, &invoke<left>},
     {"RIGHT", 2, pure, &invoke<right>},
     {"SUBSTRING", 3, pure, &invoke<substring>},
@@ -220,7 +234,8 @@ void registerFunctions(sqlite3* database, FunctionContext& context)
     for (const functions::AggregateEntry& entry : functions::aggregateEntries()) {
         functions::check(database,
                          sqlite3_create_window_function(database, entry.name, 1, functions::pure, &context, entry.add,
-                                                        entry.finish, entry.finish, entry.remove, nullptr),
+                                                        entry.finish, entry.remove != nullptr ? entry.finish : nullptr,
+                                                        entry.remove, nullptr),
                          entry.name);
     }
     functions::check(

@@ -85,6 +85,21 @@ void dataLength(Call& call)
     call.result(units * 2);
 }
 
+/// tm_bytes(value, bytes): DATALENGTH of a type of fixed size.
+void tmBytes(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    call.result(call.whole(1));
+}
+
+/// DATALENGTH of a text that is not in Unicode: one byte for each character.
+void tmCharacters(Call& call)
+{
+    if (call.isNull(0)) return call.resultNull();
+    const TextArgument text = call.text(0);
+    call.result(static_cast<std::int64_t>(text::length(text)));
+}
+
 void left(Call& call)
 {
     if (call.anyNull()) return call.resultNull();

@@ -21,6 +21,7 @@ constexpr ConversionRow conversions[] = {
     {TypeKind::Int, "tm_int"},
     {TypeKind::BigInt, "tm_bigint"},
     {TypeKind::Decimal, "tm_decimal"},
+    {TypeKind::SmallMoney, "tm_smallmoney"},
     {TypeKind::Money, "tm_money"},
     {TypeKind::Real, "tm_real"},
     {TypeKind::Float, "tm_float"},
@@ -110,7 +111,7 @@ bool Emitter::literalWhole(const TextExpr& text, const Type& target)
 bool Emitter::literalNumber(const TextExpr& text, const Type& target)
 {
     std::string value = textValue(text.raw);
-    if (target.kind == TypeKind::Decimal || target.kind == TypeKind::Money || target.kind == TypeKind::Real) {
+    if (target.kind == TypeKind::Decimal || isMoney(target) || target.kind == TypeKind::Real) {
         return false;
     }
     if (!isNumberText(value, true)) return false;
@@ -179,7 +180,7 @@ void Emitter::toWhole(const Expr& expr, const Type& target, Binding need)
 {
     if (isDate(expr.type)) {
         conversionCall(target);
-        dayNumber(expr);
+        wholeDays(expr);
         write(")");
         return;
     }
@@ -231,7 +232,7 @@ void Emitter::textOf(const Expr& expr, const Expr* style, const Type& target)
         write("tm_decimaltext(");
         expression(expr);
         write(", " + std::to_string(expr.type.scale));
-    } else if (expr.type.kind == TypeKind::Money) {
+    } else if (isMoney(expr.type)) {
         write("tm_moneytext(");
         expression(expr);
         write(", ");
@@ -332,7 +333,9 @@ void Emitter::castNumber(const CastExpr& cast, Binding need)
         return;
     }
     conversionCall(target);
-    if (isDate(value.type)) {
+    if (isDate(value.type) && isWhole(target)) {
+        wholeDays(value);
+    } else if (isDate(value.type)) {
         dayNumber(value);
     } else {
         wholeOperand(value, target);
@@ -341,9 +344,15 @@ void Emitter::castNumber(const CastExpr& cast, Binding need)
 }
 
 /// A decimal is stored as a binary fraction. It is rounded to its scale before it is truncated to a whole number;
-/// otherwise 0.29 * 100 would become 28.
+/// otherwise 0.29 * 100 would become 28. An amount of money is rounded to a whole one.
 void Emitter::wholeOperand(const Expr& expr, const Type& target)
 {
+    if (isWhole(target) && target.kind != TypeKind::Bit && isMoney(expr.type)) {
+        write("ROUND(");
+        expression(expr);
+        write(", 0)");
+        return;
+    }
     const bool fixed = isWhole(target) && expr.type.kind == TypeKind::Decimal && expr.kind != ExprKind::Number;
     if (fixed) write("tm_decimal(");
     expression(expr);
@@ -404,12 +413,13 @@ void Emitter::assigned(const Expr& expr, const TableColumn& column, const Table&
         expr.kind == ExprKind::Number && isWhole(target) && expr.magnitude >= 0 && expr.magnitude <= most;
     const bool free = (target.kind == TypeKind::Float && isNumber(given)) || fitsDecimal(given, target);
     if (widens || smallLiteral || free || classOf(target) == TypeClass::Binary) return expression(expr);
-    conversionCall(target);
     if (isNumber(target) && isDate(given)) {
-        dayNumber(expr);
-    } else {
-        wholeOperand(expr, target);
+        source_.refuse(expr.offset, 257,
+                       "Implicit conversion from data type " + typeName(given) + " to " + typeName(target) +
+                           " is not allowed. Use the CONVERT function to run this query.");
     }
+    conversionCall(target);
+    wholeOperand(expr, target);
     conversionEnd(target);
 }
 

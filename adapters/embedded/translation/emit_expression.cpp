@@ -60,11 +60,7 @@ void Emitter::expression(const Expr& expr, Binding need)
         query(*tsql::as<QueryExpr>(expr).query, Naming::None);
         write(")");
         break;
-    case ExprKind::Subquery:
-        write("(");
-        query(*tsql::as<QueryExpr>(expr).query, Naming::None);
-        write(")");
-        break;
+    case ExprKind::Subquery: scalarQuery(tsql::as<QueryExpr>(expr)); break;
     case ExprKind::Case: caseOf(tsql::as<CaseExpr>(expr)); break;
     case ExprKind::Cast: cast(tsql::as<CastExpr>(expr), need); break;
     case ExprKind::IsNullCall: isNullCall(tsql::as<CallExpr>(expr)); break;
@@ -336,10 +332,22 @@ void Emitter::nullIf(const CallExpr& call)
 
 // --- arithmetic --------------------------------------------------------------------------------
 
+namespace {
+
+/// Whether the type holds the negative of every possible value: the smallest whole number has no counterpart.
+bool isNegatable(const UnaryExpr& unary)
+{
+    const std::int64_t magnitude = unary.operand->magnitude;
+    return !isWhole(unary.type) || (magnitude >= 0 && magnitude < largestMagnitude(unary.type.kind));
+}
+
+} // namespace
+
 /// ~ of a bit is 0 or 1 on the server; SQLite's ~ would make it -1 or -2. A blank keeps two minus signs apart, which
 /// would begin a comment.
 void Emitter::unary(const UnaryExpr& unary, Binding need)
 {
+    if (unary.op == TokenKind::Minus && !isNegatable(unary)) return checkedMinus(unary);
     const bool bit = unary.op == TokenKind::Tilde && unary.type.kind == TypeKind::Bit;
     const bool opened = open(bit ? Binding::Sum : Binding::Sign, need);
     write(bit ? "1 - " : unary.op == TokenKind::Tilde ? "~" : "-");
@@ -396,6 +404,10 @@ void Emitter::binary(const BinaryExpr& binary, Binding need)
         joinTexts(binary, need);
     } else if (isDate(binary.type)) {
         dateArithmetic(binary);
+    } else if (isSmall(binary.type)) {
+        smallArithmetic(binary, need);
+    } else if (isMoney(binary.type)) {
+        moneyArithmetic(binary);
     } else if (isWhole(binary.type) || binary.type.kind == TypeKind::Null) {
         wholeArithmetic(binary, need);
     } else if (binary.type.kind == TypeKind::Unknown) {
@@ -471,15 +483,6 @@ bool isSafe(const BinaryExpr& binary)
     return row.checked.empty() || (!row.plain.empty() && binary.magnitude >= 0);
 }
 
-/// The node as an operator of + - * / % that computes in whole numbers of the type; nullptr if it is none.
-const BinaryExpr* wholeStep(const Expr& expr, const Type& type)
-{
-    if (expr.kind != ExprKind::Binary || !(expr.type == type)) return nullptr;
-    const auto& binary = tsql::as<BinaryExpr>(expr);
-    const WholeOperator& row = wholeOperator(binary.op);
-    return row.plain.empty() || row.checked.empty() ? nullptr : &binary;
-}
-
 } // namespace
 
 /// Safe operations are written plainly. Checked ones that follow each other are written as one flat call, since each
@@ -489,14 +492,7 @@ void Emitter::wholeArithmetic(const BinaryExpr& binary, Binding need)
     const WholeOperator& row = wholeOperator(binary.op);
     const bool big = binary.type.kind == TypeKind::BigInt;
     if (isSafe(binary)) return infix(binary, row.plain, binary.type, need);
-    std::vector<const BinaryExpr*> steps;
-    for (const BinaryExpr* step = wholeStep(binary, binary.type); step != nullptr;
-         step = wholeStep(*step->left, binary.type)) {
-        steps.push_back(step);
-    }
-    if (steps.size() > 1 && isWhole(binary.type)) {
-        return flatCall(big ? "tm_bigint_chain" : "tm_int_chain", steps, binary.type);
-    }
+    if (isWhole(binary.type) && chained(binary, "+-*/%", big ? "tm_bigint_chain" : "tm_int_chain")) return;
     call(big ? row.checkedBig : row.checked, *binary.left, *binary.right, binary.type);
 }
 

@@ -49,6 +49,9 @@ enum class Binding : std::uint8_t {
     Primary ///< a name, a literal, a call, a CASE
 };
 
+/// Whether the function computes in whole numbers where its first argument is one, and in floating point otherwise.
+bool computesLikeArgument(const Builtin& builtin);
+
 /// Writes bound trees as SQLite text. The text relies on how the file stores the values of each type:
 ///   Bit, TinyInt, SmallInt, Int, BigInt   INTEGER
 ///   Decimal, Money, Real, Float           REAL (SQLite stores a whole REAL value as INTEGER)
@@ -115,6 +118,8 @@ private:
     void toFraction(const Expr& expr, const Type& target, Binding need);
     void toDate(const Expr& expr, const Type& target, Binding need);
     void dayNumber(const Expr& expr);
+    /// A date as whole days from 1900-01-01, rounded at noon.
+    void wholeDays(const Expr& expr);
     void cast(const CastExpr& cast, Binding need);
     void castText(const CastExpr& cast, Binding need);
     void castDate(const CastExpr& cast, Binding need);
@@ -140,11 +145,21 @@ private:
     void fractionArithmetic(const BinaryExpr& binary, Binding need);
     void term(const Expr& expr, const Type& type, Binding need);
     void decimalTerm(const BinaryExpr& binary);
+    // Types whose results need a check of their own (emit_checked.cpp)
+    void smallArithmetic(const BinaryExpr& binary, Binding need);
+    void moneyArithmetic(const BinaryExpr& binary);
+    /// The negative of a whole number whose type may not hold it.
+    void checkedMinus(const UnaryExpr& unary);
+    /// A query for one value, which fails with error 512 for several rows.
+    void scalarQuery(const QueryExpr& subquery);
+    void dataLength(const Expr& value);
     void dateArithmetic(const BinaryExpr& binary);
     void call(std::string_view function, const Expr& left, const Expr& right, const Type& type);
     void infix(const BinaryExpr& binary, std::string_view op, const Type& type, Binding need);
     /// One flat call for operators that follow each other, outermost first: a - b + c becomes f(a, b, c, '-+').
     void flatCall(std::string_view function, std::span<const BinaryExpr* const> steps, const Type& type);
+    /// Writes a flat call if at least two of the operators follow each other in one type. @return whether it did
+    bool chained(const BinaryExpr& binary, std::string_view operators, std::string_view function);
     void compare(const BinaryExpr& compare, Binding need);
     /// An operand of a comparison, brought to the common type of both sides.
     void operand(const Expr& expr, const Type& common, bool collate, Binding need = Binding::Bitwise);
@@ -167,6 +182,7 @@ private:
     void longCall(std::string_view function, std::size_t count, const std::function<void(std::size_t)>& argument);
     void nullIf(const CallExpr& call);
     void function(const FunctionExpr& function);
+    void uncheckedFunction(const FunctionExpr& function);
     void argument(const FunctionExpr& function, std::size_t index);
     void replaceLength(const Type& type);
     void aggregate(const FunctionExpr& function);

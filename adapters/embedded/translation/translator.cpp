@@ -408,6 +408,21 @@ void Translator::updateAssignments(const UpdateStatement& update, const Source& 
     }
 }
 
+/// Error 264 for a column that an assignment before this one sets.
+void Translator::checkAssignedOnce(const UpdateStatement& update, const Assignment& assignment) const
+{
+    for (const Assignment& before : update.assignments) {
+        if (&before == &assignment) return;
+        if (!(before.column == assignment.column)) continue;
+        source_.refuse(assignment.column.offset, 264,
+                       "The column name '" + std::string(assignment.column.text) +
+                           "' is specified more than once in the SET clause or column list of an INSERT. A column "
+                           "cannot be assigned more than one value in the same clause. Modify the clause to make "
+                           "sure that a column is updated only once. If this statement updates or inserts columns "
+                           "into a view, column aliasing can conceal the duplication in your code.");
+    }
+}
+
 /// Three forms: a table alone, a table beside a FROM clause (SQLite knows both), and a target inside its own FROM
 /// clause, which `updateJoined` rewrites.
 void Translator::update(const UpdateStatement& update)
@@ -419,6 +434,7 @@ void Translator::update(const UpdateStatement& update)
         if (assignment.value->kind == ExprKind::Default) {
             source_.unsupported(assignment.value->offset, "DEFAULT in UPDATE");
         }
+        checkAssignedOnce(update, assignment);
         binder_.bindPlain(*assignment.value, scope, "SET");
     }
     bindWhere(update.where, scope);
