@@ -183,8 +183,13 @@ std::string_view trimBlanks(std::string_view text) noexcept
 
 std::int64_t checkedInt(std::int64_t number)
 {
-    const WholeLimits& limits = limitsOf(WholeType::Int);
-    if (number < limits.lowest || number > limits.highest) failOverflow(WholeType::Int, std::to_string(number));
+    return checkedWhole(number, WholeType::Int);
+}
+
+std::int64_t checkedWhole(std::int64_t number, WholeType type)
+{
+    const WholeLimits& limits = limitsOf(type);
+    if (number < limits.lowest || number > limits.highest) failOverflow(type, std::to_string(number));
     return number;
 }
 
@@ -402,14 +407,33 @@ constexpr MoneyLimits money{"money", -922337203685477.5808, 922337203685477.5807
 constexpr MoneyLimits smallMoney{"smallmoney", -214748.3648, 214748.3647};
 
 /// Error 8115 beyond the range of the type.
-void resultAmount(Call& call, double number, const MoneyLimits& limits)
+double checkedAmount(double number, const MoneyLimits& limits)
 {
     if (!(number >= limits.lowest && number <= limits.highest)) {
         char buffer[40];
         failWith(8115, "Arithmetic overflow error converting expression to data type " + std::string{limits.name} + ".",
                  writeFloat(number, 0, buffer));
     }
-    call.result(number);
+    return number;
+}
+
+void resultAmount(Call& call, double number, const MoneyLimits& limits)
+{
+    call.result(checkedAmount(number, limits));
+}
+
+/// A sum of amounts whose signs are in the last argument: (a, b, c, '+-') is a + b - c. Each step is rounded and
+/// checked like a single operation.
+void resultOfMoneyChain(Call& call, const MoneyLimits& limits)
+{
+    if (call.count() < 2 || call.anyNull()) return call.resultNull();
+    const TextArgument signs = call.text(call.count() - 1);
+    double sum = call.real(0);
+    for (std::size_t index = 0; index < signs.view().size() && index + 2 < call.count(); ++index) {
+        const double amount = call.real(index + 1);
+        sum = checkedAmount(roundHalfAway(signs.view()[index] == '-' ? sum - amount : sum + amount, 4), limits);
+    }
+    call.result(sum);
 }
 
 /// Converts to an amount with four decimals.
@@ -496,6 +520,16 @@ void tmMoneyMod(Call& call)
 {
     resultOfMoney(
         call, [](double a, double b) { return std::fmod(a, divisor(b)); }, &roundHalfAway);
+}
+
+void tmMoneyChain(Call& call)
+{
+    resultOfMoneyChain(call, money);
+}
+
+void tmSmallMoneyChain(Call& call)
+{
+    resultOfMoneyChain(call, smallMoney);
 }
 
 void tmFitTinyInt(Call& call)

@@ -1,5 +1,6 @@
 #include "functions/like.h"
 
+#include <algorithm>
 #include <memory>
 #include <string>
 
@@ -152,20 +153,38 @@ bool LikePattern::matches(std::string_view text, bool ignoreBlanks) const noexce
     return !broken_ && matchesFrom(0, text, ignoreBlanks);
 }
 
-/// PATINDEX. Without a leading % the pattern must begin at position 1. With one, the part after it is tried at each
-/// position, after a first match of the whole has shown that there is one.
+/// Whether the items up to the next % accept the characters from byte `at` on.
+bool LikePattern::partMatches(std::size_t item, std::string_view text, std::size_t at) const noexcept
+{
+    Place place{at, 0};
+    for (; item < items_.size() && items_[item].kind != Item::Kind::AnyMany; ++item) {
+        if (!take(items_[item], text, place)) return false;
+    }
+    return place.pending == 0;
+}
+
+/// PATINDEX. Without a leading % the pattern must begin at position 1. With one, a first match of the whole shows that
+/// there is one. Where another % follows, the first place that the part between both accepts is the place: behind it
+/// stands all that a later place would leave for the rest. The last part reaches to the end of the text and has at most
+/// one character for each of its items, at least one for two.
 std::int64_t LikePattern::find(std::string_view text) const noexcept
 {
     if (broken_ || items_.empty()) return 0;
     const bool anywhere = items_.front().kind == Item::Kind::AnyMany;
-    if (!anywhere) return matchesFrom(0, text, false) ? 1 : 0;
     if (!matchesFrom(0, text, false)) return 0;
-    std::int64_t position = 1;
-    for (std::size_t at = 0; at < text.size(); ++position) {
-        if (matchesFrom(1, text.substr(at), false)) return position;
+    if (!anywhere) return 1;
+    const auto another = std::find_if(items_.begin() + 1, items_.end(),
+                                      [](const Item& item) { return item.kind == Item::Kind::AnyMany; });
+    const bool last = another == items_.end();
+    const std::size_t length = last ? text::length(text) : 0;
+    const std::size_t skipped = length > items_.size() - 1 ? length - (items_.size() - 1) : 0;
+    std::size_t at = 0;
+    for (std::size_t i = 0; i < skipped; ++i)
         text::decode(text, at);
-    }
-    return matchesFrom(1, {}, false) ? position : 0;
+    auto position = static_cast<std::int64_t>(skipped) + 1;
+    for (; last ? !matchesFrom(1, text.substr(at), false) : !partMatches(1, text, at); ++position)
+        text::decode(text, at);
+    return position;
 }
 
 namespace {

@@ -67,11 +67,13 @@ bool mayLeaveType(const FunctionExpr& function)
 } // namespace
 
 /// The server computes tinyint and smallint in their own type, so that each operation may overflow.
-void Emitter::smallArithmetic(const BinaryExpr& binary)
+void Emitter::smallArithmetic(const BinaryExpr& binary, Binding need)
 {
     const CheckedOperator* row = checkedOperator(binary.op);
     const bool divides = binary.op == TokenKind::Slash || binary.op == TokenKind::Percent;
-    if (row == nullptr || (binary.magnitude >= 0 && !divides)) return wholeArithmetic(binary);
+    if (row == nullptr || (binary.magnitude >= 0 && !divides)) return wholeArithmetic(binary, need);
+    const bool tiny = binary.type.kind == TypeKind::TinyInt;
+    if (chained(binary, "+-*/%", tiny ? "tm_tinyint_chain" : "tm_smallint_chain")) return;
     write(fitFunction(binary.type));
     call(row->whole, *binary.left, *binary.right, binary.type);
     write(")");
@@ -81,6 +83,7 @@ void Emitter::smallArithmetic(const BinaryExpr& binary)
 void Emitter::moneyArithmetic(const BinaryExpr& binary)
 {
     const bool small = binary.type.kind == TypeKind::SmallMoney;
+    if (chained(binary, "+-", small ? "tm_smallmoney_chain" : "tm_money_chain")) return;
     if (small) write("tm_smallmoney(");
     call(checkedOperator(binary.op)->money, *binary.left, *binary.right, binary.type);
     if (small) write(")");
