@@ -10,6 +10,7 @@
 
 #include "failures.h"
 #include "file_checks.h"
+#include "layout_update.h"
 #include "tamarok_embedded/connect.h"
 #include "tamarok_embedded/shown_text.h"
 
@@ -32,6 +33,13 @@ bool isFileFailure(const Error& error)
     static constexpr std::array numbers{native::readWriteFailed, native::diskFull, native::readOnlyDatabase,
                                         native::cannotOpen};
     return std::ranges::find(numbers, error.nativeError) != numbers.end();
+}
+
+/// SQLite calls this for each SELECT and each column of a statement that it compiles, and for nothing else while it
+/// compiles. Functions are left out: their refusal would be reported as another error.
+int onCompile(void* context, int action, const char*, const char*, const char*, const char*)
+{
+    return action != SQLITE_FUNCTION && deadlineOf(context).expiredAtWork() ? SQLITE_DENY : SQLITE_OK;
 }
 
 /// SQLite calls this every thousand instructions; 1 interrupts the statement at its deadline.
@@ -217,6 +225,7 @@ void Database::configure()
 {
     // DQS: a name in double quotes is a name; SQLite would take an unknown one for a text.
     sqlite3_busy_handler(handle(), &onBusy, this);
+    sqlite3_set_authorizer(handle(), &onCompile, this);
     sqlite3_progress_handler(handle(), instructionsPerLookAtTheClock, &onProgress, this);
     sqlite3_db_config(handle(), SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     sqlite3_db_config(handle(), SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
@@ -235,6 +244,7 @@ void Database::setUp()
         // Reads the schema, so that a damaged one is reported here.
         number("SELECT count(*) FROM sqlite_schema");
         checkLayout(number("PRAGMA application_id"), number("PRAGMA user_version"), path_.shown);
+        updateLayout(*this);
     } catch (Error& error) {
         error.addContext("Cannot open the database '" + shownText(path_.shown) + "'");
         throw;
@@ -254,6 +264,9 @@ Compiled Database::compile(std::string_view text, std::string_view* rest, bool k
                                         keep ? SQLITE_PREPARE_PERSISTENT : 0U, &statement, &tail);
     Compiled compiled{statement};
     if (code != SQLITE_OK) {
+        if (isNestingFailure(handle()) && tail != nullptr) {
+            throw NestingFailure{failure(handle(), code, path_.shown), static_cast<std::size_t>(tail - text.data())};
+        }
         raise(code);
     }
     if (rest != nullptr) {
@@ -265,9 +278,15 @@ Compiled Database::compile(std::string_view text, std::string_view* rest, bool k
 /// Compiles and runs one statement after the other, since a later one may need what an earlier one creates.
 void Database::run(std::string_view text) const
 {
-    while (!text.empty()) {
-        const Compiled statement = compile(text, &text);
-        while (statement != nullptr && step(statement.get())) {}
+    const char* const begin = text.data();
+    try {
+        while (!text.empty()) {
+            const Compiled statement = compile(text, &text);
+            while (statement != nullptr && step(statement.get())) {}
+        }
+    } catch (NestingFailure& failure) {
+        failure.position += static_cast<std::size_t>(text.data() - begin);
+        throw;
     }
 }
 

@@ -1,6 +1,9 @@
 #include "connections.h"
 
+#include <algorithm>
 #include <span>
+#include <string>
+#include <vector>
 
 #include "tamarok_embedded/backend.h"
 #include "tamarok_embedded/connect.h"
@@ -62,6 +65,13 @@ ado::ConnectionRef openForReading(const std::string& file)
     options.mode = embedded::OpenMode::ReadOnly;
     options.procedures.add(defaultOption());
     return embedded::connect(file, options);
+}
+
+bool hasOdbc()
+{
+    const ado::BackendRegistry registry = backends();
+    const std::vector<std::string_view> providers = registry.providers();
+    return std::ranges::find(providers, odbcProvider) != providers.end();
 }
 
 ado::ConnectionRef openOdbc(std::string_view odbcText)

@@ -19,6 +19,8 @@ ado::ConnectionRef openConnection(std::string_view connectionText);
 /// Errors name the file and the reason.
 ado::ConnectionRef openDatabase(const std::string& file);
 
+/// Whether the program was built with the ODBC back end.
+bool hasOdbc();
 /// Option --db FILE of a command that only reads: nothing is written, whatever a condition of the command line says,
 /// and an option of the application that has no row has its default. Errors as openDatabase.
 ado::ConnectionRef openForReading(const std::string& file);

@@ -1,4 +1,5 @@
 #include <exception>
+#include <filesystem>
 #include <iostream>
 #include <new>
 #include <string>
@@ -45,8 +46,10 @@ int main(int count, char** arguments)
         return complain("interrupted", killedBySignal + interrupted.signal);
     } catch (const Error& error) {
         return complain(error.description, 1);
+    } catch (const std::filesystem::filesystem_error& error) {
+        return complain("Cannot access '" + error.path1().string() + "': " + error.code().message() + ".", 1);
     } catch (const std::bad_alloc&) {
-        return complain("out of memory", 1);
+        return complain("The memory does not suffice.", 1);
     } catch (const std::exception& error) {
         return complain(error.what(), 1);
     }

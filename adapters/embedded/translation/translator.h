@@ -38,6 +38,7 @@ private:
     std::span<std::int32_t> withoutDefaults(const InsertStatement& insert, std::span<std::int32_t> columns);
 
     void update(const UpdateStatement& update);
+    void checkAssignedOnce(const UpdateStatement& update, const Assignment& assignment) const;
     void updateAssignments(const UpdateStatement& update, const Source& target, bool fromRows);
     // UPDATE ... FROM in which the target is one of the joined tables.
     void updateJoined(const UpdateStatement& update, const Source& target);
@@ -70,6 +71,7 @@ private:
     Binder binder_;
     Emitter emitter_;
     Step step_;
+    std::vector<NestedConstruct> probeNested_; ///< of the lock probe
 };
 
 } // namespace tamarok::embedded::translation

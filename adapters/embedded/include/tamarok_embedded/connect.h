@@ -35,7 +35,7 @@ struct OpenOptions {
 /// Mark and layout version that a database file of this system carries (application_id and
 /// user_version of SQLite's header).
 inline constexpr std::int32_t applicationId = 0x544D4B31; // "TMK1"
-inline constexpr std::int32_t layoutVersion = 1;
+inline constexpr std::int32_t layoutVersion = 2;
 
 /// Opens a database file.
 ///
