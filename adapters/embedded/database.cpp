@@ -248,7 +248,7 @@ Compiled Database::compile(std::string_view text, std::string_view* rest, bool k
     Compiled compiled{statement};
     if (code != SQLITE_OK) {
         if (isNestingFailure(handle()) && tail != nullptr) {
-            throw NestingFailure{failure(handle(), code, path_), static_cast<std::size_t>(tail - text.data())};
+            throw NestingFailure{failure(handle(), code, path_.shown), static_cast<std::size_t>(tail - text.data())};
         }
         raise(code);
     }
