@@ -85,6 +85,8 @@ constexpr Construct constructs[] = {
     {"EXISTS", "SELECT 1 WHERE ", "EXISTS (SELECT 1 FROM T WHERE ", "1 = 1", ")", "", 12, "EXISTS"},
     {"a subquery in a condition", "SELECT 1 WHERE ", "1 = (SELECT MAX(A) FROM T WHERE ", "1 = 1", ")", "", 13,
      "the function MAX"},
+    {"a subquery for one row", "SELECT 1 WHERE ", "1 = (SELECT A FROM T WHERE ", "1 = 1", ")", "", 13,
+     "the subquery"},
     {"a subquery behind AND", "SELECT 1 WHERE ", "1 = 1 AND 1 = (SELECT MAX(A) FROM T WHERE ", "1 = 1", ")", "", 10,
      "the function MAX"},
     {"IN with a query", "SELECT 1 WHERE ", "1 IN (SELECT A FROM T WHERE ", "1 = 1", ")", "", 11, "the IN subquery"},
