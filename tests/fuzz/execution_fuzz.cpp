@@ -61,7 +61,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         readAll(session, fuzz::textOf(data, size));
     } catch (const Error& error) {
         if (error.number == 0 || error.description.empty()) complain("an error without a number or text", error);
-        if (error.description.find("parser stack") != std::string::npos) complain("an error of SQLite", error);
+        if (error.description.starts_with("parser stack")) complain("an error of SQLite", error);
     }
     try {
         readAll(session, "SELECT 1");
