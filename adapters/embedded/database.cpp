@@ -10,6 +10,7 @@
 #include "failures.h"
 #include "file_checks.h"
 #include "tamarok_embedded/connect.h"
+#include "text_joins.h"
 
 namespace tamarok::embedded {
 
@@ -105,6 +106,8 @@ void Database::configure()
     sqlite3_db_config(handle(), SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     registerFunctions(handle(), functions_);
     deadline_.arm(openSeconds);
+    switchOffJoinFilters(handle());
+    requireCompleteTextJoins(handle());
 }
 
 /// Settings that are statements. Errors name the file.

@@ -96,6 +96,18 @@ CachedBatch::CachedBatch(std::string_view text) :
     text_{text}, batch_{text_}, plain_(batch_.steps().size()), keyed_(batch_.steps().size())
 {}
 
+/// SELECT ... INTO makes a table and returns no rows.
+bool CachedBatch::givesRows(std::size_t index) const noexcept
+{
+    const tsql::ParsedStep& step = batch_.steps()[index];
+    return step.kind == tsql::StepKind::Query && (step.query->select == nullptr || step.query->select->into.empty());
+}
+
+bool CachedBatch::isCondition(std::size_t index) const noexcept
+{
+    return batch_.steps()[index].kind == tsql::StepKind::JumpUnless;
+}
+
 /// Translates a step at its first use, and again when the schema or the date order has changed since.
 const std::shared_ptr<CachedStep>& CachedBatch::step(std::size_t index, bool withRowKey, SchemaCatalog& catalog,
                                                      tsql::DateOrder order)

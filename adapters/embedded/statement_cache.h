@@ -36,7 +36,7 @@ struct CachedStep {
     CompiledText probe;
     CompiledText unconverted;
     std::uint64_t generation = 0;
-    tsql::DateOrder order = tsql::DateOrder::Mdy;
+    tsql::DateOrder order = tsql::DateOrder::Dmy;
 };
 
 /// Selects one of the SQLite texts of a step.
@@ -76,6 +76,9 @@ public:
 
     const std::string& text() const noexcept { return text_; }
     std::size_t size() const noexcept { return plain_.size(); }
+    /// Whether the step is a query that returns rows, and whether it is the condition of an IF.
+    bool givesRows(std::size_t index) const noexcept;
+    bool isCondition(std::size_t index) const noexcept;
     /// The step, translated against the present schema.
     const std::shared_ptr<CachedStep>& step(std::size_t index, bool withRowKey, SchemaCatalog& catalog,
                                             tsql::DateOrder order);

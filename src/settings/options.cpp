@@ -63,6 +63,8 @@ double Comm_Get::GetOptionenDouble(const TmkVar& tmkVar, std::string_view proper
 std::string Comm_Get::GetOptionenText(const TmkVar& tmkVar, std::string_view property) const
 {
     const auto value = ado::readFirstValue(tmkVar.db_ADO, selectExactOption("TEXT_VALUE", property));
+    // Required by the contract: a miss writes an empty text under the upper-case name. Reading "abc" thus clears the
+    // text of ABC. Do not correct.
     if (!value) {
         Comm_Set{}.SetOptionenText(tmkVar, text::toUpper(property), "");
     }

@@ -212,7 +212,7 @@ TEST(ExpressionContract, Dates)
         {"CAST(0 AS datetime)", "1900-01-01"},
         {"CAST(1.5 AS datetime)", "1900-01-02 12:00:00"},
         {"CAST('05.03.2024' AS datetime)", "2024-03-05"},
-        {"CAST('03/05/2024' AS datetime)", "2024-03-05"},
+        {"CAST('05/03/2024' AS datetime)", "2024-03-05"},
         {"CAST('20240305' AS datetime)", "2024-03-05"},
         {"CONVERT(nvarchar(10),CAST('2024-03-05' AS datetime),101)", "'03/05/2024'"},
         {"CONVERT(nvarchar(10),CAST('2024-03-05' AS datetime),103)", "'05/03/2024'"},
