@@ -88,6 +88,9 @@ commas or semicolons. Numbers have a decimal comma or point without grouping, in
 is printed with its volume in cubic metres in a last column. A line that cannot be measured is reported on
 standard error and left out, and then the exit status is 1. Options replace missing columns and fields.
 
+Diameters are from 0 to below 1000 cm, lengths to below 10000 m, pieces to below 1000000, bark to 100 % or
+to the diameter.
+
 Examples:
   tamarok volume --d 30 --l 5 --pieces 10
   tamarok volume --d 32,5 --l 4,1 --bark 1,2 --mode cm --places 3 --locale de-AT

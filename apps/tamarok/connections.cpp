@@ -1,5 +1,9 @@
 #include "connections.h"
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
 #include "tamarok_embedded/backend.h"
 
 #include "tamarok/connection_text.h"
@@ -33,6 +37,13 @@ std::string databaseText(const std::string& file)
 ado::ConnectionRef openDatabase(const std::string& file)
 {
     return openConnection(databaseText(file));
+}
+
+bool hasOdbc()
+{
+    const ado::BackendRegistry registry = backends();
+    const std::vector<std::string_view> providers = registry.providers();
+    return std::ranges::find(providers, odbcProvider) != providers.end();
 }
 
 ado::ConnectionRef openOdbc(std::string_view odbcText)

@@ -21,6 +21,9 @@ std::string databaseText(const std::string& file);
 /// Opens an embedded database file, which must exist. Errors name the file and the reason.
 ado::ConnectionRef openDatabase(const std::string& file);
 
+/// Whether the program was built with the ODBC back end.
+bool hasOdbc();
+
 /// Option --odbc TEXT: opens a connection with the ODBC back end, which receives the text as it is.
 /// Error 3706 where the program was built without it.
 ado::ConnectionRef openOdbc(std::string_view odbcText);

@@ -1,6 +1,9 @@
 #include <exception>
+#include <filesystem>
 #include <iostream>
+#include <new>
 #include <string>
+#include <string_view>
 
 #include "command_line.h"
 #include "init/interrupt.h"
@@ -12,13 +15,22 @@
 
 namespace {
 
-/// Prints one line on standard error; line ends in the message become blanks. Returns `status`.
-int complain(std::string message, int status)
+/// Prints one line on standard error: line ends in the message become blanks, other control characters, which
+/// would move the terminal's cursor or change its colours, are shown as "\x1b". Returns `status`.
+int complain(std::string_view message, int status)
 {
-    for (char& character : message) {
-        if (character == '\n' || character == '\r') character = ' ';
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::string line;
+    for (const char character : message) {
+        const auto byte = static_cast<unsigned char>(character);
+        if (character == '\n' || character == '\r')
+            line += ' ';
+        else if (byte < 0x20 || byte == 0x7f)
+            line.append("\\x").append(1, digits[byte >> 4]).append(1, digits[byte & 15]);
+        else
+            line += character;
     }
-    std::cerr << "tamarok: " << message << '\n';
+    std::cerr << "tamarok: " << line << '\n';
     return status;
 }
 
@@ -42,6 +54,10 @@ int main(int count, char** arguments)
         return complain("interrupted", killedBySignal + interrupted.signal);
     } catch (const Error& error) {
         return complain(error.description, 1);
+    } catch (const std::filesystem::filesystem_error& error) {
+        return complain("Cannot access '" + error.path1().string() + "': " + error.code().message() + ".", 1);
+    } catch (const std::bad_alloc&) {
+        return complain("The memory does not suffice.", 1);
     } catch (const std::exception& error) {
         return complain(error.what(), 1);
     }

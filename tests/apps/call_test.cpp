@@ -56,7 +56,7 @@ void hold(Program& host, const std::string& name, std::size_t count)
 TEST(Call, ConversationWithoutDatabase)
 {
     Program host{{"call", "--locale", "de-AT"}};
-    hold(host, "values_and_objects.txt", 135);
+    hold(host, "values_and_objects.txt", 142);
 }
 
 TEST(Call, ConversationWithDatabase)
@@ -170,6 +170,25 @@ TEST(Call, BrokenLinesAreAnsweredWithAnErrorAndTheHostGoesOn)
     }
 }
 
+TEST(Call, ALineAboveTheLimitIsRefusedAndTheNextOneIsServed)
+{
+    constexpr std::size_t limit = 64 * 1024 * 1024;
+    const std::string request = R"({"class":"C_Version","op":"DLL_Version"})";
+    // Blanks after a request belong to its line. A line of exactly the limit is served.
+    const std::string input = repeated(request, ' ', limit - request.size()) + '\n' +
+                              repeated(request, ' ', limit - request.size() + 1) + '\n' + request + '\n' +
+                              repeated("", 'x', limit + 1);
+    const Outcome outcome = run({"call"}, input);
+    const std::string served = R"({"result":"2.0","args":[],"messages":[],"sql":[]})"
+                               "\n";
+    const std::string refused = R"({"error":{"number":5,"source":"tamarok call",)"
+                                R"("description":"the line has more than 67108864 bytes"},)"
+                                R"("args":[],"messages":[],"sql":[]})"
+                                "\n";
+    EXPECT_EQ(outcome.output, served + refused + served + refused);
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+}
+
 TEST(Call, AHalfLineAtTheEndIsAnsweredToo)
 {
     const Outcome outcome = run({"call"}, "{\"class\":\"C_Version\",\"op\":\"DLL_Version\"}");
@@ -210,58 +229,56 @@ TEST(Call, ATransactionOfTheTextCountsAndOneThatAnErrorRolledBackDoesNot)
     const Outcome open = run({"call", "--db", file}, begin);
     EXPECT_EQ(open.status, 1);
     EXPECT_EQ(open.errors, "tamarok: the input ended inside an open transaction, which was rolled back\n");
-    const Outcome duplicate = run({"call", "--db", file}, begin + R"({"exec":"INSERT INTO USERS (ID) VALUES (1)"
-})");
+    const Outcome duplicate = run({"call", "--db", file}, begin + R"-({"exec":"INSERT INTO USERS (ID) VALUES (1) "})-");
     EXPECT_EQ(duplicate.status, 1) << duplicate.output;
-    const Outcome doomed = run({"call", "--db", file}, begin + R"({"query":"SELECT CAST('x' AS int)"
-    })"
-                                                               "\n"
-                                                               R"({"exec":"COMMIT"})");
+    const std::string fail = R"-({"query":"SELECT CAST('x' AS int)"})-"
+                             "\n";
+    const Outcome doomed = run({"call", "--db", file}, begin + fail + R"({"exec":"COMMIT"})");
     EXPECT_EQ(doomed.status, 0) << doomed.errors;
     EXPECT_NE(doomed.output.find("The transaction was rolled back: "), std::string::npos) << doomed.output;
     EXPECT_NE(doomed.output.find("COMMIT TRANSACTION without a transaction"), std::string::npos) << doomed.output;
     const Outcome count = run({"call", "--db", file}, R"({"query":"SELECT COUNT(*) AS N FROM LOGS_RECH"})");
     EXPECT_NE(count.output.find("[[5]]"), std::string::npos) << count.output;
-    }
+}
 
-    TEST(Call, AnInputThatCannotBeReadIsStatus1)
-    {
-        const ScratchFolder folder;
-        SpawnActions actions;
-        actions.open(folder.path().string(), O_RDONLY, STDIN_FILENO); // a folder opens, but does not read
-        actions.open("/dev/null", O_WRONLY, STDERR_FILENO);
-        pid_t child = -1;
-        ASSERT_EQ(actions.spawn(child, TAMAROK_PROGRAM, {"call"}), 0);
-        int status = 0;
-        ::waitpid(child, &status, 0);
-        ASSERT_TRUE(WIFEXITED(status));
-        EXPECT_EQ(WEXITSTATUS(status), 1);
-    }
+TEST(Call, AnInputThatCannotBeReadIsStatus1)
+{
+    const ScratchFolder folder;
+    SpawnActions actions;
+    actions.open(folder.path().string(), O_RDONLY, STDIN_FILENO); // a folder opens, but does not read
+    actions.open("/dev/null", O_WRONLY, STDERR_FILENO);
+    pid_t child = -1;
+    ASSERT_EQ(actions.spawn(child, TAMAROK_PROGRAM, {"call"}), 0);
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 1);
+}
 
-    TEST(Call, AnObjectInAnAnswerKeepsItsNameUntilItIsDropped)
-    {
-        const ScratchFolder folder;
-        const std::string file = makeDatabase(folder, 5);
-        Program host{{"call", "--db", file}};
-        host.ask(R"({"new":"ADODB.Recordset","as":"rs"})");
-        host.ask(R"({"invoke":"rs","name":"Open","args":["SELECT ID_LOG FROM LOGS",{"$ref":"db"}]})");
-        const std::string firstField = R"json({"get":"rs","name":"Fields(0)"})json";
-        const std::string named = R"({"result":{"$ref":"Field1"},"args":[],"messages":[],"sql":[]})";
-        EXPECT_EQ(host.ask(firstField), named);
-        EXPECT_EQ(host.ask(firstField), named);
-        host.ask(R"({"drop":"Field1"})");
-        const std::string gone = host.ask(R"({"get":"Field1","name":"Value"})");
-        EXPECT_NE(gone.find("there is no object named 'Field1'"), std::string::npos) << gone;
-    }
+TEST(Call, AnObjectInAnAnswerKeepsItsNameUntilItIsDropped)
+{
+    const ScratchFolder folder;
+    const std::string file = makeDatabase(folder, 5);
+    Program host{{"call", "--db", file}};
+    host.ask(R"({"new":"ADODB.Recordset","as":"rs"})");
+    host.ask(R"({"invoke":"rs","name":"Open","args":["SELECT ID_LOG FROM LOGS",{"$ref":"db"}]})");
+    const std::string firstField = R"json({"get":"rs","name":"Fields(0)"})json";
+    const std::string named = R"({"result":{"$ref":"Field1"},"args":[],"messages":[],"sql":[]})";
+    EXPECT_EQ(host.ask(firstField), named);
+    EXPECT_EQ(host.ask(firstField), named);
+    host.ask(R"({"drop":"Field1"})");
+    const std::string gone = host.ask(R"({"get":"Field1","name":"Value"})");
+    EXPECT_NE(gone.find("there is no object named 'Field1'"), std::string::npos) << gone;
+}
 
-    TEST(Call, AReaderThatGoesAwayEndsTheHostQuietly)
-    {
-        Program host{{"call"}};
-        host.closeOutput();
-        const Outcome outcome = host.finish("{\"describe\":true}\n{\"describe\":true}\n");
-        EXPECT_EQ(outcome.status, 0);
-        EXPECT_EQ(outcome.errors, "");
-    }
+TEST(Call, AReaderThatGoesAwayEndsTheHostQuietly)
+{
+    Program host{{"call"}};
+    host.closeOutput();
+    const Outcome outcome = host.finish("{\"describe\":true}\n{\"describe\":true}\n");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors, "");
+}
 
-    } // namespace
-    } // namespace tamarok::test
+} // namespace
+} // namespace tamarok::test

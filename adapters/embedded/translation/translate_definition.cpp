@@ -51,16 +51,9 @@ void Translator::nameList(std::span<const Name> names)
     emitter_.write(")");
 }
 
-/// Collects the columns first: constraints and defaults are bound against the table that is being created. Then checks
-/// the identity column, and writes columns and constraints. A primary key of the identity column alone is written with
-/// the column, not again as a constraint.
-void Translator::createTable(const CreateTableStatement& create)
+/// The table that is being created, against which its constraints and defaults are bound.
+Table Translator::declaredTable(const CreateTableStatement& create)
 {
-    if (schema_.table(create.table.text) != nullptr) {
-        source_.refuse(create.table.offset, 2714,
-                       "There is already an object named '" + std::string(create.table.text) + "' in the database.",
-                       "42S01");
-    }
     Table table;
     table.name = create.table.text;
     for (const ColumnDefinition& column : create.columns) {
@@ -74,11 +67,24 @@ void Translator::createTable(const CreateTableStatement& create)
         added.nullable = !column.notNull && !column.primaryKey && !column.identity;
         added.binary = column.binary;
     }
-    const TableConstraint* key = primaryKey(create);
-    if (key != nullptr) {
+    if (const TableConstraint* key = primaryKey(create)) {
         for (const Name& name : key->columns)
             table.columns[static_cast<std::size_t>(binder_.requireColumn(table, name))].nullable = false;
     }
+    return table;
+}
+
+/// Checks the identity column, then writes columns and constraints. A primary key of the identity column alone is
+/// written with the column, not again as a constraint.
+void Translator::createTable(const CreateTableStatement& create)
+{
+    if (schema_.table(create.table.text) != nullptr) {
+        source_.refuse(create.table.offset, 2714,
+                       "There is already an object named '" + std::string(create.table.text) + "' in the database.",
+                       "42S01");
+    }
+    const Table table = declaredTable(create);
+    const TableConstraint* key = primaryKey(create);
     const auto identities = std::count_if(create.columns.begin(), create.columns.end(),
                                           [](const ColumnDefinition& column) { return column.identity; });
     if (identities > 1) {

@@ -53,6 +53,7 @@ private:
     void lockProbe(const Source& target, const FromItem* from, bool joined, const Expr* where);
     void bindWhere(Expr* where, Scope& scope);
 
+    Table declaredTable(const CreateTableStatement& create);
     void createTable(const CreateTableStatement& create);
     void uniqueNulls(const CreateTableStatement& create, const Table& table);
     void columnDefinition(const ColumnDefinition& column, const Table& table, bool inKey);
