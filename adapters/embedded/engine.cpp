@@ -66,6 +66,8 @@ Engine::~Engine()
 template <class Work>
 auto Engine::answer(std::string_view text, const Work& work)
 {
+    // A procedure may have caught the error that doomed the transaction before.
+    doomed_ = false;
     return withStatement(text, [&] {
         try {
             return work();
