@@ -75,6 +75,10 @@ void SchemaCatalog::loadNames() const
                                   Entry{sqlite3_column_int(statement.get(), 1) != 0, std::nullopt});
     }
     loaded_ = true;
+    // The setting goes with its table: another table of that name begins without it.
+    if (!entries_.contains(identityInsert_)) {
+        identityInsert_.clear();
+    }
 }
 
 /// Types are read back from their declarations. `pk` is the position in the primary key; the sum over all rows counts
@@ -110,6 +114,9 @@ tsql::Table SchemaCatalog::loadTable(const std::string& name, bool temporary) co
 /// What was translated before is out of date, since the setting decides whether an INSERT is refused.
 void SchemaCatalog::setIdentityInsert(const std::string& table, bool on)
 {
+    if (!loaded_) {
+        loadNames();
+    }
     const bool same = tsql::sameName(identityInsert_, table);
     if (on && !identityInsert_.empty() && !same) {
         throw failure(native::identityInsertInUse, "IDENTITY_INSERT is already ON for table '" + identityInsert_ +

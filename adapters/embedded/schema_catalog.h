@@ -45,7 +45,7 @@ private:
     mutable std::int64_t cookie_ = -1;
     mutable std::map<std::string, Entry, CompareNames> entries_;
     std::uint64_t generation_ = 1;
-    std::string identityInsert_; ///< the table that takes values for its identity column; empty for none
+    mutable std::string identityInsert_; ///< the table that takes values for its identity column; empty for none
 };
 
 } // namespace tamarok::embedded

@@ -137,6 +137,17 @@ TEST_F(Keys, ReferencesToASwappedKeyHold)
     EXPECT_EQ(failure("DELETE FROM P WHERE ID = 2"), 547);
 }
 
+TEST_F(Keys, ACascadeFollowsTheFinalKeys)
+{
+    run(connection_, "CREATE TABLE P (ID INT PRIMARY KEY) CREATE TABLE C (N INT, ID_P INT NOT NULL CHECK (ID_P < 10) "
+                     "REFERENCES P (ID) ON UPDATE CASCADE) INSERT INTO P VALUES (1) INSERT INTO P VALUES (2) INSERT "
+                     "INTO C VALUES (1, 1) INSERT INTO C VALUES (2, 2)");
+    EXPECT_EQ(run(connection_, "UPDATE P SET ID = 3 - ID"), 2);
+    EXPECT_EQ(column("SELECT ID_P FROM C ORDER BY N"), numbers({2, 1}));
+    EXPECT_EQ(run(connection_, "UPDATE P SET ID = ID + 1"), 2);
+    EXPECT_EQ(column("SELECT ID_P FROM C ORDER BY N"), numbers({3, 2}));
+}
+
 // --- Null in a unique key ----------------------------------------------------------------------
 
 TEST_F(Keys, UniqueTakesOneNull)
@@ -223,6 +234,16 @@ TEST_F(Identity, InsertIsOpenForOneTable)
     run(connection_, "SET IDENTITY_INSERT t OFF SET IDENTITY_INSERT dbo.U ON INSERT INTO U (ID) VALUES (3)");
     EXPECT_EQ(failureOf([&] { run(connect(folder_ / "a.db"), "INSERT INTO U (ID) VALUES (4)"); }).nativeError, 544)
         << "the setting is the session's own";
+}
+
+TEST_F(Identity, TheSettingGoesWithItsTable)
+{
+    run(connection_, "SET IDENTITY_INSERT T ON DROP TABLE T CREATE TABLE T (ID INT IDENTITY, N INT) INSERT INTO T (N) "
+                     "VALUES (1)");
+    run(connection_,
+        "SET IDENTITY_INSERT T ON DROP TABLE T CREATE TABLE U (ID INT IDENTITY, N INT) SET IDENTITY_INSERT "
+        "U ON INSERT INTO U (ID) VALUES (4)");
+    EXPECT_EQ(column("SELECT ID FROM U"), numbers({4}));
 }
 
 TEST_F(Identity, ThroughARecordset)

@@ -211,6 +211,23 @@ TEST_F(Transactions, AProcedureThatFailsRollsItsCallersTransactionBack)
     expectUnlocked();
 }
 
+/// SQLite cannot end a write in the middle and keep the transaction. The error says so; reading keeps it.
+TEST_F(Transactions, ATimeOutOfAWriteRollsBackAndSaysSo)
+{
+    run(connection_, "CREATE TABLE #MANY (N INT) INSERT INTO #MANY VALUES (1),(2),(3),(4),(5),(6),(7),(8),(9),(10)");
+    const std::string endless = "(SELECT COUNT(*) FROM #MANY A, #MANY B, #MANY C, #MANY D, #MANY E, #MANY F, #MANY G, "
+                                "#MANY H, #MANY I, #MANY J WHERE A.N + B.N + C.N + D.N + E.N + F.N + G.N + H.N < T.ID)";
+    run(connection_, "BEGIN TRANSACTION INSERT INTO T (ID, U) VALUES (2, 'v')");
+    EXPECT_EQ(failureOf([&] { run(connection_, "SELECT " + endless + " FROM T", 1); }).number, errors::timeout);
+    EXPECT_EQ(rows(), 2) << "reading only";
+    const Error error = failureOf([&] { run(connection_, "UPDATE T SET N = " + endless, 1); });
+    EXPECT_EQ(error.number, errors::timeout);
+    EXPECT_TRUE(error.description.starts_with("The transaction was rolled back: ")) << error.description;
+    EXPECT_EQ(rows(), 1);
+    expectUnlocked();
+    EXPECT_EQ(failureOf([&] { run(connection_, "COMMIT"); }).nativeError, 3902);
+}
+
 TEST_F(Transactions, AReadAheadOfARollbackKeepsItsRows)
 {
     run(connection_, "INSERT INTO T (ID, U) VALUES (2, 'v') BEGIN TRANSACTION DELETE FROM T WHERE ID = 2");
