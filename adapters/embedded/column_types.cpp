@@ -33,6 +33,7 @@ constexpr std::array typeRows{
     TypeRow{TypeKind::Int, DataType::Integer, 4, Reading::Long, "tm_int"},
     TypeRow{TypeKind::BigInt, DataType::BigInt, 8, Reading::LongLong, "tm_bigint"},
     TypeRow{TypeKind::Decimal, DataType::Numeric, 19, Reading::Double, "tm_decimal"},
+    TypeRow{TypeKind::SmallMoney, DataType::Currency, 8, Reading::Double, "tm_smallmoney"},
     TypeRow{TypeKind::Money, DataType::Currency, 8, Reading::Double, "tm_money"},
     TypeRow{TypeKind::Real, DataType::Single, 4, Reading::Double, "tm_real"},
     TypeRow{TypeKind::Float, DataType::Double, 8, Reading::Double, "tm_float"},

@@ -50,8 +50,11 @@ std::string describeStep(const Step& step)
 } // namespace
 
 Engine::Engine(std::unique_ptr<Database> database, ProcedureRegistry procedures) :
-    database_{std::move(database)}, procedures_{std::move(procedures)}, catalog_{*database_}, locks_{database_->path()},
-    begin_{database_->compile("BEGIN IMMEDIATE", nullptr, true)}, commit_{database_->compile("COMMIT", nullptr, true)}
+    database_{std::move(database)}, procedures_{std::move(procedures)}, catalog_{*database_}, statements_{[this] {
+        if (database_->deadline().expired()) throw timeoutFailure("the statement was still being translated");
+    }},
+    locks_{database_->sharedPath()}, begin_{database_->compile("BEGIN IMMEDIATE", nullptr, true)},
+    commit_{database_->compile("COMMIT", nullptr, true)}
 {}
 
 /// Cursors may outlive the connection; from here on they answer with error 3709.
@@ -81,6 +84,7 @@ auto Engine::answer(std::string_view text, const Work& work)
 std::unique_ptr<ado::Cursor> Engine::open(const ado::Statement& statement)
 {
     return answer(statement.text, [&]() -> std::unique_ptr<ado::Cursor> {
+        followFile();
         database_->deadline().arm(statement.timeoutSeconds);
         if (!statement.procedure) {
             return openText(statement);
@@ -93,6 +97,7 @@ std::unique_ptr<ado::Cursor> Engine::open(const ado::Statement& statement)
 std::int64_t Engine::execute(const ado::Statement& statement)
 {
     return answer(statement.text, [&]() -> std::int64_t {
+        followFile();
         database_->deadline().arm(statement.timeoutSeconds);
         if (!statement.procedure) {
             return executeText(statement.text, statement.parameters);
@@ -299,7 +304,11 @@ std::size_t Engine::runStep(const std::shared_ptr<CachedStep>& step, std::size_t
         runChange(step, parameters);
         countChanges(run);
         break;
-    case Kind::Define: runDefinition(step->step.text); break;
+    case Kind::Define: try { runDefinition(step->step.text);
+        } catch (const NestingFailure& failure) {
+            refuseNesting(*step->batch, step->step, failure.position);
+        }
+        break;
     case Kind::Procedure: runProcedure(step->step.target, step->step.arguments, parameters); break;
     case Kind::Begin: begin(); break;
     case Kind::Commit: commit(); break;

@@ -9,6 +9,7 @@
 #include <sqlite3.h>
 #include <system_error>
 
+#include "tamarok_embedded/shown_text.h"
 #include "translation/step.h"
 
 namespace tamarok::embedded {
@@ -212,7 +213,7 @@ Error fileFailure(std::int32_t nativeError, std::string_view what, std::string_v
 {
     std::string text{what};
     if (!path.empty()) {
-        text.append(" '").append(path).append("'");
+        text.append(" '").append(shownText(path)).append("'");
     }
     if (!reason.empty()) {
         text.append(": ").append(reason);
@@ -231,9 +232,9 @@ int lastSystemError(sqlite3_file* file)
     return code;
 }
 
-/// The system's reason for a failed read or write. A failure at the end of a transaction is only
-/// known to the files: the log, then the database itself.
-std::string systemReason(sqlite3* database, std::string_view otherwise)
+/// The system's error number of a failed read or write, 0 if it is not known. A failure at the end of a transaction is
+/// only known to the files: the log, then the database itself.
+int systemError(sqlite3* database)
 {
     int code = 0;
     if (database != nullptr) {
@@ -245,8 +246,56 @@ std::string systemReason(sqlite3* database, std::string_view otherwise)
             }
         }
     }
+    return code;
+}
+
+std::string systemReason(int code, std::string_view otherwise)
+{
     return code != 0 ? std::system_category().message(code) : std::string{otherwise};
 }
+
+/// A refused write. Two of SQLite's codes have other reasons than the rights.
+Error readOnlyFailure(int code, std::string_view path)
+{
+    if (code == SQLITE_READONLY_ROLLBACK) {
+        return fileFailure(native::cannotOpen, "Cannot read the database", path,
+                           "an interrupted change must be undone first; open it once for writing");
+    }
+    return fileFailure(native::readOnlyDatabase, "Cannot write to the database", path,
+                       code == SQLITE_READONLY_DBMOVED ? "it has been moved, removed or replaced" : "it is read-only");
+}
+
+/// A failed read or write. A file that may not grow any more counts as a full disk.
+Error readWriteFailure(sqlite3* database, std::string_view path, std::string_view message)
+{
+    const int code = systemError(database);
+    if (code == EFBIG || code == EDQUOT || code == ENOSPC) {
+        return fileFailure(native::diskFull, "Cannot write to the database", path, systemReason(code, message));
+    }
+    return fileFailure(native::readWriteFailed, "Cannot read or write the database", path, systemReason(code, message));
+}
+
+/// A limit of SQLite that a statement has met: the beginning of its message, and the server's error of that kind.
+struct Limit {
+    std::string_view message;
+    std::int32_t nativeError;
+    std::string_view description;
+};
+
+constexpr std::array limits{
+    Limit{"parser stack overflow", 191,
+          "Some part of your SQL statement is nested too deeply. Rewrite the query or break it up into smaller "
+          "queries."},
+    Limit{"Expression tree is too large", 8632,
+          "An expression services limit has been reached: an expression of the statement has more than 1000 levels."},
+    Limit{"too many columns", 1056,
+          "The number of elements in the select list exceeds the maximum allowed number of 2000 elements."},
+    Limit{"too many terms in", 8623,
+          "The query processor ran out of internal resources: a clause of the statement has more than 2000 terms."},
+    Limit{"at most 64 tables", 106, "Too many table names in the query. The maximum allowable is 64."},
+    Limit{"too many arguments on function", 8623,
+          "The query processor ran out of internal resources: a function has more than 127 arguments."},
+};
 
 /// A refused statement: an error of the engine's functions, or a name that SQLite does not find because another session
 /// has changed the schema.
@@ -260,6 +309,9 @@ Error refusedFailure(const std::string& message)
     }
     if (const auto column = behind(message, "no such column: ")) {
         return failure(207, "Invalid column name '" + std::string{*column} + "'.");
+    }
+    for (const Limit& limit : limits) {
+        if (message.starts_with(limit.message)) return failure(limit.nativeError, std::string{limit.description});
     }
     return failure(0, message + ".");
 }
@@ -276,6 +328,11 @@ bool rollsBack(const Error& error, bool xactAbort) noexcept
 {
     const Scope scope = kindOf(error.nativeError).scope;
     return scope == Scope::Transaction || (xactAbort && (scope == Scope::Statement || scope == Scope::Batch));
+}
+
+bool isNestingFailure(sqlite3* database)
+{
+    return limits.front().message == sqlite3_errmsg(database);
 }
 
 /// The number decides on error and SQLSTATE.
@@ -296,18 +353,17 @@ Error failure(sqlite3* database, int code, std::string_view path)
     switch (code & 0xFF) {
     case SQLITE_BUSY: return timeoutFailure("another session is writing to the database");
     case SQLITE_INTERRUPT: return timeoutFailure({});
+    case SQLITE_AUTH: return timeoutFailure("the statement was still being prepared"); // see onCompile
     case SQLITE_CONSTRAINT: return constraintFailure(database, code, message);
     case SQLITE_FULL: return fileFailure(native::diskFull, "Cannot write to the database", path, "the disk is full");
-    case SQLITE_IOERR:
-        return fileFailure(native::readWriteFailed, "Cannot read or write the database", path,
-                           systemReason(database, message));
+    case SQLITE_IOERR: return readWriteFailure(database, path, message);
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB: return fileFailure(native::corrupt, "The database is damaged", path, message);
     case SQLITE_READONLY:
-    case SQLITE_PERM:
-        return fileFailure(native::readOnlyDatabase, "Cannot write to the database", path, "it is read-only");
+    case SQLITE_PERM: return readOnlyFailure(code, path);
     case SQLITE_CANTOPEN:
-        return fileFailure(native::cannotOpen, "Cannot open the database", path, systemReason(database, message));
+        return fileFailure(native::cannotOpen, "Cannot open the database", path,
+                           systemReason(systemError(database), message));
     case SQLITE_NOMEM: return fileFailure(native::outOfMemory, "Out of memory in the database", path, {});
     case SQLITE_ERROR:
     case SQLITE_MISMATCH:
@@ -342,6 +398,11 @@ Error rowGoneFailure(std::string_view table)
 Error openFailure(std::string_view path, std::string_view reason)
 {
     return fileFailure(native::cannotOpen, "Cannot open the database", path, reason);
+}
+
+Error createFailure(std::string_view path, std::string_view reason)
+{
+    return fileFailure(native::cannotOpen, "Cannot create the database", path, reason);
 }
 
 } // namespace tamarok::embedded

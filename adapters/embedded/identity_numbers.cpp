@@ -89,10 +89,14 @@ std::int64_t lastIdentity(const Database& database, std::string_view table)
     return database.step(statement.get()) ? sqlite3_column_int64(statement.get(), 0) : 0;
 }
 
-/// A table that has given out no number yet has no counter.
+/// A table that has given out no number yet has no counter, and a row key of SQLite that was declared without
+/// AUTOINCREMENT never has one.
 void raiseIdentity(const Database& database, std::string_view table, std::int64_t number)
 {
     const std::string_view schema = schemaOf(table);
+    if (!hasCounters(database, schema)) {
+        return;
+    }
     // Writing a counter sets SQLite's last rowid, which is @@IDENTITY.
     const sqlite3_int64 lastRow = sqlite3_last_insert_rowid(database.handle());
     runFor(database,

@@ -89,12 +89,8 @@ void Binder::finish(Expr& expr) const
 
 void Binder::refuseOperand(const Expr& expr, const Type& type, std::string_view operation) const
 {
-    std::string shown = declaredText(type);
-    for (char& c : shown)
-        c = static_cast<char>(c >= 'A' && c <= 'Z' ? c + 32 : c);
     source_.refuse(expr.offset, 8117,
-                   "Operand data type " + shown.substr(0, shown.find('(')) + " is invalid for " +
-                       std::string(operation) + " operator.");
+                   "Operand data type " + typeName(type) + " is invalid for " + std::string(operation) + " operator.");
 }
 
 /// Binds the children first, since the type of a node follows from theirs; then sets type, magnitude and hash. Kinds
@@ -102,6 +98,7 @@ void Binder::refuseOperand(const Expr& expr, const Type& type, std::string_view 
 /// default branch.
 void Binder::bindExpression(Expr& expr, Scope& scope)
 {
+    source_.work();
     expr.magnitude = -1;
     switch (expr.kind) {
     case ExprKind::Null: expr.type = makeType(TypeKind::Null); break;
@@ -122,7 +119,10 @@ void Binder::bindExpression(Expr& expr, Scope& scope)
     case ExprKind::Function: bindFunction(as<FunctionExpr>(expr), scope); break;
     case ExprKind::Case: bindCase(as<CaseExpr>(expr), scope); break;
     case ExprKind::Subquery: bindScalarQuery(as<QueryExpr>(expr), scope); break;
-    case ExprKind::Exists: bindQuery(*as<QueryExpr>(expr).query, &scope); break;
+    case ExprKind::Exists:
+        bindQuery(*as<QueryExpr>(expr).query, &scope);
+        checkNestedOrder(*as<QueryExpr>(expr).query);
+        break;
     case ExprKind::InQuery: bindInQuery(as<InQueryExpr>(expr), scope); break;
     default:
         visitChildren(expr, [&](Expr& child) { bindExpression(child, scope); });
@@ -136,12 +136,14 @@ void Binder::bindExpression(Expr& expr, Scope& scope)
             for (const Expr* item : in.items)
                 in.common = unify(in.common, item->type);
         } else if (expr.kind == ExprKind::Cast) {
+            checkConverted(as<CastExpr>(expr));
             expr.type = as<CastExpr>(expr).target;
         } else if (expr.kind == ExprKind::IsNullCall || expr.kind == ExprKind::Coalesce ||
                    expr.kind == ExprKind::NullIf) {
             bindCall(as<CallExpr>(expr));
         }
     }
+    checkCompared(expr);
     finish(expr);
 }
 
@@ -257,11 +259,16 @@ void Binder::bindUnary(UnaryExpr& unary)
 {
     const Type& operand = unary.operand->type;
     unary.type = operand;
-    if (isText(operand) || isDate(operand)) refuseOperand(unary, operand, "minus");
+    const bool minus = unary.op == TokenKind::Minus;
+    if (isText(operand) || isDate(operand) || (minus && operand.kind == TypeKind::Bit)) {
+        refuseOperand(unary, operand, "minus");
+    }
+    // A tinyint has no sign.
+    if (minus && operand.kind == TypeKind::TinyInt) unary.type = makeType(TypeKind::SmallInt);
     if (unary.op == TokenKind::Tilde && !isWhole(operand) && !isOpen(operand)) {
         refuseOperand(unary, operand, "'~'");
     }
-    unary.magnitude = unary.op == TokenKind::Minus ? unary.operand->magnitude : -1;
+    unary.magnitude = minus ? unary.operand->magnitude : -1;
 }
 
 namespace {
@@ -318,6 +325,7 @@ void Binder::bindBinary(BinaryExpr& binary)
     const Type& left = binary.left->type;
     const Type& right = binary.right->type;
     const bool joined = binary.op == TokenKind::BarBar;
+    if (!joined) checkOperands(binary.offset, left, right, operatorName(binary.op));
     if (joined || (binary.op == TokenKind::Plus && isText(left) && (isText(right) || right.kind == TypeKind::Null)) ||
         (binary.op == TokenKind::Plus && isText(right) && left.kind == TypeKind::Null)) {
         const Type unlimited = makeType(TypeKind::VarChar, -1);
@@ -336,10 +344,15 @@ void Binder::bindBinary(BinaryExpr& binary)
             refuseOperand(binary, *type, operatorName(binary.op));
         }
     }
-    binary.type = arithmeticType(operatorCharacter(binary.op), constantType(*binary.left, right),
-                                 constantType(*binary.right, left));
     const bool bitwise =
         binary.op == TokenKind::Ampersand || binary.op == TokenKind::Bar || binary.op == TokenKind::Caret;
+    if (!bitwise && left.kind == TypeKind::Bit && right.kind == TypeKind::Bit) {
+        source_.refuse(binary.offset, 402,
+                       "The data types bit and bit are incompatible in the " + std::string(operatorName(binary.op)) +
+                           " operator.");
+    }
+    binary.type = arithmeticType(operatorCharacter(binary.op), constantType(*binary.left, right),
+                                 constantType(*binary.right, left));
     if (bitwise && !isWhole(binary.type) && !isOpen(binary.type)) {
         refuseOperand(binary, binary.type, operatorCharacter(binary.op) == '&' ? "'&'" : "'|'");
     }
@@ -370,6 +383,8 @@ void Binder::bindMagnitude(BinaryExpr& binary) const
     const std::int64_t left = binary.left->magnitude;
     const std::int64_t right = binary.right->magnitude;
     constexpr std::int64_t limit = std::numeric_limits<std::int32_t>::max();
+    // The range of tinyint is not symmetric, so its differences are always checked.
+    if (binary.type.kind == TypeKind::TinyInt && binary.op == TokenKind::Minus) return;
     if (left < 0 || right < 0 || left > limit + 1 || right > limit + 1 || !isWhole(binary.type)) return;
     switch (binary.op) {
     case TokenKind::Plus:
@@ -379,7 +394,10 @@ void Binder::bindMagnitude(BinaryExpr& binary) const
     case TokenKind::Percent: binary.magnitude = std::min(left, right); break;
     default: break;
     }
-    if (binary.magnitude > limit && binary.type.kind != TypeKind::BigInt) binary.magnitude = -1;
+    const std::int64_t most = binary.type.kind == TypeKind::TinyInt    ? UINT8_MAX
+                              : binary.type.kind == TypeKind::SmallInt ? INT16_MAX
+                                                                       : limit;
+    if (binary.magnitude > most && binary.type.kind != TypeKind::BigInt) binary.magnitude = -1;
 }
 
 /// Both sides are compared in their common type. If the class of types of the query's column changes by that, the query
@@ -388,6 +406,7 @@ void Binder::bindInQuery(InQueryExpr& in, Scope& scope)
 {
     bindExpression(*in.value, scope);
     bindQuery(*in.query, &scope);
+    checkNestedOrder(*in.query);
     if (in.query->outputs.size() != 1) {
         source_.refuse(in.offset, 116,
                        "Only one expression can be specified in the select list when the subquery is not introduced "
@@ -405,12 +424,14 @@ void Binder::bindInQuery(InQueryExpr& in, Scope& scope)
 void Binder::bindScalarQuery(QueryExpr& subquery, Scope& scope)
 {
     bindQuery(*subquery.query, &scope);
+    checkNestedOrder(*subquery.query);
     if (subquery.query->outputs.size() != 1) {
         source_.refuse(subquery.offset, 116,
                        "Only one expression can be specified in the select list when the subquery is not introduced "
                        "with EXISTS.");
     }
     subquery.type = subquery.query->outputs[0].type;
+    subquery.rows = rowsOf(*subquery.query);
 }
 
 /// The result has the type that holds all branches; a branch that is NULL says nothing about it. The operand and the
@@ -423,8 +444,10 @@ void Binder::bindCase(CaseExpr& expr, Scope& scope)
     }
     expr.type = makeType(TypeKind::Null);
     std::int64_t bound = 0;
+    bool hasValue = false;
     const auto result = [&](Expr& value) {
         bindExpression(value, scope);
+        hasValue = hasValue || value.kind != ExprKind::Null;
         expr.type = unify(expr.type, value.type);
         if (value.type.kind != TypeKind::Null) {
             bound = bound < 0 || value.magnitude < 0 ? -1 : std::max(bound, value.magnitude);
@@ -436,6 +459,11 @@ void Binder::bindCase(CaseExpr& expr, Scope& scope)
         result(*arm.then);
     }
     if (expr.otherwise != nullptr) result(*expr.otherwise);
+    if (!hasValue) {
+        source_.refuse(expr.offset, 8133,
+                       "At least one of the result expressions in a CASE specification must be an expression other "
+                       "than the NULL constant.");
+    }
     if (isWhole(expr.type)) expr.magnitude = bound;
 }
 
@@ -446,6 +474,12 @@ void Binder::bindCall(CallExpr& call)
     const Type first = call.arguments[0]->type;
     call.type = first;
     if (call.kind == ExprKind::Coalesce) {
+        if (std::ranges::all_of(call.arguments,
+                                [](const Expr* argument) { return argument->kind == ExprKind::Null; })) {
+            source_.refuse(call.offset, 4127,
+                           "At least one of the arguments to COALESCE must be an expression that is not the NULL "
+                           "constant.");
+        }
         for (const Expr* argument : call.arguments)
             call.type = unify(call.type, argument->type);
     } else if (isOpen(first) && call.kind == ExprKind::IsNullCall) {

@@ -3,9 +3,23 @@
 
 #include "tamarok_tsql/binder.h"
 #include "tamarok_tsql/builtins.h"
+#include "tamarok_tsql/scope.h"
 #include "tamarok_tsql/type_rules.h"
+#include "visit.h"
 
 namespace tamarok::tsql {
+namespace {
+
+/// POWER keeps the scale of its first argument in 38 digits; DEGREES and RADIANS have 18 decimal places at least.
+Type decimalResult(const Builtin& builtin, const Type& argument)
+{
+    constexpr int anglePlaces = 18;
+    if (builtin.name == "POWER") return makeDecimal(38, argument.scale);
+    if (builtin.name != "DEGREES" && builtin.name != "RADIANS") return argument;
+    return makeDecimal(38, std::max<int>(argument.scale, anglePlaces));
+}
+
+} // namespace
 
 /// The argument pattern gives the numbers: small letters are required, capitals optional, * repeats up to 255
 /// arguments.
@@ -49,6 +63,60 @@ void Binder::bindArguments(FunctionExpr& function, Scope& scope)
     }
 }
 
+namespace {
+
+/// The innermost scope whose columns an expression names; nullptr if it names none.
+Scope* innermostScope(Expr& expr, Scope& from)
+{
+    Scope* found = nullptr;
+    if (expr.kind == ExprKind::Column && as<ColumnExpr>(expr).source != nullptr) {
+        found = as<ColumnExpr>(expr).source->scope;
+    }
+    const auto isCloser = [&](const Scope* a, const Scope* b) {
+        for (const Scope* level = &from; level != nullptr; level = level->parent) {
+            if (level == a || level == b) return level == a;
+        }
+        return false;
+    };
+    visitChildren(expr, [&](Expr& child) {
+        Scope* other = innermostScope(child, from);
+        if (other != nullptr && (found == nullptr || isCloser(other, found))) found = other;
+    });
+    return found;
+}
+
+constexpr std::string_view aggregateInWhere = "An aggregate may not appear in the WHERE clause unless it is in a "
+                                              "subquery contained in a HAVING clause or a select "
+                                              "list, and the column being aggregated is an outer reference.";
+
+} // namespace
+
+/// An aggregate whose columns are all those of a query around this one is an aggregate of that query.
+void Binder::bindAggregate(FunctionExpr& function, Scope& scope)
+{
+    if (aggregates_ == Aggregates::Inside) {
+        source_.refuse(function.offset, 130,
+                       "Cannot perform an aggregate function on an expression containing an aggregate or a subquery.");
+    }
+    if (aggregates_ == Aggregates::Refused) {
+        if (clause_ == "WHERE") source_.refuse(function.offset, 147, std::string(aggregateInWhere));
+        source_.refuse(function.offset, 1761,
+                       "An aggregate may not appear in the " + std::string(clause_) +
+                           " clause unless it is in a subquery contained in a HAVING clause or a select list.");
+    }
+    aggregates_ = Aggregates::Inside;
+    bindArguments(function, scope);
+    aggregates_ = Aggregates::Allowed;
+    for (Expr* argument : function.arguments) {
+        if (Scope* owner = innermostScope(*argument, scope)) function.scope = owner;
+    }
+    if (function.scope != &scope && scope.sources.size() != 0) {
+        source_.unsupported(function.offset, "An aggregate of an outer query's columns in a subquery with FROM");
+    }
+    if (function.scope->plain) source_.refuse(function.offset, 147, std::string(aggregateInWhere));
+    function.scope->aggregated = true;
+}
+
 /// Finds the function, checks how it is called (number of arguments, OVER, DISTINCT, place of an aggregate), binds its
 /// arguments and gives it a type. An aggregate with OVER is a window function and groups nothing.
 void Binder::bindFunction(FunctionExpr& function, Scope& scope)
@@ -73,36 +141,32 @@ void Binder::bindFunction(FunctionExpr& function, Scope& scope)
     if ((function.distinct && !builtin.isAggregate()) || (function.distinct && function.over != nullptr)) {
         source_.refuse(function.offset, messages::syntax, "Incorrect syntax near the keyword 'DISTINCT'.");
     }
-    if (!function.aggregate) {
-        bindArguments(function, scope);
+    if (function.aggregate) {
+        bindAggregate(function, scope);
     } else {
-        // An aggregate of an aggregate, which the server refuses as well.
-        if (aggregates_ == Aggregates::Inside) {
-            source_.refuse(function.offset, 130,
-                           "Cannot perform an aggregate function on an expression containing an aggregate or a "
-                           "subquery.");
-        }
-        if (aggregates_ == Aggregates::Refused) {
-            const bool where = clause_ == "WHERE";
-            source_.refuse(function.offset, where ? 147 : 1761,
-                           "An aggregate may not appear in the " + std::string(clause_) +
-                               " clause unless it is in a subquery contained in a HAVING clause or a select list.");
-        }
-        scope.aggregated = true;
-        aggregates_ = Aggregates::Inside;
         bindArguments(function, scope);
-        aggregates_ = Aggregates::Allowed;
     }
+    if (builtin.isAggregate()) {
+        for (Expr* argument : function.arguments)
+            checkAggregated(*argument);
+    }
+    checkArgumentTypes(function);
     if (function.over != nullptr) bindOver(*function.over, scope);
     function.type = resultType(function);
     function.magnitude = builtin.magnitude;
+    // Lets a function around it do without a check of its own, which would be one more level of calls.
+    if (builtin.name == "ABS" && function.type.kind == TypeKind::Int) {
+        function.magnitude = largestMagnitude(TypeKind::Int) - 1;
+    }
 }
 
 /// Here a number is a constant and no position in the SELECT list, so the server refuses it.
 void Binder::bindOver(Over& over, Scope& scope)
 {
-    for (Expr* partition : over.partition)
+    for (Expr* partition : over.partition) {
         bindExpression(*partition, scope);
+        checkSorted(*partition, partition->type);
+    }
     for (OrderItem& item : over.order) {
         item.ordinal = 0;
         if (item.value->kind == ExprKind::Number) {
@@ -110,7 +174,9 @@ void Binder::bindOver(Over& over, Scope& scope)
                            "Windowed functions do not support integer indices as ORDER BY clause expressions.");
         }
         bindExpression(*item.value, scope);
+        checkSorted(*item.value, item.value->type);
     }
+    checkOrder(over.order, {});
 }
 
 /// The result is Unicode if the argument is. A part of a text (LEFT, SUBSTRING) is at most as long as the text and,
@@ -137,9 +203,10 @@ Type Binder::aggregateType(const FunctionExpr& function, Type argument) const
 {
     const std::string_view name = function.builtin->name;
     if (isText(argument) || isDate(argument) || argument.kind == TypeKind::Bit) {
-        refuseOperand(function, argument, name);
+        refuseOperand(function, argument, name == "AVG" ? "avg" : "sum");
     }
     if (argument.kind == TypeKind::TinyInt || argument.kind == TypeKind::SmallInt) return makeType(TypeKind::Int);
+    if (isMoney(argument)) return makeType(TypeKind::Money);
     if (argument.kind == TypeKind::Decimal) {
         const int scale = argument.scale;
         return makeDecimal(38, name == "AVG" ? std::max(scale, 6) : scale);
@@ -172,7 +239,8 @@ Type Binder::resultType(const FunctionExpr& function) const
     if (isText(argument)) return makeType(TypeKind::Float);
     if (argument.kind == TypeKind::Real) return makeType(TypeKind::Float);
     if (isWhole(argument) && argument.kind != TypeKind::BigInt) return makeType(TypeKind::Int);
-    return argument;
+    if (isMoney(argument)) return makeType(TypeKind::Money);
+    return argument.kind == TypeKind::Decimal ? decimalResult(*function.builtin, argument) : argument;
 }
 
 } // namespace tamarok::tsql

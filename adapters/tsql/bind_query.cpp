@@ -7,6 +7,15 @@
 
 namespace tamarok::tsql {
 
+namespace {
+
+/// Most columns of a result; back ends have such a limit.
+constexpr std::size_t mostColumns = 2000;
+/// Most columns that the stars of one statement stand for. Bounds the memory of a statement whose text is short.
+constexpr std::size_t mostExpanded = 100000;
+
+} // namespace
+
 std::int32_t Source::find(const Name& column) const
 {
     if (table != nullptr) {
@@ -81,7 +90,9 @@ void Binder::bindPlain(Expr& expr, Scope& scope, std::string_view clause)
 {
     const Aggregates before = std::exchange(aggregates_, Aggregates::Refused);
     const std::string_view clauseBefore = std::exchange(clause_, clause);
+    const bool plainBefore = std::exchange(scope.plain, true);
     bindExpression(expr, scope);
+    scope.plain = plainBefore;
     aggregates_ = before;
     clause_ = clauseBefore;
 }
@@ -108,6 +119,8 @@ void Binder::bindFrom(FromItem* item, Scope& scope)
 void Binder::bindDerived(FromItem& item, Scope& scope)
 {
     bindQuery(*item.query, scope.parent);
+    // Oracle's way to take the first rows: FROM (SELECT ... ORDER BY ...) WHERE ROWNUM <= n.
+    if (!scope.collectUsed) checkNestedOrder(*item.query);
     Source& added = addSource(item.alias, scope, true);
     std::span<OutputColumn> outputs = arena_.copy(std::span<const OutputColumn>(item.query->outputs));
     if (!item.columnNames.empty()) {
@@ -159,6 +172,7 @@ void Binder::bindQuery(Query& query, Scope* outer)
         combineArms(query);
     }
     bindOrder(query);
+    checkOrder(query.order, query.outputs);
     if (query.select != nullptr) checkGroups(query);
     // OFFSET and FETCH see no column of the query.
     Scope& nothing = makeScope(outer);
@@ -187,6 +201,10 @@ void Binder::combineArms(Query& query)
         source_.refuse(query.offset, 205,
                        "All queries combined using a UNION, INTERSECT or EXCEPT operator must have an equal number of "
                        "expressions in their target lists.");
+    }
+    if (query.op != SetOperator::UnionAll) {
+        checkCombined(*query.left);
+        checkCombined(*query.right);
     }
     query.outputs = arena_.copy(std::span<const OutputColumn>(left));
     const std::span<Type> targets = arena_.array<Type>(left.size());
@@ -270,6 +288,7 @@ void Binder::bindSelect(Select& select, Scope* outer)
     aggregates_ = Aggregates::Allowed;
     clause_ = "the select list";
     bindItems(select, scope);
+    checkDistinct(select);
     if (select.having != nullptr) bindExpression(*select.having, scope);
 }
 
@@ -278,6 +297,7 @@ void Binder::bindGroups(Select& select, Scope& scope)
 {
     for (Expr* group : select.groupBy) {
         bindPlain(*group, scope, "GROUP BY");
+        checkSorted(*group, group->type);
         bool named = false;
         const auto inspect = [&](auto& self, Expr& expr) -> void {
             if (expr.kind == ExprKind::Subquery || expr.kind == ExprKind::Exists || expr.kind == ExprKind::InQuery) {
@@ -345,6 +365,17 @@ void Binder::expandStar(const SelectItem& item, Scope& scope, ArenaList<OutputCo
 
 void Binder::appendColumns(Source& source, const SelectItem& item, ArenaList<OutputColumn>& outputs)
 {
+    expanded_ += source.columnCount();
+    if (outputs.size() + source.columnCount() > mostColumns) {
+        source_.refuse(item.offset, messages::tooManyItems,
+                       "The number of elements in the select list exceeds the maximum allowed number of 2000 elements "
+                       "with the columns that * stands for.");
+    }
+    if (expanded_ > mostExpanded) {
+        source_.refuse(item.offset, messages::tooComplex,
+                       "The query processor ran out of internal resources: the stars of the statement stand for more "
+                       "than 100000 columns.");
+    }
     for (std::size_t i = 0; i < source.columnCount(); ++i) {
         auto* column = arena_.make<ColumnExpr>();
         column->kind = ExprKind::Column;
@@ -405,13 +436,17 @@ bool Binder::bindOrdinal(const Query& query, OrderItem& item)
 void Binder::bindOrder(Query& query)
 {
     for (OrderItem& item : query.order) {
-        if (bindOrdinal(query, item)) continue;
+        if (bindOrdinal(query, item)) {
+            checkSorted(*item.value, query.outputs[static_cast<std::size_t>(item.ordinal) - 1].type);
+            continue;
+        }
         if (query.select == nullptr) {
             source_.refuse(item.value->offset, 104,
                            "ORDER BY items must appear in the select list if the statement contains a UNION, "
                            "INTERSECT or EXCEPT operator.");
         }
         bindSelectOrder(query, item);
+        checkSorted(*item.value, item.value->type);
     }
 }
 

@@ -144,6 +144,8 @@ constexpr std::array dateParts{
     DatePart{"s", "second"},
     DatePart{"millisecond", "millisecond"},
     DatePart{"ms", "millisecond"},
+    DatePart{"microsecond", "microsecond"},
+    DatePart{"mcs", "microsecond"},
 };
 
 } // namespace

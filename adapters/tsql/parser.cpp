@@ -1,16 +1,20 @@
 #include "parser.h"
 
+#include "reserved_words.h"
+
 namespace tamarok::tsql {
 
 namespace {
 constexpr int deepestNesting = 200;
 }
 
-Parser::Level::Level(Parser& parser) : parser_(parser)
+Parser::Level::Level(Parser& parser, std::string_view construct) : parser_(parser)
 {
     if (++parser_.depth_ > deepestNesting) {
         parser_.source_.refuse(parser_.current().offset, messages::tooDeep,
-                               "Some part of the SQL statement is nested too deeply; at most 200 levels are allowed.");
+                               "Some part of the SQL statement is nested too deeply: at most 200 levels are allowed, "
+                               "and " +
+                                   std::string(construct) + " is one more.");
     }
 }
 
@@ -159,6 +163,11 @@ std::span<Name> Parser::nameList()
 /// or the next clause would be read as one.
 Name Parser::optionalAlias()
 {
+    const std::size_t word = at(Keyword::As) ? 1 : 0;
+    if (ahead(word).kind == TokenKind::Name && !isReserved(ahead(word).keyword) && isReservedWord(text(ahead(word)))) {
+        source_.refuse(ahead(word).offset, 156,
+                       "Incorrect syntax near the keyword '" + std::string(text(ahead(word))) + "'.");
+    }
     if (accept(Keyword::As)) {
         if (at(TokenKind::Text)) return nameOf(tokens_[position_++]);
         return name();

@@ -30,7 +30,7 @@ constexpr std::array typeRows{
     TypeRow{"NUMERIC", TypeKind::Decimal, 0},
     TypeRow{"NUMBER", TypeKind::Decimal, 0},
     TypeRow{"MONEY", TypeKind::Money, 0},
-    TypeRow{"SMALLMONEY", TypeKind::Money, 0},
+    TypeRow{"SMALLMONEY", TypeKind::SmallMoney, 0},
     TypeRow{"REAL", TypeKind::Real, 0},
     TypeRow{"FLOAT", TypeKind::Float, 0},
     TypeRow{"CHAR", TypeKind::Char, 1},
@@ -56,10 +56,11 @@ constexpr std::array typeRows{
 
 /// Indexed by TypeKind.
 constexpr std::array classes{
-    TypeClass::Unknown, TypeClass::Null,  TypeClass::Whole, TypeClass::Whole,    TypeClass::Whole,    TypeClass::Whole,
-    TypeClass::Whole,   TypeClass::Fixed, TypeClass::Fixed, TypeClass::Floating, TypeClass::Floating, TypeClass::Text,
-    TypeClass::Text,    TypeClass::Text,  TypeClass::Text,  TypeClass::Text,     TypeClass::Text,     TypeClass::Date,
-    TypeClass::Date,    TypeClass::Date,  TypeClass::Date,  TypeClass::Date,     TypeClass::Binary,   TypeClass::Guid,
+    TypeClass::Unknown,  TypeClass::Null,     TypeClass::Whole, TypeClass::Whole,  TypeClass::Whole,
+    TypeClass::Whole,    TypeClass::Whole,    TypeClass::Fixed, TypeClass::Fixed,  TypeClass::Fixed,
+    TypeClass::Floating, TypeClass::Floating, TypeClass::Text,  TypeClass::Text,   TypeClass::Text,
+    TypeClass::Text,     TypeClass::Text,     TypeClass::Text,  TypeClass::Date,   TypeClass::Date,
+    TypeClass::Date,     TypeClass::Date,     TypeClass::Date,  TypeClass::Binary, TypeClass::Guid,
 };
 static_assert(classes.size() == static_cast<std::size_t>(TypeKind::UniqueIdentifier) + 1);
 
@@ -73,24 +74,25 @@ constexpr int rank(TypeKind kind)
     case TypeKind::Char:
     case TypeKind::VarChar:
     case TypeKind::NChar:
-    case TypeKind::NVarChar:
-    case TypeKind::Text:
-    case TypeKind::NText: return 2;
+    case TypeKind::NVarChar: return 2;
     case TypeKind::UniqueIdentifier: return 3;
-    case TypeKind::Bit: return 4;
-    case TypeKind::TinyInt: return 5;
-    case TypeKind::SmallInt: return 6;
-    case TypeKind::Int: return 7;
-    case TypeKind::BigInt: return 8;
-    case TypeKind::Money: return 9;
-    case TypeKind::Decimal: return 10;
-    case TypeKind::Real: return 11;
-    case TypeKind::Float: return 12;
-    case TypeKind::Time: return 13;
-    case TypeKind::Date: return 14;
-    case TypeKind::SmallDateTime: return 15;
-    case TypeKind::DateTime: return 16;
-    case TypeKind::DateTime2: return 17;
+    case TypeKind::Text: return 4;
+    case TypeKind::NText: return 5;
+    case TypeKind::Bit: return 6;
+    case TypeKind::TinyInt: return 7;
+    case TypeKind::SmallInt: return 8;
+    case TypeKind::Int: return 9;
+    case TypeKind::BigInt: return 10;
+    case TypeKind::SmallMoney: return 11;
+    case TypeKind::Money: return 12;
+    case TypeKind::Decimal: return 13;
+    case TypeKind::Real: return 14;
+    case TypeKind::Float: return 15;
+    case TypeKind::Time: return 16;
+    case TypeKind::Date: return 17;
+    case TypeKind::SmallDateTime: return 18;
+    case TypeKind::DateTime: return 19;
+    case TypeKind::DateTime2: return 20;
     }
     return 0;
 }
@@ -166,6 +168,35 @@ TypeClass classOf(const Type& type)
     return classes[static_cast<std::size_t>(type.kind)];
 }
 
+std::string typeName(const Type& type)
+{
+    if (type.kind == TypeKind::Null) return "NULL";
+    std::string name = declaredText(isOpen(type) ? makeType(TypeKind::NVarChar) : type);
+    name.erase(std::min(name.find('('), name.size()));
+    for (char& c : name)
+        c = static_cast<char>(c >= 'A' && c <= 'Z' ? c + 32 : c);
+    return name;
+}
+
+/// A decimal takes a byte for the sign and 4 to 16 for the digits, which its precision decides.
+std::int32_t bytesOf(const Type& type)
+{
+    switch (type.kind) {
+    case TypeKind::Bit:
+    case TypeKind::TinyInt: return 1;
+    case TypeKind::SmallInt: return 2;
+    case TypeKind::Int:
+    case TypeKind::SmallMoney:
+    case TypeKind::Real:
+    case TypeKind::SmallDateTime: return 4;
+    case TypeKind::Date: return 3;
+    case TypeKind::Time: return 5;
+    case TypeKind::Decimal: return type.precision < 10 ? 5 : type.precision < 20 ? 9 : type.precision < 29 ? 13 : 17;
+    case TypeKind::UniqueIdentifier: return 16;
+    default: return 8;
+    }
+}
+
 std::int64_t largestMagnitude(TypeKind kind)
 {
     switch (kind) {
@@ -186,6 +217,7 @@ Type asDecimal(const Type& type)
     case TypeKind::SmallInt: return makeDecimal(5, 0);
     case TypeKind::Int: return makeDecimal(10, 0);
     case TypeKind::BigInt: return makeDecimal(19, 0);
+    case TypeKind::SmallMoney: return makeDecimal(10, 4);
     case TypeKind::Money: return makeDecimal(19, 4);
     default: return type;
     }
@@ -197,7 +229,9 @@ Type unify(const Type& a, const Type& b)
 {
     if (isOpen(a)) return a.kind == TypeKind::Unknown && b.kind == TypeKind::Null ? a : b;
     if (isOpen(b)) return a;
-    if (isText(a) && isText(b)) {
+    if (isLongText(a) || isLongText(b)) {
+        if (isText(a) && isText(b)) return rank(a.kind) >= rank(b.kind) ? a : b;
+    } else if (isText(a) && isText(b)) {
         const bool longText = a.length < 0 || b.length < 0;
         return makeType(textKind(a, b), longText ? unlimited : std::max(a.length, b.length));
     }
@@ -211,12 +245,14 @@ Type unify(const Type& a, const Type& b)
     return winner;
 }
 
-/// A decimal makes the result a decimal with a precision of its own. Two bits are computed as int, as on the server.
+/// A decimal makes the result a decimal with a precision of its own. Bits know bitwise operators alone; beside NULL
+/// they count as int.
 Type arithmeticType(char op, const Type& a, const Type& b)
 {
     const Type winner = unify(a, b);
     if (winner.kind == TypeKind::Decimal) return decimalArithmetic(op, asDecimal(a), asDecimal(b));
-    if (winner.kind == TypeKind::Bit) return makeType(TypeKind::Int);
+    const bool bitwise = op == '&' || op == '|' || op == '^';
+    if (winner.kind == TypeKind::Bit && !bitwise) return makeType(TypeKind::Int);
     return winner;
 }
 

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -90,6 +91,20 @@ void addLocale(CLI::App& app, std::string& locale, const char* fallback)
         ->type_name("NAME");
 }
 
+/// Accepts the digits of a number of 64 bits. The conversion alone would take a sign and cut what is too large.
+CLI::Validator wholeNumber()
+{
+    return {[](const std::string& text) {
+                std::uint64_t number = 0;
+                const char* const end = text.data() + text.size();
+                const auto [rest, problem] = std::from_chars(text.data(), end, number);
+                return problem == std::errc{} && rest == end
+                           ? std::string{}
+                           : "Value " + text + " is not a whole number from 0 to 18446744073709551615";
+            },
+            ""};
+}
+
 // ---- the commands ------------------------------------------------------------------------------
 
 void addInit(CLI::App& program, Command& chosen)
@@ -101,7 +116,10 @@ void addInit(CLI::App& program, Command& chosen)
         ->type_name("N")
         ->check(CLI::Range(std::int64_t{0}, std::int64_t{100'000'000}).description(""))
         ->capture_default_str();
-    sub.app->add_option("--seed", options.seed, "start of the random numbers")->type_name("S")->capture_default_str();
+    sub.app->add_option("--seed", options.seed, "start of the random numbers")
+        ->type_name("S")
+        ->check(wholeNumber())
+        ->capture_default_str();
     sub.app->add_flag("--force", options.force, "replace an existing file");
 }
 

@@ -3,34 +3,26 @@
 #include <iostream>
 #include <new>
 #include <string>
-#include <string_view>
 
 #include "command_line.h"
 #include "init/interrupt.h"
 #include "list/list_query.h"
 #include "print/output.h"
+#include "tamarok_embedded/shown_text.h"
 #include "usage_error.h"
 
 #include "tamarok/error.h"
 
 namespace {
 
-/// Prints one line on standard error: line ends in the message become blanks, other control characters, which
-/// would move the terminal's cursor or change its colours, are shown as "\x1b". Returns `status`.
-int complain(std::string_view message, int status)
+/// Prints one line on standard error; line ends in the message become blanks, other control characters their codes.
+/// Returns `status`.
+int complain(std::string message, int status)
 {
-    constexpr std::string_view digits = "0123456789abcdef";
-    std::string line;
-    for (const char character : message) {
-        const auto byte = static_cast<unsigned char>(character);
-        if (character == '\n' || character == '\r')
-            line += ' ';
-        else if (byte < 0x20 || byte == 0x7f)
-            line.append("\\x").append(1, digits[byte >> 4]).append(1, digits[byte & 15]);
-        else
-            line += character;
+    for (char& character : message) {
+        if (character == '\n' || character == '\r') character = ' ';
     }
-    std::cerr << "tamarok: " << line << '\n';
+    std::cerr << "tamarok: " << tamarok::embedded::shownText(message) << '\n';
     return status;
 }
 
@@ -39,7 +31,7 @@ int complain(std::string_view message, int status)
 int main(int count, char** arguments)
 {
     using namespace tamarok;
-    cli::ignoreBrokenPipes();
+    cli::ignoreWriteSignals();
     cli::Output output;
     try {
         return cli::parseCommandLine(count, arguments)(output);

@@ -89,11 +89,15 @@ public:
     void OnlyNumbersKeyPress(std::int16_t& KeyAscii, Object& ActiveControl, const std::string& strFormat) const;
     /// Checks the box when the focus leaves it: clears a text that is no number or has more digits than the
     /// pattern, and formats any other by the pattern.
-    /// @param strFormat  pattern, "" for the DataFormat of the box; does nothing if that is empty too
-    /// Error 6 for a number that is too large.
-    void OnlyNumbersLostFocus(Object& ActiveControl, const std::string& strFormat = {}) const;
+    ///
+    /// - A pattern without a leading "-" removes every "-" of the text.
+    /// - A pattern without "." cuts the text at its first ".".
+    ///
+    /// @param strFormat  pattern; "" is replaced by the DataFormat of the box. Does nothing if that is empty too
+    /// Errors: 13, and an unchanged text, if removing or cutting leaves no number.
+    void OnlyNumbersLostFocus(Object& ActiveControl, std::string& strFormat) const;
     /// Accepts a key of a date typed as two, two and four digits separated by ".". Checks the shape, not the
-    /// date: "99.99.9999" passes.
+    /// date: "99.99.9999" passes. A part that is too long already is not limited further.
     /// @return the key, 0 if it is refused
     std::int16_t OnlyDate(std::int16_t KeyAscii, Object& ActiveControl) const;
 

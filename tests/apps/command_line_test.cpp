@@ -48,6 +48,11 @@ TEST(CommandLine, WrongUsageIsStatus2AndOneLine)
                                                   {"list", "LOG", "1", "--format", "xml"},
                                                   {"list", "LOG", "1", "--limit", "-1"},
                                                   {"init", "x.db", "--logs", "many"},
+                                                  {"init", "x.db", "--logs", "-1"},
+                                                  {"init", "x.db", "--logs", "100000001"},
+                                                  {"init", "x.db", "--seed", "-1"},
+                                                  {"init", "x.db", "--seed", "18446744073709551616"},
+                                                  {"init", "x.db", "--seed", ""},
                                                   {"columns"},
                                                   {"call", "--db", "a", "--odbc", "b"},
                                                   {"day", "--nothing"}}) {

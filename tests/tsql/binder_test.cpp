@@ -86,7 +86,17 @@ TEST(Binder, ExpressionsHaveTheServersTypes)
         {"PRICE * 2", "DECIMAL(14,3)"},
         {"PRICE / 3.0", "DECIMAL(16,6)"},
         {"VOLUME * PRICE", "FLOAT"},
-        {"DONE + DONE", "INT"},
+        {"DONE & DONE", "BIT"},
+        {"DONE + 1", "INT"},
+        {"-CAST(1 AS tinyint)", "SMALLINT"},
+        {"SUM_ / 2", "MONEY"},
+        {"SUM_ / 2.0", "DECIMAL(23,7)"},
+        {"POWER(PRICE, 2)", "DECIMAL(38,3)"},
+        {"POWER(PIECES, 2)", "INT"},
+        {"POWER(VOLUME, 2)", "FLOAT"},
+        {"DEGREES(PRICE)", "DECIMAL(38,18)"},
+        {"ROUND(PRICE, 1)", "DECIMAL(12,3)"},
+        {"SUM(SUM_)", "MONEY"},
         {"FELLED + 1", "SMALLDATETIME"},
         {"TOTAL + PIECES", "BIGINT"},
         {"ISNULL(HA, 'abcdefgh')", "NVARCHAR(5)"},
@@ -135,7 +145,21 @@ TEST(Binder, ErrorsHaveTheServersNumberAndThePlace)
          "function or the GROUP BY clause. (line 1, column 8)"},
         {"SELECT 1 FROM LOGS WHERE COUNT(*) > 1",
          "147 An aggregate may not appear in the WHERE clause unless it is in a subquery contained in a HAVING clause "
-         "or a select list. (line 1, column 26)"},
+         "or a select list, and the column being aggregated is an outer reference. (line 1, column 26)"},
+        {"SELECT DONE + DONE FROM LOGS",
+         "402 The data types bit and bit are incompatible in the add operator. (line 1, column 13)"},
+        {"SELECT MAX(DONE) FROM LOGS", "8117 Operand data type bit is invalid for max operator. (line 1, column 12)"},
+        {"SELECT SUBSTRING(PIECES, 1, 1) FROM LOGS",
+         "8116 Argument data type smallint is invalid for argument 1 of substring function. (line 1, column 18)"},
+        {"SELECT SUM((SELECT 1)) FROM LOGS",
+         "130 Cannot perform an aggregate function on an expression containing an aggregate or a subquery. "
+         "(line 1, column 12)"},
+        {"SELECT HA FROM LOGS ORDER BY HA, 1",
+         "169 A column has been specified more than once in the order by list. Columns in the order by list must be "
+         "unique. (line 1, column 30)"},
+        {"SELECT COALESCE(NULL, NULL)",
+         "4127 At least one of the arguments to COALESCE must be an expression that is not the NULL constant. "
+         "(line 1, column 8)"},
         {"SELECT HA FROM LOGS ORDER BY 2", "108 The ORDER BY position number 2 is out of range of the number of items "
                                            "in the select list. (line 1, column 30)"},
     };

@@ -24,6 +24,7 @@ TEST(Types, DeclarationsAreReadAndWritten)
         {"decimal(10, 2)", makeDecimal(10, 2), "DECIMAL(10,2)"},
         {"numeric(5)", makeDecimal(5, 0), "DECIMAL(5,0)"},
         {"money", makeType(TypeKind::Money), "MONEY"},
+        {"smallmoney", makeType(TypeKind::SmallMoney), "SMALLMONEY"},
         {"real", makeType(TypeKind::Real), "REAL"},
         {"float", makeType(TypeKind::Float), "FLOAT"},
         {"float(24)", makeType(TypeKind::Real), "REAL"},
@@ -75,6 +76,10 @@ TEST(Types, TheHigherTypeWins)
     EXPECT_EQ(unify(makeType(TypeKind::Char, 3), makeType(TypeKind::Char, 4)), makeType(TypeKind::Char, 4));
     EXPECT_EQ(unify(makeDecimal(5, 2), makeType(TypeKind::Int)), makeDecimal(12, 2));
     EXPECT_EQ(unify(makeType(TypeKind::Bit), makeType(TypeKind::TinyInt)).kind, TypeKind::TinyInt);
+    EXPECT_EQ(unify(makeType(TypeKind::SmallMoney), makeType(TypeKind::BigInt)).kind, TypeKind::SmallMoney);
+    EXPECT_EQ(unify(makeType(TypeKind::SmallMoney), makeType(TypeKind::Money)).kind, TypeKind::Money);
+    const Type longText = makeType(TypeKind::NText, -1);
+    EXPECT_EQ(unify(makeType(TypeKind::NVarChar, 5), longText), longText);
 }
 
 } // namespace

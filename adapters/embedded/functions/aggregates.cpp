@@ -16,6 +16,12 @@ struct WholeSum {
     std::int64_t count;
 };
 
+/// The value of the only row, a copy of it, and whether there was a row. SQLite's memory begins as zeros.
+struct OnlyValue {
+    sqlite3_value* value;
+    bool taken;
+};
+
 /// Number, mean and sum of squared deviations, kept up value by value (Welford's method).
 struct Spread {
     std::int64_t count;
@@ -44,6 +50,29 @@ void takeWhole(sqlite3_context* context, sqlite3_value* value, bool add)
         failWith(8115, "Arithmetic overflow error converting expression to data type bigint.", std::to_string(number));
     }
     sum.count += add ? 1 : -1;
+}
+
+void takeOnly(sqlite3_context* context, sqlite3_value* value, bool)
+{
+    auto& only = stateOf<OnlyValue>(context);
+    if (only.taken) {
+        fail(512,
+             "Subquery returned more than 1 value. This is not permitted when the subquery follows =, !=, <, <=, >, "
+             ">= or when the subquery is used as an expression.");
+    }
+    only.taken = true;
+    only.value = sqlite3_value_dup(value);
+    if (only.value == nullptr) throw std::bad_alloc{};
+}
+
+/// SQLite calls it in any case, after a failure too.
+void resultOnly(Call& call)
+{
+    auto& only = stateOf<OnlyValue>(call.context());
+    if (only.value == nullptr) return call.resultNull();
+    sqlite3_result_value(call.context(), only.value);
+    sqlite3_value_free(only.value);
+    only.value = nullptr;
 }
 
 /// Removal undoes the step of adding. With the last value the state is zeroed, so that no rounding error remains.
@@ -82,11 +111,13 @@ void resultBigSum(Call& call)
     call.result(sum.total);
 }
 
+/// AVG is an error where the sum is beyond the type, as on the server.
+template <bool big>
 void resultAverage(Call& call)
 {
     const auto& sum = stateOf<WholeSum>(call.context());
     if (sum.count == 0) return call.resultNull();
-    call.result(sum.total / sum.count);
+    call.result((big ? sum.total : checkedInt(sum.total)) / sum.count);
 }
 
 /// Of a sample (divided by count - 1; Null below two values) or of all.
@@ -131,7 +162,9 @@ constexpr AggregateEntry aggregate(const char* name)
 
 constexpr AggregateEntry entries[] = {aggregate<takeWhole, resultIntSum>("tm_sum_int"),
                                       aggregate<takeWhole, resultBigSum>("tm_sum_big"),
-                                      aggregate<takeWhole, resultAverage>("tm_avg_int"),
+                                      aggregate<takeWhole, resultAverage<false>>("tm_avg_int"),
+                                      aggregate<takeWhole, resultAverage<true>>("tm_avg_big"),
+                                      {"tm_only", &step<takeOnly, true>, nullptr, &finish<resultOnly>},
                                       aggregate<takeSpread, resultSpread<true, true>>("tm_stdev"),
                                       aggregate<takeSpread, resultSpread<true, false>>("tm_var"),
                                       aggregate<takeSpread, resultSpread<false, true>>("tm_stdevp"),

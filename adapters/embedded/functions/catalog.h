@@ -16,7 +16,15 @@ void tmInt(Call& call);
 void tmBigInt(Call& call);
 void tmFloat(Call& call);
 void tmReal(Call& call);
+void tmSmallMoney(Call& call);
 void tmMoney(Call& call);
+void tmMoneyAdd(Call& call);
+void tmMoneySub(Call& call);
+void tmMoneyMul(Call& call);
+void tmMoneyDiv(Call& call);
+void tmMoneyMod(Call& call);
+void tmFitTinyInt(Call& call);
+void tmFitSmallInt(Call& call);
 void tmDecimal(Call& call);
 void tmDecimalCut(Call& call);
 void tmNVarChar(Call& call);
@@ -51,11 +59,20 @@ void tmBSub(Call& call);
 void tmBMul(Call& call);
 void tmBDiv(Call& call);
 void tmBMod(Call& call);
+void tmTinyIntChain(Call& call);
+void tmSmallIntChain(Call& call);
+void tmIntChain(Call& call);
+void tmMoneyChain(Call& call);
+void tmSmallMoneyChain(Call& call);
+void tmBigIntChain(Call& call);
+void tmXor(Call& call);
+void tmConcat(Call& call);
 void tmFDiv(Call& call);
 void tmFMod(Call& call);
 void tmDateAddDays(Call& call);
 void tmDateDiffDays(Call& call);
 void tmCompare(Call& call);
+void tmNullIf(Call& call);
 void tmIsNull(Call& call);
 void tmLike(Call& call);
 void tmNLike(Call& call);
@@ -63,6 +80,8 @@ void tmNLike(Call& call);
 // Texts
 void len(Call& call);
 void dataLength(Call& call);
+void tmBytes(Call& call);
+void tmCharacters(Call& call);
 void left(Call& call);
 void right(Call& call);
 void substring(Call& call);
@@ -142,7 +161,8 @@ void toNumber(Call& call);
 struct AggregateEntry {
     const char* name;
     void (*add)(sqlite3_context*, int, sqlite3_value**);
-    void (*remove)(sqlite3_context*, int, sqlite3_value**); ///< a row leaves a moving window
+    void (*remove)(sqlite3_context*, int,
+                   sqlite3_value**); ///< a row leaves a moving window; nullptr: no window function
     void (*finish)(sqlite3_context*);
 };
 std::span<const AggregateEntry> aggregateEntries() noexcept;

@@ -10,12 +10,12 @@ namespace tamarok::embedded::functions {
 
 namespace {
 
-/// A letter with an accent, or one that sorts as two letters (as the German sharp s), with the base letters under which
-/// it sorts. The table is sorted by letter.
+/// A letter with an accent, or an expansion (as the German sharp s), with the base letters under which it sorts. The
+/// table is sorted by letter.
 struct LetterRow {
     char16_t letter;
     char16_t base;
-    char16_t second; ///< 0 where the letter sorts under one base letter
+    char16_t second; ///< of an expansion, which equals its two letters; 0 for others
     std::uint16_t accent;
 };
 
@@ -23,6 +23,7 @@ constexpr auto letterRows = std::to_array<LetterRow>({
 #include "functions/collation_letters.inc"
 });
 static_assert(std::ranges::is_sorted(letterRows, {}, &LetterRow::letter));
+static_assert(std::ranges::all_of(letterRows, [](const LetterRow& row) { return row.second == 0 || row.accent == 0; }));
 
 /// Control characters, blank, punctuation and symbols. Digits and letters sort after them.
 constexpr std::string_view punctuationOrder = " -'!\"#$%&()*,./:;?@[\\]^_`{|}~+<=>";
@@ -96,6 +97,7 @@ const LetterRow* rowOf(char32_t character) noexcept
 struct Element {
     std::uint32_t rank = 0; ///< 0 for a mark without a base letter of its own
     std::uint32_t accent = 0;
+    char32_t letter = 0; ///< folded; of an expansion each of its letters
 };
 
 /// The sort elements of a text, one after the other.
@@ -106,17 +108,17 @@ public:
     bool next(Element& element) noexcept
     {
         if (pending_ != 0) {
-            element = {plainRank(pending_), 0};
+            element = {plainRank(pending_), 0, pending_};
             pending_ = 0;
             return true;
         }
         if (at_ >= text_.size()) return false;
         const char32_t character = decodeFolded(text_, at_);
         if (const LetterRow* row = rowOf(character)) {
-            element = {plainRank(row->base), row->accent};
+            element = {plainRank(row->base), row->accent, row->second != 0 ? row->base : character};
             pending_ = row->second;
         } else {
-            element = {plainRank(character), isCombining(character) ? 0x8000U + character : 0U};
+            element = {plainRank(character), isCombining(character) ? 0x8000U + character : 0U, character};
         }
         return true;
     }
@@ -160,7 +162,7 @@ int compareSequences(NextA&& nextA, NextB&& nextB) noexcept
 }
 
 /// Compares in three passes, each deciding only if the one before finds no difference: base letters, then accents, then
-/// code points of the folded characters.
+/// code points of the folded letters.
 int compareAnyText(std::string_view a, std::string_view b) noexcept
 {
     Elements ranksA{a};
@@ -168,26 +170,22 @@ int compareAnyText(std::string_view a, std::string_view b) noexcept
     const int byRank = compareSequences<std::uint32_t>([&](auto& rank) { return ranksA.nextRank(rank); },
                                                        [&](auto& rank) { return ranksB.nextRank(rank); });
     if (byRank != 0) return byRank;
-    const auto accentOf = [](Elements& elements, std::uint32_t& accent) {
+    const auto next = [](Elements& elements, auto Element::*member, auto& value) {
         Element element;
         if (!elements.next(element)) return false;
-        accent = element.accent;
+        value = element.*member;
         return true;
     };
     Elements accentsA{a};
     Elements accentsB{b};
-    const int byAccent = compareSequences<std::uint32_t>([&](auto& accent) { return accentOf(accentsA, accent); },
-                                                         [&](auto& accent) { return accentOf(accentsB, accent); });
+    const int byAccent =
+        compareSequences<std::uint32_t>([&](auto& accent) { return next(accentsA, &Element::accent, accent); },
+                                        [&](auto& accent) { return next(accentsB, &Element::accent, accent); });
     if (byAccent != 0) return byAccent;
-    const auto codeOf = [](std::string_view text, std::size_t& at, char32_t& code) {
-        if (at >= text.size()) return false;
-        code = decodeFolded(text, at);
-        return true;
-    };
-    std::size_t atA = 0;
-    std::size_t atB = 0;
-    return compareSequences<char32_t>([&](auto& code) { return codeOf(a, atA, code); },
-                                      [&](auto& code) { return codeOf(b, atB, code); });
+    Elements lettersA{a};
+    Elements lettersB{b};
+    return compareSequences<char32_t>([&](auto& letter) { return next(lettersA, &Element::letter, letter); },
+                                      [&](auto& letter) { return next(lettersB, &Element::letter, letter); });
 }
 
 /// Both texts are the same up to the byte `index`, which may be inside a character.
@@ -229,6 +227,12 @@ char32_t decodeFolded(std::string_view text, std::size_t& offset) noexcept
     return foldCase(text::decode(text, offset));
 }
 
+Letters lettersOf(char32_t folded) noexcept
+{
+    const LetterRow* row = rowOf(folded);
+    return row != nullptr && row->second != 0 ? Letters{row->base, row->second} : Letters{folded, 0};
+}
+
 /// Trailing blanks never count, as on the server. ASCII texts are compared byte by byte through the table of ranks; the
 /// first difference in a byte beyond ASCII hands the rest to compareAnyText.
 int compareTexts(std::string_view a, std::string_view b) noexcept
@@ -256,7 +260,8 @@ int compareCharacters(char32_t a, char32_t b) noexcept
 {
     const auto elementOf = [](char32_t character) {
         const LetterRow* row = rowOf(character);
-        return row != nullptr ? Element{plainRank(row->base), row->accent} : Element{plainRank(character), 0};
+        return row != nullptr ? Element{plainRank(row->base), row->accent, character}
+                              : Element{plainRank(character), 0, character};
     };
     const Element left = elementOf(a);
     const Element right = elementOf(b);

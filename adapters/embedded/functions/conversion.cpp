@@ -183,8 +183,13 @@ std::string_view trimBlanks(std::string_view text) noexcept
 
 std::int64_t checkedInt(std::int64_t number)
 {
-    const WholeLimits& limits = limitsOf(WholeType::Int);
-    if (number < limits.lowest || number > limits.highest) failOverflow(WholeType::Int, std::to_string(number));
+    return checkedWhole(number, WholeType::Int);
+}
+
+std::int64_t checkedWhole(std::int64_t number, WholeType type)
+{
+    const WholeLimits& limits = limitsOf(type);
+    if (number < limits.lowest || number > limits.highest) failOverflow(type, std::to_string(number));
     return number;
 }
 
@@ -389,27 +394,152 @@ void tmReal(Call& call)
     call.result(static_cast<double>(static_cast<float>(number)));
 }
 
-/// An amount with four decimals within the server's 64 bits.
-void tmMoney(Call& call)
+namespace {
+
+/// The range of an amount, in 64 or 32 bits of ten-thousandths.
+struct MoneyLimits {
+    std::string_view name;
+    double lowest;
+    double highest;
+};
+
+constexpr MoneyLimits money{"money", -922337203685477.5808, 922337203685477.5807};
+constexpr MoneyLimits smallMoney{"smallmoney", -214748.3648, 214748.3647};
+
+/// Error 8115 beyond the range of the type.
+double checkedAmount(double number, const MoneyLimits& limits)
+{
+    if (!(number >= limits.lowest && number <= limits.highest)) {
+        char buffer[40];
+        failWith(8115, "Arithmetic overflow error converting expression to data type " + std::string{limits.name} + ".",
+                 writeFloat(number, 0, buffer));
+    }
+    return number;
+}
+
+void resultAmount(Call& call, double number, const MoneyLimits& limits)
+{
+    call.result(checkedAmount(number, limits));
+}
+
+/// A sum of amounts whose signs are in the last argument: (a, b, c, '+-') is a + b - c. Each step is rounded and
+/// checked like a single operation.
+void resultOfMoneyChain(Call& call, const MoneyLimits& limits)
+{
+    if (call.count() < 2 || call.anyNull()) return call.resultNull();
+    const TextArgument signs = call.text(call.count() - 1);
+    double sum = call.real(0);
+    for (std::size_t index = 0; index < signs.view().size() && index + 2 < call.count(); ++index) {
+        const double amount = call.real(index + 1);
+        sum = checkedAmount(roundHalfAway(signs.view()[index] == '-' ? sum - amount : sum + amount, 4), limits);
+    }
+    call.result(sum);
+}
+
+/// Converts to an amount with four decimals.
+void resultMoney(Call& call, const MoneyLimits& limits)
 {
     if (call.isNull(0)) return call.resultNull();
-    // 2^63 - 1 in ten-thousandths.
-    constexpr double moneyLimit = 922337203685477.5807;
     double number = 0.0;
     const TextArgument text = call.text(0);
     if (call.storage(0) != Storage::Text) {
         number = call.real(0);
     } else if (!trimBlanks(text).empty()) {
-        const auto money = readMoney(text);
-        if (!money) {
+        const auto amount = readMoney(text);
+        if (!amount) {
             failWith(235, "Cannot convert a char value to money. The char value has incorrect syntax.", text);
         }
-        number = *money;
+        number = *amount;
     }
-    if (!(std::fabs(number) <= moneyLimit)) {
-        failWith(8115, "Arithmetic overflow error converting expression to data type money.", text);
+    resultAmount(call, roundHalfAway(number, 4), limits);
+}
+
+/// An operation on amounts: the result has four decimals, rounded or, as a quotient, cut.
+void resultOfMoney(Call& call, double (*compute)(double, double), double (*fit)(double, std::int32_t))
+{
+    if (call.anyNull()) return call.resultNull();
+    resultAmount(call, fit(compute(call.real(0), call.real(1)), 4), money);
+}
+
+double divisor(double number)
+{
+    if (number == 0.0) fail(8134, "Divide by zero error encountered.");
+    return number;
+}
+
+/// The result of an operation on numbers of a small whole type, computed in more bits.
+void resultFitting(Call& call, WholeType type)
+{
+    if (call.isNull(0)) return call.resultNull();
+    const std::int64_t number = call.whole(0);
+    const WholeLimits& limits = limitsOf(type);
+    if (number < limits.lowest || number > limits.highest) {
+        failWith(8115, "Arithmetic overflow error converting expression to data type " + std::string{limits.name} + ".",
+                 call.text(0));
     }
-    call.result(roundHalfAway(number, 4));
+    call.result(number);
+}
+
+} // namespace
+
+void tmMoney(Call& call)
+{
+    resultMoney(call, money);
+}
+
+void tmSmallMoney(Call& call)
+{
+    resultMoney(call, smallMoney);
+}
+
+void tmMoneyAdd(Call& call)
+{
+    resultOfMoney(
+        call, [](double a, double b) { return a + b; }, &roundHalfAway);
+}
+
+void tmMoneySub(Call& call)
+{
+    resultOfMoney(
+        call, [](double a, double b) { return a - b; }, &roundHalfAway);
+}
+
+void tmMoneyMul(Call& call)
+{
+    resultOfMoney(
+        call, [](double a, double b) { return a * b; }, &roundHalfAway);
+}
+
+void tmMoneyDiv(Call& call)
+{
+    resultOfMoney(
+        call, [](double a, double b) { return a / divisor(b); }, &truncateTo);
+}
+
+void tmMoneyMod(Call& call)
+{
+    resultOfMoney(
+        call, [](double a, double b) { return std::fmod(a, divisor(b)); }, &roundHalfAway);
+}
+
+void tmMoneyChain(Call& call)
+{
+    resultOfMoneyChain(call, money);
+}
+
+void tmSmallMoneyChain(Call& call)
+{
+    resultOfMoneyChain(call, smallMoney);
+}
+
+void tmFitTinyInt(Call& call)
+{
+    resultFitting(call, WholeType::TinyInt);
+}
+
+void tmFitSmallInt(Call& call)
+{
+    resultFitting(call, WholeType::SmallInt);
 }
 
 namespace {

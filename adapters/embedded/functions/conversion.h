@@ -21,6 +21,8 @@ double toFloat(sqlite3_value* value);
 
 /// Error 8115 where `number` leaves 32 bits.
 std::int64_t checkedInt(std::int64_t number);
+/// The number, if it is one of the type. Error 8115.
+std::int64_t checkedWhole(std::int64_t number, WholeType type);
 
 /// Reads a number with the decimal separator ".". Returns nothing for any other text and beyond a double.
 std::optional<double> readFloat(std::string_view text) noexcept;

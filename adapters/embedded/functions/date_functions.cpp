@@ -192,7 +192,7 @@ std::optional<Instant> addParts(Part part, std::int64_t number, Instant instant)
     case Part::Minute: return instant + number * oneMinute;
     case Part::Second: return instant + number * oneSecond;
     case Part::Millisecond: return instant + number;
-    case Part::Microsecond: return instant + number / 1000;
+    case Part::Microsecond: return instant + std::llround(static_cast<double>(number) / 1000.0);
     }
     return std::nullopt;
 }
@@ -300,8 +300,9 @@ void dateAdd(Call& call)
     const std::int64_t number = checkedInt(call.whole(1));
     const Instant instant = timeArgument(call, 2);
     auto moved = addParts(part, number, instant);
-    // A number of milliseconds can lead to a time between two ticks of 1/300 second.
-    if (moved && part == Part::Millisecond) moved = roundToDateTime(*moved);
+    // A number of milliseconds or microseconds can lead to a time between two ticks of 1/300 second.
+    const bool fine = part == Part::Millisecond || part == Part::Microsecond;
+    if (moved && fine) moved = roundToDateTime(*moved);
     if (!moved || *moved < firstDate || *moved > lastDate) {
         failWith(517, "Adding a value to a 'datetime' column caused an overflow.", std::to_string(number));
     }

@@ -1,5 +1,6 @@
 #include "functions/like.h"
 
+#include <algorithm>
 #include <memory>
 #include <string>
 
@@ -21,7 +22,7 @@ LikePattern::LikePattern(std::string_view pattern, char32_t escape) : escape_{es
                 broken_ = true;
                 return;
             }
-            items_.push_back({Item::Kind::Character, false, decodeFolded(pattern, behind), 0, 0});
+            addLetters(decodeFolded(pattern, behind));
         } else if (character == U'%') {
             const bool repeated = !items_.empty() && items_.back().kind == Item::Kind::AnyMany;
             if (!repeated) items_.push_back({Item::Kind::AnyMany, false, 0, 0, 0});
@@ -30,10 +31,18 @@ LikePattern::LikePattern(std::string_view pattern, char32_t escape) : escape_{es
         } else if (character == U'[') {
             compileClass(pattern, behind);
         } else {
-            items_.push_back({Item::Kind::Character, false, foldCase(character), 0, 0});
+            addLetters(foldCase(character));
         }
         at = behind;
     }
+}
+
+/// An expansion becomes its two letters.
+void LikePattern::addLetters(char32_t folded)
+{
+    const Letters letters = lettersOf(folded);
+    items_.push_back({Item::Kind::Character, false, letters.first, 0, 0});
+    if (letters.second != 0) items_.push_back({Item::Kind::Character, false, letters.second, 0, 0});
 }
 
 /// `at` is the position after the "[". A "]" always closes, so that "[]" accepts nothing; a "-" at either
@@ -87,38 +96,55 @@ bool LikePattern::accepts(const Item& item, char32_t character) const noexcept
     return item.negated;
 }
 
+/// Matches one item at `place` and moves it on. The letters of an expansion match one by one; "_" and a class take the
+/// whole character.
+bool LikePattern::take(const Item& item, std::string_view text, Place& place) const noexcept
+{
+    if (place.pending != 0) {
+        const bool same = item.kind == Item::Kind::Character && item.character == place.pending;
+        place.pending = 0;
+        return same;
+    }
+    if (place.at >= text.size()) return false;
+    const char32_t character = decodeFolded(text, place.at);
+    if (item.kind != Item::Kind::Character) return accepts(item, character);
+    const Letters letters = lettersOf(character);
+    place.pending = letters.second;
+    return letters.first == item.character;
+}
+
 /// Greedy with one point of return, the last "%": an earlier one never needs another try, since
 /// whatever the later one can reach it reaches from the first fit.
 bool LikePattern::matchesFrom(std::size_t item, std::string_view text, bool ignoreBlanks) const noexcept
 {
     constexpr auto none = static_cast<std::size_t>(-1);
-    std::size_t at = 0;
+    Place place;
     std::size_t returnItem = none;
     std::size_t returnAt = 0;
     for (;;) {
-        if (item < items_.size() && items_[item].kind == Item::Kind::AnyMany) {
+        const bool whole = place.pending == 0;
+        if (whole && item < items_.size() && items_[item].kind == Item::Kind::AnyMany) {
             if (++item == items_.size()) return true;
             returnItem = item;
-            returnAt = at;
+            returnAt = place.at;
             continue;
         }
         if (item == items_.size()) {
-            if (at == text.size()) return true;
-            if (ignoreBlanks && text.find_first_not_of(' ', at) == std::string_view::npos) return true;
-        } else if (at < text.size()) {
-            std::size_t behind = at;
-            if (accepts(items_[item], decodeFolded(text, behind))) {
-                at = behind;
+            if (whole && place.at == text.size()) return true;
+            if (whole && ignoreBlanks && text.find_first_not_of(' ', place.at) == std::string_view::npos) return true;
+        } else {
+            if (whole && place.at == text.size()) return false;
+            Place behind = place;
+            if (take(items_[item], text, behind)) {
+                place = behind;
                 ++item;
                 continue;
             }
-        } else {
-            return false;
         }
         if (returnItem == none || returnAt >= text.size()) return false;
         text::decode(text, returnAt);
         item = returnItem;
-        at = returnAt;
+        place = {returnAt, 0};
     }
 }
 
@@ -127,20 +153,38 @@ bool LikePattern::matches(std::string_view text, bool ignoreBlanks) const noexce
     return !broken_ && matchesFrom(0, text, ignoreBlanks);
 }
 
-/// PATINDEX. Without a leading % the pattern must begin at position 1. With one, the part after it is tried at each
-/// position, after a first match of the whole has shown that there is one.
+/// Whether the items up to the next % accept the characters from byte `at` on.
+bool LikePattern::partMatches(std::size_t item, std::string_view text, std::size_t at) const noexcept
+{
+    Place place{at, 0};
+    for (; item < items_.size() && items_[item].kind != Item::Kind::AnyMany; ++item) {
+        if (!take(items_[item], text, place)) return false;
+    }
+    return place.pending == 0;
+}
+
+/// PATINDEX. Without a leading % the pattern must begin at position 1. With one, a first match of the whole shows that
+/// there is one. Where another % follows, the first place that the part between both accepts is the place: behind it
+/// stands all that a later place would leave for the rest. The last part reaches to the end of the text and has at most
+/// one character for each of its items, at least one for two.
 std::int64_t LikePattern::find(std::string_view text) const noexcept
 {
     if (broken_ || items_.empty()) return 0;
     const bool anywhere = items_.front().kind == Item::Kind::AnyMany;
-    if (!anywhere) return matchesFrom(0, text, false) ? 1 : 0;
     if (!matchesFrom(0, text, false)) return 0;
-    std::int64_t position = 1;
-    for (std::size_t at = 0; at < text.size(); ++position) {
-        if (matchesFrom(1, text.substr(at), false)) return position;
+    if (!anywhere) return 1;
+    const auto another = std::find_if(items_.begin() + 1, items_.end(),
+                                      [](const Item& item) { return item.kind == Item::Kind::AnyMany; });
+    const bool last = another == items_.end();
+    const std::size_t length = last ? text::length(text) : 0;
+    const std::size_t skipped = length > items_.size() - 1 ? length - (items_.size() - 1) : 0;
+    std::size_t at = 0;
+    for (std::size_t i = 0; i < skipped; ++i)
         text::decode(text, at);
-    }
-    return matchesFrom(1, {}, false) ? position : 0;
+    auto position = static_cast<std::int64_t>(skipped) + 1;
+    for (; last ? !matchesFrom(1, text.substr(at), false) : !partMatches(1, text, at); ++position)
+        text::decode(text, at);
+    return position;
 }
 
 namespace {

@@ -8,7 +8,7 @@
 namespace tamarok::embedded::functions {
 
 /// A compiled pattern. tm_like, tm_nlike and PATINDEX keep one for each constant pattern of a statement. Letters match
-/// without regard to case.
+/// without regard to case, and an expansion (ß) matches its letters (ss).
 class LikePattern {
 public:
     /// @param escape  the escape character, 0 for none
@@ -35,8 +35,17 @@ private:
         std::uint32_t ranges = 0;
     };
 
+    /// A place in the text: behind a whole character, or between the letters of an expansion.
+    struct Place {
+        std::size_t at = 0;
+        char32_t pending = 0; ///< the second letter of the expansion before `at`
+    };
+
+    void addLetters(char32_t folded);
+    bool take(const Item& item, std::string_view text, Place& place) const noexcept;
     void compileClass(std::string_view pattern, std::size_t& at);
     bool accepts(const Item& item, char32_t character) const noexcept;
+    bool partMatches(std::size_t item, std::string_view text, std::size_t at) const noexcept;
     bool matchesFrom(std::size_t item, std::string_view text, bool ignoreBlanks) const noexcept;
 
     std::vector<Item> items_;

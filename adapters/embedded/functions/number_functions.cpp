@@ -25,10 +25,15 @@ bool isWhole(const Call& call, std::size_t index) noexcept
     failWith(3623, "An invalid floating point operation occurred.", value);
 }
 
-/// A result of whole arguments: an int where the argument was one.
-void resultLike(Call& call, std::int64_t argument, std::int64_t result)
+/// The result of a whole argument is whole and is cut. Error 8115 beyond 64 bits; the translation checks the range of
+/// int where the argument has that type.
+void resultCut(Call& call, double result)
 {
-    call.result(argument == static_cast<std::int32_t>(argument) ? checkedInt(result) : result);
+    constexpr double limit = 9223372036854775808.0; // 2^63, which a double holds exactly
+    if (!(result < limit && result >= -limit)) {
+        failWith(8115, "Arithmetic overflow error converting expression to data type bigint.", decimalText(result, 0));
+    }
+    call.result(static_cast<std::int64_t>(result));
 }
 
 void resultOfFloat(Call& call, double (*function)(double))
@@ -62,7 +67,7 @@ void absolute(Call& call)
     if (number == std::numeric_limits<std::int64_t>::min()) {
         failWith(8115, "Arithmetic overflow error converting expression to data type bigint.", call.text(0));
     }
-    resultLike(call, number, number < 0 ? -number : number);
+    call.result(number < 0 ? -number : number);
 }
 
 /// SIGN: -1, 0 or 1 in the type of the argument.
@@ -92,7 +97,7 @@ void round(Call& call)
     if (!roundWhole(number, places, cut, rounded)) {
         failWith(8115, "Arithmetic overflow error converting expression to data type bigint.", call.text(0));
     }
-    resultLike(call, number, rounded);
+    call.result(rounded);
 }
 
 /// FLOOR: a whole number is returned as it is.
@@ -126,7 +131,7 @@ void square(Call& call)
     call.result(number * number);
 }
 
-/// The result has the type of the base: with an int base it is truncated to an int.
+/// The result has the type of the base: with a whole base it is whole.
 void power(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
@@ -136,15 +141,7 @@ void power(Call& call)
     const double result = std::pow(base, exponent);
     if (std::isnan(result)) failDomain(call.text(0));
     if (!isWhole(call, 0)) return call.result(result);
-    const std::int64_t whole = call.whole(0);
-    const bool isInt = whole == static_cast<std::int32_t>(whole);
-    // The bound is a power of two, which a double holds exactly; the largest number of the type it may not.
-    const double limit = isInt ? 2147483648.0 : 9223372036854775808.0;
-    if (result >= limit || std::trunc(result) < -limit) {
-        fail(232, "Arithmetic overflow error for type " + std::string{isInt ? "int" : "bigint"} +
-                      ", value = " + decimalText(result, 6) + ".");
-    }
-    call.result(static_cast<std::int64_t>(result));
+    resultCut(call, result);
 }
 
 void exponential(Call& call)
@@ -222,16 +219,16 @@ void arcTangentOfTwo(Call& call)
 void radians(Call& call)
 {
     if (call.isNull(0)) return call.resultNull();
-    const double result = call.real(0) * pi / 180.0;
-    if (isWhole(call, 0)) return call.result(static_cast<std::int64_t>(result));
+    const double result = call.real(0) / 180.0 * pi;
+    if (isWhole(call, 0)) return resultCut(call, result);
     call.result(result);
 }
 
 void degrees(Call& call)
 {
     if (call.isNull(0)) return call.resultNull();
-    const double result = call.real(0) * 180.0 / pi;
-    if (isWhole(call, 0)) return call.result(static_cast<std::int64_t>(result));
+    const double result = call.real(0) / pi * 180.0;
+    if (isWhole(call, 0)) return resultCut(call, result);
     call.result(result);
 }
 

@@ -34,8 +34,15 @@ std::string_view sqliteFunction(const Builtin& builtin)
 
 } // namespace
 
+/// A fraction with a whole value, which SQLite may store as a whole number, must stay a fraction there.
+bool computesLikeArgument(const Builtin& builtin)
+{
+    return builtin.name == "POWER" || builtin.name == "DEGREES" || builtin.name == "RADIANS";
+}
+
 /// Converts an argument as the letter of the function's pattern says (see Builtin). After the end of the pattern the
-/// letter before "*" goes on. POWER of a fraction is computed in floating point.
+/// letter before "*" goes on. POWER, DEGREES and RADIANS of a fraction are
+/// computed in floating point.
 void Emitter::argument(const FunctionExpr& function, std::size_t index)
 {
     const std::string_view pattern = function.builtin->arguments;
@@ -51,7 +58,7 @@ void Emitter::argument(const FunctionExpr& function, std::size_t index)
                            "Argument data type date is invalid for argument " + std::to_string(index + 1) + " of " +
                                std::string(function.builtin->name) + " function.");
         }
-        if (function.builtin->name == "POWER" && index == 0 && isFraction(expr.type)) {
+        if (index == 0 && isFraction(expr.type) && computesLikeArgument(*function.builtin)) {
             number("tm_float", expr);
         } else {
             as(expr, isText(expr.type) ? makeType(TypeKind::Float) : expr.type);
@@ -68,44 +75,58 @@ void Emitter::argument(const FunctionExpr& function, std::size_t index)
 
 /// Functions with the server's meaning are registered under the server's names, so that most calls only get their
 /// arguments converted.
-void Emitter::function(const FunctionExpr& function)
+void Emitter::uncheckedFunction(const FunctionExpr& function)
 {
     if (function.builtin->isAggregate()) return aggregate(function);
+    if (function.builtin->arguments.ends_with('*')) {
+        return longCall(sqliteFunction(*function.builtin), function.arguments.size(),
+                        [&](std::size_t index) { argument(function, index); });
+    }
     write(sqliteFunction(*function.builtin));
     write("(");
     for (std::size_t i = 0; i < function.arguments.size(); ++i) {
         if (i != 0) write(", ");
         argument(function, i);
     }
+    if (function.builtin->name == "REPLACE") replaceLength(function.arguments[0]->type);
     write(")");
     if (function.over != nullptr) over(*function.over);
 }
 
+/// The server cuts the result of REPLACE to 8000 bytes unless the text is of a (max) type.
+void Emitter::replaceLength(const Type& type)
+{
+    constexpr int mostBytes = 8000;
+    constexpr int bytesOfUnit = 2;
+    if (!isText(type) || type.length < 0) return;
+    write(", " + std::to_string(isNational(type) ? mostBytes / bytesOfUnit : mostBytes));
+}
+
 /// SQLite's SUM of whole numbers has 64 bits and its AVG is a float. The server's results are int or bigint with
-/// overflow checks, and AVG is cut. As window functions the built-in ones are used.
+/// overflow checks, and AVG is cut.
 void Emitter::aggregateName(const FunctionExpr& function)
 {
     const std::string_view name = function.builtin->name;
-    const bool window = function.over != nullptr;
-    if (name == "SUM" && isWhole(function.type) && !window) {
-        write(function.type.kind == TypeKind::BigInt ? "tm_sum_big" : "tm_sum_int");
-    } else if (name == "AVG" && isWhole(function.type) && !window) {
-        write("tm_avg_int");
+    const bool big = function.type.kind == TypeKind::BigInt;
+    if (name == "SUM" && isWhole(function.type)) {
+        write(big ? "tm_sum_big" : "tm_sum_int");
+    } else if (name == "AVG" && isWhole(function.type)) {
+        write(big ? "tm_avg_big" : "tm_avg_int");
     } else {
         write(sqliteFunction(*function.builtin));
     }
 }
 
-/// The aggregate, with a cast around it where SQLite gives another type than the server: sums of decimals are rounded
-/// to their scale, averages cut, and a whole average over a window cut to a whole number.
+/// The aggregate, with a conversion around it where SQLite gives another type than the server: sums of decimals and of
+/// amounts of money are rounded to their scale, averages cut.
 void Emitter::aggregate(const FunctionExpr& function)
 {
     const bool average = function.builtin->name == "AVG";
     const bool sums = average || function.builtin->name == "SUM";
     const bool rounded = sums && function.type.kind == TypeKind::Decimal;
-    const bool cut = average && isWhole(function.type) && function.over != nullptr;
+    const bool amount = sums && isMoney(function.type);
     if (rounded) write(average ? "tm_decimal_cut(" : "tm_decimal(");
-    if (cut) write("CAST(");
+    if (amount) write(average ? "tm_money(TRUNC(" : "tm_money(");
     aggregateName(function);
     write(function.distinct ? "(DISTINCT " : "(");
     if (function.star) {
@@ -122,7 +143,7 @@ void Emitter::aggregate(const FunctionExpr& function)
     }
     write(")");
     if (function.over != nullptr) over(*function.over);
-    if (cut) write(" AS INTEGER)");
+    if (amount) write(average ? ", 4))" : ")");
     if (rounded) write(", 38, " + std::to_string(function.type.scale) + ")");
 }
 

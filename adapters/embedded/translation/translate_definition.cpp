@@ -256,6 +256,7 @@ void Translator::createIndex(const CreateIndexStatement& create)
 void Translator::createView(const CreateViewStatement& create)
 {
     binder_.bindQuery(*create.query, nullptr);
+    binder_.checkNestedOrder(*create.query);
     if (!create.columns.empty() && create.columns.size() != create.query->outputs.size()) {
         source_.refuse(create.view.offset, 8158,
                        "'" + std::string(create.view.text) +

@@ -7,6 +7,8 @@ namespace tamarok::embedded::translation {
 namespace {
 // Bytes; the bound tree of an ordinary statement fits into one block.
 constexpr std::size_t arenaBlock = std::size_t{16} * 1024;
+// Bytes; most translations fit. It does not depend on the length of the batch, which may have 100,000 statements.
+constexpr std::size_t textReserve = 1024;
 } // namespace
 
 Translator::Translator(const SourceText& source, const Schema& schema, DateOrder order) :
@@ -56,6 +58,7 @@ void Translator::finish()
 {
     step_.text = std::move(emitter_.text());
     step_.parameters = std::move(emitter_.parameters());
+    step_.nested = std::move(emitter_.nested());
 }
 
 /// The condition of IF becomes a query with one number. Unknown gives NULL, which the engine reads as 0.
@@ -73,7 +76,7 @@ void Translator::condition(Expr& condition)
 /// the query and is not among the described ones.
 void Translator::query(Query& query, RowKey rowKey)
 {
-    emitter_.text().reserve(source_.text().size() * 2 + 512);
+    emitter_.text().reserve(textReserve);
     binder_.bindQuery(query, nullptr);
     if (query.select != nullptr && !query.select->into.empty()) {
         selectInto(query);
@@ -192,7 +195,7 @@ void Translator::insert(const InsertStatement& insert)
     const Table& table = binder_.requireTable(insert.table);
     step_.kind = Step::Kind::Insert;
     step_.target = table.name;
-    emitter_.text().reserve(source_.text().size() * 2 + 256);
+    emitter_.text().reserve(textReserve);
     emitter_.write("INSERT INTO ");
     emitter_.writeName(table.name);
     if (insert.defaults) {
@@ -384,6 +387,7 @@ void Translator::lockProbe(const Source& target, const FromItem* from, bool join
     probe.where(where);
     step_.lockProbe = std::move(probe.text());
     step_.probeParameters = std::move(probe.parameters());
+    probeNested_ = std::move(probe.nested());
 }
 
 /// @param fromRows  the values are the columns "c1", "c2", ... of the joined rows "~u"; otherwise expressions
@@ -408,6 +412,21 @@ void Translator::updateAssignments(const UpdateStatement& update, const Source& 
     }
 }
 
+/// Error 264 for a column that an assignment before this one sets.
+void Translator::checkAssignedOnce(const UpdateStatement& update, const Assignment& assignment) const
+{
+    for (const Assignment& before : update.assignments) {
+        if (&before == &assignment) return;
+        if (!(before.column == assignment.column)) continue;
+        source_.refuse(assignment.column.offset, 264,
+                       "The column name '" + std::string(assignment.column.text) +
+                           "' is specified more than once in the SET clause or column list of an INSERT. A column "
+                           "cannot be assigned more than one value in the same clause. Modify the clause to make "
+                           "sure that a column is updated only once. If this statement updates or inserts columns "
+                           "into a view, column aliasing can conceal the duplication in your code.");
+    }
+}
+
 /// Three forms: a table alone, a table beside a FROM clause (SQLite knows both), and a target inside its own FROM
 /// clause, which `updateJoined` rewrites.
 void Translator::update(const UpdateStatement& update)
@@ -419,6 +438,7 @@ void Translator::update(const UpdateStatement& update)
         if (assignment.value->kind == ExprKind::Default) {
             source_.unsupported(assignment.value->offset, "DEFAULT in UPDATE");
         }
+        checkAssignedOnce(update, assignment);
         binder_.bindPlain(*assignment.value, scope, "SET");
     }
     bindWhere(update.where, scope);
@@ -481,8 +501,16 @@ void Translator::erase(const DeleteStatement& erase)
         emitter_.where(erase.where);
         return;
     }
-    emitter_.write(" WHERE rowid IN (" + step_.lockProbe + ")");
+    emitter_.write(" WHERE rowid IN (");
+    const std::size_t begin = emitter_.text().size();
+    emitter_.write(step_.lockProbe);
+    emitter_.write(")");
     emitter_.parameters() = step_.probeParameters;
+    for (NestedConstruct& construct : probeNested_) {
+        construct.begin += begin;
+        construct.end += begin;
+    }
+    emitter_.nested() = std::move(probeNested_);
 }
 
 } // namespace tamarok::embedded::translation

@@ -43,6 +43,7 @@ private:
     void update(const UpdateStatement& update);
     /// Writes the query for the new values of the rows that the statement touches.
     void newRows(const UpdateStatement& update, const Source& target, bool joined);
+    void checkAssignedOnce(const UpdateStatement& update, const Assignment& assignment) const;
     void updateAssignments(const UpdateStatement& update, const Source& target, bool fromRows);
     // UPDATE ... FROM in which the target is one of the joined tables.
     void updateJoined(const UpdateStatement& update, const Source& target);
@@ -80,6 +81,7 @@ private:
     Binder binder_;
     Emitter emitter_;
     Step step_;
+    std::vector<NestedConstruct> probeNested_; ///< of the lock probe
 };
 
 } // namespace tamarok::embedded::translation

@@ -48,7 +48,7 @@ int runSelect(const SelectOptions& options, Output& output)
 {
     if (options.key.empty()) return listKeys(output);
     const PlatformScope scope{commandPlatform(options.locale)};
-    TmkVar session = commandSession(options.run ? openDatabase(options.database) : ado::ConnectionRef{});
+    TmkVar session = commandSession(options.run ? openForReading(options.database) : ado::ConnectionRef{});
     session.bolOracle = options.oracle;
     const std::string statement = Comm_Set{}.CreateSQL(session, options.key, tabbed(options.fields));
     if (statement.empty()) refuseKey(options.key);

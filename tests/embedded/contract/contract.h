@@ -1,31 +1,54 @@
 #pragma once
 
-#include <span>
+#include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "tamarok/ado.h"
+#include "tamarok/date.h"
 
-/// The engine's contract: statements of SQL Server, run through the recordset model, with the
-/// server's answers.
+/// The engine's contract: statements of SQL Server with the documented answers. answers.txt holds them, one table for
+/// the embedded database and for a server.
 namespace tamarok::embedded::contract {
 
-/// One row of the contract. Answers: NULL, true, 12, 1.5 (a float or decimal always has a point or exponent),
-/// 'text', 2024-03-05 or 2024-03-05 10:15:30.127; columns divided by ", ", rows by " | "; "none" for no row;
-/// "error N" for the server's error number.
-struct Row {
-    std::string_view statement;
-    std::string_view answer;
+/// A statement and its answer, as answers.txt describes.
+struct Case {
+    std::string statement;
+    std::string answer;
+    std::size_t line = 0; ///< of the statement in its file
 };
 
-/// A database in memory with the table WOOD (see contract.cpp).
-ado::ConnectionRef woodDatabase();
+/// The cases of one connection, in their order.
+struct Block {
+    std::string name;
+    std::vector<Case> cases;
 
-/// All rows of a statement, as answers spell them; the number of a failure.
-std::string answer(const ado::ConnectionRef& connection, std::string_view statement);
+    /// Whether the block is for the embedded database alone.
+    bool isEmbeddedOnly() const { return name.starts_with("Embedded:") || name.starts_with("Oracle:"); }
+};
 
-/// Checks "SELECT expression" for each row, or whole statements; failures name the row.
-void checkExpressions(std::span<const Row> rows);
-void checkStatements(std::span<const Row> rows);
+/// Reads a file of this folder. Throws std::runtime_error with the line for a case without an answer.
+std::vector<Block> readBlocks(const std::string& fileName);
+
+/// Statements that make the table WOOD with its rows, on which each block begins.
+std::vector<std::string> woodStatements();
+
+/// Values as answers spell them.
+std::string spelled(const CivilTime& time);
+std::string spelled(double number);
+std::string spelled(std::string_view text);
+
+/// Joins values to the rows of an answer; "none" without a row.
+class AnswerText {
+public:
+    void beginRow();
+    void add(std::string_view value);
+    const std::string& text() const { return text_; }
+
+private:
+    std::string text_ = "none";
+    bool hasRows_ = false;
+    bool hasColumns_ = false;
+};
 
 } // namespace tamarok::embedded::contract

@@ -15,11 +15,25 @@ struct Pair {
     std::string_view larger;
 };
 
-TEST(Collation, EqualInCaseAndTrailingBlanksOnly)
+TEST(Collation, EqualInCaseExpansionsAndTrailingBlanksOnly)
 {
-    constexpr Pair equal[] = {
-        {"a", "A"}, {"Fichte", "FICHTE "}, {"ä", "Ä"}, {"éà", "ÉÀ  "}, {"žluťoučký", "ŽLUŤOUČKÝ"}, {"", "   "},
-        {"ω", "Ω"}, {"дуб", "ДУБ"},        {"ß", "ẞ"}, {"a b", "A B"}, {"x\xC3", "X\xC3"}};
+    constexpr Pair equal[] = {{"a", "A"},
+                              {"Fichte", "FICHTE "},
+                              {"ä", "Ä"},
+                              {"éà", "ÉÀ  "},
+                              {"žluťoučký", "ŽLUŤOUČKÝ"},
+                              {"", "   "},
+                              {"ω", "Ω"},
+                              {"дуб", "ДУБ"},
+                              {"ß", "ẞ"},
+                              {"a b", "A B"},
+                              {"x\xC3", "X\xC3"},
+                              {"ß", "ss"},
+                              {"Straße", "STRASSE "},
+                              {"æ", "AE"},
+                              {"Œuvre", "oeuvre"},
+                              {"Þór", "thór"},
+                              {"ĳ", "ij"}};
     for (const Pair& pair : equal) {
         EXPECT_EQ(compareTexts(pair.smaller, pair.larger), 0) << pair.smaller << " " << pair.larger;
         EXPECT_EQ(compareTexts(pair.larger, pair.smaller), 0) << pair.smaller << " " << pair.larger;
@@ -29,11 +43,12 @@ TEST(Collation, EqualInCaseAndTrailingBlanksOnly)
 TEST(Collation, OrderedPairs)
 {
     constexpr Pair ordered[] = {
-        {"a", "ä"},   {"ä", "b"},         {"A", "ä"},         {"Ä", "B"}, {"äb", "az"}, {"ss", "ß"},   {"ß", "st"},
-        {"a", "a b"}, {"a b", "ab"},      {"9", "a"},         {"!", "0"}, {"-", "0"},   {"_", "1"},    {"§", "0"},
-        {"10", "9"},  {"a", "aa"},        {"o", "ö"},         {"ö", "ø"}, {"ø", "p"},   {"z", "α"},    {"ω", "а"},
-        {"é", "è"},   {"cote", "coté"},   {"coté", "côte"},   {"", "a"},  {" a", "a"},  {"a\t", "a!"}, {"ae", "æ"},
-        {"æ", "af"},  {"a", "a\xCC\x88"}, {"a\xCC\x88", "b"}, {"ı", "j"}, {"i", "ı"},   {"i", "İ"}};
+        {"a", "ä"},       {"ä", "b"},         {"A", "ä"},         {"Ä", "B"},  {"äb", "az"},  {"s", "ß"},
+        {"ß", "st"},      {"a", "a b"},       {"a b", "ab"},      {"9", "a"},  {"!", "0"},    {"-", "0"},
+        {"_", "1"},       {"§", "0"},         {"10", "9"},        {"a", "aa"}, {"o", "ö"},    {"ö", "ø"},
+        {"ø", "p"},       {"z", "α"},         {"ω", "а"},         {"sr", "ß"}, {"ßa", "ssb"}, {"é", "è"},
+        {"cote", "coté"}, {"coté", "côte"},   {"", "a"},          {" a", "a"}, {"a\t", "a!"}, {"a", "æ"},
+        {"æ", "af"},      {"a", "a\xCC\x88"}, {"a\xCC\x88", "b"}, {"ı", "j"},  {"i", "ı"},    {"i", "İ"}};
     for (const Pair& pair : ordered) {
         EXPECT_LT(compareTexts(pair.smaller, pair.larger), 0) << pair.smaller << " " << pair.larger;
         EXPECT_GT(compareTexts(pair.larger, pair.smaller), 0) << pair.smaller << " " << pair.larger;

@@ -150,9 +150,17 @@ struct IsNullExpr : Expr {
     bool negated;
 };
 
+/// How many rows a subquery for one value may have, and so how a second row can be noticed.
+enum class SubqueryRows : std::uint8_t {
+    AtMostOne, ///< whatever the tables hold
+    OfOwnItem, ///< any number; an aggregate around the item of the SELECT list would count the query's rows
+    Any        ///< any number
+};
+
 /// Exists, Subquery
 struct QueryExpr : Expr {
     Query* query;
+    SubqueryRows rows = SubqueryRows::Any; ///< set by the binder
 };
 
 struct CaseArm {

@@ -22,6 +22,9 @@ public:
     void bindQuery(Query& query, Scope* outer);
     void bindExpression(Expr& expr, Scope& scope);
 
+    /// Error 1033 for an ORDER BY without TOP or OFFSET in a query inside another one or in a view.
+    void checkNestedOrder(const Query& query) const;
+
     /// Scope of the FROM clause of UPDATE or DELETE.
     Scope& makeScope(Scope* outer);
     void bindFrom(FromItem* item, Scope& scope);
@@ -79,12 +82,33 @@ private:
     void bindCall(CallExpr& call);
     void bindFunction(FunctionExpr& function, Scope& scope);
     void bindArguments(FunctionExpr& function, Scope& scope);
+    void bindAggregate(FunctionExpr& function, Scope& scope);
     void checkArgumentCount(const FunctionExpr& function) const;
     Type resultType(const FunctionExpr& function) const;
     Type aggregateType(const FunctionExpr& function, Type argument) const;
     Type textResult(const FunctionExpr& function, Type argument) const;
     void bindOver(Over& over, Scope& scope);
     void bindScalarQuery(QueryExpr& subquery, Scope& scope);
+    static SubqueryRows rowsOf(const Query& query);
+    // What the server refuses (bind_checks.cpp)
+    /// Error 402 for an operand of a long text type.
+    void checkOperands(std::uint32_t offset, const Type& left, const Type& right, std::string_view operation) const;
+    /// The same for the operands that a bound expression compares.
+    void checkCompared(const Expr& expr) const;
+    /// Error 529 for a conversion between a number and date, time or datetime2.
+    void checkConverted(const CastExpr& cast) const;
+    /// Error 306 for a long text in GROUP BY or ORDER BY.
+    void checkSorted(const Expr& expr, const Type& type) const;
+    /// Error 421 for a long text in SELECT DISTINCT.
+    void checkDistinct(const Select& select) const;
+    /// Error 5335 for a long text under UNION, INTERSECT or EXCEPT.
+    void checkCombined(const Query& arm) const;
+    /// Error 169 for an item that stands twice in ORDER BY.
+    void checkOrder(std::span<const OrderItem> order, std::span<const OutputColumn> outputs) const;
+    /// Errors 8116 and 8117 for arguments of types that the function does not take.
+    void checkArgumentTypes(const FunctionExpr& function) const;
+    /// Error 130 for a subquery inside an aggregate.
+    void checkAggregated(Expr& argument) const;
     /// Computes the hash of the expression's structure, by which GROUP BY and ORDER BY recognise it.
     void finish(Expr& expr) const;
     [[noreturn]] void refuseOperand(const Expr& expr, const Type& type, std::string_view operation) const;
@@ -95,6 +119,7 @@ private:
     Aggregates aggregates_ = Aggregates::Refused;
     std::string_view clause_ = "WHERE"; ///< named by messages on aggregates
     std::uint32_t sources_ = 0;         ///< number of the last source
+    std::size_t expanded_ = 0;          ///< columns that stars stood for
 };
 
 } // namespace tamarok::tsql

@@ -39,6 +39,7 @@ struct Scope {
     ArenaList<ColumnExpr*> used; ///< kept where ROWNUM needs it
     bool collectUsed = false;
     bool aggregated = false; ///< an aggregate was met
+    bool plain = false;      ///< a clause is being bound that may not contain an aggregate
 };
 
 } // namespace tamarok::tsql

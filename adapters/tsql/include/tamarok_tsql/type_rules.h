@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "tamarok_tsql/types.h"
 
@@ -16,6 +17,11 @@ TypeClass classOf(const Type& type);
 inline bool isText(const Type& type)
 {
     return classOf(type) == TypeClass::Text;
+}
+/// A text of the old long types TEXT and NTEXT, which the server neither compares nor sorts.
+inline bool isLongText(const Type& type)
+{
+    return type.kind == TypeKind::Text || type.kind == TypeKind::NText;
 }
 /// A text in Unicode: NCHAR, NVARCHAR, NTEXT.
 inline bool isNational(const Type& type)
@@ -38,11 +44,26 @@ inline bool isNumber(const Type& type)
 {
     return isWhole(type) || isFraction(type);
 }
+/// A whole type smaller than int, whose results the server does not widen.
+inline bool isSmall(const Type& type)
+{
+    return type.kind == TypeKind::TinyInt || type.kind == TypeKind::SmallInt;
+}
+inline bool isMoney(const Type& type)
+{
+    return type.kind == TypeKind::Money || type.kind == TypeKind::SmallMoney;
+}
 /// True for NULL and for parameters, which take the type of their context.
 inline bool isOpen(const Type& type)
 {
     return type.kind == TypeKind::Unknown || type.kind == TypeKind::Null;
 }
+
+/// Name by which the server's messages call a type: "nvarchar", without sizes. A parameter counts as nvarchar.
+std::string typeName(const Type& type);
+
+/// Bytes of a value of a type of fixed size, as DATALENGTH counts them.
+std::int32_t bytesOf(const Type& type);
 
 /// Largest absolute value of a whole type.
 std::int64_t largestMagnitude(TypeKind kind);

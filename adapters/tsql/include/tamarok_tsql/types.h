@@ -16,6 +16,7 @@ enum class TypeKind : std::uint8_t {
     Int,
     BigInt,
     Decimal,
+    SmallMoney,
     Money,
     Real,
     Float,
