@@ -289,10 +289,10 @@ TEST_F(FileChecks, connectionTextOpens)
 {
     const std::string file = (folder_ / "a.db").string();
     connectText("Provider=Tamarok.Embedded;Data Source=" + file + ";Mode=Create")->Close();
-    const auto connection = connectText("data source = '" + file + "' ; DATE ORDER=dmy;");
-    EXPECT_EQ(connection->ConnectionString(), "Provider=Tamarok.Embedded;Data Source=" + file + ";Date Order=DMY");
-    EXPECT_EQ(valueOf(connection, "SELECT MONTH('02/03/2020')"), Variant{3});
-    EXPECT_EQ(valueOf(connect(file), "SELECT MONTH('02/03/2020')"), Variant{2});
+    const auto connection = connectText("data source = '" + file + "' ; DATE ORDER=mdy;");
+    EXPECT_EQ(connection->ConnectionString(), "Provider=Tamarok.Embedded;Data Source=" + file + ";Date Order=MDY");
+    EXPECT_EQ(valueOf(connection, "SELECT MONTH('02/03/2020')"), Variant{2});
+    EXPECT_EQ(valueOf(connect(file), "SELECT MONTH('02/03/2020')"), Variant{3});
 }
 
 } // namespace
