@@ -41,6 +41,13 @@ std::string quoted(std::string_view value)
 }
 
 /// The server has one error for a number beyond tinyint and smallint (220) and another for int and bigint (8115).
+/// The result of an operation is beyond its type.
+[[noreturn]] void failResult(const WholeLimits& limits, std::string_view value)
+{
+    failWith(8115, "Arithmetic overflow error converting expression to data type " + std::string{limits.name} + ".",
+             value);
+}
+
 [[noreturn]] void failOverflow(WholeType type, std::string_view value)
 {
     const WholeLimits& limits = limitsOf(type);
@@ -48,8 +55,7 @@ std::string quoted(std::string_view value)
         fail(220, "Arithmetic overflow error for data type " + std::string{limits.name} +
                       ", value = " + std::string{value} + ".");
     }
-    failWith(8115, "Arithmetic overflow error converting expression to data type " + std::string{limits.name} + ".",
-             value);
+    failResult(limits, value);
 }
 
 /// A text with a number beyond the type: error 244 for the small types, 248 for int, 8115 for bigint.
@@ -186,10 +192,11 @@ std::int64_t checkedInt(std::int64_t number)
     return checkedWhole(number, WholeType::Int);
 }
 
+/// Unlike a conversion, an operation raises the same error for each type.
 std::int64_t checkedWhole(std::int64_t number, WholeType type)
 {
     const WholeLimits& limits = limitsOf(type);
-    if (number < limits.lowest || number > limits.highest) failOverflow(type, std::to_string(number));
+    if (number < limits.lowest || number > limits.highest) failResult(limits, std::to_string(number));
     return number;
 }
 
@@ -471,13 +478,7 @@ double divisor(double number)
 void resultFitting(Call& call, WholeType type)
 {
     if (call.isNull(0)) return call.resultNull();
-    const std::int64_t number = call.whole(0);
-    const WholeLimits& limits = limitsOf(type);
-    if (number < limits.lowest || number > limits.highest) {
-        failWith(8115, "Arithmetic overflow error converting expression to data type " + std::string{limits.name} + ".",
-                 call.text(0));
-    }
-    call.result(number);
+    call.result(checkedWhole(call.whole(0), type));
 }
 
 } // namespace
