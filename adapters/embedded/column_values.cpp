@@ -1,5 +1,6 @@
 #include "column_values.h"
 
+#include <cmath>
 #include <span>
 #include <utility>
 
@@ -90,6 +91,10 @@ Variant readBoolean(const Cell& cell)
 Variant readDouble(const Cell& cell)
 {
     const double number = sqlite3_value_double(cell.value);
+    // SQLite computes with infinite numbers; the server has none.
+    if (!std::isfinite(number)) [[unlikely]] {
+        throw failure(8115, "Arithmetic overflow error converting expression to data type float.");
+    }
     return number == 0.0 && cell.isNull() ? Variant{Null{}} : Variant{number};
 }
 

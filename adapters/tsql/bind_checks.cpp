@@ -156,6 +156,20 @@ void Binder::checkCompared(const Expr& expr) const
     }
 }
 
+/// date, time and datetime2 have no number of days, unlike datetime and smalldatetime.
+void Binder::checkConverted(const CastExpr& cast) const
+{
+    const auto isNewDate = [](const Type& type) {
+        return isDate(type) && type.kind != TypeKind::DateTime && type.kind != TypeKind::SmallDateTime;
+    };
+    const Type& given = cast.value->type;
+    const bool refused = (isNewDate(given) && isNumber(cast.target)) || (isNumber(given) && isNewDate(cast.target));
+    if (!refused) return;
+    source_.refuse(cast.offset, 529,
+                   "Explicit conversion from data type " + typeName(given) + " to " + typeName(cast.target) +
+                       " is not allowed.");
+}
+
 void Binder::checkSorted(const Expr& expr, const Type& type) const
 {
     if (!isLongText(type)) return;
@@ -241,8 +255,8 @@ void Binder::checkArgumentTypes(const FunctionExpr& function) const
         const Expr& argument = *function.arguments[i];
         const Type& type = argument.type;
         const bool aggregated = function.builtin->isAggregate();
-        const bool extreme = name == "MIN" || name == "MAX";
-        if (aggregated && (isLongText(type) || (extreme && type.kind == TypeKind::Bit))) {
+        const bool counts = name == "COUNT" || name == "COUNT_BIG";
+        if (aggregated && (isLongText(type) || (!counts && type.kind == TypeKind::Bit))) {
             refuseOperand(argument, type, lowerCase(name));
         }
         const bool wrongLong = isLongText(type) && !takesLongText(name, i);

@@ -136,6 +136,7 @@ void Binder::bindExpression(Expr& expr, Scope& scope)
             for (const Expr* item : in.items)
                 in.common = unify(in.common, item->type);
         } else if (expr.kind == ExprKind::Cast) {
+            checkConverted(as<CastExpr>(expr));
             expr.type = as<CastExpr>(expr).target;
         } else if (expr.kind == ExprKind::IsNullCall || expr.kind == ExprKind::Coalesce ||
                    expr.kind == ExprKind::NullIf) {

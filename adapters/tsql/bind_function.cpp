@@ -110,6 +110,9 @@ void Binder::bindAggregate(FunctionExpr& function, Scope& scope)
     for (Expr* argument : function.arguments) {
         if (Scope* owner = innermostScope(*argument, scope)) function.scope = owner;
     }
+    if (function.scope != &scope && scope.sources.size() != 0) {
+        source_.unsupported(function.offset, "An aggregate of an outer query's columns in a subquery with FROM");
+    }
     if (function.scope->plain) source_.refuse(function.offset, 147, std::string(aggregateInWhere));
     function.scope->aggregated = true;
 }

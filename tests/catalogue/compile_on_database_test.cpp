@@ -97,6 +97,16 @@ TEST_P(LogColumnsOnDatabase, EveryColumnInADetailList)
     }
 }
 
+/// The server sorts neither ntext nor text.
+TEST_P(LogColumnsOnDatabase, EveryColumnSortsADetailList)
+{
+    for (const std::int16_t id : ids) {
+        if (id != invalidText) {
+            run("SELECT " + select(id, false) + " FROM " + from(id) + " ORDER BY 1", id);
+        }
+    }
+}
+
 TEST_P(LogColumnsOnDatabase, EveryColumnInAnAggregateList)
 {
     for (const std::int16_t id : ids) {

@@ -88,7 +88,7 @@ TEST_F(FileChecks, newerLayout)
     pragmas.append(std::to_string(applicationId));
     pragmas.append(";PRAGMA user_version=");
     pragmas.append(std::to_string(layoutVersion + 1));
-    refuses(plainDatabase(pragmas), "newer layout 2");
+    refuses(plainDatabase(pragmas), "newer layout 3");
 }
 
 TEST_F(FileChecks, createNeverReplaces)
@@ -105,7 +105,7 @@ TEST_F(FileChecks, createdFileCarriesMarkAndLayoutAndNothingElseIsLeft)
     const auto files = folder_.contents();
     ASSERT_EQ(files.size(), 1U);
     EXPECT_EQ(files.begin()->second.substr(68, 4), "TMK1");
-    EXPECT_EQ(files.begin()->second.substr(60, 4), std::string("\0\0\0\1", 4));
+    EXPECT_EQ(files.begin()->second.substr(60, 4), std::string("\0\0\0\2", 4));
 }
 
 TEST_F(FileChecks, damagedSchema)

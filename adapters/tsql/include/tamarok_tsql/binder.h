@@ -95,6 +95,8 @@ private:
     void checkOperands(std::uint32_t offset, const Type& left, const Type& right, std::string_view operation) const;
     /// The same for the operands that a bound expression compares.
     void checkCompared(const Expr& expr) const;
+    /// Error 529 for a conversion between a number and date, time or datetime2.
+    void checkConverted(const CastExpr& cast) const;
     /// Error 306 for a long text in GROUP BY or ORDER BY.
     void checkSorted(const Expr& expr, const Type& type) const;
     /// Error 421 for a long text in SELECT DISTINCT.
