@@ -3,7 +3,7 @@
 PRESET ?= release
 BUILD := build/$(PRESET)
 
-.PHONY: all packages demo test check sanitize core-only bench install format tidy clean help
+.PHONY: all packages demo test check sanitize fuzz core-only bench install format tidy clean help
 
 all: ## build into build/release (another preset: PRESET=debug)
 	@sh scripts/build $(PRESET)
@@ -17,11 +17,14 @@ demo: ## build the program, make a database with timber data, and show the worki
 test: ## build and pass every test
 	@sh scripts/test $(PRESET)
 
-check: ## every gate: format, headers, clang-tidy, the core alone with g++ and clang, the sanitizers
+check: ## every gate: format, headers, clang-tidy, the core alone with g++ and clang, the sanitizers, fuzzing
 	@sh scripts/check
 
 sanitize: ## the tests under the address and undefined-behaviour sanitizers
 	@sh scripts/test sanitize
+
+fuzz: ## run every fuzz target for FUZZ_SECONDS (20) each
+	@sh scripts/fuzz
 
 core-only: ## build and test the core with nothing but the standard library
 	@sh scripts/test core-only

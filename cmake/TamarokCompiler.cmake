@@ -36,6 +36,12 @@ function(tamarok_defaults target)
         target_compile_options(${target} PUBLIC -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
         target_link_options(${target} PUBLIC -fsanitize=address,undefined)
     endif()
+    if(TAMAROK_FUZZ)
+        # The coverage that guides libFuzzer is wanted of the whole library.
+        target_compile_options(${target} PUBLIC
+            -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+        target_link_options(${target} PUBLIC -fsanitize=address,undefined)
+    endif()
 endfunction()
 
 # tamarok_exact_arithmetic(target): forbids fused multiply-add, which would change last digits from one

@@ -17,6 +17,9 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/Tamarok_CommConfigVersion
 install(FILES ${PROJECT_BINARY_DIR}/Tamarok_CommConfig.cmake ${PROJECT_BINARY_DIR}/Tamarok_CommConfigVersion.cmake
         DESTINATION ${tamarok_package_dir})
 
+# The pkg-config files name the prefix relative to themselves, so that they are right under any prefix.
+file(RELATIVE_PATH tamarok_prefix_from_pkgconfig /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+string(REGEX REPLACE "/$" "" tamarok_prefix_from_pkgconfig "${tamarok_prefix_from_pkgconfig}")
 configure_file(cmake/tamarok_comm.pc.in ${PROJECT_BINARY_DIR}/tamarok_comm.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/tamarok_comm.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 

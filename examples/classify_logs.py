@@ -10,6 +10,7 @@ semicolons, with a decimal comma; without TABLE it is read from standard input. 
 
 import csv
 import json
+import os
 import subprocess
 import sys
 
@@ -24,8 +25,11 @@ class Tamarok:
 
     def call(self, class_name, operation, *arguments):
         request = {"class": class_name, "op": operation, "args": arguments}
-        print(json.dumps(request), file=self.process.stdin, flush=True)
-        line = self.process.stdout.readline()
+        try:
+            print(json.dumps(request), file=self.process.stdin, flush=True)
+            line = self.process.stdout.readline()
+        except BrokenPipeError:
+            line = ""
         if not line:
             sys.exit("classify_logs.py: tamarok call has ended")
         answer = json.loads(line)
@@ -66,4 +70,11 @@ def main():
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    try:
+        status = main()
+        sys.stdout.flush()
+    except BrokenPipeError:
+        # The reader has ended, as `head` does. Python writes the rest at its end; it goes nowhere.
+        os.dup2(os.open(os.devnull, os.O_WRONLY), sys.stdout.fileno())
+        status = 1
+    sys.exit(status)

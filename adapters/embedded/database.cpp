@@ -24,6 +24,13 @@ Deadline& deadlineOf(void* context)
     return static_cast<Database*>(context)->deadline();
 }
 
+/// SQLite calls this for each SELECT and each column of a statement that it compiles, and for nothing else while it
+/// compiles. Functions are left out: their refusal would be reported as another error.
+int onCompile(void* context, int action, const char*, const char*, const char*, const char*)
+{
+    return action != SQLITE_FUNCTION && deadlineOf(context).expiredAtWork() ? SQLITE_DENY : SQLITE_OK;
+}
+
 /// SQLite calls this every thousand instructions; 1 interrupts the statement at its deadline.
 int onProgress(void* context)
 {
@@ -101,6 +108,7 @@ void Database::configure()
 {
     // DQS: a name in double quotes is a name; SQLite would take an unknown one for a text.
     sqlite3_busy_handler(handle(), &onBusy, this);
+    sqlite3_set_authorizer(handle(), &onCompile, this);
     sqlite3_progress_handler(handle(), instructionsPerLookAtTheClock, &onProgress, this);
     sqlite3_db_config(handle(), SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     sqlite3_db_config(handle(), SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
@@ -139,6 +147,9 @@ Compiled Database::compile(std::string_view text, std::string_view* rest, bool k
                                         keep ? SQLITE_PREPARE_PERSISTENT : 0U, &statement, &tail);
     Compiled compiled{statement};
     if (code != SQLITE_OK) {
+        if (isNestingFailure(handle()) && tail != nullptr) {
+            throw NestingFailure{failure(handle(), code, path_), static_cast<std::size_t>(tail - text.data())};
+        }
         raise(code);
     }
     if (rest != nullptr) {
@@ -150,9 +161,15 @@ Compiled Database::compile(std::string_view text, std::string_view* rest, bool k
 /// Compiles and runs one statement after the other, since a later one may need what an earlier one creates.
 void Database::run(std::string_view text) const
 {
-    while (!text.empty()) {
-        const Compiled statement = compile(text, &text);
-        while (statement != nullptr && step(statement.get())) {}
+    const char* const begin = text.data();
+    try {
+        while (!text.empty()) {
+            const Compiled statement = compile(text, &text);
+            while (statement != nullptr && step(statement.get())) {}
+        }
+    } catch (NestingFailure& failure) {
+        failure.position += static_cast<std::size_t>(text.data() - begin);
+        throw;
     }
 }
 

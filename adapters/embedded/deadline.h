@@ -32,11 +32,19 @@ public:
         return now >= end_;
     }
 
+    /// Counts a piece of work and reads the clock at each 1024th.
+    bool expiredAtWork() noexcept
+    {
+        constexpr std::uint32_t often = 1023;
+        return (++work_ & often) == 0 && expired();
+    }
+
     std::int32_t seconds() const noexcept { return seconds_; }
 
 private:
     std::int32_t seconds_ = 0;
     bool running_ = false;
+    std::uint32_t work_ = 0;
     Clock::time_point end_;
 };
 

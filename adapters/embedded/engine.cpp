@@ -48,8 +48,12 @@ std::string describeStep(const Step& step)
 } // namespace
 
 Engine::Engine(std::unique_ptr<Database> database, ProcedureRegistry procedures) :
-    database_{std::move(database)}, procedures_{std::move(procedures)}, catalog_{*database_}, locks_{database_->path()},
-    begin_{database_->compile("BEGIN IMMEDIATE", nullptr, true)}, commit_{database_->compile("COMMIT", nullptr, true)}
+    database_{std::move(database)}, procedures_{std::move(procedures)}, catalog_{*database_}, statements_{[this] {
+        if (database_->deadline().expired()) throw timeoutFailure("the statement was still being translated");
+    }},
+    locks_{database_->path()}, begin_{database_->compile("BEGIN IMMEDIATE", nullptr, true)}, commit_{database_->compile(
+                                                                                                 "COMMIT", nullptr,
+                                                                                                 true)}
 {}
 
 /// Cursors may outlive the connection; from here on they answer with error 3709.
@@ -230,7 +234,11 @@ std::size_t Engine::runStep(const std::shared_ptr<CachedStep>& step, std::size_t
         runChange(step, parameters);
         countChanges(counted);
         break;
-    case Kind::Define: runDefinition(step->step.text); break;
+    case Kind::Define: try { runDefinition(step->step.text);
+        } catch (const NestingFailure& failure) {
+            refuseNesting(*step->batch, step->step, failure.position);
+        }
+        break;
     case Kind::Procedure: runProcedure(step->step.target, step->step.arguments, parameters); break;
     case Kind::Begin: begin(); break;
     case Kind::Commit: commit(); break;

@@ -189,6 +189,28 @@ std::string systemReason(sqlite3* database, std::string_view otherwise)
     return code != 0 ? std::system_category().message(code) : std::string{otherwise};
 }
 
+/// A limit of SQLite that a statement has met: the beginning of its message, and the server's error of that kind.
+struct Limit {
+    std::string_view message;
+    std::int32_t nativeError;
+    std::string_view description;
+};
+
+constexpr std::array limits{
+    Limit{"parser stack overflow", 191,
+          "Some part of your SQL statement is nested too deeply. Rewrite the query or break it up into smaller "
+          "queries."},
+    Limit{"Expression tree is too large", 8632,
+          "An expression services limit has been reached: an expression of the statement has more than 1000 levels."},
+    Limit{"too many columns", 1056,
+          "The number of elements in the select list exceeds the maximum allowed number of 2000 elements."},
+    Limit{"too many terms in", 8623,
+          "The query processor ran out of internal resources: a clause of the statement has more than 2000 terms."},
+    Limit{"at most 64 tables", 106, "Too many table names in the query. The maximum allowable is 64."},
+    Limit{"too many arguments on function", 8623,
+          "The query processor ran out of internal resources: a function has more than 127 arguments."},
+};
+
 /// A refused statement: an error of the engine's functions, or a name that SQLite does not find because another session
 /// has changed the schema.
 Error refusedFailure(const std::string& message)
@@ -202,10 +224,18 @@ Error refusedFailure(const std::string& message)
     if (const auto column = behind(message, "no such column: ")) {
         return failure(207, "Invalid column name '" + std::string{*column} + "'.");
     }
+    for (const Limit& limit : limits) {
+        if (message.starts_with(limit.message)) return failure(limit.nativeError, std::string{limit.description});
+    }
     return failure(0, message + ".");
 }
 
 } // namespace
+
+bool isNestingFailure(sqlite3* database)
+{
+    return limits.front().message == sqlite3_errmsg(database);
+}
 
 /// The number decides on error and SQLSTATE.
 Error failure(std::int32_t nativeError, std::string description)
@@ -225,6 +255,7 @@ Error failure(sqlite3* database, int code, std::string_view path)
     switch (code & 0xFF) {
     case SQLITE_BUSY: return timeoutFailure("another session is writing to the database");
     case SQLITE_INTERRUPT: return timeoutFailure({});
+    case SQLITE_AUTH: return timeoutFailure("the statement was still being prepared"); // see onCompile
     case SQLITE_CONSTRAINT: return constraintFailure(database, code, message);
     case SQLITE_FULL: return fileFailure(native::diskFull, "Cannot write to the database", path, "the disk is full");
     case SQLITE_IOERR:

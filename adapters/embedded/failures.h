@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "tamarok/error.h"
 
@@ -42,6 +44,16 @@ Error failure(std::int32_t nativeError, std::string description);
 /// Error for a result code that SQLite has just given on `database`.
 /// @param path  the database file, for failures that are the file's; may be empty
 Error failure(sqlite3* database, int code, std::string_view path);
+
+/// SQLite's parser stack is full: the statement is nested too deeply.
+struct NestingFailure : Error {
+    NestingFailure(Error error, std::size_t where) : Error{std::move(error)}, position{where} {}
+
+    std::size_t position; ///< in the SQLite text: the byte before which the parser gave up
+};
+
+/// Whether SQLite's last error on `database` is that its parser stack is full.
+bool isNestingFailure(sqlite3* database);
 
 /// The statement took longer than it may. @param what  what it waited for, or empty
 Error timeoutFailure(std::string_view what);

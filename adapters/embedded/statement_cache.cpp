@@ -1,5 +1,9 @@
 #include "statement_cache.h"
 
+#include <algorithm>
+
+#include "failures.h"
+
 namespace tamarok::embedded {
 
 namespace {
@@ -42,7 +46,11 @@ void CompiledText::release(Compiled statement)
 Lease::Lease(std::shared_ptr<CachedStep> owner, const Database& database, StepText text) :
     owner_{std::move(owner)}, text_{text}
 {
-    statement_ = pool().acquire(database, textOf(owner_->step, text));
+    try {
+        statement_ = pool().acquire(database, textOf(owner_->step, text));
+    } catch (const NestingFailure& failure) {
+        refuseNesting(*owner_->batch, owner_->step, failure.position);
+    }
     compilations_ = compilationsOf(statement_.get());
 }
 
@@ -92,23 +100,35 @@ void Lease::release() noexcept
     }
 }
 
-CachedBatch::CachedBatch(std::string_view text) :
-    text_{text}, batch_{text_}, plain_(batch_.steps().size()), keyed_(batch_.steps().size())
+CachedBatch::CachedBatch(std::string_view text, tsql::Watch watch) :
+    text_{text}, batch_{std::make_shared<const tsql::ParsedBatch>(text_, std::move(watch))},
+    plain_(std::min(batch_->steps().size(), mostKept)), keyed_(plain_.size())
 {}
+
+/// The same query may be open with and without row key; the texts differ. A script of 100,000 statements runs each of
+/// them once, so that its translations and compiled statements are not worth their memory.
+std::shared_ptr<CachedStep>& CachedBatch::slot(std::size_t index, bool withRowKey)
+{
+    if (size() <= mostKept) return withRowKey ? keyed_[index] : plain_[index];
+    if (index != latestIndex_ || withRowKey != latestKeyed_) latest_ = nullptr;
+    latestIndex_ = index;
+    latestKeyed_ = withRowKey;
+    return latest_;
+}
 
 /// Translates a step at its first use, and again when the schema or the date order has changed since.
 const std::shared_ptr<CachedStep>& CachedBatch::step(std::size_t index, bool withRowKey, SchemaCatalog& catalog,
                                                      tsql::DateOrder order)
 {
-    // The same query may be open with and without row key; the texts differ.
-    std::shared_ptr<CachedStep>& cached = withRowKey ? keyed_[index] : plain_[index];
+    std::shared_ptr<CachedStep>& cached = slot(index, withRowKey);
     if (cached == nullptr || cached->generation != catalog.generation() || cached->order != order) {
         catalog.refresh();
         auto fresh = std::make_shared<CachedStep>();
-        fresh->step = translateStep(batch_, index, catalog, order, withRowKey ? RowKey::Added : RowKey::Omitted);
+        fresh->step = translateStep(*batch_, index, catalog, order, withRowKey ? RowKey::Added : RowKey::Omitted);
         fresh->layout = std::make_shared<ResultLayout>(layoutOf(fresh->step.columns));
         fresh->generation = catalog.generation();
         fresh->order = order;
+        fresh->batch = batch_;
         cached = std::move(fresh);
     }
     return cached;
@@ -125,7 +145,7 @@ std::shared_ptr<CachedBatch> StatementCache::batch(std::string_view text)
         batches_.splice(batches_.begin(), batches_, found->second);
         return batches_.front();
     }
-    auto batch = std::make_shared<CachedBatch>(text);
+    auto batch = std::make_shared<CachedBatch>(text, watch_);
     if (text.size() > longestText) {
         return batch;
     }

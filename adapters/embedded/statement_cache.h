@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "column_types.h"
@@ -31,6 +32,7 @@ private:
 /// has changed.
 struct CachedStep {
     Step step;
+    std::shared_ptr<const tsql::ParsedBatch> batch; ///< for the place that a message names
     std::shared_ptr<const ResultLayout> layout;
     CompiledText statement;
     CompiledText probe;
@@ -72,19 +74,26 @@ private:
 /// outlives its removal from there.
 class CachedBatch {
 public:
-    explicit CachedBatch(std::string_view text);
+    static constexpr std::size_t mostKept = 64; ///< steps of a batch whose translations are kept
+
+    CachedBatch(std::string_view text, tsql::Watch watch);
 
     const std::string& text() const noexcept { return text_; }
-    std::size_t size() const noexcept { return plain_.size(); }
-    /// The step, translated against the present schema.
+    std::size_t size() const noexcept { return batch_->steps().size(); }
+    /// The step, translated against the present schema. Of a batch of many steps the last one asked for is kept alone.
     const std::shared_ptr<CachedStep>& step(std::size_t index, bool withRowKey, SchemaCatalog& catalog,
                                             tsql::DateOrder order);
 
 private:
+    std::shared_ptr<CachedStep>& slot(std::size_t index, bool withRowKey);
+
     std::string text_;
-    tsql::ParsedBatch batch_;
+    std::shared_ptr<const tsql::ParsedBatch> batch_;
     std::vector<std::shared_ptr<CachedStep>> plain_;
     std::vector<std::shared_ptr<CachedStep>> keyed_;
+    std::shared_ptr<CachedStep> latest_; ///< in place of both for a batch of many steps
+    std::size_t latestIndex_ = 0;
+    bool latestKeyed_ = false;
 };
 
 /// The batches of a connection by their text; the least recently used one is evicted first.
@@ -93,6 +102,9 @@ public:
     static constexpr std::size_t capacity = 256;
     static constexpr std::size_t longestText = 65536; ///< a longer one is not kept
 
+    /// @param watch  ends the parsing and translation of a long text by throwing
+    explicit StatementCache(tsql::Watch watch = {}) : watch_{std::move(watch)} {}
+
     /// Parses a text that is not known.
     std::shared_ptr<CachedBatch> batch(std::string_view text);
     void clear();
@@ -100,6 +112,7 @@ public:
 
 private:
     using Batches = std::list<std::shared_ptr<CachedBatch>>;
+    tsql::Watch watch_;
     Batches batches_; ///< most recently used first
     std::unordered_map<std::string_view, Batches::iterator> index_;
 };

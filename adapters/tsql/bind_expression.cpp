@@ -98,6 +98,7 @@ void Binder::refuseOperand(const Expr& expr, const Type& type, std::string_view 
 /// default branch.
 void Binder::bindExpression(Expr& expr, Scope& scope)
 {
+    source_.work();
     expr.magnitude = -1;
     switch (expr.kind) {
     case ExprKind::Null: expr.type = makeType(TypeKind::Null); break;

@@ -7,6 +7,15 @@
 
 namespace tamarok::tsql {
 
+namespace {
+
+/// Most columns of a result; back ends have such a limit.
+constexpr std::size_t mostColumns = 2000;
+/// Most columns that the stars of one statement stand for. Bounds the memory of a statement whose text is short.
+constexpr std::size_t mostExpanded = 100000;
+
+} // namespace
+
 std::int32_t Source::find(const Name& column) const
 {
     if (table != nullptr) {
@@ -356,6 +365,17 @@ void Binder::expandStar(const SelectItem& item, Scope& scope, ArenaList<OutputCo
 
 void Binder::appendColumns(Source& source, const SelectItem& item, ArenaList<OutputColumn>& outputs)
 {
+    expanded_ += source.columnCount();
+    if (outputs.size() + source.columnCount() > mostColumns) {
+        source_.refuse(item.offset, messages::tooManyItems,
+                       "The number of elements in the select list exceeds the maximum allowed number of 2000 elements "
+                       "with the columns that * stands for.");
+    }
+    if (expanded_ > mostExpanded) {
+        source_.refuse(item.offset, messages::tooComplex,
+                       "The query processor ran out of internal resources: the stars of the statement stand for more "
+                       "than 100000 columns.");
+    }
     for (std::size_t i = 0; i < source.columnCount(); ++i) {
         auto* column = arena_.make<ColumnExpr>();
         column->kind = ExprKind::Column;

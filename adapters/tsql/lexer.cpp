@@ -32,7 +32,10 @@ constexpr auto classes = classify();
 /// a part of the text (offset and length), so that the text must outlive the tokens. `tokenize` is the only user.
 class Lexer {
 public:
-    explicit Lexer(std::string_view text) : source_(text), text_(text) { tokens_.reserve(text.size() / 4 + 8); }
+    explicit Lexer(const SourceText& source) : source_(source), text_(source.text())
+    {
+        tokens_.reserve(text_.size() / 4 + 8);
+    }
 
     /// The encoding is checked before the first token, so that no later function meets a broken character. The last
     /// token is always End: the parser may look at it without a check of the bounds.
@@ -55,6 +58,7 @@ private:
 
     void push(TokenKind kind, std::size_t begin, Keyword keyword = Keyword::None)
     {
+        source_.work();
         tokens_.push_back(
             {static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(position_ - begin), kind, keyword});
     }
@@ -297,7 +301,7 @@ private:
         if (kind != TokenKind::End) position_ = begin + 2;
     }
 
-    SourceText source_;
+    const SourceText& source_;
     std::string_view text_;
     std::size_t position_ = 0;
     std::vector<Token> tokens_;
@@ -305,9 +309,9 @@ private:
 
 } // namespace
 
-std::vector<Token> tokenize(std::string_view text)
+std::vector<Token> tokenize(const SourceText& source)
 {
-    return Lexer(text).run();
+    return Lexer(source).run();
 }
 
 } // namespace tamarok::tsql

@@ -18,8 +18,9 @@ std::string_view checkedLength(std::string_view text)
 
 } // namespace
 
-ParsedBatch::ParsedBatch(std::string_view text) :
-    text_(checkedLength(text)), source_(text_), arena_(text.size() * 4 + 1024), steps_(Parser(text_, arena_).parse())
+ParsedBatch::ParsedBatch(std::string_view text, Watch watch) :
+    text_(checkedLength(text)), source_(text_, std::move(watch)), arena_(text.size() * 4 + 1024),
+    steps_(Parser(source_, arena_).parse())
 {}
 
 } // namespace tamarok::tsql

@@ -8,11 +8,13 @@ namespace {
 constexpr int deepestNesting = 200;
 }
 
-Parser::Level::Level(Parser& parser) : parser_(parser)
+Parser::Level::Level(Parser& parser, std::string_view construct) : parser_(parser)
 {
     if (++parser_.depth_ > deepestNesting) {
         parser_.source_.refuse(parser_.current().offset, messages::tooDeep,
-                               "Some part of the SQL statement is nested too deeply; at most 200 levels are allowed.");
+                               "Some part of the SQL statement is nested too deeply: at most 200 levels are allowed, "
+                               "and " +
+                                   std::string(construct) + " is one more.");
     }
 }
 

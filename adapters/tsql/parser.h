@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,16 +17,17 @@ namespace tamarok::tsql {
 /// column; a construct that the server knows and the embedded database does not is refused by its name.
 class Parser {
 public:
-    Parser(std::string_view text, Arena& arena) : source_(text), arena_(arena), tokens_(tokenize(text)) {}
+    Parser(const SourceText& source, Arena& arena) : source_(source), arena_(arena), tokens_(tokenize(source)) {}
 
     /// Parses the whole batch. IF ... ELSE is flattened into jumps.
     std::vector<ParsedStep> parse();
 
 private:
     /// One level of nesting, counted while the object lives. Refuses more than 200, before the stack overflows.
+    /// `construct` is named by the message.
     class Level {
     public:
-        explicit Level(Parser& parser);
+        Level(Parser& parser, std::string_view construct);
         ~Level() { --parser_.depth_; }
         Level(const Level&) = delete;
         Level& operator=(const Level&) = delete;
@@ -90,6 +92,15 @@ private:
     Expr* textLiteral(const Token& token);
     Expr* binary(ExprKind kind, TokenKind op, Expr* left, Expr* right, std::uint32_t offset);
     Expr* chain(ExprKind kind, Expr* first, Keyword keyword);
+    /// Makes the tree of `node` at least one higher than that of its child. Refuses one that is too high.
+    void raise(Expr& node, const Expr* child) const;
+    template <class T>
+    T* raised(T* node, std::initializer_list<const Expr*> children) const
+    {
+        for (const Expr* child : children)
+            raise(*node, child);
+        return node;
+    }
     ExprList valueList();
     /// A type with its sizes; `written` receives its spelling in the text.
     Type typeName(std::string_view& written);
@@ -98,6 +109,7 @@ private:
     template <class T>
     T* node(ExprKind kind, std::uint32_t offset)
     {
+        source_.work();
         T* result = arena_.make<T>();
         result->kind = kind;
         result->offset = offset;
@@ -119,6 +131,7 @@ private:
     FromItem* fromClause(); ///< joined {, joined}
     FromItem* joined();     ///< fromPrimary {joinTail}
     FromItem* joinTail(FromItem* left);
+    void countTable();       ///< error 106 for more than 64 in one FROM
     FromItem* fromPrimary(); ///< (joined) | (query) alias [(names)] | table [hints] [alias] [hints]
     bool atJoin() const;
     void tableHints(); ///< [WITH] (hint {, hint}): read and ignored, as they change no result
@@ -158,11 +171,12 @@ private:
     void alterStatement();
     void truncateStatement();
 
-    SourceText source_;
+    const SourceText& source_;
     Arena& arena_;
     std::vector<Token> tokens_;
     std::size_t position_ = 0;
     int depth_ = 0;               ///< levels of nesting
+    std::size_t tables_ = 0;      ///< of the FROM clause that is being read
     std::int32_t parameters_ = 0; ///< parameters met so far, counted over the batch
     std::vector<ParsedStep> steps_;
 };

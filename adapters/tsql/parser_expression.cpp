@@ -11,6 +11,9 @@ namespace {
 /// and refuse more than about 1000 levels.
 constexpr std::uint16_t highestTree = 900;
 
+/// Most conditions joined by one AND or OR chain.
+constexpr std::size_t longestChain = 5000;
+
 bool isComparison(TokenKind kind)
 {
     return kind >= TokenKind::Equal && kind <= TokenKind::GreaterEqual;
@@ -70,17 +73,22 @@ Expr* Parser::binary(ExprKind kind, TokenKind op, Expr* left, Expr* right, std::
     result->left = requireValue(left);
     result->right = requireValue(right);
     result->condition = kind == ExprKind::Compare;
-    result->height = static_cast<std::uint16_t>(std::max(left->height, right->height) + 1);
-    if (result->height > highestTree) {
-        source_.refuse(offset, messages::tooDeep,
-                       "Some part of the SQL statement is nested too deeply: more than 900 operators in one chain.");
-    }
-    return result;
+    return raised(result, {left, right});
+}
+
+void Parser::raise(Expr& node, const Expr* child) const
+{
+    if (child == nullptr || child->height < node.height) return;
+    node.height = static_cast<std::uint16_t>(child->height + 1);
+    if (node.height <= highestTree) return;
+    source_.refuse(node.offset, messages::expressionTooComplex,
+                   "An expression services limit has been reached: more than 900 operators follow each other or stand "
+                   "inside each other.");
 }
 
 Expr* Parser::expression()
 {
-    const Level level(*this);
+    const Level level(*this, "this expression");
     Expr* first = andChain();
     return at(Keyword::Or) ? chain(ExprKind::Or, first, Keyword::Or) : first;
 }
@@ -98,14 +106,19 @@ Expr* Parser::chain(ExprKind kind, Expr* first, Keyword keyword)
     auto* result = node<ChainExpr>(kind, first->offset);
     ArenaList<Expr*> operands(arena_);
     operands.push(requireCondition(first));
-    while (accept(keyword)) {
+    while (at(keyword)) {
+        if (operands.size() == longestChain) {
+            source_.refuse(current().offset, messages::expressionTooComplex,
+                           "An expression services limit has been reached: more than 5000 conditions are joined by " +
+                               std::string(keywordText(keyword)) + ".");
+        }
+        ++position_;
         operands.push(requireCondition(kind == ExprKind::Or ? andChain() : notOperand()));
     }
     result->operands = operands.span();
     result->condition = true;
-    for (const Expr* operand : result->operands) {
-        result->height = std::max(result->height, static_cast<std::uint16_t>(operand->height + 1));
-    }
+    for (const Expr* operand : result->operands)
+        raise(*result, operand);
     return result;
 }
 
@@ -113,12 +126,12 @@ Expr* Parser::chain(ExprKind kind, Expr* first, Keyword keyword)
 Expr* Parser::notOperand()
 {
     if (!at(Keyword::Not)) return predicate();
-    const Level level(*this);
+    const Level level(*this, "this NOT");
     auto* result = node<NotExpr>(ExprKind::Not, current().offset);
     ++position_;
     result->operand = requireCondition(notOperand());
     result->condition = true;
-    return result;
+    return raised(result, {result->operand});
 }
 
 /// Comparisons do not chain: after A = B the next comparison is a syntax error. A parenthesised condition comes back
@@ -154,7 +167,7 @@ Expr* Parser::negatablePredicate(Expr* left)
         result->negated = accept(Keyword::Not);
         expect(Keyword::Null);
         result->condition = true;
-        return result;
+        return raised(result, {left});
     }
     // NOT belongs to this predicate only if IN, BETWEEN or LIKE follows it. Otherwise nothing is consumed.
     const Keyword following = at(Keyword::Not) ? ahead(1).keyword : current().keyword;
@@ -171,7 +184,7 @@ Expr* Parser::negatablePredicate(Expr* left)
         result->high = requireValue(additive());
         result->negated = negated;
         result->condition = true;
-        return result;
+        return raised(result, {left, result->low, result->high});
     }
     auto* result = node<LikeExpr>(ExprKind::Like, offset);
     result->value = requireValue(left);
@@ -179,7 +192,7 @@ Expr* Parser::negatablePredicate(Expr* left)
     result->escape = accept(Keyword::Escape) ? requireValue(additive()) : nullptr;
     result->negated = negated;
     result->condition = true;
-    return result;
+    return raised(result, {left, result->pattern, result->escape});
 }
 
 /// IN takes a query or a list of values. IN ((SELECT ...)) is a query as well: the list has one item, which is a
@@ -202,14 +215,16 @@ Expr* Parser::inPredicate(Expr* left, bool negated, std::uint32_t offset)
         result->query = inner;
         result->negated = negated;
         result->condition = true;
-        return result;
+        return raised(result, {left});
     }
     auto* result = node<InListExpr>(ExprKind::InList, offset);
     result->value = requireValue(left);
     result->items = items;
     result->negated = negated;
     result->condition = true;
-    return result;
+    for (const Expr* item : items)
+        raise(*result, item);
+    return raised(result, {left});
 }
 
 /// Bitwise operators have the rank of + and -, as on the server. || joins texts in statements written for Oracle.
@@ -237,15 +252,14 @@ Expr* Parser::multiplicative()
 Expr* Parser::unary()
 {
     if (!at(TokenKind::Minus) && !at(TokenKind::Plus) && !at(TokenKind::Tilde)) return primary();
-    const Level level(*this);
+    const Level level(*this, "this sign");
     const Token& op = tokens_[position_++];
     Expr* operand = requireValue(unary());
     if (op.kind == TokenKind::Plus) return operand;
     auto* result = node<UnaryExpr>(ExprKind::Unary, op.offset);
     result->op = op.kind;
     result->operand = operand;
-    result->height = static_cast<std::uint16_t>(operand->height + 1);
-    return result;
+    return raised(result, {operand});
 }
 
 Expr* Parser::textLiteral(const Token& token)
@@ -395,9 +409,8 @@ Expr* Parser::functionCall(const Name& called)
         result->arguments = valueList();
     }
     expect(TokenKind::RightParen, ")");
-    for (const Expr* argument : result->arguments) {
-        result->height = std::max(result->height, static_cast<std::uint16_t>(argument->height + 1));
-    }
+    for (const Expr* argument : result->arguments)
+        raise(*result, argument);
     if (at(Keyword::Over)) result->over = overClause();
     return result;
 }
@@ -430,13 +443,16 @@ Expr* Parser::caseExpression()
     while (accept(Keyword::When)) {
         Expr* when = result->operand != nullptr ? value() : condition();
         expect(Keyword::Then);
-        arms.push({when, value()});
+        Expr* then = value();
+        arms.push({when, then});
+        raise(*result, when);
+        raise(*result, then);
     }
     if (arms.size() == 0) expect(Keyword::When);
     if (accept(Keyword::Else)) result->otherwise = value();
     expect(Keyword::End);
     result->arms = arms.span();
-    return result;
+    return raised(result, {result->operand, result->otherwise});
 }
 
 /// IIF(condition, a, b) becomes CASE WHEN condition THEN a ELSE b END.
@@ -452,7 +468,7 @@ Expr* Parser::iifExpression()
     expect(TokenKind::RightParen, ")");
     const CaseArm arm{when, then};
     result->arms = arena_.copy(std::span<const CaseArm>(&arm, 1));
-    return result;
+    return raised(result, {when, then, result->otherwise});
 }
 
 /// A call whose type follows from all of its arguments, so that it has a node kind of its own. Wrong numbers of
@@ -469,9 +485,8 @@ Expr* Parser::callExpression(ExprKind kind, std::size_t least, std::size_t most)
                        "The " + std::string(text(called)) + " function requires " + std::to_string(least) +
                            " argument(s).");
     }
-    for (const Expr* argument : result->arguments) {
-        result->height = std::max(result->height, static_cast<std::uint16_t>(argument->height + 1));
-    }
+    for (const Expr* argument : result->arguments)
+        raise(*result, argument);
     return result;
 }
 
@@ -537,8 +552,7 @@ Expr* Parser::castExpression()
     const Type type = typeName(written);
     result->target = withCastLength(type, written);
     expect(TokenKind::RightParen, ")");
-    result->height = static_cast<std::uint16_t>(result->value->height + 1);
-    return result;
+    return raised(result, {result->value});
 }
 
 Expr* Parser::convertExpression()
@@ -552,8 +566,7 @@ Expr* Parser::convertExpression()
     result->value = value();
     if (accept(TokenKind::Comma)) result->style = value();
     expect(TokenKind::RightParen, ")");
-    result->height = static_cast<std::uint16_t>(result->value->height + 1);
-    return result;
+    return raised(result, {result->value, result->style});
 }
 
 } // namespace tamarok::tsql

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "parser.h"
 
@@ -8,6 +9,12 @@ namespace {
 
 /// Most SELECTs of a compound query (UNION and the like); back ends have such a limit.
 constexpr std::uint16_t mostArms = 500;
+
+/// Most tables of one FROM clause; back ends number them by the bits of a word.
+constexpr std::size_t mostTables = 64;
+
+/// Most items of a SELECT list, as on the server.
+constexpr std::size_t mostItems = 4096;
 
 /// Hints on locking are honoured by how the embedded database locks in any case; they change no result.
 constexpr std::array<std::string_view, 15> knownHints{
@@ -19,7 +26,7 @@ constexpr std::array<std::string_view, 15> knownHints{
 /// A query with its ORDER BY. OFFSET and FETCH belong to ORDER BY, as on the server.
 Query* Parser::query()
 {
-    const Level level(*this);
+    const Level level(*this, "this query");
     Query* result = setExpression();
     if (at(Keyword::Order)) {
         // A parenthesised query may already have an ORDER BY.
@@ -102,6 +109,11 @@ Select* Parser::select()
     if (at(Keyword::Top)) topClause(*result);
     ArenaList<SelectItem> items(arena_);
     do {
+        if (items.size() == mostItems) {
+            source_.refuse(current().offset, messages::tooManyItems,
+                           "The number of elements in the select list exceeds the maximum allowed number of 4096 "
+                           "elements.");
+        }
         items.push(selectItem());
     } while (accept(TokenKind::Comma));
     result->items = items.span();
@@ -207,12 +219,14 @@ FromItem* Parser::join(FromKind kind, FromItem* left, FromItem* right, std::uint
 /// The comma binds less tightly than the joins, as on the server.
 FromItem* Parser::fromClause()
 {
+    const std::size_t around = std::exchange(tables_, 0);
     FromItem* left = joined();
     while (at(TokenKind::Comma)) {
         const std::uint32_t offset = current().offset;
         ++position_;
         left = join(FromKind::Comma, left, joined(), offset);
     }
+    tables_ = around;
     return left;
 }
 
@@ -231,7 +245,7 @@ bool Parser::atJoin() const
 
 FromItem* Parser::joined()
 {
-    const Level level(*this);
+    const Level level(*this, "this table or join");
     FromItem* left = fromPrimary();
     while (atJoin())
         left = joinTail(left);
@@ -241,7 +255,7 @@ FromItem* Parser::joined()
 /// One join; where another join stands before its ON, that one binds first (A JOIN B JOIN C ON ... ON ...).
 FromItem* Parser::joinTail(FromItem* left)
 {
-    const Level level(*this);
+    const Level level(*this, "this table or join");
     const std::uint32_t offset = current().offset;
     FromKind kind = FromKind::Inner;
     if (accept(Keyword::Cross)) {
@@ -270,11 +284,19 @@ FromItem* Parser::joinTail(FromItem* left)
     return result;
 }
 
+void Parser::countTable()
+{
+    source_.work();
+    if (++tables_ <= mostTables) return;
+    source_.refuse(current().offset, messages::tooManyTables,
+                   "Too many table names in the query. The maximum allowable is 64.");
+}
+
 /// A parenthesis holds either a query, which must have an alias, or joins. The word after it decides. Hints may stand
 /// before and after the alias.
 FromItem* Parser::fromPrimary()
 {
-    const Level level(*this);
+    const Level level(*this, "this table or join");
     FromItem* result = arena_.make<FromItem>();
     result->offset = current().offset;
     if (accept(TokenKind::LeftParen)) {
@@ -284,6 +306,7 @@ FromItem* Parser::fromPrimary()
             expect(TokenKind::RightParen, ")");
             return inner;
         }
+        countTable();
         result->kind = FromKind::Derived;
         result->query = query();
         expect(TokenKind::RightParen, ")");
@@ -293,6 +316,7 @@ FromItem* Parser::fromPrimary()
         return result;
     }
     if (at(TokenKind::Variable)) unsupportedHere("A table variable");
+    countTable();
     result->kind = FromKind::Table;
     result->table = qualifiedName();
     if (at(TokenKind::LeftParen) && !atHint()) unsupportedHere("A table-valued function");

@@ -16,7 +16,7 @@ ParsedStep& Parser::add(StepKind kind, std::uint32_t offset)
 
 void Parser::statement()
 {
-    const Level level(*this);
+    const Level level(*this, "this statement");
     statementBody();
     accept(TokenKind::Semicolon);
 }

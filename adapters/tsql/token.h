@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "keyword.h"
+#include "tamarok_tsql/source_text.h"
 #include "tamarok_tsql/token_kind.h"
 
 namespace tamarok::tsql {
@@ -18,8 +19,8 @@ struct Token {
     Keyword keyword = Keyword::None;
 };
 
-/// Splits `text` into tokens; the last one is End. Throws Error 0x80040E14 with line and column for unclosed quotes,
+/// Splits a text into tokens; the last one is End. Throws Error 0x80040E14 with line and column for unclosed quotes,
 /// brackets and comments and for characters that begin no token.
-std::vector<Token> tokenize(std::string_view text);
+std::vector<Token> tokenize(const SourceText& source);
 
 } // namespace tamarok::tsql

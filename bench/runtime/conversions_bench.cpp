@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "standard_conversions.h"
+
 #include "tamarok/convert.h"
 #include "tamarok/format.h"
 #include "tamarok/regional.h"
@@ -18,18 +20,10 @@
 namespace tamarok {
 namespace {
 
-constexpr std::size_t inputCount = 4096;
-
-/// Measures as they are typed and stored: at most three decimals.
-std::vector<double> measures()
-{
-    std::mt19937_64 engine{1};
-    std::uniform_int_distribution<std::int64_t> thousandths{0, 99'999'999};
-    std::vector<double> numbers(inputCount);
-    for (double& number : numbers)
-        number = static_cast<double>(thousandths(engine)) / 1000.0;
-    return numbers;
-}
+using bench::inputCount;
+using bench::measures;
+using bench::standardNumber;
+using bench::standardText;
 
 /// Results of computations, with all the digits that a double has.
 std::vector<double> products()
@@ -57,20 +51,6 @@ void forEach(benchmark::State& state, const Inputs& inputs, Convert convert)
         for (const auto& input : inputs)
             benchmark::DoNotOptimize(convert(input));
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(inputs.size()));
-}
-
-std::string standardText(double number)
-{
-    std::array<char, 32> buffer;
-    return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr};
-}
-
-double standardNumber(const std::string& text)
-{
-    const std::string copy{text};
-    double number = 0.0;
-    std::from_chars(copy.data(), copy.data() + copy.size(), number);
-    return number;
 }
 
 void numberToText_measures_standard(benchmark::State& state)

@@ -4,15 +4,13 @@
 // of rows (default 1,000,000).
 
 #include <algorithm>
-#include <array>
 #include <benchmark/benchmark.h>
-#include <charconv>
 #include <cstdint>
 #include <cstdlib>
-#include <random>
 #include <string>
 #include <vector>
 
+#include "standard_conversions.h"
 #include "tamarok_embedded/connect.h"
 #include "turns.h"
 
@@ -25,37 +23,15 @@ namespace {
 
 using namespace tamarok;
 using bench::compare;
+using bench::measures;
+using bench::standardNumber;
+using bench::standardText;
 
 PlatformScope germanScope()
 {
     Platform platform;
     platform.regional = Regional::named("de-DE");
     return PlatformScope{std::move(platform)};
-}
-
-/// Measures as they are typed and stored: at most three decimals.
-std::vector<double> measures()
-{
-    std::mt19937_64 engine{1};
-    std::uniform_int_distribution<std::int64_t> thousandths{0, 99'999'999};
-    std::vector<double> numbers(4096);
-    for (double& number : numbers)
-        number = static_cast<double>(thousandths(engine)) / 1000.0;
-    return numbers;
-}
-
-std::string standardText(double number)
-{
-    std::array<char, 32> buffer;
-    return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr};
-}
-
-double standardNumber(const std::string& text)
-{
-    const std::string copy{text};
-    double number = 0.0;
-    std::from_chars(copy.data(), copy.data() + copy.size(), number);
-    return number;
 }
 
 void numberToText(benchmark::State& state)

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <map>
 
 #include "languages.h"
 #include "resources.h"
@@ -13,18 +15,18 @@ namespace {
 
 using database::languages;
 
-constexpr std::size_t lastColumn = 1041; // greatest column id of the log catalogue
+/// The texts of a column in the order of `languages`.
+using Label = std::array<std::string_view, languages.size()>;
+using Labels = std::map<std::int64_t, Label>;
 
-using Labels = std::array<std::array<std::string_view, languages.size()>, lastColumn + 1>;
-
-/// Reads the labels by column id and language. The views point into the embedded file.
+/// Reads the labels by column id. The views point into the embedded file.
 Labels readLabels()
 {
     const database::TsvTable table{"log_columns", database::resource("texts", "log_columns.tsv").text};
     const std::size_t idColumn = table.column("ID");
-    Labels labels{};
+    Labels labels;
     for (std::size_t row = 0; row < table.rows(); ++row) {
-        auto& label = labels.at(static_cast<std::size_t>(table.whole(row, idColumn)));
+        Label& label = labels[table.whole(row, idColumn)];
         for (std::size_t language = 0; language < languages.size(); ++language)
             label[language] = table.cell(row, table.column(languages[language]));
     }
@@ -36,8 +38,9 @@ Labels readLabels()
 std::string_view columnLabel(std::int16_t id, std::string_view language)
 {
     static const Labels labels = readLabels(); // read once; constant data of the program
-    if (id < 1 || id > static_cast<std::int16_t>(lastColumn)) return {};
-    const auto& label = labels[static_cast<std::size_t>(id)];
+    const auto column = labels.find(id);
+    if (column == labels.end()) return {};
+    const Label& label = column->second;
     const auto* const found = std::find(languages.begin(), languages.end(), language);
     return found == languages.end() ? label.front() : label[static_cast<std::size_t>(found - languages.begin())];
 }

@@ -58,10 +58,4 @@ constexpr bool isUpperCase(std::string_view key)
     return std::ranges::none_of(key, [](char c) { return c >= 'a' && c <= 'z'; });
 }
 
-constexpr bool isComplete(const ListType& type)
-{
-    return idsRise(type.description()) && joinsFitColumns(type) && expressionsFitColumns(type) &&
-           templatesNameValues(type.description());
-}
-
 } // namespace tamarok::catalogue

@@ -84,15 +84,24 @@ constexpr bool keysAreUnique()
     });
 }
 
-static_assert(keysAreUnique());
-static_assert(isComplete(deductionTypes.front()));
+static_assert(keysAreUnique(), "the key of each list type must be in upper case and unique");
 
-/// One evaluation for each type, since compilers limit the steps of an evaluation.
-template <std::size_t position>
-constexpr bool typeIsComplete = isComplete(types[position]);
+/// The rules of one list type. The compiler's message names the broken rule and the position of the type in `table`,
+/// counted from 0 in the order of the includes above. One evaluation for each rule and type, since compilers limit the
+/// steps of an evaluation.
+template <const auto& table, std::size_t position>
+struct CheckedType {
+    static_assert(idsRise(table[position].description()), "the ids of columns and of select expressions must rise");
+    static_assert(joinsFitColumns(table[position]),
+                  "a join names the id of a column or of another join that is not there");
+    static_assert(expressionsFitColumns(table[position]), "an expression for grouped lists needs a column with a sum");
+    static_assert(templatesNameValues(table[position].description()), "a template names an unknown value in braces");
+    static constexpr bool passed = true;
+};
 
+static_assert(CheckedType<deductionTypes, 0>::passed);
 static_assert([]<std::size_t... position>(std::index_sequence<position...>) {
-    return (typeIsComplete<position> && ...);
+    return (CheckedType<types, position>::passed && ...);
 }(std::make_index_sequence<types.size()>{}));
 
 /// For keys that are known to be in the table; evaluated at compile time, an unknown key does not compile.

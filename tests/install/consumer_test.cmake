@@ -31,7 +31,7 @@ expect_version(${WORK}/build/consumer)
 
 find_program(PKG_CONFIG pkg-config REQUIRED)
 set(ENV{PKG_CONFIG_PATH} ${WORK}/prefix/${LIBDIR}/pkgconfig)
-run(${PKG_CONFIG} --define-variable=prefix=${WORK}/prefix --cflags --libs tamarok_embedded tamarok_comm)
+run(${PKG_CONFIG} --cflags --libs tamarok_embedded tamarok_comm)
 separate_arguments(package_flags UNIX_COMMAND "${output}")
 run(${COMPILER} ${SOURCE}/main.cpp ${flags} -o ${WORK}/by-pkg-config ${package_flags})
 expect_version(${WORK}/by-pkg-config)

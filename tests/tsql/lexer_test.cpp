@@ -16,7 +16,7 @@ using testing::ElementsAre;
 std::vector<std::string> cut(std::string_view text)
 {
     std::vector<std::string> parts;
-    for (const Token& token : tokenize(text)) {
+    for (const Token& token : tokenize(SourceText(text))) {
         if (token.kind == TokenKind::End) continue;
         parts.push_back(std::to_string(token.offset) + ":" + std::string(text.substr(token.offset, token.length)));
     }
@@ -26,7 +26,7 @@ std::vector<std::string> cut(std::string_view text)
 std::vector<TokenKind> kindsOf(std::string_view text)
 {
     std::vector<TokenKind> kinds;
-    for (const Token& token : tokenize(text))
+    for (const Token& token : tokenize(SourceText(text)))
         kinds.push_back(token.kind);
     return kinds;
 }
@@ -34,7 +34,7 @@ std::vector<TokenKind> kindsOf(std::string_view text)
 std::string refusal(std::string_view text)
 {
     try {
-        static_cast<void>(tokenize(text));
+        static_cast<void>(tokenize(SourceText(text)));
     } catch (const Error& error) {
         EXPECT_EQ(error.number, errors::statementRefused);
         return std::to_string(error.nativeError) + " " + error.description;
@@ -81,15 +81,15 @@ TEST(Lexer, OperatorsTakeTheLongestForm)
 
 TEST(Lexer, GoSeparatesBatchesOnlyAloneOnItsLine)
 {
-    EXPECT_EQ(tokenize("a\n go \nb")[1].kind, TokenKind::Go);
-    EXPECT_EQ(tokenize("go b")[0].kind, TokenKind::Name);
+    EXPECT_EQ(tokenize(SourceText("a\n go \nb"))[1].kind, TokenKind::Go);
+    EXPECT_EQ(tokenize(SourceText("go b"))[0].kind, TokenKind::Name);
 }
 
 TEST(Lexer, KeywordsAreFoundWithoutRegardToCase)
 {
-    EXPECT_EQ(tokenize("sElEcT")[0].keyword, Keyword::Select);
-    EXPECT_EQ(tokenize("SELECTED")[0].keyword, Keyword::None);
-    EXPECT_EQ(tokenize("[SELECT]")[0].keyword, Keyword::None);
+    EXPECT_EQ(tokenize(SourceText("sElEcT"))[0].keyword, Keyword::Select);
+    EXPECT_EQ(tokenize(SourceText("SELECTED"))[0].keyword, Keyword::None);
+    EXPECT_EQ(tokenize(SourceText("[SELECT]"))[0].keyword, Keyword::None);
     for (int i = 1; i <= static_cast<int>(Keyword::Work); ++i) {
         const auto keyword = static_cast<Keyword>(i);
         EXPECT_EQ(findKeyword(keywordText(keyword)), keyword);

@@ -6,6 +6,7 @@
 #include "functions/collation.h"
 #include "functions/conversion.h"
 #include "functions/date_conversion.h"
+#include "functions/number_text.h"
 
 /// Arithmetic and comparison as the server does them.
 namespace tamarok::embedded::functions {
@@ -51,18 +52,46 @@ bool remainderWhole(std::int64_t a, std::int64_t b, std::int64_t& result)
     return true;
 }
 
-/// Converts both arguments to the type, computes in 64 bits and checks the result for int.
-void resultOfWhole(Call& call, WholeType type, WholeOperation operation)
+/// Computes in 64 bits and checks the result for int.
+std::int64_t computeWhole(std::int64_t a, std::int64_t b, WholeType type, WholeOperation operation)
 {
-    if (call.anyNull()) return call.resultNull();
-    const std::int64_t a = toWhole(call.value(0), type);
-    const std::int64_t b = toWhole(call.value(1), type);
     std::int64_t result = 0;
     if (!operation(a, b, result)) {
         failWith(8115, "Arithmetic overflow error converting expression to data type bigint.",
                  std::to_string(a) + " and " + std::to_string(b));
     }
-    call.result(type == WholeType::Int ? checkedInt(result) : result);
+    return checkedWhole(result, type);
+}
+
+/// Converts both arguments to the type and computes.
+void resultOfWhole(Call& call, WholeType type, WholeOperation operation)
+{
+    if (call.anyNull()) return call.resultNull();
+    call.result(computeWhole(toWhole(call.value(0), type), toWhole(call.value(1), type), type, operation));
+}
+
+WholeOperation wholeOperation(char sign) noexcept
+{
+    switch (sign) {
+    case '+': return addWhole;
+    case '-': return subtractWhole;
+    case '*': return multiplyWhole;
+    case '/': return divideWhole;
+    default: return remainderWhole;
+    }
+}
+
+/// The operands are combined from the left by the signs in the last argument: (a, b, c, '-*') is (a - b) * c. Each
+/// step is checked for overflow like a single operation.
+void resultOfChain(Call& call, WholeType type)
+{
+    if (call.count() < 2 || call.anyNull()) return call.resultNull();
+    const TextArgument signs = call.text(call.count() - 1);
+    std::int64_t result = toWhole(call.value(0), type);
+    for (std::size_t index = 0; index < signs.view().size() && index + 2 < call.count(); ++index) {
+        result = computeWhole(result, toWhole(call.value(index + 1), type), type, wholeOperation(signs.view()[index]));
+    }
+    call.result(result);
 }
 
 bool isNumber(Storage storage) noexcept
@@ -221,6 +250,80 @@ void tmBMod(Call& call)
     resultOfWhole(call, WholeType::BigInt, remainderWhole);
 }
 
+void tmIntChain(Call& call)
+{
+    resultOfChain(call, WholeType::Int);
+}
+
+void tmBigIntChain(Call& call)
+{
+    resultOfChain(call, WholeType::BigInt);
+}
+
+void tmTinyIntChain(Call& call)
+{
+    resultOfChain(call, WholeType::TinyInt);
+}
+
+void tmSmallIntChain(Call& call)
+{
+    resultOfChain(call, WholeType::SmallInt);
+}
+
+namespace {
+
+/// A step of a chain of amounts. The server rounds sums and products to four decimal places and cuts quotients.
+double computeMoney(double a, double b, char sign)
+{
+    constexpr std::int32_t places = 4;
+    switch (sign) {
+    case '+': return roundHalfAway(a + b, places);
+    case '-': return roundHalfAway(a - b, places);
+    case '*': return roundHalfAway(a * b, places);
+    case '/': return truncateTo(divideReal(a, b), places);
+    default: return roundHalfAway(remainderReal(a, b), places);
+    }
+}
+
+void resultOfMoneyChain(Call& call, bool small)
+{
+    if (call.count() < 2 || call.anyNull()) return call.resultNull();
+    const TextArgument signs = call.text(call.count() - 1);
+    double result = call.real(0);
+    for (std::size_t index = 0; index < signs.view().size() && index + 2 < call.count(); ++index)
+        result = checkedMoney(computeMoney(result, call.real(index + 1), signs.view()[index]), small);
+    call.result(result);
+}
+
+} // namespace
+
+void tmMoneyChain(Call& call)
+{
+    resultOfMoneyChain(call, false);
+}
+
+void tmSmallMoneyChain(Call& call)
+{
+    resultOfMoneyChain(call, true);
+}
+
+/// Exclusive or.
+void tmXor(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    call.result(toWhole(call.value(0), WholeType::BigInt) ^ toWhole(call.value(1), WholeType::BigInt));
+}
+
+/// The texts joined; Null if one of them is Null, unlike CONCAT.
+void tmConcat(Call& call)
+{
+    if (call.anyNull()) return call.resultNull();
+    std::string joined;
+    for (std::size_t index = 0; index < call.count(); ++index)
+        joined += call.text(index).view();
+    call.result(std::string_view{joined});
+}
+
 void tmFDiv(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
@@ -281,6 +384,13 @@ void tmCompare(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
     call.result(std::int64_t{compareValues(call)});
+}
+
+/// NULLIF of operands whose types differ.
+void tmNullIf(Call& call)
+{
+    if (call.isNull(0) || (!call.isNull(1) && compareValues(call) == 0)) return call.resultNull();
+    call.resultValue(0);
 }
 
 void tmIsNull(Call& call)

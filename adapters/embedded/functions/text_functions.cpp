@@ -7,6 +7,7 @@
 #include "functions/collation.h"
 #include "functions/conversion.h"
 #include "functions/number_text.h"
+#include "functions/text_search.h"
 
 #include "tamarok/text.h"
 
@@ -29,40 +30,6 @@ std::string_view cutBlanksBefore(std::string_view text) noexcept
     while (!text.empty() && text.front() == ' ')
         text.remove_prefix(1);
     return text;
-}
-
-/// The letters of a text one by one, expansions as their letters.
-class LetterReader {
-public:
-    LetterReader(std::string_view text, std::size_t at) noexcept : text_{text}, at_{at} {}
-
-    bool isAtEnd() const noexcept { return pending_ == 0 && at_ >= text_.size(); }
-    bool isBetweenLetters() const noexcept { return pending_ != 0; }
-    std::size_t offset() const noexcept { return at_; }
-    char32_t next() noexcept
-    {
-        if (pending_ != 0) return std::exchange(pending_, 0);
-        const Letters letters = lettersOf(decodeFolded(text_, at_));
-        pending_ = letters.second;
-        return letters.first;
-    }
-
-private:
-    std::string_view text_;
-    std::size_t at_;
-    char32_t pending_ = 0;
-};
-
-/// Byte offset after `needle` if `text` has it at `at`, without regard to case; npos otherwise. A match ends behind a
-/// whole character: "s" is no part of "ß".
-std::size_t matchFolded(std::string_view text, std::size_t at, std::string_view needle) noexcept
-{
-    LetterReader of{text, at};
-    LetterReader wanted{needle, 0};
-    while (!wanted.isAtEnd()) {
-        if (of.isAtEnd() || of.next() != wanted.next()) return std::string_view::npos;
-    }
-    return of.isBetweenLetters() ? std::string_view::npos : of.offset();
 }
 
 std::size_t count(std::int64_t number) noexcept
@@ -175,36 +142,41 @@ void charIndex(Call& call)
     const TextArgument needle = call.text(0);
     const TextArgument text = call.text(1);
     const std::int64_t start = call.count() > 2 ? std::max<std::int64_t>(call.whole(2), 1) : 1;
-    if (needle.view().empty()) return call.result(std::int64_t{0});
-    std::int64_t position = 1;
-    for (std::size_t at = 0; at < text.view().size(); ++position) {
-        if (position >= start && matchFolded(text, at, needle) != std::string_view::npos) return call.result(position);
-        text::decode(text, at);
-    }
-    call.result(std::int64_t{0});
+    std::size_t from = 0;
+    for (std::int64_t position = 1; position < start && from < text.view().size(); ++position)
+        text::decode(text, from);
+    const auto found = FoldedSearch{needle}.find(text, from);
+    call.result(found ? start + static_cast<std::int64_t>(found->position) : 0);
 }
 
-/// REPLACE without regard to case, which SQLite's function of that name does not do.
+/// REPLACE(text, part, replacement [, characters]) without regard to case, which SQLite's function of that name does
+/// not do. The translation adds the fourth argument for a text with a declared length: the result is cut to it, as the
+/// server cuts it to 8000 bytes. A (max) text has the server's limit as an error, before the memory is taken.
 void replace(Call& call)
 {
+    constexpr std::size_t longestText = std::size_t{1} << 29U; // bytes; SQLite's own limit is 10^9
     if (call.anyNull()) return call.resultNull();
     const TextArgument text = call.text(0);
-    const TextArgument needle = call.text(1);
     const TextArgument replacement = call.text(2);
-    if (needle.view().empty()) return call.result(text.view());
+    const FoldedSearch part{call.text(1)};
+    const std::int64_t most = call.count() > 3 ? call.whole(3) : -1;
     std::string replaced;
-    for (std::size_t at = 0; at < text.view().size();) {
-        const std::size_t behind = matchFolded(text, at, needle);
-        if (behind != std::string_view::npos) {
-            replaced += replacement.view();
-            at = behind;
-            continue;
+    std::size_t at = 0;
+    const auto append = [&](std::string_view more) {
+        if (replaced.size() + more.size() > longestText) {
+            fail(7119, "Attempting to grow LOB beyond maximum allowed size of 536870912 bytes.");
         }
-        const std::size_t from = at;
-        text::decode(text, at);
-        replaced += text.view().substr(from, at - from);
+        replaced += more;
+    };
+    for (auto found = part.find(text, at); found; found = part.find(text, at)) {
+        append(text.view().substr(at, found->begin - at));
+        append(replacement);
+        at = found->end;
+        // A character has at most four bytes: the rest would be cut anyway.
+        if (most >= 0 && replaced.size() > count(most) * 4) break;
     }
-    call.result(std::string_view{replaced});
+    append(text.view().substr(at));
+    call.result(most < 0 ? std::string_view{replaced} : text::left(replaced, count(most)));
 }
 
 /// Returns Null if the position is outside the text or the length is negative. A Null replacement only deletes.

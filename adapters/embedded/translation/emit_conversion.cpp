@@ -164,19 +164,19 @@ bool Emitter::literalAs(const Expr& expr, const Type& target, BadDate badDate)
 
 /// Writes the server's implicit conversion, or the plain expression where the stored forms of
 /// both types agree.
-void Emitter::as(const Expr& expr, const Type& target, BadDate badDate)
+void Emitter::as(const Expr& expr, const Type& target, BadDate badDate, Binding need)
 {
-    if (expr.type == target || expr.type.kind == TypeKind::Null || isOpen(target)) return expression(expr);
+    if (expr.type == target || expr.type.kind == TypeKind::Null || isOpen(target)) return expression(expr, need);
     if (literalAs(expr, target, badDate)) return;
-    if (isWhole(target)) return toWhole(expr, target);
-    if (isFraction(target)) return toFraction(expr, target);
-    if (isDate(target)) return toDate(expr, target);
-    if (isText(target)) return asText(expr);
-    expression(expr);
+    if (isWhole(target)) return toWhole(expr, target, need);
+    if (isFraction(target)) return toFraction(expr, target, need);
+    if (isDate(target)) return toDate(expr, target, need);
+    if (isText(target)) return asText(expr, need);
+    expression(expr, need);
 }
 
 /// A whole number of a smaller type is stored alike. A date counts as days from 1900-01-01.
-void Emitter::toWhole(const Expr& expr, const Type& target)
+void Emitter::toWhole(const Expr& expr, const Type& target, Binding need)
 {
     if (isDate(expr.type)) {
         conversionCall(target);
@@ -185,37 +185,38 @@ void Emitter::toWhole(const Expr& expr, const Type& target)
         return;
     }
     const bool narrower = isWhole(expr.type) && (largestMagnitude(expr.type.kind) <= largestMagnitude(target.kind));
-    if (narrower || expr.type.kind == TypeKind::Unknown) return expression(expr);
+    if (narrower || expr.type.kind == TypeKind::Unknown) return expression(expr, need);
     conversionCall(target);
     wholeOperand(expr, target);
     write(")");
 }
 
 /// All numbers are stored as binary fractions, so that only a text, or a decimal that loses places, needs a function.
-void Emitter::toFraction(const Expr& expr, const Type& target)
+void Emitter::toFraction(const Expr& expr, const Type& target, Binding need)
 {
     if (isDate(expr.type)) return dayNumber(expr);
     const bool loses = target.kind == TypeKind::Decimal && isFraction(expr.type) &&
                        (expr.type.kind != TypeKind::Decimal || expr.type.scale > target.scale);
-    if (!isText(expr.type) && !loses) return expression(expr);
+    if (!isText(expr.type) && !loses) return expression(expr, need);
     conversionCall(target);
     expression(expr);
     conversionEnd(target);
 }
 
 /// DATETIME and DATETIME2 hold the stored text of DATE, SMALLDATETIME and each other unchanged.
-void Emitter::toDate(const Expr& expr, const Type& target)
+void Emitter::toDate(const Expr& expr, const Type& target, Binding need)
 {
     const bool finer = target.kind == TypeKind::DateTime || target.kind == TypeKind::DateTime2;
     const bool same = finer && isDate(expr.type) && expr.type.kind != TypeKind::Time;
-    if (same) return expression(expr);
+    if (same) return expression(expr, need);
     number(conversionFunction(target.kind), expr);
 }
 
 /// Texts and identifiers are stored as they are shown; all others go through the function of their type.
-void Emitter::asText(const Expr& expr)
+void Emitter::asText(const Expr& expr, Binding need)
 {
-    if (isText(expr.type) || isOpen(expr.type) || classOf(expr.type) == TypeClass::Guid) return expression(expr);
+    const bool shown = isText(expr.type) || isOpen(expr.type) || classOf(expr.type) == TypeClass::Guid;
+    if (shown) return expression(expr, need);
     if (literalAs(expr, makeType(TypeKind::NVarChar, -1), BadDate::LeftToRunTime)) return;
     textOf(expr, nullptr, makeType(TypeKind::NVarChar, -1));
 }
@@ -258,25 +259,25 @@ void Emitter::textOf(const Expr& expr, const Expr* style, const Type& target)
 
 // --- CAST and CONVERT --------------------------------------------------------------------------
 
-void Emitter::cast(const CastExpr& cast)
+void Emitter::cast(const CastExpr& cast, Binding need)
 {
-    if (cast.value->type.kind == TypeKind::Null) return expression(*cast.value);
+    if (cast.value->type.kind == TypeKind::Null) return expression(*cast.value, need);
     switch (classOf(cast.target)) {
-    case TypeClass::Text: return castText(cast);
-    case TypeClass::Date: return castDate(cast);
+    case TypeClass::Text: return castText(cast, need);
+    case TypeClass::Date: return castDate(cast, need);
     case TypeClass::Guid:
         write("tm_nvarchar(");
         expression(*cast.value);
         write(", 36)");
         return;
     case TypeClass::Binary: source_.unsupported(cast.offset, "A conversion to a binary type");
-    default: castNumber(cast);
+    default: castNumber(cast, need);
     }
 }
 
 /// CAST cuts a text that is too long without an error, unlike an assignment. A text that fits by its type is not
 /// touched. CHAR and NCHAR pad as well, around the rest.
-void Emitter::castText(const CastExpr& cast)
+void Emitter::castText(const CastExpr& cast, Binding need)
 {
     const Expr& value = *cast.value;
     const Type& target = cast.target;
@@ -285,7 +286,7 @@ void Emitter::castText(const CastExpr& cast)
     if (isText(value.type)) {
         const bool fits = target.length < 0 || (value.type.length >= 0 && value.type.length <= target.length);
         if (!fits && !padded) write("tm_nvarchar(");
-        expression(value);
+        expression(value, fits && !padded ? need : Binding::None);
         if (!fits && !padded) write(", " + std::to_string(target.length) + ")");
     } else if (value.type.kind == TypeKind::Unknown && cast.style != nullptr) {
         write("tm_datetext(");
@@ -300,11 +301,11 @@ void Emitter::castText(const CastExpr& cast)
 }
 
 /// A style determines the order of day, month and year in a text. A constant without a style is converted at once.
-void Emitter::castDate(const CastExpr& cast)
+void Emitter::castDate(const CastExpr& cast, Binding need)
 {
     const Expr& value = *cast.value;
     const bool text = isText(value.type) || value.type.kind == TypeKind::Unknown;
-    if (value.type == cast.target) return expression(value);
+    if (value.type == cast.target) return expression(value, need);
     if (cast.style == nullptr && literalAs(value, cast.target, BadDate::LeftToRunTime)) return;
     conversionCall(cast.target);
     if (text && cast.style != nullptr) {
@@ -320,15 +321,15 @@ void Emitter::castDate(const CastExpr& cast)
 }
 
 /// Like an assignment to a column of that type, but a widened value and a whole literal as float need no function.
-void Emitter::castNumber(const CastExpr& cast)
+void Emitter::castNumber(const CastExpr& cast, Binding need)
 {
     const Expr& value = *cast.value;
     const Type& target = cast.target;
     const bool widens = isWhole(target) && isWhole(value.type) && target.kind != TypeKind::Bit &&
                         largestMagnitude(value.type.kind) <= largestMagnitude(target.kind);
-    if (value.type == target || widens) return expression(value);
+    if (value.type == target || widens) return expression(value, need);
     if (value.kind == ExprKind::Number && target.kind == TypeKind::Float) {
-        if (!literalAs(value, target, BadDate::LeftToRunTime)) expression(value);
+        if (!literalAs(value, target, BadDate::LeftToRunTime)) expression(value, need);
         return;
     }
     conversionCall(target);

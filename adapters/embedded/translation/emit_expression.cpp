@@ -1,13 +1,37 @@
+#include <algorithm>
+
 #include "tamarok_tsql/builtins.h"
 #include "tamarok_tsql/type_rules.h"
 #include "translation/emitter.h"
 
 namespace tamarok::embedded::translation {
 
+bool Emitter::open(Binding own, Binding need)
+{
+    const bool opens = own < need;
+    if (opens) out_ += '(';
+    return opens;
+}
+
+namespace {
+
+/// Names the construct, if it is one that nests others.
+NestingLevel levelOf(const Expr& expr, Nesting& nesting, const std::string& text)
+{
+    const bool named = expr.kind == ExprKind::Function;
+    return {nesting, text, expr.offset, constructName(expr.kind),
+            named ? tsql::as<FunctionExpr>(expr).builtin->name : std::string_view{}};
+}
+
+} // namespace
+
 /// Writes an expression in its own type. DEFAULT does not get here: INSERT leaves its column out, and the binder
 /// refuses it elsewhere.
-void Emitter::expression(const Expr& expr)
+void Emitter::expression(const Expr& expr, Binding need)
 {
+    source_.work();
+    checkLength(expr.offset);
+    const NestingLevel level = levelOf(expr, nested_, out_);
     switch (expr.kind) {
     case ExprKind::Null:
     case ExprKind::Default: write("NULL"); break;
@@ -20,25 +44,17 @@ void Emitter::expression(const Expr& expr)
     case ExprKind::System: system(tsql::as<SystemExpr>(expr)); break;
     case ExprKind::RowNum:
     case ExprKind::Column: column(tsql::as<ColumnExpr>(expr)); break;
-    case ExprKind::Unary: unary(tsql::as<UnaryExpr>(expr)); break;
-    case ExprKind::Binary: binary(tsql::as<BinaryExpr>(expr)); break;
-    case ExprKind::Compare: compare(tsql::as<BinaryExpr>(expr)); break;
-    case ExprKind::And: chain(tsql::as<ChainExpr>(expr).operands, " AND "); break;
-    case ExprKind::Or: chain(tsql::as<ChainExpr>(expr).operands, " OR "); break;
-    case ExprKind::Not:
-        write("(NOT ");
-        expression(*tsql::as<NotExpr>(expr).operand);
-        write(")");
-        break;
-    case ExprKind::Between: between(tsql::as<BetweenExpr>(expr)); break;
-    case ExprKind::InList: inList(tsql::as<InListExpr>(expr)); break;
-    case ExprKind::InQuery: inQuery(tsql::as<InQueryExpr>(expr)); break;
-    case ExprKind::Like: like(tsql::as<LikeExpr>(expr)); break;
-    case ExprKind::IsNull:
-        write("(");
-        expression(*tsql::as<IsNullExpr>(expr).value);
-        write(tsql::as<IsNullExpr>(expr).negated ? " IS NOT NULL)" : " IS NULL)");
-        break;
+    case ExprKind::Unary: unary(tsql::as<UnaryExpr>(expr), need); break;
+    case ExprKind::Binary: binary(tsql::as<BinaryExpr>(expr), need); break;
+    case ExprKind::Compare: compare(tsql::as<BinaryExpr>(expr), need); break;
+    case ExprKind::And:
+    case ExprKind::Or: chain(tsql::as<ChainExpr>(expr), need); break;
+    case ExprKind::Not: negation(tsql::as<NotExpr>(expr), need); break;
+    case ExprKind::Between: between(tsql::as<BetweenExpr>(expr), need); break;
+    case ExprKind::InList: inList(tsql::as<InListExpr>(expr), need); break;
+    case ExprKind::InQuery: inQuery(tsql::as<InQueryExpr>(expr), need); break;
+    case ExprKind::Like: like(tsql::as<LikeExpr>(expr), need); break;
+    case ExprKind::IsNull: isNull(tsql::as<IsNullExpr>(expr), need); break;
     case ExprKind::Exists:
         write("EXISTS (");
         query(*tsql::as<QueryExpr>(expr).query, Naming::None);
@@ -46,9 +62,9 @@ void Emitter::expression(const Expr& expr)
         break;
     case ExprKind::Subquery: scalarQuery(tsql::as<QueryExpr>(expr)); break;
     case ExprKind::Case: caseOf(tsql::as<CaseExpr>(expr)); break;
-    case ExprKind::Cast: cast(tsql::as<CastExpr>(expr)); break;
+    case ExprKind::Cast: cast(tsql::as<CastExpr>(expr), need); break;
     case ExprKind::IsNullCall: isNullCall(tsql::as<CallExpr>(expr)); break;
-    case ExprKind::Coalesce: coalesce(tsql::as<CallExpr>(expr)); break;
+    case ExprKind::Coalesce: coalesce(tsql::as<CallExpr>(expr), need); break;
     case ExprKind::NullIf: nullIf(tsql::as<CallExpr>(expr)); break;
     case ExprKind::Function: function(tsql::as<FunctionExpr>(expr)); break;
     }
@@ -105,13 +121,14 @@ bool Emitter::bringsCollation(const Expr& expr) const
 
 void Emitter::collated(const Expr& expr)
 {
-    expression(expr);
-    if (needsCollation(expr) && !bringsCollation(expr)) write(" COLLATE TAMAROK");
+    const bool collate = needsCollation(expr) && !bringsCollation(expr);
+    expression(expr, collate ? Binding::Collate : Binding::None);
+    if (collate) write(" COLLATE TAMAROK");
 }
 
-void Emitter::operand(const Expr& expr, const Type& common, bool collate)
+void Emitter::operand(const Expr& expr, const Type& common, bool collate, Binding need)
 {
-    as(expr, common, BadDate::Refused);
+    as(expr, common, BadDate::Refused, collate ? Binding::Collate : need);
     if (collate) write(" COLLATE TAMAROK");
 }
 
@@ -131,6 +148,18 @@ std::string_view comparisonText(TokenKind op)
     }
 }
 
+/// The comparison with its sides exchanged.
+TokenKind turnedRound(TokenKind op)
+{
+    switch (op) {
+    case TokenKind::Less: return TokenKind::Greater;
+    case TokenKind::LessEqual: return TokenKind::GreaterEqual;
+    case TokenKind::Greater: return TokenKind::Less;
+    case TokenKind::GreaterEqual: return TokenKind::LessEqual;
+    default: return op;
+    }
+}
+
 bool isTextual(const Type& type)
 {
     return isText(type) || classOf(type) == TypeClass::Guid;
@@ -138,95 +167,103 @@ bool isTextual(const Type& type)
 
 } // namespace
 
+bool Emitter::needsOperandCollation(const CaseExpr& expr) const
+{
+    return isTextual(expr.common) && !bringsCollation(*expr.operand);
+}
+
 /// Both sides are brought to their common type; SQLite would otherwise compare storage classes, in which any number is
 /// less than any text. If both types are known at run time only, tm_compare decides then. Where neither side is such a
 /// column, COLLATE on the left side decides.
-void Emitter::compare(const BinaryExpr& compare)
+void Emitter::compare(const BinaryExpr& compare, Binding need)
 {
+    const bool equality = compare.op == TokenKind::Equal || compare.op == TokenKind::NotEqual;
+    const bool opened = open(equality ? Binding::Equality : Binding::Relation, need);
     const Expr& left = *compare.left;
     const Expr& right = *compare.right;
     const Type common = unify(left.type, right.type);
     if (left.type.kind == TypeKind::Unknown && right.type.kind == TypeKind::Unknown) {
-        write("(tm_compare(");
+        write("tm_compare(");
         expression(left);
         write(", ");
         expression(right);
         write(")");
         write(comparisonText(compare.op));
-        write("0)");
-        return;
+        write("0");
+        return close(opened);
     }
-    write("(");
-    operand(left, common, isTextual(common) && !bringsCollation(left) && !bringsCollation(right));
-    write(comparisonText(compare.op));
-    operand(right, common, false);
-    write(")");
+    // A deep subquery goes to the left, where it has two symbols of the parser less around it.
+    const bool turned = right.kind == ExprKind::Subquery && nested_.level >= Nesting::deep;
+    const bool collate = isTextual(common) && !bringsCollation(left) && !bringsCollation(right);
+    operand(turned ? right : left, common, collate);
+    write(comparisonText(turned ? turnedRound(compare.op) : compare.op));
+    operand(turned ? left : right, common, false);
+    close(opened);
 }
 
-/// Long chains become a balanced tree: SQLite limits its depth.
-void Emitter::chain(ExprList operands, std::string_view op)
+/// NOT binds less tightly than the predicates, which so need no parentheses behind it.
+void Emitter::negation(const NotExpr& negation, Binding need)
 {
-    constexpr std::size_t flat = 64;
-    write("(");
-    if (operands.size() > flat) {
-        const std::size_t half = operands.size() / 2;
-        chain(operands.first(half), op);
-        write(op);
-        chain(operands.subspan(half), op);
-    } else {
-        bool first = true;
-        for (const Expr* operand : operands) {
-            if (!first) write(op);
-            first = false;
-            expression(*operand);
-        }
-    }
-    write(")");
+    const bool opened = open(Binding::Not, need);
+    write("NOT ");
+    expression(*negation.operand, Binding::Not);
+    close(opened);
+}
+
+void Emitter::isNull(const IsNullExpr& isNull, Binding need)
+{
+    const bool opened = open(Binding::Equality, need);
+    expression(*isNull.value, Binding::Bitwise);
+    write(isNull.negated ? " IS NOT NULL" : " IS NULL");
+    close(opened);
 }
 
 /// All three operands have one common type. The collation of the left operand counts for both bounds.
-void Emitter::between(const BetweenExpr& between)
+void Emitter::between(const BetweenExpr& between, Binding need)
 {
     const Type common = unify(unify(between.value->type, between.low->type), between.high->type);
-    write("(");
+    const bool opened = open(Binding::Equality, need);
     operand(*between.value, common, isTextual(common) && !bringsCollation(*between.value));
     write(between.negated ? " NOT BETWEEN " : " BETWEEN ");
     operand(*between.low, common, false);
     write(" AND ");
     operand(*between.high, common, false);
-    write(")");
+    close(opened);
 }
 
 /// SQLite uses the collation of the left operand for all items.
-void Emitter::inList(const InListExpr& in)
+void Emitter::inList(const InListExpr& in, Binding need)
 {
-    write("(");
+    const bool opened = open(Binding::Equality, need);
     operand(*in.value, in.common, isTextual(in.common) && !bringsCollation(*in.value));
     write(in.negated ? " NOT IN (" : " IN (");
     bool first = true;
     for (const Expr* item : in.items) {
         if (!first) write(", ");
         first = false;
-        operand(*item, in.common, false);
+        operand(*item, in.common, false, Binding::None);
     }
-    write("))");
+    write(")");
+    close(opened);
 }
 
-void Emitter::inQuery(const InQueryExpr& in)
+void Emitter::inQuery(const InQueryExpr& in, Binding need)
 {
-    write("(");
+    const bool opened = open(Binding::Equality, need);
     operand(*in.value, in.common, isTextual(in.common) && !bringsCollation(*in.value));
     write(in.negated ? " NOT IN (" : " IN (");
     query(*in.query, Naming::None);
-    write("))");
+    write(")");
+    close(opened);
 }
 
 /// SQLite's LIKE knows no character classes, and folds the case of ASCII letters only. Trailing blanks of the value are
 /// ignored in a match of non- Unicode texts only, as on the server, hence two functions.
-void Emitter::like(const LikeExpr& like)
+void Emitter::like(const LikeExpr& like, Binding need)
 {
+    const bool opened = like.negated && open(Binding::Not, need);
     const bool national = isNational(like.value->type) || isNational(like.pattern->type);
-    if (like.negated) write("(NOT ");
+    if (like.negated) write("NOT ");
     write(national ? "tm_nlike(" : "tm_like(");
     asText(*like.value);
     write(", ");
@@ -237,37 +274,11 @@ void Emitter::like(const LikeExpr& like)
     } else {
         write("''");
     }
-    write(like.negated ? "))" : ")");
+    write(")");
+    close(opened);
 }
 
 // --- choices -----------------------------------------------------------------------------------
-
-/// The branches are converted to the common type of all of them: SQLite would give each row the type of its branch.
-void Emitter::caseOf(const CaseExpr& expr)
-{
-    write("(CASE ");
-    if (expr.operand != nullptr) {
-        operand(*expr.operand, expr.common, isTextual(expr.common) && !bringsCollation(*expr.operand));
-        write(" ");
-    }
-    for (const CaseArm& arm : expr.arms) {
-        write("WHEN ");
-        if (expr.operand != nullptr) {
-            operand(*arm.when, expr.common, false);
-        } else {
-            expression(*arm.when);
-        }
-        write(" THEN ");
-        as(*arm.then, expr.type);
-        write(" ");
-    }
-    if (expr.otherwise != nullptr) {
-        write("ELSE ");
-        as(*expr.otherwise, expr.type);
-        write(" ");
-    }
-    write("END)");
-}
 
 /// ISNULL has the type of its first argument, so that a longer second text is cut to its length. Required by the
 /// server's rule; COALESCE does not cut.
@@ -290,66 +301,93 @@ void Emitter::isNullCall(const CallExpr& call)
 }
 
 /// SQLite's coalesce needs at least two arguments.
-void Emitter::coalesce(const CallExpr& call)
+void Emitter::coalesce(const CallExpr& call, Binding need)
 {
-    write(call.arguments.size() == 1 ? "(" : "coalesce(");
-    bool first = true;
-    for (const Expr* argument : call.arguments) {
-        if (!first) write(", ");
-        first = false;
-        as(*argument, call.type);
-    }
-    write(")");
+    if (call.arguments.size() == 1) return as(*call.arguments[0], call.type, BadDate::LeftToRunTime, need);
+    longCall("coalesce", call.arguments.size(), [&](std::size_t index) { as(*call.arguments[index], call.type); });
 }
 
-/// SQLite's nullif would compare without conversion to a common type.
+/// SQLite's nullif compares without conversion to a common type. Where one is needed, tm_nullif compares, so that the
+/// first operand is written once: a CASE would double it with each level.
 void Emitter::nullIf(const CallExpr& call)
 {
     const Expr& value = *call.arguments[0];
     const Expr& other = *call.arguments[1];
     const Type common = unify(value.type, other.type);
-    write("(CASE WHEN ");
-    operand(value, common, isTextual(common) && !bringsCollation(value));
-    write(" = ");
-    operand(other, common, false);
-    write(" THEN NULL ELSE ");
-    expression(value);
-    write(" END)");
+    const bool sameForm = value.type.kind == TypeKind::Null || classOf(value.type) == classOf(common) ||
+                          (isNumber(value.type) && isNumber(common));
+    if (sameForm && common.kind != TypeKind::Unknown) {
+        const bool collate = isTextual(common) && !bringsCollation(value);
+        write("nullif(");
+        expression(value, collate ? Binding::Collate : Binding::None);
+        if (collate) write(" COLLATE TAMAROK");
+    } else {
+        write("tm_nullif(");
+        expression(value);
+    }
+    write(", ");
+    operand(other, common, false, Binding::None);
+    write(")");
 }
 
 // --- arithmetic --------------------------------------------------------------------------------
 
 namespace {
 
-/// Whether the type holds the negative of every possible value: the smallest whole number has no counterpart.
+/// Whether the type holds the negative of every possible value: the smallest whole number has no counterpart. It is no
+/// result of another minus.
 bool isNegatable(const UnaryExpr& unary)
 {
+    const Expr& operand = *unary.operand;
+    if (operand.kind == ExprKind::Unary && tsql::as<UnaryExpr>(operand).op == TokenKind::Minus) return true;
     const std::int64_t magnitude = unary.operand->magnitude;
     return !isWhole(unary.type) || (magnitude >= 0 && magnitude < largestMagnitude(unary.type.kind));
 }
 
 } // namespace
 
-/// ~ of a bit is 0 or 1 on the server; SQLite's ~ would make it -1 or -2.
-void Emitter::unary(const UnaryExpr& unary)
+/// ~ of a bit is 0 or 1 on the server; SQLite's ~ would make it -1 or -2. A blank keeps two minus signs apart, which
+/// would begin a comment.
+void Emitter::unary(const UnaryExpr& unary, Binding need)
 {
     if (unary.op == TokenKind::Minus && !isNegatable(unary)) return checkedMinus(unary);
-    if (unary.op == TokenKind::Tilde && unary.type.kind == TypeKind::Bit) {
-        write("(1 - ");
-    } else {
-        write(unary.op == TokenKind::Tilde ? "(~" : "(-");
-    }
-    expression(*unary.operand);
-    write(")");
+    const bool bit = unary.op == TokenKind::Tilde && unary.type.kind == TypeKind::Bit;
+    const bool opened = open(bit ? Binding::Sum : Binding::Sign, need);
+    write(bit ? "1 - " : unary.op == TokenKind::Tilde ? "~" : "-");
+    if (unary.operand->kind == ExprKind::Unary) write(" ");
+    expression(*unary.operand, bit ? Binding::Product : Binding::Sign);
+    close(opened);
 }
 
-void Emitter::infix(const Expr& left, std::string_view op, const Expr& right, const Type& type)
+namespace {
+
+Binding bindingOf(TokenKind op)
 {
-    write("(");
-    as(left, type);
+    switch (op) {
+    case TokenKind::Plus:
+    case TokenKind::Minus: return Binding::Sum;
+    case TokenKind::Ampersand:
+    case TokenKind::Bar: return Binding::Bitwise;
+    default: return Binding::Product;
+    }
+}
+
+/// What the right operand must do so that operators of one rank group from the left.
+Binding tighterThan(Binding binding)
+{
+    return static_cast<Binding>(static_cast<int>(binding) + 1);
+}
+
+} // namespace
+
+void Emitter::infix(const BinaryExpr& binary, std::string_view op, const Type& type, Binding need)
+{
+    const Binding own = bindingOf(binary.op);
+    const bool opened = open(own, need);
+    as(*binary.left, type, BadDate::LeftToRunTime, own);
     write(op);
-    as(right, type);
-    write(")");
+    as(*binary.right, type, BadDate::LeftToRunTime, tighterThan(own));
+    close(opened);
 }
 
 void Emitter::call(std::string_view function, const Expr& left, const Expr& right, const Type& type)
@@ -363,26 +401,22 @@ void Emitter::call(std::string_view function, const Expr& left, const Expr& righ
 }
 
 /// The binder has put the type of the result into the node, which determines what + and the others mean here.
-void Emitter::binary(const BinaryExpr& binary)
+void Emitter::binary(const BinaryExpr& binary, Binding need)
 {
     if (isText(binary.type)) {
-        write("(");
-        asText(*binary.left);
-        write(" || ");
-        asText(*binary.right);
-        write(")");
+        joinTexts(binary, need);
     } else if (isDate(binary.type)) {
         dateArithmetic(binary);
     } else if (isSmall(binary.type)) {
-        smallArithmetic(binary);
+        smallArithmetic(binary, need);
     } else if (isMoney(binary.type)) {
-        moneyArithmetic(binary);
+        arithmeticChain(binary);
     } else if (isWhole(binary.type) || binary.type.kind == TypeKind::Null) {
-        wholeArithmetic(binary);
+        wholeArithmetic(binary, need);
     } else if (binary.type.kind == TypeKind::Unknown) {
         openArithmetic(binary);
     } else {
-        fractionArithmetic(binary);
+        fractionArithmetic(binary, need);
     }
 }
 
@@ -396,7 +430,7 @@ void Emitter::openArithmetic(const BinaryExpr& binary)
     case TokenKind::Star: function = "tm_mul"; break;
     case TokenKind::Slash: function = "tm_div"; break;
     case TokenKind::Percent: function = "tm_mod"; break;
-    default: return wholeArithmetic(binary);
+    default: return wholeArithmetic(binary, Binding::Primary);
     }
     write(function);
     write("(");
@@ -409,7 +443,7 @@ void Emitter::openArithmetic(const BinaryExpr& binary)
 namespace {
 
 /// An operator on whole numbers: its plain form, and the functions that raise errors 8115 and 8134 for int and bigint.
-/// SQLite turns an overflow into a REAL and a division by zero into NULL.
+/// SQLite turns an overflow into a REAL and a division by zero into NULL, and has no exclusive or.
 struct WholeOperator {
     TokenKind op;
     std::string_view plain;
@@ -425,6 +459,7 @@ constexpr WholeOperator wholeOperators[] = {
     {TokenKind::Percent, " % ", "tm_imod", "tm_bmod"},
     {TokenKind::Ampersand, " & ", {}, {}},
     {TokenKind::Bar, " | ", {}, {}},
+    {TokenKind::Caret, {}, "tm_xor", "tm_xor"},
 };
 
 bool isNonZero(const Expr& expr)
@@ -435,30 +470,49 @@ bool isNonZero(const Expr& expr)
 
 } // namespace
 
-/// The plain operator is written where nothing can go wrong: the bound magnitude of the result fits, or the divisor is
-/// a constant other than 0. SQLite has no exclusive or; a ^ b is (a | b) - (a & b).
-void Emitter::wholeArithmetic(const BinaryExpr& binary)
+namespace {
+
+const WholeOperator& wholeOperator(TokenKind op)
 {
-    const Expr& left = *binary.left;
-    const Expr& right = *binary.right;
-    if (binary.op == TokenKind::Caret) {
-        write("(");
-        infix(left, " | ", right, binary.type);
-        write(" - ");
-        infix(left, " & ", right, binary.type);
-        write(")");
-        return;
+    return *std::ranges::find(wholeOperators, op, &WholeOperator::op);
+}
+
+/// Whether nothing can go wrong: the bound magnitude of the result fits, or the divisor is a constant other than 0.
+bool isSafe(const BinaryExpr& binary)
+{
+    const bool divides = binary.op == TokenKind::Slash || binary.op == TokenKind::Percent;
+    if (divides) return isNonZero(*binary.right);
+    const WholeOperator& row = wholeOperator(binary.op);
+    return row.checked.empty() || (!row.plain.empty() && binary.magnitude >= 0);
+}
+
+/// The node as an operator of + - * / % that computes in whole numbers of the type; nullptr if it is none.
+const BinaryExpr* wholeStep(const Expr& expr, const Type& type)
+{
+    if (expr.kind != ExprKind::Binary || !(expr.type == type)) return nullptr;
+    const auto& binary = tsql::as<BinaryExpr>(expr);
+    const WholeOperator& row = wholeOperator(binary.op);
+    return row.plain.empty() || row.checked.empty() ? nullptr : &binary;
+}
+
+} // namespace
+
+/// Safe operations are written plainly. Checked ones that follow each other are written as one flat call, since each
+/// call inside another takes three symbols of SQLite's parser.
+void Emitter::wholeArithmetic(const BinaryExpr& binary, Binding need)
+{
+    const WholeOperator& row = wholeOperator(binary.op);
+    const bool big = binary.type.kind == TypeKind::BigInt;
+    if (isSafe(binary)) return infix(binary, row.plain, binary.type, need);
+    std::vector<const BinaryExpr*> steps;
+    for (const BinaryExpr* step = wholeStep(binary, binary.type); step != nullptr;
+         step = wholeStep(*step->left, binary.type)) {
+        steps.push_back(step);
     }
-    for (const WholeOperator& row : wholeOperators) {
-        if (row.op != binary.op) continue;
-        const bool divides = row.op == TokenKind::Slash || row.op == TokenKind::Percent;
-        const bool safe = row.checked.empty() || (divides ? isNonZero(right) : binary.magnitude >= 0);
-        if (safe) {
-            infix(left, row.plain, right, binary.type);
-        } else {
-            call(binary.type.kind == TypeKind::BigInt ? row.checkedBig : row.checked, left, right, binary.type);
-        }
+    if (steps.size() > 1 && isWhole(binary.type)) {
+        return flatCall(big ? "tm_bigint_chain" : "tm_int_chain", steps, binary.type);
     }
+    call(big ? row.checkedBig : row.checked, *binary.left, *binary.right, binary.type);
 }
 
 namespace {
@@ -474,28 +528,29 @@ bool isDecimalTerm(const Expr& expr)
 } // namespace
 
 /// An operand of decimal arithmetic: rounding once, around the outermost operation, is enough.
-void Emitter::term(const Expr& expr, const Type& type)
+void Emitter::term(const Expr& expr, const Type& type, Binding need)
 {
     if (isDecimalTerm(expr)) {
+        const bool opened = open(bindingOf(tsql::as<BinaryExpr>(expr).op), need);
         decimalTerm(tsql::as<BinaryExpr>(expr));
+        close(opened);
     } else {
-        as(expr, type);
+        as(expr, type, BadDate::LeftToRunTime, need);
     }
 }
 
 void Emitter::decimalTerm(const BinaryExpr& binary)
 {
     const Type operandType = unify(binary.left->type, binary.right->type);
-    write("(");
-    term(*binary.left, operandType);
+    const Binding own = bindingOf(binary.op);
+    term(*binary.left, operandType, own);
     write(binary.op == TokenKind::Plus ? " + " : binary.op == TokenKind::Minus ? " - " : " * ");
-    term(*binary.right, operandType);
-    write(")");
+    term(*binary.right, operandType, tighterThan(own));
 }
 
 /// Decimals are stored as binary fractions. Results are therefore brought to their decimal places: the server rounds
 /// products and truncates quotients.
-void Emitter::fractionArithmetic(const BinaryExpr& binary)
+void Emitter::fractionArithmetic(const BinaryExpr& binary, Binding need)
 {
     const Expr& left = *binary.left;
     const Expr& right = *binary.right;
@@ -503,12 +558,15 @@ void Emitter::fractionArithmetic(const BinaryExpr& binary)
     const bool fixed = binary.type.kind == TypeKind::Decimal;
     const bool divides = binary.op == TokenKind::Slash;
     if (fixed) write(divides ? "tm_decimal_cut(" : "tm_decimal(");
+    const Binding inner = fixed ? Binding::None : need;
     if (binary.op == TokenKind::Percent) {
         call("tm_fmod", left, right, operandType);
     } else if (!divides) {
+        const bool opened = open(bindingOf(binary.op), inner);
         decimalTerm(binary);
+        close(opened);
     } else if (isNonZero(right)) {
-        infix(left, " / ", right, makeType(TypeKind::Float));
+        infix(binary, " / ", makeType(TypeKind::Float), inner);
     } else {
         call("tm_fdiv", left, right, operandType);
     }
@@ -545,7 +603,7 @@ void Emitter::dateArithmetic(const BinaryExpr& binary)
     const Expr& days = isMoment(left) ? right : left;
     if (minus && !isMoment(left)) {
         write("tm_datetime(");
-        expression(left);
+        expression(left, Binding::Sum);
         write(" - ");
         dayNumber(right);
         write(")");
@@ -557,7 +615,7 @@ void Emitter::dateArithmetic(const BinaryExpr& binary)
     if (isMoment(days)) {
         dayNumber(days);
     } else {
-        expression(days);
+        expression(days, minus ? Binding::Primary : Binding::None);
     }
     write(")");
 }

@@ -78,14 +78,29 @@ void Emitter::argument(const FunctionExpr& function, std::size_t index)
 void Emitter::uncheckedFunction(const FunctionExpr& function)
 {
     if (function.builtin->isAggregate()) return aggregate(function);
+    if (function.builtin->arguments.ends_with('*')) {
+        return longCall(sqliteFunction(*function.builtin), function.arguments.size(),
+                        [&](std::size_t index) { argument(function, index); });
+    }
     write(sqliteFunction(*function.builtin));
     write("(");
     for (std::size_t i = 0; i < function.arguments.size(); ++i) {
         if (i != 0) write(", ");
         argument(function, i);
     }
+    if (function.builtin->name == "REPLACE") replaceLength(function.arguments[0]->type);
+    resultType(function);
     write(")");
     if (function.over != nullptr) over(*function.over);
+}
+
+/// The server cuts the result of REPLACE to 8000 bytes unless the text is of a (max) type.
+void Emitter::replaceLength(const Type& type)
+{
+    constexpr int mostBytes = 8000;
+    constexpr int bytesOfUnit = 2;
+    if (!isText(type) || type.length < 0) return;
+    write(", " + std::to_string(isNational(type) ? mostBytes / bytesOfUnit : mostBytes));
 }
 
 /// SQLite's SUM of whole numbers has 64 bits and its AVG is a float. The server's results are int or bigint with

@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <set>
+#include <utility>
 
 #include "tamarok_tsql/type_rules.h"
 #include "translation/emitter.h"
@@ -143,14 +145,10 @@ void Emitter::limitedRows(const Select& select)
 {
     write(" FROM (SELECT ");
     bool first = true;
+    // A column may be used many times and is listed once.
+    std::set<std::pair<const Source*, std::int32_t>> listed;
     for (const ColumnExpr* used : select.scope->used.span()) {
-        // A column may be used many times and is listed once.
-        bool written = false;
-        for (const ColumnExpr* before : select.scope->used.span()) {
-            if (before == used) break;
-            written = written || (before->source == used->source && before->column == used->column);
-        }
-        if (written) continue;
+        if (!listed.emplace(used->source, used->column).second) continue;
         if (!first) write(", ");
         first = false;
         column(*used);
@@ -182,13 +180,15 @@ void Emitter::items(const Query& query, Naming naming, bool collate, const Sourc
     for (std::size_t i = 0; i < outputs.size(); ++i) {
         const OutputColumn& output = outputs[i];
         if (i != 0) write(", ");
-        if (query.targets.empty()) {
-            expression(*output.value);
-        } else {
-            as(*output.value, query.targets[i]);
-        }
         const bool text = needsCollation(*output.value) || (!query.targets.empty() && isText(query.targets[i]));
-        if (collate && text && !bringsCollation(*output.value)) write(" COLLATE TAMAROK");
+        const bool collates = collate && text && !bringsCollation(*output.value);
+        const Binding need = collates ? Binding::Collate : Binding::None;
+        if (query.targets.empty()) {
+            expression(*output.value, need);
+        } else {
+            as(*output.value, query.targets[i], BadDate::LeftToRunTime, need);
+        }
+        if (collates) write(" COLLATE TAMAROK");
         if (naming == Naming::Numbered) {
             write(" AS \"c");
             write(std::to_string(i + 1));
@@ -329,12 +329,14 @@ void Emitter::from(const FromItem* item)
         write(" AS ");
         writeName(item->source->name.text);
         return;
-    case FromKind::Derived:
+    case FromKind::Derived: {
+        const NestingLevel level(nested_, out_, item->offset, "the derived table ", item->alias.text);
         write("(");
         query(*item->query, item->columnNames.empty() ? Naming::ByName : Naming::Numbered);
         write(") AS ");
         writeName(item->source->name.text);
         return;
+    }
     default: break;
     }
     from(item->left);

@@ -10,6 +10,7 @@
 #include "tamarok_tsql/parsed_batch.h"
 #include "tamarok_tsql/schema.h"
 #include "tamarok_tsql/types.h"
+#include "translation/nesting.h"
 
 namespace tamarok::embedded {
 
@@ -56,6 +57,8 @@ struct Step {
     /// For each "?" of `text` in order, the index of the statement's parameter.
     std::vector<std::int32_t> parameters;
     std::vector<std::int32_t> probeParameters;
+    /// Deeply nested constructs of `text`, for the message where SQLite's parser can go no deeper.
+    std::vector<NestedConstruct> nested;
     /// Insert of one row of parameters alone: the same statement without conversions, for values that
     /// the file stores unchanged; empty for any other. `unconvertedTypes` has the column's type for
     /// each "?"; the parameters are those of `text`.
@@ -66,6 +69,10 @@ struct Step {
 
 /// Whether the last column of a query is the rowid of its base table.
 enum class RowKey : bool { Omitted, Added };
+
+/// Raises error 191 for a statement that is nested more deeply than SQLite's parser can follow, which gave up before
+/// byte `position` of the text of `step`. The message names the construct with line and column.
+[[noreturn]] void refuseNesting(const tsql::ParsedBatch& batch, const Step& step, std::size_t position);
 
 /// Translates step `index` of a batch. Steps are translated one at a time, just before they run, since an
 /// earlier one may create the tables that a later one names.

@@ -7,6 +7,8 @@ namespace tamarok::embedded::translation {
 namespace {
 // Bytes; the bound tree of an ordinary statement fits into one block.
 constexpr std::size_t arenaBlock = std::size_t{16} * 1024;
+// Bytes; most translations fit. It does not depend on the length of the batch, which may have 100,000 statements.
+constexpr std::size_t textReserve = 1024;
 } // namespace
 
 Translator::Translator(const SourceText& source, const Schema& schema, DateOrder order) :
@@ -54,6 +56,7 @@ void Translator::finish()
 {
     step_.text = std::move(emitter_.text());
     step_.parameters = std::move(emitter_.parameters());
+    step_.nested = std::move(emitter_.nested());
 }
 
 /// The condition of IF becomes a query with one number. Unknown gives NULL, which the engine reads as 0.
@@ -71,7 +74,7 @@ void Translator::condition(Expr& condition)
 /// the query and is not among the described ones.
 void Translator::query(Query& query, RowKey rowKey)
 {
-    emitter_.text().reserve(source_.text().size() * 2 + 512);
+    emitter_.text().reserve(textReserve);
     binder_.bindQuery(query, nullptr);
     if (query.select != nullptr && !query.select->into.empty()) {
         selectInto(query);
@@ -190,7 +193,7 @@ void Translator::insert(const InsertStatement& insert)
     const Table& table = binder_.requireTable(insert.table);
     step_.kind = Step::Kind::Insert;
     step_.target = table.name;
-    emitter_.text().reserve(source_.text().size() * 2 + 256);
+    emitter_.text().reserve(textReserve);
     emitter_.write("INSERT INTO ");
     emitter_.writeName(table.name);
     if (insert.defaults) {
@@ -380,6 +383,7 @@ void Translator::lockProbe(const Source& target, const FromItem* from, bool join
     probe.where(where);
     step_.lockProbe = std::move(probe.text());
     step_.probeParameters = std::move(probe.parameters());
+    probeNested_ = std::move(probe.nested());
 }
 
 /// @param fromRows  the values are the columns "c1", "c2", ... of the joined rows "~u"; otherwise expressions
@@ -492,8 +496,16 @@ void Translator::erase(const DeleteStatement& erase)
         emitter_.where(erase.where);
         return;
     }
-    emitter_.write(" WHERE rowid IN (" + step_.lockProbe + ")");
+    emitter_.write(" WHERE rowid IN (");
+    const std::size_t begin = emitter_.text().size();
+    emitter_.write(step_.lockProbe);
+    emitter_.write(")");
     emitter_.parameters() = step_.probeParameters;
+    for (NestedConstruct& construct : probeNested_) {
+        construct.begin += begin;
+        construct.end += begin;
+    }
+    emitter_.nested() = std::move(probeNested_);
 }
 
 } // namespace tamarok::embedded::translation

@@ -71,6 +71,7 @@ private:
     Binder binder_;
     Emitter emitter_;
     Step step_;
+    std::vector<NestedConstruct> probeNested_; ///< of the lock probe
 };
 
 } // namespace tamarok::embedded::translation

@@ -58,7 +58,7 @@ private:
 std::vector<std::string_view> wordsOf(std::string_view text)
 {
     std::vector<std::string_view> words;
-    for (const Token& token : tokenize(text)) {
+    for (const Token& token : tokenize(SourceText(text))) {
         if (token.kind == TokenKind::Name) words.push_back(text.substr(token.offset, token.length));
     }
     return words;
@@ -68,7 +68,7 @@ void tokenizeList(benchmark::State& state)
 {
     const std::string text = readFile("log_list.sql");
     for (auto _ : state)
-        benchmark::DoNotOptimize(tokenize(text));
+        benchmark::DoNotOptimize(tokenize(SourceText(text)));
     state.SetBytesProcessed(static_cast<std::int64_t>(text.size()) * state.iterations());
 }
 BENCHMARK(tokenizeList);

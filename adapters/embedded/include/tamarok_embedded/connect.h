@@ -26,7 +26,7 @@ enum class OpenMode : std::uint8_t {
 
 struct OpenOptions {
     OpenMode mode = OpenMode::OpenExisting;
-    /// Order of day, month and year in date texts with slashes.
+    /// Order of day, month and year in date texts with slashes or hyphens.
     tsql::DateOrder dateOrder = tsql::DateOrder::Mdy;
     ProcedureRegistry procedures = builtInProcedures();
 };

@@ -119,6 +119,7 @@ private:
     Aggregates aggregates_ = Aggregates::Refused;
     std::string_view clause_ = "WHERE"; ///< named by messages on aggregates
     std::uint32_t sources_ = 0;         ///< number of the last source
+    std::size_t expanded_ = 0;          ///< columns that stars stood for
 };
 
 } // namespace tamarok::tsql
