@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "functions/collation.h"
 #include "functions/like.h"
 #include "functions/text_search.h"
 
@@ -33,7 +34,7 @@ std::optional<Found> plainFind(std::string_view text, std::string_view part)
         bool same = true;
         while (same && !wanted.isAtEnd())
             same = !in.isAtEnd() && in.next() == wanted.next();
-        if (same && !in.isBetweenLetters()) return Found{at, in.offset(), position};
+        if (same && !in.isInsideCharacter()) return Found{at, in.offset(), position};
         text::decode(text, at);
     }
     return std::nullopt;
