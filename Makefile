@@ -3,7 +3,7 @@
 PRESET ?= release
 BUILD := build/$(PRESET)
 
-.PHONY: all packages demo test check sanitize fuzz core-only bench install format tidy clean help
+.PHONY: all packages demo test check chaos sanitize fuzz core-only bench install format tidy clean help
 
 all: ## build into build/release (another preset: PRESET=debug)
 	@sh scripts/build $(PRESET)
@@ -19,6 +19,9 @@ test: ## build and pass every test
 
 check: ## every gate: format, headers, clang-tidy, the core alone with g++ and clang, the sanitizers, fuzzing
 	@sh scripts/check
+
+chaos: ## kill processes and fill disks for a minute a run (CHAOS_SECONDS), and check that nothing is lost
+	@sh scripts/chaos
 
 sanitize: ## the tests under the address and undefined-behaviour sanitizers
 	@sh scripts/test sanitize

@@ -1,12 +1,12 @@
 #include "tamarok_embedded/connect.h"
 
-#include <array>
 #include <memory>
 #include <utility>
 
 #include "connection_text.h"
 #include "failures.h"
 #include "file_checks.h"
+#include "opening.h"
 #include "session.h"
 
 #include "tamarok/ado_backend.h"
@@ -23,17 +23,20 @@ ado::ConnectionRef connectionOf(std::unique_ptr<Database> database, const OpenOp
 
 } // namespace
 
-/// The path becomes absolute, since the checks look at its folder too. The file is checked before SQLite opens
-/// it, for the sake of the messages.
+/// The file is checked before SQLite opens it, for the sake of the messages.
+ado::ConnectionRef openConnection(const DatabasePath& path, const OpenOptions& options, std::string text)
+{
+    checkDatabaseFile(path, options.mode == OpenMode::ReadOnly);
+    return connectionOf(std::make_unique<Database>(path, options.mode, options.dateOrder), options, std::move(text));
+}
+
 ado::ConnectionRef connect(const std::filesystem::path& file, const OpenOptions& options)
 {
-    const std::string path = std::filesystem::absolute(file).string();
-    if (options.mode == OpenMode::Create || options.mode == OpenMode::Build) {
+    const DatabasePath path = resolvePath(file.string());
+    if (options.mode == OpenMode::Create) {
         createDatabaseFile(path);
     }
-    checkDatabaseFile(path, options.mode == OpenMode::ReadOnly);
-    return connectionOf(std::make_unique<Database>(path, options.mode, options.dateOrder), options,
-                        composeConnectionText(file.string(), options));
+    return openConnection(path, options, composeConnectionText(file.string(), options));
 }
 
 ado::ConnectionRef connectText(std::string_view connectionText)

@@ -6,11 +6,13 @@
 #include <climits>
 #include <span>
 #include <thread>
+#include <utility>
 
 #include "failures.h"
 #include "file_checks.h"
 #include "layout_update.h"
 #include "tamarok_embedded/connect.h"
+#include "tamarok_embedded/shown_text.h"
 
 namespace tamarok::embedded {
 
@@ -18,10 +20,19 @@ namespace {
 
 constexpr int instructionsPerLookAtTheClock = 1000;
 constexpr std::int32_t openSeconds = 30;
+constexpr int openAttempts = 10;
 
 Deadline& deadlineOf(void* context)
 {
     return static_cast<Database*>(context)->deadline();
+}
+
+/// True for a failure of the file or its folder, not of what the file holds.
+bool isFileFailure(const Error& error)
+{
+    static constexpr std::array numbers{native::readWriteFailed, native::diskFull, native::readOnlyDatabase,
+                                        native::cannotOpen};
+    return std::ranges::find(numbers, error.nativeError) != numbers.end();
 }
 
 /// SQLite calls this for each SELECT and each column of a statement that it compiles, and for nothing else while it
@@ -68,41 +79,130 @@ std::span<const std::string_view> settingsOf(OpenMode mode)
 
 } // namespace
 
-/// Opens without SQLite's mutexes, since a connection belongs to one thread. The header is checked before the first
-/// statement, which might already write.
-Database::Database(const std::string& path, OpenMode mode, tsql::DateOrder dateOrder) :
-    path_{path}, readOnly_{mode == OpenMode::ReadOnly}, functions_{dateOrder}
+Database::Database(DatabasePath path, OpenMode mode, tsql::DateOrder dateOrder) :
+    path_{std::move(path)}, mode_{mode}, functions_{dateOrder}
 {
-    const std::string name = readOnly_ ? readOnlyName(path) : path;
-    const int flags = (readOnly_ ? SQLITE_OPEN_READONLY | SQLITE_OPEN_URI : SQLITE_OPEN_READWRITE) |
-                      SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_PRIVATECACHE | SQLITE_OPEN_EXRESCODE;
-    sqlite3* opened = nullptr;
-    const int code = sqlite3_open_v2(name.c_str(), &opened, flags, nullptr);
-    handle_.reset(opened);
-    if (code != SQLITE_OK) {
-        raise(code);
-    }
-    checkHeader(handle(), path_, readOnly_);
-    configure();
-    setUp(mode);
+    open();
 }
 
-Database::Database(tsql::DateOrder dateOrder) : functions_{dateOrder}
+Database::Database(tsql::DateOrder dateOrder) : mode_{OpenMode::Create}, functions_{dateOrder}
 {
-    sqlite3* opened = nullptr;
-    const int code = sqlite3_open_v2(":memory:", &opened,
-                                     SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX |
-                                         SQLITE_OPEN_PRIVATECACHE | SQLITE_OPEN_EXRESCODE,
-                                     nullptr);
-    handle_.reset(opened);
-    if (code != SQLITE_OK) {
-        raise(code);
-    }
+    openHandle(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     configure();
     run("PRAGMA foreign_keys=ON");
 }
 
 Database::~Database() = default;
+
+std::string Database::sharedPath() const
+{
+    return mode_ == OpenMode::OpenExisting || mode_ == OpenMode::Create ? path_.real : std::string{};
+}
+
+bool Database::readOnly() const noexcept
+{
+    return mode_ == OpenMode::ReadOnly;
+}
+
+/// A file may be replaced between its opening and the first lock on it. It is then opened again.
+void Database::open()
+{
+    isOpen_ = false;
+    if (readOnly()) {
+        return openForReading();
+    }
+    for (int attempt = 0; attempt < openAttempts; ++attempt) {
+        if (tryOpenForWriting()) {
+            isOpen_ = true;
+            return;
+        }
+    }
+    throw openFailure(path_.shown, "it is replaced again and again");
+}
+
+/// The header is checked before the first statement, which might already write. SQLite refuses to turn on the log of a
+/// file that has lost its name. From then on the connection has a lock on the file that keeps it from being replaced.
+bool Database::tryOpenForWriting()
+{
+    openHandle(path_.real, SQLITE_OPEN_READWRITE);
+    checkHeader(handle(), path_.shown, false);
+    configure();
+    try {
+        setUp();
+    } catch (const Error&) {
+        if (hasMoved()) {
+            return false;
+        }
+        throw;
+    }
+    return !hasMoved();
+}
+
+void Database::openForReading()
+{
+    std::optional<ReadingFile::Way> way = ReadingFile::Way::Shared;
+    for (int attempt = 0; attempt < openAttempts; ++attempt) {
+        way = tryReading(*way);
+        if (!way) {
+            isOpen_ = true;
+            return;
+        }
+    }
+    throw openFailure(path_.shown, "it is being changed again and again");
+}
+
+/// Opens the file for reading in one way. @return the way to try next; none if the file is open
+std::optional<ReadingFile::Way> Database::tryReading(ReadingFile::Way way)
+{
+    using Way = ReadingFile::Way;
+    try {
+        reading_.emplace(path_, way);
+    } catch (const Error&) {
+        if (way == Way::Copy && !hasLog(path_)) {
+            return Way::Shared; // the last session has just closed
+        }
+        throw;
+    }
+    openHandle(reading_->uri(), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+    const bool needsLog = checkHeader(handle(), path_.shown, true) && way == Way::Shared;
+    const Way withoutLocks = hasLog(path_) ? Way::Copy : Way::Unchanging;
+    if (needsLog && !hasLogAndIndex(path_)) {
+        return withoutLocks; // SQLite would create what is missing
+    }
+    configure();
+    try {
+        setUp();
+    } catch (const Error& error) {
+        if (reading_->isOutdated()) {
+            return Way::Shared;
+        }
+        if (needsLog && isFileFailure(error)) {
+            return withoutLocks;
+        }
+        throw;
+    }
+    reading_->dropCopy();
+    return reading_->isOutdated() ? std::optional{Way::Shared} : std::nullopt;
+}
+
+/// Opens without SQLite's mutexes, since a connection belongs to one thread.
+void Database::openHandle(const std::string& name, int flags)
+{
+    sqlite3* opened = nullptr;
+    const int code = sqlite3_open_v2(
+        name.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_PRIVATECACHE | SQLITE_OPEN_EXRESCODE, nullptr);
+    handle_.reset(opened);
+    if (code != SQLITE_OK) {
+        raise(code);
+    }
+}
+
+bool Database::hasMoved() const
+{
+    int moved = 0;
+    sqlite3_file_control(handle(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+    return moved != 0;
+}
 
 void Database::configure()
 {
@@ -117,19 +217,19 @@ void Database::configure()
 }
 
 /// Settings that are statements. Errors name the file.
-void Database::setUp(OpenMode mode)
+void Database::setUp()
 {
     try {
-        for (const std::string_view setting : settingsOf(mode)) {
+        for (const std::string_view setting : settingsOf(mode_)) {
             run(setting);
         }
         run("PRAGMA foreign_keys=ON");
         // Reads the schema, so that a damaged one is reported here.
         number("SELECT count(*) FROM sqlite_schema");
-        checkLayout(number("PRAGMA application_id"), number("PRAGMA user_version"), path_);
+        checkLayout(number("PRAGMA application_id"), number("PRAGMA user_version"), path_.shown);
         updateLayout(*this);
     } catch (Error& error) {
-        error.addContext("Cannot open the database '" + path_ + "'");
+        error.addContext("Cannot open the database '" + shownText(path_.shown) + "'");
         throw;
     }
 }
@@ -181,7 +281,7 @@ std::int64_t Database::number(std::string_view text) const
 
 void Database::raise(int code) const
 {
-    throw failure(handle(), code, path_);
+    throw failure(handle(), code, path_.shown);
 }
 
 } // namespace tamarok::embedded

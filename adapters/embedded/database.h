@@ -1,12 +1,15 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <sqlite3.h>
 #include <string>
 #include <string_view>
 
+#include "database_path.h"
 #include "deadline.h"
 #include "functions.h"
+#include "reading_file.h"
 
 namespace tamarok::embedded {
 
@@ -23,7 +26,7 @@ using Compiled = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 class Database {
 public:
     /// Opens a file that `checkDatabaseFile` and `createDatabaseFile` know; see connect.h.
-    Database(const std::string& path, OpenMode mode, tsql::DateOrder dateOrder);
+    Database(DatabasePath path, OpenMode mode, tsql::DateOrder dateOrder);
     /// A database in memory, private to this connection.
     explicit Database(tsql::DateOrder dateOrder);
 
@@ -32,14 +35,22 @@ public:
     ~Database();
 
     sqlite3* handle() const noexcept { return handle_.get(); }
-    /// Empty for a database in memory.
-    const std::string& path() const noexcept { return path_; }
-    bool readOnly() const noexcept { return readOnly_; }
+    /// The path for messages; empty for a database in memory.
+    const std::string& path() const noexcept { return path_.shown; }
+    /// The real path of a file that several connections may change; empty for any other database, whose rows need no
+    /// locks.
+    std::string sharedPath() const;
+    bool readOnly() const noexcept;
     Deadline& deadline() noexcept { return deadline_; }
     FunctionContext& functionContext() noexcept { return functions_; }
 
     /// True while a transaction of several statements is open.
     bool inTransaction() const noexcept { return sqlite3_get_autocommit(handle()) == 0; }
+
+    /// True if a connection that only reads no longer sees the present state; `reopen` then makes it do so. Compiled
+    /// statements stay those of the handle before.
+    bool isOutdated() const { return reading_ && (!isOpen_ || reading_->isOutdated()); }
+    void reopen() { open(); }
 
     /// Compiles one statement; `rest` becomes the text after it. Null for a text without a statement.
     Compiled compile(std::string_view text, std::string_view* rest = nullptr, bool keep = false) const;
@@ -50,6 +61,9 @@ public:
         const int code = sqlite3_step(statement);
         if (code == SQLITE_ROW) {
             return true;
+        }
+        if (reading_) {
+            reading_->requireUnchanged();
         }
         if (code != SQLITE_DONE) [[unlikely]] {
             raise(code);
@@ -69,13 +83,21 @@ private:
         void operator()(sqlite3* handle) const noexcept { sqlite3_close_v2(handle); }
     };
 
+    void open();
+    bool tryOpenForWriting();
+    void openForReading();
+    std::optional<ReadingFile::Way> tryReading(ReadingFile::Way way);
+    void openHandle(const std::string& name, int flags);
+    bool hasMoved() const;
     void configure();
-    void setUp(OpenMode mode);
+    void setUp();
 
-    std::string path_;
-    bool readOnly_ = false;
+    DatabasePath path_;
+    OpenMode mode_;
     Deadline deadline_;
     FunctionContext functions_;
+    std::optional<ReadingFile> reading_; ///< of a connection that only reads
+    bool isOpen_ = false;                ///< false after a reopening that failed
     std::unique_ptr<sqlite3, CloseHandle> handle_;
 };
 

@@ -29,7 +29,11 @@ EditableCursor::EditableCursor(Engine& engine, std::shared_ptr<const CachedBatch
                                const ado::Statement& statement, const tsql::Table& table) :
     StreamCursor{engine, std::move(batch), std::move(lease), statement.timeoutSeconds},
     table_{table}, parameters_{statement.parameters.begin(), statement.parameters.end()}
-{}
+{
+    if (statement.lockType == ado::LockType::Pessimistic) {
+        engine.openRowLocks();
+    }
+}
 
 EditableCursor::~EditableCursor()
 {

@@ -51,9 +51,8 @@ Engine::Engine(std::unique_ptr<Database> database, ProcedureRegistry procedures)
     database_{std::move(database)}, procedures_{std::move(procedures)}, catalog_{*database_}, statements_{[this] {
         if (database_->deadline().expired()) throw timeoutFailure("the statement was still being translated");
     }},
-    locks_{database_->path()}, begin_{database_->compile("BEGIN IMMEDIATE", nullptr, true)}, commit_{database_->compile(
-                                                                                                 "COMMIT", nullptr,
-                                                                                                 true)}
+    locks_{database_->sharedPath()}, begin_{database_->compile("BEGIN IMMEDIATE", nullptr, true)},
+    commit_{database_->compile("COMMIT", nullptr, true)}
 {}
 
 /// Cursors may outlive the connection; from here on they answer with error 3709.
@@ -67,6 +66,7 @@ Engine::~Engine()
 std::unique_ptr<ado::Cursor> Engine::open(const ado::Statement& statement)
 {
     return withStatement(statement.text, [&]() -> std::unique_ptr<ado::Cursor> {
+        followFile();
         database_->deadline().arm(statement.timeoutSeconds);
         if (!statement.procedure) {
             return openText(statement);
@@ -79,6 +79,7 @@ std::unique_ptr<ado::Cursor> Engine::open(const ado::Statement& statement)
 std::int64_t Engine::execute(const ado::Statement& statement)
 {
     return withStatement(statement.text, [&]() -> std::int64_t {
+        followFile();
         database_->deadline().arm(statement.timeoutSeconds);
         if (!statement.procedure) {
             return executeText(statement.text, statement.parameters);

@@ -53,6 +53,8 @@ public:
     /// Error 0x80040E31 if another session holds it until the deadline, 0x80040E23 if the row is deleted.
     std::int64_t lockRow(const tsql::Table& table, std::int64_t key);
     void unlockRow(std::int64_t position) noexcept { locks_.unlock(position); }
+    /// Opens the file of the row locks, so that a failure is reported before the first lock is needed.
+    void openRowLocks() { locks_.open(); }
 
     /// Buffers the remaining rows of open cursors so that their statements can be reset.
     void bufferOpenCursors() noexcept;
@@ -68,6 +70,7 @@ private:
     };
     using Parameters = std::span<const ado::Parameter>;
 
+    void followFile();
     const std::shared_ptr<CachedStep>& stepOf(CachedBatch& batch, std::size_t index, bool withRowKey = false);
     std::unique_ptr<StreamCursor> openText(const ado::Statement& statement);
     std::unique_ptr<StreamCursor> openQuery(const std::shared_ptr<CachedBatch>& batch, std::size_t index,

@@ -9,6 +9,8 @@
 #include <sqlite3.h>
 #include <system_error>
 
+#include "tamarok_embedded/shown_text.h"
+
 namespace tamarok::embedded {
 
 namespace {
@@ -153,7 +155,7 @@ Error fileFailure(std::int32_t nativeError, std::string_view what, std::string_v
 {
     std::string text{what};
     if (!path.empty()) {
-        text.append(" '").append(path).append("'");
+        text.append(" '").append(shownText(path)).append("'");
     }
     if (!reason.empty()) {
         text.append(": ").append(reason);
@@ -172,9 +174,9 @@ int lastSystemError(sqlite3_file* file)
     return code;
 }
 
-/// The system's reason for a failed read or write. A failure at the end of a transaction is only
-/// known to the files: the log, then the database itself.
-std::string systemReason(sqlite3* database, std::string_view otherwise)
+/// The system's error number of a failed read or write, 0 if it is not known. A failure at the end of a transaction is
+/// only known to the files: the log, then the database itself.
+int systemError(sqlite3* database)
 {
     int code = 0;
     if (database != nullptr) {
@@ -186,7 +188,33 @@ std::string systemReason(sqlite3* database, std::string_view otherwise)
             }
         }
     }
+    return code;
+}
+
+std::string systemReason(int code, std::string_view otherwise)
+{
     return code != 0 ? std::system_category().message(code) : std::string{otherwise};
+}
+
+/// A refused write. Two of SQLite's codes have other reasons than the rights.
+Error readOnlyFailure(int code, std::string_view path)
+{
+    if (code == SQLITE_READONLY_ROLLBACK) {
+        return fileFailure(native::cannotOpen, "Cannot read the database", path,
+                           "an interrupted change must be undone first; open it once for writing");
+    }
+    return fileFailure(native::readOnlyDatabase, "Cannot write to the database", path,
+                       code == SQLITE_READONLY_DBMOVED ? "it has been moved, removed or replaced" : "it is read-only");
+}
+
+/// A failed read or write. A file that may not grow any more counts as a full disk.
+Error readWriteFailure(sqlite3* database, std::string_view path, std::string_view message)
+{
+    const int code = systemError(database);
+    if (code == EFBIG || code == EDQUOT || code == ENOSPC) {
+        return fileFailure(native::diskFull, "Cannot write to the database", path, systemReason(code, message));
+    }
+    return fileFailure(native::readWriteFailed, "Cannot read or write the database", path, systemReason(code, message));
 }
 
 /// A limit of SQLite that a statement has met: the beginning of its message, and the server's error of that kind.
@@ -258,16 +286,14 @@ Error failure(sqlite3* database, int code, std::string_view path)
     case SQLITE_AUTH: return timeoutFailure("the statement was still being prepared"); // see onCompile
     case SQLITE_CONSTRAINT: return constraintFailure(database, code, message);
     case SQLITE_FULL: return fileFailure(native::diskFull, "Cannot write to the database", path, "the disk is full");
-    case SQLITE_IOERR:
-        return fileFailure(native::readWriteFailed, "Cannot read or write the database", path,
-                           systemReason(database, message));
+    case SQLITE_IOERR: return readWriteFailure(database, path, message);
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB: return fileFailure(native::corrupt, "The database is damaged", path, message);
     case SQLITE_READONLY:
-    case SQLITE_PERM:
-        return fileFailure(native::readOnlyDatabase, "Cannot write to the database", path, "it is read-only");
+    case SQLITE_PERM: return readOnlyFailure(code, path);
     case SQLITE_CANTOPEN:
-        return fileFailure(native::cannotOpen, "Cannot open the database", path, systemReason(database, message));
+        return fileFailure(native::cannotOpen, "Cannot open the database", path,
+                           systemReason(systemError(database), message));
     case SQLITE_NOMEM: return fileFailure(native::outOfMemory, "Out of memory in the database", path, {});
     case SQLITE_ERROR:
     case SQLITE_MISMATCH:
@@ -302,6 +328,11 @@ Error rowGoneFailure(std::string_view table)
 Error openFailure(std::string_view path, std::string_view reason)
 {
     return fileFailure(native::cannotOpen, "Cannot open the database", path, reason);
+}
+
+Error createFailure(std::string_view path, std::string_view reason)
+{
+    return fileFailure(native::cannotOpen, "Cannot create the database", path, reason);
 }
 
 } // namespace tamarok::embedded

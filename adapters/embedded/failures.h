@@ -64,4 +64,7 @@ Error rowGoneFailure(std::string_view table);
 /// Opening `path` failed for `reason`, a clause without full stop.
 Error openFailure(std::string_view path, std::string_view reason);
 
+/// Creating or replacing `path` failed for `reason`, a clause without full stop.
+Error createFailure(std::string_view path, std::string_view reason);
+
 } // namespace tamarok::embedded

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "database.h"
+#include "failures.h"
 #include "tamarok_embedded/connect.h"
 
 namespace tamarok::embedded {
@@ -19,8 +20,11 @@ bool isOutdated(const Database& database)
 /// The version is looked at again under the write lock, since another process may have updated the file meanwhile.
 void updateLayout(Database& database)
 {
-    if (sqlite3_db_readonly(database.handle(), "main") != 0 || !isOutdated(database)) {
+    if (!isOutdated(database)) {
         return;
+    }
+    if (database.readOnly()) {
+        throw failure(native::cannotOpen, "Its indexes have the order of an earlier version; open it once for writing.");
     }
     database.run("BEGIN IMMEDIATE");
     try {

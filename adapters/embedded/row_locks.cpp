@@ -1,12 +1,16 @@
 #include "row_locks.h"
 
 #include <cerrno>
+#include <chrono>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <system_error>
+#include <thread>
 #include <unistd.h>
+#include <utility>
 
 #include "failures.h"
+#include "tamarok_embedded/shown_text.h"
 
 namespace tamarok::embedded {
 
@@ -29,32 +33,11 @@ std::uint64_t tableNumber(std::string_view table) noexcept
     return (hash ^ hash >> tableBits ^ hash >> 2 * tableBits) & ((std::uint64_t{1} << tableBits) - 1);
 }
 
-/// The lock of a range of positions. The process id must be 0 for locks that belong to an open file.
-struct flock description(short type, std::int64_t first, std::int64_t last) noexcept
-{
-    struct flock lock {};
-    lock.l_type = type;
-    lock.l_whence = SEEK_SET;
-    lock.l_start = first;
-    lock.l_len = last - first + 1;
-    lock.l_pid = 0;
-    return lock;
-}
-
-[[noreturn]] void raiseFileFailure(const std::string& path, int code)
-{
-    throw failure(native::readWriteFailed,
-                  "Cannot use the lock file '" + path + "': " + std::system_category().message(code) + ".");
-}
-
 } // namespace
 
-RowLocks::RowLocks(const std::string& database) : path_{database.empty() ? std::string{} : database + "-locks"} {}
-
-RowLocks::~RowLocks()
-{
-    closeFile();
-}
+RowLocks::RowLocks(std::string database) :
+    database_{std::move(database)}, path_{database_.empty() ? std::string{} : database_ + "-locks"}
+{}
 
 std::int64_t RowLocks::position(std::string_view table, std::int64_t row) noexcept
 {
@@ -72,13 +55,21 @@ bool RowLocks::tryLock(std::int64_t position)
         ++found->second;
         return true;
     }
-    openFile(true);
-    struct flock lock = description(F_WRLCK, position, position);
-    if (::fcntl(file_, F_OFD_SETLK, &lock) != 0) {
-        if (errno == EAGAIN || errno == EACCES) {
-            return false;
+    const ByteRange byte{position, position};
+    try {
+        for (;;) {
+            open();
+            if (!tryLockRange(file_.get(), byte)) {
+                return false;
+            }
+            // A file that has lost its name since it was opened is not the one that others see.
+            if (hasName(file_.get(), path_) || !held_.empty()) {
+                break;
+            }
+            file_.close();
         }
-        raiseFileFailure(path_, errno);
+    } catch (const std::system_error& failed) {
+        fail(failed.code().value());
     }
     held_.emplace(position, 1);
     return true;
@@ -92,87 +83,143 @@ void RowLocks::unlock(std::int64_t position) noexcept
         return;
     }
     held_.erase(found);
-    struct flock lock = description(F_UNLCK, position, position);
-    ::fcntl(file_, F_OFD_SETLK, &lock);
+    unlockRange(file_.get(), {position, position});
 }
 
 std::vector<RowLocks::Span> RowLocks::heldByOthers(std::string_view table)
 {
     std::vector<Span> spans;
     const std::int64_t first = position(table, 0);
-    collect(first, first + static_cast<std::int64_t>(rowMask), spans);
+    collect({first, first + static_cast<std::int64_t>(rowMask)}, spans);
     return spans;
 }
 
-/// Asks the system whether a lock could be set. Without a lock file nobody has ever locked a row. A length of 0 means
-/// up to the end of the file.
+/// Asks the system whether a lock could be set. Without a lock file nobody has ever locked a row.
 std::optional<RowLocks::Span> RowLocks::firstHeld(std::int64_t first, std::int64_t last)
 {
-    if (path_.empty() || !openFile(false)) {
+    if (path_.empty() || !openExisting()) {
         return std::nullopt;
     }
-    struct flock lock = description(F_WRLCK, first, last);
-    if (::fcntl(file_, F_OFD_GETLK, &lock) != 0) {
-        raiseFileFailure(path_, errno);
+    try {
+        return lockedByOthers(file_.get(), {first, last});
+    } catch (const std::system_error& failed) {
+        fail(failed.code().value());
     }
-    if (lock.l_type == F_UNLCK) {
-        return std::nullopt;
-    }
-    return Span{lock.l_start, lock.l_len == 0 ? last : lock.l_start + lock.l_len - 1};
 }
 
-void RowLocks::collect(std::int64_t first, std::int64_t last, std::vector<Span>& spans)
+void RowLocks::collect(ByteRange range, std::vector<Span>& spans)
 {
     // The system reports one lock of a range, in no order. The parts before and after it are queried again.
-    std::vector<Span> open{Span{first, last}};
+    std::vector<ByteRange> open{range};
     while (!open.empty()) {
-        const Span range = open.back();
+        const ByteRange part = open.back();
         open.pop_back();
-        const auto held = firstHeld(range.first, range.last);
+        const auto held = firstHeld(part.first, part.last);
         if (!held) {
             continue;
         }
         spans.push_back(*held);
-        if (held->first > range.first) {
-            open.push_back({range.first, held->first - 1});
+        if (held->first > part.first) {
+            open.push_back({part.first, held->first - 1});
         }
-        if (held->last < range.last) {
-            open.push_back({held->last + 1, range.last});
+        if (held->last < part.last) {
+            open.push_back({held->last + 1, part.last});
         }
     }
 }
 
-bool RowLocks::openFile(bool create)
+void RowLocks::open()
 {
-    // The file may have been deleted while no connection used it. The open descriptor would then refer to a file that
-    // other connections no longer see.
-    if (file_ >= 0 && held_.empty() && !isCurrentFile()) {
-        closeFile();
+    if (path_.empty()) {
+        return;
     }
-    if (file_ < 0) {
-        file_ = ::open(path_.c_str(), O_RDWR | O_CLOEXEC | (create ? O_CREAT : 0), 0666);
-        if (file_ < 0 && (create || errno != ENOENT)) {
-            raiseFileFailure(path_, errno);
+    while (!openExisting()) {
+        create();
+    }
+}
+
+/// False if there is no lock file. The file may have been deleted while no connection used it; the open descriptor
+/// would then refer to a file that other connections no longer see.
+bool RowLocks::openExisting()
+{
+    if (file_.isOpen() && held_.empty() && !hasName(file_.get(), path_)) {
+        file_.close();
+    }
+    return file_.isOpen() || tryOpen();
+}
+
+/// A session of another account that has just created the file needs a moment to give it the database's mode.
+bool RowLocks::tryOpen()
+{
+    constexpr int attempts = 50;
+    for (int attempt = 0;; ++attempt) {
+        file_ = FileHandle{::open(path_.c_str(), O_RDWR | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK)};
+        if (file_.isOpen()) {
+            checkFile();
+            followMode();
+            return true;
         }
-    }
-    return file_ >= 0;
-}
-
-void RowLocks::closeFile() noexcept
-{
-    if (file_ >= 0) {
-        ::close(file_);
-        file_ = -1;
+        if (errno == ENOENT) {
+            return false;
+        }
+        if (errno != EACCES || attempt == attempts) {
+            fail(errno);
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds{1});
     }
 }
 
-/// Compares the opened file with the one that has the name now.
-bool RowLocks::isCurrentFile() const noexcept
+void RowLocks::checkFile() const
 {
+    struct stat status {};
+    if (::fstat(file_.get(), &status) != 0) {
+        fail(errno);
+    }
+    if (!S_ISREG(status.st_mode)) {
+        throw failure(native::readWriteFailed,
+                      "Cannot use the lock file '" + shownText(path_) + "': it is not a regular file.");
+    }
+}
+
+/// Gives the file the present mode of the database, which may have changed since the file was created. Only the file's
+/// owner does so, and only for an empty file of one name, which no foreign file is.
+void RowLocks::followMode() const noexcept
+{
+    struct stat database {};
     struct stat mine {};
-    struct stat there {};
-    return ::fstat(file_, &mine) == 0 && ::stat(path_.c_str(), &there) == 0 && mine.st_ino == there.st_ino &&
-           mine.st_dev == there.st_dev;
+    if (::stat(database_.c_str(), &database) == 0 && ::fstat(file_.get(), &mine) == 0 && mine.st_uid == ::geteuid() &&
+        mine.st_size == 0 && mine.st_nlink == 1 && (mine.st_mode & 0777U) != (database.st_mode & 0666U)) {
+        static_cast<void>(::fchmod(file_.get(), database.st_mode & 0666U));
+    }
+}
+
+/// Whoever may write the database must be able to lock its rows, whatever account creates the file. An account that
+/// may not give the file away keeps it; the mode then decides who can open it.
+void RowLocks::create()
+{
+    struct stat database {};
+    if (::stat(database_.c_str(), &database) != 0) {
+        fail(errno);
+    }
+    const FileHandle created{::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600)};
+    if (!created.isOpen()) {
+        if (errno == EEXIST) {
+            return;
+        }
+        fail(errno);
+    }
+    if (::fchown(created.get(), database.st_uid, database.st_gid) != 0) {
+        static_cast<void>(::fchown(created.get(), static_cast<uid_t>(-1), database.st_gid));
+    }
+    if (::fchmod(created.get(), database.st_mode & 0666U) != 0) {
+        fail(errno);
+    }
+}
+
+void RowLocks::fail(int code) const
+{
+    const std::string reason = code == ELOOP ? "it is a symbolic link" : std::system_category().message(code);
+    throw failure(native::readWriteFailed, "Cannot use the lock file '" + shownText(path_) + "': " + reason + ".");
 }
 
 } // namespace tamarok::embedded

@@ -7,6 +7,9 @@
 #include <string_view>
 #include <vector>
 
+#include "file_handle.h"
+#include "file_locks.h"
+
 /// Row locks that hold between processes and die with their holder.
 namespace tamarok::embedded {
 
@@ -18,22 +21,23 @@ namespace tamarok::embedded {
 class RowLocks {
 public:
     /// A span of rows that another connection holds, as positions in the lock file.
-    struct Span {
-        std::int64_t first = 0;
-        std::int64_t last = 0;
-        bool contains(std::int64_t position) const noexcept { return position >= first && position <= last; }
-    };
+    using Span = ByteRange;
 
-    /// @param database  path of the database file; empty for one in memory, where no lock is needed
-    explicit RowLocks(const std::string& database);
+    /// @param database  real path of the database file, so that all links to it share its locks; empty for a database
+    ///                  that no other connection changes, where no lock is needed
+    explicit RowLocks(std::string database);
     RowLocks(const RowLocks&) = delete;
     RowLocks& operator=(const RowLocks&) = delete;
-    ~RowLocks();
+    ~RowLocks() = default;
 
     /// Position of a row: a number made of the table's name above the row's number. Numbers beyond
     /// 2^39 and, once in some ten thousand databases, two tables may share positions; a lock then
     /// hinders more than it should, never less.
     static std::int64_t position(std::string_view table, std::int64_t row) noexcept;
+
+    /// Opens the lock file, or creates it with the mode and the owner of the database file.
+    /// Error 0x80004005 with its path where that fails; so do the other operations.
+    void open();
 
     /// Takes a row's lock if nobody else has it. Cursors of one connection share it.
     bool tryLock(std::int64_t position);
@@ -45,13 +49,17 @@ public:
     std::optional<Span> firstHeld(std::int64_t first, std::int64_t last);
 
 private:
-    bool openFile(bool create);
-    void closeFile() noexcept;
-    bool isCurrentFile() const noexcept;
-    void collect(std::int64_t first, std::int64_t last, std::vector<Span>& spans);
+    bool openExisting();
+    bool tryOpen();
+    void create();
+    void checkFile() const;
+    void followMode() const noexcept;
+    void collect(ByteRange range, std::vector<Span>& spans);
+    [[noreturn]] void fail(int code) const;
 
-    std::string path_;
-    int file_ = -1;
+    std::string database_;
+    std::string path_; ///< of the lock file
+    FileHandle file_;
     std::map<std::int64_t, int> held_; ///< position and number of cursors that hold it
 };
 

@@ -18,7 +18,8 @@ inline constexpr const char* init =
     R"(Makes an embedded database with the schema, master data, texts and a reproducible set of logs.
 
 The same number of logs and the same seed give the same data. The file appears only when it is
-complete: an interrupted run leaves nothing under its name.
+complete: an interrupted run leaves nothing under its name. With --force an existing file is replaced in
+the same way, with its owner and mode, but not while another session has it open.
 
 Example:
   tamarok init demo.db --logs 1000000 --seed 7)";
@@ -27,7 +28,7 @@ inline constexpr const char* list = R"(Composes a list of numbered columns, runs
 
 The statement is made by the library's own operations: FROM and its joins, the SELECT list, and with
 --group the GROUP BY list, where measures are summed and averages weighted. 'tamarok columns TYPE'
-shows the numbers.
+shows the numbers. The database is opened for reading only.
 
 Examples:
   tamarok list LOG 1 2 23 36 --where "LOGS.KUBATUR > 2" --order 1 --limit 20
@@ -87,6 +88,9 @@ laenge, stueck or stk, rinde, modus) in any order and case; other columns are ke
 commas or semicolons. Numbers have a decimal comma or point without grouping, in options too. Every line
 is printed with its volume in cubic metres in a last column. A line that cannot be measured is reported on
 standard error and left out, and then the exit status is 1. Options replace missing columns and fields.
+
+Diameters are from 0 to below 1000 cm, lengths to below 10000 m, pieces to below 1000000, bark to 100 % or
+to the diameter.
 
 Examples:
   tamarok volume --d 30 --l 5 --pieces 10

@@ -1,12 +1,16 @@
 #include "command_line.h"
 
 #include <CLI/CLI.hpp>
-#include <map>
+#include <algorithm>
+#include <charconv>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "call/call_command.h"
 #include "command_help.h"
+#include "connections.h"
 #include "day/day_command.h"
 #include "init/init_command.h"
 #include "list/columns_command.h"
@@ -16,6 +20,8 @@
 #include "volume/volume_command.h"
 
 #include "tamarok/c_version.h"
+#include "tamarok/spelling.h"
+#include "tamarok/text.h"
 
 namespace tamarok::cli {
 
@@ -23,11 +29,22 @@ namespace {
 
 using Command = std::function<int(Output&)>;
 
-const std::map<std::string, ListFormat>& formats()
+struct FormatName {
+    std::string_view name;
+    ListFormat format;
+};
+
+constexpr FormatName formats[] = {
+    {"table", ListFormat::Table}, {"csv", ListFormat::Csv}, {"json", ListFormat::JsonRows}};
+
+/// The format of that name, in any case.
+ListFormat formatNamed(const std::string& name)
 {
-    static const std::map<std::string, ListFormat> names{
-        {"table", ListFormat::Table}, {"csv", ListFormat::Csv}, {"json", ListFormat::JsonRows}};
-    return names;
+    const auto found =
+        std::ranges::find_if(formats, [&](const FormatName& known) { return text::equalsNoCase(known.name, name); });
+    if (found != std::end(formats)) return found->format;
+    throw UsageError{"--format: '" + name + "' is none of table, csv, json" +
+                     spelling::suggestionByName(name, formats)};
 }
 
 /// A subcommand with the options that it fills.
@@ -74,6 +91,20 @@ void addLocale(CLI::App& app, std::string& locale, const char* fallback)
         ->type_name("NAME");
 }
 
+/// Accepts the digits of a number of 64 bits. The conversion alone would take a sign and cut what is too large.
+CLI::Validator wholeNumber()
+{
+    return {[](const std::string& text) {
+                std::uint64_t number = 0;
+                const char* const end = text.data() + text.size();
+                const auto [rest, problem] = std::from_chars(text.data(), end, number);
+                return problem == std::errc{} && rest == end
+                           ? std::string{}
+                           : "Value " + text + " is not a whole number from 0 to 18446744073709551615";
+            },
+            ""};
+}
+
 // ---- the commands ------------------------------------------------------------------------------
 
 void addInit(CLI::App& program, Command& chosen)
@@ -85,15 +116,18 @@ void addInit(CLI::App& program, Command& chosen)
         ->type_name("N")
         ->check(CLI::Range(std::int64_t{0}, std::int64_t{100'000'000}).description(""))
         ->capture_default_str();
-    sub.app->add_option("--seed", options.seed, "start of the random numbers")->type_name("S")->capture_default_str();
+    sub.app->add_option("--seed", options.seed, "start of the random numbers")
+        ->type_name("S")
+        ->check(wholeNumber())
+        ->capture_default_str();
     sub.app->add_flag("--force", options.force, "replace an existing file");
 }
 
 void addFormat(CLI::App& app, ListFormat& format)
 {
-    app.add_option("--format", format, "table, csv or json; table by default")
-        ->type_name("FORMAT")
-        ->transform(CLI::CheckedTransformer(formats(), CLI::ignore_case).description(""));
+    const auto choose = [&format](const std::string& name) { format = formatNamed(name); };
+    app.add_option_function<std::string>("--format", choose, "table, csv or json; table by default")
+        ->type_name("FORMAT");
 }
 
 /// Grouping, condition and order of a list.
@@ -173,7 +207,9 @@ void addCall(CLI::App& program, Command& chosen)
 {
     const auto sub = add(program, "call", help::call, runCall, chosen);
     auto* database = sub.app->add_option("--db", sub.options->database, "database file")->type_name("FILE");
-    sub.app->add_option("--odbc", sub.options->odbc, "ODBC connection text")->type_name("TEXT")->excludes(database);
+    auto* odbc =
+        sub.app->add_option("--odbc", sub.options->odbc, "ODBC connection text")->type_name("TEXT")->excludes(database);
+    if (!hasOdbc()) odbc->group(""); // The help does not offer it; given all the same, it fails with the reason.
     addLocale(*sub.app, sub.options->locale, "the machine's by default");
 }
 
@@ -202,6 +238,28 @@ void addVolume(CLI::App& program, Command& chosen)
     sub.app->add_option("--l", options.length, "length in m")->type_name("M")->excludes(table);
     addVolumeSettings(*sub.app, options.settings);
     addLocale(*sub.app, options.settings.locale, "the machine's by default, and for a table its own separator");
+}
+
+/// Explains the first word of the command line that no command or option knows; empty where all are known.
+std::string describeUnknownWord(const CLI::App& program)
+{
+    const auto chosen = program.get_subcommands();
+    const CLI::App& app = chosen.empty() ? program : *chosen.front();
+    const std::vector<std::string> unknown = app.remaining();
+    if (unknown.empty()) return {};
+    const std::string& word = unknown.front();
+    std::vector<std::string> names;
+    const bool isOption = word.starts_with('-');
+    if (isOption) {
+        for (const CLI::Option* option : app.get_options())
+            if (!option->get_group().empty()) names.push_back(option->get_name());
+    } else if (chosen.empty()) {
+        for (const CLI::App* command : app.get_subcommands({}))
+            names.push_back(command->get_name());
+    }
+    const std::vector<std::string_view> known{names.begin(), names.end()};
+    const std::string kind = isOption ? "unknown option '" : chosen.empty() ? "unknown command '" : "unexpected '";
+    return kind + word + "'" + spelling::suggestion(word, known);
 }
 
 Command printing(std::string text)
@@ -237,7 +295,8 @@ std::function<int(Output&)> parseCommandLine(int count, const char* const* argum
     } catch (const CLI::CallForHelp&) {
         return printing(program.help());
     } catch (const CLI::ParseError& error) {
-        throw UsageError{error.what()};
+        const std::string unknown = describeUnknownWord(program);
+        throw UsageError{unknown.empty() ? error.what() : unknown};
     }
     return chosen;
 }

@@ -1,8 +1,16 @@
 #include "connections.h"
 
-#include "tamarok_embedded/backend.h"
+#include <algorithm>
+#include <span>
+#include <string>
+#include <vector>
 
-#include "tamarok/connection_text.h"
+#include "tamarok_embedded/backend.h"
+#include "tamarok_embedded/connect.h"
+
+#include "tamarok/convert.h"
+#include "tamarok/error.h"
+#include "tamarok/text.h"
 
 namespace tamarok::cli {
 
@@ -10,6 +18,27 @@ namespace {
 
 /// The provider name under which an ODBC back end is registered.
 constexpr std::string_view odbcProvider = "Tamarok.Odbc";
+
+/// True for what reading an option that has no row writes: no value, or 0.
+bool isDefaultValue(const Variant& value)
+{
+    if (value.isNull() || value.isEmpty()) return true;
+    const std::string written = convert::toText(value);
+    return text::trim(written).empty() || (convert::isNumeric(value) && convert::toDouble(value) == 0.0);
+}
+
+/// Stands for tmk_OPTIONEN_INS on a connection that only reads. Reading an option without a row calls the procedure
+/// to make one with the default, which then counts without the row. Any other call is refused.
+embedded::Procedure defaultOption()
+{
+    return {"tmk_OPTIONEN_INS",
+            {{"PROPERTY"}, {"KIND"}, {"VALUE"}},
+            [](embedded::ProcedureScope&, std::span<const Variant> arguments) {
+                if (isDefaultValue(arguments[2])) return;
+                throw Error{errors::providerFailure, "The option '" + convert::toText(arguments[0]) +
+                                                         "' cannot be written: the database is open for reading only."};
+            }};
+}
 
 } // namespace
 
@@ -25,14 +54,24 @@ ado::ConnectionRef openConnection(std::string_view connectionText)
     return backends().open(connectionText);
 }
 
-std::string databaseText(const std::string& file)
-{
-    return "Provider=" + std::string{embedded::provider} + ";Data Source=" + ado::connectionValue(file);
-}
-
 ado::ConnectionRef openDatabase(const std::string& file)
 {
-    return openConnection(databaseText(file));
+    return embedded::connect(file);
+}
+
+ado::ConnectionRef openForReading(const std::string& file)
+{
+    embedded::OpenOptions options;
+    options.mode = embedded::OpenMode::ReadOnly;
+    options.procedures.add(defaultOption());
+    return embedded::connect(file, options);
+}
+
+bool hasOdbc()
+{
+    const ado::BackendRegistry registry = backends();
+    const std::vector<std::string_view> providers = registry.providers();
+    return std::ranges::find(providers, odbcProvider) != providers.end();
 }
 
 ado::ConnectionRef openOdbc(std::string_view odbcText)

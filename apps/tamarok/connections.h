@@ -15,11 +15,15 @@ ado::BackendRegistry backends();
 /// Errors as ado::BackendRegistry::open.
 ado::ConnectionRef openConnection(std::string_view connectionText);
 
-/// Option --db FILE: the connection text of an embedded database file, opened for reading and writing.
-std::string databaseText(const std::string& file);
-
-/// Opens an embedded database file, which must exist. Errors name the file and the reason.
+/// Option --db FILE: opens an embedded database file, which must exist, for reading and writing.
+/// Errors name the file and the reason.
 ado::ConnectionRef openDatabase(const std::string& file);
+
+/// Whether the program was built with the ODBC back end.
+bool hasOdbc();
+/// Option --db FILE of a command that only reads: nothing is written, whatever a condition of the command line says,
+/// and an option of the application that has no row has its default. Errors as openDatabase.
+ado::ConnectionRef openForReading(const std::string& file);
 
 /// Option --odbc TEXT: opens a connection with the ODBC back end, which receives the text as it is.
 /// Error 3706 where the program was built without it.

@@ -32,7 +32,7 @@ public:
         std::ofstream file{path_, std::ios::binary};
         file << "d;l;pieces;bark;mode\n";
         for (std::size_t line = 0; line < lineCount; ++line)
-            file << between(7, 90) << ',' << between(0, 9) << ';' << between(2, 19) << ',' << between(0, 9) << ';'
+            file << between(10, 90) << ',' << between(0, 9) << ';' << between(2, 19) << ',' << between(0, 9) << ';'
                  << between(1, 9) << ';' << between(0, 9) << ',' << between(0, 9) << (line % 2 == 0 ? ";%\n" : ";cm\n");
     }
     ~TableFile()

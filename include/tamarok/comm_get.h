@@ -89,11 +89,15 @@ public:
     void OnlyNumbersKeyPress(std::int16_t& KeyAscii, Object& ActiveControl, const std::string& strFormat) const;
     /// Checks the box when the focus leaves it: clears a text that is no number or has more digits than the
     /// pattern, and formats any other by the pattern.
-    /// @param strFormat  pattern, "" for the DataFormat of the box; does nothing if that is empty too
-    /// Error 6 for a number that is too large.
-    void OnlyNumbersLostFocus(Object& ActiveControl, const std::string& strFormat = {}) const;
+    ///
+    /// - A pattern without a leading "-" removes every "-" of the text.
+    /// - A pattern without "." cuts the text at its first ".".
+    ///
+    /// @param strFormat  pattern; "" is replaced by the DataFormat of the box. Does nothing if that is empty too
+    /// Errors: 13, and an unchanged text, if removing or cutting leaves no number.
+    void OnlyNumbersLostFocus(Object& ActiveControl, std::string& strFormat) const;
     /// Accepts a key of a date typed as two, two and four digits separated by ".". Checks the shape, not the
-    /// date: "99.99.9999" passes.
+    /// date: "99.99.9999" passes. A part that is too long already is not limited further.
     /// @return the key, 0 if it is refused
     std::int16_t OnlyDate(std::int16_t KeyAscii, Object& ActiveControl) const;
 
@@ -109,6 +113,8 @@ public:
     /// Returns a number; 0 by default and for Null. The case of `property` does not matter.
     double GetOptionenDouble(const TmkVar& tmkVar, std::string_view property) const;
     /// Returns a text; "" by default and for Null. `property` is compared as given.
+    /// Required by the contract: the row of a missing property is made under the name in upper case and with an empty
+    /// text. Reading "abc" so clears the text of a row "ABC".
     std::string GetOptionenText(const TmkVar& tmkVar, std::string_view property) const;
     /// Returns a date. `property` is compared as given. The default, also for Null, is today for "DATE_TO" (with
     /// blanks around it and in any case) and TmkVar::DateFromDefault for any other property.

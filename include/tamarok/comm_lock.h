@@ -23,26 +23,31 @@ class Comm_Lock {
 public:
     /// Marks the user's session as live. Deletes his session rows of dead sessions, and in any case all his object
     /// locks.
-    /// @param rsLock  recordset that holds the session row until LogOut; the caller keeps it alive
-    /// @param dbLock  open connection that is used for nothing but the session row; the caller keeps it alive
-    /// @return false, after a message, if another session of the same user is alive; finding that out takes up to
-    ///         5 seconds
-    /// Errors: failures of the database before the first session row is tested. `dbLock` has its former
-    /// CommandTimeout again on every path.
-    bool LogIn(ado::Recordset& rsLock, const TmkVar& tmkVar, const ado::ConnectionRef& dbLock) const;
+    /// @param rsLock  recordset that holds the session row until LogOut; the caller keeps it alive. May be null where
+    ///                there are no locks
+    /// @param dbLock  open connection that is used for nothing but the session row; the caller keeps it alive. May be
+    ///                null where there are no locks
+    /// @return true if the session row is written and locked, or there are no locks; false, after a message, if
+    ///         another session of the same user is alive, which takes up to 5 seconds to find out, or if the session
+    ///         row cannot be written or locked
+    /// Errors: 91 for a missing object; failures of the database before the first session row is tested. `dbLock`
+    /// has its former CommandTimeout again on every path.
+    bool LogIn(ado::Recordset* rsLock, const TmkVar& tmkVar, const ado::ConnectionRef& dbLock) const;
 
     /// Deletes the session row and closes `rsLock`; failures are ignored.
+    /// @param rsLock            the recordset of LogIn; null does nothing
     /// @param Lan_User_Version  text read as a Boolean; false does nothing
     /// @return always false, as the contract requires
     /// Errors: 13 for a text that is no Boolean.
-    bool LogOut(ado::Recordset& rsLock, std::string_view Lan_User_Version) const;
+    bool LogOut(ado::Recordset* rsLock, std::string_view Lan_User_Version) const;
 
     /// Asks for the lock of one object.
     /// @param column  kind of object, a column of table LOCK
     /// @param ID      key of the object as SQL text, inserted verbatim: a number bare, a text in single quotes
     /// @return true if the user now holds the lock, or held it before; false, after a message that names the
-    ///         holder, if a live session holds it. Testing a session takes up to 5 seconds. Locks of dead
-    ///         sessions are removed.
+    ///         holder, if a live session holds it, or if that cannot be found out. Testing a session takes up to 5
+    ///         seconds. Rows of dead sessions are removed. If a holder logs in again during that, the holders are
+    ///         read and tested anew, at most three times.
     /// Errors: the look-up of the refusal's text may fail, after the lock has been taken back. The connection has
     /// its former CommandTimeout again on every path.
     bool LockOn(std::string_view column, std::string_view ID, const TmkVar& tmkVar) const;

@@ -121,6 +121,7 @@ std::int32_t checkedLong(std::int64_t value, std::string_view what);
 /// Rounds to decimals: scales the number by a power of ten, rounds the product to the nearest whole number,
 /// an exact .5 to the even one, and divides again. 0.125 gives 0.12, 2.675 gives 2.68.
 /// @param places  0 to 22; Error 5 otherwise
+/// Error 6 if the product overflows.
 double roundHalfEven(double number, std::int32_t places);
 
 /// Returns the nearest whole number; an exact .5 goes to the even one. The result is never -0.

@@ -12,6 +12,7 @@ namespace errors {
 // Of the runtime.
 inline constexpr std::int32_t invalidArgument = 5;             ///< Invalid procedure call or argument.
 inline constexpr std::int32_t overflow = 6;                    ///< A number left the range of its type.
+inline constexpr std::int32_t outOfMemory = 7;                 ///< The memory does not suffice.
 inline constexpr std::int32_t subscriptOutOfRange = 9;         ///< An array index outside the bounds.
 inline constexpr std::int32_t divisionByZero = 11;             ///< Division by zero.
 inline constexpr std::int32_t typeMismatch = 13;               ///< A value does not convert to the wanted type.

@@ -1,4 +1,8 @@
+#include <cstddef>
+#include <vector>
+
 #include "clause_scan.h"
+#include "runtime/occurrences.h"
 
 #include "tamarok/comm_csel.h"
 #include "tamarok/convert.h"
@@ -45,12 +49,17 @@ std::string Comm_CSel::RemoveString(std::string_view strFrom, std::string_view s
     }
     // One pass: an occurrence is cut as soon as its last character is copied. The result is that of cutting
     // the leftmost occurrence until there is none.
+    const text::Occurrences<char> occurrences{strRemov};
     std::string result;
     result.reserve(strFrom.size());
+    std::vector<std::size_t> matched{0}; // for each length of the result
+    matched.reserve(strFrom.size() + 1);
     for (const char character : strFrom) {
         result += character;
-        if (result.ends_with(strRemov)) {
+        matched.push_back(occurrences.after(matched.back(), character));
+        if (occurrences.isFound(matched.back())) {
             result.resize(result.size() - strRemov.size());
+            matched.resize(result.size() + 1);
         }
     }
     return result;

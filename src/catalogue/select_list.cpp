@@ -41,12 +41,11 @@ const catalogue::ListType* findComposedType(std::string_view key)
 /// The column as it is selected, or the expression that takes its place.
 std::string selectedText(const SelectContext& context, std::int16_t id)
 {
-    std::string column = context.columnText(id);
     const catalogue::SelectExpression* replacement = context.type.selectExpression(id);
     if (replacement == nullptr || (replacement->applies == Applies::grouped && !context.grouped)) {
-        return column;
+        return context.columnText(id);
     }
-    catalogue::SelectValues values{context, column};
+    catalogue::SelectValues values{context, id};
     std::string expression;
     dialect::appendFilled(expression, replacement->text, dialect::of(context.session), values);
     return expression;

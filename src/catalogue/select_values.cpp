@@ -19,14 +19,19 @@ bool SelectValues::appendValue(std::string& out, const dialect::Placeholder& pla
     if (known == std::end(selectValueNames)) return columnValues_.appendValue(out, placeholder);
     switch (known->value) {
     case SelectValue::column:
-        out +=
-            placeholder.argument.empty() ? std::string{ownColumn_} : context_.columnText(parseId(placeholder.argument));
+        out += placeholder.argument.empty() ? ownText() : context_.columnText(parseId(placeholder.argument));
         break;
     case SelectValue::percent: out += percentText(parseId(placeholder.argument)); break;
     case SelectValue::from: out += context_.from; break;
     case SelectValue::where: out += context_.where; break;
     }
     return true;
+}
+
+const std::string& SelectValues::ownText()
+{
+    if (!ownText_) ownText_ = context_.columnText(ownColumn_);
+    return *ownText_;
 }
 
 /// Reads the total of a measure over the list from the database and returns the measure times the factor

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -48,19 +49,21 @@ struct SelectContext {
 /// The values of a select expression that takes the place of one column.
 class SelectValues final : public dialect::PlaceholderValues {
 public:
-    /// @param ownColumn  value of {COLUMN}
-    /// The arguments must outlive this object.
-    SelectValues(const SelectContext& context, std::string_view ownColumn) :
+    /// @param context    must outlive this object
+    /// @param ownColumn  the column that {COLUMN} names
+    SelectValues(const SelectContext& context, std::int16_t ownColumn) :
         context_{context}, ownColumn_{ownColumn}, columnValues_{context.session, context.versionKey, context.type}
     {}
 
     bool appendValue(std::string& out, const dialect::Placeholder& placeholder) override;
 
 private:
+    const std::string& ownText();
     std::string percentText(std::int16_t id) const;
 
     const SelectContext& context_;
-    std::string_view ownColumn_;
+    std::int16_t ownColumn_;
+    std::optional<std::string> ownText_; ///< composed at its first use, since that may read options
     ColumnValues columnValues_;
 };
 

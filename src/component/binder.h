@@ -149,6 +149,17 @@ struct Argument<ado::Recordset&> {
     ado::Recordset& held;
 };
 
+/// A recordset that may be missing: Nothing is a null pointer.
+template <>
+struct Argument<ado::Recordset*> {
+    static constexpr ValueType type = ValueType::Recordset;
+    static constexpr bool changes = false;
+    Argument(Variant& value, const ParameterInfo& parameter) : held{argument::toRecordset(value, parameter)} {}
+    ado::Recordset* pass() noexcept { return held.get(); }
+    void store(Variant&) {}
+    std::shared_ptr<ado::Recordset> held;
+};
+
 template <>
 struct Argument<ado::Command&> {
     static constexpr ValueType type = ValueType::Command;

@@ -5,6 +5,7 @@
 
 #include "tamarok/component.h"
 #include "tamarok/error.h"
+#include "tamarok/spelling.h"
 #include "tamarok/text.h"
 
 namespace tamarok::component {
@@ -54,7 +55,9 @@ const ClassInfo* findClass(std::string_view name) noexcept
 const ClassInfo& requireClass(std::string_view name)
 {
     const ClassInfo* found = findClass(name);
-    if (found == nullptr) throw Error{cannotCreateObject, "There is no class '" + std::string{name} + "'"};
+    if (found == nullptr)
+        throw Error{cannotCreateObject,
+                    "There is no class '" + std::string{name} + "'" + spelling::suggestionByName(name, classes())};
     return *found;
 }
 
@@ -75,8 +78,9 @@ const OperationInfo& requireOperation(const ClassInfo& classInfo, std::string_vi
 {
     const OperationInfo* found = findOperation(classInfo, name, arguments);
     if (found == nullptr) {
-        throw Error{errors::noSuchMember,
-                    "Class " + std::string{classInfo.name} + " has no operation '" + std::string{name} + "'"};
+        throw Error{errors::noSuchMember, "Class " + std::string{classInfo.name} + " has no operation '" +
+                                              std::string{name} + "'" +
+                                              spelling::suggestionByName(name, classInfo.operations)};
     }
     return *found;
 }

@@ -2,6 +2,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "ado/first_row.h"
@@ -23,7 +24,6 @@ namespace {
 
 using ado::fieldText;
 using rights::principalsOf;
-using rights::readFirstColumn;
 
 // A tree key names a node of the navigation tree; a right key names the right in the tables. The personal
 // grant (USERS_TREEVIEW) belongs to a user, the organisational grant (BB_ORGANISATIONS_RECHTE) to the depth
@@ -57,29 +57,22 @@ std::string organisationalDenials(const TmkVar& tmkVar)
     return dialect::fill(sqlTemplate, dialect::of(tmkVar), {{"LEVEL", std::to_string(tmkVar.ID_Access_Levels)}});
 }
 
-/// Stores a key in the last element if that is empty, behind it otherwise.
-void addKey(std::vector<std::string>& keys, std::string key)
-{
-    if (keys.back().empty())
-        keys.back() = std::move(key);
-    else
-        keys.push_back(std::move(key));
-}
-
-/// Fills the caller's cache of hidden right keys: one element a personal denial, then the organisational
-/// denials that are new. Without any denial it has one empty element, which says that it is filled.
+/// Fills the caller's cache of hidden right keys: one element for each personal denial, in the order of the rows, then
+/// the organisational denials that are new. Without any denial it has one empty element, which says that it is filled.
+/// Required by the contract: what is filled before a failure stays, and is not read again. Do not correct.
 void fillHiddenKeys(const TmkVar& tmkVar, std::vector<std::string>& hidden)
 {
-    // Both queries run before the cache is touched, so that it is filled again after a failure.
-    const std::vector<Variant> personal = readFirstColumn(tmkVar.db_ADO, personalDenials(tmkVar));
-    const std::vector<Variant> organisational = readFirstColumn(tmkVar.db_ADO, organisationalDenials(tmkVar));
     hidden.assign(1, std::string{});
-    for (const Variant& key : personal)
-        addKey(hidden, fieldText(key));
-    for (const Variant& value : organisational) {
-        std::string key = fieldText(value);
-        if (std::ranges::find(hidden, key) == hidden.end()) addKey(hidden, std::move(key));
-    }
+    bool isFirst = true;
+    rights::forEachFirstText(tmkVar.db_ADO, personalDenials(tmkVar), [&](std::string key) {
+        if (!std::exchange(isFirst, false)) hidden.emplace_back();
+        hidden.back() = std::move(key);
+    });
+    rights::forEachFirstText(tmkVar.db_ADO, organisationalDenials(tmkVar), [&](std::string key) {
+        if (std::ranges::find(hidden, key) != hidden.end()) return;
+        if (!hidden.back().empty()) hidden.emplace_back();
+        hidden.back() = std::move(key);
+    });
 }
 
 /// The part of the write query that also asks for the organisational grant; the level's id is appended.

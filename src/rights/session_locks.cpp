@@ -1,6 +1,8 @@
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "ado/first_row.h"
@@ -54,10 +56,10 @@ bool attempt(Action&& action)
     }
 }
 
-/// Returns the first column of a query within a probe; empty also if the query fails.
-std::vector<Variant> attemptColumn(const ado::ConnectionRef& connection, std::string_view statement)
+/// Returns the first column of a query within a probe; nothing if the query fails.
+std::optional<std::vector<Variant>> attemptColumn(const ado::ConnectionRef& connection, std::string_view statement)
 {
-    std::vector<Variant> rows;
+    std::optional<std::vector<Variant>> rows;
     attempt([&] { rows = readFirstColumn(connection, statement); });
     return rows;
 }
@@ -65,6 +67,12 @@ std::vector<Variant> attemptColumn(const ado::ConnectionRef& connection, std::st
 std::string deleteStatement(const Variant& id)
 {
     return "DELETE FROM LOCK WHERE ID = " + fieldText(id);
+}
+
+/// Deletes a row within a probe. Returns false if that failed.
+bool attemptDelete(ado::Connection& connection, const Variant& id)
+{
+    return attempt([&] { connection.Execute(deleteStatement(id)); });
 }
 
 /// Returns the database server's clock as text, read through the caller's recordset and connection.
@@ -95,32 +103,74 @@ bool deleteObjectLocks(const TmkVar& tmkVar, const std::string& user, ado::Conne
         rows = readFirstColumn(tmkVar.db_ADO, "SELECT ID FROM LOCK WHERE LOGIN IS NULL AND ID_USERS = " + user);
     });
     for (const Variant& id : rows)
-        if (!attempt([&] { dbLock.Execute(deleteStatement(id)); })) allDeleted = false;
+        if (!attemptDelete(dbLock, id)) allDeleted = false;
     return allDeleted;
 }
 
+/// Writes the session row and places the recordset on it, which locks it. Returns false if either failed; a row
+/// without its lock then stays, and counts as one of a dead session.
+bool holdSessionRow(ado::Recordset& rsLock, const std::string& user, const std::string& stamp, ado::Connection& dbLock)
+{
+    return attempt([&] {
+        dbLock.Execute("SET NOCOUNT ON\r\nINSERT INTO LOCK (ID_USERS,LOGIN) VALUES (" + user + ",'" + stamp + "')");
+        rsLock.MoveFirst();
+    });
+}
+
+/// Shows why a login is refused. What cannot be read, the name or a text, stays empty: the login is refused all
+/// the same.
 void showLoginRefusal(const TmkVar& tmkVar, const std::string& user)
 {
     std::string name;
     attempt([&] { name = rights::userName(tmkVar.db_ADO, user); });
     const auto texts = Platform::locService();
-    mComm::ShowMessage(texts->GetText(4887, tmkVar) + " " + name + " " + texts->GetText(4888, tmkVar) + "\r\n" +
-                           texts->GetText(4889, tmkVar),
-                       exclamationIcon);
+    std::string message;
+    const auto append = [&](std::int16_t number) { attempt([&] { message += texts->GetText(number, tmkVar); }); };
+    append(4887);
+    message.append(" ").append(name).append(" ");
+    append(4888);
+    message += "\r\n";
+    append(4889);
+    mComm::ShowMessage(message, exclamationIcon);
 }
 
-/// Tells whether another user has a live session. Deletes the session rows of dead sessions, and after
-/// each of them all rows of that user.
-bool isAlive(const TmkVar& tmkVar, const std::string& holder)
+/// What the test of a holder has found.
+enum class Finding {
+    NoSession,   ///< he has no session row, or his sessions were dead and all his rows have gone
+    LiveSession, ///< he has a live session, or it cannot be known
+    Interrupted  ///< his session was dead, but one of his rows cannot be deleted: he may have logged in again
+};
+
+/// Returns the ids of all rows of a user in ascending order; nothing if they cannot be read.
+std::optional<std::vector<Variant>> rowsInOrder(const TmkVar& tmkVar, const std::string& user)
 {
-    ado::Connection& connection = *tmkVar.db_ADO;
-    for (const Variant& session :
-         attemptColumn(tmkVar.db_ADO, "SELECT ID FROM LOCK WHERE ID_USERS = " + holder + " AND LOGIN IS NOT NULL")) {
-        if (!attempt([&] { connection.Execute(deleteStatement(session)); })) return true;
-        for (const Variant& row : attemptColumn(tmkVar.db_ADO, "SELECT ID FROM LOCK WHERE ID_USERS = " + holder))
-            attempt([&] { connection.Execute(deleteStatement(row)); });
+    auto rows = attemptColumn(tmkVar.db_ADO, "SELECT ID FROM LOCK WHERE ID_USERS = " + user);
+    if (rows && !attempt([&] { std::ranges::sort(*rows, {}, convert::toLongLong); })) rows.reset();
+    return rows;
+}
+
+/// Deletes the rows that a dead session has left, up to the first DELETE that fails. A user who has logged in again
+/// has a session row with a lower id than his new object locks, and its row lock ends the deletion before them.
+Finding wipe(const TmkVar& tmkVar, const std::string& user)
+{
+    const auto rows = rowsInOrder(tmkVar, user);
+    if (!rows) return Finding::LiveSession;
+    const auto isDeleted = [&](const Variant& row) { return attemptDelete(*tmkVar.db_ADO, row); };
+    return std::ranges::all_of(*rows, isDeleted) ? Finding::NoSession : Finding::Interrupted;
+}
+
+/// Tests whether another user has a live session. Deletes the session rows of dead sessions, and after each of
+/// them all rows of that user. Rows that cannot be read are no sign of a dead session.
+Finding testHolder(const TmkVar& tmkVar, const std::string& holder)
+{
+    const auto sessions =
+        attemptColumn(tmkVar.db_ADO, "SELECT ID FROM LOCK WHERE ID_USERS = " + holder + " AND LOGIN IS NOT NULL");
+    if (!sessions) return Finding::LiveSession;
+    for (const Variant& session : *sessions) {
+        if (!attemptDelete(*tmkVar.db_ADO, session)) return Finding::LiveSession;
+        if (const Finding finding = wipe(tmkVar, holder); finding != Finding::NoSession) return finding;
     }
-    return false;
+    return Finding::NoSession;
 }
 
 /// The texts of one request for a lock.
@@ -147,24 +197,53 @@ struct LockRequest {
     std::string insertion;
 };
 
-/// Looks for the first holder with a live session. A holder without a session row is no conflict, and his
-/// lock row stays. On a conflict, deletes the requester's row.
-/// @return the live holder's name ("" if it cannot be read), or nothing if there is no conflict
-std::optional<std::string> findConflict(const TmkVar& tmkVar, const std::vector<Variant>& holders,
-                                        const LockRequest& request)
+/// A holder who hinders the lock, by his id as text, and what his test has found.
+struct Hindrance {
+    std::string holder;
+    Finding finding;
+};
+
+/// Returns the first holder who hinders the lock. A holder without a session row does not, and his lock row stays.
+std::optional<Hindrance> findHindrance(const TmkVar& tmkVar, const std::vector<Variant>& holders)
 {
-    const CommandTimeoutScope timeout{tmkVar.db_ADO, probeSeconds};
-    for (const Variant& holderId : holders) {
-        if (holderId.isNull()) continue;
-        const std::string holder = fieldText(holderId);
-        if (!isAlive(tmkVar, holder)) continue;
-        for (const Variant& row : attemptColumn(tmkVar.db_ADO, request.requestersRows()))
-            attempt([&] { tmkVar.db_ADO->Execute(deleteStatement(row)); });
-        std::string name;
-        attempt([&] { name = rights::userName(tmkVar.db_ADO, holder); });
-        return name;
+    for (const Variant& id : holders) {
+        if (id.isNull()) continue;
+        std::string holder = fieldText(id);
+        const Finding finding = testHolder(tmkVar, holder);
+        if (finding != Finding::NoSession) return Hindrance{std::move(holder), finding};
     }
     return {};
+}
+
+/// Tests the holders. If one may have logged in again meanwhile, asks anew who holds the object.
+/// @return the id, as text, of the holder who has the lock; nothing if there is no conflict
+std::optional<std::string> findConflict(const TmkVar& tmkVar, std::vector<Variant> holders, const LockRequest& request)
+{
+    constexpr int repetitions = 3;
+    for (int repetition = 0;; ++repetition) {
+        std::optional<Hindrance> hindrance = findHindrance(tmkVar, holders);
+        if (!hindrance) return {};
+        if (hindrance->finding == Finding::LiveSession || repetition == repetitions)
+            return std::move(hindrance->holder);
+        auto askedAnew = attemptColumn(tmkVar.db_ADO, request.otherHolders());
+        if (!askedAnew) return std::move(hindrance->holder);
+        holders = std::move(*askedAnew);
+    }
+}
+
+/// Looks for a conflict with another holder. If there is one, deletes the requester's row.
+/// @return the holder's name ("" if it cannot be read), or nothing if there is no conflict
+std::optional<std::string> conflictingUser(const TmkVar& tmkVar, const std::vector<Variant>& holders,
+                                           const LockRequest& request)
+{
+    const CommandTimeoutScope timeout{tmkVar.db_ADO, probeSeconds};
+    const std::optional<std::string> holder = findConflict(tmkVar, holders, request);
+    if (!holder) return {};
+    for (const Variant& row : attemptColumn(tmkVar.db_ADO, request.requestersRows()).value_or(std::vector<Variant>{}))
+        attemptDelete(*tmkVar.db_ADO, row);
+    std::string name;
+    attempt([&] { name = rights::userName(tmkVar.db_ADO, *holder); });
+    return name;
 }
 
 /// Returns the key of an invoice in LOCK.RECHNUNG with its quotes: the type padded or cut to two
@@ -187,50 +266,41 @@ std::string listsOfInvoice(std::string_view name, std::string_view type)
 template <class Action>
 void forEachList(const TmkVar& tmkVar, std::string_view name, std::string_view type, Action&& action)
 {
-    ado::Recordset lists;
-    lists.Open(listsOfInvoice(name, type), tmkVar.db_ADO);
-    for (; !lists.AtEOF(); lists.MoveNext())
-        action("'" + fieldText(lists.Fields().Item(0).Value()) + "'");
-    lists.Close();
+    rights::forEachFirstText(tmkVar.db_ADO, listsOfInvoice(name, type),
+                             [&](const std::string& list) { action("'" + list + "'"); });
 }
 
 } // namespace
 
-bool Comm_Lock::LogIn(ado::Recordset& rsLock, const TmkVar& tmkVar, const ado::ConnectionRef& dbLock) const
+bool Comm_Lock::LogIn(ado::Recordset* rsLock, const TmkVar& tmkVar, const ado::ConnectionRef& dbLock) const
 {
     if (!usesLocks(tmkVar)) return true;
+    if (rsLock == nullptr) throw Error{errors::objectNotSet, "Object variable not set: rsLock", "Comm_Lock.LogIn"};
     const std::string user = std::to_string(tmkVar.ID_User);
-    const std::string stamp = readLoginStamp(rsLock, dbLock);
+    const std::string stamp = readLoginStamp(*rsLock, dbLock);
     const CommandTimeoutScope timeout{dbLock, probeSeconds};
 
     // The session row does not exist yet: the recordset is opened first, and MoveFirst finds the row later.
-    rsLock.Open("SELECT * FROM LOCK WITH (ROWLOCK) WHERE ID IN (SELECT ID FROM LOCK WHERE ID_USERS = " + user +
-                    " AND LOGIN = '" + stamp + "')",
-                dbLock, ado::CursorType::OpenDynamic, ado::LockType::Pessimistic);
+    rsLock->Open("SELECT * FROM LOCK WITH (ROWLOCK) WHERE ID IN (SELECT ID FROM LOCK WHERE ID_USERS = " + user +
+                     " AND LOGIN = '" + stamp + "')",
+                 dbLock, ado::CursorType::OpenDynamic, ado::LockType::Pessimistic);
 
     // Required by the contract: the object locks go even if an earlier session is alive. Do not correct.
     const bool isOnlySession = deleteDeadSessions(tmkVar, user, *dbLock);
     const bool hasNoLocks = deleteObjectLocks(tmkVar, user, *dbLock);
-    if (!isOnlySession || !hasNoLocks) {
-        showLoginRefusal(tmkVar, user);
-        return false;
-    }
-
-    // Required by the contract: the answer is true even if the row cannot be written or locked. Do not correct.
-    attempt([&] {
-        dbLock->Execute("SET NOCOUNT ON\r\nINSERT INTO LOCK (ID_USERS,LOGIN) VALUES (" + user + ",'" + stamp + "')");
-    });
-    attempt([&] { rsLock.MoveFirst(); });
-    return true;
+    // Without the lock of its row a session would count as dead, and others would be granted what it holds.
+    if (isOnlySession && hasNoLocks && holdSessionRow(*rsLock, user, stamp, *dbLock)) return true;
+    showLoginRefusal(tmkVar, user);
+    return false;
 }
 
-bool Comm_Lock::LogOut(ado::Recordset& rsLock, std::string_view Lan_User_Version) const
+bool Comm_Lock::LogOut(ado::Recordset* rsLock, std::string_view Lan_User_Version) const
 {
-    if (convert::toBoolean(Variant{Lan_User_Version})) {
-        attempt([&] { rsLock.Delete(1); });
-        attempt([&] { rsLock.Close(); });
-    }
-    // Required by the contract: the result is false on every path. Do not correct.
+    // Required by the contract: failures are ignored, a missing recordset among them, and the result is false on
+    // every path. Do not correct.
+    if (!convert::toBoolean(Variant{Lan_User_Version}) || rsLock == nullptr) return false;
+    attempt([&] { rsLock->Delete(1); });
+    attempt([&] { rsLock->Close(); });
     return false;
 }
 
@@ -244,10 +314,10 @@ bool Comm_Lock::LockOn(std::string_view column, std::string_view ID, const TmkVa
     tmkVar.db_ADO->Execute(request.insertion);
     const std::vector<Variant> holders = readFirstColumn(tmkVar.db_ADO, request.otherHolders());
     if (holders.empty()) return true;
-    const std::optional<std::string> liveHolder = findConflict(tmkVar, holders, request);
-    if (!liveHolder) return true;
+    const std::optional<std::string> holder = conflictingUser(tmkVar, holders, request);
+    if (!holder) return true;
 
-    const std::string message = rights::lockRefusal(tmkVar, column, ID, *liveHolder);
+    const std::string message = rights::lockRefusal(tmkVar, column, ID, *holder);
     if (!message.empty()) mComm::ShowMessage(message, exclamationIcon);
     return false;
 }

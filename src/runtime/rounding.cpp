@@ -13,8 +13,9 @@ double roundHalfEven(double number, std::int32_t places)
                     "Invalid argument: a number cannot be rounded to " + std::to_string(places) + " decimals."};
     const double scale = powersOfTen[static_cast<std::size_t>(places)];
     const double scaled = number * scale;
-    // A number whose product overflows has no decimals.
-    if (!std::isfinite(scaled)) return number;
+    if (!std::isfinite(scaled))
+        throw Error{errors::overflow,
+                    "Overflow: a number is too large to be rounded to " + std::to_string(places) + " decimals."};
     return nearestEven(scaled) / scale;
 }
 

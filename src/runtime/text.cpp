@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "runtime/occurrences.h"
+
 // Functions that count characters decode UTF-8 from the beginning of the text; the others work on bytes, which is
 // correct in UTF-8, since no character is part of another.
 
@@ -155,9 +157,27 @@ std::size_t find(std::string_view text, std::string_view wanted, std::size_t sta
     return 0;
 }
 
-std::size_t findNoCase(std::string_view haystack, std::string_view wanted, std::size_t start)
+std::size_t findNoCase(std::string_view text, std::string_view wanted, std::size_t start)
 {
-    return text::find(toUpper(haystack), toUpper(wanted), start);
+    const std::string upper = toUpper(text);
+    const std::string upperWanted = toUpper(wanted);
+    std::size_t position = std::max<std::size_t>(start, 1);
+    std::size_t offset = advance(upper, 0, position - 1);
+    if (offset >= upper.size()) return 0;
+    if (upperWanted.empty()) return position;
+    // Searches bytes, then counts the characters up to the hit.
+    const Occurrences<char> occurrences{upperWanted};
+    std::size_t matched = 0;
+    for (std::size_t end = offset; end < upper.size();) {
+        matched = occurrences.after(matched, upper[end++]);
+        if (!occurrences.isFound(matched)) continue;
+        const std::size_t hit = end - upperWanted.size();
+        for (; offset < hit; ++position)
+            decode(upper, offset);
+        if (offset == hit) return position;
+        // `wanted` begins with an invalid byte that is part of a character here: search on.
+    }
+    return 0;
 }
 
 std::string toUpper(std::string_view text)

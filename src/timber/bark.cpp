@@ -105,16 +105,18 @@ std::string barkStatement(std::string_view species, const std::string& diameter,
 }
 
 /// Returns the deduction on the line through the two support points. Two equal points give the deduction
-/// of the first.
+/// of the first. Error 6 if a step overflows.
 double interpolate(double diameter, const ado::FieldCollection& row)
 {
     const auto number = [&](std::string_view name) { return convert::toDouble(row.Item(name).Value()); };
     const double r1 = number("R1");
     const double r2 = number("R2");
     const double v1 = number("V1");
-    if (r2 - r1 == 0) return v1;
+    // Checked by itself: a quotient by an infinite number would be 0.
+    const double width = timber::checkedResult(r2 - r1, "the bark deduction");
+    if (width == 0) return v1;
     // In this order: the rounding of doubles depends on it.
-    return (number("V2") - v1) * (diameter - r1) / (r2 - r1) + v1;
+    return timber::checkedResult((number("V2") - v1) * (diameter - r1) / width + v1, "the bark deduction");
 }
 
 /// Converts a deduction to the unit that the log asks for, by the area of the cross-section d² · 3.1416 / 4:
@@ -122,7 +124,7 @@ double interpolate(double diameter, const ado::FieldCollection& row)
 /// @param diameter     cm, with bark
 /// @param mode         unit asked for, "%" or "cm"
 /// @param isPercent    the table's unit; Null converts nothing
-/// Errors: 5 for a deduction of more than 100 percent, 11 for a cross-section of 0.
+/// Errors: 5 for a deduction of more than 100 percent, 6 if a step overflows, 11 for a cross-section of 0.
 double inUnit(double deduction, double diameter, std::string_view mode, const Variant& isPercent)
 {
     if (isPercent.isNull()) return deduction;
@@ -133,11 +135,13 @@ double inUnit(double deduction, double diameter, std::string_view mode, const Va
         if (area == 0)
             throw Error{errors::divisionByZero, "Division by zero: the cross-section of the log is 0.", "Comm_Set"};
         const double inner = diameter - deduction;
-        return (area - inner * inner * timber::pi / 4) / area * 100;
+        return timber::checkedResult((area - inner * inner * timber::pi / 4) / area * 100, "the bark deduction");
     }
     if (mode == "cm" && percent) {
-        const double woodArea = area - deduction * (area / 100);
-        return diameter - timber::checkedRoot(woodArea * 4 / timber::pi, "the area without bark");
+        // Checked before the root, which would call an overflow towards minus a negative number.
+        const double woodArea = timber::checkedResult(area - deduction * (area / 100), "the area without bark");
+        const double square = timber::checkedResult(woodArea * 4 / timber::pi, "the area without bark");
+        return diameter - timber::checkedRoot(square, "the area without bark");
     }
     return deduction;
 }
@@ -159,12 +163,12 @@ std::string Comm_Set::CalculateRinde(const TmkVar& tmkVar, std::string_view Rind
     if (diameter != 0 && !HA_tmp.empty() && !Modus_tmp.empty() && bolCalculation) {
         const std::string statement = barkStatement(HA_tmp, convert::toSqlNumber(diameterText), strOptionen, date);
         ado::readFirst(tmkVar.db_ADO, statement, [&](const ado::FieldCollection& row) {
-            const double onLine = timber::checkedResult(interpolate(diameter, row), "the bark deduction");
+            const double onLine = interpolate(diameter, row);
             // Required by the contract: the deduction passes through its text, which has 15 digits. Do not
             // correct.
             const double deduction = convert::toDouble(Variant{convert::toText(onLine, regional)});
             const double converted = inUnit(deduction, diameter, Modus_tmp, row.Item("RINDEPROZENT").Value());
-            result = convert::toText(timber::checkedResult(converted, "the bark deduction"), regional);
+            result = convert::toText(converted, regional);
         });
     }
     // A text that is no number comes back unchanged.

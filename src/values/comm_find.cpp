@@ -1,7 +1,8 @@
 #include "tamarok/comm_find.h"
 
-#include <algorithm>
 #include <string_view>
+
+#include "runtime/occurrences.h"
 
 #include "tamarok/convert.h"
 #include "tamarok/text.h"
@@ -25,12 +26,16 @@ std::u32string upperCharacters(std::string_view text)
 
 std::int16_t Comm_find::FindNumOfChar(const std::string& sTmpString, const std::string& strFChar) const
 {
-    const std::u32string text = upperCharacters(sTmpString);
     const std::u32string wanted = upperCharacters(strFChar);
+    const text::Occurrences<char32_t> occurrences{wanted};
     std::int64_t count = 0;
+    std::size_t matched = 0;
     // Occurrences may overlap; an empty text is found at every position.
-    for (std::size_t position = text.find(wanted); position < text.size(); position = text.find(wanted, position + 1))
-        convert::checkedInteger(++count, "number of occurrences");
+    for (std::size_t offset = 0; offset < sTmpString.size();) {
+        const char32_t character = text::toUpper(text::decode(sTmpString, offset));
+        if (!wanted.empty()) matched = occurrences.after(matched, character);
+        if (occurrences.isFound(matched)) convert::checkedInteger(++count, "number of occurrences");
+    }
     return static_cast<std::int16_t>(count);
 }
 

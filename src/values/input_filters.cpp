@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -133,22 +134,19 @@ bool signMayPass(const Box& box, const EntryPattern& pattern)
     return pattern.sign && box.cursor() == 0 && !box.text().starts_with('-');
 }
 
-/// Returns the number of whole digits of a number text.
-std::int32_t wholeDigitsOf(const std::string& number)
+/// Returns the length of a number without its sign, written as plain text with at most 15 digits. From 1E+15 on that
+/// has exponent form, whose characters count. Required by the contract. Do not correct.
+std::int32_t plainLength(double number)
 {
-    const double whole = std::trunc(std::abs(convert::toDouble(Variant{number})));
-    return characters(format::number(whole, "0", Platform::current().regional));
+    return characters(convert::toPlainText(std::abs(number)));
 }
 
-/// Returns whether the number has more digits than the pattern. Without decimals in the pattern it also cuts
-/// `content` at a ".", whatever the decimal separator of the machine is. Required by the contract.
-bool exceeds(std::string& content, const EntryPattern& pattern)
+/// Returns whether a number has more digits than the pattern. Without decimals in the pattern and without a sign the
+/// text counts as it was typed. Required by the contract.
+bool exceeds(double number, std::string_view typed, const EntryPattern& pattern)
 {
-    if (pattern.hasPoint) return wholeDigitsOf(content) > pattern.wholeDigits;
-    content = content.substr(0, content.find('.'));
-    if (!pattern.sign) return characters(content) > pattern.length;
-    return !convert::isNumeric(Variant{content}) ||
-           characters(convert::toText(Variant{std::abs(convert::toDouble(Variant{content}))})) > pattern.length;
+    if (pattern.hasPoint) return plainLength(std::trunc(number)) > pattern.wholeDigits;
+    return (pattern.sign ? plainLength(number) : characters(typed)) > pattern.length;
 }
 
 } // namespace
@@ -203,22 +201,24 @@ void Comm_Get::OnlyNumbersKeyPress(std::int16_t& KeyAscii, Object& ActiveControl
     if (!passes) KeyAscii = refused;
 }
 
-void Comm_Get::OnlyNumbersLostFocus(Object& ActiveControl, const std::string& strFormat) const
+void Comm_Get::OnlyNumbersLostFocus(Object& ActiveControl, std::string& strFormat) const
 {
     Box box{ActiveControl};
-    const std::string wanted = strFormat.empty() ? box.format() : strFormat;
-    // Cleared if it is no number or too long for the pattern, else written in the format.
-    if (wanted.empty()) return;
+    if (strFormat.empty()) strFormat = box.format();
+    if (strFormat.empty()) return;
     std::string content = box.text();
-    if (!convert::isNumeric(Variant{content})) {
-        box.text("");
-        return;
-    }
-    const EntryPattern pattern{wanted};
-    if (!pattern.sign) content = text::replaceAll(content, "-", "");
-    if (exceeds(content, pattern)) content.clear();
-    if (!content.empty()) content = format::value(Variant{content}, text::replaceAll(wanted, "-", ""));
-    box.text(content);
+    const std::optional<double> typed = convert::parseNumber(content, Platform::current().regional);
+    if (!typed) return box.text("");
+
+    // Required by the contract: every "-" goes, that of an exponent too, and a text is cut at a "." whatever the
+    // decimal separator of the machine is. Do not correct.
+    const EntryPattern pattern{strFormat};
+    const std::size_t typedSize = content.size();
+    if (!pattern.sign) std::erase(content, '-');
+    if (!pattern.hasPoint) content.erase(std::min(content.find('.'), content.size()));
+    const double number = content.size() == typedSize ? *typed : convert::toDouble(Variant{content});
+    if (exceeds(number, content, pattern)) return box.text("");
+    box.text(format::value(Variant{content}, text::replaceAll(strFormat, "-", "")));
 }
 
 std::int16_t Comm_Get::OnlyDate(std::int16_t KeyAscii, Object& ActiveControl) const
@@ -236,11 +236,12 @@ std::int16_t Comm_Get::OnlyDate(std::int16_t KeyAscii, Object& ActiveControl) co
         return cursor == point - 1 || cursor == point ? refused : KeyAscii;
     }
     if (!isDigit(KeyAscii)) return refused;
-    if (points == 0) return characters(content) >= 2 && box.selected() == 0 ? refused : KeyAscii;
-    // Only the part after the last point is limited. Required by the contract.
+    // Required by the contract: a part that is longer already, because a program put it there, takes a further digit,
+    // and only the part after the last point is limited. Do not correct.
+    if (points == 0) return characters(content) == 2 && box.selected() == 0 ? refused : KeyAscii;
     const std::int32_t lastPoint = characters(std::string_view{content}.substr(0, content.rfind('.'))) + 1;
     const std::int32_t room = points == 1 ? 2 : 4;
-    const bool full = characters(content) - lastPoint >= room && box.selected() == 0 && cursor >= lastPoint;
+    const bool full = characters(content) - lastPoint == room && box.selected() == 0 && cursor >= lastPoint;
     return full ? refused : KeyAscii;
 }
 

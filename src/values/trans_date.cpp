@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <optional>
 #include <string>
 
 #include "date_parts.h"
@@ -7,6 +8,7 @@
 #include "tamarok/convert.h"
 #include "tamarok/early_date.h"
 #include "tamarok/mcomm.h"
+#include "tamarok/platform.h"
 #include "tamarok/text.h"
 
 // Dates in the format of the database.
@@ -23,15 +25,16 @@ struct DateParts {
     std::string year;
 };
 
-/// A year of two digits that was taken by its word.
-bool hasTwoDigitYear(const Variant& value)
+/// Returns the calendar date of a date or of a date text; nothing for any other value. A year of two digits may have
+/// been taken by its word.
+std::optional<CivilTime> civilOf(const Variant& value)
 {
-    return value.kind() == Variant::Kind::Date && isEarly(value.asDate());
-}
-
-CivilTime civilOf(const Variant& value)
-{
-    return hasTwoDigitYear(value) ? toCivilOrEarly(value.asDate()) : toCivil(convert::toDate(value));
+    if (value.isString()) {
+        const std::optional<Date> date = convert::parseDate(value.asString(), Platform::current().regional);
+        return date ? std::optional{toCivil(*date)} : std::nullopt;
+    }
+    if (value.kind() == Variant::Kind::Date && isEarly(value.asDate())) return toCivilOrEarly(value.asDate());
+    return convert::isDate(value) ? std::optional{toCivil(convert::toDate(value))} : std::nullopt;
 }
 
 /// Returns the parts for the database. A year below 1900 becomes 1900 plus its last two digits; 29 February of
@@ -93,8 +96,9 @@ Variant Comm_Conv::TransDate(const Variant& strDate, std::string_view strDateFor
 {
     const Object* const object = strDate.isObject() ? strDate.asObject().get() : nullptr;
     const Variant date = object != nullptr && object->hasDefaultValue() ? object->defaultValue() : strDate;
-    if (!convert::isDate(date) && !hasTwoDigitYear(date)) return strDate;
-    const DateParts parts = partsForDatabase(civilOf(date));
+    const std::optional<CivilTime> civil = civilOf(date);
+    if (!civil) return strDate;
+    const DateParts parts = partsForDatabase(*civil);
     if (strDateFormat.find_first_of("./") != std::string_view::npos) return byTokens(parts, strDateFormat, '.');
     if (strDateFormat.find('-') != std::string_view::npos) return byTokens(parts, strDateFormat, '-');
     return byOrderCode(strDate, parts, strDateFormat);

@@ -56,7 +56,7 @@ void hold(Program& host, const std::string& name, std::size_t count)
 TEST(Call, ConversationWithoutDatabase)
 {
     Program host{{"call", "--locale", "de-AT"}};
-    hold(host, "values_and_objects.txt", 135);
+    hold(host, "values_and_objects.txt", 142);
 }
 
 TEST(Call, ConversationWithDatabase)
@@ -168,6 +168,25 @@ TEST(Call, BrokenLinesAreAnsweredWithAnErrorAndTheHostGoesOn)
         EXPECT_LT(answers[index].size(), 2000U);
         EXPECT_EQ(answers[index + 1], R"({"id":"alive","result":"2.0","args":[],"messages":[],"sql":[]})");
     }
+}
+
+TEST(Call, ALineAboveTheLimitIsRefusedAndTheNextOneIsServed)
+{
+    constexpr std::size_t limit = 64 * 1024 * 1024;
+    const std::string request = R"({"class":"C_Version","op":"DLL_Version"})";
+    // Blanks after a request belong to its line. A line of exactly the limit is served.
+    const std::string input = repeated(request, ' ', limit - request.size()) + '\n' +
+                              repeated(request, ' ', limit - request.size() + 1) + '\n' + request + '\n' +
+                              repeated("", 'x', limit + 1);
+    const Outcome outcome = run({"call"}, input);
+    const std::string served = R"({"result":"2.0","args":[],"messages":[],"sql":[]})"
+                               "\n";
+    const std::string refused = R"({"error":{"number":5,"source":"tamarok call",)"
+                                R"("description":"the line has more than 67108864 bytes"},)"
+                                R"("args":[],"messages":[],"sql":[]})"
+                                "\n";
+    EXPECT_EQ(outcome.output, served + refused + served + refused);
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
 }
 
 TEST(Call, AHalfLineAtTheEndIsAnsweredToo)

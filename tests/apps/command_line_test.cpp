@@ -48,6 +48,11 @@ TEST(CommandLine, WrongUsageIsStatus2AndOneLine)
                                                   {"list", "LOG", "1", "--format", "xml"},
                                                   {"list", "LOG", "1", "--limit", "-1"},
                                                   {"init", "x.db", "--logs", "many"},
+                                                  {"init", "x.db", "--logs", "-1"},
+                                                  {"init", "x.db", "--logs", "100000001"},
+                                                  {"init", "x.db", "--seed", "-1"},
+                                                  {"init", "x.db", "--seed", "18446744073709551616"},
+                                                  {"init", "x.db", "--seed", ""},
                                                   {"columns"},
                                                   {"call", "--db", "a", "--odbc", "b"},
                                                   {"day", "--nothing"}}) {
@@ -72,6 +77,56 @@ TEST(CommandLine, AFailureIsStatus1AndOneLine)
         EXPECT_TRUE(outcome.errors.starts_with("tamarok: ")) << outcome.errors;
         EXPECT_EQ(lines(outcome.errors), 1U) << outcome.errors;
     }
+}
+
+struct Misspelt {
+    std::vector<std::string> words;
+    std::string message; ///< after "tamarok: "
+};
+
+TEST(CommandLine, AnUnknownWordIsNamedWithTheNearestKnownOne)
+{
+    const std::vector<Misspelt> cases{
+        {{"lst", "LOG"}, "unknown command 'lst'; did you mean 'list'?"},
+        {{"frobnicate"}, "unknown command 'frobnicate'"},
+        {{"--vershon"}, "unknown option '--vershon'; did you mean '--version'?"},
+        {{"list", "LOG", "1", "--limt", "3"}, "unknown option '--limt'; did you mean '--limit'?"},
+        {{"list", "LOG", "1", "--frobnicate"}, "unknown option '--frobnicate'"},
+        {{"call", "extra"}, "unexpected 'extra'"},
+        {{"list", "LOG", "1", "--format", "jsn"}, "--format: 'jsn' is none of table, csv, json; did you mean 'json'?"},
+        {{"list", "LOG", "1", "--format", "xml"}, "--format: 'xml' is none of table, csv, json"},
+    };
+    for (const Misspelt& each : cases) {
+        const Outcome outcome = run(each.words);
+        EXPECT_EQ(outcome.status, 2) << each.message;
+        EXPECT_EQ(outcome.errors, "tamarok: " + each.message + " (see tamarok --help)\n");
+    }
+    EXPECT_EQ(run({"select", "HOLZART_GRIT"}).errors,
+              "tamarok: No base selection has the key 'HOLZART_GRIT'; did you mean 'HOLZART_GRID'?\n");
+    EXPECT_EQ(run({"select", "holzart_grid"}).errors,
+              "tamarok: No base selection has the key 'holzart_grid'; did you mean 'HOLZART_GRID'?\n");
+}
+
+TEST(CommandLine, FormatsHaveNoCase)
+{
+    const Outcome lower = run({"list", "LOG", "1", "--format", "CSV", "--db", "/nonexistent/x.db"});
+    EXPECT_EQ(lower.status, 1) << lower.errors; // the option is read, the database is not there
+}
+
+TEST(CommandLine, ControlCharactersOfAPathAreShownEscaped)
+{
+    const Outcome outcome = run({"list", "LOG", "1", "--db", "/nonexistent/\x1b[31mred\x7f"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.errors.find('\x1b'), std::string::npos) << outcome.errors;
+    EXPECT_NE(outcome.errors.find("\\x1b[31mred\\x7f"), std::string::npos) << outcome.errors;
+}
+
+TEST(CommandLine, TheHelpOffersNothingThatAlwaysFails)
+{
+    const bool offered = run({"call", "--help"}).output.find("--odbc") != std::string::npos;
+    const Outcome outcome = run({"call", "--odbc", "DSN=x"});
+    const bool missing = outcome.errors.find("There is no provider") != std::string::npos;
+    EXPECT_NE(offered, missing) << outcome.errors;
 }
 
 } // namespace

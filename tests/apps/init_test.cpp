@@ -73,5 +73,23 @@ TEST(Init, AKilledRunLeavesNoHalfFileAndTheNextOneClearsUp)
     EXPECT_EQ(folder.fileCount(), 1U);
 }
 
+/// A process of another namespace has ids of its own there; the ids of this one mean nothing to it.
+TEST(Init, LeavesTheDraftOfARunInAnotherProcessNamespace)
+{
+    const ScratchFolder folder;
+    const std::string file = folder / "a.db";
+    Program running{{"init", file, "--logs", "50000000"}};
+    ASSERT_TRUE(waitUntilGrowing(folder));
+    const Outcome other =
+        runProgram("/usr/bin/env", {"unshare", "--pid", "--fork", TAMAROK_PROGRAM, "init", file, "--logs", "1"});
+    if (other.errors.find("unshare") != std::string::npos || other.status == 127)
+        GTEST_SKIP() << "process namespaces are not permitted here";
+    EXPECT_EQ(other.status, 0) << other.errors;
+    EXPECT_EQ(folder.fileCount(), 2U) << "the new file and the draft of the other run";
+    running.send(SIGTERM);
+    EXPECT_EQ(running.finish().status, 128 + SIGTERM);
+    EXPECT_EQ(folder.fileCount(), 1U);
+}
+
 } // namespace
 } // namespace tamarok::test

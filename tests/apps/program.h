@@ -25,9 +25,10 @@ inline Outcome run(const std::vector<std::string>& arguments, std::string_view i
 }
 
 /// Runs the program with standard error on a terminal and standard output into `outputFile`.
-inline Screen runOnTerminal(const std::vector<std::string>& arguments, const std::string& outputFile)
+inline Screen runOnTerminal(const std::vector<std::string>& arguments, const std::string& outputFile,
+                            unsigned short columns = 80)
 {
-    return runOnTerminal(TAMAROK_PROGRAM, arguments, outputFile);
+    return runOnTerminal(TAMAROK_PROGRAM, arguments, outputFile, columns);
 }
 
 /// Makes a small database with the program itself and returns its path.

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -77,16 +78,48 @@ TEST(Volume, DecimalsHaveACommaOrAPointUnderAnySettings)
               "3.141,6\n");
 }
 
-TEST(Volume, MeasuresOfZeroAndBelowGoByTheFormula)
+TEST(Volume, MeasuresOfZeroAreMeasured)
 {
     const auto volume = [](std::vector<std::string> words) {
         words.insert(words.begin(), {"volume", "--locale", "en-GB"});
         return run(words).output;
     };
     EXPECT_EQ(volume({"--d", "0", "--l", "5"}), "0.00\n");
-    EXPECT_EQ(volume({"--d", "-30", "--l", "5"}), "0.35\n");
-    EXPECT_EQ(volume({"--d", "30", "--l", "5", "--bark", "150", "--mode", "%"}), "-0.18\n");
+    EXPECT_EQ(volume({"--d", "30", "--l", "0"}), "0.00\n");
     EXPECT_EQ(volume({"--d", "30", "--l", "5", "--pieces", "0"}), "0.00\n");
+    EXPECT_EQ(volume({"--d", "30", "--l", "5", "--bark", "100", "--mode", "%"}), "0.00\n");
+    EXPECT_EQ(volume({"--d", "30", "--l", "5", "--bark", "30", "--mode", "cm"}), "0.00\n");
+}
+
+TEST(Volume, MeasuresOutOfRangeAreRefused)
+{
+    struct Case {
+        std::vector<std::string> words;
+        std::string fault;
+    };
+    const std::vector<Case> cases{
+        {{"--d", "-30", "--l", "5"}, "diameter -30 is not from 0 to below 1000 cm"},
+        {{"--d", "1000", "--l", "5"}, "diameter 1000 is not from 0 to below 1000 cm"},
+        {{"--d", "1e3", "--l", "5"}, "diameter 1e3 is not from 0 to below 1000 cm"},
+        {{"--d", "30", "--l", "-5"}, "length -5 is not from 0 to below 10000 m"},
+        {{"--d", "30", "--l", "10000"}, "length 10000 is not from 0 to below 10000 m"},
+        {{"--d", "30", "--l", "5", "--pieces", "-1"}, "pieces -1 is not from 0 to below 1000000"},
+        {{"--d", "30", "--l", "5", "--pieces", "1000000"}, "pieces 1000000 is not from 0 to below 1000000"},
+        {{"--d", "30", "--l", "5", "--bark", "100.5", "--mode", "%"}, "bark 100.5 is not from 0 to 100 %"},
+        {{"--d", "30", "--l", "5", "--bark", "-1", "--mode", "%"}, "bark -1 is not from 0 to 100 %"},
+        {{"--d", "30", "--l", "5", "--bark", "30.1", "--mode", "cm"}, "bark 30.1 is not from 0 cm to the diameter"},
+        {{"--d", "30", "--l", "5", "--bark", "-0.1", "--mode", "cm"}, "bark -0.1 is not from 0 cm to the diameter"},
+        {{"--csv", "/dev/null", "--pieces", "-1"}, "pieces -1 is not from 0 to below 1000000"},
+        {{"--csv", "/dev/null", "--bark", "101", "--mode", "%"}, "bark 101 is not from 0 to 100 %"},
+    };
+    for (const Case& each : cases) {
+        std::vector<std::string> words{"volume", "--locale", "en-GB"};
+        words.insert(words.end(), each.words.begin(), each.words.end());
+        const Outcome outcome = run(words);
+        EXPECT_EQ(outcome.status, 2) << each.fault;
+        EXPECT_EQ(outcome.output, "") << each.fault;
+        EXPECT_EQ(outcome.errors, "tamarok: " + each.fault + " (see tamarok --help)\n");
+    }
 }
 
 class VolumeTable : public ::testing::Test {
@@ -183,9 +216,25 @@ TEST_F(VolumeTable, BadLinesAreNumberedAndLeftOut)
                               "tamarok: line 5: column d is empty\n"
                               "tamarok: line 6: bark \"2\" has no mode\n"
                               "tamarok: line 7: mode \"mm\" is neither % nor cm\n"
-                              "tamarok: line 8: Overflow: the volume is too large.\n"
+                              "tamarok: line 8: diameter 1E300 is not from 0 to below 1000 cm\n"
                               "tamarok: line 9: a quote is not closed, or text stands behind one\n"
                               "tamarok: line 10: \"1.234,5\" in column l is no number\n");
+}
+
+TEST_F(VolumeTable, LinesOutOfRangeAreNumberedAndLeftOut)
+{
+    const Outcome outcome = measure("d;l;pieces;bark;mode\n-30;5;1;0;cm\n1000;5;1;0;cm\n999,9;5;1;0;cm\n30;-5;1;0;cm\n"
+                                    "30;5;-1;0;cm\n30;5;1;31;cm\n30;5;1;101;%\n-30.5;5;1;0;cm\n",
+                                    {"--locale", "de-AT"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output, "d;l;pieces;bark;mode;volume\n999,9;5;1;0;cm;392,62\n");
+    EXPECT_EQ(outcome.errors, "tamarok: line 2: diameter -30 is not from 0 to below 1000 cm\n"
+                              "tamarok: line 3: diameter 1000 is not from 0 to below 1000 cm\n"
+                              "tamarok: line 5: length -5 is not from 0 to below 10000 m\n"
+                              "tamarok: line 6: pieces -1 is not from 0 to below 1000000\n"
+                              "tamarok: line 7: bark 31 is not from 0 cm to the diameter\n"
+                              "tamarok: line 8: bark 101 is not from 0 to 100 %\n"
+                              "tamarok: line 9: diameter -30.5 is not from 0 to below 1000 cm\n");
 }
 
 TEST_F(VolumeTable, ComplaintsNameTheTextAsItStands)
@@ -278,6 +327,30 @@ TEST(ProgressBar, ShowsNoRateFromTooShortATime)
          ++found, ++rates)
         EXPECT_LE(std::stoll((*found)[1]), 4 * logs) << screen.text;
     EXPECT_GT(rates, 0U) << screen.text;
+}
+
+/// Each drawing ends with the control sequence that clears the rest of the line.
+TEST(ProgressBar, IsNarrowerThanItsTerminal)
+{
+    const ScratchFolder folder;
+    const std::string clear = "\x1b[K";
+    for (const unsigned short columns : std::array<unsigned short, 6>{120, 80, 40, 20, 8, 2}) {
+        const Screen screen =
+            runOnTerminal({"init", folder / "new.db", "--logs", "2000", "--force"}, folder / "said.txt", columns);
+        EXPECT_EQ(screen.status, 0) << screen.text;
+        std::size_t drawings = 0;
+        for (std::size_t at = 0, end = 0; (end = screen.text.find(clear, at)) != std::string::npos;
+             at = end + clear.size(), ++drawings) {
+            const std::string drawing = screen.text.substr(at, end - at);
+            ASSERT_EQ(drawing.front(), '\r');
+            EXPECT_LT(drawing.size() - 1, columns) << drawing;
+            EXPECT_EQ(drawing.find('\n'), std::string::npos);
+        }
+        EXPECT_GT(drawings, 4U) << screen.text; // one for each phase
+        // A wide terminal shows the whole bar, a narrow one a shorter bar, a very narrow one none.
+        EXPECT_EQ(screen.text.find('[' + std::string(40, '#') + ']') != std::string::npos, columns >= 80);
+        EXPECT_EQ(screen.text.find("[#") != std::string::npos, columns >= 20);
+    }
 }
 
 TEST_F(VolumeTable, HeadersThatCannotBe)

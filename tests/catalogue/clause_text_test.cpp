@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
+#include <random>
 
 #include "support/errors.h"
 #include "support/surroundings.h"
 
 #include "tamarok/comm_csel.h"
+#include "tamarok/text.h"
 
 namespace tamarok {
 namespace {
@@ -119,12 +121,37 @@ TEST(InsertToWhereAbs, TakesAnyValueWithAText)
               errors::invalidUseOfNull);
 }
 
+TEST(RemoveString, RemovesAsRepeatedSearchesFromTheStartDo)
+{
+    std::mt19937 random{1};
+    const auto word = [&](std::size_t longest) {
+        std::string letters(1 + random() % longest, 'a');
+        for (char& letter : letters)
+            letter = "ab"[random() % 2];
+        return letters;
+    };
+    for (int round = 0; round < 2'000; ++round) {
+        const std::string text = word(40);
+        const std::string removed = word(5);
+        std::string rest = text;
+        for (std::size_t place = rest.find(removed); place != std::string::npos; place = rest.find(removed))
+            rest.erase(place, removed.size());
+        EXPECT_EQ(csel.RemoveString(text, removed), rest) << text << " / " << removed;
+        EXPECT_EQ(csel.InsertToWhere(text, text::toUpper(removed)) == text, text.find(removed) != std::string::npos)
+            << text << " / " << removed;
+    }
+}
+
 TEST(RemoveString, RemovesAlsoWhatARemovalMakes)
 {
     EXPECT_EQ(csel.RemoveString("A JOIN B JOIN C", " JOIN"), "A B C");
     EXPECT_EQ(csel.RemoveString("aabbab", "ab"), "");
     EXPECT_EQ(csel.RemoveString("xaabby", "ab"), "xy");
     EXPECT_EQ(csel.RemoveString("aaaa", "aaa"), "a");
+    EXPECT_EQ(csel.RemoveString("abaababab", "abab"), "abaab");
+    EXPECT_EQ(csel.RemoveString("abcababcabc", "abc"), "ab");
+    EXPECT_EQ(csel.RemoveString("abcababcab", "abc"), "abab");
+    EXPECT_EQ(csel.RemoveString("aabaabaaab", "aabaaa"), "aabb");
     EXPECT_EQ(csel.RemoveString("abc", "B"), "abc");
     EXPECT_EQ(csel.RemoveString("", "a"), "");
     EXPECT_EQ(errorNumber([] { static_cast<void>(csel.RemoveString("abc", "")); }), errors::invalidArgument);

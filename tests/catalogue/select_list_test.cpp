@@ -126,6 +126,15 @@ TEST_F(SelectList, PricesPerVolumeAreWeightedInAnAggregatedList)
               "(CASE WHEN ISNULL(SUM(LOGS.KUBATUR),0)=0 THEN 0 ELSE SUM()/SUM(LOGS.KUBATUR) END)");
 }
 
+TEST_F(SelectList, ReplacedColumnIsComposedOnlyWhereItsExpressionNamesIt)
+{
+    csel.GetColumn(202, "R", with.session);
+    const std::vector<std::string> ofPrice = with.database.takeLog();
+    EXPECT_FALSE(ofPrice.empty()) << "the options of the price";
+    select("LOG", {280}, true);
+    EXPECT_EQ(with.database.takeLog(), ofPrice);
+}
+
 TEST_F(SelectList, WeightedPriceTakesTheVersionAsGiven)
 {
     version = "a2";

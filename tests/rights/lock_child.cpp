@@ -97,8 +97,8 @@ public:
         std::string first;
         std::string second;
         words >> command >> first >> second;
-        if (command == "login") return verdict(lock_.LogIn(rsLock_, session_, dbLock_));
-        if (command == "logout") return verdict(lock_.LogOut(rsLock_, "True"));
+        if (command == "login") return verdict(lock_.LogIn(&rsLock_, session_, dbLock_));
+        if (command == "logout") return verdict(lock_.LogOut(&rsLock_, "True"));
         if (command == "on") return verdict(lock_.LockOn(first, second, session_));
         if (command == "off") return verdict(lock_.LockOff("", "", session_));
         if (command == "invoice") return verdict(lock_.LockRechnung(second, first, session_));

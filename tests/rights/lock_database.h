@@ -27,6 +27,10 @@ public:
 
     /// Starts a workstation of a user, who has not logged in yet.
     std::unique_ptr<ChildProcess> station(int user) const;
+    /// Starts a workstation that runs under the system's account without rights. Only root can do that.
+    std::unique_ptr<ChildProcess> stationOfNobody(int user) const;
+    /// Lets every account read and write the database and all files beside it.
+    void openToAll() const;
 
     std::vector<Variant> column(const std::string& statement) const
     {
@@ -43,6 +47,8 @@ public:
     }
 
 private:
+    std::unique_ptr<ChildProcess> start(const std::string& program, std::vector<std::string> arguments, int user) const;
+
     ScratchFolder folder_; // outlives the connection
 
 public:

@@ -1,5 +1,8 @@
+#include <csignal>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
+#include <unistd.h>
 
 #include "rights/lock_database.h"
 
@@ -10,6 +13,7 @@ namespace {
 class LockProcesses : public ::testing::Test {
 protected:
     static constexpr int huber = 2;
+    static constexpr int pichler = 8;
     static constexpr int eder = 9;
 
     /// A workstation that has logged in.
@@ -136,6 +140,72 @@ TEST_F(LockProcesses, LocksOfUnknownUsersHinderNobodyAndAreLeftAlone)
     EXPECT_EQ(station->ask("off"), "false");
     EXPECT_EQ(station->ask("on BELEGE 4"), "true") << "a session row that nobody holds is dead";
     EXPECT_EQ(database.count("ID_USERS = 999"), 0);
+}
+
+TEST_F(LockProcesses, LocksOfASessionThatBeganDuringAProbeSurviveIt)
+{
+    const auto holder = at(huber);
+    const auto prober = at(eder);
+    const auto third = at(pichler);
+    std::string answer;
+    // The prober is stopped while it waits for the holder's old session row. If it is stopped before it has read
+    // that row, it finds the new one instead and is refused; then the case is tried again.
+    for (int tries = 0; tries < 10 && answer != "true"; ++tries) {
+        EXPECT_EQ(holder->ask("on LISTE 'L-4'"), "true");
+        prober->tell("on LISTE 'L-4'");
+        while (database.count("ID_USERS = 9 AND LISTE = 'L-4'") == 0) {}
+        for (int look = 0; look < 200; ++look)
+            database.count("LISTE = 'L-4'");
+        prober->stop();
+        EXPECT_EQ(holder->ask("logout"), "false");
+        EXPECT_EQ(holder->ask("login"), "true");
+        EXPECT_EQ(holder->ask("on LISTE 'L-5'"), "true");
+        prober->send(SIGCONT);
+        answer = prober->line();
+        EXPECT_EQ(database.count("ID_USERS = 2 AND LISTE = 'L-5'"), 1);
+        EXPECT_EQ(database.count("ID_USERS = 2 AND LOGIN IS NOT NULL"), 1);
+    }
+    EXPECT_EQ(answer, "true") << "the old session's lock has gone";
+    EXPECT_EQ(third->ask("on LISTE 'L-5'"),
+              "false Der Datensatz 'L-5' wird gerade vom Benutzer HUBER bearbeitet und ist gesperrt.");
+    EXPECT_EQ(holder->ask("on LISTE 'L-5'"), "true");
+    EXPECT_EQ(database.count("LISTE = 'L-5'"), 1);
+}
+
+/// A second station under another account of the system.
+class LockAccounts : public LockProcesses {
+protected:
+    void SetUp() override
+    {
+        if (::geteuid() != 0) GTEST_SKIP() << "NOT TESTED: only root can start a station under another account";
+        if (!std::filesystem::exists("/usr/bin/setpriv")) GTEST_SKIP() << "NOT TESTED: there is no setpriv";
+    }
+};
+
+TEST_F(LockAccounts, AnotherAccountMeetsTheLocksAndIsRefusedEachTime)
+{
+    const auto holder = at(huber);
+    EXPECT_EQ(holder->ask("on LISTE 'L-1'"), "true");
+    database.openToAll();
+    const auto other = database.stationOfNobody(eder);
+    EXPECT_EQ(other->ask("login"), "true");
+    const std::string refusal = "false Der Datensatz 'L-1' wird gerade vom Benutzer HUBER bearbeitet und ist gesperrt.";
+    EXPECT_EQ(other->ask("on LISTE 'L-1'"), refusal);
+    EXPECT_EQ(other->ask("on LISTE 'L-1'"), refusal);
+    EXPECT_EQ(other->ask("on LISTE 'L-2'"), "true");
+    EXPECT_EQ(holder->ask("on LISTE 'L-2'").substr(0, 5), "false") << "its session counts as alive";
+    other->kill();
+    EXPECT_EQ(holder->ask("on LISTE 'L-2'"), "true");
+}
+
+TEST_F(LockAccounts, LoginThatCannotLockItsRowNeverSaysTrue)
+{
+    const auto holder = at(huber);
+    database.openToAll();
+    std::filesystem::permissions(database.file() + "-locks", std::filesystem::perms{0600});
+    const auto other = database.stationOfNobody(eder);
+    for (const char* const attempt : {"first", "second"})
+        EXPECT_NE(other->ask("login"), "true") << attempt;
 }
 
 TEST_F(LockProcesses, BadColumnsAndKeysFailAndLeaveNoRow)

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -134,6 +135,16 @@ protected:
     Comm_Lock lock;
 };
 
+/// The numbers of the texts in a message, "T4890" and so on, in their order.
+std::vector<int> textsIn(const std::string& message)
+{
+    static const std::regex mark{"T(\\d+)"};
+    std::vector<int> numbers;
+    for (std::sregex_iterator at{message.begin(), message.end(), mark}; at != std::sregex_iterator{}; ++at)
+        numbers.push_back(std::stoi((*at)[1].str()));
+    return numbers;
+}
+
 class LockRefusalOfKind : public LockRefusal, public ::testing::WithParamInterface<Refusal> {};
 
 TEST_P(LockRefusalOfKind, ReadsExactly)
@@ -149,6 +160,7 @@ TEST_P(LockRefusalOfKind, ReadsExactly)
     } else {
         EXPECT_EQ(at.messages->shown, (std::vector<test::ShownMessage>{{refusal.message, 48, "Tamarok"}}));
     }
+    EXPECT_EQ(at.loc.asked, textsIn(refusal.message)) << "in the order in which they are shown";
     if (!refusal.lookup.empty()) {
         const test::Call& lookup = at.database.find("main open " + refusal.lookup + refusal.key);
         EXPECT_EQ(lookup.timeoutSeconds, 41);

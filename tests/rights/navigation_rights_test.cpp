@@ -143,12 +143,37 @@ TEST_F(NavigationRights, CallersArrayIsTakenAsItIs)
     EXPECT_EQ(at.sent(), Texts{});
 }
 
-TEST_F(NavigationRights, FailureLeavesTheArrayToBeFilledAgain)
+TEST_F(NavigationRights, EachPersonalDenialHasAnElementAlsoAnEmptyOneOrATwin)
 {
-    at.database.addAnswer(denials, {"TREEVIEW", "LESEN"}, {{"HV_BERICHTELISTEN", 0}});
+    denied({{Null{}, 0}, {"JAGD_PLAN", 0}, {"", 0}, {"JAGD_PLAN", 0}}, {{"JAGD_PLAN"}, {""}, {"JAGD_WILD"}});
+    visible("TMK24");
+    EXPECT_EQ(hidden, (Texts{"", "JAGD_PLAN", "", "JAGD_PLAN", "JAGD_WILD"}));
+}
+
+TEST_F(NavigationRights, WhatWasReadBeforeAFailureStays)
+{
+    at.database.addAnswer(denials, {"TREEVIEW", "LESEN"}, {{"HV_BERICHTELISTEN", 0}, {"JAGD_PLAN", 0}});
     at.database.fail("main open " + levelDenials("ISNULL"));
     EXPECT_EQ(failureOf([&] { visible("TMK24"); }).number, errors::timeout);
-    EXPECT_TRUE(hidden.empty()) << "a half read list would show what is denied";
+    EXPECT_EQ(hidden, (Texts{"HV_BERICHTELISTEN", "JAGD_PLAN"}));
+    EXPECT_EQ(visible("TMK1225"), Variant{false});
+    EXPECT_EQ(at.sent().size(), 2U) << "nothing is read again";
+
+    hidden.clear();
+    at.database.fail("main open " + denials);
+    EXPECT_EQ(failureOf([&] { visible("TMK24"); }).number, errors::timeout);
+    EXPECT_EQ(hidden, Texts{""});
+}
+
+TEST_F(NavigationRights, RowsBeforeAnUnreadableOneStay)
+{
+    auto table = std::make_shared<test::Table>();
+    table->columns.push_back({"TREEVIEW", "", "", ado::DataType::VarWChar, 50});
+    table->rows = {{1, {"HV_BERICHTELISTEN"}}, {2, {"JAGD_PLAN"}}};
+    table->unreadable = 2;
+    at.database.answerTable(denials, table);
+    EXPECT_EQ(failureOf([&] { visible("TMK24"); }).number, errors::providerFailure);
+    EXPECT_EQ(hidden, Texts{"HV_BERICHTELISTEN"});
 }
 
 TEST_F(NavigationRights, WithoutUserEveryKnownNodeIsVisible)

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -7,6 +8,7 @@
 #include "support/errors.h"
 
 #include "tamarok/comm_lock.h"
+#include "tamarok/component.h"
 
 namespace tamarok {
 namespace {
@@ -33,9 +35,9 @@ protected:
     {
         // The session row is there from the second run of the held statement on.
         const std::string statement = held.substr(std::string{"lock open "}.size());
-        at.database.addAnswer(statement, {"ID"}, {});
+        at.database.answerNoRow(statement, "ID");
         at.database.addValue(statement, "ID", 31);
-        return lock.LogIn(rsLock, at.session, at.dbLock);
+        return lock.LogIn(&rsLock, at.session, at.dbLock);
     }
     void expectTimeoutsRestored() const
     {
@@ -55,7 +57,7 @@ TEST_F(SessionLocks, SingleUserAndOracleOperationSendNothing)
     for (const bool oracle : {false, true}) {
         at.session.bolOracle = oracle;
         at.session.bolLan = oracle;
-        EXPECT_TRUE(lock.LogIn(rsLock, at.session, at.dbLock));
+        EXPECT_TRUE(lock.LogIn(&rsLock, at.session, at.dbLock));
         EXPECT_TRUE(lock.LockOn("LISTE", "'A'", at.session));
         EXPECT_FALSE(lock.LockOff("LISTE", "'A'", at.session));
         EXPECT_EQ(rsLock.State(), ado::ObjectState::Closed);
@@ -72,7 +74,7 @@ TEST_F(SessionLocks, SingleUserOperationNeedsNoConnection)
 {
     at.session.bolLan = false;
     at.session.db_ADO = nullptr;
-    EXPECT_TRUE(lock.LogIn(rsLock, at.session, nullptr));
+    EXPECT_TRUE(lock.LogIn(&rsLock, at.session, nullptr));
     EXPECT_TRUE(lock.LockOn("LISTE", "'A'", at.session));
     EXPECT_FALSE(lock.LockOff("LISTE", "'A'", at.session));
 }
@@ -151,16 +153,79 @@ TEST_F(SessionLocks, UnreadableRowsRefuseTheLoginToo)
     expectTimeoutsRestored();
 }
 
-TEST_F(SessionLocks, LoginAnswersTrueThoughItsRowCouldNotBeWrittenOrHeld)
+TEST_F(SessionLocks, LoginIsRefusedIfItsRowCannotBeWritten)
+{
+    at.database.addValue(ownName, "NAME", "HUBER");
+    at.database.fail(insertSession);
+    for (const char* const attempt : {"first", "second"}) {
+        at.database.clearRecord();
+        EXPECT_FALSE(logIn()) << attempt;
+        EXPECT_EQ(at.sent(), (Texts{"lock open " + stampStatement, held, "main open " + sessionRows,
+                                    "main open " + objectRows, insertSession, "main open " + ownName}))
+            << "there is no row to move to";
+        EXPECT_EQ(at.messages->shown.back(), (ShownMessage{"T4887 HUBER T4888\r\nT4889", 48, "Tamarok"}));
+        expectTimeoutsRestored();
+        rsLock.Close();
+    }
+    EXPECT_EQ(at.messages->shown.size(), 2U);
+}
+
+TEST_F(SessionLocks, LoginIsRefusedIfItsRowCannotBeLocked)
+{
+    at.database.addValue(ownName, "NAME", "HUBER");
+    // MoveFirst reads the row, then locks it. Either may fail, and the row may have gone in between.
+    for (const char* const failing : {"lock lock 1", "lock restart"}) {
+        at.database.fail(failing);
+        at.database.clearRecord();
+        EXPECT_FALSE(logIn()) << failing;
+        EXPECT_EQ(at.sent().back(), "main open " + ownName);
+        EXPECT_EQ(at.messages->shown.back(), (ShownMessage{"T4887 HUBER T4888\r\nT4889", 48, "Tamarok"}));
+        expectTimeoutsRestored();
+        rsLock.Close();
+    }
+}
+
+TEST_F(SessionLocks, LoginIsRefusedIfAProbeHasDeletedItsRowBeforeItWasLocked)
+{
+    at.database.answerNoRow(held.substr(std::string{"lock open "}.size()));
+    EXPECT_FALSE(lock.LogIn(&rsLock, at.session, at.dbLock));
+    EXPECT_EQ(at.sent(), (Texts{"lock open " + stampStatement, held, "main open " + sessionRows,
+                                "main open " + objectRows, insertSession, "lock restart", "main open " + ownName}));
+    EXPECT_EQ(at.messages->shown.size(), 1U);
+    expectTimeoutsRestored();
+}
+
+TEST_F(SessionLocks, RefusedLoginReadsItsTextsInTheOrderInWhichTheyAreShown)
 {
     at.database.fail(insertSession);
-    EXPECT_TRUE(logIn());
-    EXPECT_EQ(at.sent().back(), "lock lock 1") << "MoveFirst is tried all the same";
+    EXPECT_FALSE(logIn());
+    EXPECT_EQ(at.loc.asked, (std::vector<int>{4887, 4888, 4889}));
+}
+
+TEST_F(SessionLocks, UnreadableTextsDoNotTurnARefusedLoginIntoAnError)
+{
+    at.database.addValue(ownName, "NAME", "HUBER");
+    at.database.fail(insertSession);
+    at.loc.unreadable = {4888};
+    EXPECT_FALSE(logIn());
+    EXPECT_EQ(at.messages->shown.back().text, "T4887 HUBER \r\nT4889");
     rsLock.Close();
-    at.database.fail("lock restart");
-    EXPECT_TRUE(logIn());
-    EXPECT_TRUE(at.messages->shown.empty());
+    at.loc.unreadable = {4887, 4888, 4889};
+    EXPECT_FALSE(logIn());
+    EXPECT_EQ(at.messages->shown.back().text, " HUBER \r\n");
     expectTimeoutsRestored();
+}
+
+TEST_F(SessionLocks, OnlyAnOperationWithLocksNeedsTheRecordset)
+{
+    EXPECT_EQ(failureOf([&] { lock.LogIn(nullptr, at.session, at.dbLock); }).number, errors::objectNotSet);
+    EXPECT_EQ(at.sent(), Texts{});
+    expectTimeoutsRestored();
+    at.session.bolLan = false;
+    EXPECT_TRUE(lock.LogIn(nullptr, at.session, nullptr));
+    EXPECT_FALSE(lock.LogOut(nullptr, "True"));
+    EXPECT_FALSE(lock.LogOut(nullptr, "False"));
+    EXPECT_EQ(failureOf([&] { lock.LogOut(nullptr, "perhaps"); }).number, errors::typeMismatch);
 }
 
 TEST_F(SessionLocks, FailuresBeforeTheProbingFailTheLogin)
@@ -172,7 +237,7 @@ TEST_F(SessionLocks, FailuresBeforeTheProbingFailTheLogin)
     at.database.fail("lock open " + stampStatement);
     EXPECT_EQ(failureOf([&] { logIn(); }).number, errors::timeout);
     expectTimeoutsRestored();
-    EXPECT_EQ(failureOf([&] { lock.LogIn(rsLock, at.session, nullptr); }).number, errors::objectNotSet);
+    EXPECT_EQ(failureOf([&] { lock.LogIn(&rsLock, at.session, nullptr); }).number, errors::objectNotSet);
     EXPECT_TRUE(at.messages->shown.empty());
 }
 
@@ -180,27 +245,44 @@ TEST_F(SessionLocks, LogOutDeletesTheSessionRowAndCloses)
 {
     logIn();
     at.database.clearRecord();
-    EXPECT_FALSE(lock.LogOut(rsLock, "False"));
+    EXPECT_FALSE(lock.LogOut(&rsLock, "False"));
     EXPECT_EQ(rsLock.State(), ado::ObjectState::Open);
     EXPECT_EQ(at.sent(), Texts{});
-    EXPECT_FALSE(lock.LogOut(rsLock, "-1"));
+    EXPECT_FALSE(lock.LogOut(&rsLock, "-1"));
     EXPECT_EQ(at.sent(), (Texts{"lock delete 1", "lock unlock", "lock close cursor"}));
     EXPECT_EQ(rsLock.State(), ado::ObjectState::Closed);
-    EXPECT_FALSE(lock.LogOut(rsLock, "True")) << "a second one fails inside and says nothing";
+    EXPECT_FALSE(lock.LogOut(&rsLock, "True")) << "a second one fails inside and says nothing";
 }
 
 TEST_F(SessionLocks, LogOutClosesThoughTheRowCannotBeDeleted)
 {
     logIn();
     at.database.fail("lock delete 1");
-    EXPECT_FALSE(lock.LogOut(rsLock, "True"));
+    EXPECT_FALSE(lock.LogOut(&rsLock, "True"));
     EXPECT_EQ(rsLock.State(), ado::ObjectState::Closed);
 }
 
 TEST_F(SessionLocks, LogOutNeedsABoolean)
 {
-    EXPECT_EQ(failureOf([&] { lock.LogOut(rsLock, "perhaps"); }).number, errors::typeMismatch);
-    EXPECT_EQ(failureOf([&] { lock.LogOut(rsLock, ""); }).number, errors::typeMismatch);
+    EXPECT_EQ(failureOf([&] { lock.LogOut(&rsLock, "perhaps"); }).number, errors::typeMismatch);
+    EXPECT_EQ(failureOf([&] { lock.LogOut(&rsLock, ""); }).number, errors::typeMismatch);
+}
+
+TEST_F(SessionLocks, ByNameNothingIsTakenForTheObjectsThatAreNotNeeded)
+{
+    const Variant nothing{ObjectRef{}};
+    const Variant record{component::makeRecordObject(at.session)};
+    std::vector<Variant> arguments{nothing, record, Variant{at.dbLock}};
+    EXPECT_EQ(failureOf([&] { component::invoke("Comm_Lock", "LogIn", arguments); }).number, errors::objectNotSet);
+    arguments = {nothing, Variant{"True"}};
+    EXPECT_EQ(component::invoke("Comm_Lock", "LogOut", arguments), Variant{false});
+    for (const bool oracle : {false, true}) {
+        at.session.bolLan = oracle;
+        at.session.bolOracle = oracle;
+        arguments = {nothing, record, nothing};
+        EXPECT_EQ(component::invoke("Comm_Lock", "LogIn", arguments), Variant{true});
+    }
+    EXPECT_EQ(at.sent(), Texts{});
 }
 
 const std::string ownLock = "SELECT ID FROM LOCK WHERE ID_USERS = 7 AND BELEGE = 12";
@@ -283,6 +365,121 @@ TEST_F(ObjectLocks, DeadSessionLosesAllItsRows)
     expectTimeoutsRestored();
 }
 
+TEST_F(ObjectLocks, RowsOfADeadSessionGoInAscendingOrderOfTheirIds)
+{
+    at.database.addAnswer(others, {"ID_USERS"}, {{8}});
+    at.database.addValue(sessionsOf(8), "ID", 20);
+    at.database.addAnswer(rowsOf(8), {"ID"}, {{100}, {9}, {30}, {"11"}});
+    EXPECT_TRUE(lockOn());
+    EXPECT_EQ(at.sent(),
+              (Texts{"main open " + ownLock, insertLock, "main open " + others, "main open " + sessionsOf(8),
+                     deletion(20), "main open " + rowsOf(8), deletion(9), deletion(11), deletion(30), deletion(100)}))
+        << "as numbers, not as texts";
+}
+
+/// User 8 has logged out and in again while his old session 20 was tested. His new session is 30; 31 and 32 are the
+/// locks that it has got meanwhile.
+class HolderLoggedInAgain : public ObjectLocks {
+protected:
+    HolderLoggedInAgain()
+    {
+        ownRowIs(50);
+        at.database.addAnswer(others, {"ID_USERS"}, {{8}});
+        at.database.addAnswer(sessionsOf(8), {"ID"}, {{20}});
+        at.database.addAnswer(rowsOf(8), {"ID"}, {{32}, {31}, {30}});
+        at.database.fail(deletion(30));
+        at.database.addValue("SELECT NAME FROM USERS WHERE ID = 8", "NAME", "EDER");
+        at.database.addValue("SELECT BELEGNUMMER FROM BB_BELEGE_KOPF WHERE ID = 12", "BELEGNUMMER", "B-77");
+    }
+
+    const Texts start{"main open " + ownLock, insertLock, "main open " + others};
+    const Texts interruptedWipe{"main open " + sessionsOf(8), deletion(20), "main open " + rowsOf(8), deletion(30)};
+    const Texts refusal{"main open " + ownLock, deletion(50), "main open SELECT NAME FROM USERS WHERE ID = 8",
+                        "main open SELECT BELEGNUMMER FROM BB_BELEGE_KOPF WHERE ID = 12"};
+    const Texts askAnew{"main open " + others};
+
+    static Texts join(std::initializer_list<Texts> parts)
+    {
+        Texts all;
+        for (const Texts& part : parts)
+            all.insert(all.end(), part.begin(), part.end());
+        return all;
+    }
+    void expectRefusal()
+    {
+        EXPECT_FALSE(lockOn());
+        EXPECT_EQ(at.messages->shown, (std::vector<ShownMessage>{{"T4890 'B-77' T4892 EDER T4893", 48, "Tamarok"}}));
+        expectTimeoutsRestored();
+    }
+};
+
+TEST_F(HolderLoggedInAgain, TheWipeEndsAtHisSessionRowAndTheFreeObjectIsGranted)
+{
+    at.database.addAnswer(others, {"ID_USERS"}, {});
+    EXPECT_TRUE(lockOn());
+    EXPECT_EQ(at.sent(), join({start, interruptedWipe, askAnew})) << "31 and 32 stay";
+    EXPECT_EQ(at.database.calls.back().timeoutSeconds, 5);
+    EXPECT_TRUE(at.messages->shown.empty());
+    expectTimeoutsRestored();
+}
+
+TEST_F(HolderLoggedInAgain, AndHoldsTheObjectAgain)
+{
+    at.database.addAnswer(sessionsOf(8), {"ID"}, {{30}});
+    expectRefusal();
+    EXPECT_EQ(at.sent(),
+              join({start, interruptedWipe, askAnew, {"main open " + sessionsOf(8), deletion(30)}, refusal}));
+}
+
+TEST_F(HolderLoggedInAgain, AnotherHoldsTheObjectMeanwhile)
+{
+    at.database.addAnswer(others, {"ID_USERS"}, {{9}});
+    at.database.addValue(sessionsOf(9), "ID", 40);
+    EXPECT_TRUE(lockOn());
+    EXPECT_EQ(
+        at.sent(),
+        join({start, interruptedWipe, askAnew, {"main open " + sessionsOf(9), deletion(40), "main open " + rowsOf(9)}}))
+        << "a dead one";
+}
+
+TEST_F(HolderLoggedInAgain, AfterThreeQuestionsTheLockIsRefused)
+{
+    expectRefusal();
+    EXPECT_EQ(at.sent(), join({start, interruptedWipe, askAnew, interruptedWipe, askAnew, interruptedWipe, askAnew,
+                               interruptedWipe, refusal}));
+    EXPECT_EQ(std::ranges::count(at.sent(), deletion(31)) + std::ranges::count(at.sent(), deletion(32)), 0);
+}
+
+TEST_F(HolderLoggedInAgain, UnreadableHoldersRefuseTheLock)
+{
+    at.database.failLater(1, "main open " + others);
+    expectRefusal();
+    EXPECT_EQ(at.sent(), join({start, interruptedWipe, askAnew, refusal}));
+}
+
+TEST_F(HolderLoggedInAgain, UnreadableRowsRefuseTheLock)
+{
+    at.database.fail("main open " + rowsOf(8));
+    expectRefusal();
+    EXPECT_EQ(at.sent(), join({start, {"main open " + sessionsOf(8), deletion(20), "main open " + rowsOf(8)}, refusal}))
+        << "he may have a session that was not seen";
+}
+
+TEST_F(ObjectLocks, UnreadableSessionsRefuseTheLockAndLeaveTheHoldersRows)
+{
+    ownRowIs(50);
+    at.database.addAnswer(others, {"ID_USERS"}, {{8}, {9}});
+    at.database.fail("main open " + sessionsOf(8));
+    at.database.addValue("SELECT NAME FROM USERS WHERE ID = 8", "NAME", "EDER");
+    at.database.addValue("SELECT BELEGNUMMER FROM BB_BELEGE_KOPF WHERE ID = 12", "BELEGNUMMER", "B-77");
+    EXPECT_FALSE(lockOn());
+    EXPECT_EQ(at.sent(), (Texts{"main open " + ownLock, insertLock, "main open " + others, "main open " + sessionsOf(8),
+                                "main open " + ownLock, deletion(50), "main open SELECT NAME FROM USERS WHERE ID = 8",
+                                "main open SELECT BELEGNUMMER FROM BB_BELEGE_KOPF WHERE ID = 12"}));
+    EXPECT_EQ(at.messages->shown, (std::vector<ShownMessage>{{"T4890 'B-77' T4892 EDER T4893", 48, "Tamarok"}}));
+    expectTimeoutsRestored();
+}
+
 TEST_F(ObjectLocks, DeadSessionBesideALiveOneOfTheSameHolder)
 {
     ownRowIs(50);
@@ -320,8 +517,7 @@ TEST_F(ObjectLocks, LaterHolderIsTestedAfterADeadOne)
 TEST_F(ObjectLocks, FailuresWithinTheProbeAreNoErrors)
 {
     ownRowIs(50);
-    at.database.addAnswer(others, {"ID_USERS"}, {{8}, {9}});
-    at.database.fail("main open " + sessionsOf(8));
+    at.database.addAnswer(others, {"ID_USERS"}, {{9}});
     at.database.addValue(sessionsOf(9), "ID", 30);
     at.database.fail(deletion(30));
     at.database.fail(deletion(50));

@@ -17,7 +17,7 @@ TEST(RoundHalfEven, JudgesTheTieOnTheScaledDouble)
         {0.125, 2, 0.12},   {0.375, 2, 0.38},    {2.675, 2, 2.68}, {1.005, 2, 1.0},
         {0.35343, 2, 0.35}, {0.5, 0, 0.0},       {1.5, 0, 2.0},    {2.5, 0, 2.0},
         {-0.5, 0, 0.0},     {-1.5, 0, -2.0},     {-2.5, 0, -2.0},  {-0.125, 2, -0.12},
-        {1e300, 22, 1e300}, {123.456, 1, 123.5}, {0.0, 5, 0.0},    {1234.5678, 22, 1234.5678},
+        {1e300, 8, 1e300},  {123.456, 1, 123.5}, {0.0, 5, 0.0},    {1234.5678, 22, 1234.5678},
     };
     for (const Case& row : table)
         EXPECT_DOUBLE_EQ(roundHalfEven(row.number, row.places), row.result) << row.number << " at " << row.places;
@@ -29,6 +29,14 @@ TEST(RoundHalfEven, PlacesHaveTheirRange)
     EXPECT_EQ(test::errorNumber([] { roundHalfEven(1.0, 23); }), errors::invalidArgument);
     EXPECT_EQ(test::errorText([] { roundHalfEven(1.0, -1); }),
               "Invalid argument: a number cannot be rounded to -1 decimals.");
+}
+
+TEST(RoundHalfEven, AProductThatOverflowsIsAnOverflow)
+{
+    EXPECT_EQ(test::errorNumber([] { roundHalfEven(1e300, 9); }), errors::overflow);
+    EXPECT_EQ(test::errorNumber([] { roundHalfEven(-1e300, 22); }), errors::overflow);
+    EXPECT_EQ(test::errorText([] { roundHalfEven(1e300, 22); }),
+              "Overflow: a number is too large to be rounded to 22 decimals.");
 }
 
 TEST(NearestEven, TakesTheEvenNeighbourOfAHalf)

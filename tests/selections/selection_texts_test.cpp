@@ -132,7 +132,11 @@ TEST(CreateSQL, TheDialectTakesWholeArms)
               "SELECT ID,NUMMER,SHORT,LONG_ FROM BB_T_LAND WHERE NVL(DISABLE,0)=0 AND SHORT = 'AT'");
     EXPECT_EQ(oracleStatementOf("SCHADHOLZ_GRID", ""),
               "SELECT SHORT,NUMMER,LONG_ FROM BB_T_SCHADHOLZ WHERE NVL(DISABLE,0)=0 ORDER BY LDNR");
-    EXPECT_EQ(oracleStatementOf("WARENEINHEIT_HOLZ_GRID", "1\t\t").find("ISNULL"), std::string::npos);
+    const std::string units = oracleStatementOf("WARENEINHEIT_HOLZ_GRID", "1\t\t");
+    EXPECT_EQ(units.find("ISNULL"), std::string::npos);
+    EXPECT_EQ(units.find("SELECT EINHEIT AS SHORT,BESCHREIBUNG AS LONG_,NUMMER FROM WARENEINHEIT"), 0U)
+        << "LONG is a reserved word";
+    EXPECT_EQ(statementOf("WARENEINHEIT_HOLZ_GRID", "1\t\t").find("SELECT EINHEIT AS SHORT,BESCHREIBUNG AS LONG,"), 0U);
 }
 
 TEST(CreateSQL, AssortmentsByMeasureKind)

@@ -171,9 +171,9 @@ void RecordingDatabase::answer(const std::string& statement, Variant value, std:
     answerTable(statement, makeTable({std::move(column)}, {{std::move(value)}}));
 }
 
-void RecordingDatabase::answerNoRow(const std::string& statement)
+void RecordingDatabase::answerNoRow(const std::string& statement, std::string column)
 {
-    answerTable(statement, makeTable({"VALUE"}, {}));
+    answerTable(statement, makeTable({std::move(column)}, {}));
 }
 
 void RecordingDatabase::answerTable(const std::string& statement, std::shared_ptr<Table> table)
@@ -195,6 +195,13 @@ void RecordingDatabase::addValue(const std::string& statement, std::string colum
 void RecordingDatabase::fail(const std::string& call, Error failure)
 {
     failures_.insert_or_assign(call, std::move(failure));
+    successes_.erase(call);
+}
+
+void RecordingDatabase::failLater(int successes, const std::string& call)
+{
+    fail(call);
+    successes_[call] = successes;
 }
 
 std::vector<std::string> RecordingDatabase::openedTexts() const
@@ -229,9 +236,12 @@ void RecordingDatabase::clearRecord()
 void RecordingDatabase::record(Call call)
 {
     const auto failure = failures_.find(call.what);
+    const auto spared = successes_.find(call.what);
     log.push_back(call.what);
     calls.push_back(std::move(call));
-    if (failure != failures_.end()) throw failure->second;
+    if (failure == failures_.end()) return;
+    if (spared != successes_.end() && spared->second-- > 0) return;
+    throw failure->second;
 }
 
 std::shared_ptr<Table> RecordingDatabase::take(std::string_view statement)

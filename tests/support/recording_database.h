@@ -64,7 +64,7 @@ public:
     // follow the answers that are prepared already, and the last one stays.
 
     void answer(const std::string& statement, Variant value, std::string column = "VALUE");
-    void answerNoRow(const std::string& statement);
+    void answerNoRow(const std::string& statement, std::string column = "VALUE");
     void answerTable(const std::string& statement, std::shared_ptr<Table> table);
 
     void addAnswer(const std::string& statement, const std::vector<std::string>& columns, std::vector<Row> rows);
@@ -72,6 +72,8 @@ public:
 
     /// Lets a call fail from now on, by default as a wait that times out. @param call  as Call::what has it
     void fail(const std::string& call, Error failure = {errors::timeout, "Timeout expired", "recording database"});
+    /// Lets a call time out after it has succeeded `successes` times from now on.
+    void failLater(int successes, const std::string& call);
 
     /// The record of all calls, and of the last statement.
     std::vector<Call> calls;
@@ -101,6 +103,7 @@ private:
 
     std::map<std::string, std::deque<std::shared_ptr<Table>>, std::less<>> answers_;
     std::map<std::string, Error, std::less<>> failures_;
+    std::map<std::string, int, std::less<>> successes_; ///< that calls in failures_ still have
     Unanswered unanswered_;
 };
 

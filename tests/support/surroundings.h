@@ -2,6 +2,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,6 +10,7 @@
 #include "support/platforms.h"
 #include "support/recording_database.h"
 
+#include "tamarok/error.h"
 #include "tamarok/loc_service.h"
 #include "tamarok/platform.h"
 #include "tamarok/tmkvar.h"
@@ -26,6 +28,7 @@ struct ProcedureCall {
 /// What the language service answers, and what it was asked.
 struct LocScript {
     std::map<int, std::string> texts; ///< by number; any other number fails
+    std::set<int> unreadable;         ///< reading these fails as the database does
     std::vector<int> asked;
     std::vector<ProcedureCall> procedures;
     int services = 0; ///< services made so far
@@ -39,6 +42,7 @@ public:
     std::string GetText(std::int16_t number, const TmkVar&) override
     {
         script_.asked.push_back(number);
+        if (script_.unreadable.contains(number)) throw Error{errors::timeout, "Timeout expired", "language service"};
         return script_.texts.at(number);
     }
     std::string GetText2(std::int16_t number, const TmkVar& session) override { return GetText(number, session); }

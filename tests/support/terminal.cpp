@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <system_error>
@@ -18,9 +19,14 @@ namespace {
 /// The near end of a pseudo-terminal.
 class Terminal {
 public:
-    Terminal() : descriptor_{::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)}
+    explicit Terminal(unsigned short columns) : descriptor_{::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)}
     {
-        if (descriptor_ >= 0 && ::grantpt(descriptor_) == 0 && ::unlockpt(descriptor_) == 0) return;
+        winsize size{};
+        size.ws_row = 24;
+        size.ws_col = columns;
+        if (descriptor_ >= 0 && ::grantpt(descriptor_) == 0 && ::unlockpt(descriptor_) == 0 &&
+            ::ioctl(descriptor_, TIOCSWINSZ, &size) == 0)
+            return;
         const std::error_code error{errno, std::generic_category()};
         ::close(descriptor_);
         throw std::system_error{error, "terminal"};
@@ -49,9 +55,9 @@ private:
 } // namespace
 
 Screen runOnTerminal(const std::string& program, const std::vector<std::string>& arguments,
-                     const std::string& outputFile)
+                     const std::string& outputFile, unsigned short columns)
 {
-    const Terminal terminal;
+    const Terminal terminal{columns};
     SpawnActions actions;
     actions.open(outputFile, O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO);
     actions.open(terminal.name(), O_WRONLY | O_NOCTTY, STDERR_FILENO);

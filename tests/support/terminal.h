@@ -13,7 +13,8 @@ struct Screen {
 };
 
 /// Runs a program with standard error on a terminal of its own and standard output into `outputFile`.
+/// @param columns  width of the terminal in characters
 Screen runOnTerminal(const std::string& program, const std::vector<std::string>& arguments,
-                     const std::string& outputFile);
+                     const std::string& outputFile, unsigned short columns = 80);
 
 } // namespace tamarok::test

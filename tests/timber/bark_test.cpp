@@ -263,6 +263,17 @@ TEST_F(Bark, ArithmeticThatFails)
     expectError(errors::overflow, "bark", [&] { of("15"); });
     run("UPDATE RINDENABZUG SET RA1 = 1E200, RA2 = 1E200");
     expectError(errors::overflow, "bark", [&] { of("15", "%"); });
+    // An infinite width of the interval would give the deduction of its lower end.
+    run("UPDATE RINDENABZUG SET RA1 = 1, RA2 = 2, SW1 = -1E308, SW2 = 1E308");
+    expectError(errors::overflow, "bark", [&] { of("15"); });
+}
+
+TEST_F(Bark, PercentThatOverflowAreNoNegativeRoot)
+{
+    row(1, percent, {{10, 1E308}, {20, 1E308}});
+    expectError(errors::overflow, "area without bark", [&] { of("15"); });
+    run("UPDATE RINDENABZUG SET RA1 = 101, RA2 = 101");
+    expectError(errors::invalidArgument, "area without bark", [&] { of("15"); });
 }
 
 } // namespace

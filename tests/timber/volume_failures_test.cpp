@@ -60,6 +60,9 @@ TEST_F(VolumeFailures, OverflowIsOneInEveryStep)
     expectError(errors::overflow, "too large", [&] { round("1", "1E200", "5", "10", "%"); });
     expectError(errors::overflow, "too large", [&] { round("1", "1E200", "0", "0", ""); });
     expectError(errors::overflow, "too large", [&] { round("1E300", "1000", "1E10", "0", ""); });
+    // The volume has a place among the doubles; scaled for the rounding it has none, even if no piece counts.
+    expectError(errors::overflow, "rounded to 22 decimals", [&] { round("1", "1E145", "1E10", "0", "", 22); });
+    expectError(errors::overflow, "rounded to 22 decimals", [&] { round("0", "1E145", "1E10", "0", "", 22); });
     expectError(errors::overflow, "too large", [&] { set.CalculateSchichtKubatur("1E200", "1E200", "0"); });
     expectError(errors::overflow, "too large", [&] { set.CalculateStangKubatur("1E200", "1E200", "0"); });
 }

@@ -1,6 +1,9 @@
+#include <random>
+
 #include "runtime/support.h"
 
 #include "tamarok/comm_find.h"
+#include "tamarok/text.h"
 
 namespace tamarok {
 namespace {
@@ -32,11 +35,35 @@ TEST(FindNumOfChar, CountsWithoutRegardToCaseAndWithOverlaps)
         {"ÄäÄ", "ä", 3},
         {"🌲a🌲", "🌲", 2},
         {"aBaBa", "ABA", 2},
+        {"abababab", "ababab", 2},
+        {"aabaaabaaac", "AABAAA", 2},
+        {"aabaabaaab", "aabaa", 2},
+        {"\xC3\xA4", "\xC3", 0}, // a byte that is part of a character is no character
+        {"a\xC3\xC3", "\xC3", 2},
         {"Straße", "ss", 0},
         {std::string("a\0a\0", 4), std::string(1, '\0'), 2},
     };
     for (const Row& row : rows)
         EXPECT_EQ(scan.FindNumOfChar(row.text, row.wanted), row.count) << row.text << " / " << row.wanted;
+}
+
+TEST(FindNumOfChar, CountsAsALookAtEveryPlaceDoes)
+{
+    std::mt19937 random{1};
+    const auto word = [&](std::size_t longest) {
+        std::string letters(1 + random() % longest, 'a');
+        for (char& letter : letters)
+            letter = "abB"[random() % 3];
+        return letters;
+    };
+    for (int round = 0; round < 2'000; ++round) {
+        const std::string text = word(40);
+        const std::string wanted = word(6);
+        int count = 0;
+        for (std::size_t place = 0; place + wanted.size() <= text.size(); ++place)
+            count += text::equalsNoCase(std::string_view{text}.substr(place, wanted.size()), wanted) ? 1 : 0;
+        EXPECT_EQ(scan.FindNumOfChar(text, wanted), count) << text << " / " << wanted;
+    }
 }
 
 TEST(FindNumOfChar, TheCountHas16Bits)

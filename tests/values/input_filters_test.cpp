@@ -311,7 +311,7 @@ TEST_F(LostFocus, TidiesTheBox)
         {"000", "+12", "012"},
         {"000", "1.2", "001"},
         {"000", "1.234", "001"},
-        {"000", ".5", ""},
+        {"000", ".5", ""}, // no number where "." groups digits
         {"000", "1,2", "001"},
         {"000", "1,5", "002"},
         {"000", "12,34", ""},
@@ -325,7 +325,6 @@ TEST_F(LostFocus, TidiesTheBox)
         {"-000", "123", "123"},
         {"-000", "0012", "012"},
         {"-000", "-1.5", "-001"},
-        {"-000", "-.5", ""},
         {"-000", "1,5", "002"},
         {"-000", "-12,5", ""},
         {"-000", "-", ""},
@@ -348,6 +347,13 @@ TEST_F(LostFocus, TidiesTheBox)
         {"0000.00", "12 €", ""},
         {"0000.00", "(12)", ""},
         {"0000.00", "1e400", ""},
+        {"0000.00", "1E14", ""},
+        {"0000.00", "1E15", ""}, // "1E+15" has five characters
+        {"00000.00", "1E15", "1000000000000000,00"},
+        {"-00000", "1E15", "1000000000000000"},
+        {"-0000", "1E15", ""},
+        {"00000", "1E15", "1000000000000000"},
+        {"-00000", "0,00001", "00000"}, // "1E-05"
         {"0000.00", "1E3", "1000,00"},
         {"0000.00", "1E-2", "0100,00"}, // every sign goes, that of the exponent too
         {"-0000.00", "1E-2", "0000,01"},
@@ -362,23 +368,80 @@ TEST_F(LostFocus, TidiesTheBox)
     for (const Row& row : rows) {
         TextBox control;
         control.text(row.before);
-        get.OnlyNumbersLostFocus(control, row.format);
+        std::string format = row.format;
+        get.OnlyNumbersLostFocus(control, format);
+        EXPECT_EQ(format, row.format);
         EXPECT_EQ(control.text(), row.after) << row.format << " [" << row.before << "]";
     }
 }
 
-TEST_F(LostFocus, WithoutAFormatTheBoxsOwnCounts)
+TEST(LostFocusOnMachines, FailsWhereRemovingOrCuttingLeavesNoNumber)
+{
+    struct Row {
+        const char* locale;
+        const char* format;
+        const char* text;
+    };
+    const Row rows[] = {
+        {"en-US", "000", ".5"},      {"en-US", "000", "-.5"},         {"en-US", "-000", ".5"},
+        {"en-US", "-000", "-.5"},    {"en-US", "-000", ".0"},         {"de-AT", "000", "1E-400"},
+        {"de-AT", "0.00", "1E-400"}, {"de-AT", "0000000", "1E-3000"}, {"en-US", "0000000", "-1E-400"},
+    };
+    for (const Row& row : rows) {
+        const PlatformScope scope{test::platformFor(row.locale)};
+        TextBox control;
+        control.text(row.text);
+        std::string format = row.format;
+        EXPECT_EQ(errorNumber([&] { get.OnlyNumbersLostFocus(control, format); }), errors::typeMismatch)
+            << row.format << " [" << row.text << "]";
+        EXPECT_EQ(control.text(), row.text) << "nothing is written";
+    }
+}
+
+TEST(LostFocusOnMachines, TextIsCutAtThePointWhereThatIsTheSeparator)
+{
+    const PlatformScope scope{test::platformFor("en-US")};
+    struct Row {
+        const char* format;
+        const char* before;
+        const char* after;
+    };
+    const Row rows[] = {
+        {"000", "5.", "005"},       {"000", "1.99", "001"}, {"000", "1234.5", ""}, {"-000", "-1.99", "-001"},
+        {"-000", "-1234.5", ""},    {"0.0", "1.99", "2.0"}, {"000", "1,234", ""},  {"00000", "1,234", "01234"},
+        {"-0000", "1,234", "1234"}, {"000", "0", "000"},
+    };
+    for (const Row& row : rows) {
+        TextBox control;
+        control.text(row.before);
+        std::string format = row.format;
+        get.OnlyNumbersLostFocus(control, format);
+        EXPECT_EQ(control.text(), row.after) << row.format << " [" << row.before << "]";
+    }
+}
+
+TEST_F(LostFocus, WithoutAFormatTheBoxsOwnCountsAndComesBack)
 {
     TextBox control;
     control.text("abc");
-    get.OnlyNumbersLostFocus(control);
+    std::string format;
+    get.OnlyNumbersLostFocus(control, format);
     EXPECT_EQ(control.text(), "abc") << "no format, nothing is done";
+    EXPECT_EQ(format, "");
     control.DataFormat->Format = "000";
     control.text("7");
-    get.OnlyNumbersLostFocus(control, "");
+    get.OnlyNumbersLostFocus(control, format);
     EXPECT_EQ(control.text(), "007");
-    get.OnlyNumbersLostFocus(control, "00.0");
+    EXPECT_EQ(format, "000");
+    format = "00.0";
+    get.OnlyNumbersLostFocus(control, format);
     EXPECT_EQ(control.text(), "07,0") << "a given format goes before";
+    EXPECT_EQ(format, "00.0");
+    format.clear();
+    control.text("abc");
+    get.OnlyNumbersLostFocus(control, format);
+    EXPECT_EQ(control.text(), "");
+    EXPECT_EQ(format, "000") << "also where the text is no number";
 }
 
 TEST(LostFocusOnMachines, NumbersAsAPersonTypesThemThere)
@@ -391,7 +454,8 @@ TEST(LostFocusOnMachines, NumbersAsAPersonTypesThemThere)
              {number, std::string{machine.grouped}, " " + number + " ", "+" + number, exponent}) {
             TextBox control;
             control.text(typed);
-            get.OnlyNumbersLostFocus(control, "00000.00");
+            std::string format = "00000.00";
+            get.OnlyNumbersLostFocus(control, format);
             EXPECT_EQ(control.text(), expected) << typed;
         }
         for (const std::string& typed :
@@ -399,7 +463,8 @@ TEST(LostFocusOnMachines, NumbersAsAPersonTypesThemThere)
               std::string{"5-Mar-24"}, std::string{"&H10"}, std::string{"1/2"}}) {
             TextBox control;
             control.text(typed);
-            get.OnlyNumbersLostFocus(control, "0000000000.00");
+            std::string format = "0000000000.00";
+            get.OnlyNumbersLostFocus(control, format);
             EXPECT_EQ(control.text(), "") << typed;
         }
     });
@@ -455,6 +520,13 @@ TEST_F(OnlyDate, WhatPasses)
         {"12|", 0, false},
         {"12|", 228, false},
         {"99.99.999|", '9', true},
+        // Parts that are too long already are limited no further.
+        {"123|", '4', true},
+        {"12.345|", '6', true},
+        {"12.11.20245|", '6', true},
+        {"123.4|", '5', true},
+        {"123.45|", '6', false},
+        {"123|.45", '6', true},
     };
     for (const Row& row : rows) {
         const auto control = box(row.content);
@@ -490,13 +562,13 @@ TEST_F(German, FiltersOnAnyContent)
         bool date;    ///< OnlyDate does
     };
     const Row rows[] = {
-        {many, 10'000, '1', true, false, false}, {many, 3, '.', false, false, true},
-        {many, 10'000, ',', true, true, false},  {zeros, 0, '5', true, false, false},
-        {zeros, 6, '5', true, false, false},     {"🌲", 1, '5', true, true, true},
-        {"🌲", 1, ',', true, true, false},        {"🌲ä", 2, '5', true, false, false},
-        {"🌲ä,ü", 4, '5', true, true, false},     {"🌲ä,🌲ü", 5, '5', true, false, false},
-        {"🌲.", 1, '.', false, true, false},      {"🌲ä.", 1, '.', false, true, true},
-        {"🌲.ä", 3, '5', true, false, true},      {"🌲.äü", 2, '5', true, false, false},
+        {many, 10'000, '1', true, false, true}, {many, 3, '.', false, false, true},
+        {many, 10'000, ',', true, true, false}, {zeros, 0, '5', true, false, true},
+        {zeros, 6, '5', true, false, true},     {"🌲", 1, '5', true, true, true},
+        {"🌲", 1, ',', true, true, false},       {"🌲ä", 2, '5', true, false, false},
+        {"🌲ä,ü", 4, '5', true, true, true},     {"🌲ä,🌲ü", 5, '5', true, false, true},
+        {"🌲.", 1, '.', false, true, false},     {"🌲ä.", 1, '.', false, true, true},
+        {"🌲.ä", 3, '5', true, false, true},     {"🌲.äü", 2, '5', true, false, false},
     };
     for (const Row& row : rows) {
         const auto key = static_cast<std::int16_t>(row.key);
@@ -563,12 +635,14 @@ TEST_F(German, ControlsWithoutTheProperty)
     EXPECT_EQ(errorNumber([&] { get.OnlyNumbers(key, true, check, false); }), errors::noSuchMember);
     EXPECT_EQ(errorNumber([&] { get.OnlyNumbers(key, true, check, true); }), errors::noSuchMember);
     EXPECT_EQ(errorNumber([&] { get.OnlyNumbersKeyPress(key, poorBox, "00"); }), errors::noSuchMember);
-    EXPECT_EQ(errorNumber([&] { get.OnlyNumbersLostFocus(check, "00"); }), errors::noSuchMember);
+    std::string format = "00";
+    EXPECT_EQ(errorNumber([&] { get.OnlyNumbersLostFocus(check, format); }), errors::noSuchMember);
     EXPECT_EQ(errorNumber([&] { get.OnlyDate('1', check); }), errors::noSuchMember);
     controls::ComboBox combo;
     combo.text("7");
-    EXPECT_EQ(errorNumber([&] { get.OnlyNumbersLostFocus(combo); }), errors::noSuchMember) << "no DataFormat";
-    get.OnlyNumbersLostFocus(combo, "00");
+    std::string none;
+    EXPECT_EQ(errorNumber([&] { get.OnlyNumbersLostFocus(combo, none); }), errors::noSuchMember) << "no DataFormat";
+    get.OnlyNumbersLostFocus(combo, format);
     EXPECT_EQ(combo.text(), "07") << "a format that is given needs none";
 }
 
@@ -586,6 +660,9 @@ TEST_F(German, ByNameTheChangedKeyComesBackAndNothingFails)
     arguments = {Variant{control}};
     component::invoke("Comm_Get", "OnlyNumbersLostFocus", arguments);
     EXPECT_EQ(control->text(), "12,0") << "the format of the last key press";
+    arguments = {Variant{control}, ""};
+    component::invoke("Comm_Get", "OnlyNumbersLostFocus", arguments);
+    EXPECT_EQ(arguments[1], Variant{"00.0"}) << "which comes back";
     arguments = {Variant{control}};
     EXPECT_TRUE(component::invoke("Comm_Set", "Select_Text", arguments).isEmpty());
     EXPECT_EQ(control->SelText(), "12,0");

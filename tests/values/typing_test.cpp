@@ -98,7 +98,8 @@ void expectTidied(TextBox& box, const std::string& format, char separator)
 {
     const std::string typed = box.text();
     const std::optional<double> number = convert::parseNumber(typed, Platform::current().regional);
-    ASSERT_NO_THROW(get.OnlyNumbersLostFocus(box)) << format << " [" << typed << "]";
+    std::string ofBox;
+    ASSERT_NO_THROW(get.OnlyNumbersLostFocus(box, ofBox)) << format << " [" << typed << "]";
     if (!number) {
         EXPECT_EQ(box.text(), "") << format << " [" << typed << "]";
         return;
@@ -153,7 +154,8 @@ TEST(Typing, TheTwoPlacesWhereTheFilterLetsANumberBreak)
         box.SelStart(start);
         box.SelLength(length);
         controls::typeKey(box, key, [&](std::int16_t& value) { get.OnlyNumbersKeyPress(value, box, "-000.00"); });
-        get.OnlyNumbersLostFocus(box);
+        std::string ofBox;
+        get.OnlyNumbersLostFocus(box, ofBox);
         return box.text();
     };
     EXPECT_EQ(typed("-5", 0, 0, U'3'), "") << "a digit before the sign is no number any more: the box is cleared";

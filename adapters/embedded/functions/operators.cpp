@@ -250,16 +250,6 @@ void tmBMod(Call& call)
     resultOfWhole(call, WholeType::BigInt, remainderWhole);
 }
 
-void tmIntChain(Call& call)
-{
-    resultOfChain(call, WholeType::Int);
-}
-
-void tmBigIntChain(Call& call)
-{
-    resultOfChain(call, WholeType::BigInt);
-}
-
 void tmTinyIntChain(Call& call)
 {
     resultOfChain(call, WholeType::TinyInt);
@@ -268,6 +258,16 @@ void tmTinyIntChain(Call& call)
 void tmSmallIntChain(Call& call)
 {
     resultOfChain(call, WholeType::SmallInt);
+}
+
+void tmIntChain(Call& call)
+{
+    resultOfChain(call, WholeType::Int);
+}
+
+void tmBigIntChain(Call& call)
+{
+    resultOfChain(call, WholeType::BigInt);
 }
 
 namespace {

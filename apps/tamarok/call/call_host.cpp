@@ -1,10 +1,13 @@
 #include "call/call_host.h"
 
 #include <exception>
+#include <functional>
 #include <istream>
+#include <new>
 #include <nlohmann/json.hpp>
 
 #include "call/request.h"
+#include "call/request_fields.h"
 
 #include "tamarok/error.h"
 
@@ -35,9 +38,33 @@ const Json* findId(const Json& request)
     return found == request.end() ? nullptr : &*found;
 }
 
+struct Line {
+    enum class Kind { EndOfInput, Whole, TooLong };
+    Kind kind = Kind::EndOfInput;
+    std::string text; ///< of a whole line, without its end
+};
+
+/// Reads up to the next line end. Each line has a text of its own, so that the memory of a long one is given back.
+Line readLine(std::streambuf& source)
+{
+    using Traits = std::streambuf::traits_type;
+    Line line;
+    for (auto next = source.sbumpc(); !Traits::eq_int_type(next, Traits::eof()); next = source.sbumpc()) {
+        if (line.kind == Line::Kind::EndOfInput) line.kind = Line::Kind::Whole;
+        const char character = Traits::to_char_type(next);
+        if (character == '\n') return line;
+        if (line.text.size() < CallHost::longestLine)
+            line.text += character;
+        else
+            line.kind = Line::Kind::TooLong;
+    }
+    return line;
+}
+
 } // namespace
 
-std::string CallHost::answer(std::string_view line)
+/// Answers with the outcome of `action`, which sets the request and its arguments as far as it gets.
+std::string CallHost::answerByAction(const std::function<Json(Json& request, Json& args)>& action)
 {
     Json request;
     Json outcome;
@@ -45,14 +72,12 @@ std::string CallHost::answer(std::string_view line)
     const char* kind = "error";
     state_.sql.clear();
     try {
-        request = parseJson(line);
-        if (!request.is_object()) {
-            throw Error{errors::invalidArgument, "a request is a JSON object, not " + std::string{kindOf(request)}};
-        }
-        outcome = carryOut(state_, request, args);
+        outcome = action(request, args);
         kind = "result";
     } catch (const Error& error) {
         outcome = describeError(error.number, error.source, error.description);
+    } catch (const std::bad_alloc&) {
+        outcome = describeError(errors::outOfMemory, {}, "The memory does not suffice for this request.");
     } catch (const std::exception& error) {
         outcome = describeError(internalError, {}, error.what());
     }
@@ -66,11 +91,26 @@ std::string CallHost::answer(std::string_view line)
     return toLine(answer);
 }
 
+std::string CallHost::answer(std::string_view line)
+{
+    return answerByAction([&](Json& request, Json& args) {
+        request = parseJson(line);
+        if (!request.is_object()) {
+            throw Error{errors::invalidArgument, "a request is a JSON object, not " + std::string{kindOf(request)}};
+        }
+        return carryOut(state_, request, args);
+    });
+}
+
 void CallHost::run(std::istream& requests, Output& output)
 {
-    std::string line;
-    while (std::getline(requests, line)) {
-        output.write(answer(line) + "\n");
+    const auto refuseLongLine = [](Json&, Json&) -> Json {
+        refuse("the line has more than " + std::to_string(longestLine) + " bytes");
+    };
+    std::streambuf& source = *requests.rdbuf();
+    for (Line line = readLine(source); line.kind != Line::Kind::EndOfInput; line = readLine(source)) {
+        const bool whole = line.kind == Line::Kind::Whole;
+        output.write((whole ? answer(line.text) : answerByAction(refuseLongLine)) + "\n");
         output.flush();
     }
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <iosfwd>
 #include <string>
 #include <string_view>
@@ -23,11 +25,17 @@ public:
     /// The answer to one line, without line end. Never fails, whatever the line contains.
     std::string answer(std::string_view line);
 
+    /// Longest line that is read as a request, in bytes without its end. A longer one is answered with error 5, and
+    /// its rest is skipped.
+    static constexpr std::size_t longestLine = std::size_t{64} << 20;
+
     /// To be called behind the last request. Error 5 where a transaction was still open; it is rolled
     /// back.
     void finish();
 
 private:
+    std::string answerByAction(const std::function<Json(Json& request, Json& args)>& action);
+
     HostState state_;
 };
 

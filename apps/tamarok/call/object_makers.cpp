@@ -9,6 +9,7 @@
 #include "tamarok/component.h"
 #include "tamarok/controls.h"
 #include "tamarok/error.h"
+#include "tamarok/spelling.h"
 #include "tamarok/text.h"
 
 namespace tamarok::cli {
@@ -34,17 +35,26 @@ constexpr std::array makers{
     Maker{"ADODB.Recordset", makeAs<ado::Recordset>},
 };
 
-std::string knownNames()
+std::vector<std::string_view> knownNames()
 {
-    std::string list;
-    const auto add = [&list](std::string_view name) { list.append(list.empty() ? "" : ", ").append(name); };
+    std::vector<std::string_view> names = controls::knownTypes();
     for (const Maker& maker : makers)
-        add(maker.typeName);
-    for (const std::string_view control : controls::knownTypes())
-        add(control);
+        names.push_back(maker.typeName);
     for (const component::ClassInfo& classInfo : component::classes())
-        add(classInfo.name);
-    return list;
+        names.push_back(classInfo.name);
+    return names;
+}
+
+/// The nearest known type, or all of them where none is near.
+[[noreturn]] void refuseType(std::string_view typeName)
+{
+    const std::vector<std::string_view> known = knownNames();
+    std::string help = spelling::suggestion(typeName, known);
+    if (help.empty()) {
+        for (const std::string_view name : known)
+            help.append(help.empty() ? "; known are " : ", ").append(name);
+    }
+    throw Error{cannotCreateObject, "there is no type '" + std::string{typeName} + "'" + help};
 }
 
 } // namespace
@@ -56,7 +66,7 @@ ObjectRef makeObject(std::string_view typeName)
     if (maker != makers.end()) return maker->make();
     if (std::ranges::any_of(controls::knownTypes(), sameName)) return controls::make(typeName);
     if (component::findClass(typeName) != nullptr) return component::makeInstance(typeName);
-    throw Error{cannotCreateObject, "there is no type '" + std::string{typeName} + "'; known are " + knownNames()};
+    refuseType(typeName);
 }
 
 } // namespace tamarok::cli

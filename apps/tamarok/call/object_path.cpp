@@ -113,11 +113,10 @@ private:
     std::size_t at_ = 0;
 };
 
-/// Walks all steps but the last and returns the object that has the last member.
+/// Walks all steps but the last from `root`, not an empty reference, and returns the object that has the last member.
 ObjectRef owner(const ObjectRef& root, std::span<const PathStep> steps)
 {
     ObjectRef object = root;
-    require(object, steps.front().member);
     for (const PathStep& step : steps.first(steps.size() - 1)) {
         const Variant next = object->get(step.member, step.args);
         if (!next.isObject()) {

@@ -4,10 +4,13 @@
 #include <nlohmann/json.hpp>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "call/request_actions.h"
 #include "call/request_fields.h"
 #include "call/request_settings.h"
+
+#include "tamarok/spelling.h"
 
 namespace tamarok::cli {
 
@@ -39,6 +42,22 @@ const Action* findAction(const Json& request)
     return chosen;
 }
 
+/// The members that a request may have: of its action, or any action where none was recognised.
+std::vector<std::string_view> knownMembers(const Action* action)
+{
+    std::vector<std::string_view> known{"id"};
+    for (const std::string_view setting : settingKeys())
+        known.push_back(setting);
+    if (action != nullptr) {
+        known.push_back(action->key);
+        known.insert(known.end(), action->companions.begin(), action->companions.end()); // unused places are empty
+        return known;
+    }
+    for (const Action& each : actions())
+        known.push_back(each.key);
+    return known;
+}
+
 bool belongsTo(const Action& action, const std::string& key)
 {
     // An unused place among the companions is an empty text, which is no member's name.
@@ -55,7 +74,8 @@ void checkMembers(const Json& request, const Action* action)
         if (key == "id" || isSetting(key)) continue;
         if (action != nullptr && belongsTo(*action, key)) continue;
         refuse("unknown member \"" + key + "\"" +
-               (action == nullptr ? "" : " of a request \"" + std::string{action->key} + "\""));
+               (action == nullptr ? "" : " of a request \"" + std::string{action->key} + "\"") +
+               spelling::suggestion(key, knownMembers(action)));
     }
 }
 

@@ -90,15 +90,24 @@ Json makeNamed(HostState& state, const Json& request, Json&)
     return {{"$ref", state.names.nameOf(object)}};
 }
 
+/// The object whose name is the member `verb` of the request. Error 91 for the name of a connection that is not open.
+ObjectRef namedObject(const HostState& state, const Json& request, std::string_view verb)
+{
+    const std::string& name = textMember(request, verb);
+    ObjectRef object = state.names.find(name);
+    require(object, "'" + name + "'");
+    return object;
+}
+
 Json getNamed(HostState& state, const Json& request, Json&)
 {
-    const ObjectRef object = state.names.find(textMember(request, "get"));
+    const ObjectRef object = namedObject(state, request, "get");
     return fromVariant(getPath(object, textMember(request, "name")), state.names);
 }
 
 Json putNamed(HostState& state, const Json& request, Json&)
 {
-    const ObjectRef object = state.names.find(textMember(request, "put"));
+    const ObjectRef object = namedObject(state, request, "put");
     putPath(object, textMember(request, "name"), toVariant(requireMember(request, "value"), state.names));
     return nullptr;
 }
@@ -114,7 +123,7 @@ bool hasResult(const Object& object, std::string_view method, std::size_t argume
 
 Json invokeNamed(HostState& state, const Json& request, Json& report)
 {
-    const ObjectRef object = state.names.find(textMember(request, "invoke"));
+    const ObjectRef object = namedObject(state, request, "invoke");
     const std::string& path = textMember(request, "name");
     std::vector<Variant> args = readArguments(request, state.names);
     // The objects' own methods count their arguments and do not know the mark of a left-out one.

@@ -15,12 +15,13 @@
 #include "call/request_fields.h"
 
 #include "tamarok/error.h"
+#include "tamarok/spelling.h"
 
 namespace tamarok::cli {
 
 namespace {
 
-constexpr std::array<std::string_view, 4> settingKeys{"session", "regional", "now", "answers"};
+constexpr std::array<std::string_view, 4> keys{"session", "regional", "now", "answers"};
 
 /// What the settings of a request change. It is read as a whole before anything is changed.
 struct Settings {
@@ -36,7 +37,9 @@ TmkVar readSession(const HostState& state, const Json& fields)
     TmkVar session = state.session;
     for (const auto& [name, value] : fields.items()) {
         const TmkVarField* field = findTmkVarField(name);
-        if (field == nullptr) refuse("the session record has no field '" + name + "'");
+        if (field == nullptr) {
+            refuse("the session record has no field '" + name + "'" + spelling::suggestionByName(name, tmkVarFields()));
+        }
         try {
             field->set(session, toVariant(value, state.names));
         } catch (Error& error) {
@@ -68,7 +71,9 @@ Regional readRegional(const Json& given)
     for (const auto& [name, value] : given.items()) {
         if (name == "name") continue;
         const auto field = std::ranges::find(regionalFields, name, &RegionalField::name);
-        if (field == regionalFields.end()) refuse("there is no regional field '" + name + "'");
+        if (field == regionalFields.end()) {
+            refuse("there is no regional field '" + name + "'" + spelling::suggestionByName(name, regionalFields));
+        }
         regional.*(field->field) = requireText(value, name);
     }
     return regional;
@@ -103,14 +108,19 @@ void apply(HostState& state, Settings settings)
 
 } // namespace
 
+std::span<const std::string_view> settingKeys() noexcept
+{
+    return keys;
+}
+
 bool isSetting(std::string_view key) noexcept
 {
-    return std::ranges::find(settingKeys, key) != settingKeys.end();
+    return std::ranges::find(keys, key) != keys.end();
 }
 
 bool hasSetting(const Json& request)
 {
-    return std::ranges::any_of(settingKeys, [&](std::string_view key) { return findMember(request, key) != nullptr; });
+    return std::ranges::any_of(keys, [&](std::string_view key) { return findMember(request, key) != nullptr; });
 }
 
 void applySettings(HostState& state, const Json& request)

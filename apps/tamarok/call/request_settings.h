@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string_view>
 
 #include "call/json.h"
@@ -7,6 +8,9 @@
 namespace tamarok::cli {
 
 struct HostState;
+
+/// The members of a request that are settings.
+std::span<const std::string_view> settingKeys() noexcept;
 
 /// Whether `key` names a setting: session, regional, now, answers.
 bool isSetting(std::string_view key) noexcept;

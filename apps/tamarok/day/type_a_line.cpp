@@ -75,7 +75,7 @@ std::string padded(std::string_view label)
 std::string typeInto(const EntryBox& entry, Output& output)
 {
     const Comm_Get get;
-    const std::string format{entry.format};
+    std::string format{entry.format};
     controls::TextBox box;
     const auto filter = [&](std::int16_t& key) {
         if (entry.filter == Filter::Number) get.OnlyNumbersKeyPress(key, box, format);

@@ -28,7 +28,7 @@ Workstation::~Workstation()
     try {
         const Comm_Lock locks;
         locks.LockOff("", "", session_);
-        locks.LogOut(rsLock_, "True");
+        locks.LogOut(&rsLock_, "True");
     } catch (const Error&) {
         // A destructor cannot report it. What remains is a dead session, which the next login removes.
     }
@@ -36,7 +36,7 @@ Workstation::~Workstation()
 
 bool Workstation::logIn()
 {
-    loggedIn_ = Comm_Lock{}.LogIn(rsLock_, session_, dbLock_);
+    loggedIn_ = Comm_Lock{}.LogIn(&rsLock_, session_, dbLock_);
     return loggedIn_;
 }
 

@@ -15,7 +15,7 @@ struct InitOptions {
 };
 
 /// Makes a reference database and prints its size and the rate. Errors: 58 where the file exists and
-/// `force` is not set, 75 where it cannot be written. Returns the exit status.
+/// `force` is not set, and those of embedded::NewDatabase. Returns the exit status.
 int runInit(const InitOptions& options, Output& output);
 
 } // namespace tamarok::cli

@@ -20,7 +20,7 @@ constexpr std::int16_t lastColumn = 2000;
 int runColumns(const ColumnsOptions& options, Output& output)
 {
     const PlatformScope scope{commandPlatform({})};
-    const TmkVar session = commandSession(openDatabase(options.database));
+    const TmkVar session = commandSession(openForReading(options.database));
     requireListType(options.type, session);
     std::int64_t count = 0;
     for (std::int16_t id = 1; id <= lastColumn; ++id) {

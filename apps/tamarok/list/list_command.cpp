@@ -15,7 +15,7 @@ namespace {
 
 TmkVar listSession(const ListOptions& options)
 {
-    TmkVar session = commandSession(openDatabase(options.database));
+    TmkVar session = commandSession(openForReading(options.database));
     session.bolOracle = options.oracle;
     return session;
 }

@@ -1,5 +1,8 @@
 #include "list/select_command.h"
 
+#include <string_view>
+#include <vector>
+
 #include "connections.h"
 #include "host_platform.h"
 #include "session.h"
@@ -7,6 +10,7 @@
 #include "tamarok/comm_set.h"
 #include "tamarok/error.h"
 #include "tamarok/selection_book.h"
+#include "tamarok/spelling.h"
 
 namespace tamarok::cli {
 
@@ -18,6 +22,16 @@ int listKeys(Output& output)
         output.write(std::string{selection.key} + "\n");
     output.flush();
     return 0;
+}
+
+[[noreturn]] void refuseKey(const std::string& key)
+{
+    std::vector<std::string_view> known;
+    for (const selections::Selection& selection : selections::all())
+        known.push_back(selection.key);
+    std::string help = spelling::suggestion(key, known);
+    if (help.empty()) help = "; capitals count, and 'tamarok select' lists all keys.";
+    throw Error{errors::invalidArgument, "No base selection has the key '" + key + "'" + help};
 }
 
 std::string tabbed(const std::vector<std::string>& fields)
@@ -34,12 +48,10 @@ int runSelect(const SelectOptions& options, Output& output)
 {
     if (options.key.empty()) return listKeys(output);
     const PlatformScope scope{commandPlatform(options.locale)};
-    TmkVar session = commandSession(options.run ? openDatabase(options.database) : ado::ConnectionRef{});
+    TmkVar session = commandSession(options.run ? openForReading(options.database) : ado::ConnectionRef{});
     session.bolOracle = options.oracle;
     const std::string statement = Comm_Set{}.CreateSQL(session, options.key, tabbed(options.fields));
-    if (statement.empty())
-        throw Error{errors::invalidArgument, "No base selection has the key '" + options.key +
-                                                 "'; capitals count, and 'tamarok select' lists all keys."};
+    if (statement.empty()) refuseKey(options.key);
     if (!options.run) {
         output.write(statement + "\n");
         output.flush();

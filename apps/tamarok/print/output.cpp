@@ -34,9 +34,10 @@ void Output::flush()
     if (std::fflush(stdout) != 0) fail(errno);
 }
 
-void ignoreBrokenPipes()
+void ignoreWriteSignals()
 {
-    std::signal(SIGPIPE, SIG_IGN);
+    for (const int signal : {SIGPIPE, SIGXFSZ})
+        std::signal(signal, SIG_IGN);
 }
 
 } // namespace tamarok::cli

@@ -15,7 +15,8 @@ public:
     void flush();
 };
 
-/// Makes writing to a closed pipe a failed write instead of a signal that ends the program.
-void ignoreBrokenPipes();
+/// Makes writing to a closed pipe, and beyond the limit of a file's size, a failed write instead of a signal that ends
+/// the program.
+void ignoreWriteSignals();
 
 } // namespace tamarok::cli

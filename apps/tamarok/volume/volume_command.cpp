@@ -14,6 +14,7 @@
 #include "print/progress_bar.h"
 #include "usage_error.h"
 #include "volume/line_reader.h"
+#include "volume/measure_ranges.h"
 
 #include "tamarok/comm_set.h"
 #include "tamarok/convert.h"
@@ -71,7 +72,9 @@ std::int64_t sizeOf(const std::string& file)
     if (error) fail(file, error.message());
     if (std::filesystem::is_directory(status)) fail(file, "it is a folder");
     if (!std::filesystem::is_regular_file(status)) return 0;
-    return static_cast<std::int64_t>(std::filesystem::file_size(file));
+    const std::uintmax_t size = std::filesystem::file_size(file, error);
+    if (error) fail(file, error.message());
+    return static_cast<std::int64_t>(size);
 }
 
 int measureTable(const VolumeOptions& options, Output& output)
@@ -116,26 +119,38 @@ std::string entered(std::string_view option, const std::string& number, const Re
                 "volume"};
 }
 
+void checkRange(const Measures& measures, const Regional& regional)
+{
+    if (const auto fault = findRangeFault(measures, regional)) throw UsageError{fault->describe(measures)};
+}
+
 int measureLine(const VolumeOptions& options, Output& output)
 {
     const VolumeSettings& settings = options.settings;
     const Regional regional = numberSettings(settings);
+    const std::string pieces = entered("--pieces", settings.pieces, regional);
+    const std::string diameter = entered("--d", *options.diameter, regional);
+    const std::string length = entered("--l", *options.length, regional);
+    const std::string bark = entered("--bark", settings.bark, regional);
+    checkRange({pieces, diameter, length, bark, settings.mode}, regional);
     const PlatformScope scope{commandPlatform(settings.locale)}; // its grouping is that of the pattern
-    output.write(Comm_Set{}.CalculateRundKubatur(
-                     entered("--pieces", settings.pieces, regional), entered("--d", *options.diameter, regional),
-                     entered("--l", *options.length, regional), entered("--bark", settings.bark, regional), false,
-                     settings.mode, false, settings.patternOrPlaces(), settings.places) +
+    output.write(Comm_Set{}.CalculateRundKubatur(pieces, diameter, length, bark, false, settings.mode, false,
+                                                 settings.patternOrPlaces(), settings.places) +
                  "\n");
     output.flush();
     return 0;
 }
 
+/// Of a line that is not there yet: bark in cm may be as much as any diameter allows.
+constexpr std::string_view greatestDiameter = "999";
+
 /// Checks the options that replace missing fields, so that an error is reported once and not for each line.
 void checkDefaults(const VolumeSettings& settings)
 {
     const Regional regional = numberSettings(settings);
-    entered("--pieces", settings.pieces, regional);
-    entered("--bark", settings.bark, regional);
+    const std::string pieces = entered("--pieces", settings.pieces, regional);
+    const std::string bark = entered("--bark", settings.bark, regional);
+    checkRange({pieces, greatestDiameter, "0", bark, settings.mode}, regional);
 }
 
 } // namespace

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "volume/measure_ranges.h"
+
 #include "tamarok/comm_set.h"
 #include "tamarok/convert.h"
 #include "tamarok/error.h"
@@ -182,6 +184,11 @@ bool VolumeTable::unifySeparators()
 bool VolumeTable::measureCells(std::string_view line, const CsvFields& fields)
 {
     if (!checkCells(fields)) return false;
+    const auto fault =
+        findRangeFault({cells_[Pieces], cells_[Diameter], cells_[Length], cells_[Bark], cells_[Mode]}, regional_);
+    if (fault)
+        return refuse(fault->describe({cell(Pieces, fields), cell(Diameter, fields), cell(Length, fields),
+                                       cell(Bark, fields), cell(Mode, fields)}));
     try {
         write(line, Comm_Set{}.CalculateRundKubatur(cells_[Pieces], cells_[Diameter], cells_[Length], cells_[Bark],
                                                     false, cells_[Mode], false, pattern_, settings_.places));

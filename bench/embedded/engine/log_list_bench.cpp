@@ -13,6 +13,7 @@
 #include "functions.h"
 #include "tamarok_database/reference_database.h"
 #include "tamarok_embedded/connect.h"
+#include "tamarok_embedded/new_database.h"
 
 #include "tamarok/comm_csel.h"
 #include "tamarok/tmkvar.h"
@@ -48,13 +49,11 @@ class ReferenceLogs {
 public:
     ReferenceLogs()
     {
-        embedded::OpenOptions build;
-        build.mode = embedded::OpenMode::Build;
-        const ado::ConnectionRef building = embedded::connect(path_, build);
+        embedded::NewDatabase building{path_};
         tamarok::database::ReferenceOptions options;
         options.logs = rows;
-        tamarok::database::createReferenceDatabase(*building, options);
-        building->Close();
+        tamarok::database::createReferenceDatabase(*building.connection(), options);
+        building.complete();
         session.db_ADO = embedded::connect(path_);
         list = composedList(session);
     }

@@ -76,12 +76,14 @@ TEST_F(LayoutUpdate, KeysThatBecomeEqualAreToldAndNothingIsChanged)
     sqlite3_close(handle);
 }
 
-TEST_F(LayoutUpdate, ReadingOnlyChangesNothing)
+TEST_F(LayoutUpdate, ReadingOnlyIsRefusedAndChangesNothing)
 {
     const auto file = earlierFile("('Gaße')");
     OpenOptions reading;
     reading.mode = OpenMode::ReadOnly;
-    EXPECT_EQ(rows(connect(file, reading), "SELECT NAME FROM STREET"), "Gaße");
+    const Error error = failureOf([&] { connect(file, reading); });
+    EXPECT_EQ(error.nativeError, 5120);
+    EXPECT_NE(error.description.find("open it once for writing"), std::string::npos) << error.description;
     EXPECT_EQ(folder_.contents().at("earlier.db").substr(60, 4), std::string("\0\0\0\1", 4));
 }
 

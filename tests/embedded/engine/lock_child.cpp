@@ -10,6 +10,7 @@
 #include <sys/resource.h>
 
 #include "tamarok_embedded/connect.h"
+#include "tamarok_embedded/new_database.h"
 
 #include "tamarok/ado_backend.h"
 #include "tamarok/error.h"
@@ -86,6 +87,26 @@ void transaction(const std::string& file, const std::string& text)
     nextLine();
 }
 
+/// write FILE STATEMENT: runs it two hundred times, each time committed, and waits with the database open.
+void writeRows(const std::string& file, const std::string& text)
+{
+    const ado::ConnectionRef connection = embedded::connect(file);
+    for (int i = 0; i < 200; ++i) {
+        connection->Execute(text);
+    }
+    tell("written");
+    nextLine();
+}
+
+/// replace FILE STATEMENT: replaces the database by a new one in which the statement has run.
+void replaceFile(const std::string& file, const std::string& text)
+{
+    embedded::NewDatabase database{file, embedded::NewDatabase::Existing::Replace};
+    database.connection()->Execute(text);
+    database.complete();
+    tell("replaced");
+}
+
 /// fill FILE STATEMENT: repeats it, with files limited to a megabyte, until it fails; reports the error.
 void fill(const std::string& file, const std::string& text)
 {
@@ -109,7 +130,8 @@ void fill(const std::string& file, const std::string& text)
 int main(int count, char** values)
 {
     const std::map<std::string, std::function<void(const std::string&, const std::string&)>> commands{
-        {"hold", hold}, {"repeat", repeat}, {"transaction", transaction}, {"fill", fill}};
+        {"hold", hold}, {"repeat", repeat},   {"transaction", transaction},
+        {"fill", fill}, {"write", writeRows}, {"replace", replaceFile}};
     const auto command = count == 4 ? commands.find(values[1]) : commands.end();
     if (command == commands.end()) {
         return 2;

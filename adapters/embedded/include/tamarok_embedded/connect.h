@@ -13,15 +13,16 @@
 /// The embedded database: one file, opened by any number of connections of any number of processes
 /// of one machine. SQLite keeps two files with the suffixes "-wal" and "-shm" beside it while the database is
 /// open. The file with the suffix "-locks" holds no data: its bytes represent rows, and a row lock is a lock on a byte.
-/// It may be deleted whenever no connection is open.
+/// It has the mode and the owner of the database, and may be deleted whenever no connection is open. All of them lie
+/// beside the real file, wherever a symbolic link to it lies.
 namespace tamarok::embedded {
 
 enum class OpenMode : std::uint8_t {
     OpenExisting, ///< for reading and writing
     Create,       ///< makes a new, empty database; fails where the file exists
-    Build,        ///< as Create, for a single writer that deletes the file if its work fails: the journal is kept
-                  ///< in memory and writes are not synchronised with the disk
-    ReadOnly
+    Build,        ///< an existing database for a single writer that deletes the file if its work fails: the journal is
+                  ///< kept in memory and writes are not synchronised with the disk; see NewDatabase
+    ReadOnly      ///< creates and changes nothing, beside the file neither; see connect
 };
 
 struct OpenOptions {
@@ -37,9 +38,14 @@ inline constexpr std::int32_t applicationId = 0x544D4B31; // "TMK1"
 inline constexpr std::int32_t layoutVersion = 2;
 
 /// Opens a database file.
+///
+/// ReadOnly also works on a file or in a folder that cannot be written, and on a full disk. A database without a log
+/// beside it is read as a file that nobody changes: a statement during which it changes fails with 0x80004005, and the
+/// next one sees the new state. If the log cannot be used where it lies, a private copy is read.
+///
 /// Errors: 0x80004005 with the path and the reason: the file is missing, a directory, empty, no
-/// database, a database of another program, of a newer layout, damaged, not permitted; in mode
-/// Create, that it exists already. A failed opening changes no file and leaves none behind.
+/// database, a database of another program, of a newer layout, damaged, not permitted, has a second name (hard link);
+/// in mode Create, that it exists already. A failed opening changes no file and leaves none behind.
 ado::ConnectionRef connect(const std::filesystem::path& file, const OpenOptions& options = {});
 
 /// Opens what a connection text names: "Provider=Tamarok.Embedded;Data Source=FILE", and if wanted

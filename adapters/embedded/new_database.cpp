@@ -1,0 +1,173 @@
+#include "tamarok_embedded/new_database.h"
+
+#include <array>
+#include <cerrno>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+#include "connection_text.h"
+#include "draft_file.h"
+#include "engine.h"
+#include "exclusive_hold.h"
+#include "failures.h"
+#include "file_checks.h"
+#include "opening.h"
+
+namespace tamarok::embedded {
+
+namespace {
+
+/// Endings of the files that stand beside a database while it is open, and hold nothing when it is not.
+constexpr std::array<std::string_view, 4> sideEndings{"-wal", "-shm", "-journal", "-locks"};
+
+bool isEmpty(const std::string& file)
+{
+    struct stat status {};
+    return ::lstat(file.c_str(), &status) == 0 && S_ISREG(status.st_mode) && status.st_size == 0;
+}
+
+/// Connects the single writer of a draft.
+ado::ConnectionRef connectDraft(const DatabasePath& draft)
+{
+    writeEmptyDatabase(draft);
+    OpenOptions options;
+    options.mode = OpenMode::Build;
+    return openConnection(draft, options, composeConnectionText(draft.shown, options));
+}
+
+} // namespace
+
+/// The draft is declared before the connection, which must be closed first: closing another descriptor of the file
+/// would drop the connection's locks.
+class NewDatabase::Work {
+public:
+    Work(const std::filesystem::path& file, Existing existing) :
+        target_{resolvePath(file.string())}, existing_{existing}
+    {
+        checkTarget();
+        const std::optional<struct stat> old = existingFile();
+        if (old) {
+            const ExclusiveHold probe{target_};
+        }
+        draft_.emplace(target_);
+        if (old) {
+            draft_->takeOwnerAndMode(*old);
+        }
+        connection_ = connectDraft(draft_->path());
+    }
+
+    const ado::ConnectionRef& connection() const noexcept { return connection_; }
+
+    /// Both files are held during the renaming and until the files beside the old one are gone: nobody comes in
+    /// between who could use them. A file that appears meanwhile is looked at again.
+    void complete()
+    {
+        connection_->Close();
+        draft_->finish();
+        const ExclusiveHold held{draft_->path()};
+        constexpr int attempts = 10;
+        for (int attempt = 0; attempt < attempts; ++attempt) {
+            if (tryPublish()) {
+                return;
+            }
+        }
+        throw createFailure(target_.shown, "it is replaced again and again");
+    }
+
+private:
+    /// What the target must not be. Without an old file a log beside it stands alone.
+    void checkTarget() const
+    {
+        struct stat status {};
+        if (::stat(target_.real.c_str(), &status) != 0) {
+            if (errno != ENOENT) {
+                throw createFailure(target_.shown, std::system_category().message(errno));
+            }
+            checkNoLogBeside(target_);
+            return;
+        }
+        if (S_ISDIR(status.st_mode)) {
+            throw createFailure(target_.shown, "it is a directory");
+        }
+        if (existing_ == Existing::Refuse) {
+            refuseExisting();
+        }
+        checkReplaceable(target_);
+    }
+
+    std::optional<struct stat> existingFile() const
+    {
+        struct stat status {};
+        if (::stat(target_.real.c_str(), &status) != 0) {
+            return std::nullopt;
+        }
+        return status;
+    }
+
+    [[noreturn]] void refuseExisting() const
+    {
+        Error error = createFailure(target_.shown, "the file exists already");
+        error.number = errors::fileExists;
+        throw error;
+    }
+
+    /// False if a file has appeared or gone between the look and the renaming.
+    bool tryPublish()
+    {
+        checkTarget();
+        std::optional<ExclusiveHold> old;
+        if (existingFile()) {
+            old.emplace(target_);
+        }
+        const int code = draft_->publish(old ? DraftFile::Existing::Replace : DraftFile::Existing::Refuse);
+        if (code == EEXIST && !old) {
+            return false;
+        }
+        if (code != 0) {
+            throw createFailure(target_.shown, std::system_category().message(code));
+        }
+        if (old) {
+            removeSideFiles();
+        }
+        return true;
+    }
+
+    /// The shared memory of a log is made anew by the next connection; the other files are empty unless they are
+    /// foreign.
+    void removeSideFiles() const
+    {
+        for (const std::string_view ending : sideEndings) {
+            const std::string file = target_.real + std::string{ending};
+            if (ending == "-shm" || isEmpty(file)) {
+                ::unlink(file.c_str());
+            }
+        }
+    }
+
+    DatabasePath target_;
+    Existing existing_;
+    std::optional<DraftFile> draft_;
+    ado::ConnectionRef connection_;
+};
+
+NewDatabase::NewDatabase(const std::filesystem::path& file, Existing existing) :
+    work_{std::make_unique<Work>(file, existing)}
+{}
+
+NewDatabase::~NewDatabase() = default;
+
+const ado::ConnectionRef& NewDatabase::connection() const noexcept
+{
+    return work_->connection();
+}
+
+void NewDatabase::complete()
+{
+    work_->complete();
+}
+
+} // namespace tamarok::embedded

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <sys/types.h>
+
+#include "database_path.h"
+#include "private_copy.h"
+
+namespace tamarok::embedded {
+
+/// True if a log lies beside the database that may hold something.
+bool hasLog(const DatabasePath& path);
+
+/// True if the log and its index lie beside the database, as they do while a session is open and after its crash.
+bool hasLogAndIndex(const DatabasePath& path);
+
+/// How a connection that only reads gets at a database. It creates nothing beside it.
+///
+///  - Shared: with SQLite's own locks, beside writers. A file in log mode needs the files of its log for it.
+///  - Unchanging: without locks, as a file that nobody changes; for one without a log beside it.
+///  - Copy: a private copy of the database and its log, where the log's files cannot be used.
+class ReadingFile {
+public:
+    enum class Way : std::uint8_t { Shared, Unchanging, Copy };
+
+    /// Notes the state of the file, and copies it where that is the way.
+    ReadingFile(DatabasePath path, Way way);
+
+    /// The URI under which SQLite opens the file for reading.
+    std::string uri() const;
+    Way way() const noexcept { return way_; }
+
+    /// True if the connection must be opened again to see the present state: another file has the name, or one that is
+    /// not read with SQLite's locks has changed or got a log.
+    bool isOutdated() const;
+
+    /// Fails if the file has changed while it was read as one that nobody changes.
+    void requireUnchanged() const
+    {
+        if (way_ == Way::Unchanging) [[unlikely]] {
+            compareUnchanged();
+        }
+    }
+
+    /// The copy's name is not needed any more once SQLite has opened it.
+    void dropCopy() { copy_.reset(); }
+
+private:
+    /// What the system tells of a file; all zero for a missing or empty one.
+    struct Stamp {
+        dev_t device = 0;
+        ino_t number = 0;
+        off_t size = 0;
+        std::int64_t modifiedSeconds = 0;
+        std::int64_t modifiedNanoseconds = 0;
+        bool operator==(const Stamp&) const = default;
+    };
+    static Stamp stampOf(const std::string& file);
+    void compareUnchanged() const;
+
+    DatabasePath path_;
+    Way way_;
+    Stamp database_;
+    Stamp log_;
+    std::optional<PrivateCopy> copy_;
+};
+
+} // namespace tamarok::embedded

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Help for misspelt words in error messages.
+namespace tamarok::spelling {
+
+/// Returns the known word that takes the fewest edits to make from `word`, or an empty view if none is near: more
+/// edits than a third of the letters make another word, not a misspelt one. An edit inserts, removes or changes a
+/// letter, or swaps two neighbours. Case does not count. Of several words as near, the first is returned.
+std::string_view nearest(std::string_view word, std::span<const std::string_view> known);
+
+/// Returns "; did you mean 'X'?" for the nearest known word, or an empty text if none is near.
+std::string suggestion(std::string_view word, std::span<const std::string_view> known);
+
+/// The same for rows with a member `name`.
+template <class Rows>
+std::string suggestionByName(std::string_view word, const Rows& rows)
+{
+    std::vector<std::string_view> known;
+    for (const auto& row : rows)
+        known.push_back(row.name);
+    return suggestion(word, known);
+}
+
+} // namespace tamarok::spelling
