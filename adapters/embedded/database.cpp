@@ -164,6 +164,9 @@ std::optional<ReadingFile::Way> Database::tryReading(ReadingFile::Way way)
         throw;
     }
     openHandle(reading_->uri(), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+    if (way == Way::Unchanging) {
+        keepUnchanged();
+    }
     const bool needsLog = checkHeader(handle(), path_.shown, true) && way == Way::Shared;
     const Way withoutLocks = hasLog(path_) ? Way::Copy : Way::Unchanging;
     if (needsLog && !hasLogAndIndex(path_)) {
@@ -183,6 +186,20 @@ std::optional<ReadingFile::Way> Database::tryReading(ReadingFile::Way way)
     }
     reading_->dropCopy();
     return reading_->isOutdated() ? std::optional{Way::Shared} : std::nullopt;
+}
+
+/// SQLite takes no lock on a file that it believes to be unchanging. This lock, which ends with the handle, keeps a
+/// closing session from writing its log into the file, and the file from being replaced.
+void Database::keepUnchanged()
+{
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(handle(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    deadline_.arm(openSeconds);
+    for (int attempt = 0; file->pMethods->xLock(file, SQLITE_LOCK_SHARED) == SQLITE_BUSY; ++attempt) {
+        if (onBusy(this, attempt) == 0) {
+            raise(SQLITE_BUSY);
+        }
+    }
 }
 
 /// Opens without SQLite's mutexes, since a connection belongs to one thread.
@@ -248,7 +265,7 @@ Compiled Database::compile(std::string_view text, std::string_view* rest, bool k
     Compiled compiled{statement};
     if (code != SQLITE_OK) {
         if (isNestingFailure(handle()) && tail != nullptr) {
-            throw NestingFailure{failure(handle(), code, path_), static_cast<std::size_t>(tail - text.data())};
+            throw NestingFailure{failure(handle(), code, path_.shown), static_cast<std::size_t>(tail - text.data())};
         }
         raise(code);
     }

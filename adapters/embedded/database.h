@@ -87,6 +87,7 @@ private:
     bool tryOpenForWriting();
     void openForReading();
     std::optional<ReadingFile::Way> tryReading(ReadingFile::Way way);
+    void keepUnchanged();
     void openHandle(const std::string& name, int flags);
     bool hasMoved() const;
     void configure();

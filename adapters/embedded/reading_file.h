@@ -19,7 +19,8 @@ bool hasLogAndIndex(const DatabasePath& path);
 /// How a connection that only reads gets at a database. It creates nothing beside it.
 ///
 ///  - Shared: with SQLite's own locks, beside writers. A file in log mode needs the files of its log for it.
-///  - Unchanging: without locks, as a file that nobody changes; for one without a log beside it.
+///  - Unchanging: as a file that nobody changes, for one without a log beside it. The connection locks it against
+///    closing sessions and replacement; only a session that writes so much that SQLite empties its log changes it.
 ///  - Copy: a private copy of the database and its log, where the log's files cannot be used.
 class ReadingFile {
 public:

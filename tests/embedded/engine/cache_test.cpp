@@ -47,6 +47,26 @@ TEST_F(Cache, keepsNoHugeTexts)
     EXPECT_EQ(cache_.size(), 0U);
 }
 
+/// A script runs each of its statements once; their translations together would be many times as large as its text.
+TEST_F(Cache, keepsOneStepOfABatchOfMany)
+{
+    std::string text;
+    for (std::size_t i = 0; i < CachedBatch::mostKept + 1; ++i)
+        text += "SELECT " + std::to_string(i) + ";";
+    const auto many = cache_.batch(text);
+    const auto step = [&](std::size_t index) -> const std::shared_ptr<CachedStep>& {
+        return many->step(index, false, catalog_, tsql::DateOrder::Mdy);
+    };
+    const std::weak_ptr<CachedStep> first = step(0);
+    EXPECT_EQ(step(0), first.lock());
+    EXPECT_EQ(step(1)->step.text, "SELECT 1");
+    EXPECT_TRUE(first.expired());
+    const auto few = cache_.batch("SELECT 1; SELECT 2");
+    const std::weak_ptr<CachedStep> kept = few->step(0, false, catalog_, tsql::DateOrder::Mdy);
+    few->step(1, false, catalog_, tsql::DateOrder::Mdy);
+    EXPECT_FALSE(kept.expired());
+}
+
 TEST_F(Cache, translatesAnewAfterASchemaChange)
 {
     const auto columns = [this] { return stepOf("SELECT * FROM T")->layout->columns.size(); };

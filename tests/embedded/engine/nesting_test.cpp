@@ -1,8 +1,12 @@
 #include <gmock/gmock.h>
 #include <string>
 #include <string_view>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <vector>
 
+#include "database.h"
 #include "test_database.h"
 
 /// How deeply each construct can be nested, and how the message reads one level below. docs/embedded-database.md lists
@@ -62,7 +66,8 @@ ado::ConnectionRef database()
 
 constexpr Construct constructs[] = {
     // name, statement, level, core, level, statement, depth, name in the message
-    {"a function in its first argument", "SELECT ", "ABS(", "A", ")", " FROM T", 30, "the function ABS"},
+    {"a function in its first argument", "SELECT ", "ABS(", "A", ")", " FROM T", 29, "the function ABS"},
+    {"a function of a text", "SELECT ", "UPPER(", "B", ")", " FROM T", 30, "the function UPPER"},
     {"a function in a later argument", "SELECT ", "CONCAT('x', ", "B", ")", " FROM T", 18, "the function CONCAT"},
     {"ISNULL in its first argument", "SELECT ", "ISNULL(", "A", ", 1)", " FROM T", 30, "the function ISNULL"},
     {"ISNULL in its second argument", "SELECT ", "ISNULL(NULL, ", "A", ")", " FROM T", 18, "the function ISNULL"},
@@ -80,12 +85,15 @@ constexpr Construct constructs[] = {
     {"EXISTS", "SELECT 1 WHERE ", "EXISTS (SELECT 1 FROM T WHERE ", "1 = 1", ")", "", 12, "EXISTS"},
     {"a subquery in a condition", "SELECT 1 WHERE ", "1 = (SELECT MAX(A) FROM T WHERE ", "1 = 1", ")", "", 13,
      "the function MAX"},
+    {"a subquery for one row", "SELECT 1 WHERE ", "1 = (SELECT A FROM T WHERE ", "1 = 1", ")", "", 13,
+     "the subquery"},
     {"a subquery behind AND", "SELECT 1 WHERE ", "1 = 1 AND 1 = (SELECT MAX(A) FROM T WHERE ", "1 = 1", ")", "", 10,
      "the function MAX"},
     {"IN with a query", "SELECT 1 WHERE ", "1 IN (SELECT A FROM T WHERE ", "1 = 1", ")", "", 11, "the IN subquery"},
     {"a derived table", "SELECT * FROM ", "(SELECT * FROM ", "T", ") Q", "", 15, "the derived table Q"},
     {"NOT", "SELECT 1 FROM T WHERE ", "NOT ", "A = 1", "", "", 91, "NOT"},
     {"a sign", "SELECT ", "- ", "A", "", " FROM T", 88, "the sign"},
+    {"a sign of a constant", "SELECT ", "- ", "1", "", "", 94, "the sign"},
     {"OR and AND in parentheses", "SELECT 1 FROM T WHERE ", "A = 2 OR (A = 1 AND (", "A = 1", "))", "", 18,
      "the AND condition"},
 };
@@ -229,6 +237,62 @@ TEST(Nesting, AMessageNamesThePlaceOfTheLevel)
     const std::string erase =
         "DELETE FROM T FROM T X WHERE " + repeated("ABS(", 40) + "X.A" + repeated(")", 40) + " = 1";
     EXPECT_THAT(failure(connection, erase), HasSubstr("at the function ABS. (line 1, column "));
+}
+
+/// Runs a batch in a process of its own. @return how much memory it took beyond that of the process before, in MiB
+long memoryOf(const std::string& text)
+{
+    rusage before{};
+    getrusage(RUSAGE_SELF, &before);
+    const pid_t child = fork();
+    if (child == 0) {
+        const auto connection = connectInMemory();
+        _exit(failure(connection, text).empty() ? 0 : 1);
+    }
+    int status = 0;
+    rusage used{};
+    wait4(child, &status, 0, &used);
+    EXPECT_EQ(status, 0);
+    return (used.ru_maxrss - before.ru_maxrss) / 1024;
+}
+
+TEST(Memory, GrowsWithTheTextOfABatch)
+{
+    const std::string batch = repeated("SELECT 1;\n", 100000);
+    EXPECT_LT(memoryOf(batch), 200) << "for " << batch.size() << " bytes";
+    const std::string inserts = "CREATE TABLE #T (A INT);" + repeated("INSERT INTO #T VALUES (1);\n", 30000);
+    EXPECT_LT(memoryOf(inserts), 200) << "for " << inserts.size() << " bytes";
+}
+
+/// CommandTimeout bounds the time before the first row as well. A machine that translates it within the second has
+/// nothing to report.
+TEST(TimeOut, EndsTheTranslationOfALongStatement)
+{
+    const auto connection = database();
+    const std::string longest = "SELECT 1 WHERE 1 IN (" + repeated("1,", 7000000) + "1)";
+    std::string message;
+    try {
+        open(connection, longest, 1);
+    } catch (const Error& error) {
+        EXPECT_EQ(error.number, errors::timeout);
+        message = error.description;
+    }
+    EXPECT_THAT(message, testing::AnyOf("", testing::StartsWith("Timeout expired: the statement was still being ")));
+    EXPECT_EQ(failure(connection, "SELECT A FROM T"), "");
+}
+
+TEST(TimeOut, EndsTheCompilationOfALongStatement)
+{
+    Database database{tsql::DateOrder::Mdy};
+    const std::string longest = "SELECT (SELECT 1)" + repeated(" + (SELECT 1)", 900) + repeated(", (SELECT 1)", 900);
+    database.deadline().arm(1);
+    EXPECT_NO_THROW(static_cast<void>(database.compile(longest)));
+    // Uses the second up.
+    const auto endless = "WITH RECURSIVE C(X) AS (SELECT 1 UNION ALL SELECT X + 1 FROM C) SELECT max(X) FROM C";
+    EXPECT_EQ(failureOf([&] { database.number(endless); }).number, errors::timeout);
+    const Error error = failureOf([&] { static_cast<void>(database.compile(longest)); });
+    EXPECT_EQ(error.number, errors::timeout);
+    EXPECT_EQ(error.description, "Timeout expired: the statement was still being prepared.");
 }
 
 } // namespace

@@ -176,34 +176,72 @@ TEST_F(Reading, seesWhatALiveSessionCommits)
     EXPECT_EQ(valueOf(reader, "SELECT COUNT(*) FROM T"), Variant{201});
 }
 
-TEST_F(Reading, followsAReplacedFile)
+TEST_F(Reading, keepsTheFileFromBeingReplaced)
 {
     const auto reader = reading(file());
+    const Error error = failureOf([&] { NewDatabase{file(), NewDatabase::Existing::Replace}; });
+    EXPECT_NE(error.description.find("another session"), std::string::npos) << error.description;
+    reader->Close();
+    NewDatabase{file(), NewDatabase::Existing::Replace}.complete();
+}
+
+/// A database without log is not locked between statements, so that a session may turn the log on.
+TEST_F(Reading, followsAReplacedFileThatHadNoLog)
+{
+    const auto make = [&](const char* text) {
+        NewDatabase database{file(), NewDatabase::Existing::Replace};
+        run(database.connection(), text);
+        database.complete();
+    };
+    make("CREATE TABLE T (A INT) INSERT INTO T (A) VALUES (1)");
+    const auto reader = reading(file());
     EXPECT_EQ(valueOf(reader, "SELECT COUNT(*) FROM T"), Variant{1});
-    NewDatabase database{file(), NewDatabase::Existing::Replace};
-    run(database.connection(), "CREATE TABLE T (A INT)");
-    database.complete();
+    make("CREATE TABLE T (A INT)");
     EXPECT_EQ(valueOf(reader, "SELECT COUNT(*) FROM T"), Variant{0});
 }
 
-/// Rows of the file before the change and after it never make one answer.
-TEST_F(Reading, failsWhereTheFileChangesDuringAStatement)
-{
+class ReadingRows : public Reading {
+protected:
+    ReadingRows()
     {
         const auto connection = connect(file());
         for (int i = 0; i < 12; ++i) {
             run(connection, "INSERT INTO T (A) SELECT A FROM T");
         }
     }
+};
+
+TEST_F(ReadingRows, isNotDisturbedByShortSessions)
+{
     const auto reader = reading(file());
     const auto cursor = open(reader, "SELECT A FROM T");
     ASSERT_TRUE(cursor->next());
     run(connect(file()), "DELETE FROM T");
+    int rows = 1;
+    while (cursor->next()) {
+        ++rows;
+    }
+    EXPECT_EQ(rows, 4096);
+    EXPECT_EQ(valueOf(reader, "SELECT COUNT(*) FROM T"), Variant{0});
+    EXPECT_EQ(countOf(file()), "0");
+}
+
+/// Rows of the file before the change and after it never make one answer.
+TEST_F(ReadingRows, failsWhereTheFileChangesDuringAStatement)
+{
+    const auto reader = reading(file());
+    const auto cursor = open(reader, "SELECT A FROM T");
+    ASSERT_TRUE(cursor->next());
+    const auto writer = connect(file());
+    run(writer, "CREATE TABLE N (S NVARCHAR(4000))");
+    for (int i = 0; i < 2000; ++i) {
+        run(writer, "INSERT INTO N (S) VALUES (REPLICATE('x',4000))");
+    }
     const Error error = failureOf([&] {
         while (cursor->next()) {}
     });
     EXPECT_NE(error.description.find("changed by another session while it was read"), std::string::npos);
-    EXPECT_EQ(valueOf(reader, "SELECT COUNT(*) FROM T"), Variant{0});
+    EXPECT_EQ(valueOf(reader, "SELECT COUNT(*) FROM N"), Variant{2000});
 }
 
 TEST_F(Reading, andWritingRefuseAFileWithTwoNames)

@@ -40,8 +40,9 @@ inline constexpr std::int32_t layoutVersion = 2;
 /// Opens a database file.
 ///
 /// ReadOnly also works on a file or in a folder that cannot be written, and on a full disk. A database without a log
-/// beside it is read as a file that nobody changes: a statement during which it changes fails with 0x80004005, and the
-/// next one sees the new state. If the log cannot be used where it lies, a private copy is read.
+/// beside it is read as a file that nobody changes. A session that writes so much meanwhile that SQLite empties its log
+/// (about 4 MB) does change it: a statement that is reading then fails with 0x80004005. The next statement sees the new
+/// state in any case. If the log cannot be used where it lies, a private copy is read.
 ///
 /// Errors: 0x80004005 with the path and the reason: the file is missing, a directory, empty, no
 /// database, a database of another program, of a newer layout, damaged, not permitted, has a second name (hard link);
