@@ -66,7 +66,7 @@ ado::ConnectionRef database()
 
 constexpr Construct constructs[] = {
     // name, statement, level, core, level, statement, depth, name in the message
-    {"a function in its first argument", "SELECT ", "ABS(", "A", ")", " FROM T", 29, "the function ABS"},
+    {"a function in its first argument", "SELECT ", "ABS(", "A", ")", " FROM T", 30, "the function ABS"},
     {"a function of a text", "SELECT ", "UPPER(", "B", ")", " FROM T", 30, "the function UPPER"},
     {"a function in a later argument", "SELECT ", "CONCAT('x', ", "B", ")", " FROM T", 18, "the function CONCAT"},
     {"ISNULL in its first argument", "SELECT ", "ISNULL(", "A", ", 1)", " FROM T", 30, "the function ISNULL"},
