@@ -250,16 +250,6 @@ void tmBMod(Call& call)
     resultOfWhole(call, WholeType::BigInt, remainderWhole);
 }
 
-void tmTinyIntChain(Call& call)
-{
-    resultOfChain(call, WholeType::TinyInt);
-}
-
-void tmSmallIntChain(Call& call)
-{
-    resultOfChain(call, WholeType::SmallInt);
-}
-
 void tmIntChain(Call& call)
 {
     resultOfChain(call, WholeType::Int);
@@ -268,6 +258,16 @@ void tmIntChain(Call& call)
 void tmBigIntChain(Call& call)
 {
     resultOfChain(call, WholeType::BigInt);
+}
+
+void tmTinyIntChain(Call& call)
+{
+    resultOfChain(call, WholeType::TinyInt);
+}
+
+void tmSmallIntChain(Call& call)
+{
+    resultOfChain(call, WholeType::SmallInt);
 }
 
 namespace {

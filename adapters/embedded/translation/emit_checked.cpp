@@ -1,4 +1,4 @@
-#include <array>
+#include <vector>
 
 #include "tamarok_tsql/builtins.h"
 #include "tamarok_tsql/type_rules.h"
@@ -9,6 +9,16 @@
 namespace tamarok::embedded::translation {
 
 namespace {
+
+/// The node as an operator of + - * / % that computes in the type; nullptr if it is none.
+const BinaryExpr* arithmeticStep(const Expr& expr, const Type& type)
+{
+    if (expr.kind != ExprKind::Binary || !(expr.type == type)) return nullptr;
+    const auto& binary = tsql::as<BinaryExpr>(expr);
+    const bool bitwise =
+        binary.op == TokenKind::Ampersand || binary.op == TokenKind::Bar || binary.op == TokenKind::Caret;
+    return bitwise ? nullptr : &binary;
+}
 
 /// The function that computes a chain of operators in the type.
 std::string_view chainFunction(TypeKind kind)
@@ -51,19 +61,20 @@ bool mayLeaveType(const FunctionExpr& function)
 void Emitter::smallArithmetic(const BinaryExpr& binary, Binding need)
 {
     const bool divides = binary.op == TokenKind::Slash || binary.op == TokenKind::Percent;
-    const bool bitwise =
-        binary.op == TokenKind::Ampersand || binary.op == TokenKind::Bar || binary.op == TokenKind::Caret;
-    if (bitwise || (binary.magnitude >= 0 && !divides)) return wholeArithmetic(binary, need);
+    const bool fits = binary.magnitude >= 0 && !divides;
+    if (fits || arithmeticStep(binary, binary.type) == nullptr) return wholeArithmetic(binary, need);
     arithmeticChain(binary);
 }
 
 /// Operators that follow each other are written as one flat call, which checks each step.
 void Emitter::arithmeticChain(const BinaryExpr& binary)
 {
-    const std::string_view function = chainFunction(binary.type.kind);
-    if (chained(binary, "+-*/%", function)) return;
-    const std::array single{&binary};
-    flatCall(function, single, binary.type);
+    std::vector<const BinaryExpr*> steps;
+    for (const BinaryExpr* step = arithmeticStep(binary, binary.type); step != nullptr;
+         step = arithmeticStep(*step->left, binary.type)) {
+        steps.push_back(step);
+    }
+    flatCall(chainFunction(binary.type.kind), steps, binary.type);
 }
 
 void Emitter::checkedMinus(const UnaryExpr& unary)

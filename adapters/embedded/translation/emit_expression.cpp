@@ -486,6 +486,15 @@ bool isSafe(const BinaryExpr& binary)
     return row.checked.empty() || (!row.plain.empty() && binary.magnitude >= 0);
 }
 
+/// The node as an operator of + - * / % that computes in whole numbers of the type; nullptr if it is none.
+const BinaryExpr* wholeStep(const Expr& expr, const Type& type)
+{
+    if (expr.kind != ExprKind::Binary || !(expr.type == type)) return nullptr;
+    const auto& binary = tsql::as<BinaryExpr>(expr);
+    const WholeOperator& row = wholeOperator(binary.op);
+    return row.plain.empty() || row.checked.empty() ? nullptr : &binary;
+}
+
 } // namespace
 
 /// Safe operations are written plainly. Checked ones that follow each other are written as one flat call, since each
@@ -495,7 +504,14 @@ void Emitter::wholeArithmetic(const BinaryExpr& binary, Binding need)
     const WholeOperator& row = wholeOperator(binary.op);
     const bool big = binary.type.kind == TypeKind::BigInt;
     if (isSafe(binary)) return infix(binary, row.plain, binary.type, need);
-    if (isWhole(binary.type) && chained(binary, "+-*/%", big ? "tm_bigint_chain" : "tm_int_chain")) return;
+    std::vector<const BinaryExpr*> steps;
+    for (const BinaryExpr* step = wholeStep(binary, binary.type); step != nullptr;
+         step = wholeStep(*step->left, binary.type)) {
+        steps.push_back(step);
+    }
+    if (steps.size() > 1 && isWhole(binary.type)) {
+        return flatCall(big ? "tm_bigint_chain" : "tm_int_chain", steps, binary.type);
+    }
     call(big ? row.checkedBig : row.checked, *binary.left, *binary.right, binary.type);
 }
 
