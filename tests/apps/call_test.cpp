@@ -67,6 +67,19 @@ TEST(Call, ConversationWithDatabase)
     hold(host, "database.txt", 41);
 }
 
+TEST(Call, AQueryReturnsAtMost100000RowsUnlessItSaysOtherwise)
+{
+    const ScratchFolder folder;
+    Program host{{"call", "--db", makeDatabase(folder, 20)}};
+    const std::string query = R"("query":"SELECT 7 AS N FROM LOGS A, LOGS B, LOGS C, LOGS D WHERE A.ID_LOG <= 13")";
+    const std::string few = host.ask("{" + query + "}");  // of 104,000
+    EXPECT_EQ(std::ranges::count(few, '7'), 100'000 + 1); // one stands in the statement
+    EXPECT_NE(few.find(R"(,"truncated":true})"), std::string::npos);
+    const std::string all = host.ask("{" + query + R"(,"limit":104000})");
+    EXPECT_EQ(std::ranges::count(all, '7'), 104'000 + 1);
+    EXPECT_EQ(all.find("truncated"), std::string::npos);
+}
+
 TEST(Call, FurtherConnectionsAreReachedByName)
 {
     const ScratchFolder folder;
