@@ -106,6 +106,14 @@ TEST_F(LockProcesses, SameUserLoggingInTwiceIsRefusedUntilTheFirstSessionDies)
     EXPECT_EQ(database.count("ID_USERS = 2"), 1);
 }
 
+TEST_F(LockProcesses, RefusedLoginIsARefusalWithoutTheTableOfTextsToo)
+{
+    const auto first = at(huber);
+    database.connection->Execute("DROP TABLE STRINGS");
+    const auto second = database.station(huber);
+    EXPECT_EQ(second->ask("login"), "false  HUBER |");
+}
+
 TEST_F(LockProcesses, InvoiceWithOneListHeldElsewhereLeavesNothingLocked)
 {
     const auto lists = database.column("SELECT DISTINCT TOP 3 LISTE FROM LOGS WHERE LISTE IS NOT NULL ORDER BY LISTE");
