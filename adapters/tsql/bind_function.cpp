@@ -154,10 +154,6 @@ void Binder::bindFunction(FunctionExpr& function, Scope& scope)
     if (function.over != nullptr) bindOver(*function.over, scope);
     function.type = resultType(function);
     function.magnitude = builtin.magnitude;
-    // Lets a function around it do without a check of its own, which would be one more level of calls.
-    if (builtin.name == "ABS" && function.type.kind == TypeKind::Int) {
-        function.magnitude = largestMagnitude(TypeKind::Int) - 1;
-    }
 }
 
 /// Here a number is a constant and no position in the SELECT list, so the server refuses it.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <utility>
 
 #include "tamarok/text.h"
 
@@ -231,6 +232,14 @@ Letters lettersOf(char32_t folded) noexcept
 {
     const LetterRow* row = rowOf(folded);
     return row != nullptr && row->second != 0 ? Letters{row->base, row->second} : Letters{folded, 0};
+}
+
+char32_t LetterReader::next() noexcept
+{
+    if (pending_ != 0) return std::exchange(pending_, 0);
+    const Letters letters = lettersOf(decodeFolded(text_, at_));
+    pending_ = letters.second;
+    return letters.first;
 }
 
 /// Trailing blanks never count, as on the server. ASCII texts are compared byte by byte through the table of ranks; the

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -23,6 +24,25 @@ struct Letters {
     char32_t second; ///< of an expansion; 0 for any other character
 };
 Letters lettersOf(char32_t folded) noexcept;
+
+/// The folded letters of a text one by one, expansions as their letters.
+class LetterReader {
+public:
+    /// @param at  byte at which a character begins
+    LetterReader(std::string_view text, std::size_t at) noexcept : text_{text}, at_{at} {}
+
+    bool isAtEnd() const noexcept { return pending_ == 0 && at_ >= text_.size(); }
+    /// Whether the next letter is the second one of an expansion.
+    bool isInsideCharacter() const noexcept { return pending_ != 0; }
+    /// Byte behind the character of the last letter.
+    std::size_t offset() const noexcept { return at_; }
+    char32_t next() noexcept;
+
+private:
+    std::string_view text_;
+    std::size_t at_;
+    char32_t pending_ = 0;
+};
 
 /// compareTexts for two single folded characters.
 int compareCharacters(char32_t a, char32_t b) noexcept;

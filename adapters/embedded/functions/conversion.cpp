@@ -181,16 +181,17 @@ std::string_view trimBlanks(std::string_view text) noexcept
     return text;
 }
 
-std::int64_t checkedInt(std::int64_t number)
-{
-    return checkedWhole(number, WholeType::Int);
-}
-
 std::int64_t checkedWhole(std::int64_t number, WholeType type)
 {
     const WholeLimits& limits = limitsOf(type);
-    if (number < limits.lowest || number > limits.highest) failOverflow(type, std::to_string(number));
-    return number;
+    if (number >= limits.lowest && number <= limits.highest) return number;
+    failWith(8115, "Arithmetic overflow error converting expression to data type " + std::string{limits.name} + ".",
+             std::to_string(number));
+}
+
+std::int64_t checkedInt(std::int64_t number)
+{
+    return checkedWhole(number, WholeType::Int);
 }
 
 std::int64_t toWhole(sqlite3_value* value, WholeType type)
@@ -409,31 +410,10 @@ constexpr MoneyLimits smallMoney{"smallmoney", -214748.3648, 214748.3647};
 /// Error 8115 beyond the range of the type.
 double checkedAmount(double number, const MoneyLimits& limits)
 {
-    if (!(number >= limits.lowest && number <= limits.highest)) {
-        char buffer[40];
-        failWith(8115, "Arithmetic overflow error converting expression to data type " + std::string{limits.name} + ".",
-                 writeFloat(number, 0, buffer));
-    }
-    return number;
-}
-
-void resultAmount(Call& call, double number, const MoneyLimits& limits)
-{
-    call.result(checkedAmount(number, limits));
-}
-
-/// A sum of amounts whose signs are in the last argument: (a, b, c, '+-') is a + b - c. Each step is rounded and
-/// checked like a single operation.
-void resultOfMoneyChain(Call& call, const MoneyLimits& limits)
-{
-    if (call.count() < 2 || call.anyNull()) return call.resultNull();
-    const TextArgument signs = call.text(call.count() - 1);
-    double sum = call.real(0);
-    for (std::size_t index = 0; index < signs.view().size() && index + 2 < call.count(); ++index) {
-        const double amount = call.real(index + 1);
-        sum = checkedAmount(roundHalfAway(signs.view()[index] == '-' ? sum - amount : sum + amount, 4), limits);
-    }
-    call.result(sum);
+    if (number >= limits.lowest && number <= limits.highest) return number;
+    char buffer[40];
+    failWith(8115, "Arithmetic overflow error converting expression to data type " + std::string{limits.name} + ".",
+             writeFloat(number, 0, buffer));
 }
 
 /// Converts to an amount with four decimals.
@@ -451,36 +431,15 @@ void resultMoney(Call& call, const MoneyLimits& limits)
         }
         number = *amount;
     }
-    resultAmount(call, roundHalfAway(number, 4), limits);
-}
-
-/// An operation on amounts: the result has four decimals, rounded or, as a quotient, cut.
-void resultOfMoney(Call& call, double (*compute)(double, double), double (*fit)(double, std::int32_t))
-{
-    if (call.anyNull()) return call.resultNull();
-    resultAmount(call, fit(compute(call.real(0), call.real(1)), 4), money);
-}
-
-double divisor(double number)
-{
-    if (number == 0.0) fail(8134, "Divide by zero error encountered.");
-    return number;
-}
-
-/// The result of an operation on numbers of a small whole type, computed in more bits.
-void resultFitting(Call& call, WholeType type)
-{
-    if (call.isNull(0)) return call.resultNull();
-    const std::int64_t number = call.whole(0);
-    const WholeLimits& limits = limitsOf(type);
-    if (number < limits.lowest || number > limits.highest) {
-        failWith(8115, "Arithmetic overflow error converting expression to data type " + std::string{limits.name} + ".",
-                 call.text(0));
-    }
-    call.result(number);
+    call.result(checkedAmount(roundHalfAway(number, 4), limits));
 }
 
 } // namespace
+
+double checkedMoney(double number, bool small)
+{
+    return checkedAmount(number, small ? smallMoney : money);
+}
 
 void tmMoney(Call& call)
 {
@@ -490,56 +449,6 @@ void tmMoney(Call& call)
 void tmSmallMoney(Call& call)
 {
     resultMoney(call, smallMoney);
-}
-
-void tmMoneyAdd(Call& call)
-{
-    resultOfMoney(
-        call, [](double a, double b) { return a + b; }, &roundHalfAway);
-}
-
-void tmMoneySub(Call& call)
-{
-    resultOfMoney(
-        call, [](double a, double b) { return a - b; }, &roundHalfAway);
-}
-
-void tmMoneyMul(Call& call)
-{
-    resultOfMoney(
-        call, [](double a, double b) { return a * b; }, &roundHalfAway);
-}
-
-void tmMoneyDiv(Call& call)
-{
-    resultOfMoney(
-        call, [](double a, double b) { return a / divisor(b); }, &truncateTo);
-}
-
-void tmMoneyMod(Call& call)
-{
-    resultOfMoney(
-        call, [](double a, double b) { return std::fmod(a, divisor(b)); }, &roundHalfAway);
-}
-
-void tmMoneyChain(Call& call)
-{
-    resultOfMoneyChain(call, money);
-}
-
-void tmSmallMoneyChain(Call& call)
-{
-    resultOfMoneyChain(call, smallMoney);
-}
-
-void tmFitTinyInt(Call& call)
-{
-    resultFitting(call, WholeType::TinyInt);
-}
-
-void tmFitSmallInt(Call& call)
-{
-    resultFitting(call, WholeType::SmallInt);
 }
 
 namespace {
@@ -562,6 +471,11 @@ void checkScale(std::int64_t precision, std::int64_t scale)
                   std::to_string(scale) + ").");
 }
 
+bool fitsDecimal(double number, std::int64_t digits)
+{
+    return std::fabs(number) < std::pow(10.0, static_cast<double>(digits));
+}
+
 /// Rounds with `fit` to the scale. Error 8115 if the whole part has more digits than the precision leaves.
 void resultDecimal(Call& call, double (*fit)(double, std::int32_t))
 {
@@ -572,7 +486,7 @@ void resultDecimal(Call& call, double (*fit)(double, std::int32_t))
     const bool isText = call.storage(0) == Storage::Text;
     const double number = isText ? decimalOfText(call.text(0)) : call.real(0);
     const double rounded = fit(number, static_cast<std::int32_t>(scale));
-    if (!(std::fabs(rounded) < std::pow(10.0, static_cast<double>(precision - scale)))) {
+    if (!fitsDecimal(rounded, precision - scale)) {
         failWith(8115,
                  "Arithmetic overflow error converting " + std::string{sourceName(call.storage(0))} +
                      " to data type numeric.",
@@ -582,6 +496,15 @@ void resultDecimal(Call& call, double (*fit)(double, std::int32_t))
 }
 
 } // namespace
+
+double checkedDecimal(double number, std::int64_t precision, std::int64_t scale)
+{
+    const double rounded = roundHalfAway(number, static_cast<std::int32_t>(scale));
+    if (fitsDecimal(rounded, precision - scale)) return rounded;
+    char buffer[40];
+    failWith(8115, "Arithmetic overflow error converting expression to data type numeric.",
+             writeFloat(number, 0, buffer));
+}
 
 void tmDecimal(Call& call)
 {

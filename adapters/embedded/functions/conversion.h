@@ -19,10 +19,12 @@ std::int64_t toWhole(sqlite3_value* value, WholeType type);
 /// A text must be a number, with or without exponent (E or D); a blank text is 0. Error 8114.
 double toFloat(sqlite3_value* value);
 
-/// Error 8115 where `number` leaves 32 bits.
-std::int64_t checkedInt(std::int64_t number);
-/// The number, if it is one of the type. Error 8115.
+/// Error 8115 where the result of a computation leaves its type; checkedInt for int.
 std::int64_t checkedWhole(std::int64_t number, WholeType type);
+std::int64_t checkedInt(std::int64_t number);
+double checkedMoney(double number, bool small);
+/// Rounds to the scale first.
+double checkedDecimal(double number, std::int64_t precision, std::int64_t scale);
 
 /// Reads a number with the decimal separator ".". Returns nothing for any other text and beyond a double.
 std::optional<double> readFloat(std::string_view text) noexcept;

@@ -153,20 +153,33 @@ bool LikePattern::matches(std::string_view text, bool ignoreBlanks) const noexce
     return !broken_ && matchesFrom(0, text, ignoreBlanks);
 }
 
-/// Whether the items up to the next % accept the characters from byte `at` on.
-bool LikePattern::partMatches(std::size_t item, std::string_view text, std::size_t at) const noexcept
+/// The byte behind the characters from `at` on that the items up to the next % accept; nothing where they do not.
+std::optional<std::size_t> LikePattern::partEnd(std::size_t item, std::string_view text, std::size_t at) const noexcept
 {
     Place place{at, 0};
     for (; item < items_.size() && items_[item].kind != Item::Kind::AnyMany; ++item) {
-        if (!take(items_[item], text, place)) return false;
+        if (!take(items_[item], text, place)) return std::nullopt;
     }
-    return place.pending == 0;
+    return place.pending == 0 ? std::optional{place.at} : std::nullopt;
+}
+
+/// Position of the part behind the only %, which reaches to the end of the text. It has a character for each of its
+/// items, or fewer where expansions match two of them.
+std::int64_t LikePattern::lastPartAt(std::string_view text) const noexcept
+{
+    const std::size_t items = items_.size() - 1;
+    const std::size_t length = text::length(text);
+    std::size_t before = length > items ? length - items : 0;
+    for (std::size_t at = text::left(text, before).size(); at < text.size(); ++before) {
+        if (partEnd(1, text, at) == text.size()) break;
+        text::decode(text, at);
+    }
+    return static_cast<std::int64_t>(before) + 1;
 }
 
 /// PATINDEX. Without a leading % the pattern must begin at position 1. With one, a first match of the whole shows that
 /// there is one. Where another % follows, the first place that the part between both accepts is the place: behind it
-/// stands all that a later place would leave for the rest. The last part reaches to the end of the text and has at most
-/// one character for each of its items, at least one for two.
+/// stands all that a later place would leave for the rest.
 std::int64_t LikePattern::find(std::string_view text) const noexcept
 {
     if (broken_ || items_.empty()) return 0;
@@ -175,14 +188,9 @@ std::int64_t LikePattern::find(std::string_view text) const noexcept
     if (!anywhere) return 1;
     const auto another = std::find_if(items_.begin() + 1, items_.end(),
                                       [](const Item& item) { return item.kind == Item::Kind::AnyMany; });
-    const bool last = another == items_.end();
-    const std::size_t length = last ? text::length(text) : 0;
-    const std::size_t skipped = length > items_.size() - 1 ? length - (items_.size() - 1) : 0;
-    std::size_t at = 0;
-    for (std::size_t i = 0; i < skipped; ++i)
-        text::decode(text, at);
-    auto position = static_cast<std::int64_t>(skipped) + 1;
-    for (; last ? !matchesFrom(1, text.substr(at), false) : !partMatches(1, text, at); ++position)
+    if (another == items_.end()) return lastPartAt(text);
+    std::int64_t position = 1;
+    for (std::size_t at = 0; !partEnd(1, text, at); ++position)
         text::decode(text, at);
     return position;
 }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -45,7 +47,8 @@ private:
     bool take(const Item& item, std::string_view text, Place& place) const noexcept;
     void compileClass(std::string_view pattern, std::size_t& at);
     bool accepts(const Item& item, char32_t character) const noexcept;
-    bool partMatches(std::size_t item, std::string_view text, std::size_t at) const noexcept;
+    std::optional<std::size_t> partEnd(std::size_t item, std::string_view text, std::size_t at) const noexcept;
+    std::int64_t lastPartAt(std::string_view text) const noexcept;
     bool matchesFrom(std::size_t item, std::string_view text, bool ignoreBlanks) const noexcept;
 
     std::vector<Item> items_;

@@ -25,15 +25,38 @@ bool isWhole(const Call& call, std::size_t index) noexcept
     failWith(3623, "An invalid floating point operation occurred.", value);
 }
 
-/// The result of a whole argument is whole and is cut. Error 8115 beyond 64 bits; the translation checks the range of
-/// int where the argument has that type.
-void resultCut(Call& call, double result)
+// The type of the call, which the translation gives behind the `own` arguments of a function where the result may leave
+// it: 0 for int, -1 for money, 100 * precision + scale for a decimal.
+constexpr std::int64_t intCode = 0;
+constexpr std::int64_t moneyCode = -1;
+
+void resultTyped(Call& call, std::size_t own, double number)
+{
+    const std::int64_t code = call.count() > own ? call.whole(own) : intCode;
+    if (code == moneyCode) {
+        call.result(checkedMoney(number, false));
+    } else if (code > intCode) {
+        call.result(checkedDecimal(number, code / 100, code % 100));
+    } else {
+        call.result(number);
+    }
+}
+
+void resultTyped(Call& call, std::size_t own, std::int64_t number)
+{
+    if (call.count() <= own) return call.result(number);
+    if (call.whole(own) != intCode) return resultTyped(call, own, static_cast<double>(number));
+    call.result(checkedInt(number));
+}
+
+/// The result of a whole argument is whole and is cut. Error 8115 beyond 64 bits.
+void resultCut(Call& call, std::size_t own, double result)
 {
     constexpr double limit = 9223372036854775808.0; // 2^63, which a double holds exactly
     if (!(result < limit && result >= -limit)) {
         failWith(8115, "Arithmetic overflow error converting expression to data type bigint.", decimalText(result, 0));
     }
-    call.result(static_cast<std::int64_t>(result));
+    resultTyped(call, own, static_cast<std::int64_t>(result));
 }
 
 void resultOfFloat(Call& call, double (*function)(double))
@@ -67,7 +90,7 @@ void absolute(Call& call)
     if (number == std::numeric_limits<std::int64_t>::min()) {
         failWith(8115, "Arithmetic overflow error converting expression to data type bigint.", call.text(0));
     }
-    call.result(number < 0 ? -number : number);
+    resultTyped(call, 1, number < 0 ? -number : number);
 }
 
 /// SIGN: -1, 0 or 1 in the type of the argument.
@@ -82,7 +105,7 @@ void sign(Call& call)
     call.result(static_cast<double>((number > 0.0) - (number < 0.0)));
 }
 
-/// ROUND(number, places [, function]): with a function other than 0, cuts.
+/// ROUND(number, places [, function [, type]]): with a function other than 0, cuts.
 void round(Call& call)
 {
     if (call.anyNull()) return call.resultNull();
@@ -90,14 +113,14 @@ void round(Call& call)
     const bool cut = call.count() > 2 && call.whole(2) != 0;
     if (!isWhole(call, 0)) {
         const double number = call.real(0);
-        return call.result(cut ? truncateTo(number, places) : roundHalfAway(number, places));
+        return resultTyped(call, 3, cut ? truncateTo(number, places) : roundHalfAway(number, places));
     }
     const std::int64_t number = call.whole(0);
     std::int64_t rounded = 0;
     if (!roundWhole(number, places, cut, rounded)) {
         failWith(8115, "Arithmetic overflow error converting expression to data type bigint.", call.text(0));
     }
-    call.result(rounded);
+    resultTyped(call, 3, rounded);
 }
 
 /// FLOOR: a whole number is returned as it is.
@@ -140,8 +163,8 @@ void power(Call& call)
     if (base == 0.0 && exponent < 0.0) fail(8134, "Divide by zero error encountered.");
     const double result = std::pow(base, exponent);
     if (std::isnan(result)) failDomain(call.text(0));
-    if (!isWhole(call, 0)) return call.result(result);
-    resultCut(call, result);
+    if (!isWhole(call, 0)) return resultTyped(call, 2, result);
+    resultCut(call, 2, result);
 }
 
 void exponential(Call& call)
@@ -220,16 +243,16 @@ void radians(Call& call)
 {
     if (call.isNull(0)) return call.resultNull();
     const double result = call.real(0) / 180.0 * pi;
-    if (isWhole(call, 0)) return resultCut(call, result);
-    call.result(result);
+    if (isWhole(call, 0)) return resultCut(call, 1, result);
+    resultTyped(call, 1, result);
 }
 
 void degrees(Call& call)
 {
     if (call.isNull(0)) return call.resultNull();
     const double result = call.real(0) / pi * 180.0;
-    if (isWhole(call, 0)) return resultCut(call, result);
-    call.result(result);
+    if (isWhole(call, 0)) return resultCut(call, 1, result);
+    resultTyped(call, 1, result);
 }
 
 } // namespace tamarok::embedded::functions

@@ -6,6 +6,7 @@
 #include "functions/collation.h"
 #include "functions/conversion.h"
 #include "functions/date_conversion.h"
+#include "functions/number_text.h"
 
 /// Arithmetic and comparison as the server does them.
 namespace tamarok::embedded::functions {
@@ -249,6 +250,16 @@ void tmBMod(Call& call)
     resultOfWhole(call, WholeType::BigInt, remainderWhole);
 }
 
+void tmIntChain(Call& call)
+{
+    resultOfChain(call, WholeType::Int);
+}
+
+void tmBigIntChain(Call& call)
+{
+    resultOfChain(call, WholeType::BigInt);
+}
+
 void tmTinyIntChain(Call& call)
 {
     resultOfChain(call, WholeType::TinyInt);
@@ -259,14 +270,41 @@ void tmSmallIntChain(Call& call)
     resultOfChain(call, WholeType::SmallInt);
 }
 
-void tmIntChain(Call& call)
+namespace {
+
+/// A step of a chain of amounts. The server rounds sums and products to four decimal places and cuts quotients.
+double computeMoney(double a, double b, char sign)
 {
-    resultOfChain(call, WholeType::Int);
+    constexpr std::int32_t places = 4;
+    switch (sign) {
+    case '+': return roundHalfAway(a + b, places);
+    case '-': return roundHalfAway(a - b, places);
+    case '*': return roundHalfAway(a * b, places);
+    case '/': return truncateTo(divideReal(a, b), places);
+    default: return roundHalfAway(remainderReal(a, b), places);
+    }
 }
 
-void tmBigIntChain(Call& call)
+void resultOfMoneyChain(Call& call, bool small)
 {
-    resultOfChain(call, WholeType::BigInt);
+    if (call.count() < 2 || call.anyNull()) return call.resultNull();
+    const TextArgument signs = call.text(call.count() - 1);
+    double result = call.real(0);
+    for (std::size_t index = 0; index < signs.view().size() && index + 2 < call.count(); ++index)
+        result = checkedMoney(computeMoney(result, call.real(index + 1), signs.view()[index]), small);
+    call.result(result);
+}
+
+} // namespace
+
+void tmMoneyChain(Call& call)
+{
+    resultOfMoneyChain(call, false);
+}
+
+void tmSmallMoneyChain(Call& call)
+{
+    resultOfMoneyChain(call, true);
 }
 
 /// Exclusive or.

@@ -1,5 +1,7 @@
 #include "functions/text_search.h"
 
+#include "functions/collation.h"
+
 namespace tamarok::embedded::functions {
 
 FoldedSearch::FoldedSearch(std::string_view needle)
@@ -15,7 +17,8 @@ FoldedSearch::FoldedSearch(std::string_view needle)
     }
 }
 
-/// `begin` follows `end` at a distance of the matched letters, so that a match knows where it began.
+/// `begin` follows `end` at a distance of the matched letters, so that a match knows where it began. A match must begin
+/// and end with whole characters: "s" is no part of "ß".
 std::optional<Found> FoldedSearch::find(std::string_view text, std::size_t from) const
 {
     if (needle_.empty()) return std::nullopt;
@@ -23,24 +26,24 @@ std::optional<Found> FoldedSearch::find(std::string_view text, std::size_t from)
     LetterReader end{text, from};
     std::size_t position = 0;
     std::size_t matched = 0;
-    const auto keepMatched = [&](std::size_t letters) {
-        for (; matched > letters; --matched) {
-            static_cast<void>(begin.next());
-            if (!begin.isBetweenLetters()) ++position;
+    const auto fallBack = [&](std::size_t kept) {
+        for (; matched > kept; --matched) {
+            begin.next();
+            if (!begin.isInsideCharacter()) ++position;
         }
     };
     while (!end.isAtEnd()) {
         const char32_t letter = end.next();
         while (matched > 0 && letter != needle_[matched])
-            keepMatched(fallback_[matched]);
+            fallBack(fallback_[matched]);
+        const bool same = letter == needle_[matched];
         ++matched;
-        if (letter != needle_[matched - 1]) {
-            keepMatched(0);
+        if (!same) {
+            fallBack(0);
         } else if (matched == needle_.size()) {
-            if (!begin.isBetweenLetters() && !end.isBetweenLetters()) {
+            if (!begin.isInsideCharacter() && !end.isInsideCharacter())
                 return Found{begin.offset(), end.offset(), position};
-            }
-            keepMatched(fallback_[matched]);
+            fallBack(fallback_[matched]);
         }
     }
     return std::nullopt;

@@ -43,8 +43,7 @@ char operatorSign(TokenKind op)
     case TokenKind::Minus: return '-';
     case TokenKind::Star: return '*';
     case TokenKind::Slash: return '/';
-    case TokenKind::Percent: return '%';
-    default: return '\0';
+    default: return '%';
     }
 }
 
@@ -142,22 +141,6 @@ void Emitter::flatCall(std::string_view function, std::span<const BinaryExpr* co
     write(", ");
     writeText(operators);
     write(")");
-}
-
-bool Emitter::chained(const BinaryExpr& binary, std::string_view operators, std::string_view function)
-{
-    const auto stepOf = [&](const Expr& expr) -> const BinaryExpr* {
-        if (expr.kind != ExprKind::Binary || !(expr.type == binary.type)) return nullptr;
-        const auto& step = tsql::as<BinaryExpr>(expr);
-        const char sign = operatorSign(step.op);
-        return sign != '\0' && operators.find(sign) != std::string_view::npos ? &step : nullptr;
-    };
-    std::vector<const BinaryExpr*> steps;
-    for (const BinaryExpr* step = stepOf(binary); step != nullptr; step = stepOf(*step->left))
-        steps.push_back(step);
-    if (steps.size() < 2) return false;
-    flatCall(function, steps, binary.type);
-    return true;
 }
 
 // --- CASE --------------------------------------------------------------------------------------

@@ -1,4 +1,4 @@
-#include <array>
+#include <vector>
 
 #include "tamarok_tsql/builtins.h"
 #include "tamarok_tsql/type_rules.h"
@@ -10,33 +10,25 @@ namespace tamarok::embedded::translation {
 
 namespace {
 
-/// An operator, and the functions that compute it in 32 bits and on amounts of money.
-struct CheckedOperator {
-    TokenKind op;
-    std::string_view whole;
-    std::string_view money;
-};
-
-constexpr std::array checkedOperators{
-    CheckedOperator{TokenKind::Plus, "tm_iadd", "tm_money_add"},
-    CheckedOperator{TokenKind::Minus, "tm_isub", "tm_money_sub"},
-    CheckedOperator{TokenKind::Star, "tm_imul", "tm_money_mul"},
-    CheckedOperator{TokenKind::Slash, "tm_idiv", "tm_money_div"},
-    CheckedOperator{TokenKind::Percent, "tm_imod", "tm_money_mod"},
-};
-
-/// nullptr for the bitwise operators, whose results fit always.
-const CheckedOperator* checkedOperator(TokenKind op)
+/// The node as an operator of + - * / % that computes in the type; nullptr if it is none.
+const BinaryExpr* arithmeticStep(const Expr& expr, const Type& type)
 {
-    for (const CheckedOperator& row : checkedOperators) {
-        if (row.op == op) return &row;
-    }
-    return nullptr;
+    if (expr.kind != ExprKind::Binary || !(expr.type == type)) return nullptr;
+    const auto& binary = tsql::as<BinaryExpr>(expr);
+    const bool bitwise =
+        binary.op == TokenKind::Ampersand || binary.op == TokenKind::Bar || binary.op == TokenKind::Caret;
+    return bitwise ? nullptr : &binary;
 }
 
-std::string_view fitFunction(const Type& type)
+/// The function that computes a chain of operators in the type.
+std::string_view chainFunction(TypeKind kind)
 {
-    return type.kind == TypeKind::TinyInt ? "tm_fit_tinyint(" : "tm_fit_smallint(";
+    switch (kind) {
+    case TypeKind::TinyInt: return "tm_tinyint_chain";
+    case TypeKind::SmallInt: return "tm_smallint_chain";
+    case TypeKind::SmallMoney: return "tm_smallmoney_chain";
+    default: return "tm_money_chain";
+    }
 }
 
 /// Whether DATEADD may leave the whole minutes of a smalldatetime.
@@ -53,7 +45,6 @@ bool mayLeaveType(const FunctionExpr& function)
 {
     const Type& type = function.type;
     const std::string_view name = function.builtin->name;
-    if (type.kind == TypeKind::SmallDateTime) return addsLessThanMinute(function);
     const bool whole = type.kind == TypeKind::Int;
     if (!whole && type.kind != TypeKind::Decimal && !isMoney(type)) return false;
     if (computesLikeArgument(*function.builtin)) return true;
@@ -69,33 +60,30 @@ bool mayLeaveType(const FunctionExpr& function)
 /// The server computes tinyint and smallint in their own type, so that each operation may overflow.
 void Emitter::smallArithmetic(const BinaryExpr& binary, Binding need)
 {
-    const CheckedOperator* row = checkedOperator(binary.op);
     const bool divides = binary.op == TokenKind::Slash || binary.op == TokenKind::Percent;
-    if (row == nullptr || (binary.magnitude >= 0 && !divides)) return wholeArithmetic(binary, need);
-    const bool tiny = binary.type.kind == TypeKind::TinyInt;
-    if (chained(binary, "+-*/%", tiny ? "tm_tinyint_chain" : "tm_smallint_chain")) return;
-    write(fitFunction(binary.type));
-    call(row->whole, *binary.left, *binary.right, binary.type);
-    write(")");
+    const bool fits = binary.magnitude >= 0 && !divides;
+    if (fits || arithmeticStep(binary, binary.type) == nullptr) return wholeArithmetic(binary, need);
+    arithmeticChain(binary);
 }
 
-/// Amounts have four decimal places: the server rounds products and cuts quotients.
-void Emitter::moneyArithmetic(const BinaryExpr& binary)
+/// Operators that follow each other are written as one flat call, which checks each step.
+void Emitter::arithmeticChain(const BinaryExpr& binary)
 {
-    const bool small = binary.type.kind == TypeKind::SmallMoney;
-    if (chained(binary, "+-", small ? "tm_smallmoney_chain" : "tm_money_chain")) return;
-    if (small) write("tm_smallmoney(");
-    call(checkedOperator(binary.op)->money, *binary.left, *binary.right, binary.type);
-    if (small) write(")");
+    std::vector<const BinaryExpr*> steps;
+    for (const BinaryExpr* step = arithmeticStep(binary, binary.type); step != nullptr;
+         step = arithmeticStep(*step->left, binary.type)) {
+        steps.push_back(step);
+    }
+    flatCall(chainFunction(binary.type.kind), steps, binary.type);
 }
 
 void Emitter::checkedMinus(const UnaryExpr& unary)
 {
     const bool small = isSmall(unary.type);
-    if (small) write(fitFunction(unary.type));
-    write(unary.type.kind == TypeKind::BigInt ? "tm_bsub(0, " : "tm_isub(0, ");
+    write(small ? chainFunction(unary.type.kind) : unary.type.kind == TypeKind::BigInt ? "tm_bsub" : "tm_isub");
+    write("(0, ");
     expression(*unary.operand);
-    write(small ? "))" : ")");
+    write(small ? ", '-')" : ")");
 }
 
 void Emitter::wholeDays(const Expr& expr)
@@ -105,14 +93,24 @@ void Emitter::wholeDays(const Expr& expr)
     write(")");
 }
 
-/// A result that may leave the type of the call is converted to it, which raises error 8115.
+/// A smalldatetime stays one: it has whole minutes.
 void Emitter::function(const FunctionExpr& function)
 {
     if (function.builtin->name == "DATALENGTH") return dataLength(*function.arguments[0]);
-    if (!mayLeaveType(function)) return uncheckedFunction(function);
-    conversionCall(function.type);
+    const bool rounded = function.type.kind == TypeKind::SmallDateTime && addsLessThanMinute(function);
+    if (rounded) write("tm_smalldatetime(");
     uncheckedFunction(function);
-    conversionEnd(function.type);
+    if (rounded) write(")");
+}
+
+/// The type that a result must fit into, as a further argument of the function: see functions/number_functions.cpp.
+void Emitter::resultType(const FunctionExpr& function)
+{
+    if (!mayLeaveType(function)) return;
+    const Type& type = function.type;
+    if (function.builtin->name == "ROUND" && function.arguments.size() == 2) write(", 0");
+    const int decimal = type.precision * 100 + type.scale;
+    write(", " + std::to_string(type.kind == TypeKind::Int ? 0 : isMoney(type) ? -1 : decimal));
 }
 
 /// Bytes that the server's type takes. A text has one byte or, as Unicode, two for each character; where the type is

@@ -334,9 +334,12 @@ void Emitter::nullIf(const CallExpr& call)
 
 namespace {
 
-/// Whether the type holds the negative of every possible value: the smallest whole number has no counterpart.
+/// Whether the type holds the negative of every possible value: the smallest whole number has no counterpart. It is no
+/// result of another minus.
 bool isNegatable(const UnaryExpr& unary)
 {
+    const Expr& operand = *unary.operand;
+    if (operand.kind == ExprKind::Unary && tsql::as<UnaryExpr>(operand).op == TokenKind::Minus) return true;
     const std::int64_t magnitude = unary.operand->magnitude;
     return !isWhole(unary.type) || (magnitude >= 0 && magnitude < largestMagnitude(unary.type.kind));
 }
@@ -407,7 +410,7 @@ void Emitter::binary(const BinaryExpr& binary, Binding need)
     } else if (isSmall(binary.type)) {
         smallArithmetic(binary, need);
     } else if (isMoney(binary.type)) {
-        moneyArithmetic(binary);
+        arithmeticChain(binary);
     } else if (isWhole(binary.type) || binary.type.kind == TypeKind::Null) {
         wholeArithmetic(binary, need);
     } else if (binary.type.kind == TypeKind::Unknown) {
@@ -483,6 +486,15 @@ bool isSafe(const BinaryExpr& binary)
     return row.checked.empty() || (!row.plain.empty() && binary.magnitude >= 0);
 }
 
+/// The node as an operator of + - * / % that computes in whole numbers of the type; nullptr if it is none.
+const BinaryExpr* wholeStep(const Expr& expr, const Type& type)
+{
+    if (expr.kind != ExprKind::Binary || !(expr.type == type)) return nullptr;
+    const auto& binary = tsql::as<BinaryExpr>(expr);
+    const WholeOperator& row = wholeOperator(binary.op);
+    return row.plain.empty() || row.checked.empty() ? nullptr : &binary;
+}
+
 } // namespace
 
 /// Safe operations are written plainly. Checked ones that follow each other are written as one flat call, since each
@@ -492,7 +504,14 @@ void Emitter::wholeArithmetic(const BinaryExpr& binary, Binding need)
     const WholeOperator& row = wholeOperator(binary.op);
     const bool big = binary.type.kind == TypeKind::BigInt;
     if (isSafe(binary)) return infix(binary, row.plain, binary.type, need);
-    if (isWhole(binary.type) && chained(binary, "+-*/%", big ? "tm_bigint_chain" : "tm_int_chain")) return;
+    std::vector<const BinaryExpr*> steps;
+    for (const BinaryExpr* step = wholeStep(binary, binary.type); step != nullptr;
+         step = wholeStep(*step->left, binary.type)) {
+        steps.push_back(step);
+    }
+    if (steps.size() > 1 && isWhole(binary.type)) {
+        return flatCall(big ? "tm_bigint_chain" : "tm_int_chain", steps, binary.type);
+    }
     call(big ? row.checkedBig : row.checked, *binary.left, *binary.right, binary.type);
 }
 

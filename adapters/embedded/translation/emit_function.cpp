@@ -89,6 +89,7 @@ void Emitter::uncheckedFunction(const FunctionExpr& function)
         argument(function, i);
     }
     if (function.builtin->name == "REPLACE") replaceLength(function.arguments[0]->type);
+    resultType(function);
     write(")");
     if (function.over != nullptr) over(*function.over);
 }

@@ -30,6 +30,9 @@ enum class Naming : std::uint8_t {
 /// What becomes of a date literal that is no date: an error of the translation, or of SQLite's run.
 enum class BadDate : std::uint8_t { Refused, LeftToRunTime };
 
+/// Whether the function computes in whole numbers where its first argument is one, and in floating point otherwise.
+bool computesLikeArgument(const Builtin& builtin);
+
 /// How tightly an operator of SQLite binds, loosest first. The place of an operand states how tightly it must bind, and
 /// what binds less tightly is put in parentheses there: SQLite's parser has room for about 100 open symbols, and each
 /// parenthesis takes one of them.
@@ -48,9 +51,6 @@ enum class Binding : std::uint8_t {
     Sign,
     Primary ///< a name, a literal, a call, a CASE
 };
-
-/// Whether the function computes in whole numbers where its first argument is one, and in floating point otherwise.
-bool computesLikeArgument(const Builtin& builtin);
 
 /// Writes bound trees as SQLite text. The text relies on how the file stores the values of each type:
 ///   Bit, TinyInt, SmallInt, Int, BigInt   INTEGER
@@ -147,7 +147,7 @@ private:
     void decimalTerm(const BinaryExpr& binary);
     // Types whose results need a check of their own (emit_checked.cpp)
     void smallArithmetic(const BinaryExpr& binary, Binding need);
-    void moneyArithmetic(const BinaryExpr& binary);
+    void arithmeticChain(const BinaryExpr& binary);
     /// The negative of a whole number whose type may not hold it.
     void checkedMinus(const UnaryExpr& unary);
     /// A query for one value, which fails with error 512 for several rows.
@@ -158,8 +158,6 @@ private:
     void infix(const BinaryExpr& binary, std::string_view op, const Type& type, Binding need);
     /// One flat call for operators that follow each other, outermost first: a - b + c becomes f(a, b, c, '-+').
     void flatCall(std::string_view function, std::span<const BinaryExpr* const> steps, const Type& type);
-    /// Writes a flat call if at least two of the operators follow each other in one type. @return whether it did
-    bool chained(const BinaryExpr& binary, std::string_view operators, std::string_view function);
     void compare(const BinaryExpr& compare, Binding need);
     /// An operand of a comparison, brought to the common type of both sides.
     void operand(const Expr& expr, const Type& common, bool collate, Binding need = Binding::Bitwise);
@@ -183,6 +181,7 @@ private:
     void nullIf(const CallExpr& call);
     void function(const FunctionExpr& function);
     void uncheckedFunction(const FunctionExpr& function);
+    void resultType(const FunctionExpr& function);
     void argument(const FunctionExpr& function, std::size_t index);
     void replaceLength(const Type& type);
     void aggregate(const FunctionExpr& function);

@@ -181,5 +181,23 @@ TEST(TextFunctions, BrokenUtf8DoesNoHarm)
     }
 }
 
+/// A match begins and ends with whole characters.
+TEST(TextFunctions, FindExpansionsAsTheirLetters)
+{
+    constexpr Row rows[] = {
+        {"CHARINDEX('ss','Straße')", "5"},    {"CHARINDEX('ß','Strasse')", "5"},
+        {"CHARINDEX('s','ß')", "0"},          {"CHARINDEX('sss','sßs')", "1"},
+        {"CHARINDEX('ssss','asßßs')", "3"},   {"CHARINDEX('ßs','asßss')", "2"},
+        {"CHARINDEX('ßß','ssssß')", "1"},     {"CHARINDEX('ss','ßß',2)", "2"},
+        {"CHARINDEX('æß','xAESS')", "2"},     {"REPLACE('ssßss','ßs','-')", "'s-ss'"},
+        {"REPLACE('sßs','ss','-')", "'s-s'"}, {"REPLACE('Chloe','œ','o')", "'Chlo'"},
+        {"PATINDEX('%ß','Strass')", "5"},     {"PATINDEX('%ss','aßß')", "3"},
+        {"PATINDEX('%s_','Gaßs')", "0"},      {"PATINDEX('%ss%','Straße')", "5"},
+        {"PATINDEX('%ße%','Strasse')", "5"},  {"PATINDEX('%ssss','xßß')", "2"},
+        {"PATINDEX('%_ss','xyß')", "2"},
+    };
+    checkRows(rows);
+}
+
 } // namespace
 } // namespace tamarok::embedded::functions

@@ -49,7 +49,7 @@ void callWithEverything(ScratchDatabase& database, const std::string& name, std:
 }
 
 /// Entries of the catalogue in functions/register.cpp, aggregates excluded; a new function raises the number.
-constexpr int registeredFunctions = 163;
+constexpr int registeredFunctions = 161;
 
 /// Every function with every combination of awkward values: an answer, or an error with a number.
 TEST(WholeCatalogue, AnswersOrFailsWithANumber)
