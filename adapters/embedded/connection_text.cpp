@@ -79,7 +79,7 @@ ConnectionTarget parseConnectionText(std::string_view text)
 std::string composeConnectionText(const std::string& file, const OpenOptions& options)
 {
     std::string composed = "Provider=" + std::string{provider} + ";Data Source=" + ado::connectionValue(file);
-    if (options.dateOrder != tsql::DateOrder::Mdy) {
+    if (options.dateOrder != OpenOptions{}.dateOrder) {
         composed += ";Date Order=" + text::toUpper(tsql::dateOrderName(options.dateOrder));
     }
     if (options.mode == OpenMode::ReadOnly) {

@@ -39,7 +39,11 @@ bool StreamCursor::next()
         return true;
     }
     engine_->database().deadline().arm(timeoutSeconds_);
-    return stepLive();
+    try {
+        return stepLive();
+    } catch (...) {
+        rethrow();
+    }
 }
 
 /// The first branch is the loop over a list: the row under the statement.
@@ -58,7 +62,11 @@ Variant StreamCursor::value(std::size_t column) const
 void StreamCursor::restart()
 {
     engine().database().deadline().arm(timeoutSeconds_);
-    start();
+    try {
+        start();
+    } catch (...) {
+        rethrow();
+    }
 }
 
 /// Fetches the first row at once, so that an error of the statement is reported by the opening.
@@ -133,6 +141,9 @@ void StreamCursor::rethrow() const
         if (error.statement.empty() && batch_ != nullptr) {
             error.statement = batch_->text();
         }
+        if (engine_ != nullptr) {
+            engine_->settle(error);
+        }
         throw;
     }
 }
@@ -146,7 +157,7 @@ bool StreamCursor::stepLive()
         live_ = nullptr;
         onRow_ = false;
         sqlite3_reset(lease_.get());
-        rethrow();
+        throw;
     }
     if (!onRow_) {
         live_ = nullptr;

@@ -48,7 +48,7 @@ protected:
     const ResultLayout& layout() const noexcept { return *layout_; }
     /// Index of the current row among those in memory. Error 3021 if there is none.
     std::size_t bufferedRow() const;
-    /// Rethrows the exception being handled with the statement's text.
+    /// Rethrows the exception being handled with the statement's text, after the engine has settled it.
     [[noreturn]] void rethrow() const;
 
     /// Called for each row that is buffered, while it is SQLite's current row.

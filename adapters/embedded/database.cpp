@@ -13,6 +13,7 @@
 #include "layout_update.h"
 #include "tamarok_embedded/connect.h"
 #include "tamarok_embedded/shown_text.h"
+#include "text_joins.h"
 
 namespace tamarok::embedded {
 
@@ -231,6 +232,8 @@ void Database::configure()
     sqlite3_db_config(handle(), SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     registerFunctions(handle(), functions_);
     deadline_.arm(openSeconds);
+    switchOffJoinFilters(handle());
+    requireCompleteTextJoins(handle());
 }
 
 /// Settings that are statements. Errors name the file.

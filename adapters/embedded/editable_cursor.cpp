@@ -81,6 +81,9 @@ void EditableCursor::updateRow(std::int64_t key, std::span<const ado::Assignment
     std::string text = "UPDATE " + quoted(table_.name) + " SET ";
     for (const ado::Assignment& assignment : assignments) {
         const tsql::TableColumn& column = target(assignment.column);
+        if (column.identity) {
+            throw failure(native::identityUpdated, "Cannot update identity column '" + column.name + "'.");
+        }
         text += quoted(column.name) + "=" + storageExpression(column.type) + ",";
     }
     text.back() = ' ';
@@ -92,8 +95,10 @@ std::int64_t EditableCursor::insertRow(std::span<const ado::Assignment> assignme
 {
     std::string names;
     std::string values;
+    bool givesIdentity = false;
     for (const ado::Assignment& assignment : assignments) {
         const tsql::TableColumn& column = target(assignment.column);
+        givesIdentity = givesIdentity || column.identity;
         names += (names.empty() ? "" : ",") + quoted(column.name);
         values += (values.empty() ? "" : ",") + storageExpression(column.type);
     }
@@ -105,7 +110,7 @@ std::int64_t EditableCursor::insertRow(std::span<const ado::Assignment> assignme
             "INSERT INTO " + quoted(table_.name) +
             (names.empty() ? std::string{" DEFAULT VALUES"} : "(" + names + ") VALUES(" + values + ")"));
         bindAssignments(statement.get(), assignments);
-        engine.database().step(statement.get());
+        engine.insertRow(statement.get(), table_.name, givesIdentity);
     } catch (...) {
         rethrow();
     }

@@ -38,6 +38,8 @@ std::string describeStep(const Step& step)
     case Kind::Commit: return "-- COMMIT TRANSACTION";
     case Kind::Rollback: return "-- ROLLBACK TRANSACTION";
     case Kind::NoCount: return step.flag ? "-- SET NOCOUNT ON" : "-- SET NOCOUNT OFF";
+    case Kind::IdentityInsert: return "-- SET IDENTITY_INSERT " + step.target + (step.flag ? " ON" : " OFF");
+    case Kind::XactAbort: return step.flag ? "-- SET XACT_ABORT ON" : "-- SET XACT_ABORT OFF";
     case Kind::DateFormat: return "-- SET DATEFORMAT " + std::string{tsql::dateOrderName(step.dateOrder)};
     case Kind::Jump: return "-- to step " + std::to_string(step.jump + 1);
     case Kind::JumpUnless: return step.text + " -- 0: to step " + std::to_string(step.jump + 1);
@@ -63,9 +65,25 @@ Engine::~Engine()
     }
 }
 
+/// Runs a statement of the caller; an error that leaves it has been settled.
+template <class Work>
+auto Engine::answer(std::string_view text, const Work& work)
+{
+    // A procedure may have caught the error that doomed the transaction before.
+    doomed_ = false;
+    return withStatement(text, [&] {
+        try {
+            return work();
+        } catch (Error& error) {
+            settle(error);
+            throw;
+        }
+    });
+}
+
 std::unique_ptr<ado::Cursor> Engine::open(const ado::Statement& statement)
 {
-    return withStatement(statement.text, [&]() -> std::unique_ptr<ado::Cursor> {
+    return answer(statement.text, [&]() -> std::unique_ptr<ado::Cursor> {
         followFile();
         database_->deadline().arm(statement.timeoutSeconds);
         if (!statement.procedure) {
@@ -78,7 +96,7 @@ std::unique_ptr<ado::Cursor> Engine::open(const ado::Statement& statement)
 
 std::int64_t Engine::execute(const ado::Statement& statement)
 {
-    return withStatement(statement.text, [&]() -> std::int64_t {
+    return answer(statement.text, [&]() -> std::int64_t {
         followFile();
         database_->deadline().arm(statement.timeoutSeconds);
         if (!statement.procedure) {
@@ -109,26 +127,39 @@ const std::shared_ptr<CachedStep>& Engine::stepOf(CachedBatch& batch, std::size_
 }
 
 /// Runs the batch up to its first query and opens that. The statements after it run at once, as on the server,
-/// while the query still shows the rows from before them.
+/// while the query still shows the rows from before them. A batch with a failed statement gives no rows: it runs to its
+/// end, and the failure is the answer.
 std::unique_ptr<StreamCursor> Engine::openText(const ado::Statement& statement)
 {
     const auto batch = statements_.batch(statement.text);
-    std::int64_t counted = -1;
-    for (std::size_t index = 0; index < batch->size();) {
-        const std::shared_ptr<CachedStep> step = stepOf(*batch, index);
-        if (step->step.kind != Kind::Query) {
-            index = runCurrent(*batch, index, statement.parameters, counted);
+    std::unique_ptr<StreamCursor> cursor;
+    BatchRun run;
+    std::size_t index = 0;
+    while (index < batch->size() && cursor == nullptr) {
+        if (run.failures != 0 || !batch->givesRows(index)) {
+            index = runOrNote(*batch, index, statement.parameters, run);
             continue;
         }
-        auto cursor = openQuery(batch, index, statement);
-        // A batch of queries alone streams; rows are buffered only if a later statement may write.
-        if (hasChangesFrom(*batch, index + 1)) {
-            cursor->bufferRows();
-            runFrom(*batch, index + 1, statement.parameters, counted);
+        try {
+            cursor = openQuery(batch, index, statement);
+        } catch (const Error& error) {
+            if (!noted(error, run)) {
+                throw;
+            }
         }
-        return cursor;
+        ++index;
     }
-    return std::make_unique<StreamCursor>(*this, batch, Lease{}, statement.timeoutSeconds);
+    if (cursor == nullptr) {
+        throwNoted(run);
+        return std::make_unique<StreamCursor>(*this, batch, Lease{}, statement.timeoutSeconds);
+    }
+    // A batch of queries alone streams; rows are buffered only if a later statement may write.
+    if (hasChangesFrom(*batch, index)) {
+        cursor->bufferRows();
+        runFrom(*batch, index, statement.parameters, run);
+        throwNoted(run);
+    }
+    return cursor;
 }
 
 /// Translates and starts a query, again if another session changes the schema in between.
@@ -179,27 +210,65 @@ std::unique_ptr<StreamCursor> Engine::startQuery(const std::shared_ptr<CachedBat
 std::int64_t Engine::executeText(std::string_view text, Parameters parameters)
 {
     const auto batch = statements_.batch(text);
-    std::int64_t counted = -1;
-    runFrom(*batch, 0, parameters, counted);
-    return counted;
+    BatchRun run;
+    runFrom(*batch, 0, parameters, run);
+    throwNoted(run);
+    return run.counted;
 }
 
-/// `counted` receives the number of rows that the last change touched; it stays -1 without one.
-void Engine::runFrom(CachedBatch& batch, std::size_t index, Parameters parameters, std::int64_t& counted)
+void Engine::runFrom(CachedBatch& batch, std::size_t index, Parameters parameters, BatchRun& run)
 {
     while (index < batch.size()) {
-        index = runCurrent(batch, index, parameters, counted);
+        index = runOrNote(batch, index, parameters, run);
     }
 }
 
+/// Runs one step. If it fails without ending the batch, the next one follows. @return the index of the next step
+std::size_t Engine::runOrNote(CachedBatch& batch, std::size_t index, Parameters parameters, BatchRun& run)
+{
+    try {
+        return runCurrent(batch, index, parameters, run);
+    } catch (const Error& error) {
+        // A condition that fails decides nothing: neither of its branches may run.
+        if (batch.isCondition(index) || !noted(error, run)) {
+            throw;
+        }
+    }
+    return index + 1;
+}
+
+bool Engine::noted(const Error& error, BatchRun& run) const
+{
+    if (doomed_ || endsBatch(error, xactAbort_)) {
+        return false;
+    }
+    if (run.failures++ == 0) {
+        run.failure = error;
+    }
+    return true;
+}
+
+/// The server reports every failed statement; a caller here gets one error, which tells that there are more.
+void Engine::throwNoted(const BatchRun& run)
+{
+    if (!run.failure) {
+        return;
+    }
+    Error error = *run.failure;
+    if (run.failures > 1) {
+        error.addContext(std::to_string(run.failures) + " statements of the batch failed; the first one");
+    }
+    throw error;
+}
+
 /// Runs one step, again if its translation was outdated. @return the index of the next step
-std::size_t Engine::runCurrent(CachedBatch& batch, std::size_t index, Parameters parameters, std::int64_t& counted)
+std::size_t Engine::runCurrent(CachedBatch& batch, std::size_t index, Parameters parameters, BatchRun& run)
 {
     for (;;) {
         // A copy of the pointer: the step may change the schema, which clears the cache.
         const std::shared_ptr<CachedStep> step = stepOf(batch, index);
         try {
-            return runStep(step, index, parameters, counted);
+            return runStep(step, index, parameters, run);
         } catch (const Error& error) {
             if (!isOutdated(*step, error)) {
                 throw;
@@ -222,18 +291,18 @@ bool Engine::isOutdated(const CachedStep& step, const Error& error)
 
 /// Runs one step. @return the index of the next one: the following step, or the target of a jump
 std::size_t Engine::runStep(const std::shared_ptr<CachedStep>& step, std::size_t index, Parameters parameters,
-                            std::int64_t& counted)
+                            BatchRun& run)
 {
     switch (step->step.kind) {
     case Kind::Query: drain(step, parameters); break;
     case Kind::Insert:
         runInsert(step, parameters);
-        countChanges(counted);
+        countChanges(run);
         break;
     case Kind::Update:
     case Kind::Delete:
         runChange(step, parameters);
-        countChanges(counted);
+        countChanges(run);
         break;
     case Kind::Define: try { runDefinition(step->step.text);
         } catch (const NestingFailure& failure) {
@@ -245,6 +314,8 @@ std::size_t Engine::runStep(const std::shared_ptr<CachedStep>& step, std::size_t
     case Kind::Commit: commit(); break;
     case Kind::Rollback: rollback(); break;
     case Kind::NoCount: noCount_ = step->step.flag; break;
+    case Kind::XactAbort: xactAbort_ = step->step.flag; break;
+    case Kind::IdentityInsert: catalog_.setIdentityInsert(step->step.target, step->step.flag); break;
     case Kind::DateFormat: database_->functionContext().dateOrder = step->step.dateOrder; break;
     case Kind::Nothing: break;
     case Kind::JumpUnless: return runCondition(step, parameters) ? index + 1 : step->step.jump;
@@ -270,10 +341,10 @@ bool Engine::hasChangesFrom(CachedBatch& batch, std::size_t index)
 }
 
 /// SET NOCOUNT ON keeps the counts from the caller; @@ROWCOUNT still works.
-void Engine::countChanges(std::int64_t& counted) const
+void Engine::countChanges(BatchRun& run) const
 {
     if (!noCount_) {
-        counted = sqlite3_changes64(database_->handle());
+        run.counted = sqlite3_changes64(database_->handle());
     }
 }
 

@@ -36,6 +36,9 @@ public:
     void begin();
     void commit();
     void rollback();
+    /// Gives up what an error takes with it: rolls the open transaction back if the error is of that kind, and forgets
+    /// a transaction that SQLite has rolled back itself. The error then says that the transaction is gone.
+    void settle(Error& error) noexcept;
 
     Database& database() noexcept { return *database_; }
     const SchemaCatalog& catalog() const noexcept { return catalog_; }
@@ -48,6 +51,10 @@ public:
     /// Looks at the row locks and changes rows of a table in one transaction. While another session holds a touched
     /// row, waits without an open transaction. Error 0x80040E31 at the deadline.
     void changeRows(const tsql::Table& table, const Conflict& conflict, const std::function<void()>& change);
+
+    /// Inserts a cursor's row. @param givesIdentity  the statement gives the value of the identity column
+    /// Errors 544 and 545 if that disagrees with SET IDENTITY_INSERT.
+    void insertRow(sqlite3_stmt* insert, const std::string& table, bool givesIdentity);
 
     /// Locks a row for a cursor. @return its position, for `unlockRow`
     /// Error 0x80040E31 if another session holds it until the deadline, 0x80040E23 if the row is deleted.
@@ -69,7 +76,15 @@ private:
         std::string table;
     };
     using Parameters = std::span<const ado::Parameter>;
+    /// What a batch has come to so far.
+    struct BatchRun {
+        std::int64_t counted = -1;    ///< rows that the last counted change touched; -1 without one
+        std::optional<Error> failure; ///< of the first statement that failed without ending the batch
+        std::size_t failures = 0;     ///< number of such statements
+    };
 
+    template <class Work>
+    auto answer(std::string_view text, const Work& work);
     void followFile();
     const std::shared_ptr<CachedStep>& stepOf(CachedBatch& batch, std::size_t index, bool withRowKey = false);
     std::unique_ptr<StreamCursor> openText(const ado::Statement& statement);
@@ -78,17 +93,23 @@ private:
     std::unique_ptr<StreamCursor> startQuery(const std::shared_ptr<CachedBatch>& batch,
                                              const std::shared_ptr<CachedStep>& step, const ado::Statement& statement);
     std::int64_t executeText(std::string_view text, Parameters parameters);
-    void runFrom(CachedBatch& batch, std::size_t index, Parameters parameters, std::int64_t& counted);
-    std::size_t runCurrent(CachedBatch& batch, std::size_t index, Parameters parameters, std::int64_t& counted);
+    void runFrom(CachedBatch& batch, std::size_t index, Parameters parameters, BatchRun& run);
+    std::size_t runOrNote(CachedBatch& batch, std::size_t index, Parameters parameters, BatchRun& run);
+    std::size_t runCurrent(CachedBatch& batch, std::size_t index, Parameters parameters, BatchRun& run);
+    /// Keeps the error of a statement for the end of the batch. @return false for an error that ends the batch
+    bool noted(const Error& error, BatchRun& run) const;
+    static void throwNoted(const BatchRun& run);
     /// True if `step` failed because another session changed the schema after its translation.
     bool isOutdated(const CachedStep& step, const Error& error);
     std::size_t runStep(const std::shared_ptr<CachedStep>& step, std::size_t index, Parameters parameters,
-                        std::int64_t& counted);
+                        BatchRun& run);
     /// True if the batch has anything but queries from `index` on.
     bool hasChangesFrom(CachedBatch& batch, std::size_t index);
     void runChange(const std::shared_ptr<CachedStep>& step, Parameters parameters);
     void runInsert(const std::shared_ptr<CachedStep>& step, Parameters parameters);
-    void countChanges(std::int64_t& counted) const;
+    void insertNumbered(sqlite3_stmt* insert, const std::string& table);
+    void updateRows(const Lease& lease, const std::shared_ptr<CachedStep>& step, Parameters parameters);
+    void countChanges(BatchRun& run) const;
     void runDefinition(const std::string& text);
     /// Runs `work` so that either everything it writes is written or nothing.
     void runAtomically(const std::function<void()>& work);
@@ -99,6 +120,7 @@ private:
                                       const tsql::Table& table, std::span<const RowLocks::Span> held);
     void runProcedure(std::string_view name, std::span<const tsql::Argument> arguments, Parameters parameters);
     void waitUntilFree(std::int64_t position, std::string_view table);
+    void rollBackAll();
     bool rowExists(const tsql::Table& table, std::int64_t key);
 
     std::unique_ptr<Database> database_;
@@ -109,6 +131,8 @@ private:
     std::vector<StreamCursor*> cursors_;
     std::int32_t depth_ = 0;  ///< of BEGIN TRANSACTION
     bool noCount_ = false;    ///< SET NOCOUNT ON
+    bool xactAbort_ = false;  ///< SET XACT_ABORT ON
+    bool doomed_ = false;     ///< the error under way rolls the transaction back, whatever its number
     bool repeatable_ = false; ///< the open transaction is a procedure's own, which can be run again
     Compiled begin_;
     Compiled commit_;

@@ -2,9 +2,12 @@
 #include <array>
 #include <chrono>
 #include <thread>
+#include <utility>
 
 #include "engine.h"
 #include "failures.h"
+#include "identity_numbers.h"
+#include "key_moves.h"
 #include "parameters.h"
 #include "storage_forms.h"
 
@@ -14,8 +17,15 @@ namespace tamarok::embedded {
 /// `commit`.
 class Engine::WriteScope {
 public:
-    explicit WriteScope(Engine& engine) : engine_{engine}, isOutermost_{!engine.database_->inTransaction()}
+    enum class Open : bool { IfNone, Already };
+
+    /// @param open  Already: takes over the transaction that is open
+    explicit WriteScope(Engine& engine, Open open = Open::IfNone) :
+        engine_{engine}, isOutermost_{open == Open::Already || !engine.database_->inTransaction()}
     {
+        if (open == Open::Already) {
+            return;
+        }
         if (isOutermost_) {
             runKept(engine_.begin_.get());
         }
@@ -128,9 +138,23 @@ void Engine::runChange(const std::shared_ptr<CachedStep>& step, Parameters param
     }
     changeRows(
         *table, [&](std::span<const RowLocks::Span> held) { return probe(step, parameters, *table, held); },
-        [&] {
-            while (database_->step(lease.get())) {}
-        });
+        [&] { updateRows(lease, step, parameters); });
+}
+
+/// SQLite checks keys row by row, the server at the end of the statement. A statement that fails at a key and may move
+/// keys is therefore tried again in a way in which only the final keys can collide.
+void Engine::updateRows(const Lease& lease, const std::shared_ptr<CachedStep>& step, Parameters parameters)
+{
+    try {
+        while (database_->step(lease.get())) {}
+    } catch (const Error& error) {
+        const bool atKey = error.nativeError == native::duplicateKey || error.nativeError == native::duplicateInIndex;
+        if (!atKey || step->step.newRows.empty()) {
+            throw;
+        }
+        sqlite3_reset(lease.get());
+        runAtomically([&] { moveKeys(*database_, step->step, parameters); });
+    }
 }
 
 /// A row of parameters that need no conversion goes through a statement without conversions.
@@ -142,7 +166,56 @@ void Engine::runInsert(const std::shared_ptr<CachedStep>& step, Parameters param
         !insert.unconvertedText.empty() && areStoredUnchanged(insert.unconvertedTypes, insert.parameters, parameters);
     const Lease lease{step, *database_, storedUnchanged ? StepText::Unconverted : StepText::Statement};
     bindParameters(lease.get(), insert.parameters, parameters);
-    while (database_->step(lease.get())) {}
+    if (insert.flag) {
+        insertNumbered(lease.get(), insert.target);
+    } else {
+        while (database_->step(lease.get())) {}
+    }
+}
+
+void Engine::insertRow(sqlite3_stmt* insert, const std::string& table, bool givesIdentity)
+{
+    const tsql::Table* const known = catalog_.table(table);
+    const bool hasIdentity = known != nullptr && std::ranges::any_of(known->columns, &tsql::TableColumn::identity);
+    if (hasIdentity && givesIdentity != known->identityInsert) {
+        throw failure(givesIdentity ? native::identityGiven : native::identityMissing,
+                      identityRefusal(givesIdentity, table));
+    }
+    if (hasIdentity && !givesIdentity) {
+        insertNumbered(insert, table);
+    } else {
+        while (database_->step(insert)) {}
+    }
+}
+
+/// A row that violates a constraint uses up its number, as on the server. The counter is raised under the write lock of
+/// the failed statement, so that no other session can be given the number in between.
+void Engine::insertNumbered(sqlite3_stmt* insert, const std::string& table)
+{
+    std::optional<WriteScope> scope;
+    if (!isTemporary(table)) {
+        scope.emplace(*this);
+    }
+    const sqlite3_int64 lastRow = sqlite3_last_insert_rowid(database_->handle());
+    try {
+        while (database_->step(insert)) {}
+    } catch (const Error& error) {
+        const bool locked = isTemporary(table) || database_->inTransaction();
+        if (error.number == errors::constraintViolated && locked) {
+            sqlite3_reset(insert);
+            // Rows of this statement before the failed one: SQLite keeps the number of the last of them.
+            const std::int64_t row = sqlite3_last_insert_rowid(database_->handle());
+            const std::int64_t last = lastIdentity(*database_, table);
+            raiseIdentity(*database_, table, (row != lastRow ? std::max(row, last) : last) + 1);
+            if (scope) {
+                scope->commit();
+            }
+        }
+        throw;
+    }
+    if (scope) {
+        scope->commit();
+    }
 }
 
 /// A definition of several statements is run as one. The catalogue is read anew at its next use.
@@ -222,6 +295,9 @@ void Engine::begin()
         depth_ = 0;
         database_->run("BEGIN IMMEDIATE");
     }
+    if (depth_ == 0) {
+        database_->run("SAVEPOINT beginning");
+    }
     ++depth_;
 }
 
@@ -246,10 +322,46 @@ void Engine::rollback()
         throw failure(native::rollbackWithoutBegin, "ROLLBACK TRANSACTION without a transaction: none was begun, or "
                                                     "a failure has rolled it back.");
     }
+    rollBackAll();
+}
+
+/// Numbers of identity columns stay used. Their counters are raised again before the write lock goes: the work is
+/// rolled back to the savepoint at the beginning, and what remains to be committed is the counters.
+void Engine::rollBackAll()
+{
     bufferOpenCursors();
     depth_ = 0;
-    database_->run("ROLLBACK");
     catalog_.forget();
+    const IdentityNumbers used{*database_};
+    database_->run("ROLLBACK TO beginning");
+    if (!used.isAheadOf(*database_)) {
+        database_->run("ROLLBACK");
+        return;
+    }
+    WriteScope scope{*this, WriteScope::Open::Already};
+    used.restore(*database_);
+    scope.commit();
+}
+
+/// A transaction inside a procedure that the caller did not begin (`depth_` is 0) ends where the procedure does.
+void Engine::settle(Error& error) noexcept
+{
+    const bool fatal = std::exchange(doomed_, false) || rollsBack(error, xactAbort_);
+    if (depth_ == 0 || (!fatal && database_->inTransaction())) {
+        return;
+    }
+    try {
+        if (database_->inTransaction()) {
+            rollBackAll();
+        }
+        depth_ = 0;
+        catalog_.forget();
+        error.addContext("The transaction was rolled back");
+    } catch (...) {
+        // Without memory or disk for the counters and the note: the rollback itself needs neither.
+        depth_ = 0;
+        sqlite3_exec(database_->handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+    }
 }
 
 } // namespace tamarok::embedded

@@ -3,16 +3,13 @@
 #include "engine.h"
 #include "failures.h"
 #include "parameters.h"
+#include "tamarok_tsql/names.h"
 
 namespace tamarok::embedded {
 
 namespace {
 
-bool sameName(std::string_view a, std::string_view b) noexcept
-{
-    const CompareNames less;
-    return !less(a, b) && !less(b, a);
-}
+using tsql::sameName;
 
 /// The arguments in the order of the procedure's parameters.
 std::vector<Variant> arrange(const Procedure& procedure, std::span<const tsql::Argument> arguments)
@@ -66,10 +63,11 @@ std::vector<ado::Parameter> asParameters(std::span<const Variant> values)
 /// What a procedure sees of the engine while it runs.
 class Engine::ProcedureRun final : public ProcedureScope {
 public:
-    /// Outside of a transaction the procedure may be run again when it meets a held row. SET NOCOUNT inside a procedure
-    /// ends with it.
+    /// Outside of a transaction the procedure may be run again when it meets a held row. SET NOCOUNT and SET XACT_ABORT
+    /// inside a procedure end with it. Procedures begin with XACT_ABORT ON, as the server's scripts of them do.
     explicit ProcedureRun(Engine& engine) :
-        engine_{engine}, outerRepeatable_{engine.repeatable_}, outerNoCount_{std::exchange(engine.noCount_, false)}
+        engine_{engine}, outerRepeatable_{engine.repeatable_}, outerNoCount_{std::exchange(engine.noCount_, false)},
+        outerXactAbort_{std::exchange(engine.xactAbort_, true)}
     {
         engine_.repeatable_ = outerRepeatable_ || !engine_.database_->inTransaction();
     }
@@ -79,6 +77,7 @@ public:
     {
         engine_.repeatable_ = outerRepeatable_;
         engine_.noCount_ = outerNoCount_;
+        engine_.xactAbort_ = outerXactAbort_;
     }
 
     std::int64_t execute(std::string_view statement, std::span<const Variant> parameters) override
@@ -110,6 +109,7 @@ private:
     Engine& engine_;
     bool outerRepeatable_;
     bool outerNoCount_;
+    bool outerXactAbort_;
 };
 
 /// A call through the recordset model: the text is the name, the parameters are the arguments by position.
@@ -148,6 +148,9 @@ void Engine::runProcedure(std::string_view name, std::span<const tsql::Argument>
                 throw; // the procedure was called by another one
             }
             waitUntilFree(busy.position, busy.table);
+        } catch (const Error& error) {
+            doomed_ = doomed_ || rollsBack(error, true);
+            throw;
         }
     }
 }

@@ -10,60 +10,102 @@
 #include <system_error>
 
 #include "tamarok_embedded/shown_text.h"
+#include "translation/step.h"
 
 namespace tamarok::embedded {
 
 namespace {
 
-/// What an error number of the server means to callers: the error of the recordset model and the SQLSTATE.
+/// What an error takes with it on the server, and whether SET XACT_ABORT ON changes that.
+enum class Scope : std::uint8_t {
+    Reported,   ///< its statement, whatever XACT_ABORT says: RAISERROR
+    Statement,  ///< its statement; with XACT_ABORT batch and transaction
+    Refused,    ///< the batch, whatever XACT_ABORT says: what the server finds while it compiles a statement
+    Batch,      ///< the batch; with XACT_ABORT the transaction as well
+    Transaction ///< batch and transaction
+};
+
+/// What an error number of the server means to callers: the error of the recordset model, the SQLSTATE, and what
+/// the error ends.
 struct Kind {
     std::int32_t nativeError;
     std::int32_t number;
     std::string_view sqlState;
+    Scope scope;
 };
 
-// Every number that is not listed is a refused statement without a more exact state.
+using errors::constraintViolated;
+using errors::providerFailure;
+using errors::statementRefused;
+
+// Every number that is not listed is a refused statement without a more exact state. The numbers from 1428 to 1898 are
+// Oracle's; a failure there never ends more than its statement.
 constexpr std::array kinds{
-    Kind{native::timeout, errors::timeout, "HYT00"},
-    Kind{105, errors::statementRefused, "42000"},
-    Kind{207, errors::statementRefused, "42S22"},
-    Kind{208, errors::statementRefused, "42S02"},
-    Kind{220, errors::statementRefused, "22003"},
-    Kind{232, errors::statementRefused, "22003"},
-    Kind{241, errors::statementRefused, "22007"},
-    Kind{242, errors::statementRefused, "22007"},
-    Kind{245, errors::statementRefused, "22018"},
-    Kind{248, errors::statementRefused, "22003"},
-    Kind{295, errors::statementRefused, "22007"},
-    Kind{native::nullNotAllowed, errors::constraintViolated, "23000"},
-    Kind{native::checkFailed, errors::constraintViolated, "23000"},
-    Kind{native::outOfMemory, errors::providerFailure, "HY001"},
-    Kind{native::readWriteFailed, errors::providerFailure, "HY000"},
-    Kind{native::corrupt, errors::providerFailure, "HY000"},
-    Kind{native::diskFull, errors::providerFailure, "HY000"},
-    Kind{native::duplicateInIndex, errors::constraintViolated, "23000"},
-    Kind{native::duplicateKey, errors::constraintViolated, "23000"},
-    Kind{2628, errors::statementRefused, "22001"},
-    Kind{2714, errors::statementRefused, "42S01"},
-    Kind{native::commitWithoutBegin, errors::providerFailure, "25000"},
-    Kind{native::rollbackWithoutBegin, errors::providerFailure, "25000"},
-    Kind{native::readOnlyDatabase, errors::providerFailure, "HY000"},
-    Kind{native::cannotOpen, errors::providerFailure, "08001"},
-    Kind{8114, errors::statementRefused, "22018"},
-    Kind{8115, errors::statementRefused, "22003"},
-    Kind{8134, errors::statementRefused, "22012"},
-    Kind{8152, errors::statementRefused, "22001"},
-    Kind{8169, errors::statementRefused, "22018"},
+    Kind{native::timeout, errors::timeout, "HYT00", Scope::Batch},
+    Kind{105, statementRefused, "42000", Scope::Refused},
+    Kind{native::parameterMissing, statementRefused, "42000", Scope::Statement},
+    Kind{207, statementRefused, "42S22", Scope::Refused},
+    Kind{208, statementRefused, "42S02", Scope::Batch},
+    Kind{220, statementRefused, "22003", Scope::Statement},
+    Kind{232, statementRefused, "22003", Scope::Statement},
+    Kind{235, statementRefused, "42000", Scope::Transaction},
+    Kind{241, statementRefused, "22007", Scope::Transaction},
+    Kind{242, statementRefused, "22007", Scope::Statement},
+    Kind{244, statementRefused, "42000", Scope::Transaction},
+    Kind{245, statementRefused, "22018", Scope::Transaction},
+    Kind{248, statementRefused, "22003", Scope::Transaction},
+    Kind{295, statementRefused, "22007", Scope::Transaction},
+    Kind{512, statementRefused, "21000", Scope::Statement},
+    Kind{native::nullNotAllowed, constraintViolated, "23000", Scope::Statement},
+    Kind{517, statementRefused, "42000", Scope::Statement},
+    Kind{535, statementRefused, "42000", Scope::Statement},
+    Kind{536, statementRefused, "42000", Scope::Statement},
+    Kind{537, statementRefused, "42000", Scope::Statement},
+    Kind{native::identityGiven, statementRefused, "23000", Scope::Statement},
+    Kind{native::identityMissing, statementRefused, "23000", Scope::Statement},
+    Kind{native::checkFailed, constraintViolated, "23000", Scope::Statement},
+    Kind{native::outOfMemory, providerFailure, "HY001", Scope::Transaction},
+    Kind{native::readWriteFailed, providerFailure, "HY000", Scope::Transaction},
+    Kind{native::corrupt, providerFailure, "HY000", Scope::Transaction},
+    Kind{native::diskFull, providerFailure, "HY000", Scope::Transaction},
+    Kind{1428, statementRefused, "42000", Scope::Statement},
+    Kind{1481, statementRefused, "42000", Scope::Statement},
+    Kind{1722, statementRefused, "42000", Scope::Statement},
+    Kind{1821, statementRefused, "42000", Scope::Statement},
+    Kind{1843, statementRefused, "42000", Scope::Statement},
+    Kind{1861, statementRefused, "42000", Scope::Statement},
+    Kind{1898, statementRefused, "42000", Scope::Statement},
+    Kind{native::duplicateInIndex, constraintViolated, "23000", Scope::Statement},
+    Kind{native::duplicateKey, constraintViolated, "23000", Scope::Statement},
+    Kind{2628, statementRefused, "22001", Scope::Statement},
+    Kind{2714, statementRefused, "42S01", Scope::Transaction},
+    Kind{native::procedureUnknown, statementRefused, "42000", Scope::Statement},
+    Kind{3623, statementRefused, "42000", Scope::Transaction},
+    Kind{3701, statementRefused, "42S02", Scope::Reported},
+    Kind{native::commitWithoutBegin, providerFailure, "25000", Scope::Statement},
+    Kind{native::rollbackWithoutBegin, providerFailure, "25000", Scope::Statement},
+    Kind{native::readOnlyDatabase, providerFailure, "HY000", Scope::Batch},
+    Kind{native::cannotOpen, providerFailure, "08001", Scope::Batch},
+    Kind{8106, statementRefused, "42000", Scope::Transaction},
+    Kind{native::identityInsertInUse, statementRefused, "42000", Scope::Transaction},
+    Kind{8114, statementRefused, "22018", Scope::Transaction},
+    Kind{8115, statementRefused, "22003", Scope::Statement},
+    Kind{8134, statementRefused, "22012", Scope::Statement},
+    Kind{native::tooManyArguments, statementRefused, "42000", Scope::Statement},
+    Kind{native::argumentUnknown, statementRefused, "42000", Scope::Statement},
+    Kind{8152, statementRefused, "22001", Scope::Statement},
+    Kind{8169, statementRefused, "22018", Scope::Transaction},
+    Kind{native::userDefined, statementRefused, "42000", Scope::Reported},
 };
 static_assert(std::ranges::is_sorted(kinds, {}, &Kind::nativeError));
 
-Kind kindOf(std::int32_t nativeError)
+Kind kindOf(std::int32_t nativeError) noexcept
 {
     const auto found = std::ranges::lower_bound(kinds, nativeError, {}, &Kind::nativeError);
     if (found != kinds.end() && found->nativeError == nativeError) {
         return *found;
     }
-    return {nativeError, errors::statementRefused, "42000"};
+    return {nativeError, statementRefused, "42000", Scope::Refused};
 }
 
 /// The text after `prefix`, if `text` begins with it.
@@ -116,8 +158,24 @@ bool isCreatedIndex(sqlite3* database, std::string_view columns)
     return created;
 }
 
+/// A second Null in a unique key, reported as "index 'NAME'" by the index that `oneNullIndexName` names.
+Error duplicateNull(std::string_view index)
+{
+    index.remove_suffix(index.ends_with('\'') ? 1 : 0);
+    const std::string_view rest = behind(index, oneNullPrefix).value_or(index);
+    const std::size_t point = rest.find('.');
+    const bool created = rest.substr(0, point) == "index";
+    const std::string_view table = rest.substr(point + 1, rest.rfind('.') - point - 1);
+    return failure(created ? native::duplicateInIndex : native::duplicateKey,
+                   std::string{"Violation of a "} + (created ? "unique index" : "UNIQUE constraint") +
+                       ": cannot insert a second Null key in table '" + std::string{table} + "'.");
+}
+
 Error duplicate(sqlite3* database, std::string_view columns, bool primary)
 {
+    if (const auto index = behind(columns, "index '")) {
+        return duplicateNull(*index);
+    }
     const auto [table, column] = tableAndColumn(columns);
     const bool created = !primary && isCreatedIndex(database, columns);
     const std::string what = created ? "unique index" : primary ? "PRIMARY KEY constraint" : "UNIQUE constraint";
@@ -260,6 +318,18 @@ Error refusedFailure(const std::string& message)
 
 } // namespace
 
+bool endsBatch(const Error& error, bool xactAbort) noexcept
+{
+    const Scope scope = kindOf(error.nativeError).scope;
+    return scope != Scope::Reported && (scope != Scope::Statement || xactAbort);
+}
+
+bool rollsBack(const Error& error, bool xactAbort) noexcept
+{
+    const Scope scope = kindOf(error.nativeError).scope;
+    return scope == Scope::Transaction || (xactAbort && (scope == Scope::Statement || scope == Scope::Batch));
+}
+
 bool isNestingFailure(sqlite3* database)
 {
     return limits.front().message == sqlite3_errmsg(database);
@@ -301,7 +371,7 @@ Error failure(sqlite3* database, int code, std::string_view path)
     case SQLITE_TOOBIG: return refusedFailure(message);
     default: {
         Error error = failure(0, message + ".");
-        error.number = errors::providerFailure;
+        error.number = providerFailure;
         error.sqlState = "HY000";
         return error;
     }

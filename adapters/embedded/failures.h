@@ -20,6 +20,8 @@ namespace native {
 inline constexpr std::int32_t timeout = -2;
 inline constexpr std::int32_t parameterMissing = 201;
 inline constexpr std::int32_t nullNotAllowed = 515;
+inline constexpr std::int32_t identityGiven = 544;
+inline constexpr std::int32_t identityMissing = 545;
 inline constexpr std::int32_t checkFailed = 547;
 inline constexpr std::int32_t outOfMemory = 701;
 inline constexpr std::int32_t readWriteFailed = 823;
@@ -32,11 +34,20 @@ inline constexpr std::int32_t commitWithoutBegin = 3902;
 inline constexpr std::int32_t rollbackWithoutBegin = 3903;
 inline constexpr std::int32_t readOnlyDatabase = 3906;
 inline constexpr std::int32_t cannotOpen = 5120;
+inline constexpr std::int32_t identityUpdated = 8102;
+inline constexpr std::int32_t identityInsertInUse = 8107;
 inline constexpr std::int32_t tooManyArguments = 8144;
 inline constexpr std::int32_t argumentUnknown = 8145;
+inline constexpr std::int32_t userDefined = 50000;
 } // namespace native
 
 using errors::rowDeleted;
+
+/// Whether an error ends its whole batch; after any other error the batch goes on with the next statement.
+/// @param xactAbort  the setting XACT_ABORT of the session
+bool endsBatch(const Error& error, bool xactAbort) noexcept;
+/// Whether an error rolls back the open transaction. Such an error also ends the batch.
+bool rollsBack(const Error& error, bool xactAbort) noexcept;
 
 /// Error of one of the server's numbers: provider number and SQLSTATE follow from it.
 Error failure(std::int32_t nativeError, std::string description);

@@ -53,7 +53,7 @@ namespace tamarok::embedded {
 
 /// Settings of the connection that functions read. Lives as long as the connection.
 struct FunctionContext {
-    tsql::DateOrder dateOrder = tsql::DateOrder::Mdy;
+    tsql::DateOrder dateOrder = tsql::DateOrder::Dmy;
 };
 
 /// Registers all functions, aggregates and the collation. Error 0x80004005 if SQLite refuses one.

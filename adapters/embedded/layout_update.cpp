@@ -24,9 +24,11 @@ void updateLayout(Database& database)
         return;
     }
     if (database.readOnly()) {
-        throw failure(native::cannotOpen, "Its indexes have the order of an earlier version; open it once for writing.");
+        throw failure(native::cannotOpen,
+                      "Its indexes have the order of an earlier version; open it once for writing.");
     }
     database.run("BEGIN IMMEDIATE");
+    database.deadline().arm(0); // a large file takes longer than an opening may wait for a lock
     try {
         if (isOutdated(database)) {
             database.run("REINDEX TAMAROK; PRAGMA user_version=" + std::to_string(layoutVersion));

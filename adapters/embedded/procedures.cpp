@@ -1,18 +1,12 @@
 #include "tamarok_embedded/procedures.h"
 
-#include <algorithm>
-
 #include "procedures/node_visible.h"
 #include "procedures/optionen_ins.h"
+#include "tamarok_tsql/names.h"
 
 namespace tamarok::embedded {
 
 namespace {
-
-constexpr char upper(char letter) noexcept
-{
-    return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-}
 
 /// The last part of a name of several parts, without brackets or quotes.
 std::string_view lastPart(std::string_view name) noexcept
@@ -29,10 +23,10 @@ std::string_view lastPart(std::string_view name) noexcept
 
 } // namespace
 
-/// Only ASCII letters are compared without case, as in all names of statements.
+/// As in all names of statements.
 bool CompareNames::operator()(std::string_view a, std::string_view b) const noexcept
 {
-    return std::ranges::lexicographical_compare(a, b, {}, upper, upper);
+    return tsql::nameLess(a, b);
 }
 
 /// A procedure of the same name is replaced, so that a program may bring another version of a built-in one.

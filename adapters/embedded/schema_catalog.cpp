@@ -3,7 +3,9 @@
 #include <string>
 
 #include "column_values.h"
+#include "failures.h"
 #include "parameters.h"
+#include "tamarok_tsql/names.h"
 
 namespace tamarok::embedded {
 
@@ -19,8 +21,16 @@ constexpr std::string_view namesQuery =
 /// True for a column that is the row key of SQLite.
 bool isRowNumber(std::string_view declaredType, std::int64_t keyColumns, bool inKey)
 {
-    return inKey && keyColumns == 1 && CompareNames{}(declaredType, "INTEGER") == false &&
-           CompareNames{}("INTEGER", declaredType) == false;
+    return inKey && keyColumns == 1 && tsql::sameName(declaredType, "INTEGER");
+}
+
+/// True for a column whose texts compare byte by byte.
+bool isBinary(sqlite3* database, const char* schema, const std::string& table, const std::string& column)
+{
+    const char* collation = nullptr;
+    const int code = sqlite3_table_column_metadata(database, schema, table.c_str(), column.c_str(), nullptr, &collation,
+                                                   nullptr, nullptr, nullptr);
+    return code == SQLITE_OK && tsql::sameName(collation, "BINARY");
 }
 
 } // namespace
@@ -65,6 +75,10 @@ void SchemaCatalog::loadNames() const
                                   Entry{sqlite3_column_int(statement.get(), 1) != 0, std::nullopt});
     }
     loaded_ = true;
+    // The setting goes with its table: another table of that name begins without it.
+    if (!entries_.contains(identityInsert_)) {
+        identityInsert_.clear();
+    }
 }
 
 /// Types are read back from their declarations. `pk` is the position in the primary key; the sum over all rows counts
@@ -72,22 +86,47 @@ void SchemaCatalog::loadNames() const
 tsql::Table SchemaCatalog::loadTable(const std::string& name, bool temporary) const
 {
     static constexpr std::string_view query =
-        "SELECT name,type,pk>0,sum(pk>0)OVER() FROM pragma_table_xinfo(?1,?2) WHERE hidden<>1 ORDER BY cid";
+        "SELECT name,type,pk>0,sum(pk>0)OVER(),\"notnull\",name IN(SELECT i.name FROM pragma_index_list(?1,?2) AS l,"
+        "pragma_index_info(l.name,?2) AS i WHERE l.\"unique\") "
+        "FROM pragma_table_xinfo(?1,?2) WHERE hidden<>1 ORDER BY cid";
+    const char* const schema = temporary ? "temp" : "main";
     tsql::Table table;
     table.name = name;
+    table.identityInsert = tsql::sameName(name, identityInsert_);
     const Compiled statement = database_.compile(query);
     bindText(statement.get(), 1, name);
-    bindText(statement.get(), 2, temporary ? "temp" : "main");
+    bindText(statement.get(), 2, schema);
     while (database_.step(statement.get())) {
         const std::string declared = columnText(statement.get(), 1);
+        const bool inPrimaryKey = sqlite3_column_int(statement.get(), 2) != 0;
         tsql::TableColumn column;
         column.name = columnText(statement.get(), 0);
         column.type = tsql::parseDeclaredType(declared);
-        column.identity = isRowNumber(declared, sqlite3_column_int64(statement.get(), 3),
-                                      sqlite3_column_int(statement.get(), 2) != 0);
+        column.identity = isRowNumber(declared, sqlite3_column_int64(statement.get(), 3), inPrimaryKey);
+        column.nullable = !column.identity && sqlite3_column_int(statement.get(), 4) == 0;
+        column.inKey = inPrimaryKey || sqlite3_column_int(statement.get(), 5) != 0;
+        column.binary = isBinary(database_.handle(), schema, name, column.name);
         table.columns.push_back(std::move(column));
     }
     return table;
+}
+
+/// What was translated before is out of date, since the setting decides whether an INSERT is refused.
+void SchemaCatalog::setIdentityInsert(const std::string& table, bool on)
+{
+    if (!loaded_) {
+        loadNames();
+    }
+    const bool same = tsql::sameName(identityInsert_, table);
+    if (on && !identityInsert_.empty() && !same) {
+        throw failure(native::identityInsertInUse, "IDENTITY_INSERT is already ON for table '" + identityInsert_ +
+                                                       "'. Cannot perform SET operation for table '" + table + "'.");
+    }
+    if (on == same) {
+        return;
+    }
+    identityInsert_ = on ? table : std::string{};
+    forget();
 }
 
 } // namespace tamarok::embedded

@@ -26,6 +26,8 @@ public:
 
     /// Forgets everything that was read, since the schema has changed or may have.
     void forget();
+    /// SET IDENTITY_INSERT. Error 8107 if it is ON for another table.
+    void setIdentityInsert(const std::string& table, bool on);
     /// Checks whether another session has changed the schema, and forgets it in that case.
     void refresh();
 
@@ -43,6 +45,7 @@ private:
     mutable std::int64_t cookie_ = -1;
     mutable std::map<std::string, Entry, CompareNames> entries_;
     std::uint64_t generation_ = 1;
+    mutable std::string identityInsert_; ///< the table that takes values for its identity column; empty for none
 };
 
 } // namespace tamarok::embedded

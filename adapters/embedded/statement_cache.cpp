@@ -105,6 +105,18 @@ CachedBatch::CachedBatch(std::string_view text, tsql::Watch watch) :
     plain_(std::min(batch_->steps().size(), mostKept)), keyed_(plain_.size())
 {}
 
+/// SELECT ... INTO makes a table and returns no rows.
+bool CachedBatch::givesRows(std::size_t index) const noexcept
+{
+    const tsql::ParsedStep& step = batch_->steps()[index];
+    return step.kind == tsql::StepKind::Query && (step.query->select == nullptr || step.query->select->into.empty());
+}
+
+bool CachedBatch::isCondition(std::size_t index) const noexcept
+{
+    return batch_->steps()[index].kind == tsql::StepKind::JumpUnless;
+}
+
 /// The same query may be open with and without row key; the texts differ. A script of 100,000 statements runs each of
 /// them once, so that its translations and compiled statements are not worth their memory.
 std::shared_ptr<CachedStep>& CachedBatch::slot(std::size_t index, bool withRowKey)

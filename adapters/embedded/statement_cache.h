@@ -38,7 +38,7 @@ struct CachedStep {
     CompiledText probe;
     CompiledText unconverted;
     std::uint64_t generation = 0;
-    tsql::DateOrder order = tsql::DateOrder::Mdy;
+    tsql::DateOrder order = tsql::DateOrder::Dmy;
 };
 
 /// Selects one of the SQLite texts of a step.
@@ -80,6 +80,9 @@ public:
 
     const std::string& text() const noexcept { return text_; }
     std::size_t size() const noexcept { return batch_->steps().size(); }
+    /// Whether the step is a query that returns rows, and whether it is the condition of an IF.
+    bool givesRows(std::size_t index) const noexcept;
+    bool isCondition(std::size_t index) const noexcept;
     /// The step, translated against the present schema. Of a batch of many steps the last one asked for is kept alone.
     const std::shared_ptr<CachedStep>& step(std::size_t index, bool withRowKey, SchemaCatalog& catalog,
                                             tsql::DateOrder order);

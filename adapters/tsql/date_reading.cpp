@@ -33,9 +33,11 @@ constexpr std::array styleRows = {
 
 } // namespace
 
+/// Deliberate difference: the server reads 2024-03-05 as a datetime under dmy as year, day, month, and as a date as
+/// year, month, day. Here it is 5 March for every type.
 DateReading readingOf(DateOrder order) noexcept
 {
-    return {.order = order, .pointOrder = DateOrder::Dmy, .yearFirstIsIso = true};
+    return {.order = order, .hyphensAreIso = true};
 }
 
 std::optional<DateReading> readingOfStyle(std::int64_t style, DateOrder order) noexcept
@@ -44,7 +46,7 @@ std::optional<DateReading> readingOfStyle(std::int64_t style, DateOrder order) n
                                          [style](const StyleRow& candidate) { return candidate.style == style; });
     if (row == styleRows.end()) return std::nullopt;
     if (!row->order) return readingOf(order);
-    return DateReading{.order = *row->order, .pointOrder = *row->order, .yearFirstIsIso = false};
+    return DateReading{.order = *row->order, .hyphensAreIso = false};
 }
 
 } // namespace tamarok::tsql

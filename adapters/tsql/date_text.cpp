@@ -237,11 +237,12 @@ private:
     /// A number of four digits is the year wherever it stands; the date order decides about the rest.
     bool assign(const Number& first, const Number& middle, const Number& last, char separator) noexcept
     {
-        const DateOrder order = separator == '.' ? reading_.pointOrder : reading_.order;
+        const DateOrder order = reading_.order;
         const bool dayFirst = order == DateOrder::Dmy || order == DateOrder::Ydm || order == DateOrder::Dym;
         const bool yearInside = order == DateOrder::Myd || order == DateOrder::Dym;
         if (first.digits == 4) {
-            return dayFirst && !reading_.yearFirstIsIso ? set(first, last, middle) : set(first, middle, last);
+            const bool iso = reading_.hyphensAreIso && separator == '-';
+            return dayFirst && !iso ? set(first, last, middle) : set(first, middle, last);
         }
         if (last.digits == 4) return dayFirst ? set(last, middle, first) : set(last, first, middle);
         if (middle.digits == 4 && !yearInside) return false;

@@ -151,7 +151,6 @@ constexpr std::array options{
     Option{"CONCAT_NULL_YIELDS_NULL", false},
     Option{"ARITHABORT", false},
     Option{"NUMERIC_ROUNDABORT", true},
-    Option{"XACT_ABORT", true},
     Option{"CURSOR_CLOSE_ON_COMMIT", true},
     Option{"FMTONLY", true},
 };
@@ -204,11 +203,13 @@ void Parser::setOption(const Token& option)
         }
         source_.refuse(argument.offset, 2741, "SET " + std::string(word) + ": '" + chosen + "' is not known.");
     }
-    // An INSERT may name the identity column at any time here, so the switch needs no effect.
     if (sameName(word, "IDENTITY_INSERT")) {
-        qualifiedName();
-        if (!accept(Keyword::On)) expect(Keyword::Off);
-        add(StepKind::Nothing, option.offset);
+        const Name table = qualifiedName();
+        const bool open = accept(Keyword::On);
+        if (!open) expect(Keyword::Off);
+        ParsedStep& step = add(StepKind::IdentityInsert, option.offset);
+        step.name = table;
+        step.flag = open;
         return;
     }
     const bool on = accept(Keyword::On);
@@ -216,6 +217,10 @@ void Parser::setOption(const Token& option)
     if (!on) ++position_;
     if (sameName(word, "NOCOUNT")) {
         add(StepKind::NoCount, option.offset).flag = on;
+        return;
+    }
+    if (sameName(word, "XACT_ABORT")) {
+        add(StepKind::XactAbort, option.offset).flag = on;
         return;
     }
     for (const Option& known : options) {

@@ -92,8 +92,15 @@ public:
     /// @return number of rows that the last counted statement changed, -1 if none was counted
     virtual std::int64_t execute(const Statement& statement) = 0;
 
+    // Transactions. They nest: the outermost commit writes, a rollback ends all levels. A statement that fails in a
+    // transaction may roll it back, as SQL Server's conversion errors do; its error then says so.
+
     virtual void begin() = 0;
+    /// Error with native number 3902 if no transaction is open, also after a failed statement has rolled it back.
     virtual void commit() = 0;
+    /// Rolls back and leaves no lock behind. Error with native number 3903 if no transaction is open. A host learns by
+    /// it whether its input ended inside a transaction; a back end must not succeed where there is nothing to roll
+    /// back.
     virtual void rollback() = 0;
 };
 

@@ -102,7 +102,8 @@ public:
     std::int16_t OnlyDate(std::int16_t KeyAscii, Object& ActiveControl) const;
 
     // Options, table OPTIONEN. A property without a row has a default value; reading it calls the procedure
-    // tmk_OPTIONEN_INS, which makes a row with an empty value. The name is inserted into SQL verbatim.
+    // tmk_OPTIONEN_INS, which makes a row with an empty value. The name is inserted into SQL verbatim. The procedure
+    // compares names exactly, so that a miss never touches the row of a name that differs in case or blanks.
     // Errors: 13 for a value that does not convert, 91 without a connection or, where a row is to be made,
     // without a language service, failures of the database.
 
@@ -113,8 +114,8 @@ public:
     /// Returns a number; 0 by default and for Null. The case of `property` does not matter.
     double GetOptionenDouble(const TmkVar& tmkVar, std::string_view property) const;
     /// Returns a text; "" by default and for Null. `property` is compared as given.
-    /// Required by the contract: the row of a missing property is made under the name in upper case and with an empty
-    /// text. Reading "abc" so clears the text of a row "ABC".
+    /// Required by the contract: a miss writes an empty text under the upper-case name, so that reading "abc" clears
+    /// the text of ABC.
     std::string GetOptionenText(const TmkVar& tmkVar, std::string_view property) const;
     /// Returns a date. `property` is compared as given. The default, also for Null, is today for "DATE_TO" (with
     /// blanks around it and in any case) and TmkVar::DateFromDefault for any other property.

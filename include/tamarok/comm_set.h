@@ -82,9 +82,9 @@ public:
     std::string CreateSQL(const TmkVar& tmkVar, std::string_view Typ, std::string_view strWhere) const;
 
     // Options, table OPTIONEN. Each operation calls the procedure tmk_OPTIONEN_INS, which inserts or updates the
-    // row of the property. The procedure takes the value as text of at most 50 characters (100 for a text);
-    // an empty text means no value. A property name has at most 30 characters.
-    // Errors: 91 without a language service, 13 for a value without a text form, failures of the procedure.
+    // row of exactly that name, case included. The procedure takes the value as text of at most 50 characters (100 for
+    // a text); an empty text means no value. A property name has at most 30 characters. Errors: 91 without a language
+    // service, 13 for a value without a text form, failures of the procedure.
 
     /// Writes a whole number as its regional text; Null writes no value.
     void SetOptionenNumber(const TmkVar& tmkVar, std::string_view property, const Variant& value) const;
@@ -92,7 +92,9 @@ public:
     void SetOptionenDouble(const TmkVar& tmkVar, std::string_view property, double value) const;
     /// Writes a text; Null writes no value.
     void SetOptionenText(const TmkVar& tmkVar, std::string_view property, const Variant& value) const;
-    /// Writes a date in the regional short form; Null writes no value.
+    /// Writes a date in the regional short form; Null writes no value. The procedure reads the text by the regional
+    /// settings of this machine: the embedded database takes them from the Platform, SQL Server is told the date order
+    /// by the back end (database/schema/procedures/tmk_OPTIONEN_INS.sql).
     void SetOptionenDate(const TmkVar& tmkVar, std::string_view property, const Variant& value) const;
 
     // Timber measurement. Diameters in cm, lengths in m, volumes in m³, bark in percent with the mode "%" and in

@@ -22,7 +22,6 @@
 namespace tamarok {
 namespace {
 
-using ado::fieldText;
 using rights::principalsOf;
 
 // A tree key names a node of the navigation tree; a right key names the right in the tables. The personal

@@ -63,8 +63,8 @@ double Comm_Get::GetOptionenDouble(const TmkVar& tmkVar, std::string_view proper
 std::string Comm_Get::GetOptionenText(const TmkVar& tmkVar, std::string_view property) const
 {
     const auto value = ado::readFirstValue(tmkVar.db_ADO, selectExactOption("TEXT_VALUE", property));
-    // Required by the contract: the name goes on in upper case, with an empty text. Reading a text under a name in
-    // lower case so clears the text of the row in upper case. Do not correct.
+    // Required by the contract: a miss writes an empty text under the upper-case name. Reading "abc" thus clears the
+    // text of ABC. Do not correct.
     if (!value) {
         Comm_Set{}.SetOptionenText(tmkVar, text::toUpper(property), "");
     }

@@ -220,6 +220,27 @@ TEST(Call, AnInputThatEndsInsideATransactionIsStatus1AndRolledBack)
     EXPECT_NE(count.output.find("[[5]]"), std::string::npos) << count.output;
 }
 
+TEST(Call, ATransactionOfTheTextCountsAndOneThatAnErrorRolledBackDoesNot)
+{
+    const ScratchFolder folder;
+    const std::string file = makeDatabase(folder, 5);
+    const std::string begin = R"({"exec":"BEGIN TRANSACTION DELETE FROM LOGS_RECH"})"
+                              "\n";
+    const Outcome open = run({"call", "--db", file}, begin);
+    EXPECT_EQ(open.status, 1);
+    EXPECT_EQ(open.errors, "tamarok: the input ended inside an open transaction, which was rolled back\n");
+    const Outcome duplicate = run({"call", "--db", file}, begin + R"-({"exec":"INSERT INTO USERS (ID) VALUES (1) "})-");
+    EXPECT_EQ(duplicate.status, 1) << duplicate.output;
+    const std::string fail = R"-({"query":"SELECT CAST('x' AS int)"})-"
+                             "\n";
+    const Outcome doomed = run({"call", "--db", file}, begin + fail + R"({"exec":"COMMIT"})");
+    EXPECT_EQ(doomed.status, 0) << doomed.errors;
+    EXPECT_NE(doomed.output.find("The transaction was rolled back: "), std::string::npos) << doomed.output;
+    EXPECT_NE(doomed.output.find("COMMIT TRANSACTION without a transaction"), std::string::npos) << doomed.output;
+    const Outcome count = run({"call", "--db", file}, R"({"query":"SELECT COUNT(*) AS N FROM LOGS_RECH"})");
+    EXPECT_NE(count.output.find("[[5]]"), std::string::npos) << count.output;
+}
+
 TEST(Call, AnInputThatCannotBeReadIsStatus1)
 {
     const ScratchFolder folder;

@@ -118,7 +118,7 @@ TEST(CommandLine, ControlCharactersOfAPathAreShownEscaped)
     const Outcome outcome = run({"list", "LOG", "1", "--db", "/nonexistent/\x1b[31mred\x7f"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.errors.find('\x1b'), std::string::npos) << outcome.errors;
-    EXPECT_NE(outcome.errors.find("\\x1b[31mred\\x7f"), std::string::npos) << outcome.errors;
+    EXPECT_NE(outcome.errors.find("\\x1B[31mred\\x7F"), std::string::npos) << outcome.errors;
 }
 
 TEST(CommandLine, TheHelpOffersNothingThatAlwaysFails)

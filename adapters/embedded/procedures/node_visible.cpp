@@ -18,7 +18,7 @@ void recordNode(ProcedureScope& scope, std::span<const Variant> arguments)
     const Variant& given = arguments[0];
     const std::string key = given.isNull() || given.isEmpty() ? std::string{} : convert::toText(given);
     if (text::trim(key).empty()) {
-        throw failure(50000, "tmk_NodeVisible: the key is empty.");
+        throw failure(native::userDefined, "tmk_NodeVisible: the key is empty.");
     }
     const std::array sent{Variant{key}};
     const std::int64_t found =

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tamarok_tsql/ast.h"
@@ -34,11 +35,13 @@ struct Step {
         Begin,
         Commit,
         Rollback,
-        NoCount,    ///< SET NOCOUNT: `flag`
-        DateFormat, ///< SET DATEFORMAT: `dateOrder`
-        Nothing,    ///< accepted and without effect here (SET ANSI_NULLS and its kind, GO)
-        JumpUnless, ///< `text` gives one row with one number; 0 or no row jumps to `jump`
-        Jump        ///< to `jump`
+        NoCount,        ///< SET NOCOUNT: `flag`
+        XactAbort,      ///< SET XACT_ABORT: `flag`
+        IdentityInsert, ///< SET IDENTITY_INSERT of `target`: `flag`
+        DateFormat,     ///< SET DATEFORMAT: `dateOrder`
+        Nothing,        ///< accepted and without effect here (SET ANSI_NULLS and its kind, GO)
+        JumpUnless,     ///< `text` gives one row with one number; 0 or no row jumps to `jump`
+        Jump            ///< to `jump`
     };
     Kind kind = Kind::Nothing;
     std::string text;
@@ -49,8 +52,8 @@ struct Step {
     std::string lockProbe;
     std::vector<tsql::Argument> arguments;
     std::size_t jump = 0;
-    bool flag = false;
-    tsql::DateOrder dateOrder = tsql::DateOrder::Mdy;
+    bool flag = false; ///< of SET; Insert: the database numbers the rows of an identity column
+    tsql::DateOrder dateOrder = tsql::DateOrder::Dmy;
     /// Query translated with a row key: the table whose rowid is the last column of `text`
     /// (not listed in `columns`); empty where the query has no single base table.
     std::string keyTable;
@@ -64,8 +67,27 @@ struct Step {
     /// each "?"; the parameters are those of `text`.
     std::string unconvertedText;
     std::vector<tsql::Type> unconvertedTypes;
-    std::size_t sourceOffset = 0; ///< where the statement begins in the batch's text
+    /// Update that assigns to a key: SELECT of the rowid and the new values of the assigned columns for each row that
+    /// the statement touches; empty for any other. The engine moves the keys with it where the keys of some rows
+    /// collide only until the statement has changed all rows.
+    std::string newRows;
+    std::vector<std::int32_t> newRowsParameters;
+    struct Assigned {
+        std::string column;
+        bool inKey = false;
+    };
+    std::vector<Assigned> assigned; ///< the assigned columns, in the order of `newRows`
+    std::size_t sourceOffset = 0;   ///< where the statement begins in the batch's text
 };
+
+/// The server's message for an INSERT that gives the identity column of a table a value (544) or none (545) against SET
+/// IDENTITY_INSERT.
+std::string identityRefusal(bool given, std::string_view table);
+
+/// The index that lets only one Null into a unique key of a table, beside the key itself; its name begins with the
+/// prefix, followed by what the key is: "constraint" or "index".
+inline constexpr std::string_view oneNullPrefix = "~null.";
+std::string oneNullIndexName(std::string_view kind, std::string_view table, std::string_view key);
 
 /// Whether the last column of a query is the rowid of its base table.
 enum class RowKey : bool { Omitted, Added };

@@ -8,6 +8,8 @@ namespace tamarok::embedded::translation {
 /// SQLite accepts neither brackets nor (MAX) after a type's name, but any text in quotes.
 std::string sqliteDeclaration(std::string_view declaration)
 {
+    // SQLite would number a primary key of the type INTEGER.
+    if (sameName(declaration, "INTEGER")) return "INT";
     const bool plain =
         std::none_of(declaration.begin(), declaration.end(), [](char c) { return c == '[' || c == ']' || c == '"'; });
     const bool unlimited = parseDeclaredType(declaration).length < 0 && declaration.find('(') != std::string_view::npos;
@@ -49,16 +51,9 @@ void Translator::nameList(std::span<const Name> names)
     emitter_.write(")");
 }
 
-/// Collects the columns first: constraints and defaults are bound against the table that is being created. Then checks
-/// the identity column, and writes columns and constraints. A primary key of the identity column alone is written with
-/// the column, not again as a constraint.
-void Translator::createTable(const CreateTableStatement& create)
+/// The table that is being created, against which its constraints and defaults are bound.
+Table Translator::declaredTable(const CreateTableStatement& create)
 {
-    if (schema_.table(create.table.text) != nullptr) {
-        source_.refuse(create.table.offset, 2714,
-                       "There is already an object named '" + std::string(create.table.text) + "' in the database.",
-                       "42S01");
-    }
     Table table;
     table.name = create.table.text;
     for (const ColumnDefinition& column : create.columns) {
@@ -67,8 +62,28 @@ void Translator::createTable(const CreateTableStatement& create)
                            "Column names in each table must be unique. Column name '" + std::string(column.name.text) +
                                "' in table '" + table.name + "' is specified more than once.");
         }
-        table.columns.push_back({std::string(column.name.text), column.type, column.identity});
+        TableColumn& added = table.columns.emplace_back();
+        added = {std::string(column.name.text), column.type, column.identity};
+        added.nullable = !column.notNull && !column.primaryKey && !column.identity;
+        added.binary = column.binary;
     }
+    if (const TableConstraint* key = primaryKey(create)) {
+        for (const Name& name : key->columns)
+            table.columns[static_cast<std::size_t>(binder_.requireColumn(table, name))].nullable = false;
+    }
+    return table;
+}
+
+/// Checks the identity column, then writes columns and constraints. A primary key of the identity column alone is
+/// written with the column, not again as a constraint.
+void Translator::createTable(const CreateTableStatement& create)
+{
+    if (schema_.table(create.table.text) != nullptr) {
+        source_.refuse(create.table.offset, 2714,
+                       "There is already an object named '" + std::string(create.table.text) + "' in the database.",
+                       "42S01");
+    }
+    const Table table = declaredTable(create);
     const TableConstraint* key = primaryKey(create);
     const auto identities = std::count_if(create.columns.begin(), create.columns.end(),
                                           [](const ColumnDefinition& column) { return column.identity; });
@@ -100,6 +115,25 @@ void Translator::createTable(const CreateTableStatement& create)
         tableConstraint(constraint, table, identities > 0);
     }
     emitter_.write(")");
+    uniqueNulls(create, table);
+}
+
+/// The index for the Nulls of each UNIQUE constraint, numbered since a constraint needs no name.
+void Translator::uniqueNulls(const CreateTableStatement& create, const Table& table)
+{
+    std::int32_t number = 0;
+    for (const ColumnDefinition& column : create.columns) {
+        if (!column.unique) continue;
+        const std::int32_t index = binder_.requireColumn(table, column.name);
+        oneNull(table, {&index, 1}, "constraint", std::to_string(++number));
+    }
+    for (const TableConstraint& constraint : create.constraints) {
+        if (constraint.kind != ConstraintKind::Unique) continue;
+        std::vector<std::int32_t> columns;
+        for (const Name& name : constraint.columns)
+            columns.push_back(binder_.requireColumn(table, name));
+        oneNull(table, columns, "constraint", std::to_string(++number));
+    }
 }
 
 /// A column numbered by the database is SQLite's row key; another primary key beside it becomes UNIQUE.
@@ -207,15 +241,15 @@ void Translator::createIndex(const CreateIndexStatement& create)
     emitter_.write(" ON ");
     emitter_.writeName(table.name);
     emitter_.write(" (");
-    bool first = true;
+    std::vector<std::int32_t> columns;
     for (const IndexColumn& column : create.columns) {
-        if (!first) emitter_.write(", ");
-        first = false;
-        const std::int32_t index = binder_.requireColumn(table, column.name);
-        emitter_.writeName(table.columns[static_cast<std::size_t>(index)].name);
+        if (!columns.empty()) emitter_.write(", ");
+        columns.push_back(binder_.requireColumn(table, column.name));
+        emitter_.writeName(table.columns[static_cast<std::size_t>(columns.back())].name);
         if (column.descending) emitter_.write(" DESC");
     }
     emitter_.write(")");
+    if (create.unique) oneNull(table, columns, "index", create.index.text);
 }
 
 /// The view is stored as translated text. Every column must have a name, from the column list or from the query.
@@ -258,6 +292,8 @@ void Translator::drop(const DropStatement& drop)
         step_.target = table.name;
         emitter_.write(drop.ifExists ? "DROP INDEX IF EXISTS " : "DROP INDEX ");
         emitter_.writeName(indexName(table, drop.name));
+        emitter_.write("; DROP INDEX IF EXISTS ");
+        emitter_.writeName(oneNullIndexName("index", table.name, drop.name.text));
         return;
     }
     const Table* table = schema_.table(drop.name.text);

@@ -44,6 +44,8 @@ Step Translator::translate(const ParsedStep& parsed, RowKey rowKey)
     case StepKind::Commit: step_.kind = Step::Kind::Commit; break;
     case StepKind::Rollback: step_.kind = Step::Kind::Rollback; break;
     case StepKind::NoCount: step_.kind = Step::Kind::NoCount; break;
+    case StepKind::XactAbort: step_.kind = Step::Kind::XactAbort; break;
+    case StepKind::IdentityInsert: identityInsert(parsed.name); break;
     case StepKind::DateFormat: step_.kind = Step::Kind::DateFormat; break;
     case StepKind::Jump: step_.kind = Step::Kind::Jump; break;
     case StepKind::Nothing: step_.kind = Step::Kind::Nothing; break;
@@ -197,10 +199,12 @@ void Translator::insert(const InsertStatement& insert)
     emitter_.write("INSERT INTO ");
     emitter_.writeName(table.name);
     if (insert.defaults) {
+        checkIdentity(insert, table, {});
         emitter_.write(" DEFAULT VALUES");
         return;
     }
     const std::span<std::int32_t> columns = insertColumns(insert, table);
+    checkIdentity(insert, table, columns);
     if (insert.query != nullptr) {
         columnList(table, columns);
         insertQuery(insert, table, columns);
@@ -455,6 +459,7 @@ void Translator::update(const UpdateStatement& update)
         emitter_.where(update.where);
     }
     lockProbe(target, update.from, joined, update.where);
+    newRows(update, target, joined);
 }
 
 /// SQLite's UPDATE does not find its own table in FROM: the joined rows are taken by their row keys.

@@ -28,7 +28,10 @@ private:
     void describe(std::span<const OutputColumn> outputs);
     const Source* keySource(const Query& query) const;
 
+    void identityInsert(const Name& name);
     void insert(const InsertStatement& insert);
+    /// Errors 544, 545 and 8101: the identity column has a value, or none, against SET IDENTITY_INSERT.
+    void checkIdentity(const InsertStatement& insert, const Table& table, std::span<const std::int32_t> columns);
     /// Positions of the columns that receive values: those listed, or all but the identity column.
     std::span<std::int32_t> insertColumns(const InsertStatement& insert, const Table& table);
     void unconvertedRow(const ExprList& row, const Table& table, std::span<const std::int32_t> kept);
@@ -38,6 +41,8 @@ private:
     std::span<std::int32_t> withoutDefaults(const InsertStatement& insert, std::span<std::int32_t> columns);
 
     void update(const UpdateStatement& update);
+    /// Writes the query for the new values of the rows that the statement touches.
+    void newRows(const UpdateStatement& update, const Source& target, bool joined);
     void checkAssignedOnce(const UpdateStatement& update, const Assignment& assignment) const;
     void updateAssignments(const UpdateStatement& update, const Source& target, bool fromRows);
     // UPDATE ... FROM in which the target is one of the joined tables.
@@ -49,7 +54,9 @@ private:
     void lockProbe(const Source& target, const FromItem* from, bool joined, const Expr* where);
     void bindWhere(Expr* where, Scope& scope);
 
+    Table declaredTable(const CreateTableStatement& create);
     void createTable(const CreateTableStatement& create);
+    void uniqueNulls(const CreateTableStatement& create, const Table& table);
     void columnDefinition(const ColumnDefinition& column, const Table& table, bool inKey);
     /// @param demoted  a primary key becomes UNIQUE, since an identity column is SQLite's primary key
     void tableConstraint(const TableConstraint& constraint, const Table& table, bool demoted);
@@ -57,6 +64,9 @@ private:
     void referenceTo(const Name& table, std::span<const Name> columns, std::string_view actions);
     void nameList(std::span<const Name> names);
     void createIndex(const CreateIndexStatement& create);
+    /// Appends the index that lets only one Null into a unique key; nothing for a key without nullable columns.
+    void oneNull(const Table& table, std::span<const std::int32_t> columns, std::string_view kind,
+                 std::string_view name);
     void createView(const CreateViewStatement& create);
     void drop(const DropStatement& drop);
     void alter(const AlterStatement& alter);

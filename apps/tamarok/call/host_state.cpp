@@ -16,15 +16,19 @@ Platform hostPlatform(std::string_view locale, const std::shared_ptr<RecordingMe
     return platform;
 }
 
-/// Rolls back the transaction of a connection; false where it has none.
+/// The number of the server's error for a rollback without a transaction.
+constexpr std::int32_t nothingToRollBack = 3903;
+
+/// Rolls back the transaction of a connection; false where it has none. Any other failure is passed on.
 bool rollBack(ado::Connection& connection)
 {
     if (connection.State() == ado::ObjectState::Closed) return false;
     try {
         connection.RollbackTrans();
         return true;
-    } catch (const Error&) {
-        return false; // The back end refuses it where no transaction is open.
+    } catch (const Error& error) {
+        if (error.nativeError != nothingToRollBack) throw;
+        return false;
     }
 }
 

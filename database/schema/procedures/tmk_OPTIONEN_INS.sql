@@ -1,10 +1,19 @@
 -- Stores one setting of the installation in OPTIONEN, inserting its row where it has none.
 --
---   @PROPERTY  name of the property; its row is found without regard to case
+--   @PROPERTY  name of the property. Names compare exactly: a call for date_to leaves the row DATE_TO as it is and
+--              makes a row of its own. A name that differs from another one in trailing blanks only is refused
+--              (error 2627), since the server's keys do not tell them apart
 --   @KIND      which column the value goes to: 1 text, 2 number, 3 double, 4 date
---   @VALUE     the value as text; an empty text means no value (Null). Numbers have a decimal point;
---              dates are read day first with points, year first with hyphens, and with slashes in the
---              session's date order
+--   @VALUE     the value as text; an empty text means no value (Null). Numbers have a decimal point. A date is the
+--              short regional form of the caller's machine
+--
+-- 05/03/2024 does not tell whether it is day or month first. The caller's machine tells it once for each connection,
+-- before its first call:
+--
+--     EXEC sp_set_session_context N'tamarok_date_order', N'dmy'
+--
+-- with dmy, mdy, ymd or ydm, the order of its short date. Where a connection has not been told, dates are read day
+-- first with points, year first with hyphens, and with slashes in the session's date order (SET DATEFORMAT).
 --
 -- Two users may store the same new property at once. The first call locks the row, or the gap where it
 -- would be (UPDLOCK, HOLDLOCK), until the end of its transaction; the second call waits and then finds the
@@ -31,20 +40,42 @@ BEGIN
     DECLARE @NUMBER INT, @DOUBLE FLOAT, @DATE SMALLDATETIME
     IF @KIND = 2 SET @NUMBER = CONVERT(INT, @GIVEN)
     IF @KIND = 3 SET @DOUBLE = CONVERT(FLOAT, @GIVEN)
-    IF @KIND = 4 AND @GIVEN LIKE '%.%.%' SET @DATE = CONVERT(SMALLDATETIME, @GIVEN, 104)
-    ELSE IF @KIND = 4 AND @GIVEN LIKE '[0-9][0-9][0-9][0-9]-%' SET @DATE = CONVERT(SMALLDATETIME, @GIVEN, 120)
-    ELSE IF @KIND = 4 SET @DATE = CONVERT(SMALLDATETIME, @GIVEN)
+    IF @KIND = 4
+    BEGIN
+        -- Some regional forms have blanks behind their points, and a point at the end: "2024. 03. 05."
+        SET @GIVEN = REPLACE(@GIVEN, '. ', '.')
+        IF @GIVEN LIKE '%.' SET @GIVEN = LEFT(@GIVEN, LEN(@GIVEN) - 1)
+        DECLARE @ORDER VARCHAR(3)
+        SET @ORDER = CONVERT(VARCHAR(3), SESSION_CONTEXT(N'tamarok_date_order'))
+        -- The order of a procedure ends with it.
+        IF @ORDER = 'dmy' SET DATEFORMAT dmy
+        IF @ORDER = 'mdy' SET DATEFORMAT mdy
+        IF @ORDER = 'ymd' SET DATEFORMAT ymd
+        IF @ORDER = 'ydm' SET DATEFORMAT ydm
+        IF @GIVEN LIKE '[0-9][0-9][0-9][0-9]-%' AND ISNULL(@ORDER, 'ymd') <> 'ydm'
+            SET @DATE = CONVERT(SMALLDATETIME, @GIVEN, 120)
+        ELSE IF @ORDER IS NULL AND @GIVEN LIKE '%.%.%' AND @GIVEN NOT LIKE '[0-9][0-9][0-9][0-9].%'
+            SET @DATE = CONVERT(SMALLDATETIME, @GIVEN, 104)
+        ELSE
+            SET @DATE = CONVERT(SMALLDATETIME, @GIVEN)
+    END
 
     BEGIN TRANSACTION
 
-    IF NOT EXISTS (SELECT 1 FROM OPTIONEN WITH (UPDLOCK, HOLDLOCK) WHERE UPPER(PROPERTY_ID) = UPPER(@PROPERTY))
+    -- A comparison of texts ignores trailing blanks under every collation, hence the lengths.
+    DECLARE @BYTES INT
+    SET @BYTES = DATALENGTH(CONVERT(NVARCHAR(30), @PROPERTY))
+    IF NOT EXISTS (SELECT 1 FROM OPTIONEN WITH (UPDLOCK, HOLDLOCK)
+                   WHERE PROPERTY_ID = @PROPERTY COLLATE Latin1_General_BIN AND DATALENGTH(PROPERTY_ID) = @BYTES)
         INSERT INTO OPTIONEN (PROPERTY_ID) VALUES (@PROPERTY)
 
     -- A blank text is a text; only the empty one means Null.
-    IF @KIND = 1 UPDATE OPTIONEN SET TEXT_VALUE = NULLIF(@VALUE, '') WHERE UPPER(PROPERTY_ID) = UPPER(@PROPERTY)
-    IF @KIND = 2 UPDATE OPTIONEN SET NUMBER_VALUE = @NUMBER WHERE UPPER(PROPERTY_ID) = UPPER(@PROPERTY)
-    IF @KIND = 3 UPDATE OPTIONEN SET DOUBLE_VALUE = @DOUBLE WHERE UPPER(PROPERTY_ID) = UPPER(@PROPERTY)
-    IF @KIND = 4 UPDATE OPTIONEN SET DATE_VALUE = @DATE WHERE UPPER(PROPERTY_ID) = UPPER(@PROPERTY)
+    UPDATE OPTIONEN
+        SET TEXT_VALUE = CASE WHEN @KIND = 1 THEN NULLIF(@VALUE, '') ELSE TEXT_VALUE END,
+            NUMBER_VALUE = CASE WHEN @KIND = 2 THEN @NUMBER ELSE NUMBER_VALUE END,
+            DOUBLE_VALUE = CASE WHEN @KIND = 3 THEN @DOUBLE ELSE DOUBLE_VALUE END,
+            DATE_VALUE = CASE WHEN @KIND = 4 THEN @DATE ELSE DATE_VALUE END
+        WHERE PROPERTY_ID = @PROPERTY COLLATE Latin1_General_BIN AND DATALENGTH(PROPERTY_ID) = @BYTES
 
     COMMIT TRANSACTION
 END

@@ -4,6 +4,8 @@
 #include "tamarok_tsql/date_value.h"
 #include "test_database.h"
 
+#include "tamarok/comm_conv.h"
+
 /// The same date text means the same as a literal, as the value of a column and as a parameter.
 namespace tamarok::embedded::test {
 namespace {
@@ -48,16 +50,17 @@ constexpr DateText dateTexts[] = {
     {"2024-02-29", "2024-02-29"},
     {"2023-02-29", "error 242"},
     {"1900-02-29", "error 242"},
-    // points: day first
-    {"05.03.2024", "2024-03-05"},
-    {"5.3.24", "2024-03-05"},
-    {"31.12.49", "2049-12-31"},
-    {"31.12.50", "1950-12-31"},
-    {"5. 3. 2024", "2024-03-05"},
+    // points: the date order
+    {"03.05.2024", "2024-03-05"},
+    {"3.5.24", "2024-03-05"},
+    {"12.31.49", "2049-12-31"},
+    {"12.31.50", "1950-12-31"},
+    {"31.12.50", "error 242"},
+    {"3. 5. 2024", "2024-03-05"},
     {"2024.03.05", "2024-03-05"},
-    {"31.02.2024", "error 242"},
+    {"02.31.2024", "error 242"},
     {"31.31.2020", "error 242"},
-    {"0.1.2020", "error 242"},
+    {"1.0.2020", "error 242"},
     {"1.2", "error 241"},
     {"1.2.3.4", "error 241"},
     {"1.2-2020", "error 241"},
@@ -101,7 +104,7 @@ constexpr DateText dateTexts[] = {
     {"2024-03-05T", "error 241"},
     {"2024-03-05T 10:15", "error 241"},
     {"20240305 2:05 PM", "2024-03-05 14:05:00.000"},
-    {"5.3.2024 14:05", "2024-03-05 14:05:00.000"},
+    {"3.5.2024 14:05", "2024-03-05 14:05:00.000"},
     {"Mar  5 2024 10:15AM", "2024-03-05 10:15:00.000"},
     {"2024-03-05 10:15 10:16", "error 241"},
     {"2024-03-05 2024-03-06", "error 241"},
@@ -176,7 +179,7 @@ class DateTexts : public testing::Test {
 protected:
     DateTexts()
     {
-        run(connection_, "CREATE TABLE TEXTS (X NVARCHAR(60))");
+        run(connection_, "SET DATEFORMAT mdy CREATE TABLE TEXTS (X NVARCHAR(60))");
         for (const char* const type : {"datetime", "date", "time", "smalldatetime", "datetime2"})
             run(connection_, std::string{"CREATE TABLE D_"} + type + " (X " + type + ")");
     }
@@ -286,11 +289,55 @@ TEST_F(DateTexts, FollowTheDateOrder)
         {"ydm", "24/03/05", "2024-05-03"},   {"myd", "03/24/05", "2024-03-05"},   {"dym", "05/24/03", "2024-03-05"},
         {"ymd", "24-3-5", "2024-03-05"},     {"dmy", "5-3-2024", "2024-03-05"},   {"dmy", "2024-03-05", "2024-03-05"},
         {"dmy", "20240305", "2024-03-05"},   {"dmy", "31/12/2024", "2024-12-31"}, {"dmy", "12/31/2024", "error 242"},
-        {"myd", "03/2024/05", "2024-03-05"}, {"ymd", "03/05/2024", "2024-03-05"},
+        {"myd", "03/2024/05", "2024-03-05"}, {"ymd", "03/05/2024", "2024-03-05"}, {"dmy", "5.3.2024", "2024-03-05"},
+        {"mdy", "5.3.2024", "2024-05-03"},   {"ymd", "24.3.5", "2024-03-05"},     {"dmy", "31.12.49", "2049-12-31"},
+        {"dmy", "2024/03/05", "2024-05-03"}, {"dmy", "2024.03.05", "2024-05-03"}, {"ymd", "2024/03/05", "2024-03-05"},
+        {"ydm", "2024-03-05", "2024-03-05"}, {"ydm", "2024.03.05", "2024-05-03"}, {"mdy", "2024.03.05", "2024-03-05"},
     };
     for (const OrderRow& row : rows) {
         run(connection_, std::string{"SET DATEFORMAT "} + row.order);
         check("datetime", row.text, row.answer);
+    }
+}
+
+TEST_F(DateTexts, AreDayFirstUnlessToldOtherwise)
+{
+    const auto fresh = connectInMemory();
+    for (const char* const text : {"5/3/2024", "5.3.2024", "5-3-2024", "2024-03-05"})
+        EXPECT_EQ(valueOf(fresh, "SELECT CAST('" + std::string{text} + "' AS datetime)"), Variant{makeDate(2024, 3, 5)})
+            << text;
+    EXPECT_EQ(fresh->ConnectionString(), "Provider=Tamarok.Embedded;Data Source=:memory:");
+    OpenOptions american;
+    american.dateOrder = tsql::DateOrder::Mdy;
+    const auto other = connectInMemory(american);
+    EXPECT_EQ(valueOf(other, "SELECT CAST('5.3.2024' AS datetime)"), Variant{makeDate(2024, 5, 3)});
+    EXPECT_EQ(other->ConnectionString(), "Provider=Tamarok.Embedded;Data Source=:memory:;Date Order=MDY");
+}
+
+/// A session writes its dates by TransDate in the format of its record; the connection must have that order.
+TEST_F(DateTexts, OfASessionAreReadAsTheyWereMeant)
+{
+    struct Setting {
+        const char* format;
+        const char* order;
+    };
+    for (const Setting& setting :
+         {Setting{"DMY", "dmy"}, Setting{"MDY", "mdy"}, Setting{"YMD", "ymd"}, Setting{"YDM", "ydm"},
+          Setting{"DD.MM.YYYY", "dmy"}, Setting{"MM.DD.YYYY", "mdy"}, Setting{"YYYY.MM.DD", "ymd"},
+          Setting{"DD-MM-YYYY", "dmy"}, Setting{"YYYY-MM-DD", "dmy"}}) {
+        run(connection_, std::string{"SET DATEFORMAT "} + setting.order);
+        for (std::int32_t month = 1; month <= 12; ++month) {
+            for (const std::int32_t day : {1, 5, 12, 13, 28}) {
+                const Date date = makeDate(2024, month, day);
+                const std::string text = Comm_Conv{}.TransDate(date, setting.format).asString();
+                const std::string where = std::string{setting.format} + " " + text;
+                EXPECT_EQ(answer("SELECT CAST('" + text + "' AS datetime)"), storedTextOf(date)) << where;
+                EXPECT_EQ(answerOfInsert("smalldatetime", "VALUES ('" + text + "')"), storedTextOf(date)) << where;
+                EXPECT_EQ(valueOf(connection_, "SELECT COUNT(*) FROM D_smalldatetime WHERE X = '" + text + "'"),
+                          Variant{1})
+                    << where;
+            }
+        }
     }
 }
 

@@ -2,6 +2,7 @@
 #include <sqlite3.h>
 #include <sys/mount.h>
 
+#include "support/other_account.h"
 #include "test_database.h"
 
 namespace tamarok::embedded::test {
@@ -236,19 +237,25 @@ TEST_F(FileChecks, fullDisk)
     EXPECT_EQ(valueOf(connection, "SELECT COUNT(*) FROM T"), Variant{written});
 }
 
-TEST_F(FileChecks, folderWithoutPermission)
+/// Root may write everywhere, so that it takes another account.
+TEST_F(FileChecks, folderAndFileWithoutPermission)
 {
-    if (::geteuid() == 0) {
-        GTEST_SKIP() << "root may write everywhere";
-    }
+    using std::filesystem::perms;
+    const std::filesystem::path file = folder_ / "closed/a.db";
+    const auto opening = [&] { return failureOf([&] { connect(file); }).description; };
+    const auto asUser = [&] {
+        return tamarok::test::canChangeAccount() ? tamarok::test::asOtherAccount(opening) : opening();
+    };
+    std::filesystem::permissions(folder_.path(), perms{0755});
     std::filesystem::create_directory(folder_ / "closed");
-    run(create(folder_ / "closed/a.db"), "CREATE TABLE T (A INT)");
-    std::filesystem::permissions(folder_ / "closed",
-                                 std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
-    refuses(folder_ / "closed/a.db", "Permission denied");
-    std::filesystem::permissions(folder_ / "closed", std::filesystem::perms::owner_all);
-    std::filesystem::permissions(folder_ / "closed/a.db", std::filesystem::perms::owner_read);
-    refuses(folder_ / "closed/a.db", "Permission denied");
+    run(create(file), "CREATE TABLE T (A INT)");
+    std::filesystem::permissions(file, perms{0666});
+    std::filesystem::permissions(folder_ / "closed", perms{0555});
+    EXPECT_EQ(asUser(),
+              "Cannot open the database '" + file.string() + "': its folder cannot be written: Permission denied.");
+    std::filesystem::permissions(folder_ / "closed", perms{0777});
+    std::filesystem::permissions(file, perms{0444});
+    EXPECT_EQ(asUser(), "Cannot open the database '" + file.string() + "': Permission denied.");
 }
 
 struct BadText {
@@ -282,10 +289,10 @@ TEST_F(FileChecks, connectionTextOpens)
 {
     const std::string file = (folder_ / "a.db").string();
     connectText("Provider=Tamarok.Embedded;Data Source=" + file + ";Mode=Create")->Close();
-    const auto connection = connectText("data source = '" + file + "' ; DATE ORDER=dmy;");
-    EXPECT_EQ(connection->ConnectionString(), "Provider=Tamarok.Embedded;Data Source=" + file + ";Date Order=DMY");
-    EXPECT_EQ(valueOf(connection, "SELECT MONTH('02/03/2020')"), Variant{3});
-    EXPECT_EQ(valueOf(connect(file), "SELECT MONTH('02/03/2020')"), Variant{2});
+    const auto connection = connectText("data source = '" + file + "' ; DATE ORDER=mdy;");
+    EXPECT_EQ(connection->ConnectionString(), "Provider=Tamarok.Embedded;Data Source=" + file + ";Date Order=MDY");
+    EXPECT_EQ(valueOf(connection, "SELECT MONTH('02/03/2020')"), Variant{2});
+    EXPECT_EQ(valueOf(connect(file), "SELECT MONTH('02/03/2020')"), Variant{3});
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 #include "tamarok_embedded/procedures.h"
 #include "test_database.h"
 
+#include "tamarok/platform.h"
+
 namespace tamarok::embedded::test {
 namespace {
 
@@ -61,31 +63,62 @@ TEST_F(OptionenIns, doubleWithPoint)
     EXPECT_EQ(stored("DOUBLE_VALUE"), Variant{1234.5});
 }
 
-TEST_F(OptionenIns, oneRowWhateverTheCase)
+TEST_F(OptionenIns, oneRowForAllKinds)
 {
-    call("Order_By", 2, "1");
+    call("ORDER_BY", 2, "1");
     call("ORDER_BY", 1, "x");
-    call("order_by", 3, "0.5");
-    EXPECT_EQ(stored("PROPERTY_ID"), Variant{"Order_By"}) << "under the name as it was first given";
+    call("ORDER_BY", 3, "0.5");
     EXPECT_EQ(stored("NUMBER_VALUE"), Variant{1}) << "the other kinds stay";
     EXPECT_EQ(stored("TEXT_VALUE"), Variant{"x"});
     EXPECT_EQ(stored("DOUBLE_VALUE"), Variant{0.5});
 }
 
+/// Under any collation of the column: this one makes all these names equal.
+TEST_F(OptionenIns, namesCompareExactly)
+{
+    const std::vector<std::string> names{"DATE_TO",   "date_to",  "Date_To", "DATE_TO ",
+                                         "DATE_TO  ", " DATE_TO", "DATE_TÖ"};
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        call(names[i], 2, Variant{static_cast<std::int32_t>(i)});
+    }
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        call(names[i], 1, names[i]);
+    }
+    const auto cursor = open(connection_, "SELECT PROPERTY_ID, TEXT_VALUE FROM OPTIONEN ORDER BY NUMBER_VALUE");
+    for (const std::string& name : names) {
+        ASSERT_TRUE(cursor->next());
+        EXPECT_EQ(cursor->value(0), Variant{name});
+        EXPECT_EQ(cursor->value(1), Variant{name});
+    }
+    EXPECT_FALSE(cursor->next());
+}
+
+TEST_F(OptionenIns, aMissUnderAnotherCaseLeavesTheStoredDate)
+{
+    call("DATE_TO", 4, "20240305");
+    call("date_to", 4, "");
+    EXPECT_EQ(valueOf(connection_, "SELECT MAX(DATE_VALUE) FROM OPTIONEN"), Variant{makeDate(2024, 3, 5)});
+    EXPECT_EQ(valueOf(connection_, "SELECT COUNT(*) FROM OPTIONEN"), Variant{2});
+}
+
 struct DateCase {
-    const char* order;
+    const char* locale;
     const char* text;
     Date value;
 };
 
+/// The order is that of the machine's regional settings, not that of the connection.
 TEST_F(OptionenIns, dates)
 {
     const Date day = makeDate(2024, 3, 2);
     for (const DateCase& row :
-         {DateCase{"mdy", "02.03.2024", day}, DateCase{"mdy", "2.3.2024 06:00:00", Date{day.days + 0.25}},
-          DateCase{"mdy", "2024-03-02", day}, DateCase{"mdy", "3/2/2024", day}, DateCase{"dmy", "02/03/2024", day},
-          DateCase{"dmy", "20240302", day}}) {
-        run(connection_, std::string{"SET DATEFORMAT "} + row.order);
+         {DateCase{"de-AT", "02.03.2024", day}, DateCase{"de-AT", "2.3.2024 06:00:00", Date{day.days + 0.25}},
+          DateCase{"en-US", "2024-03-02", day}, DateCase{"en-US", "3/2/2024", day},
+          DateCase{"en-GB", "02/03/2024", day}, DateCase{"en-US", "20240302", day},
+          DateCase{"en-GB", "20240302", day}}) {
+        Platform platform;
+        platform.regional = Regional::named(row.locale);
+        const PlatformScope scope{platform};
         call("DATE_TO", 4, "");
         EXPECT_EQ(stored("DATE_VALUE"), Variant{Null{}});
         call("DATE_TO", 4, row.text);
@@ -112,7 +145,7 @@ TEST_F(OptionenIns, byExec)
 {
     run(connection_, "EXEC tmk_OPTIONEN_INS 'A', 2, '7'");
     EXPECT_EQ(stored("NUMBER_VALUE"), Variant{7});
-    run(connection_, "EXEC dbo.TMK_optionen_ins @VALUE = '8', @PROPERTY = 'a', @KIND = 2");
+    run(connection_, "EXEC dbo.TMK_optionen_ins @VALUE = '8', @PROPERTY = 'A', @KIND = 2");
     EXPECT_EQ(stored("NUMBER_VALUE"), Variant{8});
 }
 

@@ -20,11 +20,11 @@ TEST(Dates, OutOfTexts)
         {"tm_datetime('5.3.24')", "'2024-03-05 00:00:00.000'"},
         {"tm_datetime('31.12.49')", "'2049-12-31 00:00:00.000'"},
         {"tm_datetime('31.12.50')", "'1950-12-31 00:00:00.000'"},
-        {"tm_datetime('03/05/2024')", "'2024-03-05 00:00:00.000'"},
-        {"tm_datetime('13/05/2024')", "error 242:The conversion of a nvarchar data type to a datetime data type "
-                                      "resulted in an out-of-range value. Value: '13/05/2024'."},
-        {"tm_datetime('2024/03/05')", "'2024-03-05 00:00:00.000'"},
-        {"tm_datetime('03-05-2024')", "'2024-03-05 00:00:00.000'"},
+        {"tm_datetime('05/03/2024')", "'2024-03-05 00:00:00.000'"},
+        {"tm_datetime('05/13/2024')", "error 242:The conversion of a nvarchar data type to a datetime data type "
+                                      "resulted in an out-of-range value. Value: '05/13/2024'."},
+        {"tm_datetime('2024/05/03')", "'2024-03-05 00:00:00.000'"},
+        {"tm_datetime('05-03-2024')", "'2024-03-05 00:00:00.000'"},
         {"tm_datetime('Mar 5 2024')", "'2024-03-05 00:00:00.000'"},
         {"tm_datetime('March 5, 2024 10:15PM')", "'2024-03-05 22:15:00.000'"},
         {"tm_datetime('5 Mar 2024')", "'2024-03-05 00:00:00.000'"},
@@ -103,7 +103,7 @@ TEST(Dates, Rounding)
     checkRows(rows);
 }
 
-TEST(Dates, SlashesByTheConnectionsOrder)
+TEST(Dates, ByTheConnectionsOrder)
 {
     ScratchDatabase database;
     const auto read = [&database](tsql::DateOrder order, std::string_view text) {
@@ -118,7 +118,8 @@ TEST(Dates, SlashesByTheConnectionsOrder)
     EXPECT_EQ(read(tsql::DateOrder::Dym, "05/24/03"), "2024-03-05");
     EXPECT_EQ(read(tsql::DateOrder::Dmy, "2024-03-05"), "2024-03-05");
     EXPECT_EQ(read(tsql::DateOrder::Dmy, "03-05-2024"), "2024-05-03");
-    EXPECT_EQ(read(tsql::DateOrder::Mdy, "03.05.2024"), "2024-05-03");
+    EXPECT_EQ(read(tsql::DateOrder::Mdy, "03.05.2024"), "2024-03-05");
+    EXPECT_EQ(read(tsql::DateOrder::Dmy, "03.05.2024"), "2024-05-03");
 }
 
 TEST(Dates, StylesToText)

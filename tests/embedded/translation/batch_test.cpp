@@ -14,7 +14,7 @@ Step translateOne(std::string_view text, RowKey rowKey = RowKey::Omitted)
     const TestDatabase database;
     const ParsedBatch batch(text);
     EXPECT_EQ(batch.steps().size(), 1U);
-    return translateStep(batch, 0, database, DateOrder::Mdy, rowKey);
+    return translateStep(batch, 0, database, DateOrder::Dmy, rowKey);
 }
 
 TEST(Batches, IfAndElseBecomeJumps)
@@ -22,10 +22,10 @@ TEST(Batches, IfAndElseBecomeJumps)
     const TestDatabase database;
     const ParsedBatch batch("IF EXISTS(SELECT 1) BEGIN SELECT 1 SELECT 2 END ELSE SELECT 3 SELECT 4");
     ASSERT_EQ(batch.steps().size(), 6U);
-    EXPECT_EQ(translateStep(batch, 0, database, DateOrder::Mdy).kind, Step::Kind::JumpUnless);
-    EXPECT_EQ(translateStep(batch, 0, database, DateOrder::Mdy).jump, 4U);
-    EXPECT_EQ(translateStep(batch, 3, database, DateOrder::Mdy).kind, Step::Kind::Jump);
-    EXPECT_EQ(translateStep(batch, 3, database, DateOrder::Mdy).jump, 5U);
+    EXPECT_EQ(translateStep(batch, 0, database, DateOrder::Dmy).kind, Step::Kind::JumpUnless);
+    EXPECT_EQ(translateStep(batch, 0, database, DateOrder::Dmy).jump, 4U);
+    EXPECT_EQ(translateStep(batch, 3, database, DateOrder::Dmy).kind, Step::Kind::Jump);
+    EXPECT_EQ(translateStep(batch, 3, database, DateOrder::Dmy).jump, 5U);
 }
 
 TEST(Batches, IfTakesOneArmOnly)
@@ -42,8 +42,8 @@ TEST(Batches, ParametersAreCountedOverTheBatchAndMappedInTheOrderOfTheText)
 {
     const TestDatabase database;
     const ParsedBatch batch("SELECT ? SELECT NULLIF(?, ?), ?");
-    EXPECT_THAT(translateStep(batch, 0, database, DateOrder::Mdy).parameters, ElementsAre(0));
-    EXPECT_THAT(translateStep(batch, 1, database, DateOrder::Mdy).parameters, ElementsAre(1, 2, 3));
+    EXPECT_THAT(translateStep(batch, 0, database, DateOrder::Dmy).parameters, ElementsAre(0));
+    EXPECT_THAT(translateStep(batch, 1, database, DateOrder::Dmy).parameters, ElementsAre(1, 2, 3));
 }
 
 TEST(Batches, TheLockProbeHasItsOwnParameters)
@@ -109,7 +109,8 @@ TEST(Batches, SettingsAndTransactionsAreSteps)
     EXPECT_EQ(translateOne("SET DATEFORMAT YMD").dateOrder, DateOrder::Ymd);
     EXPECT_EQ(translateOne("SET LANGUAGE Deutsch").dateOrder, DateOrder::Dmy);
     EXPECT_EQ(translateOne("SET ANSI_NULLS ON").kind, Step::Kind::Nothing);
-    EXPECT_EQ(translateOne("SET IDENTITY_INSERT LOGS ON").kind, Step::Kind::Nothing);
+    EXPECT_EQ(translateOne("SET IDENTITY_INSERT LOGS ON").kind, Step::Kind::IdentityInsert);
+    EXPECT_EQ(translateOne("SET XACT_ABORT ON").kind, Step::Kind::XactAbort);
     EXPECT_EQ(translateOne("SET TRANSACTION ISOLATION LEVEL READ COMMITTED").kind, Step::Kind::Nothing);
     EXPECT_EQ(translateOne("BEGIN TRAN").kind, Step::Kind::Begin);
     EXPECT_EQ(translateOne("BEGIN TRANSACTION T1").kind, Step::Kind::Begin);
@@ -131,9 +132,9 @@ TEST(Batches, ATranslationCanBeRepeatedAfterTheSchemaChanged)
 {
     TestDatabase database;
     const ParsedBatch batch("SELECT * FROM HOLZART ORDER BY HA");
-    const std::size_t before = translateStep(batch, 0, database, DateOrder::Mdy).columns.size();
+    const std::size_t before = translateStep(batch, 0, database, DateOrder::Dmy).columns.size();
     database.run("ALTER TABLE HOLZART ADD NEU INT NULL");
-    EXPECT_EQ(translateStep(batch, 0, database, DateOrder::Mdy).columns.size(), before + 1);
+    EXPECT_EQ(translateStep(batch, 0, database, DateOrder::Dmy).columns.size(), before + 1);
 }
 
 TEST(Batches, DeclaredTypesComeBackFromSqliteAsDeclared)

@@ -124,7 +124,7 @@ std::optional<std::size_t> lengthOf(const TestDatabase& database, std::string_vi
         text = filled(level % 2 == 0 ? a : b, text);
     try {
         const ParsedBatch batch("SELECT " + text + " FROM LOGS");
-        return translateStep(batch, 0, database, DateOrder::Mdy).text.size();
+        return translateStep(batch, 0, database, DateOrder::Dmy).text.size();
     } catch (const Error& error) {
         EXPECT_EQ(error.number, errors::statementRefused) << text;
         return std::nullopt;
@@ -187,7 +187,7 @@ std::string refusal(const std::string& text)
         const TestDatabase database;
         const ParsedBatch batch(text);
         for (std::size_t i = 0; i < batch.steps().size(); ++i)
-            static_cast<void>(translateStep(batch, i, database, DateOrder::Mdy));
+            static_cast<void>(translateStep(batch, i, database, DateOrder::Dmy));
     } catch (const Error& error) {
         return std::to_string(error.nativeError) + " " + error.description;
     }
@@ -221,7 +221,7 @@ TEST(Growth, AWatchEndsParsingAndTranslation)
     const ParsedBatch counted(list, [&] { ++asked; });
     const int parsing = asked;
     EXPECT_GE(parsing, 40) << "lexer and parser";
-    static_cast<void>(translateStep(counted, 0, database, DateOrder::Mdy));
+    static_cast<void>(translateStep(counted, 0, database, DateOrder::Dmy));
     EXPECT_GE(asked - parsing, 30) << "binder and emitter";
     for (const int end : {1, parsing - 1, parsing + 1, asked - 1}) {
         int left = end;
@@ -231,7 +231,7 @@ TEST(Growth, AWatchEndsParsingAndTranslation)
         EXPECT_THROW(
             {
                 const ParsedBatch batch(list, watch);
-                static_cast<void>(translateStep(batch, 0, database, DateOrder::Mdy));
+                static_cast<void>(translateStep(batch, 0, database, DateOrder::Dmy));
             },
             TimeOver)
             << end;

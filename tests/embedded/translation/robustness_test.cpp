@@ -28,7 +28,7 @@ std::string refusal(const std::string& text)
         const TestDatabase database;
         const ParsedBatch batch(text);
         for (std::size_t i = 0; i < batch.steps().size(); ++i) {
-            static_cast<void>(translateStep(batch, i, database, DateOrder::Mdy));
+            static_cast<void>(translateStep(batch, i, database, DateOrder::Dmy));
         }
     } catch (const Error& error) {
         EXPECT_EQ(error.number, errors::statementRefused);
@@ -133,7 +133,7 @@ TEST(Robustness, StatementsTornAndShuffledEndInAnAnswer)
             try {
                 const ParsedBatch batch(text);
                 for (std::size_t i = 0; i < batch.steps().size(); ++i) {
-                    static_cast<void>(translateStep(batch, i, database, DateOrder::Mdy));
+                    static_cast<void>(translateStep(batch, i, database, DateOrder::Dmy));
                 }
             } catch (const Error& error) {
                 EXPECT_THAT(error.description, HasSubstr("(line ")) << text;

@@ -74,7 +74,7 @@ std::vector<std::string> TestDatabase::run(std::string_view text)
     std::vector<std::string> rows;
     const ParsedBatch batch(text);
     for (std::size_t i = 0; i < batch.steps().size();) {
-        const Step step = translateStep(batch, i, *this, DateOrder::Mdy);
+        const Step step = translateStep(batch, i, *this, DateOrder::Dmy);
         const std::vector<std::string> given = runStep(step.text);
         ++i;
         if (step.kind == Step::Kind::Query) rows.insert(rows.end(), given.begin(), given.end());

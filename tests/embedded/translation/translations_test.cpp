@@ -15,7 +15,7 @@ std::vector<std::string> translate(const TestDatabase& database, const std::stri
     try {
         const ParsedBatch batch(text);
         for (std::size_t i = 0; i < batch.steps().size(); ++i) {
-            const Step step = translateStep(batch, i, database, DateOrder::Mdy);
+            const Step step = translateStep(batch, i, database, DateOrder::Dmy);
             if (!step.text.empty()) lines.push_back(step.text);
             if (!step.lockProbe.empty()) lines.push_back("locks " + step.lockProbe);
         }

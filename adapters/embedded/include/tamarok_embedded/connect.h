@@ -27,8 +27,8 @@ enum class OpenMode : std::uint8_t {
 
 struct OpenOptions {
     OpenMode mode = OpenMode::OpenExisting;
-    /// Order of day, month and year in date texts with slashes or hyphens.
-    tsql::DateOrder dateOrder = tsql::DateOrder::Mdy;
+    /// Order of day, month and year in date texts, with slashes, points and hyphens alike; SET DATEFORMAT changes it.
+    tsql::DateOrder dateOrder = tsql::DateOrder::Dmy;
     ProcedureRegistry procedures = builtInProcedures();
 };
 
@@ -50,9 +50,8 @@ inline constexpr std::int32_t layoutVersion = 2;
 ado::ConnectionRef connect(const std::filesystem::path& file, const OpenOptions& options = {});
 
 /// Opens what a connection text names: "Provider=Tamarok.Embedded;Data Source=FILE", and if wanted
-/// "Date Order=DMY" (MDY, DMY, YMD, YDM, MYD, DYM) and "Mode=Read" or "Mode=Create". Names compare
-/// without regard to case; a value may be quoted.
-/// Errors: 5 for a text of another form, else as `connect`.
+/// "Date Order=MDY" (DMY, which is the default, MDY, YMD, YDM, MYD, DYM) and "Mode=Read" or "Mode=Create". Names
+/// compare without regard to case; a value may be quoted. Errors: 5 for a text of another form, else as `connect`.
 ado::ConnectionRef connectText(std::string_view connectionText);
 
 /// A new, empty database in memory, for tests and short work. No other connection can see it, so

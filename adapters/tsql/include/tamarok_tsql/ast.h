@@ -399,11 +399,13 @@ enum class StepKind : std::uint8_t {
     Begin,
     Commit,
     Rollback,
-    NoCount,    ///< SET NOCOUNT: `flag`
-    DateFormat, ///< SET DATEFORMAT, SET LANGUAGE: `dateOrder`
-    Nothing,    ///< accepted and without effect here (SET ANSI_NULLS and its kind, GO)
-    JumpUnless, ///< continues at step `jump` unless `condition` is true
-    Jump        ///< continues at step `jump`
+    NoCount,        ///< SET NOCOUNT: `flag`
+    XactAbort,      ///< SET XACT_ABORT: `flag`
+    IdentityInsert, ///< SET IDENTITY_INSERT: table `name`, `flag`
+    DateFormat,     ///< SET DATEFORMAT, SET LANGUAGE: `dateOrder`
+    Nothing,        ///< accepted and without effect here (SET ANSI_NULLS and its kind, GO)
+    JumpUnless,     ///< continues at step `jump` unless `condition` is true
+    Jump            ///< continues at step `jump`
 };
 
 /// One step of a batch: its kind, and the members that this kind uses.
@@ -423,7 +425,7 @@ struct ParsedStep {
     Name name;
     std::vector<Argument> arguments;
     std::size_t jump = 0;
-    DateOrder dateOrder = DateOrder::Mdy;
+    DateOrder dateOrder = DateOrder::Dmy;
     bool flag = false;
 };
 

@@ -16,13 +16,11 @@ namespace tamarok::tsql {
 
 /// How the three numbers of a date text are understood.
 struct DateReading {
-    DateOrder order = DateOrder::Mdy;      ///< numbers with slashes or hyphens
-    DateOrder pointOrder = DateOrder::Dmy; ///< numbers with points
-    bool yearFirstIsIso = true;            ///< a four-digit year in front means year, month, day in any order
+    DateOrder order = DateOrder::Dmy; ///< of three numbers, with slashes, hyphens or points alike
+    bool hyphensAreIso = true;        ///< a year of four digits in front with hyphens: year, month, day in any order
 };
 
-/// How a connection with that date order reads date texts. This function alone decides what points, slashes and
-/// hyphens mean.
+/// How a connection with that date order reads date texts. This function alone decides what the order means.
 DateReading readingOf(DateOrder order) noexcept;
 
 /// How CONVERT with that style reads date texts; nothing if the server has no such style.

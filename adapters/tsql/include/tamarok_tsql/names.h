@@ -33,6 +33,23 @@ constexpr bool sameName(std::string_view a, std::string_view b)
     return true;
 }
 
+/// Orders names without regard to case, so that names which are the same by `sameName` are equivalent.
+constexpr bool nameLess(std::string_view a, std::string_view b)
+{
+    unsigned char previousA = 0;
+    unsigned char previousB = 0;
+    for (std::size_t i = 0; i < a.size() && i < b.size(); ++i) {
+        const auto ca = static_cast<unsigned char>(a[i]);
+        const auto cb = static_cast<unsigned char>(b[i]);
+        const unsigned char foldedA = foldByte(previousA, ca);
+        const unsigned char foldedB = foldByte(previousB, cb);
+        if (foldedA != foldedB) return foldedA < foldedB;
+        previousA = ca;
+        previousB = cb;
+    }
+    return a.size() < b.size();
+}
+
 /// A name as written.
 struct Name {
     std::string_view text;
