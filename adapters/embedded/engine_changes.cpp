@@ -162,6 +162,10 @@ void Engine::runInsert(const std::shared_ptr<CachedStep>& step, Parameters param
 {
     bufferOpenCursors();
     const Step& insert = step->step;
+    // A session that cannot use the lock file could not delete its row again: a lock that is kept as a row would stay.
+    if (!isTemporary(insert.target)) {
+        locks_.checkUsable();
+    }
     const bool storedUnchanged =
         !insert.unconvertedText.empty() && areStoredUnchanged(insert.unconvertedTypes, insert.parameters, parameters);
     const Lease lease{step, *database_, storedUnchanged ? StepText::Unconverted : StepText::Statement};

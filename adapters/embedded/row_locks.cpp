@@ -138,6 +138,13 @@ void RowLocks::open()
     }
 }
 
+void RowLocks::checkUsable()
+{
+    if (!path_.empty() && !file_.isOpen()) {
+        tryOpen();
+    }
+}
+
 /// False if there is no lock file. The file may have been deleted while no connection used it; the open descriptor
 /// would then refer to a file that other connections no longer see.
 bool RowLocks::openExisting()

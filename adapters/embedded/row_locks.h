@@ -39,6 +39,9 @@ public:
     /// Error 0x80004005 with its path where that fails; so do the other operations.
     void open();
 
+    /// Makes sure that a lock file, where there is one, can be used. Free once the file is open.
+    void checkUsable();
+
     /// Takes a row's lock if nobody else has it. Cursors of one connection share it.
     bool tryLock(std::int64_t position);
     void unlock(std::int64_t position) noexcept;

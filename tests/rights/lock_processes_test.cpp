@@ -206,14 +206,18 @@ TEST_F(LockAccounts, AnotherAccountMeetsTheLocksAndIsRefusedEachTime)
     EXPECT_EQ(holder->ask("on LISTE 'L-2'"), "true");
 }
 
-TEST_F(LockAccounts, LoginThatCannotLockItsRowNeverSaysTrue)
+TEST_F(LockAccounts, WhoCannotLockHisRowIsNeitherLoggedInNorGrantedAnything)
 {
     const auto holder = at(huber);
+    EXPECT_EQ(holder->ask("on LISTE 'L-1'"), "true");
     database.openToAll();
     std::filesystem::permissions(database.file() + "-locks", std::filesystem::perms{0600});
     const auto other = database.stationOfNobody(eder);
-    for (const char* const attempt : {"first", "second"})
+    for (const char* const attempt : {"first", "second"}) {
         EXPECT_NE(other->ask("login"), "true") << attempt;
+        EXPECT_EQ(other->ask("on LISTE 'L-1'").substr(0, 5), "error") << attempt;
+    }
+    EXPECT_EQ(database.count("LISTE = 'L-1'"), 1) << "the holder's row alone";
 }
 
 TEST_F(LockProcesses, BadColumnsAndKeysFailAndLeaveNoRow)
