@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
-#include <regex>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "rights/workstation.h"
@@ -138,10 +138,12 @@ protected:
 /// The numbers of the texts in a message, "T4890" and so on, in their order.
 std::vector<int> textsIn(const std::string& message)
 {
-    static const std::regex mark{"T(\\d+)"};
+    constexpr std::string_view digits = "0123456789";
     std::vector<int> numbers;
-    for (std::sregex_iterator at{message.begin(), message.end(), mark}; at != std::sregex_iterator{}; ++at)
-        numbers.push_back(std::stoi((*at)[1].str()));
+    for (std::size_t mark = message.find('T'); mark != std::string::npos; mark = message.find('T', mark + 1)) {
+        const std::string number = message.substr(mark + 1, message.find_first_not_of(digits, mark + 1) - mark - 1);
+        if (!number.empty()) numbers.push_back(std::stoi(number));
+    }
     return numbers;
 }
 
