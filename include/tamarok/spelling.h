@@ -1,5 +1,6 @@
 #pragma once
 
+#include <iterator>
 #include <span>
 #include <string>
 #include <string_view>
@@ -21,6 +22,7 @@ template <class Rows>
 std::string suggestionByName(std::string_view word, const Rows& rows)
 {
     std::vector<std::string_view> known;
+    known.reserve(std::size(rows));
     for (const auto& row : rows)
         known.push_back(row.name);
     return suggestion(word, known);
