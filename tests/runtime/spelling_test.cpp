@@ -1,8 +1,8 @@
-#include "tamarok/spelling.h"
-
 #include <array>
 #include <gtest/gtest.h>
 #include <string>
+
+#include "tamarok/spelling.h"
 
 namespace tamarok::spelling {
 namespace {
