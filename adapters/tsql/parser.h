@@ -175,9 +175,10 @@ private:
     Arena& arena_;
     std::vector<Token> tokens_;
     std::size_t position_ = 0;
-    int depth_ = 0;               ///< levels of nesting
-    std::size_t tables_ = 0;      ///< of the FROM clause that is being read
-    std::int32_t parameters_ = 0; ///< parameters met so far, counted over the batch
+    int depth_ = 0;                ///< levels of nesting
+    std::size_t tables_ = 0;       ///< of the FROM clause that is being read
+    std::size_t listedValues_ = 0; ///< in all lists of the statement that is being read
+    std::int32_t parameters_ = 0;  ///< parameters met so far, counted over the batch
     std::vector<ParsedStep> steps_;
 };
 

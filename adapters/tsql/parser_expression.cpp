@@ -14,6 +14,10 @@ constexpr std::uint16_t highestTree = 900;
 /// Most conditions joined by one AND or OR chain.
 constexpr std::size_t longestChain = 5000;
 
+/// Most values in the lists of one statement: of IN, of rows to insert, of arguments. SQLite compiles a statement
+/// without looking at the clock, some 400 ns a value.
+constexpr std::size_t mostListedValues = 200'000;
+
 bool isComparison(TokenKind kind)
 {
     return kind >= TokenKind::Equal && kind <= TokenKind::GreaterEqual;
@@ -391,6 +395,11 @@ ExprList Parser::valueList()
 {
     ArenaList<Expr*> items(arena_);
     do {
+        if (++listedValues_ > mostListedValues) {
+            source_.refuse(current().offset, messages::tooComplex,
+                           "The query processor ran out of internal resources: the lists of the statement have more "
+                           "than 200000 values.");
+        }
         items.push(value());
     } while (accept(TokenKind::Comma));
     return items.span();

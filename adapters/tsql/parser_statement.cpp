@@ -17,6 +17,7 @@ ParsedStep& Parser::add(StepKind kind, std::uint32_t offset)
 void Parser::statement()
 {
     const Level level(*this, "this statement");
+    listedValues_ = 0;
     statementBody();
     accept(TokenKind::Semicolon);
 }

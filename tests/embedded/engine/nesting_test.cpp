@@ -280,21 +280,20 @@ TEST(Memory, GrowsWithTheTextOfABatch)
     EXPECT_LT(memoryOf(inserts(30000)), mostMemory);
 }
 
-/// CommandTimeout bounds the time before the first row as well. A machine that translates it within the second has
-/// nothing to report.
-TEST(TimeOut, EndsTheTranslationOfALongStatement)
+TEST(Lists, HaveAMostNumberOfValues)
 {
     const auto connection = database();
-    const std::string longest = "SELECT 1 WHERE 1 IN (" + repeated("1,", 7000000) + "1)";
-    std::string message;
-    try {
-        open(connection, longest, 1);
-    } catch (const Error& error) {
-        EXPECT_EQ(error.number, errors::timeout);
-        message = error.description;
-    }
-    EXPECT_THAT(message, testing::AnyOf("", testing::StartsWith("Timeout expired: the statement was still being ")));
-    EXPECT_EQ(failure(connection, "SELECT A FROM T"), "");
+    const std::string list = "SELECT COUNT(*) FROM T WHERE A IN (" + repeated("1,", 99999) + "1)";
+    EXPECT_EQ(failure(connection, list), "");
+    const std::string both = list + " AND A IN (" + repeated("1,", 99998) + "1)"; // with the argument of COUNT
+    EXPECT_EQ(failure(connection, both), "");
+    const std::string beyond = failure(connection, both.substr(0, both.size() - 1) + ",\n1,1)");
+    EXPECT_THAT(beyond, HasSubstr("the lists of the statement have more than 200000 values. (line 2, column "));
+    // Each statement of a batch has lists of its own.
+    EXPECT_EQ(failure(connection, both + "\n" + both), "");
+    // A text of the greatest length is refused when the list has become too long, not at its end.
+    EXPECT_THAT(failure(connection, "SELECT 1 WHERE 1 IN (" + repeated("1,", 7000000) + "1)"),
+                HasSubstr("200000 values"));
 }
 
 TEST(TimeOut, EndsTheCompilationOfALongStatement)
