@@ -5,6 +5,7 @@
 #include <csignal>
 #include <cstdint>
 #include <fcntl.h>
+#include <limits>
 #include <stdexcept>
 #include <sys/ptrace.h>
 #include <sys/syscall.h>
@@ -58,6 +59,16 @@ bool nextStop(pid_t child, __ptrace_syscall_info& call)
 }
 
 } // namespace
+
+bool canTrace()
+{
+    try {
+        killAtChange("/bin/true", {}, std::numeric_limits<int>::max());
+        return true;
+    } catch (const std::runtime_error&) {
+        return false;
+    }
+}
 
 bool killAtChange(const std::string& program, const std::vector<std::string>& arguments, int n)
 {

@@ -32,7 +32,7 @@ constexpr unsigned otherAccount = 65534;
 
 bool canChangeAccount()
 {
-    return ::geteuid() == 0;
+    return ::geteuid() == 0 && asOtherAccount([] { return std::string{"changed"}; }) == "changed";
 }
 
 std::string asOtherAccount(const std::function<std::string()>& work)

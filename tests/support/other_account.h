@@ -5,7 +5,7 @@
 
 namespace tamarok::test {
 
-/// True if this process may take another account, which only root may.
+/// True if this process may take another account, which only root may, and not in every container.
 bool canChangeAccount();
 
 /// Runs `work` in a child process under an account without rights of its own (user and group 65534).
