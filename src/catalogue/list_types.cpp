@@ -7,6 +7,7 @@
 #include "list_type_checks.h"
 #include "list_type_index.h"
 
+#include "tamarok/list_catalogue.h"
 #include "tamarok/text.h"
 
 namespace tamarok::catalogue {
@@ -115,6 +116,15 @@ constexpr const ListType& typeOf(std::string_view key)
 std::span<const ListType> listTypes() noexcept
 {
     return types;
+}
+
+std::vector<std::string_view> listTypeKeys()
+{
+    std::vector<std::string_view> keys;
+    keys.reserve(types.size());
+    for (const ListType& type : types)
+        keys.push_back(type.description().key);
+    return keys;
 }
 
 const ListType* findListType(std::string_view key)

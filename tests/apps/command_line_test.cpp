@@ -107,6 +107,20 @@ TEST(CommandLine, AnUnknownWordIsNamedWithTheNearestKnownOne)
               "tamarok: No base selection has the key 'holzart_grid'; did you mean 'HOLZART_GRID'?\n");
 }
 
+TEST(CommandLine, AnUnknownListTypeIsNamedWithTheNearestKnownOne)
+{
+    const ScratchFolder folder;
+    const std::string file = makeDatabase(folder, 5);
+    for (const std::string command : {"list", "sql"}) {
+        const Outcome outcome = run({command, "LOGG", "1", "--db", file});
+        EXPECT_EQ(outcome.status, 2) << command;
+        EXPECT_EQ(outcome.errors, "tamarok: there is no list type 'LOGG'; did you mean 'LOG'?\n") << command;
+    }
+    EXPECT_EQ(run({"columns", "vertag", "--db", file}).errors,
+              "tamarok: there is no list type 'vertag'; did you mean 'VERTRAG'?\n");
+    EXPECT_EQ(run({"columns", "nothing", "--db", file}).errors, "tamarok: there is no list type 'nothing'\n");
+}
+
 TEST(CommandLine, FormatsHaveNoCase)
 {
     const Outcome lower = run({"list", "LOG", "1", "--format", "CSV", "--db", "/nonexistent/x.db"});

@@ -1,9 +1,11 @@
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <vector>
 
 #include "list_types.h"
 
 #include "tamarok/error.h"
+#include "tamarok/list_catalogue.h"
 
 namespace tamarok::catalogue {
 namespace {
@@ -11,8 +13,10 @@ namespace {
 TEST(ListTypes, AreFortyOneAndFoundWithoutRegardToCase)
 {
     EXPECT_EQ(listTypes().size(), 41U);
+    EXPECT_EQ(listTypeKeys().size(), 41U);
     for (const ListType& type : listTypes()) {
         EXPECT_EQ(findListType(type.description().key), &type);
+        EXPECT_EQ(std::ranges::count(listTypeKeys(), type.description().key), 1);
     }
     EXPECT_EQ(findListType("bbf_Plann")->description().base, std::string_view{"ARBEITSAUFTRAG_KOPF_PLANN"});
     for (const char* key : {"", "LOGS", "LO", " LOG", "BBF_"}) {

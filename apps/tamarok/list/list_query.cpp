@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "tamarok/comm_csel.h"
+#include "tamarok/list_catalogue.h"
+#include "tamarok/spelling.h"
 #include "tamarok/text.h"
 
 namespace tamarok::cli {
@@ -110,7 +112,8 @@ std::string columnExpression(const std::string& type, std::int16_t id, const std
 void requireListType(const std::string& type, const TmkVar& session)
 {
     if (Comm_CSel{}.GetFrom(type, 0, "", "R", session).empty()) {
-        throw UnknownColumn{"there is no list type '" + type + "'"};
+        throw UnknownColumn{"there is no list type '" + type + "'" +
+                            spelling::suggestion(type, catalogue::listTypeKeys())};
     }
 }
 
