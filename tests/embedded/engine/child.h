@@ -1,5 +1,6 @@
 #pragma once
 
+#include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
@@ -14,5 +15,18 @@ public:
         ChildProcess{LOCK_CHILD, arguments, tamarok::test::StandardError::Inherited}
     {}
 };
+
+/// Runs two processes of the same arguments, begun at the same moment, to the end of their work.
+inline void runBeside(const std::vector<std::string>& arguments)
+{
+    Child first{arguments};
+    Child second{arguments};
+    ASSERT_EQ(first.line(), "ready");
+    ASSERT_EQ(second.line(), "ready");
+    first.tell("go");
+    second.tell("go");
+    EXPECT_EQ(first.line(), "done");
+    EXPECT_EQ(second.line(), "done");
+}
 
 } // namespace tamarok::embedded::test

@@ -323,14 +323,7 @@ TEST_F(Identity, NumbersAreUniqueAcrossProcesses)
     const std::vector<std::string> work{
         "repeat", file,
         "40 BEGIN TRANSACTION INSERT INTO LOGBOOK (N) VALUES (1) ROLLBACK INSERT INTO SEEN SELECT @@IDENTITY"};
-    Child first{work};
-    Child second{work};
-    ASSERT_EQ(first.line(), "ready");
-    ASSERT_EQ(second.line(), "ready");
-    first.tell("go");
-    second.tell("go");
-    EXPECT_EQ(first.line(), "done");
-    EXPECT_EQ(second.line(), "done");
+    runBeside(work);
     EXPECT_EQ(column("SELECT COUNT(*) FROM SEEN"), numbers({80}));
     EXPECT_EQ(column("SELECT COUNT(*) FROM LOGBOOK"), numbers({0}));
 }

@@ -163,14 +163,7 @@ TEST(Optionen, twoProcessesAtOnceLeaveOneRow)
     const auto connection = create(folder / "a.db");
     run(connection, optionenTable);
     const std::vector<std::string> work{"repeat", (folder / "a.db").string(), "50 EXEC tmk_OPTIONEN_INS 'P', 2, '1'"};
-    Child first{work};
-    Child second{work};
-    ASSERT_EQ(first.line(), "ready");
-    ASSERT_EQ(second.line(), "ready");
-    first.tell("go");
-    second.tell("go");
-    EXPECT_EQ(first.line(), "done");
-    EXPECT_EQ(second.line(), "done");
+    runBeside(work);
     EXPECT_EQ(valueOf(connection, "SELECT COUNT(*) FROM OPTIONEN"), Variant{1});
 }
 

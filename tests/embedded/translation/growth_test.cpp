@@ -173,25 +173,10 @@ TEST(Growth, AHundredLevelsOfNullIf)
     EXPECT_LT(*length, 100U * 40U);
 }
 
-std::string repeated(std::string_view part, std::size_t count)
-{
-    std::string text;
-    for (std::size_t i = 0; i < count; ++i)
-        text += part;
-    return text;
-}
-
 std::string refusal(const std::string& text)
 {
-    try {
-        const TestDatabase database;
-        const ParsedBatch batch(text);
-        for (std::size_t i = 0; i < batch.steps().size(); ++i)
-            static_cast<void>(translateStep(batch, i, database, DateOrder::Dmy));
-    } catch (const Error& error) {
-        return std::to_string(error.nativeError) + " " + error.description;
-    }
-    return {};
+    const std::optional<Error> error = refusalOf(text);
+    return error ? std::to_string(error->nativeError) + " " + error->description : std::string{};
 }
 
 TEST(Growth, ATextThatBecomesTooLongIsRefused)

@@ -13,28 +13,13 @@ namespace {
 
 using testing::HasSubstr;
 
-std::string repeated(std::string_view part, std::size_t count)
-{
-    std::string text;
-    for (std::size_t i = 0; i < count; ++i)
-        text += part;
-    return text;
-}
-
 /// Description of the refusal; empty if the text was accepted.
 std::string refusal(const std::string& text)
 {
-    try {
-        const TestDatabase database;
-        const ParsedBatch batch(text);
-        for (std::size_t i = 0; i < batch.steps().size(); ++i) {
-            static_cast<void>(translateStep(batch, i, database, DateOrder::Dmy));
-        }
-    } catch (const Error& error) {
-        EXPECT_EQ(error.number, errors::statementRefused);
-        return error.description;
-    }
-    return {};
+    const std::optional<Error> error = refusalOf(text);
+    if (!error) return {};
+    EXPECT_EQ(error->number, errors::statementRefused);
+    return error->description;
 }
 
 TEST(Robustness, UnbalancedQuotesAndBracketsNameTheirPlace)

@@ -145,4 +145,25 @@ std::vector<Fixture> readFixtures(const std::string& file)
     return fixtures;
 }
 
+std::string repeated(std::string_view part, std::size_t count)
+{
+    std::string text;
+    for (std::size_t i = 0; i < count; ++i)
+        text += part;
+    return text;
+}
+
+std::optional<Error> refusalOf(const std::string& text)
+{
+    try {
+        const TestDatabase database;
+        const ParsedBatch batch(text);
+        for (std::size_t i = 0; i < batch.steps().size(); ++i)
+            static_cast<void>(translateStep(batch, i, database, DateOrder::Dmy));
+    } catch (const Error& error) {
+        return error;
+    }
+    return std::nullopt;
+}
+
 } // namespace tamarok::embedded::translation

@@ -1,12 +1,16 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "functions.h"
 #include "translation/step.h"
+
+#include "tamarok/error.h"
 
 struct sqlite3;
 
@@ -54,5 +58,10 @@ struct Fixture {
 std::vector<Fixture> readFixtures(const std::string& file);
 
 std::string readText(const std::string& file);
+
+std::string repeated(std::string_view part, std::size_t count);
+
+/// Translates every step of a batch on a database of its own. @return the error, or nothing if all were translated
+std::optional<Error> refusalOf(const std::string& text);
 
 } // namespace tamarok::embedded::translation
