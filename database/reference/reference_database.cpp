@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "areas/areas.h"
 #include "delivery_generator.h"
 #include "delivery_writer.h"
 #include "master_keys.h"
@@ -106,11 +107,44 @@ void createLogs(ado::Connection& connection, const ReferenceOptions& options, Re
     reporter.report({name, writer.logs(), options.logs});
 }
 
+constexpr std::int32_t maximumRecords = 100000;
+
+/// An area of business records.
+struct Area {
+    std::string_view name;
+    void (*write)(ado::Connection&, const ReferenceOptions&);
+};
+
+constexpr Area areas[]{
+    {"People", &writePeople}, {"Planning", &writePlanning}, {"Receipts", &writeReceipts},
+    {"Sales", &writeSales},   {"Hunting", &writeHunting},   {"Inventory", &writeInventory},
+};
+
+void writeRecords(ado::Connection& connection, const ReferenceOptions& options, Reporter& reporter)
+{
+    constexpr std::string_view name = "Business records";
+    std::int64_t done = 0;
+    for (const Area& area : areas) {
+        reporter.report({name, done++, std::size(areas)});
+        try {
+            area.write(connection, options);
+        } catch (Error& error) {
+            throw error.addContext(area.name);
+        }
+    }
+    reporter.report({name, done, std::size(areas)});
+}
+
 } // namespace
 
 void createReferenceDatabase(ado::Connection& connection, const ReferenceOptions& options,
                              const ProgressListener& progress)
 {
+    if (options.records < 0 || options.records > maximumRecords)
+        throw Error{errors::invalidArgument,
+                    "The number of business records must lie between 0 and 100,000; it is " +
+                        std::to_string(options.records) + ".",
+                    "createReferenceDatabase"};
     Reporter reporter{progress};
     Transaction transaction{connection};
     runPhase(reporter, "Tables", [&] { createTables(connection); });
@@ -120,6 +154,7 @@ void createReferenceDatabase(ado::Connection& connection, const ReferenceOptions
         loadSelectionKeys(connection);
     });
     createLogs(connection, options, reporter);
+    writeRecords(connection, options, reporter);
     runPhase(reporter, "Indexes", [&] { createIndexes(connection); });
     transaction.commit();
 }

@@ -44,9 +44,9 @@ BulkInsert insertTexts(ado::Connection& connection)
 
 /// Inserts the texts of one file. The long form is the text itself.
 /// @param idColumn  column of the file that is added to `firstId` to give ID_STRING
-void loadTextFile(BulkInsert& texts, std::string_view file, std::string_view idColumn, std::int32_t firstId)
+void loadTextFile(BulkInsert& texts, const Resource& file, std::string_view idColumn, std::int32_t firstId)
 {
-    const TsvTable table{file, resource("texts", file).text};
+    const TsvTable table{file.name, file.text};
     const std::size_t id = table.column(idColumn);
     const bool hasShortForms = table.columns().size() > languages.size() + 1;
     for (std::size_t row = 0; row < table.rows(); ++row) {
@@ -81,8 +81,15 @@ void loadTable(ado::Connection& connection, std::string_view table, const TsvTab
 void loadTexts(ado::Connection& connection)
 {
     BulkInsert texts = insertTexts(connection);
-    loadTextFile(texts, "strings.tsv", "ID_STRING", 0);
-    loadTextFile(texts, "log_columns.tsv", "ID", firstColumnLabel);
+    loadTextFile(texts, resource("texts", "strings.tsv"), "ID_STRING", 0);
+    loadTextFile(texts, resource("texts", "log_columns.tsv"), "ID", firstColumnLabel);
+    for (const Resource& file : resources("columns")) {
+        try {
+            loadTextFile(texts, file, "ID_STRING", 0);
+        } catch (Error& error) {
+            throw error.addContext("Labels " + std::string{file.name});
+        }
+    }
 }
 
 void loadMasterData(ado::Connection& connection)

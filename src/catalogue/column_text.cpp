@@ -21,8 +21,8 @@ std::string aggregateText(const ListType& type, std::int16_t id, std::string_vie
 {
     const Column* column = type.column(id);
     std::string expression = detailText(type, id, text::toUpper(versionKey), session);
-    // Any other aggregate stands in the text of the column itself.
-    return column != nullptr && column->aggregate == Aggregate::sum ? "SUM(" + expression + ")" : expression;
+    if (column == nullptr || !isMeasure(column->aggregate)) return expression;
+    return (column->aggregate == Aggregate::sum ? "SUM(" : "MAX(") + expression + ")";
 }
 
 std::string groupText(const ListType& type, std::int16_t id, std::string_view versionKey, const TmkVar& session)

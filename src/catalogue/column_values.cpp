@@ -58,7 +58,9 @@ bool ColumnValues::appendValue(std::string& out, const dialect::Placeholder& pla
     case ColumnValue::digit: out += settlementDigit(versionKey_); break;
     case ColumnValue::settlement: appendSettlement(out); break;
     case ColumnValue::price: appendPrice(out, placeholder.argument); break;
-    case ColumnValue::label: appendLabel(out, placeholder.argument); break;
+    case ColumnValue::label: out += texts().GetText(parseId(placeholder.argument), session_); break;
+    case ColumnValue::labelSql: out += texts().GetText2(parseId(placeholder.argument), session_); break;
+    case ColumnValue::keyTail: out += std::string_view{type_.description().key}.substr(3); break;
     case ColumnValue::currency: appendCurrency(out); break;
     case ColumnValue::trueText: out += Platform::current().regional.trueText; break;
     case ColumnValue::falseText: out += Platform::current().regional.falseText; break;
@@ -100,13 +102,11 @@ void ColumnValues::appendPrice(std::string& out, std::string_view settlement) co
     out.append(" ELSE 1 END)*LOGS_RECH.").append(version).append("_PREIS*");
 }
 
-void ColumnValues::appendLabel(std::string& out, std::string_view number)
+/// Made at the first label: most columns need no language service.
+LocService& ColumnValues::texts()
 {
-    // Made at the first label: most columns need no language service.
-    if (!texts_) {
-        texts_ = Platform::locService();
-    }
-    out += texts_->GetText(parseId(number), session_);
+    if (!texts_) texts_ = Platform::locService();
+    return *texts_;
 }
 
 void ColumnValues::appendCurrency(std::string& out) const

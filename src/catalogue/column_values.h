@@ -14,7 +14,19 @@
 
 namespace tamarok::catalogue {
 
-enum class ColumnValue : std::uint8_t { row, version, digit, settlement, price, label, currency, trueText, falseText };
+enum class ColumnValue : std::uint8_t {
+    row,
+    version,
+    digit,
+    settlement,
+    price,
+    label,
+    labelSql,
+    keyTail,
+    currency,
+    trueText,
+    falseText
+};
 
 struct ColumnValueName {
     std::string_view name;
@@ -29,6 +41,8 @@ inline constexpr ColumnValueName columnValueNames[] = {
     {"SETTLEMENT", ColumnValue::settlement}, // {SETTLEMENT}: column prefix of the settlement, R or A1 to A8
     {"PRICE", ColumnValue::price},           // {PRICE A1}: price in base currency times, for that settlement
     {"LABEL", ColumnValue::label},           // {LABEL 3442}: language text of that number
+    {"LABELSQL", ColumnValue::labelSql},     // {LABELSQL 5}: the same as an SQL expression, by GetText2
+    {"KEYTAIL", ColumnValue::keyTail},       // {KEYTAIL}: the key of the list type from its fourth character on
     {"CURRENCY", ColumnValue::currency},     // {CURRENCY}: name of the national currency
     {"TRUE", ColumnValue::trueText},         // {TRUE}: text of a true value in the regional settings
     {"FALSE", ColumnValue::falseText},       // {FALSE}: text of a false value
@@ -60,7 +74,7 @@ private:
     void appendRow(std::string& out, std::string_view id);
     void appendSettlement(std::string& out) const;
     void appendPrice(std::string& out, std::string_view settlement) const;
-    void appendLabel(std::string& out, std::string_view number);
+    LocService& texts();
     void appendCurrency(std::string& out) const;
 
     const TmkVar& session_;

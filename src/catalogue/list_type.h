@@ -10,29 +10,58 @@
 
 /// The description of a list type: everything that the catalogue knows about one kind of list.
 ///
-/// To add a list type: write its description into types/<type>.inc and include that file in
-/// list_types.cpp. To add a column: add a row to `columns`, in the order of the ids, and its id to one of
-/// the `joins` if the expression reads a table that is not part of `base`. The build checks every
-/// description (list_type_checks.h) and computes the look-up by column id (list_type_index.h).
+/// To add a list type: write its description into types/<type>.cpp and name it in types/all_types.h and in
+/// list_types.cpp. To add a column: add a row to `columns`, in the order of the ids, its label to the texts of the
+/// type, and its id to one of the `joins` if the expression reads a table that is not part of `base`. The build
+/// checks every description (list_type_checks.h) and computes the look-up by column id (list_type_index.h).
 ///
-/// A further property of columns, such as a display format or a label, becomes a member of ListDescription
-/// with the operation that reads it; descriptions without the property need no change.
-///
-/// Texts are SQL templates (dialect/sql_template.h); column_values.h lists their values. They are
-/// `const char*` and the tables initializer lists, since GCC 12 accepts no class with a constructor
-/// in the constant tables of an included description.
+/// Texts are SQL templates (dialect/sql_template.h); column_values.h lists their values. They are `const char*` and
+/// the tables initializer lists, since GCC 12 accepts no class with a constructor in such constant tables.
 namespace tamarok::catalogue {
 
 /// How an aggregate list treats a column.
 enum class Aggregate : std::uint8_t {
     none,   ///< a key: the list is grouped by it
     sum,    ///< a measure: the list sums it and is not grouped by it
+    max,    ///< a measure of which the list shows the greatest value; it is not grouped by it
     itself, ///< the expression aggregates already: the list neither sums it nor is grouped by it
+};
+
+/// Whether the column is a measure: inside an aggregate function in an aggregate list, and never grouped.
+constexpr bool isMeasure(Aggregate aggregate) noexcept
+{
+    return aggregate == Aggregate::sum || aggregate == Aggregate::max;
+}
+
+/// What a column holds. Its display format and the form in which a value is compared with it follow
+/// (column_kind.h), so that they cannot drift apart.
+enum class Kind : std::uint8_t {
+    text,
+    date,            ///< day, without time
+    weekday,         ///< a date of which the name of the day is shown
+    time,            ///< hour and minute
+    timeWithSeconds, ///< hour, minute and second
+    whole,           ///< number without decimals
+    twoDigits,       ///< number of two digits, such as a month
+    fourDigits,      ///< number of four digits, such as a year
+    oneDecimal,
+    twoDecimals,
+    threeDecimals,
+    fourDecimals,
+    fiveDecimals,
+    nineDecimals,
+    amount,            ///< money, with separators of thousands
+    quantity,          ///< timber quantity, with the decimals of the option KUBATURPLACE
+    roundedPrice,      ///< price whose expression rounds to two decimals, which a comparison has to repeat
+    textShownAsNumber, ///< compared as a text
+    numberShownAsText, ///< compared as a number
 };
 
 /// One column of a list type.
 struct Column {
     std::int16_t id;
+    std::int16_t label; ///< number of its text in table STRINGS
+    Kind kind;
     const char* text;
     Aggregate aggregate = Aggregate::none;
     const char* groupText = ""; ///< expression under GROUP BY where it differs, else empty
@@ -56,14 +85,36 @@ struct SelectExpression {
     const char* text; ///< select_values.h lists the further values of these templates
 };
 
+/// How a value that a user picked becomes a condition on a column (Comm_CSel::IsStr).
+enum class ValueFilter : std::uint8_t {
+    byFormat,  ///< the column's format decides: none is text, that of a day is a date, any other a number
+    log,       ///< the column's kind decides; what is no number finds the Null rows; an unknown id is a number
+    listed,    ///< the same, but an unknown id is reported to the user
+    unchecked, ///< the column's kind decides; numbers are not checked; an unknown id is a number
+    none,      ///< the list is not filtered by value
+};
+
+/// Entries of a choice list: the box in which a user chooses the columns of a list. Several rows of one key follow
+/// each other in the box.
+struct Choice {
+    const char* keys;           ///< keys of Comm_CSel::AddComboTyp, separated by blanks
+    const char* columns;        ///< a list of ids in the order of the box, such as "5, 182, 289-303"
+    const char* edition = "";   ///< entries for TmkVar::strCustomer equal to this alone; else for every customer
+    const char* option = "";    ///< entries for a database whose number option of this name is not 0
+    const char* fixedText = ""; ///< the text of the entry, instead of the column's label
+};
+
 struct ListDescription {
     const char* key;               ///< upper case
     const char* base;              ///< opens the FROM body
+    std::int16_t label = 0;        ///< number of the list's name in table STRINGS
     bool dependsOnVersion = false; ///< columns take a version key: GetColumn reads them, GetColumnTyp does not
     bool composesSelect = false;   ///< CorrectStrSelect composes the columns; else they are fillers
+    ValueFilter valueFilter = ValueFilter::byFormat;
     std::initializer_list<Column> columns{};                     ///< by rising id
     std::initializer_list<Join> joins{};                         ///< each column has at most one
     std::initializer_list<SelectExpression> selectExpressions{}; ///< by rising id
+    std::initializer_list<Choice> choices{};
 };
 
 /// Positions, plus 1, of what one column id has in the tables of a description; 0 for nothing.

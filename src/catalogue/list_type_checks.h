@@ -39,7 +39,7 @@ constexpr bool expressionsFitColumns(const ListType& type)
 {
     return std::ranges::all_of(type.description().selectExpressions, [&](const SelectExpression& expression) {
         const Column* column = type.column(expression.id);
-        return expression.applies == Applies::always || (column != nullptr && column->aggregate == Aggregate::sum);
+        return expression.applies == Applies::always || (column != nullptr && isMeasure(column->aggregate));
     });
 }
 
@@ -51,6 +51,15 @@ constexpr bool templatesNameValues(const ListDescription& description)
     };
     return named(description.columns, isColumnValue) && named(description.joins, isColumnValue) &&
            named(description.selectExpressions, isSelectValue);
+}
+
+/// An entry of a choice list without a column would show nothing.
+constexpr bool choicesNameColumns(const ListType& type)
+{
+    bool named = true;
+    for (const Choice& choice : type.description().choices)
+        forEachId(choice.columns, [&](std::int16_t id) { named = named && type.column(id) != nullptr; });
+    return named;
 }
 
 constexpr bool isUpperCase(std::string_view key)

@@ -5,14 +5,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <utility>
 
 #include "list_type.h"
 
 #include "tamarok/error.h"
 
-// The look-up of descriptions by column id, computed at compile time: each description gets one slot for
-// each id from 0 to its highest, and the slots of all descriptions form one array.
+// The look-up of a description by column id, computed at compile time: one slot for each id from 0 to the highest.
 namespace tamarok::catalogue {
 
 /// Number of slots of a description, whose ids rise from row to row.
@@ -24,15 +22,6 @@ constexpr std::size_t slotCount(const ListDescription& description)
     return static_cast<std::size_t>(std::max(lastId(description.columns), lastId(description.selectExpressions))) + 1;
 }
 
-constexpr std::size_t slotCount(std::span<const ListDescription> all)
-{
-    std::size_t count = 0;
-    for (const ListDescription& description : all) {
-        count += slotCount(description);
-    }
-    return count;
-}
-
 /// Enters the position of the next row into its slot. Error 5 if the slot has one already.
 constexpr void enter(std::uint16_t& slot, std::size_t& position)
 {
@@ -42,7 +31,7 @@ constexpr void enter(std::uint16_t& slot, std::size_t& position)
     slot = static_cast<std::uint16_t>(++position);
 }
 
-/// Fills the slots of one description.
+/// Fills the slots of a description.
 constexpr void enterRows(const ListDescription& description, std::span<ColumnSlot> slots)
 {
     std::size_t position = 0;
@@ -63,33 +52,13 @@ constexpr void enterRows(const ListDescription& description, std::span<ColumnSlo
     }
 }
 
-/// The slots of all descriptions, one description behind the other.
+/// The slots of a description, by column id.
 template <std::size_t count>
-constexpr std::array<ColumnSlot, count> makeSlots(std::span<const ListDescription> all)
+constexpr std::array<ColumnSlot, count> makeSlots(const ListDescription& description)
 {
     std::array<ColumnSlot, count> slots{};
-    std::size_t first = 0;
-    for (const ListDescription& description : all) {
-        const std::size_t size = slotCount(description);
-        enterRows(description, std::span{slots}.subspan(first, size));
-        first += size;
-    }
+    enterRows(description, slots);
     return slots;
-}
-
-/// One list type for each description, with its part of the slots.
-template <std::size_t count>
-constexpr auto makeListTypes(const ListDescription (&all)[count], std::span<const ColumnSlot> slots)
-{
-    const auto makeOne = [&](std::size_t position) {
-        const std::size_t first = slotCount(std::span{all}.first(position));
-        return ListType{all[position], slots.subspan(first, slotCount(all[position]))};
-    };
-    return [&]<std::size_t... position>(std::index_sequence<position...>)
-    {
-        return std::array<ListType, count>{makeOne(position)...};
-    }
-    (std::make_index_sequence<count>{});
 }
 
 } // namespace tamarok::catalogue

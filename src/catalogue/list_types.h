@@ -8,7 +8,7 @@
 namespace tamarok::catalogue {
 
 /// All list types, by key.
-std::span<const ListType> listTypes() noexcept;
+std::span<const ListType* const> listTypes() noexcept;
 
 /// The type of that key, compared without regard to case, or nullptr.
 const ListType* findListType(std::string_view key);

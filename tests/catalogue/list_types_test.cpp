@@ -14,9 +14,9 @@ TEST(ListTypes, AreFortyOneAndFoundWithoutRegardToCase)
 {
     EXPECT_EQ(listTypes().size(), 41U);
     EXPECT_EQ(listTypeKeys().size(), 41U);
-    for (const ListType& type : listTypes()) {
-        EXPECT_EQ(findListType(type.description().key), &type);
-        EXPECT_EQ(std::ranges::count(listTypeKeys(), type.description().key), 1);
+    for (const ListType* type : listTypes()) {
+        EXPECT_EQ(findListType(type->description().key), type);
+        EXPECT_EQ(std::ranges::count(listTypeKeys(), type->description().key), 1);
     }
     EXPECT_EQ(findListType("bbf_Plann")->description().base, std::string_view{"ARBEITSAUFTRAG_KOPF_PLANN"});
     for (const char* key : {"", "LOGS", "LO", " LOG", "BBF_"}) {
@@ -29,9 +29,9 @@ TEST(ListTypes, DescribeTheirRows)
     EXPECT_EQ(&logList(), findListType("LOG"));
     EXPECT_EQ(logList().description().columns.size(), 580U);
     EXPECT_EQ(deductionList().description().columns.size(), 22U);
-    for (const ListType& type : listTypes()) {
-        for (const Column& column : type.description().columns) {
-            EXPECT_EQ(type.column(column.id), &column) << type.description().key << " " << column.id;
+    for (const ListType* type : listTypes()) {
+        for (const Column& column : type->description().columns) {
+            EXPECT_EQ(type->column(column.id), &column) << type->description().key << " " << column.id;
         }
     }
 }

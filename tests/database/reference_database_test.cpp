@@ -167,7 +167,7 @@ TEST_F(ReferenceDatabase, SeedFixesTheRowsOfEveryTable)
     EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM BEREITSTELLUNG_KOPF"), 3);
     EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM BEREITSTELLUNG_LOGS"), 280);
     EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM LOGS_RECH_PRICE"), 136);
-    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM STRINGS"), 842);
+    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM STRINGS"), 847);
     EXPECT_EQ(content(connection_, "SELECT ROUND(SUM(KUBATUR),3) FROM LOGS"), "21292.562|\n");
 }
 
@@ -177,7 +177,7 @@ TEST_F(ReferenceDatabase, TextsCarryEveryLanguageAndTheColumnLabels)
                      "SELECT COUNT(*) FROM STRINGS WHERE ISNULL(GERMAN,'') = '' OR ISNULL(ENGLISH,'') = '' OR "
                      "ISNULL(FRENCH,'') = ''"),
               0);
-    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM STRINGS WHERE ID_STRING > 20000"), 580);
+    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM STRINGS WHERE ID_STRING > 20000"), 585);
     EXPECT_EQ(content(connection_,
                       "SELECT GERMAN,SHORT_GERMAN,CUSTOM_GERMAN,LONG_GERMAN FROM STRINGS WHERE ID_STRING = 1127"),
               "Rindenkennzeichen|Rindenkz.|-|Rindenkennzeichen|\n");
@@ -252,7 +252,8 @@ TEST(CreateReferenceDatabase, ProgressTellsEveryPhaseToItsEnd)
         EXPECT_LE(progress.done, progress.total);
         if (progress.done == progress.total) ended.emplace_back(progress.phase);
     });
-    EXPECT_EQ(ended, (std::vector<std::string>{"Tables", "Texts", "Master data", "Timber lists", "Indexes"}));
+    EXPECT_EQ(ended, (std::vector<std::string>{"Tables", "Texts", "Master data", "Timber lists", "Business records",
+                                               "Indexes"}));
 }
 
 } // namespace

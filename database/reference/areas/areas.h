@@ -1,0 +1,34 @@
+#pragma once
+
+#include "tamarok_database/reference_options.h"
+
+#include "tamarok/ado.h"
+
+/// The business records besides timber lists, one function for each area of the application. The head records of each
+/// kind have the IDs 1 to `options.records`, so that areas refer to each other's heads in whatever order they run.
+/// Key tables, texts and master data are there already. Each area draws from random streams of its own, so that a
+/// change in one leaves the others' rows as they are.
+namespace tamarok::database {
+
+/// Writes hunting districts, plans, game and small game, dogs, vehicles and their objects. Errors: provider failures.
+void writeHunting(ado::Connection& connection, const ReferenceOptions& options);
+
+/// Writes surveys of standing timber, timber sales by bid, cost accounting and its imports. Errors: provider failures.
+void writeInventory(ado::Connection& connection, const ReferenceOptions& options);
+
+/// Writes partners' further data, hours and wages, machine books, users. Errors: provider failures.
+void writePeople(ado::Connection& connection, const ReferenceOptions& options);
+
+/// Writes work orders, plans, order catalogue, monthly plans and provision of timber. Errors: provider failures.
+void writePlanning(ado::Connection& connection, const ReferenceOptions& options);
+
+/// Writes timber harvest records and cost vouchers. Errors: provider failures.
+void writeReceipts(ado::Connection& connection, const ReferenceOptions& options);
+
+/// Writes articles, billing, contracts, transports and the invoice journal. Errors: provider failures.
+void writeSales(ado::Connection& connection, const ReferenceOptions& options);
+
+/// Writes stock movements, distribution keys and the document book. Errors: provider failures.
+void writeStores(ado::Connection& connection, const ReferenceOptions& options);
+
+} // namespace tamarok::database
