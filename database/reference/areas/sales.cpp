@@ -11,7 +11,7 @@ void writeSales(ado::Connection& connection, const ReferenceOptions& options)
     sales::writeGoods(connection, options, keys);
     sales::writeTransports(connection, options, keys);
     sales::writeArticleInvoices(connection, options, keys);
-    // sales::writeBilling(connection, options, keys);
+    sales::writeBilling(connection, options, keys);
 }
 
 } // namespace tamarok::database
