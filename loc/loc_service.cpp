@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "tamarok/error.h"
+#include "tamarok/text.h"
 #include "tamarok/tmkvar.h"
 #include "tamarok/variant.h"
 
@@ -70,8 +71,11 @@ public:
         return text.empty() ? "<" + digits + ">" : text;
     }
 
-    /// Callers treat both operations alike, so one implementation serves them.
-    std::string GetText2(std::int16_t number, const TmkVar& session) override { return GetText(number, session); }
+    /// The text as an SQL literal: computed columns place it between parentheses.
+    std::string GetText2(std::int16_t number, const TmkVar& session) override
+    {
+        return "N'" + text::replaceAll(GetText(number, session), "'", "''") + "'";
+    }
 
     void RunProcedure(const TmkVar& session, std::string_view name, ado::Command& command) override
     {

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "tamarok/ado.h"
 #include "tamarok/tmkvar.h"
 #include "tamarok/variant.h"
 
@@ -80,6 +81,50 @@ public:
     std::string GetGroupByClause2Abs(std::int16_t ID) const;
     /// Returns the select expression of a column in an aggregate list of deductions: a measure inside SUM().
     std::string GetSelectClause2Abs(std::int16_t ID) const;
+
+    // Display formats and conditions on values. Formats are patterns of numbers and dates (format.h): "" is a text,
+    // "dd.mm.yyyy" a day, "0.00" a number with two decimals.
+
+    /// Returns the format in which a column is shown: "dd.mm.yyyy" for GetFormat("LOG", 2, session).
+    /// @param Typ  compared without regard to case; "MBUCH_SCH" has the formats of the machine books, "MSCH"
+    /// An id without a row gives "0" for LOG and "" for any other type. The timber quantities of LOG (240 to 248)
+    /// read the option KUBATURPLACE: that many decimals, two for 0.
+    std::string GetFormat(std::string_view Typ, std::int16_t ID, const TmkVar& tmkVar) const;
+
+    /// Returns the format of a column in a spreadsheet: GetFormat with "@" for a text and "d/m/yyyy" for a day; "@"
+    /// for id 0.
+    std::string GetFormatExcel(std::string_view Typ, std::int16_t ID, const TmkVar& tmkVar) const;
+
+    /// Returns what follows a column's expression in a condition that its value is `value`: " = 'X'", " = 5",
+    /// " IS NULL " for Null. Quotes in the value are not doubled.
+    /// A date is written by Comm_Conv::TransDate in the format of tmkVar.strDateFormat, a number with a decimal point.
+    /// LOG and ARTIKEL give " IS NULL " for a number column and a value that is no number; the other types insert it.
+    /// ARTIKEL shows a message for an id without a row and returns "". VERTRAG, WAREN, RJ and unknown types are not
+    /// filtered: "".
+    /// @param Typ  compared without regard to case
+    /// Errors: 13 for a value without a text form.
+    std::string IsStr(std::string_view Typ, std::int16_t ID, const Variant& value, const TmkVar& tmkVar) const;
+
+    /// Returns a value as text, `strLeer` for Null.
+    std::string GetValue(const Variant& value, std::string_view strLeer) const;
+
+    // The same for the deduction list.
+
+    /// Returns "0.00" for the measures 3 and 5, "" for any other id.
+    std::string GetFormatAbs(std::int16_t ID) const;
+
+    /// Returns what a deduction list shows for a value: the value itself, `strLeer` for Null. For id 32 the value names
+    /// an invoice, whose date is read from HEADERRECH; `strLeer` if there is none.
+    Variant GetNameAbs(std::int16_t ID, const Variant& value, std::string_view strLeer,
+                       const ado::ConnectionRef& dbAdo) const;
+
+    /// Returns a value as an SQL literal: between quotes for the texts 1, 2, 4, 30 to 32 and 101 to 117, else as it is.
+    /// Errors: 94 for Null.
+    std::string IsStrAbs(std::int16_t ID, const Variant& value) const;
+
+    /// Returns what follows a column's expression in a condition: " IS NULL " for Null, " = '...'" for the texts of
+    /// IsStrAbs; "" for any other id, since a deduction list is filtered by its texts only.
+    std::string IsStr2Abs(std::int16_t ID, const Variant& value) const;
 
     // Texts of clauses. None of these operations escapes single quotes or reads the database.
 

@@ -26,7 +26,8 @@ public:
     /// text with the number in it, not an error. Failures of the database are passed on.
     virtual std::string GetText(std::int16_t number, const TmkVar& session) = 0;
 
-    /// Returns a text like GetText, for use inside computed columns.
+    /// Returns a text like GetText as an SQL expression, such as a literal between quotes: computed columns place it
+    /// between parentheses.
     virtual std::string GetText2(std::int16_t number, const TmkVar& session) = 0;
 
     /// Runs the stored procedure `name` with the parameters that the caller has appended to `command`: sets

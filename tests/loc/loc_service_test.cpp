@@ -135,12 +135,14 @@ TEST_F(LocServiceTest, NumbersAtTheEndsOfTheirRange)
     EXPECT_EQ(service_->GetText(INT16_MIN, session_), "<-32768>");
 }
 
-TEST_F(LocServiceTest, GetText2GivesTheSameText)
+TEST_F(LocServiceTest, GetText2GivesTheSameTextAsAnSqlLiteral)
 {
-    for (const std::int16_t number : {std::int16_t{5}, std::int16_t{7001}, std::int16_t{7003}, std::int16_t{4711}})
-        EXPECT_EQ(service_->GetText2(number, session_), service_->GetText(number, session_)) << number;
+    for (const std::int16_t number : {std::int16_t{5}, std::int16_t{7001}, std::int16_t{4711}})
+        EXPECT_EQ(service_->GetText2(number, session_), "N'" + service_->GetText(number, session_) + "'") << number;
     session_.strLanguage = "ENGLISH";
-    EXPECT_EQ(service_->GetText2(6, session_), "Yes");
+    EXPECT_EQ(service_->GetText2(6, session_), "N'Yes'");
+    session_.db_ADO->Execute("UPDATE STRINGS SET CUSTOM_ENGLISH = 'O''Key' WHERE ID_STRING = 6");
+    EXPECT_EQ(service_->GetText2(6, session_), "N'O''Key'");
 }
 
 TEST_F(LocServiceTest, UnknownLanguageIsRefusedByTheDatabase)

@@ -11,7 +11,7 @@ namespace tamarok::loc {
 /// Texts: `GetText` and `GetText2` return the customer's wording (column `CUSTOM_` + language suffix), or the
 /// text of the language's column if that is Null. A number without a text, or with an empty one, gives the
 /// number in angle brackets ("<4711>"), so that a missing text is visible on the screen. The language suffix is
-/// inserted into the SQL verbatim.
+/// inserted into the SQL verbatim. `GetText2` gives the text as an SQL literal of national characters, N'...'.
 ///
 /// Forms: `TranslateForm` reads the property `Tag` of the form and of each object in its array `Controls`. Where
 /// the tag is a text of one to five digits from 1 to 32,767, `Caption` is set to the text of that number. An
