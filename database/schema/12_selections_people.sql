@@ -292,7 +292,8 @@ CREATE TABLE T_PA_KATEGORIE (
 )
 GO
 
--- Keys of standing timber surveys, lists 1 (crown) and 2 (stem).
+-- One row per entry of the sixteen free lists of standing timber surveys. RELTABLE_ID names the list: 1 to 16.
+-- STAMMDATEN_EXPORT: handed over with the master data.
 CREATE TABLE T_STEH_RELTABLE (
     ID INT NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
@@ -301,8 +302,11 @@ CREATE TABLE T_STEH_RELTABLE (
     RELTABLE_ID INT,
     STAMMDATEN_EXPORT BIT,
     LDNR INT,
-    DISABLE BIT
+    DISABLE BIT,
+    ID_ACCESS_LEVELS INT
 )
+GO
+CREATE INDEX IX_T_STEH_RELTABLE_LIST ON T_STEH_RELTABLE (RELTABLE_ID, [SHORT])
 GO
 
 -- One row per hunter who brings down game.
