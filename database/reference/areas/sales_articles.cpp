@@ -168,8 +168,10 @@ private:
         invoice.partner = random_.pick(invoice.version == "R" ? keys_.customers : keys_.partners);
         invoice.isCancelled = random_.chance(30);
         if (invoice.isCancelled) invoice.kind = cancelledKind;
+        const bool isFinal = number > 1 && isPartial(number - 1);
+        if (isPartial(number) || isFinal) invoice.isCancelled = false;
         if (isPartial(number)) invoice.kind = partialKind;
-        if (number > 1 && isPartial(number - 1)) {
+        if (isFinal) {
             invoice.version = previous_.version;
             invoice.partner = previous_.partner;
             invoice.day = notAfter(previous_.day, random_.between(10, 60), options_.baseDate);

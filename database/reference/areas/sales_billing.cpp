@@ -103,8 +103,18 @@ constexpr const TaxRate& noTax = taxRates.back();
 
 constexpr std::array<double, 6> discounts{0.0, 0.0, 0.0, 3.0, 5.0, 10.0};
 constexpr std::array<double, 3> cashDiscounts{0.0, 2.0, 3.0};
-constexpr std::array<std::string_view, 5> subjects{"Holzverkauf am Polter", "Forstpflanzen und Kulturen",
-                                                   "Wildbretverkauf", "Forstliche Dienstleistung", "Nebennutzungen"};
+/// What a record is about, by the group of goods of its first position.
+struct Subject {
+    std::int32_t group; ///< WARENGRUPPE.GRUPPE_ID
+    std::string_view text;
+};
+constexpr std::array<Subject, 7> subjects{{{1, "Forstpflanzen und Kulturen"},
+                                           {2, "Zaunmaterial"},
+                                           {3, "Brennholzverkauf"},
+                                           {5, "Wildbretverkauf"},
+                                           {6, "Christbäume und Reisig"},
+                                           {7, "Forstliche Dienstleistungen"},
+                                           {8, "Betriebsmittel"}}};
 constexpr std::array<std::string_view, 4> remarks{"Abholung nach Terminabsprache", "Zahlung vor Abfuhr",
                                                   "Preise frei Waldstraße", "Mengen laut Werksmaß"};
 constexpr std::array<std::string_view, 3> surcharges{"Zuschlag Zertifikat", "Abschlag Rotfäule", "Zuschlag Sortierung"};
@@ -122,13 +132,20 @@ struct Amount {
     }
 };
 
+std::string_view subjectOf(std::int32_t group)
+{
+    for (const Subject& subject : subjects)
+        if (subject.group == group) return subject.text;
+    return "Sonstige Erlöse";
+}
+
 Amount taxed(double net, const TaxRate& rate)
 {
     return {cents(net), cents(cents(net) * rate.percent / 100.0)};
 }
 
 struct Record {
-    std::int32_t number = 0;
+    std::int32_t number = 0; ///< BB_FAKTURA_KOPF.ID
     bool isOffer = false;
     std::int32_t offer = 0; ///< number of the offer that an invoice rests on, 0 for none
     std::int32_t customer = 0, supplier = 0;
@@ -184,7 +201,7 @@ public:
         const std::vector<Receipt> receipts = drawReceipts(total.net);
         for (const Receipt& receipt : receipts)
             total.add(receipt.amount);
-        insertHead(record, total);
+        insertHead(record, subjectOf(positions.front().article->group), total);
         for (std::size_t i = 0; i < positions.size(); ++i)
             insertPosition(record, positions[i], static_cast<std::int32_t>(i + 1) * 10);
         for (const Receipt& receipt : receipts)
@@ -240,7 +257,7 @@ private:
         return receipts;
     }
 
-    void insertHead(const Record& record, const Amount& total)
+    void insertHead(const Record& record, std::string_view subject, const Amount& total)
     {
         const Date due{record.day.days + 30.0};
         const bool isCancelled = random_.chance(30);
@@ -262,7 +279,7 @@ private:
                    isCancelled ? inDays(1, 30) : Variant{Null{}},
                    record.customer,
                    record.offer == 0 ? Variant{Null{}} : Variant{record.offer},
-                   random_.pick(subjects),
+                   subject,
                    orNull(random_, 500, random_.pick(remarks)),
                    ifInvoice(numbered("KZ", record.number * 13 + 4711, 8)),
                    ifOffer(Date{record.day.days + 42.0}),
@@ -364,7 +381,9 @@ private:
 void writeBilling(ado::Connection& connection, const ReferenceOptions& options, const Keys& keys)
 {
     BillingWriter writer{connection, options, keys};
-    for (std::int32_t number = 1; number <= options.records; ++number)
+    // The numbers are those that the database gives the rows.
+    const std::int32_t existing = readNumber(connection, "SELECT MAX(ID) FROM BB_FAKTURA_KOPF");
+    for (std::int32_t number = existing + 1; number <= options.records; ++number)
         writer.write(number);
 }
 

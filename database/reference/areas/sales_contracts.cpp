@@ -1,6 +1,10 @@
 #include <array>
+#include <memory>
+#include <vector>
 
 #include "areas/sales_parts.h"
+
+#include "tamarok/convert.h"
 
 namespace tamarok::database::sales {
 namespace {
@@ -62,18 +66,36 @@ void insertContract(BulkInsert& contracts, Random& random, const Keys& keys, std
                           Date{begin.days + (isLong ? 364.0 : 182.0)}, pickOrNull(random, keys.districts)});
 }
 
-/// The terms of the contracts up to ID `records`. Quantities are announced and reported before provision begins.
+struct Contract {
+    std::int32_t id = 0;
+    Date signedOn;
+};
+
+/// The first `limit` contracts by their IDs.
+std::vector<Contract> readContracts(ado::Connection& connection, std::int32_t limit)
+{
+    std::vector<Contract> contracts;
+    ado::Recordset rows;
+    rows.Open("SELECT TOP " + std::to_string(limit) + " ID_VERTRAG, INVDATE FROM VERTRAEGE ORDER BY ID_VERTRAG",
+              // A reference without ownership: the caller owns the connection.
+              ado::ConnectionRef{std::shared_ptr<void>{}, &connection});
+    for (; !rows.AtEOF(); rows.MoveNext())
+        contracts.push_back(
+            {convert::toLong(rows.Fields().Item(0).Value()), convert::toDate(rows.Fields().Item(1).Value())});
+    rows.Close();
+    return contracts;
+}
+
+/// Quantities are announced after the contract is signed and reported before provision begins.
 void writeTerms(ado::Connection& connection, const ReferenceOptions& options)
 {
     Random random{options.seed, termsStream};
     BulkInsert terms{connection, "WVO_VERTRAG", termsColumns};
-    const Ids contracts = readIds(connection, "SELECT TOP " + std::to_string(options.records) +
-                                                  " ID_VERTRAG FROM VERTRAEGE ORDER BY ID_VERTRAG");
-    for (const std::int32_t contract : contracts) {
-        const Date announced = drawDay(random, options.baseDate);
+    for (const Contract& contract : readContracts(connection, options.records)) {
+        const Date announced = notAfter(contract.signedOn, random.between(3, 40), options.baseDate);
         const Date reported = notAfter(announced, random.between(5, 30), options.baseDate);
-        insertRow(terms, {contract, orNull(random, 50, numbered("WV-", contract * 7 + 1000, 6)), random.chance(700),
-                          orNull(random, 30, announced), orNull(random, 100, reported),
+        insertRow(terms, {contract.id, orNull(random, 50, numbered("WV-", contract.id * 7 + 1000, 6)),
+                          random.chance(700), orNull(random, 30, announced), orNull(random, 100, reported),
                           orNull(random, 150, notAfter(reported, random.between(7, 60), options.baseDate))});
     }
 }

@@ -76,17 +76,17 @@ struct Family {
     double price, pricePerSize;               ///< euro; each further size costs more
     std::int32_t material;                    ///< MATERIALART: 1 material of the stock
     std::int32_t service, cost, product, tax; ///< LEISTUNGSART, KOSTENART, PRODUKT, BB_T_MEHRWERTSTEUER
+    std::string_view place;                   ///< LAGERORT, empty for none
 };
-constexpr std::array<Family, 7> families{{{1, 3, plants, plantSizes, 0.6, 0.25, 1, 3, 4, 2, 2},
-                                          {2, 3, fences, fenceSizes, 6.4, 2.1, 1, 3, 5, 2, 1},
-                                          {3, 2, firewood, firewoodSizes, 68.0, 9.0, 0, 2, 1, 1, 2},
-                                          {5, 3, game, gameCuts, 18.0, 12.5, 0, 4, 2, 5, 3},
-                                          {6, 3, trees, treeSizes, 14.0, 8.5, 0, 3, 1, 1, 2},
-                                          {7, 21, services, serviceSizes, 380.0, 145.0, 0, 3, 3, 3, 1},
-                                          {8, 3, supplies, supplySizes, 12.9, 9.6, 1, 2, 3, 6, 1}}};
+constexpr std::array<Family, 7> families{
+    {{1, 3, plants, plantSizes, 0.6, 0.25, 1, 3, 4, 2, 2, "Pflanzgarten Grünau"},
+     {2, 3, fences, fenceSizes, 6.4, 2.1, 1, 3, 5, 2, 1, "Lager Lindwald"},
+     {3, 2, firewood, firewoodSizes, 68.0, 9.0, 0, 2, 1, 1, 2, "Holzhof Tannried"},
+     {5, 3, game, gameCuts, 18.0, 12.5, 0, 4, 2, 5, 3, "Wildkammer Moosbach"},
+     {6, 3, trees, treeSizes, 14.0, 8.5, 0, 3, 1, 1, 2, "Holzhof Tannried"},
+     {7, 21, services, serviceSizes, 380.0, 145.0, 0, 3, 3, 3, 1, ""},
+     {8, 3, supplies, supplySizes, 12.9, 9.6, 1, 2, 3, 6, 1, "Magazin Hochstein"}}};
 
-constexpr std::array<std::string_view, 5> places{"Pflanzgarten Grünau", "Holzhof Tannried", "Magazin Hochstein",
-                                                 "Wildkammer Moosbach", "Lager Lindwald"};
 constexpr std::array<std::string_view, 3> remarks{"auf Bestellung", "nur solange der Vorrat reicht",
                                                   "Abholung im Revier"};
 
@@ -111,7 +111,7 @@ void insertArticle(BulkInsert& goods, Random& random, const Keys& keys, std::int
                       family.group == 3 ? Variant{4} : Variant{Null{}},
                       quarters(price),
                       random.chance(30),
-                      orNull(random, 100, random.pick(places)),
+                      family.place.empty() ? Variant{Null{}} : Variant{family.place},
                       family.material == 1 ? Variant{static_cast<double>(random.between(1, 40) * 5)} : Variant{Null{}},
                       drawDay(random, baseDate),
                       orNull(random, 700, random.pick(remarks)),
@@ -180,9 +180,11 @@ double drawQuantity(Random& random, const Article& article)
 {
     constexpr std::int32_t plantsGroup = 1;
     constexpr std::int32_t firewoodGroup = 3;
+    constexpr std::int32_t gameGroup = 5;
     constexpr std::int32_t servicesGroup = 7;
     if (article.group == plantsGroup) return static_cast<double>(random.between(1, 40) * 50);
     if (article.group == firewoodGroup) return static_cast<double>(random.between(2, 40)) / 2.0;
+    if (article.group == gameGroup) return static_cast<double>(random.between(1, 12));
     if (article.group == servicesGroup) return static_cast<double>(random.between(1, 24)) / 2.0;
     return static_cast<double>(random.between(1, 60));
 }
