@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "areas/areas.h"
+
 #include "tamarok/convert.h"
 
 namespace tamarok::database {
@@ -67,6 +69,17 @@ constexpr std::array surchargeRanges{
     std::array{SurchargeRange{"KA", -220, -80}, SurchargeRange{"FA", -40, -15}},
 };
 
+/// Draws the ID of a billing record that is an offer or an invoice; 0 if there is none.
+std::int32_t drawDocument(bool isOffer, std::int32_t records, Random& random)
+{
+    const std::int32_t drawn = random.between(1, records);
+    for (std::int32_t id = drawn; id > 0; --id)
+        if (isOfferRecord(id) == isOffer) return id;
+    for (std::int32_t id = drawn; id <= records; ++id)
+        if (isOfferRecord(id) == isOffer) return id;
+    return 0;
+}
+
 std::string_view budgetOf(const TimberProduct& product)
 {
     return product.bidAssortment == "IN" ? "1002/112" : "1001/111";
@@ -97,9 +110,9 @@ void TimberSales::drawStage(Date recordDate, bool isReleased)
     const std::int32_t daysToPayment = daysToSale + random_.between(10, 40);
     offerDate_ = laterDay(recordDate, daysToOffer, options_.baseDate);
     offerValidUntil_ = Date{recordDate.days + daysToOffer + random_.between(14, 40)};
-    offerDocument_ = random_.between(1, options_.records);
+    offerDocument_ = drawDocument(true, options_.records, random_);
     saleDate_ = laterDay(recordDate, daysToSale, options_.baseDate);
-    saleDocument_ = random_.between(1, options_.records);
+    saleDocument_ = drawDocument(false, options_.records, random_);
     const bool isPaid = laterDay(recordDate, daysToPayment, options_.baseDate) != Date{};
     if (!isReleased)
         stage_ = SaleStage::entered;

@@ -358,7 +358,7 @@ Position VoucherWriter::drawPosition(const Work& work, const Voucher& voucher, c
     Position position;
     position.until = Date{voucher.date.days - random_.between(0, 12)};
     position.from = Date{position.until.days - random_.between(0, 20)};
-    position.text = std::string{work.text} + ", " + place.name;
+    position.text = work.text;
     setKeys(position, work);
     setAmounts(position, work);
     position.isStockPosting = position.cost && !work.article.empty();
@@ -366,7 +366,10 @@ Position VoucherWriter::drawPosition(const Work& work, const Voucher& voucher, c
     position.project = keys_.pick("BB_T_PROJEKT_PLANUNG", random_);
     const std::int32_t order = random_.between(1, options_.records);
     if (random_.chance(950)) position.order = order;
-    position.place = place.id;
+    if (work.object.empty()) { // an object such as a road is a place of its own
+        position.place = place.id;
+        position.text += ", " + place.name;
+    }
     return position;
 }
 
