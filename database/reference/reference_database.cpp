@@ -116,8 +116,8 @@ struct Area {
 };
 
 constexpr Area areas[]{
-    {"People", &writePeople}, {"Planning", &writePlanning}, {"Receipts", &writeReceipts},
-    {"Sales", &writeSales},   {"Hunting", &writeHunting},   {"Inventory", &writeInventory},
+    {"People", &writePeople},   {"Planning", &writePlanning},   {"Receipts", &writeReceipts}, {"Sales", &writeSales},
+    {"Hunting", &writeHunting}, {"Inventory", &writeInventory}, {"Stores", &writeStores},
 };
 
 void writeRecords(ado::Connection& connection, const ReferenceOptions& options, Reporter& reporter)

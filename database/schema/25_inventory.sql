@@ -74,28 +74,6 @@ CREATE TABLE BB_T_KZ_ZUSCHLAG (
 )
 GO
 
--- One row per group of species in sales by bid.
-CREATE TABLE BB_TSM_BAGMV1 (
-    ID INT NOT NULL PRIMARY KEY,
-    NUMMER NVARCHAR(10),
-    [SHORT] NVARCHAR(20),
-    [LONG] NVARCHAR(60),
-    LDNR INT,
-    DISABLE BIT
-)
-GO
-
--- One row per group of assortments in sales by bid.
-CREATE TABLE BB_TSM_SOGMV (
-    ID INT NOT NULL PRIMARY KEY,
-    NUMMER NVARCHAR(10),
-    [SHORT] NVARCHAR(20),
-    [LONG] NVARCHAR(60),
-    LDNR INT,
-    DISABLE BIT
-)
-GO
-
 -- One row per group of qualities in sales by bid.
 CREATE TABLE BB_TSM_GUGMV1 (
     ID INT NOT NULL PRIMARY KEY,

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
 
 #include "tamarok/ado.h"
+#include "tamarok/collection.h"
 #include "tamarok/tmkvar.h"
 #include "tamarok/variant.h"
 
@@ -125,6 +127,43 @@ public:
     /// Returns what follows a column's expression in a condition: " IS NULL " for Null, " = '...'" for the texts of
     /// IsStrAbs; "" for any other id, since a deduction list is filtered by its texts only.
     std::string IsStr2Abs(std::int16_t ID, const Variant& value) const;
+
+    // Choice lists: the boxes in which a user chooses the columns of a list. The text of an entry is a label of table
+    // STRINGS in the session's language, its ItemData the column id.
+
+    /// Empties a box and fills it with the entries of a key such as "BBVS" or "LOG", by one statement for all labels.
+    /// Entries of an edition come only for exactly that TmkVar::strCustomer. An unknown key leaves the box empty.
+    /// A label without a row in STRINGS gives the entry "<Null>"; in the boxes of the log list ("LOG", "HIZ") it
+    /// ends the list.
+    /// @param Typ       a key of choice lists; case counts
+    /// @param Combo     has the members Clear, AddItem, NewIndex and ItemData
+    /// @param bolShort  short forms of the labels, where there are any; not for the log list
+    /// Errors: those of the database and of the box; the box then holds what was added before.
+    void AddComboTyp(std::string_view Typ, Object& Combo, const TmkVar& tmkVar, bool bolShort) const;
+    /// The part of AddComboTyp for 21 keys, from "USERS" to "BBZV_HIZ". Does not empty the box.
+    void AddComboTyp_1(std::string_view Typ, Object& Combo, const TmkVar& tmkVar, bool bolShort) const;
+    /// The part of AddComboTyp for 17 keys, from "BBSTRK" to "STEH". Does not empty the box.
+    void AddComboTyp_2(std::string_view Typ, Object& Combo, const TmkVar& tmkVar, bool bolShort) const;
+
+    /// Reads labels in the session's language by one statement: the customer's own wording, else the text.
+    /// @param Id_Strings  label numbers separated by commas; inserted verbatim
+    /// @param bolShort    the short form comes first
+    /// @return the texts in alphabetical order, each under its number as key; a number without a row is missing
+    std::shared_ptr<Collection> LoadColString(std::string_view Id_Strings, const TmkVar& tmkVar, bool bolShort) const;
+
+    /// Returns the label of a column of the log list as its box shows it; "" for a column that it does not offer.
+    /// @param Typ  "LOG" or "HIZ"; case counts
+    /// Errors: 5 for a label without a row in STRINGS; those of the database.
+    std::string ComboList_String(std::int32_t ItemData_ID, std::string_view Typ, const TmkVar& tmkVar) const;
+
+    /// Selects the first entry of a box whose ItemData is `intIndex`; without one the selection stays.
+    /// @param Combo  has the members ListCount, ItemData and ListIndex
+    void SetListIndex2(Object& Combo, std::int16_t intIndex) const;
+
+    /// Converts the number of a column in an older selection parameter to the column's id of today.
+    /// @param Parameter  name of the parameter; the case does not matter, and of some names only the beginning counts
+    /// @return the id; 0 for an unknown parameter or number
+    std::int16_t KonvSelektionID(std::string_view Parameter, std::int16_t ID) const;
 
     // Texts of clauses. None of these operations escapes single quotes or reads the database.
 

@@ -67,6 +67,12 @@ public:
     /// column, 11 for a floating-point column, 0 (no limit) for any other type.
     std::int32_t Get_FieldSize(std::string_view table, std::string_view column, const TmkVar& tmkVar) const;
 
+    /// Returns the label of a field of a master-data table in the session's language: GetColName("GKL_LANG", session)
+    /// is the text of label 1177. "" for an unknown field.
+    /// @param strField  bare name of the field; the case does not matter. TFIELD and NFIELD take any number.
+    /// Errors: 6 for a field number whose label exceeds 16 bits, failures of the database.
+    std::string GetColName(std::string_view strField, const TmkVar& tmkVar) const;
+
     // Input filters. They read and set the properties of the control by name. A refused key becomes 0. Keys 8
     // (Backspace) and 13 (Enter) pass unless stated otherwise. Error 438 for a control without a needed
     // property.

@@ -28,6 +28,7 @@ inline constexpr std::int32_t invalidPropertyArrayIndex = 381; ///< A control ha
 inline constexpr std::int32_t cannotCreateObject = 429;        ///< No class of that name.
 inline constexpr std::int32_t noSuchMember = 438;              ///< An object has no member of that name.
 inline constexpr std::int32_t wrongArgumentCount = 450;        ///< Wrong number of arguments.
+inline constexpr std::int32_t duplicateKey = 457;              ///< A collection has an entry with this key.
 
 // Of the recordset model.
 inline constexpr std::int32_t noCurrentRecord = 3021;    ///< Recordset at BOF or EOF, or no current record.

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "types/all_types.h"
+#include "word_list.h"
 
 #include "tamarok/list_catalogue.h"
 #include "tamarok/text.h"
@@ -56,6 +57,11 @@ const ListType& logList() noexcept
 const ListType& deductionList() noexcept
 {
     return types::deductions;
+}
+
+bool namesKey(const Choice& choice, std::string_view key) noexcept
+{
+    return isWordOf(choice.keys, key);
 }
 
 } // namespace tamarok::catalogue

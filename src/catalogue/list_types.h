@@ -19,4 +19,7 @@ const ListType& logList() noexcept;
 /// The deduction list, which has operations of its own (Comm_CSel::GetColumnAbs and others) and no key.
 const ListType& deductionList() noexcept;
 
+/// Whether `key` is one of the keys of a choice list. Case counts.
+bool namesKey(const Choice& choice, std::string_view key) noexcept;
+
 } // namespace tamarok::catalogue

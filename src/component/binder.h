@@ -15,6 +15,8 @@
 #include "instance.h"
 #include "member_name.h"
 
+#include "tamarok/collection.h"
+
 /// Makes the description of an operation, and the function that calls it, from a member-function
 /// pointer and the parameters' names. Private to the class map.
 namespace tamarok::component {
@@ -127,6 +129,12 @@ struct Argument<Object&> {
     Object& pass() noexcept { return *held; }
     void store(Variant&) {}
     ObjectRef held;
+};
+
+/// A collection is a result only.
+template <>
+struct Argument<std::shared_ptr<Collection>> {
+    static constexpr ValueType type = ValueType::Object;
 };
 
 template <>

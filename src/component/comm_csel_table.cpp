@@ -11,6 +11,7 @@ using C = Comm_CSel;
 
 // clang-format off
 constexpr std::array operations{
+    operation<&C::SetListIndex2>(1, "SetListIndex2", "&Combo, intIndex", "Selects the entry of a box that has a number."),
     operation<&C::GetColumnAbs>(2, "GetColumnAbs", "ID", "SQL expression of a column of the deduction list."),
     operation<&C::GetNameAbs>(3, "GetNameAbs", "&ID, value, strLeer, dbAdo", "What a deduction list shows for a value."),
     operation<&C::GetGroupByClause2Abs>(4, "GetGroupByClause2Abs", "&ID", "Group expression of a column in an aggregated deduction list; empty for a measure."),
@@ -37,9 +38,15 @@ constexpr std::array operations{
     operation<&C::InsertToWhereAbs>(25, "InsertToWhereAbs", "str, value", "WHERE text, given as any value, with a condition added once."),
     operation<&C::RemoveString>(26, "RemoveString", "strFrom, strRemov", "Text without any occurrence of another one."),
     operation<&C::IsStr2Abs>(27, "IsStr2Abs", "&ID, &value", "Condition that a column of the deduction list has a value."),
+    operation<&C::KonvSelektionID>(28, "KonvSelektionID", "Parameter, ID", "Column id of today for a number in an older selection parameter."),
     operation<&C::SplitClause>(29, "SplitClause", "tmpSelektion, &strFrom, &strWhere", "Divides a clause text into its FROM and WHERE bodies."),
+    operation<&C::AddComboTyp>(30, "AddComboTyp", "Typ, &Combo, &TmkVar, bolShort", "Fills the box in which a user chooses the columns of a list."),
+    operation<&C::AddComboTyp_1>(31, "AddComboTyp_1", "Typ, &Combo, &TmkVar, bolShort", "The part of AddComboTyp for its first group of keys."),
+    operation<&C::AddComboTyp_2>(32, "AddComboTyp_2", "Typ, &Combo, &TmkVar, bolShort", "The part of AddComboTyp for its second group of keys."),
+    operation<&C::ComboList_String>(33, "ComboList_String", "ItemData_ID, Typ, &TmkVar", "Label of a column of the log list."),
     operation<&C::MengeSQL>(36, "MengeSQL", "&TmkVar, InFaktura, Prefix, Einheit_ID, strFormatMenge", "SQL expression of a log's quantity in another unit."),
     operation<&C::OrderBy>(38, "OrderBy", "Kod, &strOrderBy", "ORDER BY clause of a column list, ascending or descending."),
+    operation<&C::LoadColString>(39, "LoadColString", "Id_Strings, &TmkVar, bolShort", "Labels by their numbers, as a collection."),
 };
 // clang-format on
 static_assert(slotsAscend(operations));

@@ -23,6 +23,7 @@ constexpr std::array operations{
     operation<&C::Get_FieldValue>(10, "Get_FieldValue", "&TmkVar, column, table, sqlWhere", "Text of a column of a table's first row."),
     operation<&C::Get_FieldValueN>(11, "Get_FieldValueN", "&TmkVar, column, table, sqlWhere", "Number of a column of a table's first row."),
     operation<&C::Get_FieldSize>(12, "Get_FieldSize", "table, column, &TmkVar", "Number of characters that a column takes."),
+    operation<&C::GetColName>(13, "GetColName", "strField, &TmkVar", "Label of a field of a master-data table."),
     operation<&C::GetOptionenNumber>(14, "GetOptionenNumber", "&TmkVar, property", "Whole number of an option; 0 by default."),
     operation<&C::GetOptionenDouble>(15, "GetOptionenDouble", "&TmkVar, property", "Number of an option; 0 by default."),
     operation<&C::GetOptionenText>(16, "GetOptionenText", "&TmkVar, property", "Text of an option; empty by default."),

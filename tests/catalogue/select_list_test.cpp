@@ -201,10 +201,15 @@ TEST_F(ArtikelSelectList, ValueShareWithoutTotalIsNull)
     EXPECT_EQ(test::errorNumber([&] { select("ARTIKEL", {156}, true); }), errors::divisionByZero);
 }
 
-TEST_F(ArtikelSelectList, PricePerQuantityWithoutARowIsAFiller)
+TEST_F(ArtikelSelectList, NetValuePerSalesUnit)
 {
-    EXPECT_EQ(select("ARTIKEL", {155}, true), "0");
-    EXPECT_EQ(selected, "");
+    const std::string quantity = "NN_POSITIONEN.MENGE_VE";
+    EXPECT_EQ(select("ARTIKEL", {155}, false),
+              "(CASE WHEN ISNULL(" + quantity + ",0) = 0 THEN NULL ELSE " + net + "/" + quantity + " END)");
+    const std::string sum = "SUM(" + quantity + ")";
+    EXPECT_EQ(select("ARTIKEL", {155}, true),
+              "(CASE WHEN ISNULL(" + sum + ",0) = 0 THEN NULL ELSE SUM(" + net + ")/" + sum + " END)");
+    EXPECT_TRUE(with.database.opened.empty());
 }
 
 TEST_F(ArtikelSelectList, FailureOfTheTotalReachesTheCaller)

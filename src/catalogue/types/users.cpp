@@ -5,7 +5,8 @@ namespace {
 
 using enum Kind;
 
-// USERS: users and their property flags.
+// USERS: a row is a user of the application. The flags are numbered properties without names of their own; B055 lends
+// the user's rights to the deputy. No join multiplies rows.
 constexpr ListDescription description{
     .key = "USERS",
     .base = "USERS",
@@ -74,6 +75,14 @@ constexpr ListDescription description{
             {60, 31310, whole, "(CASE WHEN B060 = 1 THEN 1 ELSE 0 END)"},
             {1000, 31311, text, "USERS.NAME"},
             {1001, 31312, text, "USERS.LONGNAME"},
+        },
+    .joins =
+        {
+            {"1-60", "", " LEFT JOIN USERS_PROPERTY ON USERS_PROPERTY.ID_USERS = USERS.ID"},
+        },
+    .choices =
+        {
+            {"USERS", "1000-1001, 1-60"},
         },
 };
 
