@@ -13,12 +13,14 @@ namespace {
 
 using ado::DataType;
 
+/// A forest owner with the level and the size of his forest.
 struct Owner {
     std::int32_t id;
     Variant level;
     double hectares;
 };
 
+/// A forest location.
 struct Place {
     std::int32_t id;
     double hectares;
@@ -79,6 +81,7 @@ void writePlaces(ado::Connection& connection, const ReferenceOptions& options, c
         const std::uint32_t first = random.below(static_cast<std::uint32_t>(places.size()));
         const std::int32_t count = random.between(1, 4);
         for (std::int32_t i = 0; i < count; ++i) {
+            // Neighbouring locations, each at most once.
             const Place& place = places[(first + static_cast<std::size_t>(i)) % places.size()];
             const double share = random.chance(600) ? 100.0 : rounded(random.between(50.0, 99.0));
             const Date begin = dayBefore(options, random, 3 * 365);
