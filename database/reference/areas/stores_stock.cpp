@@ -1,0 +1,158 @@
+#include <algorithm>
+#include <array>
+#include <map>
+#include <utility>
+#include <vector>
+
+#include "areas/stores.h"
+
+#include "tamarok/convert.h"
+
+namespace tamarok::database {
+namespace {
+
+constexpr std::uint64_t stockStream = 5'000'000'000'103;
+
+constexpr std::array columns{
+    wholeColumn("ID_ACCESS_LEVELS"), wholeColumn("ID_BB_BELEGE"),
+    wholeColumn("ID_WARENKATALOG"),  wholeColumn("ID_WARENEINHEIT"),
+    wholeColumn("ID_KOSTENSTELLE"),  wholeColumn("ID_KOSTENART"),
+    wholeColumn("ID_PERSONAL"),      textColumn("BUCHUNGSART"),
+    dayColumn("BUCHUNGSDATUM"),      numberColumn("MENGE"),
+    numberColumn("ZUGANG"),          numberColumn("ABGANG"),
+    numberColumn("PREIS"),           numberColumn("WERT"),
+    textColumn("LAGERORT"),          textColumn("CHARGE"),
+    textColumn("LIEFERSCHEIN"),      flagColumn("INVENTUR"),
+    textColumn("BEMERKUNG"),         dayColumn("ERSTELLUNGSDATUM"),
+};
+
+consteval std::size_t at(std::string_view name)
+{
+    return placeOf(columns, name);
+}
+
+constexpr std::array<std::string_view, 5> places{"Bauhof, Regal A", "Bauhof, Regal B", "Gerätehalle",
+                                                 "Forstgarten, Kühlraum", "Tanklager"};
+
+/// An article of the stock (WARENKATALOG).
+struct Article {
+    std::int32_t id;
+    double price;
+    Variant unit; ///< WARENEINHEIT.EINHEIT_ID
+};
+
+/// A cost centre with the unit whose stock it keeps.
+struct Store {
+    std::int32_t costCentre, level;
+};
+
+/// The keys to which movements refer.
+struct Keys {
+    explicit Keys(ado::Connection& connection) :
+        lines{idsOf(connection, "SELECT ID FROM BB_BELEGE ORDER BY ID")},
+        costTypes{idsOf(connection, "SELECT ID FROM KOSTENART WHERE LAGERBUCHUNG = 1 ORDER BY ID")},
+        suppliers{idsOf(connection, "SELECT ID_PERSONAL FROM PERSONAL WHERE LIEFERANT = 1 ORDER BY ID_PERSONAL")},
+        recipients{idsOf(connection, "SELECT ID_PERSONAL FROM PERSONAL WHERE ABRECH2 = 1 ORDER BY ID_PERSONAL")}
+    {
+        for (const auto& row : rowsOf(connection, "SELECT WARENKATALOG.ART_ID, WARENKATALOG.EINHPREIS, "
+                                                  "WARENGRUPPE.EINHEIT_ID FROM WARENKATALOG INNER JOIN WARENGRUPPE ON "
+                                                  "WARENGRUPPE.GRUPPE_ID = WARENKATALOG.GRUPPE_ID WHERE "
+                                                  "WARENKATALOG.MATERIALART = 1 AND WARENKATALOG.EINHPREIS > 0 "
+                                                  "ORDER BY WARENKATALOG.ART_ID"))
+            articles.push_back({convert::toLong(row[0]), convert::toDouble(row[1]), row[2]});
+        for (const auto& row : rowsOf(connection, "SELECT ID, ID_ACCESS_LEVELS FROM KOSTENSTELLE "
+                                                  "WHERE ID_ACCESS_LEVELS IS NOT NULL ORDER BY ID"))
+            stores.push_back({convert::toLong(row[0]), convert::toLong(row[1])});
+    }
+
+    std::vector<std::int32_t> lines, costTypes, suppliers, recipients;
+    std::vector<Article> articles;
+    std::vector<Store> stores;
+};
+
+/// The stock of each article and store, so that nothing is taken that is not there.
+using Stock = std::map<std::pair<std::int32_t, std::int32_t>, double>;
+
+enum class Booking : std::uint8_t { receipt, issue, stocktaking };
+
+struct Movement {
+    Booking booking;
+    double quantity; ///< negative where material leaves the stock
+};
+
+Movement drawMovement(Random& random, double inStock)
+{
+    constexpr double leastStock = 5.0;
+    if (inStock < leastStock) return {Booking::receipt, 5.0 * random.between(4, 80)};
+    if (random.chance(40)) return {Booking::stocktaking, -tenth(inStock * random.between(0.005, 0.02))};
+    if (random.chance(350)) return {Booking::receipt, 5.0 * random.between(2, 40)};
+    return {Booking::issue, -std::min(inStock, tenth(inStock * random.between(0.05, 0.6)))};
+}
+
+void setMovement(BulkInsert& row, Random& random, const Movement& movement, const Article& article)
+{
+    constexpr std::array<std::string_view, 3> words{"Zugang", "Abgang", "Inventur"};
+    const double price = cents(article.price * random.between(0.95, 1.08));
+    const bool enters = movement.quantity > 0.0;
+    row[at("ID_WARENKATALOG")] = article.id;
+    row[at("ID_WARENEINHEIT")] = article.unit;
+    row[at("BUCHUNGSART")] = words.at(static_cast<std::size_t>(movement.booking));
+    row[at("INVENTUR")] = movement.booking == Booking::stocktaking;
+    row[at("MENGE")] = movement.quantity;
+    row[at("ZUGANG")] = enters ? movement.quantity : 0.0;
+    row[at("ABGANG")] = enters ? 0.0 : -movement.quantity;
+    row[at("PREIS")] = price;
+    row[at("WERT")] = cents(movement.quantity * price);
+}
+
+void setPartner(BulkInsert& row, Random& random, Booking booking, const Keys& keys)
+{
+    if (booking == Booking::stocktaking) {
+        row[at("BEMERKUNG")] = "Fehlmenge laut Zählung";
+        return;
+    }
+    const bool isReceipt = booking == Booking::receipt;
+    row[at("ID_PERSONAL")] = pickId(random, isReceipt ? keys.suppliers : keys.recipients, 20);
+    if (!isReceipt) return;
+    row[at("CHARGE")] = "C" + std::to_string(random.between(1000, 9999));
+    row[at("LIEFERSCHEIN")] = "LS" + std::to_string(random.between(100000, 999999));
+}
+
+/// Movements follow each other in time, from the first to the last day of the data.
+Date dayOfMovement(const ReferenceOptions& options, std::int32_t number)
+{
+    constexpr std::int64_t daysOfThreeYears = 1095;
+    const std::int64_t daysAfter = daysOfThreeYears * number / std::max(options.records, 1);
+    return Date{dayOf(options.baseDate).days - static_cast<double>(daysOfThreeYears - daysAfter)};
+}
+
+} // namespace
+
+void writeStock(ado::Connection& connection, const ReferenceOptions& options)
+{
+    Random random{options.seed, stockStream};
+    const Keys keys{connection};
+    Stock stock;
+    BulkInsert row{connection, "BB_BELEGE_LAGER", columns};
+    for (std::int32_t number = 1; number <= options.records; ++number) {
+        const Article& article = random.pick(keys.articles);
+        const Store& store = random.pick(keys.stores);
+        double& inStock = stock[{article.id, store.costCentre}];
+        const Movement movement = drawMovement(random, inStock);
+        const Date day = dayOfMovement(options, number);
+        inStock = tenth(inStock + movement.quantity);
+        row.clear();
+        setMovement(row, random, movement, article);
+        setPartner(row, random, movement.booking, keys);
+        row[at("ID_ACCESS_LEVELS")] = store.level;
+        row[at("ID_KOSTENSTELLE")] = store.costCentre;
+        row[at("ID_BB_BELEGE")] = pickId(random, keys.lines);
+        row[at("ID_KOSTENART")] = pickId(random, keys.costTypes, 20);
+        row[at("LAGERORT")] = random.pick(places);
+        row[at("BUCHUNGSDATUM")] = day;
+        row[at("ERSTELLUNGSDATUM")] = laterDay(day, random.between(0, 2), options);
+        row.insert();
+    }
+}
+
+} // namespace tamarok::database
