@@ -15,7 +15,8 @@ constexpr std::string_view districtQuery =
 
 HuntingKeys::HuntingKeys(ado::Connection& connection) :
     hunters{idsOf(connection, "SELECT ID_PERSONAL FROM PERSONAL WHERE VORNAME IS NOT NULL ORDER BY ID_PERSONAL")},
-    buyers{idsOf(connection, "SELECT ID_PERSONAL FROM PERSONAL WHERE KUNDE = 1 ORDER BY ID_PERSONAL")}
+    buyers{idsOf(connection, "SELECT ID_PERSONAL FROM PERSONAL WHERE VORNAME IS NOT NULL OR GRUPPE = 'Handel' "
+                             "ORDER BY ID_PERSONAL")}
 {
     for (const auto& row : rowsOf(connection, districtQuery))
         districts.push_back({convert::toLong(row[0]), convert::toLong(row[1]), convert::toLong(row[2])});

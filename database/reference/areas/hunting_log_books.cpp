@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -9,6 +10,7 @@ namespace tamarok::database {
 namespace {
 
 constexpr std::uint64_t logBookStream = 5'000'000'000'007;
+constexpr std::int32_t monthsOfData = 36;
 
 constexpr std::array headColumns{
     wholeColumn("ID_ACCESS_LEVELS"),
@@ -76,9 +78,10 @@ constexpr std::array<std::string_view, 4> repairs{"Reifenwechsel", "Service laut
 struct Keeper {
     std::int32_t id;
     Variant level;
+    bool isMachine;
 };
 
-/// One entry: a trip, with what was refuelled on it.
+/// One entry: a trip or a day's work, with what was refuelled on it.
 struct Trip {
     Date day;
     std::int32_t from, kilometres;
@@ -103,28 +106,48 @@ Month monthBefore(const ReferenceOptions& options, std::int32_t back)
     return {year, month, makeDate(year, month, 1), Date{next.days - 1.0}};
 }
 
+/// Vehicles burn 7 to 11 litres in 100 kilometres and are refuelled on the last trip; machines burn 9 to 14 litres in
+/// an hour and are refuelled each day.
+void refuel(std::vector<Trip>& trips, Random& random, bool isMachine)
+{
+    const double price = cents(random.between(1.38, 1.79));
+    double unpaid = 0.0;
+    for (Trip& trip : trips) {
+        unpaid += isMachine ? trip.hours * random.between(9.0, 14.0) : trip.kilometres * random.between(0.07, 0.11);
+        if (!isMachine && &trip != &trips.back()) continue;
+        trip.litres = std::max(0.1, tenth(unpaid));
+        trip.fuelCosts = cents(trip.litres * price);
+        unpaid = 0.0;
+    }
+}
+
+/// The odometer at the beginning of a month, so that the months of a log book follow each other: more is added for each
+/// month than its trips make together.
+std::int32_t odometerAt(const Keeper& keeper, std::int32_t place, std::int32_t monthsBack)
+{
+    const std::int32_t month = keeper.isMachine ? 55 : 850;
+    const std::int32_t first = month * (5 + place % 50);
+    return first + month * (monthsOfData - monthsBack);
+}
+
 /// The trips of a month in the order of their days; each begins at the odometer's number at which the one before ended.
-std::vector<Trip> drawTrips(Random& random, Date first, std::int32_t odometer)
+std::vector<Trip> drawTrips(Random& random, Date first, std::int32_t odometer, bool isMachine)
 {
     constexpr std::int32_t mostTrips = 6;
     constexpr std::int32_t daysBetween = 4;
     std::vector<Trip> trips;
     const std::int32_t count = random.between(1, mostTrips);
     for (std::int32_t i = 0; i < count; ++i) {
-        Trip trip{Date{first.days + daysBetween * i + random.between(0, daysBetween - 1)},
-                  odometer,
-                  random.between(12, 140),
-                  random.chance(60),
-                  random.tenths(5, 80),
-                  0.0,
-                  0.0};
-        if (random.chance(550)) {
-            trip.litres = random.tenths(150, 620);
-            trip.fuelCosts = cents(trip.litres * cents(random.between(1.38, 1.79)));
-        }
+        Trip trip{};
+        trip.day = Date{first.days + daysBetween * i + random.between(0, daysBetween - 1)};
+        trip.from = odometer;
+        trip.kilometres = isMachine ? random.between(1, 9) : random.between(12, 140);
+        trip.isPrivate = !isMachine && random.chance(60);
+        trip.hours = isMachine ? random.tenths(30, 90) : random.tenths(5, 45);
         odometer += trip.kilometres;
         trips.push_back(trip);
     }
+    refuel(trips, random, isMachine);
     return trips;
 }
 
@@ -199,12 +222,13 @@ void insertTrip(BulkInsert& row, Random& random, std::int32_t book, std::int32_t
 /// Vehicles and machines; where a small database has none, all objects.
 std::vector<Keeper> keepers(ado::Connection& connection)
 {
-    constexpr std::string_view query = "SELECT ID, ID_ACCESS_LEVELS FROM BB_T_OBJEKTE";
+    constexpr std::int32_t machines = 5;
+    constexpr std::string_view query = "SELECT ID, ID_ACCESS_LEVELS, ID_BB_T_OBJEKTGRUPPE FROM BB_T_OBJEKTE";
     auto rows = rowsOf(connection, std::string{query} + " WHERE ID_BB_T_OBJEKTGRUPPE IN (4,5) ORDER BY ID");
     if (rows.empty()) rows = rowsOf(connection, std::string{query} + " ORDER BY ID");
     std::vector<Keeper> all;
     for (const auto& row : rows)
-        all.push_back({convert::toLong(row[0]), row[1]});
+        all.push_back({convert::toLong(row[0]), row[1], convert::toLong(row[2]) == machines});
     return all;
 }
 
@@ -212,9 +236,6 @@ std::vector<Keeper> keepers(ado::Connection& connection)
 
 void writeLogBooks(ado::Connection& connection, const ReferenceOptions& options)
 {
-    constexpr std::int32_t monthsOfData = 36;
-    constexpr std::int32_t kilometresOfMonth = 900; // more than a month's trips together
-    constexpr std::int32_t firstOdometer = 12000;
     Random random{options.seed, logBookStream};
     const std::vector<Keeper> all = keepers(connection);
     const auto count = static_cast<std::int32_t>(all.size());
@@ -222,13 +243,14 @@ void writeLogBooks(ado::Connection& connection, const ReferenceOptions& options)
     BulkInsert trip{connection, "BB_FAHRTENBUCH", entryColumns};
     for (std::int32_t id = 1; id <= options.records; ++id) {
         const std::int32_t place = (id - 1) % count;
+        const Keeper& keeper = all[static_cast<std::size_t>(place)];
         const std::int32_t back = (id - 1) / count % monthsOfData;
         const Month month = monthBefore(options, back);
-        const std::int32_t odometer = firstOdometer + 1700 * (place % 50) + kilometresOfMonth * (monthsOfData - back);
-        const std::vector<Trip> trips = drawTrips(random, month.first, odometer);
+        const std::vector<Trip> trips =
+            drawTrips(random, month.first, odometerAt(keeper, place, back), keeper.isMachine);
         book.clear();
-        book[head("ID_ACCESS_LEVELS")] = all[static_cast<std::size_t>(place)].level;
-        book[head("ID_BB_T_OBJEKTE")] = all[static_cast<std::size_t>(place)].id;
+        book[head("ID_ACCESS_LEVELS")] = keeper.level;
+        book[head("ID_BB_T_OBJEKTE")] = keeper.id;
         setHead(book, random, month, id, options);
         setSums(book, random, trips);
         book.insert();

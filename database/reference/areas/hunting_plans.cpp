@@ -95,7 +95,7 @@ Line drawLine(Random& random, const Class& about)
     const auto part = [&](std::int32_t low, std::int32_t high) { return planned * random.between(low, high) / 100; };
     const std::int32_t before = part(60, 120);
     const std::int32_t done = part(50, 105);
-    return {&about, stock, before, planned, done, random.chance(300) ? random.between(1, 3) : 0};
+    return {&about, stock, before, planned, done, random.chance(300) ? random.between(1, 1 + planned / 5) : 0};
 }
 
 std::vector<Line> drawLines(Random& random)

@@ -81,10 +81,20 @@ constexpr std::array<std::string_view, 5> remarks{"Gesellschaftsjagd", "Nachmitt
                                                   "Strecke gelegt am Forsthaus", "Besatz gering",
                                                   "Gemeinsame Jagd mit dem Nachbarrevier"};
 
-void setPlaceAndDay(BulkInsert& row, Random& random, const HuntingKeys& keys, const ReferenceOptions& options)
+/// Small game is hunted from September to January.
+Date drawHuntingDay(Random& random, const ReferenceOptions& options)
+{
+    constexpr std::int32_t september = 9;
+    while (true) {
+        const Date day = drawDay(random, options);
+        const std::int32_t month = toCivil(day).month;
+        if (month >= september || month == 1) return day;
+    }
+}
+
+void setPlaceAndDay(BulkInsert& row, Random& random, Date day, const HuntingKeys& keys, const ReferenceOptions& options)
 {
     const HuntingDistrict& district = random.pick(keys.districts);
-    const Date day = drawDay(random, options);
     row[at("JAGDJAHR")] = huntingYearOf(day).name;
     row[at("DATUM")] = day;
     row[at("ID_ACCESS_LEVELS")] = district.level;
@@ -147,7 +157,8 @@ void writeSmallGame(ado::Connection& connection, const ReferenceOptions& options
         const std::int32_t pieces = isRoadkill ? 1 : random.between(1, kind.mostPieces);
         row.clear();
         row[at("NUMMER")] = "NW-" + paddedNumber(number, 5);
-        setPlaceAndDay(row, random, keys, options);
+        const Date day = isRoadkill ? drawDay(random, options) : drawHuntingDay(random, options);
+        setPlaceAndDay(row, random, day, keys, options);
         setPieces(row, random, kind, pieces);
         if (isRoadkill) {
             row[at("ID_BB_T_TODESURSACHE")] = killedInTraffic;

@@ -77,8 +77,10 @@ std::vector<Named> namedRows(ado::Connection& connection, std::string_view query
 
 struct Keys {
     explicit Keys(ado::Connection& connection) :
-        costCentres{namedRows(connection, "SELECT ID, NUMBER, NAME, ID_ACCESS_LEVELS FROM KOSTENSTELLE ORDER BY ID")},
-        products{namedRows(connection, "SELECT ID, NUMBER, NAME, NULL AS LEVEL_ID FROM PRODUKT ORDER BY ID")}
+        costCentres{namedRows(connection, "SELECT ID, NUMBER, NAME, ID_ACCESS_LEVELS FROM KOSTENSTELLE "
+                                          "WHERE TABLE_NAME = 'FORST' ORDER BY ID")},
+        products{namedRows(connection, "SELECT ID, NUMBER, NAME, NULL AS LEVEL_ID FROM PRODUKT "
+                                       "WHERE TABLE_NAME = 'FORST' ORDER BY ID")}
     {
         for (const auto& row : rowsOf(connection, "SELECT NAME FROM USERS ORDER BY ID"))
             users.push_back(convert::toText(row[0]));

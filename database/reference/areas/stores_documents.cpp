@@ -75,6 +75,8 @@ constexpr std::array<Matter, 14> matters{{
     {true, "Bankbeleg", "4300", "Maschineneinsatz für Dritte", 60.0, 180.0, 20.0},
 }};
 
+constexpr std::string_view cashVoucher = "Kassenbeleg";
+
 constexpr std::array<std::string_view, 4> bankAccounts{"2700", "2800", "2810", "3300"};
 constexpr std::array<std::string_view, 5> remarks{"Teilzahlung vereinbart", "Beleg nachgereicht", "Skonto abgezogen",
                                                   "Mit Gutschrift verrechnet", "Freigabe durch Betriebsleitung"};
@@ -87,20 +89,22 @@ struct Line {
 struct Keys {
     explicit Keys(ado::Connection& connection) :
         customers{idsOf(connection, "SELECT ID_PERSONAL FROM PERSONAL WHERE KUNDE = 1 ORDER BY ID_PERSONAL")},
-        suppliers{idsOf(connection, "SELECT ID_PERSONAL FROM PERSONAL WHERE LIEFERANT = 1 OR ABRECH1 = 1 "
+        suppliers{idsOf(connection, "SELECT ID_PERSONAL FROM PERSONAL WHERE GRUPPE IN ('Unternehmer','Handel') "
                                     "ORDER BY ID_PERSONAL")},
-        payments{idsOf(connection, "SELECT ID FROM BB_T_ZAHLART WHERE ISNULL(STORNO,0) = 0 ORDER BY ID")},
+        cash{idsOf(connection, "SELECT ID FROM BB_T_ZAHLART WHERE SHORT = 'BZ'")},
+        transfers{idsOf(connection, "SELECT ID FROM BB_T_ZAHLART WHERE SHORT IN ('UE','BA') ORDER BY ID")},
         users{idsOf(connection, "SELECT ID FROM USERS ORDER BY ID")},
         levels{idsOf(connection, "SELECT ID FROM ACCESS_LEVELS WHERE RIGHT(ACCESS_LEVELS,4) <> '0000' ORDER BY ID")},
         objects{idsOf(connection, "SELECT ID FROM OBJEKT ORDER BY ID")},
         orders{idsOf(connection, "SELECT ID FROM BB_T_AUFTRAGS_PLANUNG ORDER BY ID")},
         articles{idsOf(connection, "SELECT TOP 1000 NN_ID FROM NN_POSITIONEN ORDER BY NN_ID")}
     {
-        for (const auto& row : rowsOf(connection, "SELECT NUMBER FROM KOSTENSTELLE ORDER BY ID"))
+        for (const auto& row : rowsOf(connection, "SELECT NUMBER FROM KOSTENSTELLE WHERE TABLE_NAME = 'FORST' "
+                                                  "ORDER BY ID"))
             costCentres.push_back(convert::toText(row[0]));
     }
 
-    std::vector<std::int32_t> customers, suppliers, payments, users, levels, objects, orders;
+    std::vector<std::int32_t> customers, suppliers, cash, transfers, users, levels, objects, orders;
     std::vector<std::int32_t> articles; ///< NN_POSITIONEN.NN_ID of article positions, by which lines are billed
     std::vector<std::string> costCentres;
 };
@@ -156,7 +160,7 @@ void setHead(BulkInsert& row, Random& random, const Matter& matter, const Keys& 
     row[head("BELEGART")] = matter.kind;
     row[head("EINNAHME")] = matter.isReceipt;
     row[head("ID_PERSONAL")] = pickId(random, matter.isReceipt ? keys.customers : keys.suppliers, 10);
-    row[head("ID_BB_T_ZAHLART")] = pickId(random, keys.payments, 10);
+    row[head("ID_BB_T_ZAHLART")] = pickId(random, matter.kind == cashVoucher ? keys.cash : keys.transfers, 10);
     row[head("ID_USERS")] = random.pick(keys.users);
     row[head("KONTO")] = matter.account;
     row[head("GEGENKONTO")] = random.pick(bankAccounts);

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <map>
 #include <utility>
 #include <vector>
@@ -31,14 +32,24 @@ consteval std::size_t at(std::string_view name)
     return placeOf(columns, name);
 }
 
-constexpr std::array<std::string_view, 5> places{"Bauhof, Regal A", "Bauhof, Regal B", "Gerätehalle",
-                                                 "Forstgarten, Kühlraum", "Tanklager"};
+/// Where the articles of a group (WARENGRUPPE.NUMMER) are stored.
+struct Storage {
+    std::string_view group, place;
+};
+constexpr std::array<Storage, 4> storages{{
+    {"100", "Forstgarten, Kühlraum"},
+    {"200", "Bauhof, Freilager"},
+    {"920", "Tanklager"},
+    {"930", "Bauhof, Freilager"},
+}};
+constexpr std::array<std::string_view, 3> shelves{"Bauhof, Regal A", "Bauhof, Regal B", "Gerätehalle"};
 
 /// An article of the stock (WARENKATALOG).
 struct Article {
     std::int32_t id;
     double price;
     Variant unit; ///< WARENEINHEIT.EINHEIT_ID
+    std::string group;
 };
 
 /// A cost centre with the unit whose stock it keeps.
@@ -50,16 +61,19 @@ struct Store {
 struct Keys {
     explicit Keys(ado::Connection& connection) :
         lines{idsOf(connection, "SELECT ID FROM BB_BELEGE ORDER BY ID")},
-        costTypes{idsOf(connection, "SELECT ID FROM KOSTENART WHERE LAGERBUCHUNG = 1 ORDER BY ID")},
-        suppliers{idsOf(connection, "SELECT ID_PERSONAL FROM PERSONAL WHERE LIEFERANT = 1 ORDER BY ID_PERSONAL")},
-        recipients{idsOf(connection, "SELECT ID_PERSONAL FROM PERSONAL WHERE ABRECH2 = 1 ORDER BY ID_PERSONAL")}
+        costTypes{idsOf(connection, "SELECT ID FROM KOSTENART WHERE LAGERBUCHUNG = 1 AND TABLE_NAME = 'FORST' "
+                                    "ORDER BY ID")},
+        suppliers{idsOf(connection, "SELECT ID_PERSONAL FROM PERSONAL WHERE GRUPPE = 'Handel' ORDER BY ID_PERSONAL")},
+        recipients{
+            idsOf(connection, "SELECT ID_PERSONAL FROM PERSONAL WHERE GRUPPE = 'Unternehmer' ORDER BY ID_PERSONAL")}
     {
-        for (const auto& row : rowsOf(connection, "SELECT WARENKATALOG.ART_ID, WARENKATALOG.EINHPREIS, "
-                                                  "WARENGRUPPE.EINHEIT_ID FROM WARENKATALOG INNER JOIN WARENGRUPPE ON "
-                                                  "WARENGRUPPE.GRUPPE_ID = WARENKATALOG.GRUPPE_ID WHERE "
-                                                  "WARENKATALOG.MATERIALART = 1 AND WARENKATALOG.EINHPREIS > 0 "
-                                                  "ORDER BY WARENKATALOG.ART_ID"))
-            articles.push_back({convert::toLong(row[0]), convert::toDouble(row[1]), row[2]});
+        for (const auto& row : rowsOf(
+                 connection, "SELECT WARENKATALOG.ART_ID, WARENKATALOG.EINHPREIS, "
+                             "WARENGRUPPE.EINHEIT_ID, WARENGRUPPE.NUMMER FROM WARENKATALOG INNER JOIN WARENGRUPPE ON "
+                             "WARENGRUPPE.GRUPPE_ID = WARENKATALOG.GRUPPE_ID WHERE "
+                             "WARENKATALOG.MATERIALART = 1 AND WARENKATALOG.EINHPREIS > 0 "
+                             "ORDER BY WARENKATALOG.ART_ID"))
+            articles.push_back({convert::toLong(row[0]), convert::toDouble(row[1]), row[2], convert::toText(row[3])});
         for (const auto& row : rowsOf(connection, "SELECT ID, ID_ACCESS_LEVELS FROM KOSTENSTELLE "
                                                   "WHERE ID_ACCESS_LEVELS IS NOT NULL ORDER BY ID"))
             stores.push_back({convert::toLong(row[0]), convert::toLong(row[1])});
@@ -80,13 +94,25 @@ struct Movement {
     double quantity; ///< negative where material leaves the stock
 };
 
-Movement drawMovement(Random& random, double inStock)
+/// Whole units: what a purchase of 60 to 2500 euro buys.
+double drawPurchase(Random& random, double price)
+{
+    return std::max(1.0, std::floor(random.between(60.0, 2500.0) / price));
+}
+
+Movement drawMovement(Random& random, const Article& article, double inStock)
 {
     constexpr double leastStock = 5.0;
-    if (inStock < leastStock) return {Booking::receipt, 5.0 * random.between(4, 80)};
-    if (random.chance(40)) return {Booking::stocktaking, -tenth(inStock * random.between(0.005, 0.02))};
-    if (random.chance(350)) return {Booking::receipt, 5.0 * random.between(2, 40)};
-    return {Booking::issue, -std::min(inStock, tenth(inStock * random.between(0.05, 0.6)))};
+    if (inStock < leastStock) return {Booking::receipt, drawPurchase(random, article.price)};
+    if (random.chance(40)) return {Booking::stocktaking, -std::ceil(inStock * random.between(0.005, 0.02))};
+    if (random.chance(350)) return {Booking::receipt, drawPurchase(random, article.price)};
+    return {Booking::issue, -std::min(inStock, std::ceil(inStock * random.between(0.05, 0.6)))};
+}
+
+std::string_view drawPlace(Random& random, const Article& article)
+{
+    const auto* const storage = std::ranges::find(storages, std::string_view{article.group}, &Storage::group);
+    return storage != storages.end() ? storage->place : random.pick(shelves);
 }
 
 void setMovement(BulkInsert& row, Random& random, const Movement& movement, const Article& article)
@@ -138,9 +164,9 @@ void writeStock(ado::Connection& connection, const ReferenceOptions& options)
         const Article& article = random.pick(keys.articles);
         const Store& store = random.pick(keys.stores);
         double& inStock = stock[{article.id, store.costCentre}];
-        const Movement movement = drawMovement(random, inStock);
+        const Movement movement = drawMovement(random, article, inStock);
         const Date day = dayOfMovement(options, number);
-        inStock = tenth(inStock + movement.quantity);
+        inStock += movement.quantity;
         row.clear();
         setMovement(row, random, movement, article);
         setPartner(row, random, movement.booking, keys);
@@ -148,7 +174,7 @@ void writeStock(ado::Connection& connection, const ReferenceOptions& options)
         row[at("ID_KOSTENSTELLE")] = store.costCentre;
         row[at("ID_BB_BELEGE")] = pickId(random, keys.lines);
         row[at("ID_KOSTENART")] = pickId(random, keys.costTypes, 20);
-        row[at("LAGERORT")] = random.pick(places);
+        row[at("LAGERORT")] = drawPlace(random, article);
         row[at("BUCHUNGSDATUM")] = day;
         row[at("ERSTELLUNGSDATUM")] = laterDay(day, random.between(0, 2), options);
         row.insert();
