@@ -22,6 +22,9 @@ using Entries = std::vector<std::pair<std::string, int>>;
 constexpr std::string_view belegbuchLabels =
     "859,4689,1700,4831,4830,4995,4756,1757,4814,2520,1751,298,1755,4803,138,5462,2508";
 
+const std::string transportOption =
+    "SELECT NUMBER_VALUE FROM OPTIONEN WHERE UPPER(PROPERTY_ID) = 'NETLOGISTIK_TRANSPORT'";
+
 std::string statementFor(std::string_view labels)
 {
     return "SELECT ID_STRING,ISNULL(CUSTOM_GERMAN,ISNULL(GERMAN,'')) AS RESULT FROM STRINGS WHERE ID_STRING IN (" +
@@ -195,6 +198,7 @@ TEST_F(ChoiceLists, EditionItemsComeForExactlyTheirCustomer)
             std::vector<int> wanted;
             catalogue::forEachId(row.columns, [&](std::int16_t id) { wanted.push_back(id); });
             const std::string statement = statementOf(key);
+            with.database.answer(transportOption, 0.0, "NUMBER_VALUE");
             const auto offers = [&](const std::string& customer) {
                 with.session.strCustomer = customer;
                 answerLabels(statement);
@@ -221,11 +225,10 @@ TEST_F(ChoiceLists, TheOptionOfTransportsAddsItsItems)
         return std::string_view{row.option} == "NETLOGISTIK_TRANSPORT";
     });
     ASSERT_NE(optional, type->description().choices.end());
-    const std::string option = "SELECT NUMB_VALUE FROM OPTIONEN WHERE PROPERTY_ID = 'NETLOGISTIK_TRANSPORT'";
     std::vector<std::int32_t> counts;
     for (const double value : {0.0, 1.0}) {
         Surroundings other{"de-AT", test::Unanswered::HasNoRows};
-        other.database.answer(option, value, "NUMB_VALUE");
+        other.database.answer(transportOption, value, "NUMBER_VALUE");
         controls::ComboBox filled;
         csel.AddComboTyp("EXPORTLV", filled, other.session, false);
         counts.push_back(filled.ListCount());

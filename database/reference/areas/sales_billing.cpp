@@ -382,7 +382,7 @@ void writeBilling(ado::Connection& connection, const ReferenceOptions& options, 
 {
     BillingWriter writer{connection, options, keys};
     // The numbers are those that the database gives the rows.
-    const std::int32_t existing = readNumber(connection, "SELECT MAX(ID) FROM BB_FAKTURA_KOPF");
+    const std::int32_t existing = readNumber(connection, "SELECT ISNULL(MAX(ID),0) FROM BB_FAKTURA_KOPF");
     for (std::int32_t number = existing + 1; number <= options.records; ++number)
         writer.write(number);
 }

@@ -106,8 +106,8 @@ void writeContracts(ado::Connection& connection, const ReferenceOptions& options
 {
     Random random{options.seed, contractStream};
     const std::int32_t existing = readNumber(connection, "SELECT COUNT(*) FROM VERTRAEGE");
-    std::int32_t lastContract = readNumber(connection, "SELECT MAX(ID_VERTRAG) FROM VERTRAEGE");
-    std::int32_t lastQuantity = readNumber(connection, "SELECT MAX(ID) FROM VERTRAG_MENGEN");
+    std::int32_t lastContract = readNumber(connection, "SELECT ISNULL(MAX(ID_VERTRAG),0) FROM VERTRAEGE");
+    std::int32_t lastQuantity = readNumber(connection, "SELECT ISNULL(MAX(ID),0) FROM VERTRAG_MENGEN");
     BulkInsert contracts{connection, "VERTRAEGE", contractColumns};
     BulkInsert quantities{connection, "VERTRAG_MENGEN", quantityColumns};
     for (std::int32_t row = existing; row < options.records; ++row) {

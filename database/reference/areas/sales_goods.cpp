@@ -148,7 +148,7 @@ void writeGoods(ado::Connection& connection, const ReferenceOptions& options, co
 {
     Random random{options.seed, goodsStream};
     const std::int32_t existing = readNumber(connection, "SELECT COUNT(*) FROM WARENKATALOG");
-    std::int32_t lastId = readNumber(connection, "SELECT MAX(ART_ID) FROM WARENKATALOG");
+    std::int32_t lastId = readNumber(connection, "SELECT ISNULL(MAX(ART_ID),0) FROM WARENKATALOG");
     BulkInsert goods{connection, "WARENKATALOG", goodsColumns};
     std::size_t index = 0;
     for (std::int32_t row = existing; row < options.records; ++row)

@@ -120,7 +120,7 @@ public:
         heads_{connection, "TRANSPORTLOGISTIK_KOPF", headColumns}, trips_{connection, "TRANSPORTLOGISTIK", tripColumns},
         contracts_{readTexts(connection, "SELECT VERTRAG_NAME FROM VERTRAEGE ORDER BY ID_VERTRAG")},
         wagons_{readIds(connection, "SELECT ID FROM TRANSPORTLOGISTIK_WAGGON ORDER BY ID")},
-        lastTrip_{readNumber(connection, "SELECT MAX(ID) FROM TRANSPORTLOGISTIK")}
+        lastTrip_{readNumber(connection, "SELECT ISNULL(MAX(ID),0) FROM TRANSPORTLOGISTIK")}
     {}
 
     void write(std::int32_t head)
