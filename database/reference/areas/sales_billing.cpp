@@ -220,7 +220,7 @@ private:
         record.isOffer = isOfferRecord(number);
         record.customer = random_.pick(random_.chance(800) ? keys_.customers : keys_.owners);
         record.supplier = random_.pick(keys_.owners);
-        record.day = drawDay(random_, options_.baseDate);
+        record.day = dayOfBillingRecord(number, options_);
         if (previous_.isOffer && random_.chance(700)) {
             record.offer = previous_.number;
             record.customer = previous_.customer;
