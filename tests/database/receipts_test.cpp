@@ -88,6 +88,10 @@ constexpr Fault faults[]{
      "R.BETRAG <> K.BRUTTO OR R.RECHNUNGSDATUM > K.BELEGDATUM"},
     {"a voucher cancelled before its date", "BB_BELEGE_KOPF WHERE STORNODATUM <= BELEGDATUM"},
     {"a cancelled voucher that was paid", "BB_BELEGE_KOPF WHERE STORNODATUM IS NOT NULL AND ZAHLDATUM IS NOT NULL"},
+    {"a position that begins before its order",
+     "BB_BELEGE P INNER JOIN BB_AUFTRAG_KOPF A ON A.ID = P.ID_BB_AUFTRAG_KOPF WHERE P.LEISTUNG_VON < A.DATUM"},
+    {"a felling that begins before its order",
+     "BB_HAB_KOPF K INNER JOIN BB_AUFTRAG_KOPF A ON A.ID = K.ID_BB_AUFTRAG_KOPF WHERE K.EINSCHLAG_VON < A.DATUM"},
     {"a voucher posted before its receipt", "BB_BELEGE_KOPF WHERE BUCHUNGSDATUM < EINGANGSDATUM"},
     {"a harvest record whose volume is not the sum of its lines",
      "BB_HAB_KOPF K WHERE ABS(K.MENGE-ISNULL((SELECT SUM(P.KUBATUR) FROM BB_HAB P WHERE P.ID_BB_HAB_KOPF = K.ID),0)) > "
