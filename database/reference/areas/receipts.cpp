@@ -1,10 +1,8 @@
 #include <array>
-#include <memory>
 
+#include "areas/area_keys.h"
 #include "areas/areas.h"
 #include "areas/receipts_writers.h"
-
-#include "tamarok/convert.h"
 
 namespace tamarok::database {
 namespace {
@@ -18,19 +16,10 @@ constexpr std::array inventoryFields{
     RecordField<InventoryReport>{"UBERNAHMEDATUM", &InventoryReport::transferred},
 };
 
-/// The greatest ID in use: another area may have written reports too.
-std::int32_t lastReport(ado::Connection& connection)
-{
-    ado::Recordset rows;
-    rows.Open("SELECT ISNULL(MAX(ID),0) FROM BB_NATURALVOLLZUG_DSW",
-              ado::ConnectionRef{std::shared_ptr<void>{}, &connection});
-    return convert::toLong(rows.Fields().Item(0).Value());
-}
-
 } // namespace
 
 InventoryReports::InventoryReports(ado::Connection& connection) :
-    insert_{connection, "BB_NATURALVOLLZUG_DSW", inventoryFields}, last_{lastReport(connection)}
+    insert_{connection, "BB_NATURALVOLLZUG_DSW", inventoryFields}, last_{lastId(connection, "BB_NATURALVOLLZUG_DSW")}
 {}
 
 std::int32_t InventoryReports::write(const InventoryReport& report)

@@ -173,9 +173,9 @@ void HarvestWriter::setDates(HarvestRecord& record)
     record.year = toCivil(record.felledUntil).year;
     const std::int32_t daysToRelease = random_.between(0, 2);
     const std::int32_t daysToCancelling = random_.between(1, 30);
-    if (random_.chance(950)) record.released = laterDay(record.date, daysToRelease, options_.baseDate);
+    if (random_.chance(950)) record.released = dayIfReached(record.date, daysToRelease, options_.baseDate);
     record.isReleased = record.released != Date{};
-    if (random_.chance(30)) record.cancelled = laterDay(record.date, daysToCancelling, options_.baseDate);
+    if (random_.chance(30)) record.cancelled = dayIfReached(record.date, daysToCancelling, options_.baseDate);
     if (record.cancelled != Date{}) record.cancelReason = random_.pick(cancelReasons);
 }
 
@@ -259,7 +259,7 @@ void HarvestWriter::setStock(HarvestLine& line, const HarvestRecord& record)
     line.issue = keys_.id("BB_T_ABGANGSART", isTransfer_ ? "UM" : "VK");
     line.issuedOn = sales_.saleDate();
     line.issued = isPartial ? roundHalfEven(*line.quantity * part, line.product->decimals) : *line.quantity;
-    line.hauledOn = laterDay(line.issuedOn, daysToHaulage, options_.baseDate);
+    line.hauledOn = dayIfReached(line.issuedOn, daysToHaulage, options_.baseDate);
 }
 
 void HarvestWriter::writeLine(HarvestLine& line)
@@ -296,7 +296,7 @@ void HarvestWriter::writeNature(const HarvestRecord& record, const ForestPlace& 
     report.area = nature.area;
     report.date = record.date;
     report.stand = place.stand;
-    report.transferred = laterDay(record.date, random_.between(5, 40), options_.baseDate);
+    report.transferred = dayIfReached(record.date, random_.between(5, 40), options_.baseDate);
     if (random_.chance(850)) nature.report = reports_.write(report);
     natureRecords_.insert(nature);
 }

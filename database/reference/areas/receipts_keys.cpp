@@ -4,24 +4,14 @@
 #include <array>
 #include <cstddef>
 #include <iterator>
-#include <memory>
+
+#include "areas/area_keys.h"
 
 #include "tamarok/convert.h"
 #include "tamarok/error.h"
 
 namespace tamarok::database {
 namespace {
-
-/// Runs a query and calls `visit` with a function that returns the value of a column in the current row.
-template <class Visit>
-void forEachRow(ado::Connection& connection, std::string_view statement, Visit visit)
-{
-    ado::Recordset rows;
-    rows.Open(statement, ado::ConnectionRef{std::shared_ptr<void>{}, &connection});
-    for (; !rows.AtEOF(); rows.MoveNext())
-        visit([&](std::int32_t column) -> Variant { return rows.Fields().Item(column).Value(); });
-    rows.Close();
-}
 
 std::string textOf(const Variant& value)
 {
@@ -121,10 +111,10 @@ std::int32_t pickOfLevel(const std::map<std::int32_t, std::vector<std::int32_t>>
 
 CodeTable::CodeTable(ado::Connection& connection, std::string_view statement)
 {
-    forEachRow(connection, statement, [&](auto value) {
-        ids_.push_back(wholeOf(value(1)));
-        idByCode_.emplace(textOf(value(0)), ids_.back());
-    });
+    for (const std::vector<Variant>& row : rowsOf(connection, statement)) {
+        ids_.push_back(wholeOf(row.at(1)));
+        idByCode_.emplace(textOf(row.at(0)), ids_.back());
+    }
 }
 
 std::int32_t CodeTable::id(std::string_view code) const
@@ -152,53 +142,55 @@ ReceiptKeys::ReceiptKeys(ado::Connection& connection)
 
 void ReceiptKeys::readPlaces(ado::Connection& connection)
 {
-    forEachRow(connection,
-               "SELECT ID_WALDORT, ID_ACCESS_LEVELS, WO4, WO5, WO6, LANGNAME FROM WALDORT WHERE ISNULL(DISABLE,0) = 0 "
-               "AND ID_ACCESS_LEVELS IS NOT NULL ORDER BY ID_WALDORT",
-               [&](auto value) {
-                   placesByLevel_[wholeOf(value(1))].push_back(places_.size());
-                   places_.push_back({wholeOf(value(0)), wholeOf(value(1)),
-                                      textOf(value(2)) + textOf(value(3)) + textOf(value(4)), textOf(value(5))});
-               });
+    constexpr std::string_view statement =
+        "SELECT ID_WALDORT, ID_ACCESS_LEVELS, WO4, WO5, WO6, LANGNAME FROM WALDORT WHERE ISNULL(DISABLE,0) = 0 AND "
+        "ID_ACCESS_LEVELS IS NOT NULL ORDER BY ID_WALDORT";
+    for (const std::vector<Variant>& row : rowsOf(connection, statement)) {
+        placesByLevel_[wholeOf(row.at(1))].push_back(places_.size());
+        places_.push_back({wholeOf(row.at(0)), wholeOf(row.at(1)),
+                           textOf(row.at(2)) + textOf(row.at(3)) + textOf(row.at(4)), textOf(row.at(5))});
+    }
     if (places_.empty()) failNotFound("A row of the table", "WALDORT");
 }
 
 void ReceiptKeys::readLevels(ado::Connection& connection)
 {
-    forEachRow(connection, "SELECT ID, ACCESS_LEVELS FROM ACCESS_LEVELS ORDER BY ID", [&](auto value) {
-        codeOfLevel_.emplace(wholeOf(value(0)), textOf(value(1)));
-        levelOfCode_.emplace(textOf(value(1)), wholeOf(value(0)));
-    });
-    forEachRow(connection,
-               "SELECT ID, ID_ACCESS_LEVELS FROM KOSTENSTELLE WHERE ISNULL(DISABLE,0) = 0 AND TABLE_NAME = 'FORST' "
-               "ORDER BY ID",
-               [&](auto value) { costCentresByLevel_[wholeOf(value(1))].push_back(wholeOf(value(0))); });
+    for (const std::vector<Variant>& row :
+         rowsOf(connection, "SELECT ID, ACCESS_LEVELS FROM ACCESS_LEVELS ORDER BY ID")) {
+        codeOfLevel_.emplace(wholeOf(row.at(0)), textOf(row.at(1)));
+        levelOfCode_.emplace(textOf(row.at(1)), wholeOf(row.at(0)));
+    }
+    constexpr std::string_view costCentres = "SELECT ID, ID_ACCESS_LEVELS FROM KOSTENSTELLE WHERE ISNULL(DISABLE,0) = "
+                                             "0 AND TABLE_NAME = 'FORST' ORDER BY ID";
+    for (const std::vector<Variant>& row : rowsOf(connection, costCentres))
+        costCentresByLevel_[wholeOf(row.at(1))].push_back(wholeOf(row.at(0)));
 }
 
 /// The orders that stand already: their area may also run later.
 void ReceiptKeys::readOrders(ado::Connection& connection)
 {
-    forEachRow(connection,
-               "SELECT ID, ID_ACCESS_LEVELS, DATUM FROM BB_AUFTRAG_KOPF WHERE DATUM IS NOT NULL ORDER BY DATUM, ID",
-               [&](auto value) {
-                   const Order order{wholeOf(value(0)), convert::toDate(value(2))};
-                   orders_.push_back(order);
-                   ordersByLevel_[wholeOf(value(1))].push_back(order);
-               });
+    constexpr std::string_view statement =
+        "SELECT ID, ID_ACCESS_LEVELS, DATUM FROM BB_AUFTRAG_KOPF WHERE DATUM IS NOT NULL ORDER BY DATUM, ID";
+    for (const std::vector<Variant>& row : rowsOf(connection, statement)) {
+        const Order order{wholeOf(row.at(0)), convert::toDate(row.at(2))};
+        orders_.push_back(order);
+        ordersByLevel_[wholeOf(row.at(1))].push_back(order);
+    }
 }
 
 void ReceiptKeys::readPartners(ado::Connection& connection)
 {
-    forEachRow(connection,
-               "SELECT ID_PERSONAL, GRUPPE, ID_ACCESS_LEVELS FROM PERSONAL WHERE ISNULL(DISABLE,0) = 0 "
-               "AND GRUPPE IS NOT NULL ORDER BY ID_PERSONAL",
-               [&](auto value) {
-                   const std::string group = textOf(value(1));
-                   const std::int32_t level = wholeOf(value(2));
-                   partnersByGroup_[group].push_back(wholeOf(value(0)));
-                   if (group == "Waldbesitzer") ownersByLevel_[level].push_back(wholeOf(value(0)));
-                   if (group == "Unternehmer" && level != 0) contractorsOfLevels_.push_back(wholeOf(value(0)));
-               });
+    constexpr std::string_view statement =
+        "SELECT ID_PERSONAL, GRUPPE, ID_ACCESS_LEVELS FROM PERSONAL WHERE ISNULL(DISABLE,0) = 0 AND GRUPPE IS NOT NULL "
+        "ORDER BY ID_PERSONAL";
+    for (const std::vector<Variant>& row : rowsOf(connection, statement)) {
+        const std::int32_t partner = wholeOf(row.at(0));
+        const std::string group = textOf(row.at(1));
+        const std::int32_t level = wholeOf(row.at(2));
+        partnersByGroup_[group].push_back(partner);
+        if (group == "Waldbesitzer") ownersByLevel_[level].push_back(partner);
+        if (group == "Unternehmer" && level != 0) contractorsOfLevels_.push_back(partner);
+    }
 }
 
 const CodeTable& ReceiptKeys::table(std::string_view name) const
@@ -271,7 +263,7 @@ std::int32_t ReceiptKeys::partner(std::string_view group, Random& random) const
     return random.pick(found->second);
 }
 
-Date laterDay(Date date, std::int32_t days, Date lastDay)
+Date dayIfReached(Date date, std::int32_t days, Date lastDay)
 {
     const Date later{date.days + days};
     return later > lastDay ? Date{} : later;

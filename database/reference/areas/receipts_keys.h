@@ -101,7 +101,7 @@ private:
 };
 
 /// Returns the date `days` later, or 0 (no date) if it lies behind the last day of the data.
-Date laterDay(Date date, std::int32_t days, Date lastDay);
+Date dayIfReached(Date date, std::int32_t days, Date lastDay);
 
 /// Returns the date of the head `index` of `count`: heads are evenly spread over the days of the data and follow
 /// each other in time. Days are left free at both ends for the dates that precede or follow a head's own.

@@ -113,12 +113,12 @@ void TimberSales::drawStage(Date recordDate, bool isReleased)
     const std::int32_t daysToOffer = random_.between(2, 12);
     const std::int32_t daysToSale = daysToOffer + random_.between(5, 30);
     const std::int32_t daysToPayment = daysToSale + random_.between(10, 40);
-    offerDate_ = laterDay(recordDate, daysToOffer, options_.baseDate);
+    offerDate_ = dayIfReached(recordDate, daysToOffer, options_.baseDate);
     offerValidUntil_ = Date{recordDate.days + daysToOffer + random_.between(14, 40)};
     offerDocument_ = documentOf(true, offerDate_, options_);
-    saleDate_ = laterDay(recordDate, daysToSale, options_.baseDate);
+    saleDate_ = dayIfReached(recordDate, daysToSale, options_.baseDate);
     saleDocument_ = documentOf(false, saleDate_, options_);
-    const bool isPaid = laterDay(recordDate, daysToPayment, options_.baseDate) != Date{};
+    const bool isPaid = dayIfReached(recordDate, daysToPayment, options_.baseDate) != Date{};
     if (!isReleased)
         stage_ = SaleStage::entered;
     else if (drawn < 8 || offerDate_ == Date{})

@@ -126,18 +126,18 @@ Voucher VoucherWriter::drawHead(std::int32_t index, const VoucherSubject& subjec
 void VoucherWriter::drawDates(Voucher& voucher)
 {
     const Date last = options_.baseDate;
-    voucher.received = laterDay(voucher.date, random_.between(1, 4), last);
+    voucher.received = dayIfReached(voucher.date, random_.between(1, 4), last);
     const std::int32_t daysToPay = random_.chance(600) ? 30 : 14;
     voucher.due = Date{voucher.date.days + daysToPay};
     const std::int32_t daysToPosting = random_.between(5, 12);
     const std::int32_t daysToPayment = daysToPay + random_.between(-2, 14);
     const std::int32_t daysToCancelling = random_.between(5, 40);
-    if (random_.chance(30)) voucher.cancelled = laterDay(voucher.date, daysToCancelling, last);
+    if (random_.chance(30)) voucher.cancelled = dayIfReached(voucher.date, daysToCancelling, last);
     if (voucher.cancelled != Date{}) {
         voucher.cancelReason = random_.pick(cancelReasons);
     } else {
-        voucher.posted = laterDay(voucher.date, daysToPosting, last);
-        voucher.paid = laterDay(voucher.date, daysToPayment, last);
+        voucher.posted = dayIfReached(voucher.date, daysToPosting, last);
+        voucher.paid = dayIfReached(voucher.date, daysToPayment, last);
     }
     voucher.isPosted = voucher.posted != Date{};
     const CivilTime period = toCivil(voucher.isPosted ? voucher.posted : voucher.date);
@@ -237,8 +237,8 @@ void VoucherWriter::writeNature(const VoucherWork& work, const VoucherPosition& 
     }
     report.area = roundHalfEven(area, 2);
     report.quantity = roundHalfEven(quantity, work.decimals);
-    report.date = laterDay(position.until, random_.between(1, 10), options_.baseDate);
-    report.transferred = laterDay(position.until, random_.between(12, 45), options_.baseDate);
+    report.date = dayIfReached(position.until, random_.between(1, 10), options_.baseDate);
+    report.transferred = dayIfReached(position.until, random_.between(12, 45), options_.baseDate);
     report.stand = place.stand;
     if (random_.chance(800) && report.date != Date{}) reports_.write(report);
 }
