@@ -212,7 +212,6 @@ FromItem* Parser::join(FromKind kind, FromItem* left, FromItem* right, std::uint
     result->kind = kind;
     result->left = left;
     result->right = right;
-    result->tables = left->tables + right->tables;
     result->offset = offset;
     return result;
 }

@@ -23,7 +23,7 @@ Emitter::Joins::Joins(Emitter& emitter, const FromItem* from, std::size_t tables
                       const std::function<JoinUsers()>& users) :
     emitter_(emitter)
 {
-    if (from == nullptr || from->tables + tablesBeside <= mostJoined) return;
+    if (from == nullptr || joinedTables(*from) + tablesBeside <= mostJoined) return;
     JoinUsers known = users();
     known.tablesBeside = tablesBeside;
     nest_ = nestJoins(*from, known, emitter.source_, emitter.joinAliases_);
@@ -36,7 +36,7 @@ Emitter::Joins::~Joins()
 }
 
 /// Tables are always written with an alias: columns are qualified with the name that the binder knows.
-void Emitter::table(const FromItem& item)
+void Emitter::table(const FromItem& item, bool kept)
 {
     if (item.kind == FromKind::Table) {
         writeName(item.source->table->name);
@@ -44,18 +44,18 @@ void Emitter::table(const FromItem& item)
         const NestingLevel level(nested_, out_, item.offset, "the derived table ", item.alias.text);
         write("(");
         query(*item.query, item.columnNames.empty() ? Naming::ByName : Naming::Numbered);
-        write(")");
+        write(kept ? " LIMIT -1)" : ")");
     }
     write(" AS ");
     writeName(item.source->name.text);
 }
 
 /// A join on the right side of a join is enclosed, since SQLite reads joins from the left.
-void Emitter::joinOperand(const FromItem& item)
+void Emitter::joinOperand(const JoinTerm& term)
 {
-    if (isPlain(item)) return table(item);
+    if (isPlain(*term.operand)) return table(*term.operand, term.kept);
     write("(");
-    from(item);
+    from(*term.operand);
     write(")");
 }
 
@@ -65,7 +65,7 @@ void Emitter::join(const JoinTerm& term)
 {
     const bool comma = term.kind == FromKind::Comma && isPlain(*term.operand);
     write(comma ? ", " : joinText(term.kind));
-    joinOperand(*term.operand);
+    joinOperand(term);
     if (term.on == nullptr) return;
     write(" ON ");
     expression(*term.on);
@@ -73,11 +73,10 @@ void Emitter::join(const JoinTerm& term)
 
 void Emitter::from(const FromItem& item)
 {
-    if (isPlain(item)) return table(item);
     bool first = true;
     for (const JoinTerm& term : joinTerms(item)) {
         if (std::exchange(first, false)) {
-            joinOperand(*term.operand);
+            joinOperand(term);
         } else {
             join(term);
         }
@@ -135,7 +134,7 @@ void Emitter::nestedRows(JoinNest& nest)
     const std::size_t end = outermost ? nest.terms.size() : nest.levels[level].end;
     std::size_t begin = 1;
     if (level == 0) {
-        joinOperand(*nest.terms[0].operand);
+        joinOperand(nest.terms[0]);
     } else {
         begin = nest.levels[level - 1].end;
         nestedTable(nest);

@@ -90,7 +90,8 @@ public:
     /// FROM clause has none.
     class Joins {
     public:
-        /// @param users  gives the JoinUsers; called for a FROM clause with too many tables alone
+        /// @param tablesBeside  tables that the statement joins to those of FROM
+        /// @param users         called for a FROM clause of too many tables alone
         Joins(Emitter& emitter, const FromItem* from, std::size_t tablesBeside,
               const std::function<JoinUsers()>& users);
         ~Joins();
@@ -231,8 +232,8 @@ private:
 
     // FROM (emit_from.cpp)
     void from(const FromItem& item);
-    void table(const FromItem& item);
-    void joinOperand(const FromItem& item);
+    void table(const FromItem& item, bool kept);
+    void joinOperand(const JoinTerm& term);
     void join(const JoinTerm& term);
     void where(std::span<const Expr* const> conditions);
     const JoinLevel* nestedLevel(const Source& source) const;

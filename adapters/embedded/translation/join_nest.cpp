@@ -23,7 +23,7 @@ bool isChained(const FromItem& item)
 void appendTerms(const FromItem& item, std::vector<JoinTerm>& terms)
 {
     if (isPlain(item)) {
-        terms.push_back({FromKind::Table, &item, nullptr});
+        terms.push_back({FromKind::Table, &item});
         return;
     }
     appendTerms(*item.left, terms);
@@ -34,6 +34,14 @@ void appendTerms(const FromItem& item, std::vector<JoinTerm>& terms)
     } else {
         terms.push_back({item.kind, item.right, item.on});
     }
+}
+
+/// SQLite leaves a derived table alone that groups, limits or combines rows.
+bool isDissolved(const FromItem& derived)
+{
+    const Select* select = derived.query->select;
+    return select != nullptr && select->source != nullptr && !select->distinct && !select->aggregated &&
+           select->top == nullptr && select->rowLimit == nullptr;
 }
 
 /// The source that was bound last in the item.
@@ -73,17 +81,21 @@ public:
     /// Each level takes as many tables as SQLite joins. @return the number of levels
     void divide(std::size_t& aliases)
     {
-        std::size_t left = nest_.from->tables + users_.tablesBeside;
+        std::size_t left = joinedTables(*nest_.from) + users_.tablesBeside;
         std::size_t at = 0;
         // The derived table of the level before takes one place.
         while (left + (nest_.levels.empty() ? 0 : 1) > mostJoined) {
             std::size_t room = mostJoined - (nest_.levels.empty() ? 0 : 1);
             const std::size_t begin = at;
-            for (; at < nest_.terms.size() && nest_.terms[at].operand->tables <= room; ++at) {
-                room -= nest_.terms[at].operand->tables;
-                left -= nest_.terms[at].operand->tables;
+            for (; at < nest_.terms.size() && tablesOf(nest_.terms[at]) <= room; ++at) {
+                room -= tablesOf(nest_.terms[at]);
+                left -= tablesOf(nest_.terms[at]);
             }
-            if (at == begin) refuse(*nest_.terms[at].operand);
+            if (at == begin) {
+                left -= tablesOf(nest_.terms[at]) - 1;
+                keep(nest_.terms[at]);
+                continue;
+            }
             JoinLevel& level = nest_.levels.emplace_back();
             level.end = at;
             level.lastSource = lastSource(*nest_.terms[at - 1].operand).number;
@@ -125,10 +137,16 @@ public:
     }
 
 private:
-    [[noreturn]] void refuse(const FromItem& item) const
+    static std::size_t tablesOf(const JoinTerm& term) { return term.kept ? 1 : joinedTables(*term.operand); }
+
+    /// A derived table with too many tables to be dissolved is kept as one; joins in parentheses cannot be.
+    void keep(JoinTerm& term) const
     {
-        text_.refuse(item.offset, messages::tooManyTables,
-                     "Too many table names in the query. The maximum allowable is 63 in parentheses.");
+        if (term.operand->kind != FromKind::Derived) {
+            text_.refuse(term.operand->offset, messages::tooManyTables,
+                         "Too many table names in the query. The maximum allowable is 63 in parentheses.");
+        }
+        term.kept = true;
     }
 
     /// The innermost level that holds the source.
@@ -176,10 +194,17 @@ bool isPlain(const FromItem& item)
     return item.kind == FromKind::Table || item.kind == FromKind::Derived;
 }
 
+std::size_t joinedTables(const FromItem& from)
+{
+    if (from.kind == FromKind::Table) return 1;
+    if (from.kind != FromKind::Derived) return joinedTables(*from.left) + joinedTables(*from.right);
+    // What is nested itself has as many as SQLite joins.
+    return isDissolved(from) ? std::min(joinedTables(*from.query->select->source), mostJoined) : 1;
+}
+
 std::vector<JoinTerm> joinTerms(const FromItem& from)
 {
     std::vector<JoinTerm> terms;
-    terms.reserve(from.tables);
     appendTerms(from, terms);
     return terms;
 }

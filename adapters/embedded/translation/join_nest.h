@@ -29,7 +29,12 @@ struct JoinTerm {
     FromKind kind = FromKind::Table; ///< the kind of the join; Table for the first term
     const FromItem* operand = nullptr;
     Expr* on = nullptr;
+    bool kept = false; ///< a derived table that SQLite must not dissolve
 };
+
+/// The most tables that SQLite joins for a FROM clause: it dissolves a derived table into the query around it where
+/// that changes no row, so that the tables of both count. Those of views are not known.
+std::size_t joinedTables(const FromItem& from);
 
 /// Whether the item is a table or a derived table, and no join.
 bool isPlain(const FromItem& item);
@@ -78,9 +83,9 @@ struct JoinNest {
     const JoinLevel* levelOf(const Source& source) const;
 };
 
-/// Plans the nesting of a bound FROM clause of more than 64 tables, those beside it included.
+/// Plans the nesting of a bound FROM clause for which SQLite would join more than 64 tables, those beside it included.
 /// @param aliases  counts the derived tables of a statement; their aliases follow from it
-/// Error 106 for more than 63 tables in parentheses, which cannot be divided.
+/// Error 106 for joins in parentheses of more than 63 tables, which cannot be divided.
 JoinNest nestJoins(const FromItem& from, const JoinUsers& users, const SourceText& text, std::size_t& aliases);
 
 /// What uses the FROM clause of a bound SELECT.

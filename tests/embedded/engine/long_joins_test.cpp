@@ -65,7 +65,8 @@ struct Padding {
 };
 
 constexpr Padding paddings[] = {{{63, 0, 0}}, {{0, 63, 0}},   {{0, 0, 63}},  {{62, 2, 1}},   {{1, 61, 30}},
-                                {{80, 0, 0}}, {{10, 70, 10}}, {{0, 0, 130}}, {{70, 70, 70}}, {{0, 126, 70}}};
+                                {{80, 0, 0}}, {{10, 70, 10}}, {{0, 0, 130}}, {{70, 70, 70}}, {{0, 126, 70}},
+                                {{61, 0, 0}}, {{0, 60, 1}},   {{60, 0, 1}},  {{59, 0, 1}}};
 
 std::string replaced(std::string_view text, std::string_view mark, std::string_view by)
 {
@@ -148,6 +149,9 @@ constexpr std::string_view queries[] = {
     "SELECT A.ID FROM A {1} {2} {3} WHERE A.ID IN (SELECT B.AID FROM B WHERE B.NAME <> A.NAME)",
     "SELECT A.ID FROM A {1} LEFT JOIN B ON B.AID = A.ID AND EXISTS (SELECT 1 FROM C WHERE C.BID = B.ID) {2} {3}",
     "SELECT A.ID FROM A {1} {2} {3} WHERE A.QTY = (SELECT MAX(X.QTY) FROM A X WHERE X.GROUPID = A.GROUPID)",
+    "SELECT A.ID, (SELECT MAX(X.ID) FROM A X {2} WHERE X.GROUPID = A.GROUPID) FROM A {1} {3}",
+    "SELECT A.ID, (SELECT X.NAME FROM A X {2} WHERE X.ID = A.ID) FROM A {1} {3}",
+    "SELECT A.ID FROM A {1} {3} WHERE A.ID IN (SELECT X.ID FROM A X {2} WHERE X.QTY <= A.QTY AND X.NAME = A.NAME)",
     // derived and temporary tables, columns with odd names
     "SELECT A.ID, D.N, D.S FROM A {1} LEFT JOIN (SELECT AID AS N, SUM(QTY) AS S FROM B GROUP BY AID) D ON D.N = A.ID "
     "{2} {3} WHERE D.S > 1",
@@ -207,8 +211,8 @@ TEST_F(LongJoins, TheOrderIsThatOfTheStatement)
 
 TEST_F(LongJoins, AStarHasTheColumnsOfAllTablesInOrder)
 {
-    const auto cursor =
-        open(connection_, padded("SELECT * FROM A {1} LEFT JOIN B ON B.AID = A.ID {2}", {{70, 70, 0}}, neutralJoins[0]));
+    const auto cursor = open(
+        connection_, padded("SELECT * FROM A {1} LEFT JOIN B ON B.AID = A.ID {2}", {{70, 70, 0}}, neutralJoins[0]));
     std::string names = "A.ID A.NAME A.CODE A.AMOUNT A.QTY A.MOMENT A.DAY A.SIZE A.FLAG A.GROUPID A.EXACT ";
     for (int i = 0; i < 70; ++i)
         names += "PAD.ID PAD.NAME ";
@@ -219,6 +223,141 @@ TEST_F(LongJoins, AStarHasTheColumnsOfAllTablesInOrder)
     for (const ado::ColumnInfo& column : cursor->columns())
         found.append(column.baseTable).append(".").append(column.name).append(" ");
     EXPECT_EQ(found, names);
+}
+
+/// Statements that change A; the joins may name a row of it several times.
+constexpr std::string_view changes[] = {
+    "UPDATE A SET NAME = B.NAME, QTY = A.QTY + B.QTY FROM A {1} INNER JOIN B ON B.AID = A.ID {2} {3} WHERE B.ID > 1",
+    "UPDATE X SET NAME = 'x' FROM A {1} INNER JOIN A X ON X.ID = A.ID {2} {3} WHERE X.NAME = 'FICHTE'",
+    "UPDATE A SET GROUPID = B.ID FROM B {2} {3} WHERE B.AID = A.ID AND B.ID <> 2",
+    "UPDATE A SET ID = A.ID + 1 FROM A {1} {2} {3} WHERE A.ID < 9",
+    "UPDATE A SET ID = A.ID + B.QTY + 20 FROM B {2} {3} WHERE B.AID = A.ID AND B.ID <> 2",
+    "UPDATE A SET QTY = (SELECT SUM(B.QTY) FROM B {2} WHERE B.AID = A.ID)",
+    "DELETE A FROM A {1} LEFT JOIN B ON B.AID = A.ID {2} {3} WHERE B.ID IS NULL",
+    "DELETE FROM A FROM B {2} {3} WHERE B.AID = A.ID AND B.NAME = 'ULME'",
+    "DELETE FROM A WHERE A.ID IN (SELECT B.AID FROM B {1} {2} {3})",
+    "INSERT INTO A (ID, NAME, QTY) SELECT A.ID + 50, B.NAME, B.QTY FROM A {1} INNER JOIN B ON B.AID = A.ID {2} {3} "
+    "WHERE B.ID <> 2",
+    "SELECT A.ID, B.NAME, A.QTY, A.MOMENT INTO #N FROM A {1} LEFT JOIN B ON B.AID = A.ID {2} {3}",
+};
+
+TEST_F(LongJoins, ChangesAreThoseOfTheFewJoins)
+{
+    // A join whose ON looks at no table of the statement, so that it fits beside any.
+    constexpr std::string_view joins[] = {" LEFT JOIN PAD P{n} ON P{n}.ID = 2",
+                                          " INNER JOIN PAD P{n} ON P{n}.NAME = 'P2'"};
+    const auto changed = [&](const std::string& text) {
+        const bool makesTable = text.find("INTO #N") != text.npos;
+        connection_->session().begin();
+        const std::int64_t count = run(connection_, text);
+        Rows rows = rowsOf(connection_, makesTable ? "SELECT * FROM #N" : "SELECT * FROM A");
+        rows.push_back(std::to_string(count));
+        connection_->session().rollback();
+        return rows;
+    };
+    for (const std::string_view change : changes) {
+        const Rows expected = changed(padded(change, {}, ""));
+        for (const std::string_view join : joins) {
+            for (const Padding& padding : paddings) {
+                const std::string text = padded(change, padding, join);
+                EXPECT_EQ(changed(text), expected) << text;
+            }
+        }
+    }
+}
+
+/// The values are given to the parameters in the order of the statement, wherever its parts are written.
+TEST_F(LongJoins, ParametersKeepTheirPlaces)
+{
+    constexpr std::string_view query =
+        "SELECT ? AS P, A.ID, B.ID FROM A {1} LEFT JOIN B ON B.AID = A.ID AND B.QTY < ? {2} LEFT JOIN C ON C.ID = ? "
+        "{3} WHERE C.NAME = ? AND A.ID < ? AND (B.ID IS NULL OR B.ID <> ?) AND ? = 'x' ORDER BY A.ID + ?, B.ID";
+    const auto parameter = [](Variant value) {
+        ado::Parameter result;
+        result.value = std::move(value);
+        return result;
+    };
+    const std::vector<ado::Parameter> parameters = {parameter("first"), parameter(3.0), parameter(2),   parameter("C2"),
+                                                    parameter(4),       parameter(2),   parameter("X"), parameter(1)};
+    const auto read = [&](const std::string& text) {
+        ado::Statement given = statement(text);
+        given.parameters = parameters;
+        std::string rows;
+        for (const auto cursor = connection_->session().open(given); cursor->next();) {
+            for (std::size_t i = 0; i < 3; ++i)
+                rows.append(cursor->value(i).isNull() ? "-" : convert::toText(cursor->value(i))).append(" ");
+        }
+        return rows;
+    };
+    EXPECT_EQ(read(padded(query, {}, "")), "first 1 1 first 2 - first 3 - ");
+    for (const Padding& padding : paddings)
+        EXPECT_EQ(read(padded(query, padding, neutralJoins[0])), "first 1 1 first 2 - first 3 - ");
+}
+
+/// A recordset that edits rows needs a query on one table, with many joins as with few.
+TEST_F(LongJoins, RowsOfJoinsHaveNoKey)
+{
+    constexpr std::string_view query = "SELECT A.ID FROM A {1} LEFT JOIN B ON B.AID = A.ID";
+    for (const Padding& padding : {Padding{}, Padding{{80, 0, 0}}}) {
+        const auto cursor = openEditable(connection_, padded(query, padding, neutralJoins[0]));
+        EXPECT_FALSE(cursor->updatable());
+    }
+}
+
+/// A view keeps the translated text.
+TEST_F(LongJoins, AViewOfManyJoins)
+{
+    const std::string query =
+        padded("SELECT A.ID, A.NAME, B.QTY FROM A {1} LEFT JOIN B ON B.AID = A.ID {2}", {{70, 70, 0}}, neutralJoins[0]);
+    run(connection_, "CREATE VIEW V AS " + query);
+    EXPECT_EQ(columnOf(connection_, "SELECT V.QTY FROM V WHERE V.NAME = 'TANNE'"), std::vector<Variant>{3.3});
+}
+
+/// SQLite dissolves derived tables into the query around them and joins all their tables.
+TEST_F(LongJoins, DerivedTablesOfManyTables)
+{
+    const auto derived = [](int joins, std::string_view alias, std::string_view end = "") {
+        const std::string text = padded("(SELECT A.ID, A.NAME, A.QTY FROM A {1}", {{joins, 0, 0}}, neutralJoins[0]);
+        return text + std::string{end} + ") " + std::string{alias};
+    };
+    const auto joined = [&](int joins, std::string_view kind, std::string_view end = "") {
+        return "SELECT X.NAME, Y.NAME FROM " + derived(joins, "X", end) + std::string{kind} + derived(joins, "Y", end) +
+               " ON Y.ID = X.ID + 1 INNER JOIN " + derived(joins, "Z", end) + " ON Z.QTY >= X.QTY AND Z.NAME = Y.NAME";
+    };
+    for (const std::string_view kind : {" INNER JOIN ", " LEFT JOIN ", " RIGHT JOIN ", " FULL JOIN "}) {
+        for (const std::string_view end : {"", " GROUP BY A.ID, A.NAME, A.QTY", " UNION SELECT ID, NAME, QTY FROM B"}) {
+            const Rows expected = rowsOf(connection_, joined(0, kind, end));
+            for (const int joins : {20, 21, 31, 32, 62, 63, 64, 70, 130})
+                EXPECT_EQ(rowsOf(connection_, joined(joins, kind, end)), expected) << joins << kind << end;
+        }
+    }
+}
+
+std::string refusal(const ado::ConnectionRef& connection, const std::string& text)
+{
+    const Error error = failureOf([&] { open(connection, text); });
+    return std::to_string(error.nativeError) + " " + error.description;
+}
+
+TEST_F(LongJoins, TheMostTablesAndOneMore)
+{
+    const auto text = [](int joins) { return padded("SELECT A.ID FROM A {1}", {{joins, 0, 0}}, neutralJoins[0]); };
+    EXPECT_EQ(columnOf(connection_, text(255)).size(), 4U);
+    EXPECT_THAT(refusal(connection_, text(256)),
+                testing::StartsWith("106 Too many table names in the query. The maximum allowable is 256. (line 1"));
+}
+
+/// Joins in parentheses that other joins follow are one table of the FROM clause, which cannot be divided.
+TEST_F(LongJoins, JoinsInParentheses)
+{
+    const auto text = [](int joins) {
+        return padded("SELECT A.ID, B.ID FROM A {2} LEFT JOIN (B {1}) ON B.AID = A.ID", {{joins, 10, 0}},
+                      " LEFT JOIN PAD P{n} ON P{n}.ID = 2");
+    };
+    EXPECT_EQ(rowsOf(connection_, text(62)), rowsOf(connection_, text(0)));
+    EXPECT_THAT(
+        refusal(connection_, text(63)),
+        testing::StartsWith("106 Too many table names in the query. The maximum allowable is 63 in parentheses."));
 }
 
 } // namespace

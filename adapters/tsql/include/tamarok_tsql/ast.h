@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -225,7 +224,6 @@ struct FromItem {
     FromItem* left = nullptr;
     FromItem* right = nullptr;
     Expr* on = nullptr;
-    std::size_t tables = 1;   ///< as written, those of derived tables apart
     Source* source = nullptr; ///< set by the binder
 };
 
