@@ -95,7 +95,7 @@ public:
     std::string list(std::string_view where = {}) const { return list(ids_, where); }
 
     /// The columns in their order, in lists whose FROM clauses need no nesting.
-    std::vector<std::string> shortLists() const
+    std::vector<std::string> shortLists(std::string_view where = {}) const
     {
         std::vector<std::string> lists;
         Columns ids;
@@ -103,12 +103,12 @@ public:
             Columns longer = ids;
             longer.push_back(id);
             if (joinsIn(fromOf(longer)) > mostJoins) {
-                lists.push_back(list(ids));
+                lists.push_back(list(ids, where));
                 longer = {id};
             }
             ids = std::move(longer);
         }
-        lists.push_back(list(ids));
+        lists.push_back(list(ids, where));
         return lists;
     }
 
@@ -162,10 +162,10 @@ void translateAllColumns(benchmark::State& state)
 BENCHMARK(translateAllColumns)->Unit(benchmark::kMillisecond);
 
 /// SQLite's part of the preparation: its parser and planner.
-void prepareAllColumns(benchmark::State& state)
+void prepare(benchmark::State& state, const std::string& list)
 {
     const AllColumns& all = allColumns();
-    const std::string text = embedded::translate(all.connection(), all.list());
+    const std::string text = embedded::translate(all.connection(), list);
     sqlite3* handle = nullptr;
     sqlite3_open_v2(all.path().c_str(), &handle, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
     embedded::FunctionContext context;
@@ -177,7 +177,36 @@ void prepareAllColumns(benchmark::State& state)
     }
     sqlite3_close(handle);
 }
+
+void prepareAllColumns(benchmark::State& state)
+{
+    prepare(state, allColumns().list());
+}
 BENCHMARK(prepareAllColumns)->Unit(benchmark::kMillisecond);
+
+/// A FROM clause of as many joins as the benchmark's argument.
+std::string joins(std::string_view kind, std::int64_t count)
+{
+    std::string text = "SELECT LOGS.ID_LOG FROM LOGS";
+    for (std::int64_t i = 1; i <= count; ++i) {
+        const std::string number = std::to_string(i);
+        text.append(" ").append(kind).append(" JOIN LOGS_RECH R").append(number);
+        text.append(" ON R").append(number).append(".ID_LOG = LOGS.ID_LOG");
+    }
+    return text;
+}
+
+void prepareLeftJoins(benchmark::State& state)
+{
+    prepare(state, joins("LEFT", state.range(0)));
+}
+BENCHMARK(prepareLeftJoins)->Arg(63)->Arg(64)->Arg(127)->Arg(255)->Unit(benchmark::kMillisecond);
+
+void prepareInnerJoins(benchmark::State& state)
+{
+    prepare(state, joins("INNER", state.range(0)));
+}
+BENCHMARK(prepareInnerJoins)->Arg(63)->Arg(64)->Arg(127)->Arg(255)->Unit(benchmark::kMillisecond);
 
 void readAllColumns(benchmark::State& state)
 {
@@ -203,15 +232,29 @@ void readShortLists(benchmark::State& state)
 }
 BENCHMARK(readShortLists)->Unit(benchmark::kMillisecond);
 
-/// The condition is on the innermost table, and its index finds the row.
+/// The condition is on the innermost table, and its index finds the row. The list's sums over all logs take the time.
+constexpr std::string_view oneLog = "LOGS.ID_LOG = 10000";
+
 void readOneLog(benchmark::State& state)
 {
     const AllColumns& all = allColumns();
-    const std::string text = all.list("LOGS.ID_LOG = 10000");
+    const std::string text = all.list(oneLog);
     for ([[maybe_unused]] const auto _ : state) {
         if (all.read(text) != 1) std::abort();
     }
 }
 BENCHMARK(readOneLog)->Unit(benchmark::kMillisecond);
+
+void readOneLogInShortLists(benchmark::State& state)
+{
+    const AllColumns& all = allColumns();
+    const std::vector<std::string> lists = all.shortLists(oneLog);
+    for ([[maybe_unused]] const auto _ : state) {
+        for (const std::string& list : lists) {
+            if (all.read(list) != 1) std::abort();
+        }
+    }
+}
+BENCHMARK(readOneLogInShortLists)->Unit(benchmark::kMillisecond);
 
 } // namespace

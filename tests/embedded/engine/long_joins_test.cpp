@@ -347,6 +347,15 @@ TEST_F(LongJoins, TheMostTablesAndOneMore)
                 testing::StartsWith("106 Too many table names in the query. The maximum allowable is 256. (line 1"));
 }
 
+/// SQLite joins the tables of a view with those beside it; the front end does not know how many they are.
+TEST_F(LongJoins, ViewsOfManyTables)
+{
+    run(connection_, "CREATE VIEW V AS " + padded("SELECT A.ID FROM A {1}", {{40, 0, 0}}, neutralJoins[0]));
+    EXPECT_EQ(columnOf(connection_, "SELECT V.ID FROM V LEFT JOIN B ON B.ID = V.ID").size(), 4U);
+    EXPECT_EQ(refusal(connection_, "SELECT V.ID FROM V INNER JOIN V W ON W.ID = V.ID"),
+              "106 Too many table names in the query. The maximum allowable is 64 with those of its views.");
+}
+
 /// Joins in parentheses that other joins follow are one table of the FROM clause, which cannot be divided.
 TEST_F(LongJoins, JoinsInParentheses)
 {

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <string>
+#include <vector>
 
 #include "tamarok_tsql/parsed_batch.h"
 #include "test_database.h"
@@ -103,6 +104,32 @@ TEST(JoinNest, AnInnerQueryWithJoinsOfItsOwn)
     EXPECT_THAT(text, HasSubstr("AS \"~j1\" LEFT JOIN \"HOLZART\" AS \"H64\""));
     EXPECT_THAT(text, HasSubstr("AS \"~j2\" LEFT JOIN \"HOLZART\" AS \"H164\""));
     EXPECT_THAT(text, HasSubstr("WHERE \"X\".\"HA\" = \"~j1\".\""));
+}
+
+/// SQLite's plan: its lines, in order.
+std::vector<std::string> planOf(const std::string& text)
+{
+    TestDatabase database;
+    const ParsedBatch batch(text);
+    return database.runStep("EXPLAIN QUERY PLAN " + translateStep(batch, 0, database, DateOrder::Dmy).text);
+}
+
+/// Nothing is stored on the way, and each table is read by an index. SQLite leaves out joins of which nothing is used.
+TEST(JoinNest, SqliteRunsTheDerivedTableRowByRow)
+{
+    const std::string from = "SELECT LOGS.STK, H1.ID, H50.ID, H127.ID FROM LOGS" + joins(1, 127);
+    int searched = 0;
+    int derived = 0;
+    for (const std::string& line : planOf(from + " WHERE LOGS.ID_LOG = 7")) {
+        EXPECT_THAT(line, Not(HasSubstr("MATERIALIZE")));
+        EXPECT_THAT(line, Not(HasSubstr("AUTOMATIC")));
+        EXPECT_THAT(line, Not(testing::ContainsRegex("SCAN (LOGS|H[0-9]+)")));
+        if (testing::Value(line, HasSubstr("SEARCH LOGS USING INTEGER PRIMARY KEY (rowid=?)"))) ++searched;
+        if (testing::Value(line, testing::ContainsRegex("SEARCH H[0-9]+ USING (COVERING )?INDEX"))) ++searched;
+        if (testing::Value(line, HasSubstr("CO-ROUTINE ~j"))) ++derived;
+    }
+    EXPECT_EQ(searched, 4);
+    EXPECT_EQ(derived, 2);
 }
 
 TEST(JoinNest, RowsToChangeAreFoundByTheirRowid)
