@@ -179,13 +179,52 @@ TEST_F(LongJoins, TheRowsAreThoseOfTheFewJoins)
 {
     for (const std::string_view query : queries) {
         const Rows expected = rowsOf(connection_, padded(query, {}, ""));
-        for (const std::string_view join : neutralJoins) {
-            for (const Padding& padding : paddings) {
-                const std::string text = padded(query, padding, join);
+        for (std::size_t i = 0; i < std::size(paddings); ++i) {
+            // Two of the joins for each padding, in turns.
+            for (const std::size_t join : {i, i + 1}) {
+                const std::string text = padded(query, paddings[i], neutralJoins[join % std::size(neutralJoins)]);
                 ASSERT_EQ(rowsOf(connection_, text), expected) << text;
             }
         }
     }
+}
+
+/// A comma binds less tightly than the joins behind it.
+TEST_F(LongJoins, TablesBehindCommas)
+{
+    constexpr std::string_view listed[] = {
+        "SELECT A.ID, B.ID FROM A, B {3} WHERE A.ID = B.AID",
+        "SELECT A.ID, B.ID, C.ID FROM A, B LEFT JOIN C ON C.BID = B.ID {3} WHERE A.ID = B.AID AND A.NAME = 'FICHTE'",
+        "SELECT A.ID, C.ID FROM A, B RIGHT JOIN C ON C.BID = B.ID {3} WHERE B.ID IS NULL",
+    };
+    constexpr std::string_view row = ", (SELECT MAX(NAME) AS NAME FROM PAD) P{n}";
+    constexpr std::string_view rows = ", PAD P{n} LEFT JOIN PAD Q{n} ON Q{n}.ID = P{n}.ID + 5";
+    for (const std::string_view query : listed) {
+        const Rows expected = rowsOf(connection_, padded(query, {}, ""));
+        for (const int count : {60, 61, 62, 63, 70, 130})
+            EXPECT_EQ(rowsOf(connection_, padded(query, {{0, 0, count}}, row)), expected) << query << count;
+        // Each pair of tables has three rows, of which WHERE keeps one.
+        std::string one = padded(query, {{0, 0, 34}}, rows);
+        for (int i = 1; i <= 34; ++i)
+            one.append(" AND P").append(std::to_string(i)).append(".ID = 2");
+        EXPECT_EQ(rowsOf(connection_, one), expected) << one;
+    }
+}
+
+/// Each ON clause refers to the join before it, the last one to the first.
+TEST_F(LongJoins, AChainOfJoins)
+{
+    std::string text = "SELECT A.ID, P1.NAME, P100.ID, Z.NAME FROM A LEFT JOIN PAD P1 ON P1.ID = A.ID";
+    for (int i = 2; i <= 200; ++i) {
+        const std::string number = std::to_string(i);
+        text.append(" LEFT JOIN PAD P").append(number).append(" ON P").append(number).append(".NAME = P");
+        text.append(std::to_string(i - 1)).append(".NAME");
+    }
+    const Rows rows = rowsOf(connection_, text + " LEFT JOIN PAD Z ON Z.ID = P200.ID AND Z.NAME = P1.NAME");
+    const Rows expected = rowsOf(connection_, "SELECT A.ID, P1.NAME, P100.ID, Z.NAME FROM A LEFT JOIN PAD P1 ON "
+                                              "P1.ID = A.ID LEFT JOIN PAD P100 ON P100.ID = P1.ID "
+                                              "LEFT JOIN PAD Z ON Z.ID = P1.ID");
+    EXPECT_EQ(rows, expected);
 }
 
 /// The order is that of the statement, with ties broken by it.
