@@ -40,8 +40,8 @@ void appendTerms(const FromItem& item, std::vector<JoinTerm>& terms)
 bool isDissolved(const FromItem& derived)
 {
     const Select* select = derived.query->select;
-    return select != nullptr && select->source != nullptr && !select->distinct && !select->aggregated &&
-           select->top == nullptr && select->rowLimit == nullptr;
+    if (select == nullptr || select->source == nullptr || select->distinct || select->aggregated) return false;
+    return select->top == nullptr && select->rowLimit == nullptr && derived.query->skip == nullptr;
 }
 
 /// The source that was bound last in the item.
@@ -78,7 +78,7 @@ class Planner {
 public:
     Planner(JoinNest& nest, const JoinUsers& users, const SourceText& text) : nest_(nest), users_(users), text_(text) {}
 
-    /// Each level takes as many tables as SQLite joins. @return the number of levels
+    /// Each level takes as many tables as SQLite joins.
     void divide(std::size_t& aliases)
     {
         std::size_t left = joinedTables(*nest_.from) + users_.tablesBeside;

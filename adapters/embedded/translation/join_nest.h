@@ -3,7 +3,6 @@
 #include <compare>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <set>
 #include <string>
 #include <vector>

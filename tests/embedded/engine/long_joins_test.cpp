@@ -364,7 +364,8 @@ TEST_F(LongJoins, DerivedTablesOfManyTables)
                " ON Y.ID = X.ID + 1 INNER JOIN " + derived(joins, "Z", end) + " ON Z.QTY >= X.QTY AND Z.NAME = Y.NAME";
     };
     for (const std::string_view kind : {" INNER JOIN ", " LEFT JOIN ", " RIGHT JOIN ", " FULL JOIN "}) {
-        for (const std::string_view end : {"", " GROUP BY A.ID, A.NAME, A.QTY", " UNION SELECT ID, NAME, QTY FROM B"}) {
+        for (const std::string_view end : {"", " GROUP BY A.ID, A.NAME, A.QTY", " UNION SELECT ID, NAME, QTY FROM B",
+                                           " ORDER BY A.ID OFFSET 0 ROWS"}) {
             const Rows expected = rowsOf(connection_, joined(0, kind, end));
             for (const int joins : {20, 21, 31, 32, 62, 63, 64, 70, 130})
                 EXPECT_EQ(rowsOf(connection_, joined(joins, kind, end)), expected) << joins << kind << end;
