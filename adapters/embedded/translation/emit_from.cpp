@@ -36,24 +36,27 @@ Emitter::Joins::~Joins()
 }
 
 /// Tables are always written with an alias: columns are qualified with the name that the binder knows.
-void Emitter::table(const FromItem& item, bool kept)
+void Emitter::table(const Source& source)
 {
-    if (item.kind == FromKind::Table) {
-        writeName(item.source->table->name);
-    } else {
-        const NestingLevel level(nested_, out_, item.offset, "the derived table ", item.alias.text);
-        write("(");
-        query(*item.query, item.columnNames.empty() ? Naming::ByName : Naming::Numbered);
-        write(kept ? " LIMIT -1)" : ")");
-    }
+    writeName(source.table->name);
     write(" AS ");
+    writeName(source.name.text);
+}
+
+void Emitter::derived(const FromItem& item, bool kept)
+{
+    const NestingLevel level(nested_, out_, item.offset, "the derived table ", item.alias.text);
+    write("(");
+    query(*item.query, item.columnNames.empty() ? Naming::ByName : Naming::Numbered);
+    write(kept ? " LIMIT -1) AS " : ") AS ");
     writeName(item.source->name.text);
 }
 
 /// A join on the right side of a join is enclosed, since SQLite reads joins from the left.
 void Emitter::joinOperand(const JoinTerm& term)
 {
-    if (isPlain(*term.operand)) return table(*term.operand, term.kept);
+    if (term.operand->kind == FromKind::Table) return table(*term.operand->source);
+    if (term.operand->kind == FromKind::Derived) return derived(*term.operand, term.kept);
     write("(");
     from(*term.operand);
     write(")");
@@ -91,11 +94,29 @@ void Emitter::where(std::span<const Expr* const> conditions)
     operands(conditions, true, Binding::None);
 }
 
-void Emitter::rows(const FromItem* item, const Expr* condition)
+/// RIGHT and FULL JOIN would take in a table before them, so that the table beside them comes last.
+void Emitter::rows(const FromItem* item, const Expr* condition, const Source* beside)
 {
-    if (!nests_.empty() && nests_.back()->from == item) return nestedRows(*nests_.back());
-    if (item != nullptr) from(*item);
-    if (condition != nullptr) where({{condition}});
+    const bool besideFirst = item == nullptr || isChained(*item);
+    if (beside != nullptr && besideFirst) {
+        table(*beside);
+        if (item != nullptr) write(", ");
+    }
+    JoinNest* const nest = !nests_.empty() && nests_.back()->from == item ? nests_.back() : nullptr;
+    if (nest != nullptr) {
+        nestedFrom(*nest);
+    } else if (item != nullptr) {
+        from(*item);
+    }
+    if (beside != nullptr && !besideFirst) {
+        write(", ");
+        table(*beside);
+    }
+    if (nest != nullptr) {
+        where(nest->filter);
+    } else if (condition != nullptr) {
+        where({{condition}});
+    }
 }
 
 // --- nested joins ------------------------------------------------------------------------------
@@ -126,12 +147,11 @@ void Emitter::rowKey(const Source& source)
     write(".rowid");
 }
 
-/// FROM and WHERE of the level that is being written: the derived table inside it, then its own joins.
-void Emitter::nestedRows(JoinNest& nest)
+/// FROM of the level that is being written: the derived table inside it, then its own joins.
+void Emitter::nestedFrom(JoinNest& nest)
 {
     const std::size_t level = nest.writing;
-    const bool outermost = level == nest.levels.size();
-    const std::size_t end = outermost ? nest.terms.size() : nest.levels[level].end;
+    const std::size_t end = level < nest.levels.size() ? nest.levels[level].end : nest.terms.size();
     std::size_t begin = 1;
     if (level == 0) {
         joinOperand(nest.terms[0]);
@@ -141,7 +161,6 @@ void Emitter::nestedRows(JoinNest& nest)
     }
     for (std::size_t i = begin; i < end; ++i)
         join(nest.terms[i]);
-    where(outermost ? nest.filter : nest.levels[level].filter);
 }
 
 /// The derived table inside the level that is being written. A query needs a column, also where nobody asks for one, as
@@ -164,7 +183,8 @@ void Emitter::nestedTable(JoinNest& nest)
     }
     if (first) write("1");
     write(" FROM ");
-    nestedRows(nest);
+    nestedFrom(nest);
+    where(inside.filter);
     write(" LIMIT -1) AS ");
     writeName(inside.alias);
     ++nest.writing;

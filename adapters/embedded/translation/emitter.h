@@ -82,7 +82,8 @@ public:
 
     void query(const Query& query, Naming naming, const Source* keySource = nullptr);
     /// The tables of FROM, without the word, and the WHERE clause; either may be nullptr.
-    void rows(const FromItem* from, const Expr* condition);
+    /// @param beside  a table that is joined to those of FROM; nullptr for none
+    void rows(const FromItem* from, const Expr* condition, const Source* beside = nullptr);
     /// The rowid of a table.
     void rowKey(const Source& source);
 
@@ -232,13 +233,14 @@ private:
 
     // FROM (emit_from.cpp)
     void from(const FromItem& item);
-    void table(const FromItem& item, bool kept);
+    void table(const Source& source);
+    void derived(const FromItem& item, bool kept);
     void joinOperand(const JoinTerm& term);
     void join(const JoinTerm& term);
     void where(std::span<const Expr* const> conditions);
     const JoinLevel* nestedLevel(const Source& source) const;
     void passedColumn(const JoinLevel& level, const PassedColumn& column);
-    void nestedRows(JoinNest& nest);
+    void nestedFrom(JoinNest& nest);
     void nestedTable(JoinNest& nest);
 
     const SourceText& source_;

@@ -8,18 +8,6 @@ namespace tamarok::embedded::translation {
 
 namespace {
 
-/// Whether the joins may be read from the left without changing their result.
-bool isChained(const FromItem& item)
-{
-    switch (item.kind) {
-    case FromKind::Table:
-    case FromKind::Derived: return true;
-    case FromKind::Right:
-    case FromKind::Full: return false;
-    default: return isChained(*item.left);
-    }
-}
-
 void appendTerms(const FromItem& item, std::vector<JoinTerm>& terms)
 {
     if (isPlain(item)) {
@@ -188,6 +176,17 @@ private:
 };
 
 } // namespace
+
+bool isChained(const FromItem& item)
+{
+    switch (item.kind) {
+    case FromKind::Table:
+    case FromKind::Derived: return true;
+    case FromKind::Right:
+    case FromKind::Full: return false;
+    default: return isChained(*item.left);
+    }
+}
 
 bool isPlain(const FromItem& item)
 {

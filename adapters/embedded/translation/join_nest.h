@@ -38,6 +38,9 @@ std::size_t joinedTables(const FromItem& from);
 /// Whether the item is a table or a derived table, and no join.
 bool isPlain(const FromItem& item);
 
+/// Whether the joins may be read from the left, behind other tables, without changing their result.
+bool isChained(const FromItem& item);
+
 /// The terms of a FROM clause as SQLite reads it, from the left.
 std::vector<JoinTerm> joinTerms(const FromItem& from);
 

@@ -73,13 +73,7 @@ void Translator::newRows(const UpdateStatement& update, const Source& target, bo
         step_.assigned.push_back({assigned[i]->name, assigned[i]->inKey});
     }
     rows.write(" FROM ");
-    if (!joined) {
-        rows.writeName(target.table->name);
-        rows.write(" AS ");
-        rows.writeName(target.name.text);
-        if (update.from != nullptr) rows.write(", ");
-    }
-    rows.rows(update.from, update.where);
+    rows.rows(update.from, update.where, joined ? nullptr : &target);
     step_.newRows = std::move(rows.text());
     step_.newRowsParameters = std::move(rows.parameters());
 }

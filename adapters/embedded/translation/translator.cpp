@@ -380,13 +380,7 @@ void Translator::lockProbe(const Source& target, const FromItem* from, bool join
     probe.write(from != nullptr ? "SELECT DISTINCT " : "SELECT ");
     probe.rowKey(target);
     probe.write(" FROM ");
-    if (!joined) {
-        probe.writeName(target.table->name);
-        probe.write(" AS ");
-        probe.writeName(target.name.text);
-        if (from != nullptr) probe.write(", ");
-    }
-    probe.rows(from, where);
+    probe.rows(from, where, joined ? nullptr : &target);
     step_.lockProbe = std::move(probe.text());
     step_.probeParameters = std::move(probe.parameters());
     probeNested_ = std::move(probe.nested());
