@@ -103,6 +103,7 @@ constexpr const TaxRate& noTax = taxRates.back();
 
 constexpr std::array<double, 6> discounts{0.0, 0.0, 0.0, 3.0, 5.0, 10.0};
 constexpr std::array<double, 3> cashDiscounts{0.0, 2.0, 3.0};
+
 /// What a record is about, by the group of goods of its first position.
 struct Subject {
     std::int32_t group; ///< WARENGRUPPE.GRUPPE_ID
@@ -117,6 +118,7 @@ constexpr std::array<Subject, 7> subjects{{{1, "Forstpflanzen und Kulturen"},
                                            {8, "Betriebsmittel"}}};
 constexpr std::array<std::string_view, 4> remarks{"Abholung nach Terminabsprache", "Zahlung vor Abfuhr",
                                                   "Preise frei Waldstraße", "Mengen laut Werksmaß"};
+
 /// Surcharges and deductions in percent of the positions.
 constexpr std::array<double, 4> surchargePercents{1.5, 2.5, -4.0, -2.0};
 
