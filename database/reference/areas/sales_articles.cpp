@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::uint64_t invoiceStream = 1'000'000'000'030;
 
+/// HEADERRECH.
 constexpr std::array headColumns{textColumn("R_NAME"),     textColumn("VER_TYPE"),
                                  dayColumn("INVDATE"),     dayColumn("ZAHLDATUM"),
                                  dayColumn("DATE1"),       dayColumn("DATE2"),
@@ -25,6 +26,7 @@ constexpr std::array headColumns{textColumn("R_NAME"),     textColumn("VER_TYPE"
                                  flagColumn("GESPERRT"),   flagColumn("STORNO"),
                                  wholeColumn("ID_USER"),   wholeColumn("ID_ACCESS_LEVELS")};
 
+/// NN_POSITIONEN. The columns of the free lists stand last.
 constexpr std::array positionColumns{textColumn("NN_NAME"),
                                      textColumn("VER_TYPE"),
                                      textColumn("NUMMER"),
@@ -88,11 +90,13 @@ constexpr std::array<std::string_view, 4> subjects{"Verkauf ab Hof", "Lieferung 
 constexpr std::array<std::string_view, 4> remarks{"Selbstabholung", "Mengenrabatt", "Lieferung in zwei Teilen",
                                                   "Reklamation vorbehalten"};
 
+/// Timber lists name their documents by version and year, so that no log has such a name.
 std::string invoiceName(std::int32_t invoice)
 {
     return "N-" + paddedNumber(invoice, 6);
 }
 
+/// HEADERRECH.VER_TYPE, RART_ID, KUNDEN_ID, INVDATE and STORNO of an invoice.
 struct Invoice {
     std::int32_t number = 0;
     std::string_view version = "R";
@@ -141,6 +145,7 @@ public:
         heads_{connection, "HEADERRECH", headColumns}, rows_{connection, "NN_POSITIONEN", positionColumns}
     {}
 
+    /// Inserts an invoice and its positions, which are drawn first, since the invoice holds their totals.
     void write(std::int32_t number)
     {
         const Invoice invoice = drawInvoice(number);
@@ -180,8 +185,10 @@ private:
         return invoice;
     }
 
+    /// The last invoice has none after it that could settle it.
     bool isPartial(std::int32_t number) const { return number % partialEvery == 1 && number < options_.records; }
 
+    /// NUMM1 to NUMM4 are net value, number of positions, tax and gross value.
     void insertHead(const Invoice& invoice, const std::vector<Position>& positions)
     {
         double net = 0.0;
@@ -232,6 +239,7 @@ private:
     /// A key that only positions of one group of goods have.
     Variant keyOf(bool isOfGroup, const Ids& ids) { return isOfGroup ? pickId(random_, ids, 100) : Variant{Null{}}; }
 
+    /// The columns of the free lists are set one by one, the ones before them as a row.
     void insertPosition(const Invoice& invoice, const Position& position)
     {
         const Article& article = *position.article;

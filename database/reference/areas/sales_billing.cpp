@@ -8,6 +8,7 @@ namespace {
 
 constexpr std::uint64_t billingStream = 1'000'000'000'040;
 
+/// BB_FAKTURA_KOPF.
 constexpr std::array headColumns{textColumn("FA_NUMMER"),
                                  wholeColumn("ID_ACCESS_LEVELS"),
                                  wholeColumn("ID_LIEFERANT"),
@@ -40,6 +41,7 @@ constexpr std::array headColumns{textColumn("FA_NUMMER"),
                                  wholeColumn("ID_BB_HAB_RECHNUNG"),
                                  wholeColumn("ID_BB_HAB_ANGEBOT")};
 
+/// BB_FAKTURA_ARTIKEL.
 constexpr std::array positionColumns{wholeColumn("ID_BB_FAKTURA_KOPF"),
                                      wholeColumn("POSITIONSNUMMER"),
                                      textColumn("BEZEICHNUNG"),
@@ -78,6 +80,7 @@ constexpr std::array positionColumns{wholeColumn("ID_BB_FAKTURA_KOPF"),
                                      wholeColumn("ID_BB_TSP_MWSCHL"),
                                      wholeColumn("ID_ACCESS_LEVELS")};
 
+/// BB_FAKTURA_ZARP.
 constexpr std::array receiptColumns{
     wholeColumn("ID_BB_FAKTURA_KOPF"), wholeColumn("NUMMER"),   wholeColumn("ID_BB_T_ZU_U_ABSCHLAGE_Z_ROH"),
     textColumn("BEZEICHNUNG"),         numberColumn("PROZENT"), numberColumn("NETTO"),
@@ -141,6 +144,7 @@ std::string_view subjectOf(std::int32_t group)
     return "Sonstige Erlöse";
 }
 
+/// The tax is computed from the rounded net amount, as invoices show it.
 Amount taxed(double net, const TaxRate& rate)
 {
     return {cents(net), cents(cents(net) * rate.percent / 100.0)};
@@ -194,6 +198,7 @@ public:
                                                                             receiptColumns}
     {}
 
+    /// Inserts a record with its positions and further receipts, which are drawn first: the record holds their totals.
     void write(std::int32_t number)
     {
         const Record record = drawRecord(number);
@@ -233,6 +238,7 @@ private:
         return record;
     }
 
+    /// A position has its article's rate of tax, but a few are exempt.
     Position drawPosition()
     {
         Position position;
@@ -262,6 +268,7 @@ private:
         return receipts;
     }
 
+    /// Only invoices fall due, are paid and have a cash reference; only offers expire.
     void insertHead(const Record& record, std::string_view subject, const Amount& total)
     {
         const Date due{record.day.days + 30.0};
@@ -311,9 +318,11 @@ private:
     /// A head of another area; all of them have the IDs 1 to `records`.
     Variant otherHead() { return random_.between(1, options_.records); }
 
+    /// A key and a value that only positions of one group of goods have.
     Variant keyOf(bool isOfGroup, const Ids& ids) { return isOfGroup ? pickId(random_, ids, 100) : Variant{Null{}}; }
     static Variant valueOf(bool isOfGroup, Variant value) { return isOfGroup ? std::move(value) : Variant{Null{}}; }
 
+    /// Timber, game and services have keys of their own; accounts, place and tax stand on every position.
     void insertPosition(const Record& record, const Position& position, std::int32_t place)
     {
         const Article& article = *position.article;
@@ -360,6 +369,7 @@ private:
                           pickId(random_, keys_.districts, fewNulls)});
     }
 
+    /// Only surcharges and deductions have a key and a percentage.
     void insertReceipt(const Record& record, const Receipt& receipt)
     {
         const bool isPriced = receipt.kind == 1;

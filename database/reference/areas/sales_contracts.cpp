@@ -11,6 +11,7 @@ namespace {
 constexpr std::uint64_t contractStream = 1'000'000'000'001;
 constexpr std::uint64_t termsStream = 1'000'000'000'002;
 
+/// VERTRAEGE.
 constexpr std::array contractColumns{
     wholeColumn("ID_VERTRAG"),   textColumn("VERTRAG_NAME"), dayColumn("INVDATE"),
     wholeColumn("ID_PERSONAL"),  wholeColumn("ID_FAKTART"),  wholeColumn("ID_USER"),
@@ -18,9 +19,11 @@ constexpr std::array contractColumns{
     textColumn("KOPF1"),         textColumn("KOPF2"),        textColumn("KOPF10"),
     dayColumn("LIEFERVON"),      dayColumn("LIEFERBIS"),     wholeColumn("ID_ACCESS_LEVELS")};
 
+/// VERTRAG_MENGEN.
 constexpr std::array quantityColumns{wholeColumn("ID"), wholeColumn("ID_VERTRAG"), textColumn("HA"),
                                      textColumn("HS"),  numberColumn("MENGE"),     numberColumn("PREIS")};
 
+/// WVO_VERTRAG.
 constexpr std::array termsColumns{wholeColumn("ID_VERTRAG"), textColumn("ORIGINAL"),     flagColumn("ANGEMELDETEMENGE"),
                                   dayColumn("ANGEMELDETE"),  dayColumn("MENGENMELDUNG"), dayColumn("BEREITSELLUNGS")};
 
@@ -53,6 +56,7 @@ void insertQuantities(BulkInsert& quantities, Random& random, std::int32_t contr
     }
 }
 
+/// Inserts a contract for half a year or a year, which counts as closed a year after its begin.
 void insertContract(BulkInsert& contracts, Random& random, const Keys& keys, std::int32_t id,
                     const ReferenceOptions& options)
 {

@@ -11,6 +11,7 @@ namespace {
 constexpr std::uint64_t goodsStream = 1'000'000'000'020;
 constexpr std::uint64_t stockStream = 1'000'000'000'021;
 
+/// WARENKATALOG.
 constexpr std::array goodsColumns{wholeColumn("ART_ID"),
                                   wholeColumn("NUMMER"),
                                   textColumn("BEZEICH1"),
@@ -37,9 +38,11 @@ constexpr std::array goodsColumns{wholeColumn("ART_ID"),
                                   wholeColumn("ID_BB_T_MEHRWERTSTEUER2"),
                                   wholeColumn("ID_BB_T_MEHRWERTSTEUER_HERLEITUNG")};
 
+/// LAGER_ARTIKEL_MENGE.
 constexpr std::array stockColumns{wholeColumn("ID_WARENKATALOG"), numberColumn("MENGE"), numberColumn("RESERVIERT"),
                                   dayColumn("LETZTER_ZUGANG"), dayColumn("LETZTER_ABGANG")};
 
+// Names and sizes of the families below.
 constexpr std::array<std::string_view, 13> plants{"Fichte",       "Weißtanne",   "Lärche",       "Kiefer", "Douglasie",
                                                   "Rotbuche",     "Stieleiche",  "Traubeneiche", "Linde",  "Bergahorn",
                                                   "Vogelkirsche", "Schwarzerle", "Hainbuche"};
@@ -127,6 +130,7 @@ void insertArticle(BulkInsert& goods, Random& random, const Keys& keys, std::int
                       random.between(1, 3)});
 }
 
+/// At most half of a stock is reserved.
 void writeStock(ado::Connection& connection, const ReferenceOptions& options)
 {
     Random random{options.seed, stockStream};

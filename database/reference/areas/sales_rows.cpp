@@ -22,6 +22,7 @@ std::vector<std::string> contractNames(ado::Connection& connection)
     return names;
 }
 
+// Every query has an order, so that a seed draws the same keys on every database.
 Keys::Keys(ado::Connection& connection) :
     partners{idsOf(connection, "SELECT ID_PERSONAL FROM PERSONAL ORDER BY ID_PERSONAL")},
     customers{idsOf(connection, "SELECT ID_PERSONAL FROM PERSONAL WHERE KUNDE = 1 ORDER BY ID_PERSONAL")},
@@ -36,6 +37,7 @@ Keys::Keys(ado::Connection& connection) :
     projects{idsOf(connection, "SELECT ID FROM BB_T_PROJEKT_PLANUNG ORDER BY ID")},
     orders{idsOf(connection, "SELECT ID FROM BB_T_AUFTRAGS_PLANUNG ORDER BY ID")}
 {
+    // RELTABLE.RELTABLE_ID of the lists that a timber list calls RELTABLE1 to RELTABLE10.
     constexpr std::int32_t firstFreeList = 11;
     constexpr std::int32_t lastFreeList = 20;
     for (std::int32_t list = firstFreeList; list <= lastFreeList; ++list)
@@ -56,6 +58,7 @@ std::string numberOfYear(std::string_view prefix, Date day, std::int64_t number)
 
 double quarters(double price)
 {
+    // A price of 0 would leave invoices without value.
     return std::max(0.25, convert::roundHalfEven(price * 4.0, 0) / 4.0);
 }
 

@@ -10,6 +10,7 @@ namespace {
 
 constexpr std::uint64_t transportStream = 1'000'000'000'010;
 
+/// TRANSPORTLOGISTIK_KOPF. The columns of the free lists, partners and contracts stand last, each group in its order.
 constexpr std::array headColumns{textColumn("TRANSPORTNUMMER"),
                                  dayColumn("AUFTRAGSDATUM"),
                                  dayColumn("ABFUHR_VON"),
@@ -58,6 +59,7 @@ constexpr std::size_t firstFreeListColumn = 16;
 constexpr std::size_t firstPartnerColumn = 26;
 constexpr std::size_t firstContractColumn = 35;
 
+/// TRANSPORTLOGISTIK.
 constexpr std::array tripColumns{wholeColumn("ID"),
                                  wholeColumn("ID_TRANSPORTLOGISTIK_KOPF"),
                                  wholeColumn("ID_TRANSPORTLOGISTIK_WAGGON"),
@@ -81,8 +83,10 @@ constexpr std::array tripColumns{wholeColumn("ID"),
 
 /// How many of 1000 transports have a partner of the version: the invoice R, then the settlements A1 to A8.
 constexpr std::array<std::uint32_t, 9> partnerPerMille{980, 900, 500, 250, 200, 300, 100, 80, 60};
+/// How many of 1000 partners deliver under a contract.
 constexpr std::uint32_t contractPerMille = 400;
 
+/// Districts of the lorries' number plates.
 constexpr std::array<std::string_view, 6> lorryDistricts{"BM", "LB", "MU", "WZ", "GU", "VO"};
 constexpr std::array<std::string_view, 6> stations{"Grünau Gbf", "Hochstein", "Moosbach",
                                                    "Lindwald",   "Tannried",  "Birkfeld"};
@@ -107,6 +111,7 @@ Trip drawTrip(Random& random, Date first, const ReferenceOptions& options)
     trip.netWeight = cents(trip.volume * random.between(0.78, 0.94));
     trip.tareWeight = cents(random.between(13.5, 17.5));
     trip.grossWeight = cents(trip.netWeight + trip.tareWeight);
+    // A base rate and a part for the distance, in euro per cubic metre.
     trip.rate = cents(6.0 + 0.06 * trip.kilometres + random.between(0.0, 1.5));
     trip.freight = cents(trip.rate * trip.volume);
     trip.isByRail = random.chance(180);
@@ -123,6 +128,7 @@ public:
         lastTrip_{lastId(connection, "TRANSPORTLOGISTIK")}
     {}
 
+    /// Inserts an order and its trips. The trips are drawn first, since the order holds their totals.
     void write(std::int32_t head)
     {
         const Date ordered = drawDay(random_, options_);
@@ -174,6 +180,7 @@ private:
             isSet && random_.chance(contractPerMille) ? Variant{random_.pick(contracts_)} : Variant{Null{}};
     }
 
+    /// Only trips by rail have a wagon and a station.
     void insertTrip(std::int32_t head, const Trip& trip)
     {
         const std::int32_t pile = random_.between(1, 900);
@@ -209,7 +216,7 @@ private:
     BulkInsert heads_, trips_;
     std::vector<std::string> contracts_;
     Ids wagons_;
-    std::int32_t lastTrip_;
+    std::int32_t lastTrip_; ///< TRANSPORTLOGISTIK.ID of the last row; timber lists have written the first ones
 };
 
 } // namespace
