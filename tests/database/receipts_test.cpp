@@ -88,6 +88,10 @@ constexpr Fault faults[]{
      "R.BETRAG <> K.BRUTTO OR R.RECHNUNGSDATUM > K.BELEGDATUM"},
     {"a voucher cancelled before its date", "BB_BELEGE_KOPF WHERE STORNODATUM <= BELEGDATUM"},
     {"a cancelled voucher that was paid", "BB_BELEGE_KOPF WHERE STORNODATUM IS NOT NULL AND ZAHLDATUM IS NOT NULL"},
+    {"a position that begins before its order",
+     "BB_BELEGE P INNER JOIN BB_AUFTRAG_KOPF A ON A.ID = P.ID_BB_AUFTRAG_KOPF WHERE P.LEISTUNG_VON < A.DATUM"},
+    {"a felling that begins before its order",
+     "BB_HAB_KOPF K INNER JOIN BB_AUFTRAG_KOPF A ON A.ID = K.ID_BB_AUFTRAG_KOPF WHERE K.EINSCHLAG_VON < A.DATUM"},
     {"a voucher posted before its receipt", "BB_BELEGE_KOPF WHERE BUCHUNGSDATUM < EINGANGSDATUM"},
     {"a harvest record whose volume is not the sum of its lines",
      "BB_HAB_KOPF K WHERE ABS(K.MENGE-ISNULL((SELECT SUM(P.KUBATUR) FROM BB_HAB P WHERE P.ID_BB_HAB_KOPF = K.ID),0)) > "
@@ -110,6 +114,9 @@ constexpr Fault faults[]{
      "P.ID_BB_HAB_FAKTURA_ANGEBOT WHERE A.DATUM > F.DATUM OR A.ANGEBOT = 0 OR A.ID_BB_HAB <> P.ID"},
     {"a sale whose net amount is not quantity times price and surcharges",
      "BB_HAB_FAKTURA WHERE ABS(NETTO-MENGE*(PREIS+ISNULL(ZARP1,0)+ISNULL(ZARP2,0)+ISNULL(ZARP3,0))) > 0.0051"},
+    {"a sale on an offer's document, or an offer on an invoice's",
+     "BB_HAB_FAKTURA F INNER JOIN BB_FAKTURA_KOPF K ON K.ID = F.ID_BB_FAKTURA_KOPF WHERE (F.ANGEBOT = 1 AND "
+     "K.ID_BB_T_ANGEBOTSTYP IS NULL) OR (F.ANGEBOT = 0 AND K.ID_BB_T_RECHNUNGSTYP IS NULL)"},
     {"a deduction that raises the price", "BB_HAB_FAKTURA F INNER JOIN BB_T_ZU_U_ABSCHLAGE_Z_ROH Z ON Z.ID = "
                                           "F.ID_ZARP3 WHERE Z.ABSCHLAG = 1 AND F.ZARP3 > 0"},
     {"a sale whose gross amount is not net and tax",
@@ -151,6 +158,9 @@ constexpr Reference references[]{
     {"BB_HAB", "ID_BB_HAB_FAKTURA", "BB_HAB_FAKTURA", "ID"},
     {"BB_HAB", "ID_BB_HAB_FAKTURA_ANGEBOT", "BB_HAB_FAKTURA", "ID"},
     {"BB_HAB_FAKTURA", "ID_BB_HAB", "BB_HAB", "ID"},
+    {"BB_BELEGE", "ID_BB_AUFTRAG_KOPF", "BB_AUFTRAG_KOPF", "ID"},
+    {"BB_HAB_KOPF", "ID_BB_AUFTRAG_KOPF", "BB_AUFTRAG_KOPF", "ID"},
+    {"BB_HAB_FAKTURA", "ID_BB_FAKTURA_KOPF", "BB_FAKTURA_KOPF", "ID"},
     {"BB_HAB_FAKTURA", "ID_KUNDE", "PERSONAL", "ID_PERSONAL"},
     {"BB_HAB_NATURALVOLLZUG", "ID_BB_HAB_KOPF", "BB_HAB_KOPF", "ID"},
     {"BB_HAB_NATURALVOLLZUG", "ID_BB_NATURALVOLLZUG_DSW", "BB_NATURALVOLLZUG_DSW", "ID"},

@@ -5,6 +5,7 @@
 #include "tamarok_database/reference_options.h"
 
 #include "tamarok/ado.h"
+#include "tamarok/date.h"
 
 /// The business records besides timber lists, one function for each area of the application. The head records of each
 /// kind have the IDs 1 to `options.records`, so that areas refer to each other's heads in whatever order they run.
@@ -17,6 +18,15 @@ namespace tamarok::database {
 constexpr bool isOfferRecord(std::int32_t id) noexcept
 {
     return id % 4 == 1;
+}
+
+/// The date of a billing record: in the order of their IDs they are evenly spread over the three years of the data.
+/// @param id  1 to `options.records`
+inline Date dayOfBillingRecord(std::int32_t id, const ReferenceOptions& options) noexcept
+{
+    constexpr std::int32_t daysOfData = 3 * 365;
+    const auto back = static_cast<std::int64_t>(options.records - id) * daysOfData / options.records;
+    return Date{dayOf(options.baseDate).days - static_cast<double>(back)};
 }
 
 /// Writes hunting districts, plans, game and small game, dogs, vehicles and their objects. Errors: provider failures.

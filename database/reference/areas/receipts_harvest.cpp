@@ -133,8 +133,6 @@ HarvestRecord HarvestWriter::drawRecord(std::int32_t index, const ForestPlace& p
     record.place = place.id;
     record.owner = keys_.owner(place.level, random_);
     record.costCentre = keys_.costCentre(place.level, random_);
-    const std::int32_t order = random_.between(1, options_.records);
-    if (random_.chance(950)) record.order = order;
     record.project = keys_.pick("BB_T_PROJEKT_PLANUNG", random_);
     record.object = keys_.id("BB_T_OBJEKTE", random_.chance(600) ? "1001" : "1002");
     record.yard = keys_.pick("HOLZPLATZ", random_);
@@ -146,6 +144,8 @@ HarvestRecord HarvestWriter::drawRecord(std::int32_t index, const ForestPlace& p
     lot_ = random_.chance(850) ? "L-" + std::to_string(index + 1) : std::string{};
     setFelling(record, place);
     setDates(record);
+    const std::int32_t order = keys_.order(place.level, record.felledFrom, random_);
+    if (random_.chance(950)) record.order = order;
     return record;
 }
 

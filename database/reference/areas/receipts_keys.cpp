@@ -146,6 +146,7 @@ ReceiptKeys::ReceiptKeys(ado::Connection& connection)
         tables_.emplace(source.table, CodeTable{connection, statementOf(source)});
     readPlaces(connection);
     readLevels(connection);
+    readOrders(connection);
     readPartners(connection);
 }
 
@@ -172,6 +173,18 @@ void ReceiptKeys::readLevels(ado::Connection& connection)
                "SELECT ID, ID_ACCESS_LEVELS FROM KOSTENSTELLE WHERE ISNULL(DISABLE,0) = 0 AND TABLE_NAME = 'FORST' "
                "ORDER BY ID",
                [&](auto value) { costCentresByLevel_[wholeOf(value(1))].push_back(wholeOf(value(0))); });
+}
+
+/// The orders that stand already: their area may also run later.
+void ReceiptKeys::readOrders(ado::Connection& connection)
+{
+    forEachRow(connection,
+               "SELECT ID, ID_ACCESS_LEVELS, DATUM FROM BB_AUFTRAG_KOPF WHERE DATUM IS NOT NULL ORDER BY DATUM, ID",
+               [&](auto value) {
+                   const Order order{wholeOf(value(0)), convert::toDate(value(2))};
+                   orders_.push_back(order);
+                   ordersByLevel_[wholeOf(value(1))].push_back(order);
+               });
 }
 
 void ReceiptKeys::readPartners(ado::Connection& connection)
@@ -225,6 +238,22 @@ std::int32_t ReceiptKeys::costCentre(std::int32_t level, Random& random) const
 std::int32_t ReceiptKeys::owner(std::int32_t level, Random& random) const
 {
     return pickOfLevel(ownersByLevel_, level, random);
+}
+
+std::int32_t ReceiptKeys::order(std::int32_t level, Date date, Random& random) const
+{
+    const auto own = ordersByLevel_.find(level);
+    const std::int32_t ofLevel = own == ordersByLevel_.end() ? 0 : recentOrder(own->second, date, random);
+    return ofLevel != 0 ? ofLevel : recentOrder(orders_, date, random);
+}
+
+std::int32_t ReceiptKeys::recentOrder(const Orders& orders, Date date, Random& random)
+{
+    constexpr std::ptrdiff_t recent = 3;
+    const auto later = std::ranges::upper_bound(orders, date, {}, &Order::date);
+    const std::ptrdiff_t earlier = later - orders.begin();
+    if (earlier == 0) return 0;
+    return (later - random.between(1, static_cast<std::int32_t>(std::min(earlier, recent))))->id;
 }
 
 std::int32_t ReceiptKeys::contractor(Random& random) const

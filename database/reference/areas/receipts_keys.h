@@ -65,6 +65,9 @@ public:
     /// Returns a forest owner of the level, or any if it has none.
     std::int32_t owner(std::int32_t level, Random& random) const;
 
+    /// Returns a recent order of the level, or of any if it has none, that precedes `date`; 0 if no order does.
+    std::int32_t order(std::int32_t level, Date date, Random& random) const;
+
     /// Returns a contractor: one that belongs to a level in most cases.
     std::int32_t contractor(Random& random) const;
 
@@ -72,6 +75,14 @@ public:
     std::int32_t partner(std::string_view group, Random& random) const;
 
 private:
+    struct Order {
+        std::int32_t id = 0;
+        Date date;
+    };
+    using Orders = std::vector<Order>; ///< by date
+
+    static std::int32_t recentOrder(const Orders& orders, Date date, Random& random);
+    void readOrders(ado::Connection& connection);
     void readPlaces(ado::Connection& connection);
     void readLevels(ado::Connection& connection);
     void readPartners(ado::Connection& connection);
@@ -83,6 +94,8 @@ private:
     std::map<std::string, std::int32_t, std::less<>> levelOfCode_;
     std::map<std::int32_t, std::vector<std::int32_t>> costCentresByLevel_;
     std::map<std::int32_t, std::vector<std::int32_t>> ownersByLevel_;
+    Orders orders_;
+    std::map<std::int32_t, Orders> ordersByLevel_;
     std::vector<std::int32_t> contractorsOfLevels_;
     std::map<std::string, std::vector<std::int32_t>, std::less<>> partnersByGroup_;
 };

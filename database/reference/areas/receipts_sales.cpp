@@ -1,6 +1,8 @@
 #include "areas/receipts_sales.h"
 
+#include <algorithm>
 #include <array>
+#include <ranges>
 
 #include "areas/areas.h"
 
@@ -69,13 +71,16 @@ constexpr std::array surchargeRanges{
     std::array{SurchargeRange{"KA", -220, -80}, SurchargeRange{"FA", -40, -15}},
 };
 
-/// Draws the ID of a billing record that is an offer or an invoice; 0 if there is none.
-std::int32_t drawDocument(bool isOffer, std::int32_t records, Random& random)
+/// Returns the ID of the first billing record from a day on that is an offer or an invoice, else of the last one of
+/// that kind; 0 if there is none.
+std::int32_t documentOf(bool isOffer, Date day, const ReferenceOptions& options)
 {
-    const std::int32_t drawn = random.between(1, records);
-    for (std::int32_t id = drawn; id > 0; --id)
+    const auto ids = std::views::iota(1, options.records + 1);
+    const auto isBefore = [&](std::int32_t id) { return dayOfBillingRecord(id, options) < day; };
+    const auto first = static_cast<std::int32_t>(std::ranges::partition_point(ids, isBefore) - ids.begin()) + 1;
+    for (std::int32_t id = first; id <= options.records; ++id)
         if (isOfferRecord(id) == isOffer) return id;
-    for (std::int32_t id = drawn; id <= records; ++id)
+    for (std::int32_t id = options.records; id > 0; --id)
         if (isOfferRecord(id) == isOffer) return id;
     return 0;
 }
@@ -110,9 +115,9 @@ void TimberSales::drawStage(Date recordDate, bool isReleased)
     const std::int32_t daysToPayment = daysToSale + random_.between(10, 40);
     offerDate_ = laterDay(recordDate, daysToOffer, options_.baseDate);
     offerValidUntil_ = Date{recordDate.days + daysToOffer + random_.between(14, 40)};
-    offerDocument_ = drawDocument(true, options_.records, random_);
+    offerDocument_ = documentOf(true, offerDate_, options_);
     saleDate_ = laterDay(recordDate, daysToSale, options_.baseDate);
-    saleDocument_ = drawDocument(false, options_.records, random_);
+    saleDocument_ = documentOf(false, saleDate_, options_);
     const bool isPaid = laterDay(recordDate, daysToPayment, options_.baseDate) != Date{};
     if (!isReleased)
         stage_ = SaleStage::entered;

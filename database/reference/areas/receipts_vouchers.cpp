@@ -174,7 +174,7 @@ VoucherPosition VoucherWriter::drawPosition(const VoucherWork& work, const Vouch
     position.isStockPosting = position.cost && !work.article.empty();
     position.costCentre = keys_.costCentre(voucher.level, random_);
     position.project = keys_.pick("BB_T_PROJEKT_PLANUNG", random_);
-    const std::int32_t order = random_.between(1, options_.records);
+    const std::int32_t order = keys_.order(voucher.level, position.from, random_);
     if (random_.chance(950)) position.order = order;
     if (work.object.empty()) { // an object such as a road is a place of its own
         position.place = place.id;

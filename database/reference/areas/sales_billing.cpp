@@ -1,6 +1,7 @@
 #include <array>
 #include <vector>
 
+#include "areas/areas.h"
 #include "areas/sales_parts.h"
 
 namespace tamarok::database::sales {
@@ -85,9 +86,6 @@ constexpr std::array receiptColumns{
     wholeColumn("ID_BB_FAKTURA_KOPF"), wholeColumn("NUMMER"),   wholeColumn("ID_BB_T_ZU_U_ABSCHLAGE_Z_ROH"),
     textColumn("BEZEICHNUNG"),         numberColumn("PROZENT"), numberColumn("NETTO"),
     numberColumn("MWST_SATZ"),         numberColumn("MWST"),    numberColumn("BRUTTO")};
-
-/// One record in so many is an offer; the invoice after it may rest on it.
-constexpr std::int32_t offerEvery = 4;
 
 // Keys of WARENGRUPPE.
 constexpr std::int32_t firewoodGroup = 3;
@@ -220,15 +218,16 @@ public:
     }
 
 private:
-    /// An invoice that rests on an offer goes to the same customer, after it.
+    /// The invoice after an offer may rest on it. An invoice that rests on an offer goes to the same customer, after
+    /// it.
     Record drawRecord(std::int32_t number)
     {
         Record record;
         record.number = number;
-        record.isOffer = number % offerEvery == 1;
+        record.isOffer = isOfferRecord(number);
         record.customer = random_.pick(random_.chance(800) ? keys_.customers : keys_.owners);
         record.supplier = random_.pick(keys_.owners);
-        record.day = drawDay(random_, options_);
+        record.day = dayOfBillingRecord(number, options_);
         if (previous_.isOffer && random_.chance(700)) {
             record.offer = previous_.number;
             record.customer = previous_.customer;
