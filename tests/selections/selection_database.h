@@ -24,6 +24,7 @@ protected:
         connection() = embedded::connectInMemory();
         database::ReferenceOptions small;
         small.logs = 1000; // enough for lists that are not yet invoiced
+        small.records = 0; // the cases name the rows of the key tables, to which business records add
         database::createReferenceDatabase(*connection(), small);
     }
 

@@ -6,8 +6,8 @@ namespace {
 using enum Aggregate;
 using enum Kind;
 
-// BBFAHR: log books of vehicles and machines, one row for each object and month. The entries (BB_FAHRTENBUCH) bring a row
-// each; without their columns a log book is one row.
+// BBFAHR: log books of vehicles and machines, one row for each object and month. The entries (BB_FAHRTENBUCH) bring
+// a row each; without their columns a log book is one row.
 constexpr ListDescription description{
     .key = "BBFAHR",
     .base = "BB_FAHRTENBUCH_KOPF",

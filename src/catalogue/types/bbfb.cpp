@@ -6,9 +6,10 @@ namespace {
 using enum Aggregate;
 using enum Kind;
 
-// BBFB: vouchers of the document book. The lines (SCH_BELEGE) bring a row each, and with them their object and their order;
-// without these columns a voucher is one row. PERSONAL is the customer of a receipt and the supplier of an expense. The
-// amount of column 15 is positive for receipts and negative for expenses, so that its sum is a balance.
+// BBFB: vouchers of the document book. The lines (SCH_BELEGE) bring a row each, and with them their object and
+// their order; without these columns a voucher is one row. The amounts of columns 6 and 14 are the voucher's and
+// repeat with its lines; column 15 is the line's, positive for receipts and negative for expenses, so that its sum
+// is the balance of an order. PERSONAL is the customer of a receipt and the supplier of an expense.
 constexpr ListDescription description{
     .key = "BBFB",
     .base = "SCH_BELEGE_KOPF",
@@ -29,7 +30,7 @@ constexpr ListDescription description{
             {12, 298, date, "SCH_BELEGE_KOPF.BELEGDATUM"},
             {13, 1755, oneDecimal, "SCH_BELEGE_KOPF.MWST"},
             {14, 4803, amount, "SCH_BELEGE_KOPF.NETTOBETRAG", sum},
-            {15, 138, amount, "(CASE WHEN SCH_BELEGE_KOPF.EINNAHME = 1 THEN SCH_BELEGE_KOPF.BRUTTOBETRAG ELSE 0-SCH_BELEGE_KOPF.BRUTTOBETRAG END)", sum},
+            {15, 138, amount, "(CASE WHEN SCH_BELEGE_KOPF.EINNAHME = 1 THEN SCH_BELEGE.BETRAG ELSE 0-SCH_BELEGE.BETRAG END)", sum},
             {16, 5462, text, "USERS.NAME"},
             {17, 2508, text, "SCH_BELEGE_KOPF.BEMERKUNG"},
             {18, 23751, text, "BB_T_AUFTRAGS_PLANUNG.NUMMER"},
@@ -73,9 +74,9 @@ constexpr ListDescription description{
             {"4, 5, 60-63", "", " LEFT JOIN PERSONAL ON PERSONAL.ID_PERSONAL = SCH_BELEGE_KOPF.ID_PERSONAL"},
             {"11, 70, 71", "", " LEFT JOIN BB_T_ZAHLART ON BB_T_ZAHLART.ID = SCH_BELEGE_KOPF.ID_BB_T_ZAHLART"},
             {"16, 80", "", " LEFT JOIN USERS ON USERS.ID = SCH_BELEGE_KOPF.ID_USERS"},
-            {"90-98", "", " LEFT JOIN SCH_BELEGE ON SCH_BELEGE.ID_SCH_BELEGE_KOPF = SCH_BELEGE_KOPF.ID"},
-            {"110, 111", "90", " LEFT JOIN OBJEKT ON OBJEKT.ID = SCH_BELEGE.ID_OBJEKT"},
-            {"18-20", "90", " LEFT JOIN BB_T_AUFTRAGS_PLANUNG ON BB_T_AUFTRAGS_PLANUNG.ID = SCH_BELEGE.ID_AUFTRAGSNUMMER"},
+            {"15, 90-98", "", " LEFT JOIN SCH_BELEGE ON SCH_BELEGE.ID_SCH_BELEGE_KOPF = SCH_BELEGE_KOPF.ID"},
+            {"110, 111", "15", " LEFT JOIN OBJEKT ON OBJEKT.ID = SCH_BELEGE.ID_OBJEKT"},
+            {"18-20", "15", " LEFT JOIN BB_T_AUFTRAGS_PLANUNG ON BB_T_AUFTRAGS_PLANUNG.ID = SCH_BELEGE.ID_AUFTRAGSNUMMER"},
         },
     .choices =
         {

@@ -6,8 +6,8 @@ namespace {
 using enum Aggregate;
 using enum Kind;
 
-// BBHUNDE: hunting dogs, one row for each dog. HUNDEFUHRER is its handler, whose status as a hunter the dog's record keeps;
-// REV is the forest district in which the dog works.
+// BBHUNDE: hunting dogs, one row for each dog. HUNDEFUHRER is its handler, whose status as a hunter the dog's
+// record keeps; REV is the forest district in which the dog works.
 constexpr ListDescription description{
     .key = "BBHUNDE",
     .base = "BB_JAGDHUNDE",

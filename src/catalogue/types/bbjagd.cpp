@@ -6,8 +6,8 @@ namespace {
 using enum Aggregate;
 using enum Kind;
 
-// BBJAGD: cull plans. The positions (BB_ABSCHLUSSPLAN, spelled so by the contract) bring a row for each species, sex and
-// age class; without their columns a plan is one row.
+// BBJAGD: cull plans. The positions (BB_ABSCHLUSSPLAN, spelled so by the contract) bring a row for each species,
+// sex and age class; without their columns a plan is one row.
 constexpr ListDescription description{
     .key = "BBJAGD",
     .base = "BB_ABSCHUSSPLAN_KOPF",

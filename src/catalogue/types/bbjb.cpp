@@ -6,8 +6,8 @@ namespace {
 using enum Aggregate;
 using enum Kind;
 
-// BBJB: hunting districts, one row for each district and hunting year. Level 0 is the district's own unit, level 1 its
-// forest office, level 2 its forest authority.
+// BBJB: hunting districts, one row for each district and hunting year. Level 0 is the district's own unit, level 1
+// its forest office, level 2 its forest authority.
 constexpr ListDescription description{
     .key = "BBJB",
     .base = "BB_JAGDBEZIRKE",

@@ -6,9 +6,9 @@ namespace {
 using enum Aggregate;
 using enum Kind;
 
-// BBLAG: movements of the stock, one row each, with the voucher and the voucher line that booked it. E is the supplier or
-// recipient. A is the article's stock over all units, B that of the movement's own unit; both stand in each row of the
-// article, so that grouped lists show the greatest value and no sum.
+// BBLAG: movements of the stock, one row each, with the voucher and the voucher line that booked it. E is the
+// supplier or recipient. A is the article's stock over all units, B that of the movement's own unit; both stand in
+// each row of the article, so that grouped lists show the greatest value and no sum.
 constexpr ListDescription description{
     .key = "BBLAG",
     .base = "BB_BELEGE_LAGER",

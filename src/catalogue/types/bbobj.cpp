@@ -6,8 +6,8 @@ namespace {
 using enum Aggregate;
 using enum Kind;
 
-// BBOBJ: objects of cost accounting, such as roads, buildings, vehicles and machines. PERSONAL is the person in charge. The
-// group is joined besides the contract's aliases, since the list's row tag reads it.
+// BBOBJ: objects of cost accounting, such as roads, buildings, vehicles and machines. PERSONAL is the person in
+// charge. The group is joined besides the contract's aliases, since the list's row tag reads it.
 constexpr ListDescription description{
     .key = "BBOBJ",
     .base = "BB_T_OBJEKTE",

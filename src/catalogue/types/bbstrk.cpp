@@ -6,8 +6,8 @@ namespace {
 using enum Aggregate;
 using enum Kind;
 
-// BBSTRK: small-game bags, one row for each species of a hunt. OBF is the forest office in charge, ERLEGER the hunter,
-// PERSONAL2 the leader of the hunt.
+// BBSTRK: small-game bags, one row for each species of a hunt. OBF is the forest office in charge, ERLEGER the
+// hunter, PERSONAL2 the leader of the hunt.
 constexpr ListDescription description{
     .key = "BBSTRK",
     .base = "BB_STRECKE_NIEDER",

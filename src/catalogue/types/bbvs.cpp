@@ -6,8 +6,8 @@ namespace {
 using enum Aggregate;
 using enum Kind;
 
-// BBVS: keys by which the costs of a cost centre are distributed. The shares (BB_VERTEILSCHLUSSEL) bring a row each;
-// without their columns a key is one row.
+// BBVS: keys by which the costs of a cost centre are distributed. The shares (BB_VERTEILSCHLUSSEL) bring a row
+// each; without their columns a key is one row.
 constexpr ListDescription description{
     .key = "BBVS",
     .base = "BB_VERTEILSCHLUSSEL_KOPF",

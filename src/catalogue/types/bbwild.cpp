@@ -6,9 +6,9 @@ namespace {
 using enum Aggregate;
 using enum Kind;
 
-// BBWILD: game origin records, one row for each piece of game. ERLEGER is the hunter, PERSONAL1 the buyer of the venison,
-// PERSONAL2 the guide. BB_FAKTURA_KOPF is the bill of the venison, FA the bill of the trophy fee, REV the forest district
-// in which the game was brought down.
+// BBWILD: game origin records, one row for each piece of game. ERLEGER is the hunter, PERSONAL1 the buyer of the
+// venison, PERSONAL2 the guide. BB_FAKTURA_KOPF is the bill of the venison, FA the bill of the trophy fee, REV the
+// forest district in which the game was brought down.
 constexpr ListDescription description{
     .key = "BBWILD",
     .base = "BB_WILDURSPRUNGS",
