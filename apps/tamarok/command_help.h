@@ -27,13 +27,15 @@ Example:
 inline constexpr const char* list = R"(Composes a list of numbered columns, runs it and prints it.
 
 The statement is made by the library's own operations: FROM and its joins, the SELECT list, and with
---group the GROUP BY list, where measures are summed and averages weighted. 'tamarok columns TYPE'
-shows the numbers. The database is opened for reading only.
+--group the GROUP BY list, where measures are summed and averages weighted. A column is named by its id
+or by its label; 'tamarok types' shows the list types, 'tamarok columns TYPE' the columns. The database is
+opened for reading only.
 
 Examples:
   tamarok list LOG 1 2 23 36 --where "LOGS.KUBATUR > 2" --order 1 --limit 20
   tamarok list LOG 23 32 36 203 280 319 320 --group --order 23 --order 32
-  tamarok list LOG 1 36 --format csv > logs.csv)";
+  tamarok list LOG Liste "Volumen fm" --format csv > logs.csv
+  tamarok list BBHUNDE 1 2 3 --lang FRENCH)";
 
 inline constexpr const char* sql = R"(Prints the statement that 'tamarok list' would run with the same arguments.
 
@@ -41,10 +43,19 @@ Example:
   tamarok sql LOG 23 36 203 --group --oracle)";
 
 inline constexpr const char* columns =
-    R"(Prints id, label and SQL expression of every column of a list type, divided by tabs.
+    R"(Prints id, label, format, measure and SQL expression of every column of a list type, divided by tabs.
+
+The measure is the function that a grouped list applies, SUM or MAX; a column without one is a key.
+
+Examples:
+  tamarok columns LOG | grep KUBATUR
+  tamarok columns BBHAB --lang ENGLISH | cut -f 1,2)";
+
+inline constexpr const char* types =
+    R"(Prints key, name, main table and number of columns of every list type, divided by tabs.
 
 Example:
-  tamarok columns LOG | grep KUBATUR)";
+  tamarok types --lang ENGLISH)";
 
 inline constexpr const char* select =
     R"(Prints the statement of a base selection, or with --run its rows. Without a key it lists all keys.

@@ -91,6 +91,14 @@ void addLocale(CLI::App& app, std::string& locale, const char* fallback)
         ->type_name("NAME");
 }
 
+void addLanguage(CLI::App& app, std::string& language)
+{
+    app.add_option("--lang", language, "language of the labels: GERMAN, ENGLISH or FRENCH")
+        ->type_name("LANGUAGE")
+        ->transform(CLI::IsMember({"GERMAN", "ENGLISH", "FRENCH"}, CLI::ignore_case).description(""))
+        ->capture_default_str();
+}
+
 /// Accepts the digits of a number of 64 bits. The conversion alone would take a sign and cut what is too large.
 CLI::Validator wholeNumber()
 {
@@ -101,6 +109,19 @@ CLI::Validator wholeNumber()
                 return problem == std::errc{} && rest == end
                            ? std::string{}
                            : "Value " + text + " is not a whole number from 0 to 18446744073709551615";
+            },
+            ""};
+}
+
+/// Refuses a number that is no column id; any other text may be a label.
+CLI::Validator columnWord()
+{
+    return {[](const std::string& text) {
+                const bool isNumber = text.find_first_not_of("0123456789") == std::string::npos;
+                std::int16_t id = 0;
+                const auto problem = std::from_chars(text.data(), text.data() + text.size(), id).ec;
+                return !isNumber || (problem == std::errc{} && id > 0) ? std::string{}
+                                                                       : "Value " + text + " not in range 1 to 32767";
             },
             ""};
 }
@@ -131,28 +152,30 @@ void addFormat(CLI::App& app, ListFormat& format)
 }
 
 /// Grouping, condition and order of a list.
-void addListClauses(CLI::App& app, ListRequest& list)
+void addListClauses(CLI::App& app, ListOptions& options)
 {
+    ListRequest& list = options.list;
     app.add_flag("--group", list.group, "sum the measures by the other columns");
     app.add_option("--where", list.where, "condition in SQL, without the word WHERE")->type_name("SQL");
-    app.add_option("--order", list.orderIds, "order by this column; may be given again")
-        ->type_name("ID")
+    app.add_option("--order", options.orderColumns, "order by this column; may be given again")
+        ->type_name("COLUMN")
         ->expected(1)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-        ->check(CLI::Range(1, 32767).description(""));
+        ->check(columnWord())
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     app.add_flag("--desc", list.descending, "order downwards");
 }
 
 void addListArguments(CLI::App& app, ListOptions& options)
 {
     app.add_option("TYPE", options.list.type, "list type, such as LOG")->required()->type_name("");
-    app.add_option("ID", options.list.ids, "column ids, in the order of the list")
+    app.add_option("COLUMN", options.columns, "ids or labels of columns, in the order of the list")
         ->required()
-        ->type_name("")
-        ->check(CLI::Range(1, 32767).description(""));
+        ->check(columnWord())
+        ->type_name("");
     addDatabase(app, options.database);
     addVersion(app, options.list.version);
-    addListClauses(app, options.list);
+    addListClauses(app, options);
+    addLanguage(app, options.language);
     app.add_option("--limit", options.list.limit,
                    "greatest number of rows; Oracle text is read no further instead of being cut")
         ->type_name("N")
@@ -180,6 +203,14 @@ void addColumns(CLI::App& program, Command& chosen)
     sub.app->add_option("TYPE", sub.options->type, "list type, such as LOG")->required()->type_name("");
     addDatabase(*sub.app, sub.options->database);
     addVersion(*sub.app, sub.options->version);
+    addLanguage(*sub.app, sub.options->language);
+}
+
+void addTypes(CLI::App& program, Command& chosen)
+{
+    const auto sub = add(program, "types", help::types, runTypes, chosen);
+    addDatabase(*sub.app, sub.options->database);
+    addLanguage(*sub.app, sub.options->language);
 }
 
 void addDay(CLI::App& program, Command& chosen)
@@ -285,6 +316,7 @@ std::function<int(Output&)> parseCommandLine(int count, const char* const* argum
     addList(program, chosen);
     addSql(program, chosen);
     addSelect(program, chosen);
+    addTypes(program, chosen);
     addColumns(program, chosen);
     addCall(program, chosen);
     addVolume(program, chosen);

@@ -1,8 +1,8 @@
 -- Head records that can be locked besides timber lists and invoices: what a refused lock shows of them.
 
 -- One row per voucher of cost accounting. NETTO, MWST and BRUTTO are the sums of its positions, costs positive and
--- revenues negative. ID_PERSONAL entered the voucher, ID_LIEFERANT issued it, ID_ACCESS_LEVELS_LAGER is the unit whose
--- store receives material, ID_ACCESS_LEVELS_BW the unit whose budget pays.
+-- revenues negative. ID_PERSONAL carried out the work, ID_LIEFERANT sent the invoice, ID_ACCESS_LEVELS_LAGER is the
+-- unit whose store receives material, ID_ACCESS_LEVELS_BW the unit whose budget pays.
 CREATE TABLE BB_BELEGE_KOPF (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     BELEGNUMMER NVARCHAR(20),

@@ -87,7 +87,8 @@ CREATE TABLE LOHNARTEN (
 GO
 
 -- One row per worker and month of services. ID_ACCESS_LEVELS: where the work was done, ID_ACCESS_LEVELS_ERSTELLER: who
--- recorded it. SUMME_STUNDEN and SUMME_BETRAG: totals of the services, SUMME_SONST: of the other wages.
+-- recorded it. SUMME_STUNDEN and SUMME_BETRAG: totals of the services, SUMME_SONST: of the other wages, SUMME_GESAMT:
+-- both and what is paid by result.
 CREATE TABLE BB_LEISTUNGS_KOPF (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     ID_PERSONAL INT,
@@ -152,7 +153,7 @@ GO
 CREATE INDEX IX_BB_LEISTUNGS_STD_LEISTUNG ON BB_LEISTUNGS_STD (ID_BB_LEISTUNGS)
 GO
 
--- One row per service that is paid by result: its kind of wage, unit, quantity, rate and amount.
+-- One row per service that is paid by result besides its hours: kind of wage, unit, quantity, rate and amount.
 CREATE TABLE BB_LEISTUNGS_WERT (
     ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     ID_BB_LEISTUNGS INT NOT NULL,
@@ -228,8 +229,7 @@ CREATE TABLE BB_SCHNITTSTELLE_KOPF (
     DATUM SMALLDATETIME,
     DATEINAME NVARCHAR(60),
     SAETZE INT,
-    BETRAG FLOAT,
-    STORNODATUM SMALLDATETIME
+    BETRAG FLOAT
 )
 GO
 

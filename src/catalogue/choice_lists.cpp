@@ -1,6 +1,6 @@
 #include <algorithm>
 #include <array>
-#include <optional>
+#include <set>
 #include <span>
 #include <utility>
 
@@ -82,12 +82,13 @@ std::vector<Entry> entriesOf(std::string_view key)
     return entries;
 }
 
-/// The numbers of the labels, separated by commas.
+/// The numbers of the labels, separated by commas; each once, since editions may offer the same columns.
 std::string labelList(std::span<const Entry> entries)
 {
     std::string list;
+    std::set<std::int16_t> listed{0};
     for (const Entry& entry : entries) {
-        if (entry.label != 0) list.append(list.empty() ? "" : ",").append(std::to_string(entry.label));
+        if (listed.insert(entry.label).second) list.append(list.empty() ? "" : ",").append(std::to_string(entry.label));
     }
     return list;
 }

@@ -101,7 +101,7 @@ constexpr FieldGroup groups[]{
     {"PRODUKT", 6335},
     {"OBJEKT", 6336},
     {"VERFAHREN", 6337},
-    {"PROJEKT", 5462},
+    {"PROJEKT", 6352},
     {"KAPITEL", 6338},
     {"TITEL", 6339},
     {"ZAHLART ZAHLUNGSART", 1751},

@@ -7,7 +7,9 @@
 #include "types/all_types.h"
 #include "word_list.h"
 
+#include "tamarok/error.h"
 #include "tamarok/list_catalogue.h"
+#include "tamarok/spelling.h"
 #include "tamarok/text.h"
 
 namespace tamarok::catalogue {
@@ -39,6 +41,38 @@ std::vector<std::string_view> listTypeKeys()
     for (const ListType* type : all)
         keys.push_back(type->description().key);
     return keys;
+}
+
+namespace {
+
+const ListType& requireListType(std::string_view key)
+{
+    if (const ListType* type = findListType(key)) return *type;
+    throw Error{errors::invalidArgument,
+                "there is no list type '" + std::string{key} + "'" + spelling::suggestion(key, listTypeKeys()),
+                "List catalogue"};
+}
+
+std::string_view measureOf(Aggregate aggregate)
+{
+    if (!isMeasure(aggregate)) return {};
+    return aggregate == Aggregate::sum ? "SUM" : "MAX";
+}
+
+} // namespace
+
+ListTypeInfo listTypeInfo(std::string_view key)
+{
+    const ListDescription& type = requireListType(key).description();
+    return {type.key, type.base, type.label, type.columns.size(), type.dependsOnVersion, type.composesSelect};
+}
+
+std::vector<ColumnInfo> columnsOf(std::string_view key)
+{
+    std::vector<ColumnInfo> columns;
+    for (const Column& column : requireListType(key).description().columns)
+        columns.push_back({column.id, column.label, measureOf(column.aggregate)});
+    return columns;
 }
 
 const ListType* findListType(std::string_view key)

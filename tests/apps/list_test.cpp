@@ -115,7 +115,7 @@ TEST_F(Lists, ColumnsShowsEveryColumnOfTheLogList)
     EXPECT_EQ(outcome.status, 0) << outcome.errors;
     // Of the 580 rows, 568 and 569 are empty.
     EXPECT_EQ(lines(outcome.output), 578U);
-    EXPECT_NE(outcome.output.find("\n36\tVolumen fm\tLOGS.KUBATUR\n"), std::string::npos);
+    EXPECT_NE(outcome.output.find("\n36\tVolumen\t0.000\tSUM\tLOGS.KUBATUR\n"), std::string::npos);
     EXPECT_EQ(outcome.output.find("\n485\t"), std::string::npos);
 }
 

@@ -1,57 +1,69 @@
 #include <array>
 #include <gtest/gtest.h>
 #include <map>
-#include <set>
 #include <string>
 
+#include "resources.h"
 #include "tamarok_database/labels.h"
 #include "test_data.h"
+#include "tsv_table.h"
 
-namespace tamarok {
+namespace tamarok::database {
 namespace {
 
 constexpr std::array<std::string_view, 3> languages{"GERMAN", "ENGLISH", "FRENCH"};
 
-TEST(ColumnLabel, EveryColumnOfTheLogListHasALabelInEveryLanguageAndNoOtherIdHas)
+TsvTable logLabels()
 {
-    const auto references = database::logColumnReferences();
-    ASSERT_EQ(references.size(), 580U);
-    for (std::int16_t id = 0; id <= 1050; ++id)
-        for (const std::string_view language : languages)
-            EXPECT_EQ(columnLabel(id, language).empty(), !references.contains(id)) << id << ' ' << language;
+    return TsvTable{"log_columns.tsv", resource("texts", "log_columns.tsv").text};
 }
 
-TEST(ColumnLabel, LabelsOfALanguageAreDistinct)
+TEST(LogColumnLabels, EveryColumnHasALabelInEveryLanguageAndNoOtherIdHas)
 {
+    const auto references = logColumnReferences();
+    ASSERT_EQ(references.size(), 580U);
+    const TsvTable table = logLabels();
+    EXPECT_EQ(table.rows(), references.size());
+    for (std::size_t row = 0; row < table.rows(); ++row) {
+        EXPECT_TRUE(references.contains(static_cast<std::int16_t>(table.whole(row, 0)))) << table.whole(row, 0);
+        for (const std::string_view language : languages)
+            EXPECT_FALSE(table.cell(row, table.column(language)).empty()) << table.whole(row, 0) << ' ' << language;
+    }
+}
+
+TEST(LogColumnLabels, OfOneLanguageAreDistinct)
+{
+    const TsvTable table = logLabels();
     for (const std::string_view language : languages) {
-        std::map<std::string_view, std::int16_t> seen;
-        for (std::int16_t id = 1; id <= 1041; ++id) {
-            const std::string_view label = columnLabel(id, language);
-            if (label.empty()) continue;
-            const auto [other, added] = seen.emplace(label, id);
-            EXPECT_TRUE(added) << label << " heads " << other->second << " and " << id;
+        std::map<std::string_view, std::int32_t> seen;
+        for (std::size_t row = 0; row < table.rows(); ++row) {
+            const auto [other, added] = seen.emplace(table.cell(row, table.column(language)), table.whole(row, 0));
+            EXPECT_TRUE(added) << other->first << " heads " << other->second << " and " << table.whole(row, 0);
         }
     }
 }
 
-TEST(ColumnLabel, TellsTheMeaningOfTheColumn)
+/// A number of table STRINGS stands in one file.
+TEST(Labels, NumbersAreUniqueOverAllFilesAndFitSixteenBits)
 {
-    EXPECT_EQ(columnLabel(36, "GERMAN"), "Volumen fm");
-    EXPECT_EQ(columnLabel(203, "GERMAN"), "Anteil %");
-    EXPECT_EQ(columnLabel(280, "GERMAN"), "Preis/fm");
-    EXPECT_EQ(columnLabel(319, "ENGLISH"), "Mean diam. cm");
-    EXPECT_EQ(columnLabel(320, "FRENCH"), "Long. moyenne m");
-    EXPECT_EQ(columnLabel(441, "ENGLISH"), "Name A7");
-}
-
-TEST(ColumnLabel, UnknownLanguageGivesGermanAndUnknownIdNothing)
-{
-    EXPECT_EQ(columnLabel(2, "DANISH"), "Listendatum");
-    EXPECT_EQ(columnLabel(2, ""), "Listendatum");
-    EXPECT_EQ(columnLabel(-1, "GERMAN"), "");
-    EXPECT_EQ(columnLabel(485, "GERMAN"), "");
-    EXPECT_EQ(columnLabel(32767, "GERMAN"), "");
+    std::map<std::int32_t, std::string_view> files;
+    const auto add = [&](std::int32_t number, std::string_view file) {
+        const auto [other, added] = files.emplace(number, file);
+        EXPECT_TRUE(added) << number << " stands in " << other->second << " and " << file;
+        EXPECT_TRUE(number > 0 && number <= INT16_MAX) << number << " in " << file;
+    };
+    const TsvTable strings{"strings.tsv", resource("texts", "strings.tsv").text};
+    for (std::size_t row = 0; row < strings.rows(); ++row)
+        add(strings.whole(row, 0), "strings.tsv");
+    const TsvTable log = logLabels();
+    for (std::size_t row = 0; row < log.rows(); ++row)
+        add(firstColumnLabel + log.whole(row, 0), "log_columns.tsv");
+    for (const Resource& file : resources("columns")) {
+        const TsvTable table{file.name, file.text};
+        for (std::size_t row = 0; row < table.rows(); ++row)
+            add(table.whole(row, 0), file.name);
+    }
 }
 
 } // namespace
-} // namespace tamarok
+} // namespace tamarok::database

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "list/column_headers.h"
+#include "list/column_labels.h"
 #include "print/list_printer.h"
 
 #include "tamarok/ado.h"

@@ -4,7 +4,9 @@
 
 #include "connections.h"
 #include "host_platform.h"
-#include "list/column_headers.h"
+#include "list/column_labels.h"
+#include "list/column_words.h"
+#include "list/visible_services.h"
 #include "session.h"
 
 #include "tamarok/ado.h"
@@ -17,7 +19,18 @@ TmkVar listSession(const ListOptions& options)
 {
     TmkVar session = commandSession(openForReading(options.database));
     session.bolOracle = options.oracle;
+    session.strLanguage = options.language;
     return session;
+}
+
+/// The list with the columns that the user named.
+ListRequest listRequest(const ListOptions& options, const TmkVar& session)
+{
+    requireListType(options.list.type);
+    ListRequest list = options.list;
+    list.ids = columnIds(list.type, options.columns, session);
+    list.orderIds = columnIds(list.type, options.orderColumns, session);
+    return list;
 }
 
 } // namespace
@@ -26,12 +39,13 @@ int runList(const ListOptions& options, Output& output)
 {
     const PlatformScope scope{commandPlatform(options.locale)};
     const TmkVar session = listSession(options);
-    const ListQuery query = composeList(options.list, session);
+    const ListRequest list = listRequest(options, session);
+    const ListQuery query = composeList(list, session);
+    prepareList(list.type, session);
     ado::Recordset records;
-    records.Open(query.statement(session, options.list.limit), session.db_ADO);
-    const auto printer =
-        makeListPrinter(options.format, output, columnHeaders(options.list.type, options.list.ids, session));
-    printRows(records, *printer, options.list.limit);
+    records.Open(query.statement(session, list.limit), session.db_ADO);
+    const auto printer = makeListPrinter(options.format, output, columnHeaders(list.type, list.ids, session));
+    printRows(records, *printer, list.limit);
     return 0;
 }
 
@@ -39,7 +53,7 @@ int runSql(const ListOptions& options, Output& output)
 {
     const PlatformScope scope{commandPlatform(options.locale)};
     const TmkVar session = listSession(options);
-    output.write(composeList(options.list, session).statement(session, options.list.limit) + "\n");
+    output.write(composeList(listRequest(options, session), session).statement(session, options.list.limit) + "\n");
     output.flush();
     return 0;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "list/list_query.h"
 #include "print/list_printer.h"
@@ -11,8 +12,11 @@ namespace tamarok::cli {
 struct ListOptions {
     std::string database = "tamarok.db";
     std::string locale; ///< empty: the machine's
+    std::string language = "GERMAN";
     bool oracle = false;
-    ListRequest list;
+    ListRequest list;                      ///< without the columns, which are found when the database is open
+    std::vector<std::string> columns;      ///< ids or labels
+    std::vector<std::string> orderColumns; ///< ids or labels
     ListFormat format = ListFormat::Table;
 };
 

@@ -3,24 +3,18 @@
 #include <algorithm>
 
 #include "tamarok/comm_csel.h"
+#include "tamarok/error.h"
 #include "tamarok/list_catalogue.h"
-#include "tamarok/spelling.h"
 #include "tamarok/text.h"
 
 namespace tamarok::cli {
 
 namespace {
 
+/// Whether the columns of the type take a version, and operations of their own compose them.
 bool isLogList(const std::string& type)
 {
-    return text::equalsNoCase(type, "LOG");
-}
-
-/// Whether CorrectStrSelect composes the columns of a list type. For any other type the SELECT text is put
-/// together column by column.
-bool hasCorrectedSelect(const std::string& type)
-{
-    return isLogList(type) || text::equalsNoCase(type, "ARTIKEL");
+    return catalogue::listTypeInfo(type).hasVersions;
 }
 
 std::string columnName(const std::string& type, std::int16_t id, const std::string& version)
@@ -34,7 +28,7 @@ std::string composeSelect(const ListRequest& request, const ListQuery& query, co
 {
     const Comm_CSel columns;
     std::string tabbed;
-    if (hasCorrectedSelect(request.type)) {
+    if (catalogue::listTypeInfo(request.type).correctsSelect) {
         return columns.CorrectStrSelect(text::toUpper(request.type), request.ids, tabbed, "", request.version, session,
                                         query.where, query.from, request.group);
     }
@@ -109,11 +103,12 @@ std::string columnExpression(const std::string& type, std::int16_t id, const std
     return columns.GetColumnTyp(type, id, false, false, session);
 }
 
-void requireListType(const std::string& type, const TmkVar& session)
+void requireListType(const std::string& type)
 {
-    if (Comm_CSel{}.GetFrom(type, 0, "", "R", session).empty()) {
-        throw UnknownColumn{"there is no list type '" + type + "'" +
-                            spelling::suggestion(type, catalogue::listTypeKeys())};
+    try {
+        catalogue::listTypeInfo(type);
+    } catch (const Error& error) {
+        throw UnknownColumn{error.description};
     }
 }
 
@@ -121,7 +116,7 @@ void requireListType(const std::string& type, const TmkVar& session)
 /// late because a share divides by the total over the same FROM and WHERE.
 ListQuery composeList(const ListRequest& request, const TmkVar& session)
 {
-    requireListType(request.type, session);
+    requireListType(request.type);
     for (const std::int16_t id : request.ids)
         requireColumn(request, id, session);
     for (const std::int16_t id : request.orderIds)

@@ -47,6 +47,6 @@ std::string columnExpression(const std::string& type, std::int16_t id, const std
                              const TmkVar& session);
 
 /// Throws UnknownColumn where there is no such list type.
-void requireListType(const std::string& type, const TmkVar& session);
+void requireListType(const std::string& type);
 
 } // namespace tamarok::cli

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "tamarok_database/reference_options.h"
 
 #include "tamarok/ado.h"
@@ -9,6 +11,13 @@
 /// Key tables, texts and master data are there already. Each area draws from random streams of its own, so that a
 /// change in one leaves the others' rows as they are.
 namespace tamarok::database {
+
+/// Of the billing records (BB_FAKTURA_KOPF) each fourth is an offer: those with the IDs 1, 5, 9 and so on. The others
+/// are invoices.
+constexpr bool isOfferRecord(std::int32_t id) noexcept
+{
+    return id % 4 == 1;
+}
 
 /// Writes hunting districts, plans, game and small game, dogs, vehicles and their objects. Errors: provider failures.
 void writeHunting(ado::Connection& connection, const ReferenceOptions& options);

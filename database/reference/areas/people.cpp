@@ -1,7 +1,18 @@
 #include "areas/areas.h"
+#include "areas/people_writers.h"
 
 namespace tamarok::database {
 
-void writePeople(ado::Connection& /*connection*/, const ReferenceOptions& /*options*/) {}
+void writePeople(ado::Connection& connection, const ReferenceOptions& options)
+{
+    if (options.records == 0) return;
+    people::writeUsers(connection, options);
+    people::writePartners(connection, options);
+    people::writeForestOwners(connection, options);
+    people::writeMachines(connection, options);
+    people::writePartnerGroups(connection, options);
+    people::writeWageEntry(connection, options);
+    people::writeServicesAndWages(connection, options);
+}
 
 } // namespace tamarok::database

@@ -9,7 +9,7 @@ using enum Kind;
 // BBKLR: vouchers of cost accounting. A row is a head of BB_BELEGE_KOPF, or one of its positions as soon as a column
 // of a position is shown: the aliases BB_BELEGE, BB_NATURALVOLLZUG and BB_NATURALVOLLZUG_DSW bring several rows for a
 // head, and the amounts of the head then count in each. For totals by position the list offers the position's own
-// amounts. Aliases: AL0 is the level of the person who entered the voucher (PERSONAL), L the level whose store
+// amounts. Aliases: AL0 is the level of the contractor who carried out the work (PERSONAL), L the level whose store
 // receives material, BW the level whose budget pays, HH the item of the budget, A the sums of the cost positions and B
 // those of the revenue positions. ERLOSART is the row of KOSTENART for a revenue. _NV aliases belong to the nature
 // record. Ids are stored in lists and models: a free number is never used again for another column.

@@ -208,7 +208,7 @@ constexpr ListDescription description{
             {198, 20198, roundedPrice, "ROUND(LOGS_RECH.A6_PREIS,2)"},
             {199, 20199, roundedPrice, "ROUND(LOGS_RECH.A7_PREIS,2)"},
             {200, 20200, roundedPrice, "ROUND(LOGS_RECH.A8_PREIS,2)"},
-            {201, 20201, whole, "LISTENKOPF.FWJ"},
+            {201, 1516, whole, "LISTENKOPF.FWJ"},
             {202, 20202, twoDecimals, "{PRICE R}{ROW 240}", sum},
             {203, 20203, threeDecimals, "LOGS.KUBATUR", sum},
             {204, 20204, whole, "LISTENKOPF.GESPERRT"},
@@ -368,7 +368,7 @@ constexpr ListDescription description{
             {367, 20367, text, "OBJEKT.NUMBER"},
             {368, 20368, text, "OBJEKT.NAME"},
             {369, 20369, text, "BB_T_PROJEKT_PLANUNG.NUMMER"},
-            {370, 5462, text, "BB_T_PROJEKT_PLANUNG.LONG"},
+            {370, 20370, text, "BB_T_PROJEKT_PLANUNG.LONG"},
             {371, 20371, text, "BB_T_AUFTRAGS_PLANUNG.NUMMER"},
             {372, 20372, text, "BB_T_AUFTRAGS_PLANUNG.LONG"},
             {373, 20373, textShownAsNumber, "RECHNUNGSART0.RECHNUNGSART"},
@@ -526,7 +526,7 @@ constexpr ListDescription description{
             {526, 20526, text, "(CASE WHEN PERSONAL8.OPTIERENDERBETRIEB = 1 THEN '{TRUE}' ELSE '{FALSE}' END)"},
             {527, 20527, text, "BB_T_EIGENTUMSART.LONG"},
             {528, 20528, text, "T_MITGLIEDSART.LONG"},
-            {567, 20567, text, "USERS.NAME"},
+            {567, 5462, text, "USERS.NAME"},
             {568, 20568, whole, ""},
             {569, 20569, whole, ""},
             {570, 20570, twoDecimals, "CASE WHEN ISNULL(LOGS_RECH.R_NAME,'')='' THEN 0 ELSE ISNULL(LOGS_RECH.R_PREIS*LOGS_RECH.R_MENGE,0) END + CASE WHEN ISNULL(LOGS_RECH.R_NAME,'')='' THEN 0 ELSE ISNULL(LOGS_RECH_PRICE.R_PREIS_1,0) END +CASE WHEN ISNULL(LOGS_RECH.R_NAME,'')='' THEN 0 ELSE ISNULL(LOGS_RECH_PRICE.R_PREIS_2,0) END ", sum},
@@ -597,7 +597,7 @@ constexpr ListDescription description{
             {1016, 21016, whole, "HEADERRECH0.KOPF6"},
             {1017, 21017, numberShownAsText, "(CASE WHEN HEADERRECH.GESPERRT = 1 THEN '{TRUE}' ELSE '{FALSE}' END)"},
             {1018, 21018, text, "ACCESS_LEVELS.NAME_LANG"},
-            {1030, 1516, text, "CAST(YEAR(LOGS.LISTDATUM) as NVARCHAR(4)) "},
+            {1030, 21030, text, "CAST(YEAR(LOGS.LISTDATUM) as NVARCHAR(4)) "},
             {1031, 21031, text, "CAST(YEAR(LOGS.LISTDATUM) as NVARCHAR(4)) + '-' + RIGHT( '0' + CAST(MONTH(LOGS.LISTDATUM) as NVARCHAR(2)),2)"},
             {1040, 21040, text, "CAST(YEAR(HEADERRECH.INVDATE) as NVARCHAR(4)) "},
             {1041, 21041, text, "CAST(YEAR(HEADERRECH.INVDATE) as NVARCHAR(4)) + '-' + RIGHT( '0' + CAST(MONTH(HEADERRECH.INVDATE) as NVARCHAR(2)),2)"},
@@ -737,9 +737,9 @@ constexpr ListDescription description{
         },
     .choices =
         {
-            // The most used columns first. 980 is no choice: the database refuses it.
-            {"LOG HIZ", "1-4, 23, 27, 30, 32, 20, 49, 33-36, 38, 52, 54, 122, 370, 1030"},
-            {"LOG HIZ", "5-19, 21, 22, 24-26, 28, 29, 31, 37, 39-48, 50, 51, 53, 55-92, 100-117, 120, 121, 123-149, 152-206, 210-218, 220-248, 250-258, 261-268, 270-278, 280-369, 371-484, 486-528, 567-579, 591-608, 610-619, 700-702, 975-977, 1016-1018"},
+            // The most used columns first. No choices are 568 and 569, which are empty, and 980, which the database refuses.
+            {"LOG HIZ", "1-4, 23, 27, 30, 32, 20, 49, 33-36, 38, 52, 54, 122, 567, 201"},
+            {"LOG HIZ", "5-19, 21, 22, 24-26, 28, 29, 31, 37, 39-48, 50, 51, 53, 55-92, 100-117, 120, 121, 123-149, 152-200, 202-206, 210-218, 220-248, 250-258, 261-268, 270-278, 280-484, 486-528, 570-579, 591-608, 610-619, 700-702, 975-977, 1016-1018, 1030"},
             {"LOG", "580-590, 964-970"},
             {"HIZ", "1031, 1040, 1041"},
         },

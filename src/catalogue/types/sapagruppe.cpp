@@ -37,7 +37,7 @@ constexpr ListDescription description{
             {35, 30521, text, "PERSONAL.PLZ"},
             {36, 30522, text, "PERSONAL.ORT"},
             {37, 30523, text, "PERSONAL.TELEFON"},
-            {38, 30524, text, "PERSONAL.EMAIL"},
+            {38, 30524, text, "PERSONAL.MOBIL"},
         },
     .joins =
         {

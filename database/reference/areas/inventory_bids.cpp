@@ -1,0 +1,388 @@
+#include "areas/inventory_bids.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tamarok::database {
+namespace {
+
+using bids::Bid;
+using bids::Line;
+using bids::Lot;
+
+constexpr std::uint64_t saleStream = 6'000'000'000'002;
+constexpr std::uint64_t bidderStream = 6'000'000'000'003;
+constexpr std::uint64_t rowStream = 6'000'000'000'004;
+
+constexpr std::array saleColumns{
+    textColumn("NUMMER"),
+    textColumn("BEZEICHNUNG"),
+    wholeColumn("ID_ACCESS_LEVELS"),
+    wholeColumn("ID_BB_T_VERKAUFSZIEL"),
+    wholeColumn("ID_BB_T_VERKAUFSVERFAHREN"),
+    dayColumn("ABGABESCHLUSS"),
+    dayColumn("VERKAUFSDATUM"),
+    dayColumn("UHRZEIT"),
+    textColumn("VERKAUFSORT"),
+    wholeColumn("FWJ"),
+    wholeColumn("ANZAHL_LOSE"),
+    numberColumn("MENGE"),
+    numberColumn("ANSCHLAG"),
+    numberColumn("ERLOS"),
+    wholeColumn("ZAHLUNGSZIEL"),
+    dayColumn("ABFUHRFRIST"),
+    flagColumn("ABGESCHLOSSEN"),
+    dayColumn("STORNODATUM"),
+    textColumn("BEMERKUNG"),
+};
+constexpr std::array lotColumns{
+    wholeColumn("ID_BB_MV_VERKAUFSZIEL"),
+    textColumn("LOS_NUMMER"),
+    textColumn("BEZEICHNUNG"),
+    wholeColumn("ID_ACCESS_LEVELS"),
+    wholeColumn("ID_HOLZPLATZ"),
+    textColumn("LAGERORT"),
+    wholeColumn("ID_BB_T_EIGENTUMSART"),
+    wholeColumn("ID_BB_TSM_EAGMV1"),
+    wholeColumn("ID_BB_T_DATENBANK"),
+    wholeColumn("ID_T_BUNDESLAND"),
+    dayColumn("LOSDATUM"),
+    wholeColumn("STUCK"),
+    numberColumn("MENGE"),
+    numberColumn("ANSCHLAG"),
+    wholeColumn("ID_BB_MV_BIETER"),
+    numberColumn("ZUSCHLAGSPREIS"),
+    dayColumn("ZUSCHLAGSDATUM"),
+    textColumn("BEMERKUNG"),
+};
+constexpr std::array lineColumns{
+    wholeColumn("ID_BB_MV_LOSE"),
+    textColumn("STAMMNUMMER"),
+    wholeColumn("ID_HOLZART"),
+    wholeColumn("ID_BB_TSM_BAGMV1"),
+    wholeColumn("ID_HOLZSORTE"),
+    wholeColumn("ID_BB_TSM_SOGMV"),
+    wholeColumn("ID_GUETEKLASSE"),
+    wholeColumn("ID_BB_TSM_GUGMV1"),
+    wholeColumn("ID_STKL"),
+    wholeColumn("ID_BB_T_MESSVERFAHREN"),
+    wholeColumn("ID_BB_T_HOLZSCHADEN"),
+    numberColumn("LANGE"),
+    wholeColumn("DURCHMESSER"),
+    wholeColumn("STUCK"),
+    numberColumn("MENGE"),
+    numberColumn("ANSCHLAGSPREIS"),
+    numberColumn("ANSCHLAG"),
+    textColumn("BEMERKUNG"),
+};
+constexpr std::array bidColumns{
+    wholeColumn("ID_BB_MV_LOSE"),
+    wholeColumn("ID_BB_MV_BIETER"),
+    wholeColumn("ID_BB_T_KZ_ZUSCHLAG"),
+    dayColumn("EINGANGSDATUM"),
+    dayColumn("UHRZEIT"),
+    numberColumn("GEBOT"),
+    numberColumn("BETRAG"),
+    wholeColumn("RANG"),
+    textColumn("BEMERKUNG"),
+};
+constexpr std::array bidderColumns{
+    textColumn("NUMMER"),        textColumn("NAME"),         textColumn("STRASSE"),
+    textColumn("PLZ"),           textColumn("ORT"),          wholeColumn("ID_T_BUNDESLAND"),
+    wholeColumn("ID_BB_T_LAND"), wholeColumn("ID_PERSONAL"), textColumn("TELEFON"),
+    textColumn("EMAIL"),         numberColumn("BURGSCHAFT"), dayColumn("BURGSCHAFT_BIS"),
+};
+
+consteval std::size_t sale(std::string_view name)
+{
+    return placeOf(saleColumns, name);
+}
+consteval std::size_t lot(std::string_view name)
+{
+    return placeOf(lotColumns, name);
+}
+consteval std::size_t line(std::string_view name)
+{
+    return placeOf(lineColumns, name);
+}
+consteval std::size_t bid(std::string_view name)
+{
+    return placeOf(bidColumns, name);
+}
+consteval std::size_t bidder(std::string_view name)
+{
+    return placeOf(bidderColumns, name);
+}
+
+constexpr std::array<std::string_view, 4> saleNames{"Wertholzsubmission", "Meistgebotsverkauf", "Stammholzsubmission",
+                                                    "Laubholzsubmission"};
+constexpr std::array<std::string_view, 5> salePlaces{
+    "Gasthof Post, Grünau", "Forstamt Weißensee", "Wertholzplatz Hochstein", "Gemeindesaal Auwald", "Forstamt Ahornau"};
+constexpr std::array<std::string_view, 6> storagePlaces{"Wertholzplatz Hochstein", "Forststraße Grünau, km 2,4",
+                                                        "Lagerplatz Moosbach",     "Wendeplatz Kaltental",
+                                                        "Forststraße Lindwald",    "Holzhof Tannried"};
+constexpr std::array<std::string_view, 3> saleRemarks{"Besichtigung nach Anmeldung", "Zufahrt mit Sattelzug möglich",
+                                                      "Gebote nur schriftlich"};
+constexpr std::array<std::string_view, 3> lotRemarks{"einzeln bebietbar", "Abfuhr über Nachbargrund",
+                                                     "Metallsuche erfolgt"};
+constexpr std::array<std::string_view, 4> lineRemarks{"Drehwuchs", "astrein bis 5 m", "leichte Krümmung", "Blitzriss"};
+constexpr std::array<std::string_view, 3> bidRemarks{"per Fax", "Nachgebot", "gilt für alle Stämme"};
+
+/// The group of species in sales by bid (BB_TSM_BAGMV1.SHORT) of a species.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 14> speciesGroups{{
+    {"FI", "FI"},
+    {"TA", "FI"},
+    {"DG", "FI"},
+    {"KI", "KI"},
+    {"LA", "KI"},
+    {"BU", "BU"},
+    {"ES", "BU"},
+    {"AH", "BU"},
+    {"KB", "BU"},
+    {"EI", "EI"},
+    {"TE", "EI"},
+    {"BI", "WL"},
+    {"ER", "WL"},
+    {"PA", "WL"},
+}};
+/// The group of ownership (BB_TSM_EAGMV1.SHORT) of a kind of ownership (BB_T_EIGENTUMSART.SHORT).
+constexpr std::array<std::pair<std::string_view, std::string_view>, 5> ownershipGroups{
+    {{"Land", "SW"}, {"Körper", "KW"}, {"Privat", "PW"}, {"Kirche", "KW"}, {"Gem.", "KW"}}};
+/// The province (T_BUNDESLAND.SHORT) of an Austrian postcode by its first digit.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 4> provincesByPostcode{
+    {{"3", "NÖ"}, {"4", "OÖ"}, {"6", "TI"}, {"8", "ST"}}};
+
+/// The value of `key` in a table of pairs, empty if there is none.
+template <class Table>
+std::string_view valueOf(const Table& table, std::string_view key)
+{
+    for (const auto& [name, value] : table)
+        if (name == key) return value;
+    return {};
+}
+
+/// The keys to which sales refer.
+struct Keys {
+    explicit Keys(ado::Connection& connection);
+
+    Codes species, speciesGroups, assortments, assortmentGroups, qualities, qualityGroups, strengths;
+    Codes ownerships, ownershipGroups;
+    std::vector<std::int32_t> destinations, procedures, offices, districts, yards, databases, provinces, methods,
+        damages;
+};
+
+Keys::Keys(ado::Connection& connection) :
+    species{codesOf(connection, "SELECT HA, ID FROM HOLZART")}, speciesGroups{codesOf(
+                                                                    connection, "SELECT SHORT, ID FROM BB_TSM_BAGMV1")},
+    assortments{codesOf(connection, "SELECT HS, ID FROM HOLZSORTE")},
+    assortmentGroups{codesOf(connection, "SELECT SHORT, ID FROM BB_TSM_SOGMV")},
+    qualities{codesOf(connection, "SELECT GKL, ID FROM GUETEKLASSE")},
+    qualityGroups{codesOf(connection, "SELECT SHORT, ID FROM BB_TSM_GUGMV1")}, strengths{codesOf(
+                                                                                   connection,
+                                                                                   "SELECT STKL, ID FROM STKL")},
+    ownerships{codesOf(connection, "SELECT SHORT, ID FROM BB_T_EIGENTUMSART")},
+    ownershipGroups{codesOf(connection, "SELECT SHORT, ID FROM BB_TSM_EAGMV1")},
+    destinations{idsOf(connection, "SELECT ID FROM BB_T_VERKAUFSZIEL ORDER BY ID")},
+    procedures{idsOf(connection, "SELECT ID FROM BB_T_VERKAUFSVERFAHREN WHERE SHORT IN ('ME','VE') ORDER BY ID")},
+    offices{idsOf(connection, "SELECT ID FROM ACCESS_LEVELS WHERE FUNKTIONSBEREICH = 'Forstamt' ORDER BY ID")},
+    districts{idsOf(connection, "SELECT ID FROM ACCESS_LEVELS WHERE FUNKTIONSBEREICH = 'Revier' ORDER BY ID")},
+    yards{idsOf(connection, "SELECT ID FROM HOLZPLATZ ORDER BY ID")}, databases{idsOf(
+                                                                          connection,
+                                                                          "SELECT ID FROM BB_T_DATENBANK ORDER BY ID")},
+    provinces{idsOf(connection, "SELECT ID FROM T_BUNDESLAND ORDER BY ID")},
+    methods{idsOf(connection, "SELECT ID FROM BB_T_MESSVERFAHREN WHERE SHORT IN ('KL','WV') ORDER BY ID")},
+    damages{idsOf(connection, "SELECT ID FROM BB_T_HOLZSCHADEN ORDER BY ID")}
+{}
+
+/// Buyers of timber register as bidders. Returns their number.
+std::int32_t writeBidders(ado::Connection& connection, const ReferenceOptions& options)
+{
+    constexpr std::size_t mostBidders = 60;
+    const Codes provinces = codesOf(connection, "SELECT SHORT, ID FROM T_BUNDESLAND");
+    const Codes countries = codesOf(connection, "SELECT SHORT, ID FROM BB_T_LAND");
+    const auto partners =
+        rowsOf(connection, "SELECT ID_PERSONAL, BEZEICHNUNG, STRASSE, PLZ, ORT, TELEFON, ISNULL(NATION,'') AS NATION, "
+                           "LEFT(ISNULL(PLZ,''),1) AS REGION FROM PERSONAL WHERE GRUPPE IN ('Säge','Handel') "
+                           "ORDER BY ID_PERSONAL");
+    Random random{options.seed, bidderStream};
+    BulkInsert row{connection, "BB_MV_BIETER", bidderColumns};
+    const std::size_t count = std::min(mostBidders, partners.size());
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::vector<Variant>& partner = partners[i * partners.size() / count];
+        const std::string country = partner.at(6).asString();
+        const auto number = static_cast<std::int32_t>(i + 1);
+        row[bidder("NUMMER")] = "B" + paddedNumber(number, 4);
+        row[bidder("ID_PERSONAL")] = partner.at(0);
+        row[bidder("NAME")] = partner.at(1);
+        row[bidder("STRASSE")] = partner.at(2);
+        row[bidder("PLZ")] = partner.at(3);
+        row[bidder("ORT")] = partner.at(4);
+        row[bidder("TELEFON")] = partner.at(5);
+        row[bidder("ID_BB_T_LAND")] = idOf(countries, country);
+        row[bidder("ID_T_BUNDESLAND")] = Null{};
+        if (country == "AT")
+            row[bidder("ID_T_BUNDESLAND")] = idOf(provinces, valueOf(provincesByPostcode, partner.at(7).asString()));
+        row[bidder("EMAIL")] = "holzeinkauf" + std::to_string(number) + "@example.com";
+        row[bidder("BURGSCHAFT")] = random.between(1, 20) * 5000.0;
+        row[bidder("BURGSCHAFT_BIS")] = Date{dayOf(options.baseDate).days + random.between(-400, 400)};
+        row.insert();
+    }
+    return static_cast<std::int32_t>(count);
+}
+
+void setSums(BulkInsert& row, const std::vector<Lot>& lots)
+{
+    std::int32_t count = 0;
+    double volume = 0.0;
+    double reserve = 0.0;
+    double revenue = 0.0;
+    for (const Lot& one : lots) {
+        count += one.number == 0 ? 0 : 1;
+        volume += one.volume;
+        reserve += one.reserve;
+        if (one.isSold) revenue += one.bids.front().amount;
+    }
+    row[sale("ANZAHL_LOSE")] = count;
+    row[sale("MENGE")] = thousandth(volume);
+    row[sale("ANSCHLAG")] = cents(reserve);
+    row[sale("ERLOS")] = cents(revenue);
+}
+
+void setSale(BulkInsert& row, Random& random, const Keys& keys, Date day, std::int32_t id)
+{
+    constexpr double removalDays = 90.0;
+    row[sale("NUMMER")] = documentNumber("MV", day, id);
+    row[sale("BEZEICHNUNG")] = std::string{random.pick(saleNames)} + " " + std::to_string(toCivil(day).year);
+    row[sale("ID_ACCESS_LEVELS")] = pickId(random, keys.offices);
+    row[sale("ID_BB_T_VERKAUFSZIEL")] = pickId(random, keys.destinations, 20);
+    row[sale("ID_BB_T_VERKAUFSVERFAHREN")] = pickId(random, keys.procedures);
+    row[sale("ABGABESCHLUSS")] = Date{day.days - random.between(1, 5)};
+    row[sale("VERKAUFSDATUM")] = day;
+    row[sale("UHRZEIT")] = drawTime(random, 9, 15);
+    row[sale("VERKAUFSORT")] = random.pick(salePlaces);
+    row[sale("FWJ")] = toCivil(day).year;
+    row[sale("ZAHLUNGSZIEL")] = random.chance(700) ? 14 : 30;
+    row[sale("ABFUHRFRIST")] = Date{day.days + removalDays};
+    if (random.chance(250)) row[sale("BEMERKUNG")] = random.pick(saleRemarks);
+}
+
+void setLot(BulkInsert& row, Random& random, const Keys& keys, Date day, const Lot& one)
+{
+    row[lot("LOS_NUMMER")] = std::to_string(one.number);
+    row[lot("BEZEICHNUNG")] = one.number == 0 ? std::string{"nicht eingeteilt"} : "Los " + std::to_string(one.number);
+    const std::int32_t level = random.pick(keys.districts);
+    row[lot("ID_ACCESS_LEVELS")] = level;
+    row[lot("ID_T_BUNDESLAND")] = idInTurn(keys.provinces, level);
+    row[lot("ID_HOLZPLATZ")] = pickId(random, keys.yards, 100);
+    row[lot("LAGERORT")] = random.pick(storagePlaces);
+    const auto& [ownership, group] = random.pick(ownershipGroups);
+    row[lot("ID_BB_T_EIGENTUMSART")] = idOf(keys.ownerships, ownership);
+    row[lot("ID_BB_TSM_EAGMV1")] = idOf(keys.ownershipGroups, group);
+    row[lot("ID_BB_T_DATENBANK")] = pickId(random, keys.databases, 20);
+    row[lot("LOSDATUM")] = Date{day.days - random.between(20, 60)};
+    row[lot("STUCK")] = one.pieces;
+    row[lot("MENGE")] = one.volume;
+    row[lot("ANSCHLAG")] = one.reserve;
+    if (random.chance(150)) row[lot("BEMERKUNG")] = random.pick(lotRemarks);
+    if (!one.isSold) return;
+    row[lot("ID_BB_MV_BIETER")] = one.bids.front().bidder;
+    row[lot("ZUSCHLAGSPREIS")] = one.bids.front().amount;
+    row[lot("ZUSCHLAGSDATUM")] = day;
+}
+
+void insertLine(BulkInsert& row, Random& random, const Keys& keys, const Line& one)
+{
+    row[line("STAMMNUMMER")] = paddedNumber(random.between(1, 99999), 5);
+    row[line("ID_HOLZART")] = idOf(keys.species, one.species->code);
+    row[line("ID_BB_TSM_BAGMV1")] = idOf(keys.speciesGroups, valueOf(speciesGroups, one.species->code));
+    row[line("ID_HOLZSORTE")] = idOf(keys.assortments, one.assortment);
+    row[line("ID_BB_TSM_SOGMV")] = idOf(keys.assortmentGroups, one.assortmentGroup);
+    row[line("ID_GUETEKLASSE")] = idOf(keys.qualities, one.quality);
+    row[line("ID_BB_TSM_GUGMV1")] = idOf(keys.qualityGroups, one.qualityGroup);
+    row[line("ID_STKL")] = idOf(keys.strengths, strengthClassOf(one.diameter));
+    row[line("ID_BB_T_MESSVERFAHREN")] = pickId(random, keys.methods);
+    row[line("ID_BB_T_HOLZSCHADEN")] = one.quality == "CX" ? pickId(random, keys.damages) : Variant{Null{}};
+    row[line("LANGE")] = one.length;
+    row[line("DURCHMESSER")] = one.diameter;
+    row[line("STUCK")] = one.pieces;
+    row[line("MENGE")] = one.volume;
+    row[line("ANSCHLAGSPREIS")] = one.reserve;
+    row[line("ANSCHLAG")] = one.amount;
+    row[line("BEMERKUNG")] = random.chance(100) ? Variant{random.pick(lineRemarks)} : Variant{Null{}};
+    row.insert();
+}
+
+void insertBid(BulkInsert& row, Random& random, Date day, std::size_t rank, const Bid& one)
+{
+    row[bid("ID_BB_MV_BIETER")] = one.bidder;
+    row[bid("ID_BB_T_KZ_ZUSCHLAG")] = static_cast<std::int32_t>(one.award);
+    row[bid("EINGANGSDATUM")] = Date{day.days - random.between(1, 14)};
+    row[bid("UHRZEIT")] = drawTime(random, 7, 18);
+    row[bid("GEBOT")] = one.price;
+    row[bid("BETRAG")] = one.amount;
+    row[bid("RANG")] = static_cast<std::int32_t>(rank);
+    row[bid("BEMERKUNG")] = random.chance(80) ? Variant{random.pick(bidRemarks)} : Variant{Null{}};
+    row.insert();
+}
+
+/// The statements of lots, and the ID that the next lot gets.
+class LotWriter {
+public:
+    LotWriter(ado::Connection& connection, const Keys& keys, Random& random) :
+        keys_{keys}, random_{random}, lots_{connection, "BB_MV_LOSE", lotColumns},
+        lines_{connection, "BB_MV_HOLZDATEN", lineColumns}, bids_{connection, "BB_MV_GEBOTE", bidColumns}
+    {}
+
+    void write(std::int32_t sale, Date day, const Lot& one)
+    {
+        lots_.clear();
+        lots_[lot("ID_BB_MV_VERKAUFSZIEL")] = sale;
+        setLot(lots_, random_, keys_, day, one);
+        lots_.insert();
+        ++id_;
+        lines_[line("ID_BB_MV_LOSE")] = id_;
+        for (const Line& part : one.lines)
+            insertLine(lines_, random_, keys_, part);
+        bids_[bid("ID_BB_MV_LOSE")] = id_;
+        for (std::size_t i = 0; i < one.bids.size(); ++i)
+            insertBid(bids_, random_, day, i + 1, one.bids[i]);
+    }
+
+private:
+    const Keys& keys_;
+    Random& random_;
+    BulkInsert lots_;
+    BulkInsert lines_;
+    BulkInsert bids_;
+    std::int32_t id_ = 0;
+};
+
+} // namespace
+
+void writeSalesByBid(ado::Connection& connection, const ReferenceOptions& options)
+{
+    constexpr double daysToAward = 21.0;
+    if (options.records == 0) return;
+    const std::int32_t bidders = writeBidders(connection, options);
+    const Keys keys{connection};
+    Random random{options.seed, saleStream};
+    Random ofRows{options.seed, rowStream};
+    BulkInsert head{connection, "BB_MV_VERKAUFSZIEL", saleColumns};
+    LotWriter lots{connection, keys, ofRows};
+    for (std::int32_t id = 1; id <= options.records; ++id) {
+        const Date day = drawDay(random, options);
+        const Variant cancelled = drawCancelDay(random, day, options);
+        const bool decided = cancelled.isNull() && day.days + daysToAward < dayOf(options.baseDate).days;
+        const std::vector<Lot> drawn = bids::drawLots(random, bidders, decided);
+        head.clear();
+        setSale(head, random, keys, day, id);
+        setSums(head, drawn);
+        head[sale("ABGESCHLOSSEN")] = decided;
+        head[sale("STORNODATUM")] = cancelled;
+        head.insert();
+        for (const Lot& one : drawn)
+            lots.write(id, day, one);
+    }
+}
+
+} // namespace tamarok::database

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <vector>
+
+#include "areas/inventory.h"
+#include "timber_profile.h"
+
+/// Lots of timber sales by bid with their lines and bids, as they are drawn before they are written.
+namespace tamarok::database::bids {
+
+/// BB_T_KZ_ZUSCHLAG.ID
+enum class Award : std::int32_t { given = 1, refused, reserved, withdrawn };
+
+/// A measured line: one valuable log, or several alike.
+struct Line {
+    const profile::Species* species = nullptr;
+    std::string_view assortment, assortmentGroup; ///< HOLZSORTE.HS, BB_TSM_SOGMV.SHORT
+    std::string_view quality, qualityGroup;       ///< GUETEKLASSE.GKL, BB_TSM_GUGMV1.SHORT
+    std::int32_t diameter = 0;                    ///< in cm
+    double length = 0.0;                          ///< in m
+    std::int32_t pieces = 1;
+    double volume = 0.0;  ///< in cubic metres
+    double reserve = 0.0; ///< euro per cubic metre
+    double amount = 0.0;  ///< reserve price in euro
+};
+
+/// A bid; the first of a lot is the highest.
+struct Bid {
+    std::int32_t bidder = 0;
+    double price = 0.0;  ///< euro per cubic metre
+    double amount = 0.0; ///< euro for the lot
+    Award award = Award::refused;
+};
+
+struct Lot {
+    std::int32_t number = 0; ///< 0 for timber that is not divided into lots yet
+    std::vector<Line> lines;
+    std::vector<Bid> bids;
+    std::int32_t pieces = 0;
+    double volume = 0.0;
+    double reserve = 0.0; ///< euro
+    bool isSold = false;  ///< to the first bid
+};
+
+/// Returns the lots of a sale. @param decided  whether the highest bids have got their award
+std::vector<Lot> drawLots(Random& random, std::int32_t bidders, bool decided);
+
+} // namespace tamarok::database::bids

@@ -1,0 +1,24 @@
+#include "areas/inventory_bookings.h"
+
+namespace tamarok::database::bookings {
+
+Booking drawBooking(Random& random)
+{
+    constexpr double cubicMetresPerHour = 8.0;
+    constexpr double plantsPerHour = 60.0;
+    Booking booking;
+    booking.kind = &random.pickWeighted(kinds);
+    const Kind& kind = *booking.kind;
+    const double drawn = random.between(kind.leastQuantity, kind.mostQuantity);
+    booking.quantity = kind.unit == "Stk" ? static_cast<double>(static_cast<std::int32_t>(drawn)) : cents(drawn);
+    booking.price = cents(random.between(kind.leastPrice, kind.mostPrice));
+    const double amount = cents(booking.quantity * booking.price);
+    (kind.isRevenue ? booking.revenue : booking.costs) = amount;
+    if (kind.isRevenue) return booking;
+    if (kind.unit == "Std") booking.hours = booking.quantity;
+    if (kind.subject == Subject::timber) booking.hours = cents(booking.quantity / cubicMetresPerHour);
+    if (kind.subject == Subject::goods) booking.hours = cents(booking.quantity / plantsPerHour);
+    return booking;
+}
+
+} // namespace tamarok::database::bookings

@@ -1,0 +1,390 @@
+#include <array>
+#include <vector>
+
+#include "areas/sales_parts.h"
+
+namespace tamarok::database::sales {
+namespace {
+
+constexpr std::uint64_t billingStream = 1'000'000'000'040;
+
+constexpr std::array headColumns{text("FA_NUMMER"),
+                                 whole("ID_ACCESS_LEVELS"),
+                                 whole("ID_LIEFERANT"),
+                                 whole("ID_BB_T_RECHNUNGSTYP"),
+                                 whole("ID_BB_T_ANGEBOTSTYP"),
+                                 day("FA_DATUM"),
+                                 day("STORNODATUM"),
+                                 whole("ID_PERSONAL"),
+                                 whole("ID_ANGEBOT"),
+                                 text("BETREFF"),
+                                 text("BEMERKUNG"),
+                                 text("KASSENZEICHEN"),
+                                 day("GULTIG_BIS"),
+                                 day("LEISTUNG_VON"),
+                                 day("LEISTUNG_BIS"),
+                                 day("FALLIG_AM"),
+                                 day("BEZAHLT_AM"),
+                                 number("SKONTO"),
+                                 number("NETTO"),
+                                 number("MWST"),
+                                 number("BRUTTO"),
+                                 flag("FREIGABE"),
+                                 whole("ID_BB_HAUSHALT"),
+                                 whole("ID_HH_KAPITEL"),
+                                 whole("ID_HH_TITEL"),
+                                 whole("ID_BB_T_UNTERKONTO"),
+                                 whole("ID_BUCHNR"),
+                                 whole("ID_BB_T_KASSE"),
+                                 whole("ID_BB_T_FSC"),
+                                 whole("ID_BB_HAB_RECHNUNG"),
+                                 whole("ID_BB_HAB_ANGEBOT")};
+
+constexpr std::array positionColumns{whole("ID_BB_FAKTURA_KOPF"),
+                                     whole("POSITIONSNUMMER"),
+                                     text("BEZEICHNUNG"),
+                                     day("LEISTUNGSDATUM"),
+                                     number("MENGE"),
+                                     number("EINZELPREIS"),
+                                     number("RABATT"),
+                                     number("NETTO"),
+                                     number("MWST_SATZ"),
+                                     number("MWST"),
+                                     number("BRUTTO"),
+                                     number("STUNDEN"),
+                                     whole("ID_WARENKATALOG"),
+                                     whole("ID_WARENEINHEIT"),
+                                     whole("ID_KOSTENSTELLE"),
+                                     whole("ID_KOSTENART"),
+                                     whole("ID_LEISTUNGSART"),
+                                     whole("ID_PRODUKT"),
+                                     whole("ID_BB_AUFTRAG_KOPF"),
+                                     whole("ID_BB_T_PROJEKT_PLANUNG"),
+                                     whole("ID_BB_T_OBJEKTE"),
+                                     whole("ID_BB_T_LEI_ARBEITSVERFAHEREN"),
+                                     whole("ID_WALDORT"),
+                                     whole("ID_HOLZART"),
+                                     whole("ID_BB_HAB"),
+                                     whole("ID_BB_JAGDBEZIRKE"),
+                                     whole("ID_BB_WILDURSPRUNGS"),
+                                     whole("ID_BB_T_WILDART"),
+                                     whole("ID_BB_T_ABGABEART_VERWENDUNG"),
+                                     whole("ID_BB_T_TARIFSTELLE"),
+                                     whole("ID_BB_T_ENTGELTART"),
+                                     whole("ID_MWST"),
+                                     whole("ID_BB_T_MEHRWERTSTEUER_HERLEITUNG"),
+                                     whole("ID_BB_T_KZ_MEHRWERTSTEUER"),
+                                     whole("ID_BB_T_MEHRWERTSTEUER"),
+                                     whole("ID_BB_TSP_MWSCHL"),
+                                     whole("ID_ACCESS_LEVELS")};
+
+constexpr std::array receiptColumns{
+    whole("ID_BB_FAKTURA_KOPF"), whole("NUMMER"),   whole("ID_BB_T_ZU_U_ABSCHLAGE_Z_ROH"),
+    text("BEZEICHNUNG"),         number("PROZENT"), number("NETTO"),
+    number("MWST_SATZ"),         number("MWST"),    number("BRUTTO")};
+
+/// One record in so many is an offer; the invoice after it may rest on it.
+constexpr std::int32_t offerEvery = 4;
+
+// Keys of WARENGRUPPE.
+constexpr std::int32_t firewoodGroup = 3;
+constexpr std::int32_t gameGroup = 5;
+constexpr std::int32_t servicesGroup = 7;
+
+/// A rate of turnover tax with its keys in MWST, BB_T_MEHRWERTSTEUER, BB_T_KZ_MEHRWERTSTEUER and BB_TSP_MWSCHL.
+struct TaxRate {
+    double percent;
+    std::int32_t rate, key, mark, assignment;
+};
+constexpr std::array<TaxRate, 4> taxRates{
+    {{20.0, 1, 1, 1, 1}, {13.0, 2, 2, 2, 2}, {10.0, 3, 3, 1, 3}, {0.0, 4, 4, 4, 6}}};
+constexpr const TaxRate& standardRate = taxRates.front();
+constexpr const TaxRate& noTax = taxRates.back();
+
+constexpr std::array<double, 6> discounts{0.0, 0.0, 0.0, 3.0, 5.0, 10.0};
+constexpr std::array<double, 3> cashDiscounts{0.0, 2.0, 3.0};
+/// What a record is about, by the group of goods of its first position.
+struct Subject {
+    std::int32_t group; ///< WARENGRUPPE.GRUPPE_ID
+    std::string_view text;
+};
+constexpr std::array<Subject, 7> subjects{{{1, "Forstpflanzen und Kulturen"},
+                                           {2, "Zaunmaterial"},
+                                           {3, "Brennholzverkauf"},
+                                           {5, "Wildbretverkauf"},
+                                           {6, "Christbäume und Reisig"},
+                                           {7, "Forstliche Dienstleistungen"},
+                                           {8, "Betriebsmittel"}}};
+constexpr std::array<std::string_view, 4> remarks{"Abholung nach Terminabsprache", "Zahlung vor Abfuhr",
+                                                  "Preise frei Waldstraße", "Mengen laut Werksmaß"};
+constexpr std::array<std::string_view, 3> surcharges{"Zuschlag Zertifikat", "Abschlag Rotfäule", "Zuschlag Sortierung"};
+constexpr std::array<double, 3> surchargePercents{1.5, -4.0, 2.5};
+
+/// An amount with its tax; the total of records and the value of their parts.
+struct Amount {
+    double net = 0.0, tax = 0.0;
+
+    double gross() const { return cents(net + tax); }
+    void add(const Amount& other)
+    {
+        net = cents(net + other.net);
+        tax = cents(tax + other.tax);
+    }
+};
+
+std::string_view subjectOf(std::int32_t group)
+{
+    for (const Subject& subject : subjects)
+        if (subject.group == group) return subject.text;
+    return "Sonstige Erlöse";
+}
+
+Amount taxed(double net, const TaxRate& rate)
+{
+    return {cents(net), cents(cents(net) * rate.percent / 100.0)};
+}
+
+struct Record {
+    std::int32_t number = 0; ///< BB_FAKTURA_KOPF.ID
+    bool isOffer = false;
+    std::int32_t offer = 0; ///< number of the offer that an invoice rests on, 0 for none
+    std::int32_t customer = 0, supplier = 0;
+    Date day;
+};
+
+struct Position {
+    const Article* article = nullptr;
+    const TaxRate* rate = nullptr;
+    double price = 0.0, quantity = 0.0, discount = 0.0;
+    Amount amount;
+};
+
+struct Receipt {
+    std::int32_t kind = 0; ///< BB_FAKTURA_ZARP.NUMMER
+    std::string_view text;
+    double percent = 0.0;
+    Amount amount;
+};
+
+class BillingWriter {
+public:
+    BillingWriter(ado::Connection& connection, const ReferenceOptions& options, const Keys& keys) :
+        random_{options.seed, billingStream}, keys_{keys}, options_{options}, articles_{readArticles(connection)},
+        budgets_{readIds(connection, "SELECT ID FROM BB_HAUSHALT ORDER BY ID")},
+        surchargeKeys_{readIds(connection, "SELECT ID FROM BB_T_ZU_U_ABSCHLAGE_Z_ROH ORDER BY ID")},
+        costCentres_{readIds(connection, "SELECT ID FROM KOSTENSTELLE ORDER BY ID")},
+        costTypes_{readIds(connection, "SELECT ID FROM KOSTENART WHERE ERLOSE = 1 ORDER BY ID")},
+        services_{readIds(connection, "SELECT ID FROM LEISTUNGSART ORDER BY ID")},
+        products_{readIds(connection, "SELECT ID FROM PRODUKT ORDER BY ID")},
+        assets_{readIds(connection, "SELECT ID FROM BB_T_OBJEKTE ORDER BY ID")},
+        methods_{readIds(connection, "SELECT ID FROM BB_T_LEI_ARBEITSVERFAHEREN ORDER BY ID")},
+        species_{readIds(connection, "SELECT ID FROM HOLZART ORDER BY ID")},
+        harvestLines_{
+            readIds(connection, "SELECT TOP " + std::to_string(options.records) + " ID FROM BB_HAB ORDER BY ID")},
+        game_{readIds(connection, "SELECT ID FROM BB_T_WILDART ORDER BY ID")},
+        uses_{readIds(connection, "SELECT ID FROM BB_T_ABGABEART_VERWENDUNG ORDER BY ID")}, heads_{connection,
+                                                                                                   "BB_FAKTURA_KOPF",
+                                                                                                   headColumns},
+        rows_{connection, "BB_FAKTURA_ARTIKEL", positionColumns}, receipts_{connection, "BB_FAKTURA_ZARP",
+                                                                            receiptColumns}
+    {}
+
+    void write(std::int32_t number)
+    {
+        const Record record = drawRecord(number);
+        std::vector<Position> positions;
+        Amount total;
+        for (std::int32_t i = random_.between(1, 6); i > 0; --i) {
+            positions.push_back(drawPosition());
+            total.add(positions.back().amount);
+        }
+        const std::vector<Receipt> receipts = drawReceipts(total.net);
+        for (const Receipt& receipt : receipts)
+            total.add(receipt.amount);
+        insertHead(record, subjectOf(positions.front().article->group), total);
+        for (std::size_t i = 0; i < positions.size(); ++i)
+            insertPosition(record, positions[i], static_cast<std::int32_t>(i + 1) * 10);
+        for (const Receipt& receipt : receipts)
+            insertReceipt(record, receipt);
+        previous_ = record;
+    }
+
+private:
+    /// An invoice that rests on an offer goes to the same customer, after it.
+    Record drawRecord(std::int32_t number)
+    {
+        Record record;
+        record.number = number;
+        record.isOffer = number % offerEvery == 1;
+        record.customer = random_.pick(random_.chance(800) ? keys_.customers : keys_.owners);
+        record.supplier = random_.pick(keys_.owners);
+        record.day = drawDay(random_, options_.baseDate);
+        if (previous_.isOffer && random_.chance(700)) {
+            record.offer = previous_.number;
+            record.customer = previous_.customer;
+            record.supplier = previous_.supplier;
+            record.day = notAfter(previous_.day, random_.between(7, 45), options_.baseDate);
+        }
+        return record;
+    }
+
+    Position drawPosition()
+    {
+        Position position;
+        position.article = &random_.pick(articles_);
+        position.price = cents(position.article->price * random_.between(0.95, 1.05));
+        position.quantity = drawQuantity(random_, *position.article);
+        position.discount = random_.pick(discounts);
+        position.rate = &noTax;
+        for (const TaxRate& rate : taxRates)
+            if (rate.percent == position.article->tax && !random_.chance(40)) position.rate = &rate;
+        position.amount = taxed(position.price * position.quantity * (1.0 - position.discount / 100.0), *position.rate);
+        return position;
+    }
+
+    /// @param net  of the positions; the first receipt is a part of it
+    std::vector<Receipt> drawReceipts(double net)
+    {
+        std::vector<Receipt> receipts;
+        if (random_.chance(400)) {
+            const std::size_t kind = random_.below(static_cast<std::uint32_t>(surcharges.size()));
+            const double percent = surchargePercents.at(kind);
+            receipts.push_back({1, surcharges.at(kind), percent, taxed(net * percent / 100.0, standardRate)});
+        }
+        if (random_.chance(250))
+            receipts.push_back(
+                {2, "Bearbeitungsgebühr", 0.0, taxed(static_cast<double>(random_.between(3, 9)) * 5.0, standardRate)});
+        return receipts;
+    }
+
+    void insertHead(const Record& record, std::string_view subject, const Amount& total)
+    {
+        const Date due{record.day.days + 30.0};
+        const bool isCancelled = random_.chance(30);
+        const bool isPaid = !record.isOffer && !isCancelled && due.days + 20.0 < options_.baseDate.days;
+        const Date begin{record.day.days - static_cast<double>(random_.between(10, 40))};
+        const std::int32_t title = random_.between(1, 6);
+        const auto inDays = [&](std::int32_t low, std::int32_t high) {
+            return Variant{notAfter(record.day, random_.between(low, high), options_.baseDate)};
+        };
+        const auto ifOffer = [&](Variant value) { return record.isOffer ? std::move(value) : Variant{Null{}}; };
+        const auto ifInvoice = [&](Variant value) { return record.isOffer ? Variant{Null{}} : std::move(value); };
+        insertRow(heads_,
+                  {numberOfYear(record.isOffer ? "AG" : "FA", record.day, record.number),
+                   pickOrNull(random_, keys_.districts),
+                   record.supplier,
+                   ifInvoice(random_.between(1, 4)),
+                   ifOffer(random_.between(1, 4)),
+                   record.day,
+                   isCancelled ? inDays(1, 30) : Variant{Null{}},
+                   record.customer,
+                   record.offer == 0 ? Variant{Null{}} : Variant{record.offer},
+                   subject,
+                   orNull(random_, 500, random_.pick(remarks)),
+                   ifInvoice(numbered("KZ", record.number * 13 + 4711, 8)),
+                   ifOffer(Date{record.day.days + 42.0}),
+                   begin,
+                   Date{begin.days + 7.0},
+                   ifInvoice(due),
+                   isPaid ? inDays(5, 50) : Variant{Null{}},
+                   random_.pick(cashDiscounts),
+                   total.net,
+                   total.tax,
+                   total.gross(),
+                   isPaid || random_.chance(600),
+                   pickOrNull(random_, budgets_),
+                   (title + 1) / 2,
+                   title,
+                   random_.between(1, 4),
+                   random_.between(1, 8),
+                   random_.between(1, 3),
+                   orNull(random_, 100, random_.between(1, 3)),
+                   ifInvoice(pickOrNull(random_, harvestLines_, 300)),
+                   record.isOffer || record.offer != 0 ? pickOrNull(random_, harvestLines_, 300) : Variant{Null{}}});
+    }
+
+    /// A head of another area; all of them have the IDs 1 to `records`.
+    Variant otherHead() { return random_.between(1, options_.records); }
+
+    Variant keyOf(bool isOfGroup, const Ids& ids)
+    {
+        return isOfGroup ? pickOrNull(random_, ids, 100) : Variant{Null{}};
+    }
+    static Variant valueOf(bool isOfGroup, Variant value) { return isOfGroup ? std::move(value) : Variant{Null{}}; }
+
+    void insertPosition(const Record& record, const Position& position, std::int32_t place)
+    {
+        const Article& article = *position.article;
+        const TaxRate& rate = *position.rate;
+        const bool isTimber = article.group == firewoodGroup;
+        const bool isGame = article.group == gameGroup;
+        const bool isService = article.group == servicesGroup;
+        insertRow(rows_, {record.number,
+                          place,
+                          article.text,
+                          Date{record.day.days - static_cast<double>(random_.between(1, 20))},
+                          position.quantity,
+                          position.price,
+                          position.discount,
+                          position.amount.net,
+                          rate.percent,
+                          position.amount.tax,
+                          position.amount.gross(),
+                          valueOf(isService, static_cast<double>(random_.between(8, 160)) / 2.0),
+                          article.id,
+                          article.unit,
+                          pickOrNull(random_, costCentres_),
+                          pickOrNull(random_, costTypes_),
+                          pickOrNull(random_, services_),
+                          pickOrNull(random_, products_),
+                          orNull(random_, 200, otherHead()),
+                          pickOrNull(random_, keys_.projects, 300),
+                          pickOrNull(random_, assets_, 500),
+                          keyOf(isService, methods_),
+                          pickOrNull(random_, keys_.locations, 200),
+                          keyOf(isTimber, species_),
+                          keyOf(isTimber, harvestLines_),
+                          valueOf(isGame, otherHead()),
+                          valueOf(isGame, otherHead()),
+                          keyOf(isGame, game_),
+                          keyOf(isTimber, uses_),
+                          valueOf(isService, random_.between(1, 4)),
+                          valueOf(isService, random_.between(1, 4)),
+                          rate.rate,
+                          random_.between(1, 3),
+                          rate.mark,
+                          rate.key,
+                          rate.assignment,
+                          pickOrNull(random_, keys_.districts)});
+    }
+
+    void insertReceipt(const Record& record, const Receipt& receipt)
+    {
+        const bool isSurcharge = receipt.kind == 1;
+        insertRow(receipts_, {record.number, receipt.kind, keyOf(isSurcharge, surchargeKeys_), receipt.text,
+                              valueOf(isSurcharge, receipt.percent), receipt.amount.net, standardRate.percent,
+                              receipt.amount.tax, receipt.amount.gross()});
+    }
+
+    Random random_;
+    const Keys& keys_;
+    const ReferenceOptions& options_;
+    std::vector<Article> articles_;
+    Ids budgets_, surchargeKeys_, costCentres_, costTypes_, services_, products_, assets_, methods_, species_;
+    Ids harvestLines_, game_, uses_;
+    BulkInsert heads_, rows_, receipts_;
+    Record previous_;
+};
+
+} // namespace
+
+void writeBilling(ado::Connection& connection, const ReferenceOptions& options, const Keys& keys)
+{
+    BillingWriter writer{connection, options, keys};
+    // The numbers are those that the database gives the rows.
+    const std::int32_t existing = readNumber(connection, "SELECT ISNULL(MAX(ID),0) FROM BB_FAKTURA_KOPF");
+    for (std::int32_t number = existing + 1; number <= options.records; ++number)
+        writer.write(number);
+}
+
+} // namespace tamarok::database::sales
