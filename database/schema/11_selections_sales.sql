@@ -537,7 +537,7 @@ CREATE TABLE BB_TSP_MW_HOLZ_AG (
 )
 GO
 
--- One row per tax key of other receipts by type of invoice and kind of taxation.
+-- One row per tax key of surcharges on raw timber by type of invoice and kind of taxation.
 CREATE TABLE BB_TSP_MW_ZARP (
     ID INT NOT NULL PRIMARY KEY,
     ID_BB_T_ID_RECHNUNGSTYP INT,
@@ -546,7 +546,7 @@ CREATE TABLE BB_TSP_MW_ZARP (
 )
 GO
 
--- One row per tax key of other receipts by type of offer and kind of taxation.
+-- One row per tax key of surcharges on raw timber by type of offer and kind of taxation.
 CREATE TABLE BB_TSP_MW_ZARP_AG (
     ID INT NOT NULL PRIMARY KEY,
     ID_BB_T_ANGEBOTSTYP INT,

@@ -133,6 +133,8 @@ TEST_F(PeopleRecords, TotalsAreThoseOfThePositions)
         "FROM "
         "BB_WALDARBEITERLOHN_KOPF GROUP BY ID_BB_SCHNITTSTELLE_KOPF) P ON P.ID_BB_SCHNITTSTELLE_KOPF = T.ID WHERE "
         "ABS(T.BETRAG-ISNULL(P.B,0)) > 0.001",
+        "SELECT P.ID_PERSONAL FROM PERSONAL P INNER JOIN (SELECT ID_PERSONAL, SUM(FLAECHE) AS F FROM WB_WALDORT_ZUORD "
+        "GROUP BY ID_PERSONAL) W ON W.ID_PERSONAL = P.ID_PERSONAL WHERE W.F > P.HEKTAR + 0.001",
     };
     for (const std::string& statement : wrong)
         EXPECT_EQ(content(connection_, statement), "") << statement;

@@ -76,7 +76,7 @@ void decide(Random& random, Lot& lot)
     lot.isSold = lot.bids.front().amount >= lot.reserve * leastPart;
     lot.bids.front().award = lot.isSold ? Award::given : Award::reserved;
     for (std::size_t i = 1; i < lot.bids.size(); ++i)
-        if (random.chance(20)) lot.bids[i].award = Award::withdrawn;
+        lot.bids[i].award = random.chance(20) ? Award::withdrawn : Award::refused;
 }
 
 void drawBids(Random& random, Lot& lot, std::int32_t bidders)
@@ -87,7 +87,7 @@ void drawBids(Random& random, Lot& lot, std::int32_t bidders)
     const double perCubicMetre = lot.reserve / lot.volume;
     for (std::int32_t i = 0; i < count; ++i) {
         const double price = cents(perCubicMetre * random.between(0.85, 1.6));
-        lot.bids.push_back({1 + (first + i) % bidders, price, cents(price * lot.volume), Award::refused});
+        lot.bids.push_back({1 + (first + i) % bidders, price, cents(price * lot.volume), Award::open});
     }
     std::ranges::stable_sort(lot.bids, std::ranges::greater{}, &Bid::price);
 }

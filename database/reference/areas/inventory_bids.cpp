@@ -114,8 +114,8 @@ consteval std::size_t bidder(std::string_view name)
     return placeOf(bidderColumns, name);
 }
 
-constexpr std::array<std::string_view, 4> saleNames{"Wertholzsubmission", "Meistgebotsverkauf", "Stammholzsubmission",
-                                                    "Laubholzsubmission"};
+constexpr std::array<std::string_view, 4> saleNames{"Meistgebotsverkauf Wertholz", "Meistgebotsverkauf Stammholz",
+                                                    "Submission Starkholz", "Holzmarkt"};
 constexpr std::array<std::string_view, 5> salePlaces{
     "Gasthof Post, Grünau", "Forstamt Weißensee", "Wertholzplatz Hochstein", "Gemeindesaal Auwald", "Forstamt Ahornau"};
 constexpr std::array<std::string_view, 6> storagePlaces{"Wertholzplatz Hochstein", "Forststraße Grünau, km 2,4",
@@ -248,21 +248,26 @@ void setSums(BulkInsert& row, const std::vector<Lot>& lots)
     row[sale("ERLOS")] = cents(revenue);
 }
 
-void setSale(BulkInsert& row, Random& random, const Keys& keys, Date day, std::int32_t id)
+/// The days of a sale: the last one for bids and that of their opening.
+struct Days {
+    Date deadline, sale;
+};
+
+void setSale(BulkInsert& row, Random& random, const Keys& keys, const Days& days, std::int32_t id)
 {
     constexpr double removalDays = 90.0;
-    row[sale("NUMMER")] = documentNumber("MV", day, id);
-    row[sale("BEZEICHNUNG")] = std::string{random.pick(saleNames)} + " " + std::to_string(toCivil(day).year);
+    row[sale("NUMMER")] = documentNumber("MV", days.sale, id);
+    row[sale("BEZEICHNUNG")] = std::string{random.pick(saleNames)} + " " + std::to_string(toCivil(days.sale).year);
     row[sale("ID_ACCESS_LEVELS")] = pickId(random, keys.offices);
     row[sale("ID_BB_T_VERKAUFSZIEL")] = pickId(random, keys.destinations, 20);
     row[sale("ID_BB_T_VERKAUFSVERFAHREN")] = pickId(random, keys.procedures);
-    row[sale("ABGABESCHLUSS")] = Date{day.days - random.between(1, 5)};
-    row[sale("VERKAUFSDATUM")] = day;
+    row[sale("ABGABESCHLUSS")] = days.deadline;
+    row[sale("VERKAUFSDATUM")] = days.sale;
     row[sale("UHRZEIT")] = drawTime(random, 9, 15);
     row[sale("VERKAUFSORT")] = random.pick(salePlaces);
-    row[sale("FWJ")] = toCivil(day).year;
+    row[sale("FWJ")] = toCivil(days.sale).year;
     row[sale("ZAHLUNGSZIEL")] = random.chance(700) ? 14 : 30;
-    row[sale("ABFUHRFRIST")] = Date{day.days + removalDays};
+    row[sale("ABFUHRFRIST")] = Date{days.sale.days + removalDays};
     if (random.chance(250)) row[sale("BEMERKUNG")] = random.pick(saleRemarks);
 }
 
@@ -312,11 +317,12 @@ void insertLine(BulkInsert& row, Random& random, const Keys& keys, const Line& o
     row.insert();
 }
 
-void insertBid(BulkInsert& row, Random& random, Date day, std::size_t rank, const Bid& one)
+void insertBid(BulkInsert& row, Random& random, Date deadline, std::size_t rank, const Bid& one)
 {
     row[bid("ID_BB_MV_BIETER")] = one.bidder;
-    row[bid("ID_BB_T_KZ_ZUSCHLAG")] = static_cast<std::int32_t>(one.award);
-    row[bid("EINGANGSDATUM")] = Date{day.days - random.between(1, 14)};
+    row[bid("ID_BB_T_KZ_ZUSCHLAG")] =
+        one.award == bids::Award::open ? Variant{Null{}} : Variant{static_cast<std::int32_t>(one.award)};
+    row[bid("EINGANGSDATUM")] = Date{deadline.days - random.between(0, 12)};
     row[bid("UHRZEIT")] = drawTime(random, 7, 18);
     row[bid("GEBOT")] = one.price;
     row[bid("BETRAG")] = one.amount;
@@ -333,11 +339,11 @@ public:
         lines_{connection, "BB_MV_HOLZDATEN", lineColumns}, bids_{connection, "BB_MV_GEBOTE", bidColumns}
     {}
 
-    void write(std::int32_t sale, Date day, const Lot& one)
+    void write(std::int32_t sale, const Days& days, const Lot& one)
     {
         lots_.clear();
         lots_[lot("ID_BB_MV_VERKAUFSZIEL")] = sale;
-        setLot(lots_, random_, keys_, day, one);
+        setLot(lots_, random_, keys_, days.sale, one);
         lots_.insert();
         ++id_;
         lines_[line("ID_BB_MV_LOSE")] = id_;
@@ -345,7 +351,7 @@ public:
             insertLine(lines_, random_, keys_, part);
         bids_[bid("ID_BB_MV_LOSE")] = id_;
         for (std::size_t i = 0; i < one.bids.size(); ++i)
-            insertBid(bids_, random_, day, i + 1, one.bids[i]);
+            insertBid(bids_, random_, days.deadline, i + 1, one.bids[i]);
     }
 
 private:
@@ -371,17 +377,18 @@ void writeSalesByBid(ado::Connection& connection, const ReferenceOptions& option
     LotWriter lots{connection, keys, ofRows};
     for (std::int32_t id = 1; id <= options.records; ++id) {
         const Date day = drawDay(random, options);
+        const Days days{Date{day.days - random.between(1, 5)}, day};
         const Variant cancelled = drawCancelDay(random, day, options);
         const bool decided = cancelled.isNull() && day.days + daysToAward < dayOf(options.baseDate).days;
         const std::vector<Lot> drawn = bids::drawLots(random, bidders, decided);
         head.clear();
-        setSale(head, random, keys, day, id);
+        setSale(head, random, keys, days, id);
         setSums(head, drawn);
         head[sale("ABGESCHLOSSEN")] = decided;
         head[sale("STORNODATUM")] = cancelled;
         head.insert();
         for (const Lot& one : drawn)
-            lots.write(id, day, one);
+            lots.write(id, days, one);
     }
 }
 

@@ -8,8 +8,8 @@
 /// Lots of timber sales by bid with their lines and bids, as they are drawn before they are written.
 namespace tamarok::database::bids {
 
-/// BB_T_KZ_ZUSCHLAG.ID
-enum class Award : std::int32_t { given = 1, refused, reserved, withdrawn };
+/// BB_T_KZ_ZUSCHLAG.ID; 0 as long as the sale is not decided.
+enum class Award : std::int32_t { open, given, refused, reserved, withdrawn };
 
 /// A measured line: one valuable log, or several alike.
 struct Line {
@@ -29,7 +29,7 @@ struct Bid {
     std::int32_t bidder = 0;
     double price = 0.0;  ///< euro per cubic metre
     double amount = 0.0; ///< euro for the lot
-    Award award = Award::refused;
+    Award award = Award::open;
 };
 
 struct Lot {

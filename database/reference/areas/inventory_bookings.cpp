@@ -2,13 +2,24 @@
 
 namespace tamarok::database::bookings {
 
-Booking drawBooking(Random& random)
+const Kind& drawKind(Random& random)
+{
+    return random.pickWeighted(kinds);
+}
+
+const Kind& drawKind(Random& random, Origin origin)
+{
+    std::vector<const Kind*> fitting;
+    for (const Kind& kind : kinds)
+        if (kind.origin == origin) fitting.push_back(&kind);
+    return *random.pick(fitting);
+}
+
+Booking drawBooking(Random& random, const Kind& kind)
 {
     constexpr double cubicMetresPerHour = 8.0;
     constexpr double plantsPerHour = 60.0;
-    Booking booking;
-    booking.kind = &random.pickWeighted(kinds);
-    const Kind& kind = *booking.kind;
+    Booking booking{.kind = &kind};
     const double drawn = random.between(kind.leastQuantity, kind.mostQuantity);
     booking.quantity = kind.unit == "Stk" ? static_cast<double>(static_cast<std::int32_t>(drawn)) : cents(drawn);
     booking.price = cents(random.between(kind.leastPrice, kind.mostPrice));

@@ -1,6 +1,9 @@
+#include <algorithm>
 #include <array>
 
 #include "areas/inventory_bookings.h"
+
+#include "tamarok/convert.h"
 
 namespace tamarok::database {
 namespace {
@@ -98,14 +101,33 @@ constexpr std::array<Check, 6> checks{{
 }};
 constexpr std::array<std::string_view, 3> remarks{"Nachlieferung", "ersetzt fehlerhafte Datei", "Monatsabschluss"};
 
+/// IDs by the ID of what they belong to.
+using IdsByOwner = std::map<std::int32_t, std::vector<std::int32_t>>;
+
+/// Returns the IDs of a query that selects the ID of an owner and an ID. Errors: provider failures.
+IdsByOwner idsByOwner(ado::Connection& connection, std::string_view query)
+{
+    IdsByOwner ids;
+    for (const std::vector<Variant>& row : rowsOf(connection, query))
+        ids[convert::toLong(row.at(0))].push_back(convert::toLong(row.at(1)));
+    return ids;
+}
+
+/// One of the IDs of an owner; Null for one without any.
+Variant pickOf(Random& random, const IdsByOwner& ids, std::int32_t owner)
+{
+    const auto found = ids.find(owner);
+    return found == ids.end() ? Variant{Null{}} : pickId(random, found->second);
+}
+
 /// The keys to which records refer.
 struct Keys {
     explicit Keys(ado::Connection& connection);
 
-    Codes services, accounts, products, units;
-    std::vector<std::int32_t> offices, districts, costCentres, places, owners, orders, projects, objects, methods,
-        marks;
-    std::vector<std::int32_t> species, assortments, goods, measures, subAccounts;
+    Codes services, accounts, products, units, assortments, measures, marks, subAccounts, objectGroups;
+    IdsByOwner costCentres, places; ///< by the forest district
+    IdsByOwner objects;             ///< by their group
+    std::vector<std::int32_t> offices, districts, owners, projects, timberMethods, otherMethods, species, goods;
 };
 
 Keys::Keys(ado::Connection& connection) :
@@ -113,21 +135,27 @@ Keys::Keys(ado::Connection& connection) :
     accounts{codesOf(connection, "SELECT NUMBER, ID FROM KOSTENART WHERE TABLE_NAME = 'FORST'")},
     products{codesOf(connection, "SELECT NUMBER, ID FROM PRODUKT WHERE TABLE_NAME = 'FORST'")},
     units{codesOf(connection, "SELECT EINHEIT, EINHEIT_ID FROM WARENEINHEIT")},
+    assortments{codesOf(connection, "SELECT HS, ID FROM HOLZSORTE")},
+    measures{codesOf(connection, "SELECT SHORT, ID FROM BB_T_VOLLZUGSMASSNAHME")},
+    marks{codesOf(connection, "SELECT SHORT, ID FROM BB_T_KZ_LEISTUNG")},
+    subAccounts{codesOf(connection, "SELECT SHORT, ID FROM BB_T_UNTERKONTO")},
+    objectGroups{codesOf(connection, "SELECT SHORT, ID FROM BB_T_OBJEKTGRUPPE")},
+    costCentres{idsByOwner(connection, "SELECT ID_ACCESS_LEVELS, ID FROM KOSTENSTELLE WHERE ID_ACCESS_LEVELS IS NOT "
+                                       "NULL AND ISNULL(DISABLE,0) = 0 ORDER BY ID")},
+    places{idsByOwner(connection, "SELECT ID_ACCESS_LEVELS, ID_WALDORT FROM WALDORT WHERE ID_ACCESS_LEVELS IS NOT NULL "
+                                  "ORDER BY ID_WALDORT")},
+    objects{idsByOwner(connection,
+                       "SELECT ID_BB_T_OBJEKTGRUPPE, ID FROM BB_T_OBJEKTE WHERE ID_BB_T_OBJEKTGRUPPE IS NOT "
+                       "NULL ORDER BY ID")},
     offices{idsOf(connection, "SELECT ID FROM ACCESS_LEVELS WHERE FUNKTIONSBEREICH = 'Forstamt' ORDER BY ID")},
     districts{idsOf(connection, "SELECT ID FROM ACCESS_LEVELS WHERE FUNKTIONSBEREICH = 'Revier' ORDER BY ID")},
-    costCentres{idsOf(connection, "SELECT ID FROM KOSTENSTELLE WHERE TABLE_NAME = 'FORST' ORDER BY ID")},
-    places{idsOf(connection, "SELECT ID_WALDORT FROM WALDORT ORDER BY ID_WALDORT")},
     owners{idsOf(connection, "SELECT ID_PERSONAL FROM PERSONAL WHERE WALDBESITZER = 1 AND ID_BB_T_EIGENTUMSART IS NOT "
                              "NULL ORDER BY ID_PERSONAL")},
     projects{idsOf(connection, "SELECT ID FROM BB_T_PROJEKT_PLANUNG ORDER BY ID")},
-    objects{idsOf(connection, "SELECT ID FROM BB_T_OBJEKTE ORDER BY ID")},
-    methods{idsOf(connection, "SELECT ID FROM BB_T_LEI_ARBEITSVERFAHEREN ORDER BY ID")},
-    marks{idsOf(connection, "SELECT ID FROM BB_T_KZ_LEISTUNG ORDER BY ID")},
+    timberMethods{idsOf(connection, "SELECT ID FROM BB_T_LEI_ARBEITSVERFAHEREN WHERE HOLZ = 1 ORDER BY ID")},
+    otherMethods{idsOf(connection, "SELECT ID FROM BB_T_LEI_ARBEITSVERFAHEREN WHERE HOLZ = 0 ORDER BY ID")},
     species{idsOf(connection, "SELECT ID FROM HOLZART WHERE HA IN ('FI','TA','KI','LA','BU','EI','ES') ORDER BY ID")},
-    assortments{idsOf(connection, "SELECT ID FROM HOLZSORTE WHERE HS IN ('BL','LA','AB','IF','IP','BR') ORDER BY ID")},
-    goods{idsOf(connection, "SELECT ART_ID FROM WARENKATALOG WHERE MATERIALART = 1 ORDER BY ART_ID")},
-    measures{idsOf(connection, "SELECT ID FROM BB_T_VOLLZUGSMASSNAHME ORDER BY ID")},
-    subAccounts{idsOf(connection, "SELECT ID FROM BB_T_UNTERKONTO ORDER BY ID")}
+    goods{idsOf(connection, "SELECT ART_ID FROM WARENKATALOG WHERE MATERIALART = 1 ORDER BY ART_ID")}
 {}
 
 /// A record to be written; the check that refused it, if any.
@@ -136,12 +164,13 @@ struct Record {
     const Check* refusedBy = nullptr;
 };
 
-std::vector<Record> drawRecords(Random& random)
+std::vector<Record> drawRecords(Random& random, bookings::Origin origin)
 {
     constexpr std::int32_t mostRecords = 6;
     std::vector<Record> records;
     for (std::int32_t count = random.between(1, mostRecords); count > 0; --count)
-        records.push_back({bookings::drawBooking(random), random.chance(80) ? &random.pick(checks) : nullptr});
+        records.push_back({bookings::drawBooking(random, bookings::drawKind(random, origin)),
+                           random.chance(80) ? &random.pick(checks) : nullptr});
     return records;
 }
 
@@ -161,51 +190,74 @@ void setSums(BulkInsert& row, const std::vector<Record>& records)
     row[transfer("ERLOSE")] = cents(revenue);
 }
 
-/// The records of a month arrive in the first days of the next one.
-void setTransfer(BulkInsert& row, Random& random, const ReferenceOptions& options, const Keys& keys, std::int32_t id,
-                 Date month, Date day)
+/// What the records of a transfer share. The records of a month arrive in the first days of the next one.
+struct Transfer {
+    std::int32_t id = 0;
+    bookings::Origin origin{};
+    std::int32_t district = 0; ///< that sent the records
+    Date booked, received;
+};
+
+Transfer drawTransfer(Random& random, const ReferenceOptions& options, const Keys& keys, std::int32_t id)
 {
-    const CivilTime civil = toCivil(month);
-    const bookings::Source& source = random.pick(bookings::sources);
+    constexpr double longestWay = 40.0; ///< days from a booking to its receipt, so that it is received before the end
+    Transfer drawn;
+    drawn.id = id;
+    drawn.origin = static_cast<bookings::Origin>(random.below(bookings::sources.size()));
+    drawn.district = random.pick(keys.districts);
+    drawn.booked = Date{std::min(drawDay(random, options).days, dayOf(options.baseDate).days - longestWay)};
+    drawn.received = laterDay(drawn.booked, random.between(5, 35), options);
+    return drawn;
+}
+
+void setTransfer(BulkInsert& row, Random& random, const ReferenceOptions& options, const Keys& keys,
+                 const Transfer& drawn)
+{
+    const CivilTime civil = toCivil(drawn.booked);
+    const bookings::Source& source = bookings::sourceOf(drawn.origin);
     const std::string period = paddedNumber(civil.month, 2) + "/" + std::to_string(civil.year);
-    row[transfer("NUMMER")] = documentNumber("KU", day, id);
+    row[transfer("NUMMER")] = documentNumber("KU", drawn.received, drawn.id);
     row[transfer("BEZEICHNUNG")] = std::string{source.name} + " " + period;
     row[transfer("ID_ACCESS_LEVELS")] = pickId(random, keys.offices);
-    row[transfer("ID_ACCESS_LEVELS_ERSTELLER")] = pickId(random, keys.districts);
+    row[transfer("ID_ACCESS_LEVELS_ERSTELLER")] = drawn.district;
     row[transfer("JAHR")] = civil.year;
     row[transfer("MONAT")] = civil.month;
-    row[transfer("UBERNAHMEDATUM")] = day;
+    row[transfer("UBERNAHMEDATUM")] = drawn.received;
     row[transfer("UHRZEIT")] = drawTime(random, 6, 20, true);
     row[transfer("DATEINAME")] =
-        "klr_" + std::to_string(civil.year) + paddedNumber(civil.month, 2) + "_" + paddedNumber(id, 5) + ".txt";
+        "klr_" + std::to_string(civil.year) + paddedNumber(civil.month, 2) + "_" + paddedNumber(drawn.id, 5) + ".txt";
     row[transfer("QUELLE")] = source.name;
     const bool closed = random.chance(800);
     row[transfer("ABGESCHLOSSEN")] = closed;
-    if (closed) row[transfer("FREIGABEDATUM")] = laterDay(day, random.between(0, 14), options);
-    row[transfer("STORNODATUM")] = drawCancelDay(random, day, options);
+    if (closed) row[transfer("FREIGABEDATUM")] = laterDay(drawn.received, random.between(0, 14), options);
+    row[transfer("STORNODATUM")] = drawCancelDay(random, drawn.received, options);
     if (random.chance(200)) row[transfer("BEMERKUNG")] = random.pick(remarks);
 }
 
-void setKeys(BulkInsert& row, Random& random, const Keys& keys, const bookings::Kind& kind, std::int32_t orders)
+void setKeys(BulkInsert& row, Random& random, const Keys& keys, const bookings::Kind& kind, const Transfer& drawn,
+             std::int32_t orders)
 {
-    row[record("ID_KOSTENSTELLE")] = pickId(random, keys.costCentres);
-    row[record("ID_WALDORT")] = pickId(random, keys.places, 50);
+    row[record("ID_KOSTENSTELLE")] = pickOf(random, keys.costCentres, drawn.district);
+    row[record("ID_WALDORT")] = pickOf(random, keys.places, drawn.district);
     row[record("ID_PERSONAL_WALDBESITZER")] = pickId(random, keys.owners, 50);
     row[record("ID_BB_AUFTRAG_KOPF")] = random.between(1, orders);
     row[record("ID_BB_T_PROJEKT_PLANUNG")] = pickId(random, keys.projects, 100);
     row[record("ID_LEISTUNGSART")] = idOf(keys.services, kind.service);
-    row[record("ID_BB_T_LEI_ARBEITSVERFAHEREN")] = pickId(random, keys.methods, 50);
     row[record("ID_PRODUKT")] = idOf(keys.products, kind.product);
-    row[record("ID_BB_T_KZ_LEISTUNG")] = pickId(random, keys.marks, 30);
-    row[record("ID_BB_T_VOLLZUGSMASSNAHME")] = pickId(random, keys.measures, 50);
-    row[record("ID_BB_T_UNTERKONTO")] = pickId(random, keys.subAccounts, 30);
+    row[record("ID_BB_T_KZ_LEISTUNG")] = idOf(keys.marks, kind.mark);
+    row[record("ID_BB_T_VOLLZUGSMASSNAHME")] = idOf(keys.measures, kind.measure);
+    row[record("ID_BB_T_UNTERKONTO")] = idOf(keys.subAccounts, kind.subAccount);
     row[record("ID_WARENEINHEIT")] = idOf(keys.units, kind.unit);
+    row[record("ID_HOLZSORTE")] = idOf(keys.assortments, kind.assortment);
     row[kind.isRevenue ? record("ID_ERLOSART") : record("ID_KOSTENART")] = idOf(keys.accounts, kind.account);
-    if (kind.subject == Subject::object) row[record("ID_BB_T_OBJEKTE")] = pickId(random, keys.objects);
+    const bool isTimber = kind.subject == Subject::timber;
+    if (!kind.isRevenue)
+        row[record("ID_BB_T_LEI_ARBEITSVERFAHEREN")] =
+            pickId(random, isTimber ? keys.timberMethods : keys.otherMethods, 50);
+    if (isTimber) row[record("ID_HOLZART")] = pickId(random, keys.species);
     if (kind.subject == Subject::goods) row[record("ID_WARENKATALOG")] = pickId(random, keys.goods);
-    if (kind.subject != Subject::timber) return;
-    row[record("ID_HOLZART")] = pickId(random, keys.species);
-    row[record("ID_HOLZSORTE")] = pickId(random, keys.assortments);
+    if (const auto group = keys.objectGroups.find(kind.objectGroup); group != keys.objectGroups.end())
+        row[record("ID_BB_T_OBJEKTE")] = pickOf(random, keys.objects, group->second);
 }
 
 void setBooking(BulkInsert& row, const Booking& booking)
@@ -243,25 +295,25 @@ void writeCostTransfers(ado::Connection& connection, const ReferenceOptions& opt
     BulkInsert refused{connection, "BB_TAKL22_KLR_FEHLER", failureColumns};
     std::int32_t recordId = 0;
     for (std::int32_t id = 1; id <= options.records; ++id) {
-        const std::vector<Record> records = drawRecords(random);
-        const Date month = drawDay(random, options);
-        const Date day = laterDay(month, random.between(5, 35), options);
+        const Transfer drawn = drawTransfer(random, options, keys, id);
+        const std::vector<Record> records = drawRecords(random, drawn.origin);
         head.clear();
-        setTransfer(head, random, options, keys, id, month, day);
+        setTransfer(head, random, options, keys, drawn);
         setSums(head, records);
         head.insert();
         for (std::size_t i = 0; i < records.size(); ++i) {
             position.clear();
             position[record("ID_BB_TAKL01_KLR")] = id;
             position[record("SATZNUMMER")] = static_cast<std::int32_t>(i + 1);
-            position[record("BELEGNUMMER")] = documentNumber("BE", month, random.between(1, 99999));
-            position[record("BELEGDATUM")] = month;
-            setKeys(position, random, keys, *records[i].booking.kind, options.records);
+            position[record("BELEGNUMMER")] =
+                documentNumber(bookings::sourceOf(drawn.origin).prefix, drawn.booked, recordId + 1);
+            position[record("BELEGDATUM")] = drawn.booked;
+            setKeys(position, random, keys, *records[i].booking.kind, drawn, options.records);
             setBooking(position, records[i].booking);
             position.insert();
             ++recordId;
             if (records[i].refusedBy != nullptr)
-                insertFailure(refused, random, options, recordId, *records[i].refusedBy, day);
+                insertFailure(refused, random, options, recordId, *records[i].refusedBy, drawn.received);
         }
     }
 }

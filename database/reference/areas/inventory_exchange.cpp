@@ -129,6 +129,7 @@ struct Line {
 /// Stems whose diameters lie in the strength class of the first one.
 std::vector<Stem> drawStems(Random& random, const profile::Species& species)
 {
+    constexpr std::int32_t fewestStems = 3;
     constexpr std::int32_t mostStems = 6;
     constexpr double thinnest = 18.0;
     constexpr double thickest = 70.0;
@@ -136,11 +137,11 @@ std::vector<Stem> drawStems(Random& random, const profile::Species& species)
     const auto first = static_cast<std::int32_t>(std::lround(drawn));
     const auto bark = static_cast<std::int32_t>(std::lround(species.barkBase + species.barkSlope * drawn));
     std::vector<Stem> stems;
-    for (std::int32_t count = random.between(1, mostStems); count > 0; --count) {
+    for (std::int32_t count = random.between(fewestStems, mostStems); count > 0; --count) {
         const std::int32_t other = first + random.between(-3, 3);
         const bool alike = strengthClassOf(other - bark) == strengthClassOf(first - bark);
         const std::int32_t diameter = alike ? other : first;
-        const double length = random.tenths(30, 60);
+        const double length = random.tenths(40, 80);
         stems.push_back({length, diameter, diameter - bark - random.between(1, 4), bark, logVolume(diameter, length),
                          logVolume(diameter - bark, length)});
     }
@@ -258,7 +259,8 @@ void insertStems(BulkInsert& row, Random& random, std::int32_t lineId, const Lin
 
 void writeTimberExchange(ado::Connection& connection, const ReferenceOptions& options)
 {
-    constexpr std::int32_t mostLines = 4;
+    constexpr std::int32_t fewestLines = 2;
+    constexpr std::int32_t mostLines = 5;
     const Keys keys{connection};
     Random random{options.seed, importStream};
     BulkInsert record{connection, "FHP_IMPORT", importColumns};
@@ -267,7 +269,7 @@ void writeTimberExchange(ado::Connection& connection, const ReferenceOptions& op
     std::int32_t lineId = 0;
     for (std::int32_t id = 1; id <= options.records; ++id) {
         std::vector<Line> lines;
-        for (std::int32_t count = random.between(1, mostLines); count > 0; --count)
+        for (std::int32_t count = random.between(fewestLines, mostLines); count > 0; --count)
             lines.push_back(drawLine(random));
         record.clear();
         setDelivery(record, random, options, keys, id);

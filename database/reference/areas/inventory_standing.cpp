@@ -217,7 +217,11 @@ void setStand(BulkInsert& row, Random& random, const Keys& keys, const std::vect
     row[head("ID_ACCESS_LEVELS")] = place.level;
     row[head("WALDORT")] = place.name;
     row[head("BEZEICHNUNG")] = std::string{random.pick(purposes)} + " " + place.name.substr(0, place.name.find(','));
-    row[head("FLACHE")] = cents(std::max(0.1, place.area * random.between(0.15, 1.0)));
+    double stock = 0.0;
+    for (const Line& one : lines)
+        stock += one.volume;
+    const double perHectare = random.between(60.0, 320.0);
+    row[head("FLACHE")] = cents(std::clamp(stock / perHectare, 0.1, place.area));
     row[head("SEEHOHE")] = random.between(35, 160) * 10;
     row[head("HANGNEIGUNG")] = random.between(0, 16) * 5;
     row[head("RUCKEDISTANZ")] = random.between(2, 60) * 10;

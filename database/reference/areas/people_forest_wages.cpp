@@ -62,6 +62,7 @@ struct Transfer {
     double amount = 0;
 };
 
+/// Divides the records of services among the months of wages, books the shares and sums them up.
 class ForestWageWriter {
 public:
     ForestWageWriter(ado::Connection& connection, const ReferenceOptions& options, const WorkKeys& keys) :
@@ -108,6 +109,7 @@ private:
     void divide(const std::vector<ServiceRecord>& records)
     {
         shares_.resize(records.size());
+        // The records are in the order of their months; [first, end) are those of one month.
         for (std::size_t first = 0; first < records.size();) {
             std::size_t end = first;
             while (end < records.size() && records[end].month == records[first].month)
@@ -121,6 +123,7 @@ private:
                                    rounded(record.hours * share), rounded(record.amount * share)};
                 shares_[i].push_back(main);
                 if (isDivided)
+                    // The rest, not a rounded share, so that the bookings sum up to the record.
                     shares_[next].push_back({record.id, record.worker,
                                              pickOf(random_, keys_.costCentres, records[next].level).id,
                                              rounded(record.hours - main.hours), rounded(record.amount - main.amount)});

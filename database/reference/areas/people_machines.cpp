@@ -32,11 +32,11 @@ constexpr std::array kinds{
     MachineKind{"Harvester", "1", {"Waldmeister", "Nordtech", "Almag"}, "H", 410, 185, 21.5, 118, 1650, 15.5},
     MachineKind{"Forwarder", "2", {"Waldmeister", "Nordtech", "Almag"}, "F", 295, 150, 17.2, 92, 1580, 12},
     MachineKind{"Seilkran", "2", {"Bergseil", "Alpinkran", "Gratwerk"}, "K", 360, 210, 26.4, 135, 1240, 14},
-    MachineKind{"Schlepper", "2", {"Talhof", "Lindner-Werk", "Bergmann"}, "S", 128, 88, 6.8, 58, 1120, 9.5},
+    MachineKind{"Schlepper", "2", {"Talhof", "Sonnwerk", "Bergmann"}, "S", 128, 88, 6.8, 58, 1120, 9.5},
     MachineKind{"Bagger", "3", {"Erdbau", "Grabwerk", "Steinmann"}, "B", 175, 120, 22.8, 84, 1310, 13},
     MachineKind{"Grader", "3", {"Erdbau", "Grabwerk", "Steinmann"}, "G", 220, 140, 15.9, 96, 760, 14.5},
-    MachineKind{"Lastkraftwagen", "4", {"Fernfahr", "Holzlaster", "Steyrtal"}, "L", 155, 340, 14.2, 74, 1480, 24},
-    MachineKind{"Geländewagen", "4", {"Pfadfinder", "Steyrtal", "Gamsbock"}, "W", 38, 110, 2.1, 22, 880, 4.5},
+    MachineKind{"Lastkraftwagen", "4", {"Fernfahr", "Holzlaster", "Ennswerk"}, "L", 155, 340, 14.2, 74, 1480, 24},
+    MachineKind{"Geländewagen", "4", {"Pfadfinder", "Ennswerk", "Gamsbock"}, "W", 38, 110, 2.1, 22, 880, 4.5},
 };
 
 constexpr std::array machineColumns{
@@ -70,6 +70,7 @@ struct MachineKeys {
     std::vector<std::int32_t> levels;
 };
 
+/// A machine belongs to a senior office and is in the charge of a user who signs in.
 MachineKeys readMachineKeys(ado::Connection& connection)
 {
     return {readRows(connection, "SELECT [NUMBER], ID FROM BBF_GRUPPE WHERE LABEL_GROUP = 'MASCHINE'"),
@@ -98,6 +99,7 @@ std::string numberPlate(Random& random)
 std::vector<Variant> machineValues(const ReferenceOptions& options, const MachineKeys& keys, const MachineKind& kind,
                                    bool isSold, Random& random)
 {
+    // Hours, fuel and repairs grow with the years since the purchase; the value is written off in equal parts.
     constexpr double daysPerYear = 365.25;
     constexpr double fuelPrice = 1.42;
     constexpr std::int32_t life = 9;
@@ -191,6 +193,7 @@ void writeMachines(ado::Connection& connection, const ReferenceOptions& options)
         const std::string name = std::string{random.pick(kinds).name} + " " + std::to_string(number);
         insertRow(machines, {"M-" + padded(number, 4), name, random.pick(keys.levels), random.chance(50)});
     }
+    // The given machines and the added ones get the further columns in the same way.
     RowUpdate update{connection, "SCH_MASCHINENBUCH", machineColumns, "ID"};
     for (const std::vector<Variant>& row : readRows(connection, all)) {
         const bool isSold = !row.at(2).isNull() && convert::toLong(row.at(2)) != 0;
@@ -211,6 +214,7 @@ void writePartnerGroups(ado::Connection& connection, const ReferenceOptions& opt
                                "Papierholzabnehmer",   "Hackgutwerke",    "Wertholzbieter",     "Zaunholzkunden",
                                "Christbaumkunden",     "Wegerhalter",     "Schmuckreisigkunden"};
     Random random = randomOf(options, Stream::groups);
+    // The groups of the client enterprises are given and stay as they are.
     const std::vector<std::int32_t> owners = readIds(
         connection, "SELECT ID_PERSONAL FROM PERSONAL WHERE WALDBESITZER = 1 AND MANDANTEN = 0 ORDER BY ID_PERSONAL");
     const std::vector<std::int32_t> products = readIds(connection, "SELECT ID FROM PRODUKT ORDER BY ID");

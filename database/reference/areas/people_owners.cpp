@@ -13,12 +13,14 @@ namespace {
 
 using ado::DataType;
 
+/// A forest owner with the level and the size of his forest.
 struct Owner {
     std::int32_t id;
     Variant level;
     double hectares;
 };
 
+/// A forest location.
 struct Place {
     std::int32_t id;
     double hectares;
@@ -62,7 +64,7 @@ void writeContracts(ado::Connection& connection, const ReferenceOptions& options
     }
 }
 
-/// Each owner has one to four forest locations, of which he owns a half or more.
+/// Each owner has one to four forest locations, whole or in part, up to the size of his forest.
 void writePlaces(ado::Connection& connection, const ReferenceOptions& options, const std::vector<Owner>& owners,
                  Random& random)
 {
@@ -78,13 +80,18 @@ void writePlaces(ado::Connection& connection, const ReferenceOptions& options, c
     for (const Owner& owner : owners) {
         const std::uint32_t first = random.below(static_cast<std::uint32_t>(places.size()));
         const std::int32_t count = random.between(1, 4);
-        for (std::int32_t i = 0; i < count; ++i) {
+        double remaining = owner.hectares;
+        for (std::int32_t i = 0; i < count && remaining > 0; ++i) {
+            // Neighbouring locations, each at most once.
             const Place& place = places[(first + static_cast<std::size_t>(i)) % places.size()];
-            const double share = random.chance(600) ? 100.0 : rounded(random.between(50.0, 99.0));
+            if (place.hectares <= 0) continue;
+            const double whole = random.chance(600) ? 1.0 : random.between(0.5, 0.99);
+            const double area = rounded(std::min(place.hectares * whole, remaining), 4);
             const Date begin = dayBefore(options, random, 3 * 365);
             const bool hasEnded = random.chance(60);
-            insertRow(assignments, {owner.id, place.id, rounded(place.hectares * share / 100.0, 4), share, begin,
+            insertRow(assignments, {owner.id, place.id, area, rounded(100.0 * area / place.hectares), begin,
                                     hasEnded ? Variant{dayOf(options.baseDate)} : Variant{Null{}}});
+            remaining = rounded(remaining - area, 4);
         }
     }
 }

@@ -29,6 +29,7 @@ double rounded(double value, int decimals)
 Month monthAt(const ReferenceOptions& options, std::int32_t index)
 {
     const CivilTime base = toCivil(options.baseDate);
+    // Months counted from the year 0, so that the years carry.
     const std::int32_t months = base.year * 12 + base.month - 1 - (monthCount - 1 - index);
     return {months / 12, months % 12 + 1};
 }
@@ -61,9 +62,11 @@ Date dayBefore(const ReferenceOptions& options, Random& random, std::int32_t day
     return Date{dayOf(options.baseDate).days - random.between(0, days)};
 }
 
+/// Reads a small table as a whole; the writers look keys up in memory and never ask the database for a row.
 std::vector<std::vector<Variant>> readRows(ado::Connection& connection, std::string_view query)
 {
     ado::Recordset rows;
+    // A reference without ownership: the caller owns the connection.
     rows.Open(query, ado::ConnectionRef{std::shared_ptr<void>{}, &connection});
     std::vector<std::vector<Variant>> result;
     for (; !rows.AtEOF(); rows.MoveNext()) {

@@ -95,6 +95,7 @@ constexpr std::int32_t plantWage = 5;
 constexpr double cubicMetreRate = 1.65;
 constexpr double plantRate = 0.06;
 
+/// Writes one record after the other: its services and other wages first, then the head with their sums.
 class ServiceWriter {
 public:
     ServiceWriter(ado::Connection& connection, const ReferenceOptions& options, const WorkKeys& keys) :
@@ -152,6 +153,7 @@ private:
                    keyOrNull(random_, keys_.methods), keyOf(service.other), random_.between(1, options_.records),
                    keyOrNull(random_, keys_.marks), harvest ? cubicMetres : pieces, quantity, hours, worker.rate,
                    amount, sometimes(random_, 250, random_.pick(remarks))});
+        // The day rows and results refer to the service by its number.
         ++serviceId_; // a new database numbers the rows from 1
         writeDays(serviceDays_, serviceId_, hours);
         hours_ += hours;

@@ -49,6 +49,7 @@ void writeProperties(ado::Connection& connection, std::int32_t first, std::int32
 
 } // namespace
 
+// Names and surnames are drawn; the sign-in name tells that the account belongs to a branch office.
 void writeUsers(ado::Connection& connection, const ReferenceOptions& options)
 {
     Random random = randomOf(options, Stream::users);

@@ -72,6 +72,7 @@ constexpr std::int32_t machineWage = 3;
 constexpr std::array remarks{"Windwurf aufgearbeitet", "Rückegasse freigeschnitten", "Pflanzung nachgebessert",
                              "Maschine umgestellt",    "Wegsperre aufgestellt",      "Fangbäume gelegt"};
 
+/// Sums of a month for its head.
 struct Totals {
     double hours = 0;
     double amount = 0;
@@ -86,7 +87,7 @@ public:
                                                                         entryColumns}
     {}
 
-    /// Writes a month with one to three workers and their entries.
+    /// Writes a month with one to three workers and their entries. The head comes last, since it holds their sums.
     void write(std::int32_t record)
     {
         const std::int32_t index = monthIndexOf(options_, record);
@@ -98,6 +99,7 @@ public:
         for (std::int32_t i = 0; i < count; ++i)
             writeWorker(record, month, level,
                         keys_.workers[(first + static_cast<std::size_t>(i)) % keys_.workers.size()], totals);
+        // The last two months are still open.
         const bool isClosed = index < monthCount - 2;
         const Date last = lastDayOf(options_, month);
         const Date closed{std::min(last.days + random_.between(2, 12), dayOf(options_.baseDate).days)};
@@ -128,6 +130,7 @@ private:
         const double rate = rounded(worker.rate * hourFactor.value);
         const double amount = rounded(hours * rate);
         const Variant none{Null{}};
+        // Every entry is billed, so that the lists of unbilled time stay as the given rows make them.
         const std::int32_t wage = drives ? machineWage : harvest ? harvestWage : tendingWage;
         insertRow(entries_, {++entryId_,
                              record,

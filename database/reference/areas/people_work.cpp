@@ -1,5 +1,6 @@
 #include "areas/people_work.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -8,6 +9,7 @@
 namespace tamarok::database::people {
 namespace {
 
+/// A wage group of the workers with its wage per hour.
 struct WageGroup {
     std::string_view name;
     double rate;
@@ -32,12 +34,14 @@ std::vector<KeyPair> readPairs(ado::Connection& connection, std::string_view que
     return pairs;
 }
 
+/// Partners who work and are persons: contractors are companies without a first name.
 std::vector<Worker> readWorkers(ado::Connection& connection)
 {
     std::vector<Worker> workers;
-    for (const std::vector<Variant>& row :
-         readRows(connection, "SELECT ID_PERSONAL, ID_ACCESS_LEVELS, LOHNGRUPPE FROM PERSONAL WHERE ARBEITER = 1 AND "
-                              "VORNAME IS NOT NULL AND ID_ACCESS_LEVELS IS NOT NULL ORDER BY ID_PERSONAL"))
+    for (const std::vector<Variant>& row : readRows(
+             connection,
+             "SELECT ID_PERSONAL, ID_ACCESS_LEVELS, LOHNGRUPPE FROM PERSONAL WHERE ARBEITER = 1 AND "
+             "VORNAME IS NOT NULL AND ID_ACCESS_LEVELS IS NOT NULL AND ISNULL(DISABLE,0) = 0 ORDER BY ID_PERSONAL"))
         workers.push_back({convert::toLong(row.at(0)), convert::toLong(row.at(1)), rateOf(row.at(2))});
     return workers;
 }
@@ -68,6 +72,7 @@ WorkKeys readWorkKeys(ado::Connection& connection)
 
 const KeyPair& pickOf(Random& random, const std::vector<KeyPair>& pairs, std::int32_t other)
 {
+    // The tables are small, so that a search is cheap.
     std::vector<const KeyPair*> fitting;
     for (const KeyPair& pair : pairs)
         if (pair.other == other) fitting.push_back(&pair);
@@ -81,8 +86,9 @@ Variant keyOf(std::int32_t id)
 
 bool isHarvest(std::int32_t product)
 {
+    // Timber production of the enterprise and of the managed estate.
     constexpr std::array harvestProducts{1, 7};
-    return product == harvestProducts[0] || product == harvestProducts[1];
+    return std::ranges::find(harvestProducts, product) != harvestProducts.end();
 }
 
 } // namespace tamarok::database::people

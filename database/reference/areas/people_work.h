@@ -47,11 +47,11 @@ const KeyPair& pickOf(Random& random, const std::vector<KeyPair>& pairs, std::in
 /// Null for 0.
 Variant keyOf(std::int32_t id);
 
-/// Key of a table WARENEINHEIT: solid cubic metres, pieces or hours.
+/// Keys of WARENEINHEIT.
 inline constexpr std::int32_t cubicMetres = 1;
 inline constexpr std::int32_t pieces = 3;
 
-/// Whether the kind of service harvests timber, whose quantity is measured in solid cubic metres; others count pieces.
+/// Whether a product is harvested timber, which is measured in solid cubic metres; other work counts pieces.
 bool isHarvest(std::int32_t product);
 
 } // namespace tamarok::database::people

@@ -117,8 +117,8 @@ constexpr std::array<Subject, 7> subjects{{{1, "Forstpflanzen und Kulturen"},
                                            {8, "Betriebsmittel"}}};
 constexpr std::array<std::string_view, 4> remarks{"Abholung nach Terminabsprache", "Zahlung vor Abfuhr",
                                                   "Preise frei Waldstraße", "Mengen laut Werksmaß"};
-constexpr std::array<std::string_view, 3> surcharges{"Zuschlag Zertifikat", "Abschlag Rotfäule", "Zuschlag Sortierung"};
-constexpr std::array<double, 3> surchargePercents{1.5, -4.0, 2.5};
+/// Surcharges and deductions in percent of the positions.
+constexpr std::array<double, 4> surchargePercents{1.5, 2.5, -4.0, -2.0};
 
 /// An amount with its tax; the total of records and the value of their parts.
 struct Amount {
@@ -171,7 +171,10 @@ public:
     BillingWriter(ado::Connection& connection, const ReferenceOptions& options, const Keys& keys) :
         random_{options.seed, billingStream}, keys_{keys}, options_{options}, articles_{readArticles(connection)},
         budgets_{readIds(connection, "SELECT ID FROM BB_HAUSHALT ORDER BY ID")},
-        surchargeKeys_{readIds(connection, "SELECT ID FROM BB_T_ZU_U_ABSCHLAGE_Z_ROH ORDER BY ID")},
+        chapters_{readIds(connection, "SELECT ID_HH_KAPITEL FROM BB_HAUSHALT ORDER BY ID")},
+        titles_{readIds(connection, "SELECT ID_HH_TITEL FROM BB_HAUSHALT ORDER BY ID")},
+        surchargeKeys_{readIds(connection, "SELECT ID FROM BB_T_ZU_U_ABSCHLAGE_Z_ROH WHERE ISNULL(ABSCHLAG,0) = 0")},
+        deductionKeys_{readIds(connection, "SELECT ID FROM BB_T_ZU_U_ABSCHLAGE_Z_ROH WHERE ABSCHLAG = 1")},
         costCentres_{readIds(connection, "SELECT ID FROM KOSTENSTELLE ORDER BY ID")},
         costTypes_{readIds(connection, "SELECT ID FROM KOSTENART WHERE ERLOSE = 1 ORDER BY ID")},
         services_{readIds(connection, "SELECT ID FROM LEISTUNGSART ORDER BY ID")},
@@ -247,9 +250,9 @@ private:
     {
         std::vector<Receipt> receipts;
         if (random_.chance(400)) {
-            const std::size_t kind = random_.below(static_cast<std::uint32_t>(surcharges.size()));
-            const double percent = surchargePercents.at(kind);
-            receipts.push_back({1, surcharges.at(kind), percent, taxed(net * percent / 100.0, standardRate)});
+            const double percent = random_.pick(surchargePercents);
+            receipts.push_back({1, percent < 0.0 ? "Abschlag auf den Holzpreis" : "Zuschlag auf den Holzpreis", percent,
+                                taxed(net * percent / 100.0, standardRate)});
         }
         if (random_.chance(250))
             receipts.push_back(
@@ -260,10 +263,10 @@ private:
     void insertHead(const Record& record, std::string_view subject, const Amount& total)
     {
         const Date due{record.day.days + 30.0};
-        const bool isCancelled = random_.chance(30);
+        const bool isCancelled = random_.chance(30) && record.day < dayOf(options_.baseDate);
         const bool isPaid = !record.isOffer && !isCancelled && due.days + 20.0 < options_.baseDate.days;
         const Date begin{record.day.days - static_cast<double>(random_.between(10, 40))};
-        const std::int32_t title = random_.between(1, 6);
+        const std::size_t budget = random_.below(static_cast<std::uint32_t>(budgets_.size()));
         const auto inDays = [&](std::int32_t low, std::int32_t high) {
             return Variant{notAfter(record.day, random_.between(low, high), options_.baseDate)};
         };
@@ -292,9 +295,9 @@ private:
                    total.tax,
                    total.gross(),
                    isPaid || random_.chance(600),
-                   pickOrNull(random_, budgets_),
-                   (title + 1) / 2,
-                   title,
+                   budgets_.at(budget),
+                   chapters_.at(budget),
+                   titles_.at(budget),
                    random_.between(1, 4),
                    random_.between(1, 8),
                    random_.between(1, 3),
@@ -360,9 +363,10 @@ private:
 
     void insertReceipt(const Record& record, const Receipt& receipt)
     {
-        const bool isSurcharge = receipt.kind == 1;
-        insertRow(receipts_, {record.number, receipt.kind, keyOf(isSurcharge, surchargeKeys_), receipt.text,
-                              valueOf(isSurcharge, receipt.percent), receipt.amount.net, standardRate.percent,
+        const bool isPriced = receipt.kind == 1;
+        insertRow(receipts_, {record.number, receipt.kind,
+                              keyOf(isPriced, receipt.percent < 0.0 ? deductionKeys_ : surchargeKeys_), receipt.text,
+                              valueOf(isPriced, receipt.percent), receipt.amount.net, standardRate.percent,
                               receipt.amount.tax, receipt.amount.gross()});
     }
 
@@ -370,7 +374,8 @@ private:
     const Keys& keys_;
     const ReferenceOptions& options_;
     std::vector<Article> articles_;
-    Ids budgets_, surchargeKeys_, costCentres_, costTypes_, services_, products_, assets_, methods_, species_;
+    Ids budgets_, chapters_, titles_; ///< of the items of the budget
+    Ids surchargeKeys_, deductionKeys_, costCentres_, costTypes_, services_, products_, assets_, methods_, species_;
     Ids harvestLines_, game_, uses_;
     BulkInsert heads_, rows_, receipts_;
     Record previous_;

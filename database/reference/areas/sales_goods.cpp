@@ -56,7 +56,7 @@ constexpr std::array<std::string_view, 7> firewood{"Brennholz Buche",   "Brennho
 constexpr std::array<std::string_view, 5> firewoodSizes{"25 cm ofenfertig", "33 cm ofenfertig", "50 cm gespalten",
                                                         "1 m gespalten", "lang, gerückt"};
 constexpr std::array<std::string_view, 5> game{"Rehwild", "Rotwild", "Gamswild", "Schwarzwild", "Feldhase"};
-constexpr std::array<std::string_view, 5> gameCuts{"Rücken", "Keule", "Schulter", "Ragout, 1 kg", "in der Decke"};
+constexpr std::array<std::string_view, 5> gameCuts{"Rücken", "Keule", "Schulter", "Ragout, 1 kg", "Wurst, 1 kg"};
 constexpr std::array<std::string_view, 4> trees{"Nordmanntanne", "Christbaum Fichte", "Blaufichte", "Edeltanne"};
 constexpr std::array<std::string_view, 6> treeSizes{"bis 1,25 m",      "1,25 bis 1,75 m", "1,75 bis 2,25 m",
                                                     "2,25 bis 3,00 m", "über 3,00 m",     "Schmuckreisig, Bund"};
@@ -160,12 +160,15 @@ std::vector<Article> readArticles(ado::Connection& connection)
 {
     std::vector<Article> articles;
     ado::Recordset rows;
-    rows.Open("SELECT WARENKATALOG.ART_ID, WARENKATALOG.NUMMER, WARENKATALOG.BEZEICH1, WARENKATALOG.BEZEICH2, "
-              "WARENKATALOG.EINHPREIS, WARENGRUPPE.GRUPPE_ID, WARENGRUPPE.EINHEIT_ID, WARENGRUPPE.MWST "
-              "FROM WARENKATALOG INNER JOIN WARENGRUPPE ON WARENGRUPPE.GRUPPE_ID = WARENKATALOG.GRUPPE_ID "
-              "ORDER BY WARENKATALOG.ART_ID",
-              // A reference without ownership: the caller owns the connection.
-              ado::ConnectionRef{std::shared_ptr<void>{}, &connection});
+    rows.Open(
+        "SELECT WARENKATALOG.ART_ID, WARENKATALOG.NUMMER, WARENKATALOG.BEZEICH1, WARENKATALOG.BEZEICH2, "
+        "WARENKATALOG.EINHPREIS, WARENGRUPPE.GRUPPE_ID, WARENGRUPPE.EINHEIT_ID, WARENGRUPPE.MWST "
+        "FROM WARENKATALOG INNER JOIN WARENGRUPPE ON WARENGRUPPE.GRUPPE_ID = WARENKATALOG.GRUPPE_ID "
+        "WHERE WARENKATALOG.FAKTURA = 1 AND ISNULL(WARENKATALOG.DISABLE,0) = 0 AND WARENKATALOG.EINHPREIS IS NOT NULL "
+        "AND WARENGRUPPE.EINHEIT_ID IS NOT NULL AND WARENGRUPPE.MWST IS NOT NULL "
+        "ORDER BY WARENKATALOG.ART_ID",
+        // A reference without ownership: the caller owns the connection.
+        ado::ConnectionRef{std::shared_ptr<void>{}, &connection});
     for (; !rows.AtEOF(); rows.MoveNext()) {
         const auto value = [&](std::int32_t field) { return rows.Fields().Item(field).Value(); };
         articles.push_back({convert::toLong(value(0)), convert::toText(value(1)),

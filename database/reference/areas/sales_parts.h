@@ -20,7 +20,7 @@ struct Article {
     double tax = 0.0;         ///< percent
 };
 
-/// Returns the articles by their IDs. Errors: provider failures.
+/// Returns the articles that may be billed, by their IDs. Errors: provider failures.
 std::vector<Article> readArticles(ado::Connection& connection);
 
 /// A quantity as customers order it: plants by the fifty, firewood by the half stacked cubic metre.
