@@ -26,7 +26,7 @@ chaos: ## kill processes and fill disks for a minute a run (CHAOS_SECONDS), and 
 sanitize: ## the tests under the address and undefined-behaviour sanitizers
 	@sh scripts/test sanitize
 
-fuzz: ## run every fuzz target for FUZZ_SECONDS (20) each
+fuzz: ## run every fuzz target for FUZZ_SECONDS (20) each, with the seed FUZZ_SEED (1)
 	@sh scripts/fuzz
 
 core-only: ## build and test the core with nothing but the standard library

@@ -292,7 +292,8 @@ constexpr std::array limits{
           "The number of elements in the select list exceeds the maximum allowed number of 2000 elements."},
     Limit{"too many terms in", 8623,
           "The query processor ran out of internal resources: a clause of the statement has more than 2000 terms."},
-    Limit{"at most 64 tables", 106, "Too many table names in the query. The maximum allowable is 64."},
+    Limit{"at most 64 tables", 106,
+          "Too many table names in the query. The maximum allowable is 64 with those of its views."},
     Limit{"too many arguments on function", 8623,
           "The query processor ran out of internal resources: a function has more than 127 arguments."},
 };

@@ -5,7 +5,7 @@
 #include "tamarok_tsql/binder.h"
 #include "tamarok_tsql/builtins.h"
 #include "tamarok_tsql/type_rules.h"
-#include "visit.h"
+#include "tamarok_tsql/visit.h"
 
 /// What the server refuses by the types or the place of an expression, with the texts of its documentation.
 namespace tamarok::tsql {

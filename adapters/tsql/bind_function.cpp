@@ -5,7 +5,7 @@
 #include "tamarok_tsql/builtins.h"
 #include "tamarok_tsql/scope.h"
 #include "tamarok_tsql/type_rules.h"
-#include "visit.h"
+#include "tamarok_tsql/visit.h"
 
 namespace tamarok::tsql {
 namespace {

@@ -3,7 +3,7 @@
 
 #include "tamarok_tsql/binder.h"
 #include "tamarok_tsql/type_rules.h"
-#include "visit.h"
+#include "tamarok_tsql/visit.h"
 
 namespace tamarok::tsql {
 

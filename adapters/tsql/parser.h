@@ -131,7 +131,7 @@ private:
     FromItem* fromClause(); ///< joined {, joined}
     FromItem* joined();     ///< fromPrimary {joinTail}
     FromItem* joinTail(FromItem* left);
-    void countTable();       ///< error 106 for more than 64 in one FROM
+    void countTable();       ///< error 106 for more than 256 in one FROM
     FromItem* fromPrimary(); ///< (joined) | (query) alias [(names)] | table [hints] [alias] [hints]
     bool atJoin() const;
     void tableHints(); ///< [WITH] (hint {, hint}): read and ignored, as they change no result

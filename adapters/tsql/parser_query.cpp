@@ -11,7 +11,7 @@ namespace {
 constexpr std::uint16_t mostArms = 500;
 
 /// Most tables of one FROM clause; back ends number them by the bits of a word.
-constexpr std::size_t mostTables = 64;
+constexpr std::size_t mostTables = 256;
 
 /// Most items of a SELECT list, as on the server.
 constexpr std::size_t mostItems = 4096;
@@ -289,7 +289,7 @@ void Parser::countTable()
     source_.work();
     if (++tables_ <= mostTables) return;
     source_.refuse(current().offset, messages::tooManyTables,
-                   "Too many table names in the query. The maximum allowable is 64.");
+                   "Too many table names in the query. The maximum allowable is 256.");
 }
 
 /// A parenthesis holds either a query, which must have an alias, or joins. The word after it decides. Hints may stand

@@ -117,7 +117,7 @@ struct Area {
 
 constexpr Area areas[]{
     {"People", &writePeople},   {"Planning", &writePlanning},   {"Receipts", &writeReceipts}, {"Sales", &writeSales},
-    {"Hunting", &writeHunting}, {"Inventory", &writeInventory}, {"Stores", &writeStores},
+    {"Hunting", &writeHunting}, {"Inventory", &writeInventory}, {"Stores", &writeStores},     {"Levels", &writeLevels},
 };
 
 void writeRecords(ado::Connection& connection, const ReferenceOptions& options, Reporter& reporter)

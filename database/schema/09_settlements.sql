@@ -121,7 +121,7 @@ CREATE TABLE LOGS_RECH_PRICE (
 )
 GO
 
--- One row per invoice or settlement, named by its number and version.
+-- One row per invoice or settlement, named by its number and version. STORNO: cancelled.
 CREATE TABLE HEADERRECH (
     R_NAME NVARCHAR(15) NOT NULL,
     VER_TYPE NVARCHAR(2) NOT NULL,

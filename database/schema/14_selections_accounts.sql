@@ -84,7 +84,8 @@ CREATE TABLE WARENGRUPPE (
 )
 GO
 
--- One row per article. FAKTURA: may be billed, MATERIALART 1: material of the stock, EINHPREIS in euro.
+-- One row per article. FAKTURA: may be billed, MATERIALART 1: material of the stock, EINHPREIS in euro per
+-- ID_WARENEINHEIT, ID_PERSONAL: supplier, ID_BB_T_MEHRWERTSTEUER1 and 2: tax keys of sales and of purchases.
 CREATE TABLE WARENKATALOG (
     ART_ID INT NOT NULL PRIMARY KEY,
     NUMMER INT,

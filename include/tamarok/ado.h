@@ -143,6 +143,7 @@ public:
     Variant get(std::string_view name, std::span<const Variant> args) const override;
     void put(std::string_view name, const Variant& value) override;
     Variant call(std::string_view name, std::span<Variant> args) override;
+    std::vector<std::string_view> memberNames() const override;
 
 private:
     std::unique_ptr<Session> session_;
@@ -184,6 +185,7 @@ public:
     Variant get(std::string_view name, std::span<const Variant> args) const override;
     void put(std::string_view name, const Variant& value) override;
     Variant call(std::string_view name, std::span<Variant> args) override;
+    std::vector<std::string_view> memberNames() const override;
     Variant defaultValue() const override; ///< Value
     bool hasDefaultValue() const noexcept override { return true; }
 
@@ -311,6 +313,7 @@ public:
     Variant get(std::string_view name, std::span<const Variant> args) const override;
     void put(std::string_view name, const Variant& value) override;
     Variant call(std::string_view name, std::span<Variant> args) override;
+    std::vector<std::string_view> memberNames() const override;
 
 private:
     void adopt(std::shared_ptr<Field::Source> source);
@@ -360,6 +363,7 @@ public:
     Variant get(std::string_view name, std::span<const Variant> args) const override;
     void put(std::string_view name, const Variant& value) override;
     Variant call(std::string_view name, std::span<Variant> args) override;
+    std::vector<std::string_view> memberNames() const override;
 
 private:
     std::shared_ptr<std::vector<Parameter>> parameters_; ///< shared with the late-bound collection, never null

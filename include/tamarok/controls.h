@@ -19,6 +19,7 @@ class Control : public Object {
 public:
     Variant get(std::string_view name, std::span<const Variant> args) const override;
     void put(std::string_view name, const Variant& value) override;
+    std::vector<std::string_view> memberNames() const override;
 
     std::string Name;
     std::string Tag; ///< the number of the text of a translated control
@@ -32,6 +33,7 @@ public:
     std::string_view typeName() const override { return "StdDataFormat"; }
     Variant get(std::string_view name, std::span<const Variant> args) const override;
     void put(std::string_view name, const Variant& value) override;
+    std::vector<std::string_view> memberNames() const override;
 
     std::string Format; ///< number or date pattern, "" for none
 };
@@ -41,6 +43,7 @@ class TextEntry : public Control {
 public:
     Variant get(std::string_view name, std::span<const Variant> args) const override;
     void put(std::string_view name, const Variant& value) override;
+    std::vector<std::string_view> memberNames() const override;
 
     const std::string& text() const noexcept { return text_; }
     /// Sets the text, moves the cursor before it and ends the selection.
@@ -71,6 +74,7 @@ public:
     std::string_view typeName() const override { return "TextBox"; }
     Variant get(std::string_view name, std::span<const Variant> args) const override;
     void put(std::string_view name, const Variant& value) override;
+    std::vector<std::string_view> memberNames() const override;
 
     std::int32_t MaxLength = 0; ///< number of characters that the user can enter, 0 for no limit
     std::shared_ptr<controls::DataFormat> DataFormat = std::make_shared<controls::DataFormat>();
@@ -83,6 +87,7 @@ public:
     Variant get(std::string_view name, std::span<const Variant> args) const override;
     void put(std::string_view name, const Variant& value) override;
     Variant call(std::string_view name, std::span<Variant> args) override;
+    std::vector<std::string_view> memberNames() const override;
 
     /// Removes all entries and the text.
     void Clear();
@@ -122,6 +127,7 @@ public:
     std::string_view typeName() const override { return "CheckBox"; }
     Variant get(std::string_view name, std::span<const Variant> args) const override;
     void put(std::string_view name, const Variant& value) override;
+    std::vector<std::string_view> memberNames() const override;
     Variant defaultValue() const override; ///< Value
     bool hasDefaultValue() const noexcept override { return true; }
 

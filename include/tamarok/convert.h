@@ -31,7 +31,8 @@ inline constexpr std::size_t maxNumberText = 32;
 /// Error 6 for a number that is not finite.
 std::string toText(double number, const Regional& regional);
 
-/// Returns the same text with "." as separator.
+/// Returns the same text with "." as separator. The 15 digits of the largest numbers, from 1.797693134862315E+308 on,
+/// round up to "1.79769313486232E+308", which lies beyond the range: `parsePlainNumber` gives nothing for it.
 std::string toPlainText(double number);
 
 /// Writes the same text into `buffer`, which has room for `maxNumberText` characters.
@@ -68,7 +69,7 @@ std::string toSqlNumber(double number, const Regional& regional);
 std::optional<double> parseNumber(std::string_view text, const Regional& regional);
 
 /// Reads a number with "." as decimal separator, as SQL text and files have it: sign, digits, exponent; no
-/// blanks and no thousands separators. Nothing for any other text.
+/// blanks and no thousands separators. Nothing for any other text, and for a number beyond the range of double.
 std::optional<double> parsePlainNumber(std::string_view text);
 
 /// Reads a date as a person types it: day, month and year in the regional order, separated by points,

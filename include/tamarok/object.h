@@ -4,6 +4,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tamarok {
 
@@ -43,12 +44,16 @@ public:
     /// Returns whether the object has a default value; most have none.
     virtual bool hasDefaultValue() const noexcept;
 
+    /// Returns the names of the properties and methods, for messages; none if a class does not tell them. A class that
+    /// extends another one adds its own to those of its base. The names are valid while the object lives.
+    virtual std::vector<std::string_view> memberNames() const;
+
 protected:
     Object() = default;
     Object(const Object&) = default;
     Object& operator=(const Object&) = default;
 
-    /// Throws Error 438 that names the type and the member `name`.
+    /// Throws Error 438 that names the type, the member `name` and the nearest of `memberNames`.
     [[noreturn]] void noSuchMember(std::string_view name) const;
 };
 

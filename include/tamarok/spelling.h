@@ -17,15 +17,24 @@ std::string_view nearest(std::string_view word, std::span<const std::string_view
 /// Returns "; did you mean 'X'?" for the nearest known word, or an empty text if none is near.
 std::string suggestion(std::string_view word, std::span<const std::string_view> known);
 
-/// The same for rows with a member `name`.
+/// Returns the suggestion, or "." if none is near: the end of a sentence that names an unknown word.
+std::string suggestionOrPoint(std::string_view word, std::span<const std::string_view> known);
+
+/// Returns the names of rows with a member `name`, in their order behind `others`.
+template <class Rows>
+std::vector<std::string_view> namesOf(const Rows& rows, std::vector<std::string_view> others = {})
+{
+    others.reserve(others.size() + std::size(rows));
+    for (const auto& row : rows)
+        others.push_back(row.name);
+    return others;
+}
+
+/// Returns the suggestion from the names of rows with a member `name`.
 template <class Rows>
 std::string suggestionByName(std::string_view word, const Rows& rows)
 {
-    std::vector<std::string_view> known;
-    known.reserve(std::size(rows));
-    for (const auto& row : rows)
-        known.push_back(row.name);
-    return suggestion(word, known);
+    return suggestion(word, namesOf(rows));
 }
 
 } // namespace tamarok::spelling

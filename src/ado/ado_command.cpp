@@ -6,6 +6,7 @@
 #include "tamarok/ado_backend.h"
 #include "tamarok/convert.h"
 #include "tamarok/members.h"
+#include "tamarok/spelling.h"
 
 // The command, its parameters and their late binding. Late-bound parameters and collections share the list of
 // the command, so that they stay valid after the command is gone.
@@ -82,6 +83,7 @@ public:
     std::string_view typeName() const override { return "Parameter"; }
     Variant get(std::string_view name, ReadArguments arguments) const override;
     void put(std::string_view name, const Variant& value) override;
+    std::vector<std::string_view> memberNames() const override;
     Variant defaultValue() const override { return parameter().value; }
     bool hasDefaultValue() const noexcept override { return true; }
 
@@ -131,6 +133,11 @@ void ParameterObject::put(std::string_view name, const Variant& value)
     noSuchMember(name);
 }
 
+std::vector<std::string_view> ParameterObject::memberNames() const
+{
+    return spelling::namesOf(parameterMembers);
+}
+
 /// Returns a parameter by index, from 0, or by name. Error 3265 for an unknown one.
 Variant parameterOf(const ParameterList& list, const Variant& key)
 {
@@ -143,7 +150,10 @@ Variant parameterOf(const ParameterList& list, const Variant& key)
     for (std::size_t index = 0; key.isString() && index < list->size(); ++index)
         if (text::equalsNoCase((*list)[index].name, key.asString()))
             return std::make_shared<ParameterObject>(list, index);
-    fail(errors::itemNotFound, parametersSource, "The command has no parameter \"" + convert::toText(key) + "\".");
+    const std::string name = convert::toText(key);
+    fail(errors::itemNotFound, parametersSource,
+         "The command has no parameter \"" + name + '"' +
+             (key.isString() ? spelling::suggestionOrPoint(name, spelling::namesOf(*list)) : "."));
 }
 
 /// The collection `Parameters`.
@@ -169,6 +179,7 @@ public:
         parameter->moveTo(list_);
         return {};
     }
+    std::vector<std::string_view> memberNames() const override { return {"Count", "Item", "Append"}; }
 
 private:
     ParameterList list_;
@@ -256,6 +267,11 @@ Variant Command::call(std::string_view name, std::span<Variant> args)
 {
     if (const auto found = findMethod(table, name)) return found(*this, args);
     return get(name, args);
+}
+
+std::vector<std::string_view> Command::memberNames() const
+{
+    return spelling::namesOf(table, {parametersName});
 }
 
 } // namespace tamarok::ado

@@ -7,6 +7,7 @@
 #include "tamarok/ado_backend.h"
 #include "tamarok/convert.h"
 #include "tamarok/members.h"
+#include "tamarok/spelling.h"
 
 // The connection and its late binding. Every statement is announced to the listener before it is sent.
 
@@ -185,6 +186,11 @@ Variant Connection::call(std::string_view name, std::span<Variant> args)
     // A property with parentheses arrives as a call.
     if (const auto found = findMethod(table, name)) return found(*this, args);
     return get(name, args);
+}
+
+std::vector<std::string_view> Connection::memberNames() const
+{
+    return spelling::namesOf(table);
 }
 
 } // namespace tamarok::ado

@@ -4,6 +4,7 @@
 
 #include "tamarok/convert.h"
 #include "tamarok/members.h"
+#include "tamarok/spelling.h"
 
 // The field and its late binding. A field holds no value: it asks the shared state of its recordset.
 
@@ -68,6 +69,7 @@ public:
         if (text::equalsNoCase(member, "Name")) return name_;
         noSuchMember(member);
     }
+    std::vector<std::string_view> memberNames() const override { return {"Value", "Name"}; }
 
 private:
     std::string_view name_;
@@ -104,7 +106,10 @@ public:
                                : static_cast<std::int64_t>(index) == convert::toLongLong(key))
                 return items_[index];
         }
-        fail(errors::itemNotFound, fieldSource, "A field has no property \"" + convert::toText(key) + "\".");
+        const std::string name = convert::toText(key);
+        fail(errors::itemNotFound, fieldSource,
+             "A field has no property \"" + name + '"' +
+                 spelling::suggestionOrPoint(name, spelling::namesOf(propertyRows)));
     }
 
     std::string_view typeName() const override { return "Properties"; }
@@ -116,6 +121,7 @@ public:
         return item(arguments[0]);
     }
     Variant call(std::string_view member, std::span<Variant> arguments) override { return get(member, arguments); }
+    std::vector<std::string_view> memberNames() const override { return {"Count", "Item"}; }
 
 private:
     std::vector<std::shared_ptr<FieldProperty>> items_;
@@ -167,6 +173,11 @@ void Field::put(std::string_view name, const Variant& value)
 Variant Field::call(std::string_view name, std::span<Variant> args)
 {
     return get(name, args);
+}
+
+std::vector<std::string_view> Field::memberNames() const
+{
+    return spelling::namesOf(table);
 }
 
 // Makes a field stand for its value wherever a value is expected.

@@ -3,6 +3,7 @@
 #include "ado_failure.h"
 
 #include "tamarok/ado.h"
+#include "tamarok/spelling.h"
 #include "tamarok/text.h"
 
 // The columns of a recordset, by ordinal or by name. The hash table of the names makes the look-up among 40
@@ -79,7 +80,11 @@ const FieldRef& FieldCollection::at(std::string_view name) const
         const FieldRef& field = fields_[static_cast<std::size_t>(slots_[slot])];
         if (sameName(field->Name(), name)) return field;
     }
-    fail(errors::itemNotFound, fieldsSource, "There is no column named \"" + std::string{name} + "\".");
+    std::vector<std::string_view> known;
+    for (const FieldRef& field : fields_)
+        known.push_back(field->Name());
+    fail(errors::itemNotFound, fieldsSource,
+         "There is no column named \"" + std::string{name} + '"' + spelling::suggestionOrPoint(name, known));
 }
 
 /// Of several columns of one name the first is found, since its slot is passed first.

@@ -4,6 +4,7 @@
 #include "tamarok/ado.h"
 #include "tamarok/convert.h"
 #include "tamarok/members.h"
+#include "tamarok/spelling.h"
 
 // The recordset by late binding.
 
@@ -35,6 +36,7 @@ public:
         return fieldOf(fields_, arguments[0]);
     }
     Variant call(std::string_view name, CallArguments arguments) override { return get(name, arguments); }
+    std::vector<std::string_view> memberNames() const override { return {"Count", "Item"}; }
 
 private:
     FieldCollection fields_;
@@ -175,6 +177,11 @@ Variant Recordset::call(std::string_view name, std::span<Variant> args)
 {
     if (const auto found = findMethod(table, name)) return found(*this, args);
     return get(name, args);
+}
+
+std::vector<std::string_view> Recordset::memberNames() const
+{
+    return spelling::namesOf(table);
 }
 
 } // namespace tamarok::ado

@@ -2,6 +2,8 @@
 
 #include <vector>
 
+#include "tamarok/spelling.h"
+
 namespace tamarok::component {
 
 Variant Instance::get(std::string_view name, std::span<const Variant> args) const
@@ -25,6 +27,11 @@ Variant Instance::call(std::string_view name, std::span<Variant> args)
     const OperationInfo* operation = findOperation(class_, name, args.size());
     if (operation == nullptr) noSuchMember(name);
     return invoke(class_, *operation, *this, args);
+}
+
+std::vector<std::string_view> Instance::memberNames() const
+{
+    return spelling::namesOf(class_.operations);
 }
 
 ObjectRef makeInstance(const ClassInfo& classInfo)

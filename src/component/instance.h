@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "tamarok/component.h"
 #include "tamarok/error.h"
@@ -20,6 +21,7 @@ public:
     Variant get(std::string_view name, std::span<const Variant> args) const override;
     void put(std::string_view name, const Variant& value) override;
     Variant call(std::string_view name, std::span<Variant> args) override;
+    std::vector<std::string_view> memberNames() const override;
 
 private:
     const ClassInfo& class_;

@@ -2,6 +2,7 @@
 
 #include "tamarok/component.h"
 #include "tamarok/error.h"
+#include "tamarok/spelling.h"
 
 namespace tamarok::component {
 
@@ -22,6 +23,11 @@ void RecordObject::put(std::string_view name, const Variant& value)
     } catch (Error& error) {
         throw error.addContext("TmkVar." + std::string{field->name});
     }
+}
+
+std::vector<std::string_view> RecordObject::memberNames() const
+{
+    return spelling::namesOf(tmkVarFields());
 }
 
 ObjectRef makeRecordObject(TmkVar& record)

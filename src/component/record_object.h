@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string_view>
+#include <vector>
+
 #include "tamarok/object.h"
 #include "tamarok/tmkvar.h"
 #include "tamarok/variant.h"
@@ -16,6 +19,7 @@ public:
     std::string_view typeName() const override { return "TmkVar"; }
     Variant get(std::string_view name, std::span<const Variant> args) const override;
     void put(std::string_view name, const Variant& value) override;
+    std::vector<std::string_view> memberNames() const override;
 
 private:
     TmkVar& record_;

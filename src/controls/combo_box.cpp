@@ -4,6 +4,7 @@
 #include "tamarok/convert.h"
 #include "tamarok/error.h"
 #include "tamarok/members.h"
+#include "tamarok/spelling.h"
 #include "tamarok/text.h"
 
 // The combo box. Inserting or removing an entry keeps the selected entry selected.
@@ -12,6 +13,7 @@ namespace tamarok::controls {
 namespace {
 
 using Index = std::span<const Variant>;
+using CallArguments = std::span<Variant>;
 
 /// Returns the index of an indexed property, such as List(3). Error 450 without exactly one.
 std::int32_t indexArgument(Index index, std::string_view property)
@@ -21,7 +23,39 @@ std::int32_t indexArgument(Index index, std::string_view property)
     return convert::toLong(index[0]);
 }
 
-// The setter of ItemData takes an index and a value, so it is among the calls.
+constexpr std::string_view source = "ComboBox";
+
+Variant callClear(ComboBox& box, CallArguments arguments)
+{
+    checkArgumentCount(arguments.size(), 0, 0, "Clear", source);
+    box.Clear();
+    return {};
+}
+
+/// AddItem(text, [index]).
+Variant callAddItem(ComboBox& box, CallArguments arguments)
+{
+    checkArgumentCount(arguments.size(), 1, 2, "AddItem", source);
+    box.AddItem(convert::toText(arguments[0]), arguments.size() == 2 ? convert::toLong(arguments[1]) : -1);
+    return {};
+}
+
+Variant callRemoveItem(ComboBox& box, CallArguments arguments)
+{
+    checkArgumentCount(arguments.size(), 1, 1, "RemoveItem", source);
+    box.RemoveItem(convert::toLong(arguments[0]));
+    return {};
+}
+
+/// ItemData(index, value).
+Variant callItemData(ComboBox& box, CallArguments arguments)
+{
+    checkArgumentCount(arguments.size(), 2, 2, "ItemData", source);
+    box.ItemData(convert::toLong(arguments[0]), convert::toLong(arguments[1]));
+    return {};
+}
+
+// The setter of ItemData takes an index and a value, so it is a call.
 constexpr Member<ComboBox> members[]{
     {.name = "ListCount", .get = [](const ComboBox& box, Index) -> Variant { return box.ListCount(); }},
     {.name = "NewIndex", .get = [](const ComboBox& box, Index) -> Variant { return box.NewIndex(); }},
@@ -31,10 +65,14 @@ constexpr Member<ComboBox> members[]{
     {.name = "List",
      .get = [](const ComboBox& box, Index index) -> Variant { return box.List(indexArgument(index, "List")); }},
     {.name = "ItemData",
-     .get = [](const ComboBox& box, Index index) -> Variant { return box.ItemData(indexArgument(index, "ItemData")); }},
+     .get = [](const ComboBox& box, Index index) -> Variant { return box.ItemData(indexArgument(index, "ItemData")); },
+     .call = callItemData},
     {.name = "Sorted",
      .get = [](const ComboBox& box, Index) -> Variant { return box.Sorted; },
      .put = [](ComboBox& box, const Variant& value) { box.Sorted = convert::toBoolean(value); }},
+    {.name = "Clear", .call = callClear},
+    {.name = "AddItem", .call = callAddItem},
+    {.name = "RemoveItem", .call = callRemoveItem},
 };
 
 constexpr std::span<const Member<ComboBox>> table{members};
@@ -55,18 +93,13 @@ void ComboBox::put(std::string_view name, const Variant& value)
 
 Variant ComboBox::call(std::string_view name, std::span<Variant> args)
 {
-    if (text::equalsNoCase(name, "Clear") && args.empty()) {
-        Clear();
-    } else if (text::equalsNoCase(name, "AddItem") && (args.size() == 1 || args.size() == 2)) {
-        AddItem(convert::toText(args[0]), args.size() == 2 ? convert::toLong(args[1]) : -1);
-    } else if (text::equalsNoCase(name, "RemoveItem") && args.size() == 1) {
-        RemoveItem(convert::toLong(args[0]));
-    } else if (text::equalsNoCase(name, "ItemData") && args.size() == 2) {
-        ItemData(convert::toLong(args[0]), convert::toLong(args[1]));
-    } else {
-        return TextEntry::call(name, args);
-    }
-    return {};
+    if (const auto found = findMethod(table, name)) return found(*this, args);
+    return TextEntry::call(name, args);
+}
+
+std::vector<std::string_view> ComboBox::memberNames() const
+{
+    return spelling::namesOf(table, TextEntry::memberNames());
 }
 
 void ComboBox::Clear()

@@ -2,6 +2,7 @@
 #include "tamarok/convert.h"
 #include "tamarok/error.h"
 #include "tamarok/members.h"
+#include "tamarok/spelling.h"
 
 // The common properties, the simple controls, and the making of controls by type name. A control looks a member up
 // in its own table first and passes unknown names to its base class.
@@ -26,6 +27,26 @@ constexpr Member<Control> members[]{
 };
 
 constexpr std::span<const Member<Control>> table{members};
+
+/// Error 380 for a state that a check box does not have.
+void putState(CheckBox& box, const Variant& value)
+{
+    const std::int16_t state = convert::toInteger(value);
+    // 0 is unchecked, 1 checked, 2 greyed.
+    if (state < 0 || state > 2)
+        throw Error{errors::invalidPropertyValue, "Invalid property value: a check box is 0, 1 or 2.",
+                    "CheckBox.Value"};
+    box.Value = state;
+}
+
+constexpr Member<CheckBox> checkBoxMembers[]{
+    {.name = "Value", .get = [](const CheckBox& box, Index) -> Variant { return box.Value; }, .put = putState},
+    {.name = "Caption",
+     .get = [](const CheckBox& box, Index) -> Variant { return box.Caption; },
+     .put = [](CheckBox& box, const Variant& value) { box.Caption = convert::toText(value); }},
+};
+
+constexpr std::span<const Member<CheckBox>> checkBoxTable{checkBoxMembers};
 
 /// A type of control and the function that makes one.
 struct ControlType {
@@ -60,6 +81,11 @@ void Control::put(std::string_view name, const Variant& value)
     noSuchMember(name);
 }
 
+std::vector<std::string_view> Control::memberNames() const
+{
+    return spelling::namesOf(table);
+}
+
 Variant DataFormat::get(std::string_view name, std::span<const Variant> /*args*/) const
 {
     // The one member needs no table.
@@ -73,27 +99,26 @@ void DataFormat::put(std::string_view name, const Variant& value)
     Format = convert::toText(value);
 }
 
+std::vector<std::string_view> DataFormat::memberNames() const
+{
+    return {"Format"};
+}
+
 Variant CheckBox::get(std::string_view name, std::span<const Variant> args) const
 {
-    if (text::equalsNoCase(name, "Value")) return Value;
-    if (text::equalsNoCase(name, "Caption")) return Caption;
+    if (const auto getter = findGetter(checkBoxTable, name)) return getter(*this, args);
     return Control::get(name, args);
 }
 
 void CheckBox::put(std::string_view name, const Variant& value)
 {
-    if (text::equalsNoCase(name, "Value")) {
-        const std::int16_t state = convert::toInteger(value);
-        // 0 is unchecked, 1 checked, 2 greyed.
-        if (state < 0 || state > 2)
-            throw Error{errors::invalidPropertyValue, "Invalid property value: a check box is 0, 1 or 2.",
-                        "CheckBox.Value"};
-        Value = state;
-    } else if (text::equalsNoCase(name, "Caption")) {
-        Caption = convert::toText(value);
-    } else {
-        Control::put(name, value);
-    }
+    if (const auto setter = findSetter(checkBoxTable, name)) return setter(*this, value);
+    Control::put(name, value);
+}
+
+std::vector<std::string_view> CheckBox::memberNames() const
+{
+    return spelling::namesOf(checkBoxTable, Control::memberNames());
 }
 
 Variant CheckBox::defaultValue() const

@@ -4,6 +4,7 @@
 #include "tamarok/convert.h"
 #include "tamarok/error.h"
 #include "tamarok/members.h"
+#include "tamarok/spelling.h"
 #include "tamarok/text.h"
 
 // Text fields and the typing of keys. All positions are in characters.
@@ -50,6 +51,22 @@ void requireNotNegative(std::int32_t value, std::string_view property)
                     std::string{property}};
 }
 
+void putMaxLength(TextBox& box, const Variant& value)
+{
+    const std::int32_t length = convert::toLong(value);
+    requireNotNegative(length, "MaxLength");
+    box.MaxLength = length;
+}
+
+constexpr Member<TextBox> boxMembers[]{
+    {.name = "DataFormat", .get = [](const TextBox& box, Index) -> Variant { return ObjectRef{box.DataFormat}; }},
+    {.name = "MaxLength",
+     .get = [](const TextBox& box, Index) -> Variant { return box.MaxLength; },
+     .put = putMaxLength},
+};
+
+constexpr std::span<const Member<TextBox>> boxTable{boxMembers};
+
 /// Returns whether the user cannot enter another character: a selection makes room for its length.
 bool isFull(const TextEntry& box)
 {
@@ -71,6 +88,11 @@ void TextEntry::put(std::string_view name, const Variant& value)
 {
     if (const auto setter = findSetter(table, name)) return setter(*this, value);
     Control::put(name, value);
+}
+
+std::vector<std::string_view> TextEntry::memberNames() const
+{
+    return spelling::namesOf(table, Control::memberNames());
 }
 
 void TextEntry::text(std::string value)
@@ -117,20 +139,19 @@ void TextEntry::SelText(std::string_view replacement)
 
 Variant TextBox::get(std::string_view name, std::span<const Variant> args) const
 {
-    if (text::equalsNoCase(name, "DataFormat")) return ObjectRef{DataFormat};
-    if (text::equalsNoCase(name, "MaxLength")) return MaxLength;
+    if (const auto getter = findGetter(boxTable, name)) return getter(*this, args);
     return TextEntry::get(name, args);
 }
 
 void TextBox::put(std::string_view name, const Variant& value)
 {
-    if (text::equalsNoCase(name, "MaxLength")) {
-        const std::int32_t length = convert::toLong(value);
-        requireNotNegative(length, "MaxLength");
-        MaxLength = length;
-    } else {
-        TextEntry::put(name, value);
-    }
+    if (const auto setter = findSetter(boxTable, name)) return setter(*this, value);
+    TextEntry::put(name, value);
+}
+
+std::vector<std::string_view> TextBox::memberNames() const
+{
+    return spelling::namesOf(boxTable, TextEntry::memberNames());
 }
 
 // The filter may change or refuse (0) the key. What is left of it acts as the platform does: Enter types nothing,

@@ -1,7 +1,11 @@
 #include "tamarok/object.h"
 
+#include <algorithm>
+
 #include "tamarok/error.h"
 #include "tamarok/members.h"
+#include "tamarok/spelling.h"
+#include "tamarok/text.h"
 #include "tamarok/variant.h"
 
 // The defaults of late binding: an object without members and without default value.
@@ -33,10 +37,20 @@ bool Object::hasDefaultValue() const noexcept
     return false;
 }
 
+std::vector<std::string_view> Object::memberNames() const
+{
+    return {};
+}
+
 void Object::noSuchMember(std::string_view name) const
 {
+    const std::vector<std::string_view> known = memberNames();
+    // A member that cannot be used this way, such as a read-only property, is no misspelling.
+    const bool isKnown =
+        std::ranges::any_of(known, [&](std::string_view own) { return text::equalsNoCase(own, name); });
     throw Error{errors::noSuchMember, "An object of the type " + std::string{typeName()} +
-                                          " has no property or method \"" + std::string{name} + "\"."};
+                                          " has no property or method \"" + std::string{name} + '"' +
+                                          (isKnown ? "." : spelling::suggestionOrPoint(name, known))};
 }
 
 Object& require(const ObjectRef& object, std::string_view what)

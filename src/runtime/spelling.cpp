@@ -59,4 +59,10 @@ std::string suggestion(std::string_view word, std::span<const std::string_view> 
     return found.empty() ? std::string{} : "; did you mean '" + std::string{found} + "'?";
 }
 
+std::string suggestionOrPoint(std::string_view word, std::span<const std::string_view> known)
+{
+    std::string help = suggestion(word, known);
+    return help.empty() ? "." : help;
+}
+
 } // namespace tamarok::spelling

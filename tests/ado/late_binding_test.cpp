@@ -171,6 +171,57 @@ TEST_F(LateBindingTest, ParameterKeptBeyondItsCommand)
     EXPECT_EQ(errorNumber([&] { get(parameter, "Value"); }), errors::itemNotFound);
 }
 
+TEST_F(LateBindingTest, MisspeltMembersAreNamedWithTheNearestOne)
+{
+    const auto rows = openLate();
+    const auto command = std::make_shared<Command>();
+    const auto field = object(get(rows, "Fields", {0}));
+    struct Case {
+        ObjectRef target;
+        const char* word;
+        const char* nearest;
+    };
+    const Case table[] = {
+        {connection, "Exekute", "Execute"},
+        {rows, "MoveNxt", "MoveNext"},
+        {rows, "Feilds", "Fields"},
+        {object(get(rows, "Fields")), "Itm", "Item"},
+        {field, "Valeu", "Value"},
+        {object(get(field, "Properties")), "Cuont", "Count"},
+        {object(get(field, "Properties", {0})), "Nmae", "Name"},
+        {command, "CommandTxt", "CommandText"},
+        {command, "Parameter", "Parameters"},
+        {object(get(command, "Parameters")), "Apend", "Append"},
+        {object(call(command, "CreateParameter")), "Directoin", "Direction"},
+    };
+    for (const auto& [target, word, nearest] : table) {
+        const std::string message = "An object of the type " + std::string{target->typeName()} +
+                                    " has no property or method \"" + word + "\"; did you mean '" + nearest + "'?";
+        for (const Error& error : {failureOf([&] { get(target, word); }), failureOf([&] { target->put(word, 1); }),
+                                   failureOf([&] { call(target, word); })}) {
+            EXPECT_EQ(error.number, errors::noSuchMember) << word;
+            EXPECT_EQ(error.description, message);
+        }
+    }
+}
+
+TEST_F(LateBindingTest, MisspeltItemsAreNamedWithTheNearestOne)
+{
+    const auto rows = openLate();
+    const auto named = [](auto&& action) { return failureOf(action).description; };
+    EXPECT_EQ(named([&] { get(rows, "Fields", {"NAEM"}); }), "There is no column named \"NAEM\"; did you mean 'Name'?");
+    EXPECT_EQ(named([&] { get(rows, "Fields", {"VOLUME"}); }), "There is no column named \"VOLUME\".");
+    EXPECT_EQ(named([&] { get(object(get(rows, "Fields", {0})), "Properties", {"BASECOLUMNAME"}); }),
+              "A field has no property \"BASECOLUMNAME\"; did you mean 'BASECOLUMNNAME'?");
+    const auto command = std::make_shared<Command>();
+    const auto parameters = object(get(command, "Parameters"));
+    for (const char* name : {"", "KIND", "1"})
+        call(parameters, "Append", {call(command, "CreateParameter", {name})});
+    EXPECT_EQ(named([&] { get(parameters, "Item", {"KNID"}); }),
+              "The command has no parameter \"KNID\"; did you mean 'KIND'?");
+    EXPECT_EQ(named([&] { get(parameters, "Item", {3}); }), "The command has no parameter \"3\".");
+}
+
 TEST_F(LateBindingTest, UnknownMembersAndWrongArguments)
 {
     const auto rows = openLate();

@@ -10,6 +10,7 @@ namespace tamarok::component {
 namespace {
 
 using tamarok::test::errorNumber;
+using tamarok::test::errorText;
 
 TEST(Instance, CallsOperationsByName)
 {
@@ -33,6 +34,18 @@ TEST(Instance, UnknownNamesAreErrors)
     EXPECT_EQ(errorNumber([&] { object->put("InsertToStr", Variant{"x"}); }), errors::noSuchMember);
 }
 
+TEST(Instance, MisspeltNamesAreNamedWithTheNearestOperation)
+{
+    const ObjectRef object = makeInstance("Comm_CSel");
+    const std::string message =
+        "An object of the type Comm_CSel has no property or method \"InsertToWher\"; did you mean 'InsertToWhere'?";
+    EXPECT_EQ(errorText([&] { object->call("InsertToWher", {}); }), message);
+    EXPECT_EQ(errorText([&] { object->get("InsertToWher", {}); }), message);
+    EXPECT_EQ(errorText([&] { object->put("InsertToWher", Variant{"x"}); }), message);
+    EXPECT_EQ(errorText([&] { object->put("InsertToStr", Variant{"x"}); }),
+              "An object of the type Comm_CSel has no property or method \"InsertToStr\".");
+}
+
 TEST(Record, FieldsAreProperties)
 {
     TmkVar session;
@@ -44,6 +57,16 @@ TEST(Record, FieldsAreProperties)
     EXPECT_TRUE(static_cast<bool>(session.bolOracle));
     EXPECT_TRUE(record->get("intDateToDays", {}) == Variant{std::int16_t{12}});
     EXPECT_EQ(record->typeName(), "TmkVar");
+}
+
+TEST(Record, MisspeltFieldsAreNamedWithTheNearestOne)
+{
+    TmkVar session;
+    const ObjectRef record = makeRecordObject(session);
+    const std::string message =
+        "An object of the type TmkVar has no property or method \"strCustomr\"; did you mean 'strCustomer'?";
+    EXPECT_EQ(errorText([&] { record->get("strCustomr", {}); }), message);
+    EXPECT_EQ(errorText([&] { record->put("strCustomr", Variant{"BB"}); }), message);
 }
 
 TEST(Record, RefusesWhatItDoesNotHold)

@@ -24,6 +24,53 @@ TEST(Controls, AreMadeByTypeName)
               "There is no control of type \"Gauge\"; known are CheckBox, ComboBox, TextBox.");
 }
 
+TEST(Controls, MisspeltMembersAreNamedWithTheNearestOne)
+{
+    struct Case {
+        const char* type;
+        const char* word;
+        const char* nearest; ///< nullptr where none is near
+    };
+    const Case table[] = {
+        {"TextBox", "Txt", "Text"},
+        {"TextBox", "MaxLenght", "MaxLength"},
+        {"TextBox", "DataFromat", "DataFormat"},
+        {"TextBox", "Enabeld", "Enabled"},
+        {"TextBox", "Caption", nullptr},
+        {"CheckBox", "Captoin", "Caption"},
+        {"CheckBox", "Vlaue", "Value"},
+        {"CheckBox", "Visable", "Visible"},
+        {"ComboBox", "ListConut", "ListCount"},
+        {"ComboBox", "AddItm", "AddItem"},
+        {"ComboBox", "SelStrat", "SelStart"},
+        {"ComboBox", "Tga", "Tag"},
+        {"ComboBox", "DataFromat", nullptr},
+    };
+    for (const auto& [type, word, nearest] : table) {
+        const std::shared_ptr<Control> control = make(type);
+        const std::string help = nearest ? test::joined({"; did you mean '", nearest, "'?"}) : ".";
+        const std::string message =
+            test::joined({"An object of the type ", type, " has no property or method \"", word, "\"", help});
+        EXPECT_EQ(test::errorText([&] { control->get(word, {}); }), message);
+        EXPECT_EQ(test::errorText([&] { control->put(word, true); }), message);
+        EXPECT_EQ(test::errorText([&] { control->call(word, {}); }), message);
+    }
+    EXPECT_EQ(test::errorText([] { TextBox{}.DataFormat->get("Formatt", {}); }),
+              "An object of the type StdDataFormat has no property or method \"Formatt\"; did you mean 'Format'?");
+}
+
+TEST(Controls, TheNamesOfTheirMembersAreThoseThatCanBeUsed)
+{
+    for (const std::string_view type : knownTypes()) {
+        const std::shared_ptr<Control> control = make(type);
+        for (const std::string_view name : control->memberNames()) {
+            const bool readable = errorNumber([&] { control->get(name, {}); }) != errors::noSuchMember;
+            const bool callable = errorNumber([&] { control->call(name, {}); }) != errors::noSuchMember;
+            EXPECT_TRUE(readable || callable) << type << "." << name;
+        }
+    }
+}
+
 TEST(CheckBoxes, StandForTheirState)
 {
     CheckBox box;
@@ -128,6 +175,9 @@ TEST(ComboBoxes, ByName)
     EXPECT_EQ(box.ListCount(), 0);
     std::vector<Variant> none;
     EXPECT_EQ(errorNumber([&] { box.call("Explode", none); }), errors::noSuchMember);
+    for (const char* method : {"AddItem", "RemoveItem", "ItemData"})
+        EXPECT_EQ(errorNumber([&] { box.call(method, none); }), errors::wrongArgumentCount) << method;
+    EXPECT_EQ(test::errorText([&] { box.call("Clear", item); }), "Clear takes 0 arguments, not 1.");
 }
 
 } // namespace

@@ -59,7 +59,7 @@ std::string content(const ado::ConnectionRef& connection, const std::string& sta
 }
 
 constexpr const char* heads[]{"LOHNERFASSUNG_KOPF", "BB_LEISTUNGS_KOPF", "BB_WALDARBEITERLOHN_KOPF"};
-constexpr const char* keyTables[]{"USERS", "SCH_MASCHINENBUCH", "PA_GRUPPE"};
+constexpr const char* keyTables[]{"USERS", "SCH_MASCHINENBUCH", "PA_GRUPPE", "ACCESS_LEVELS"};
 
 class PeopleRecords : public testing::Test {
 protected:
@@ -143,7 +143,7 @@ TEST_F(PeopleRecords, TotalsAreThoseOfThePositions)
 /// The partners and users of the master data keep every value that is given there.
 TEST_F(PeopleRecords, GivenRowsStayAsTheyAre)
 {
-    for (const std::string table : {"PERSONAL", "USERS", "USERS_PROPERTY"}) {
+    for (const std::string table : {"PERSONAL", "USERS", "USERS_PROPERTY", "ACCESS_LEVELS"}) {
         const TsvTable given = masterTable(table);
         std::string names;
         for (const TsvTable::Column& column : given.columns())
@@ -219,6 +219,24 @@ TEST_F(PeopleRecords, KeysAreFound)
                   0)
             << about;
     }
+}
+
+/// Each level but the root has the level above it, and each district refers to the three offices above it.
+TEST_F(PeopleRecords, LevelsFormATree)
+{
+    EXPECT_EQ(content(connection_,
+                      "SELECT A.ACCESS_LEVELS FROM ACCESS_LEVELS A WHERE A.ID > 1 AND NOT EXISTS(SELECT B.ID "
+                      "FROM ACCESS_LEVELS B WHERE B.ACCESS_LEVELS = CASE WHEN RIGHT(A.ACCESS_LEVELS,6) = "
+                      "'000000' THEN '00000000' WHEN RIGHT(A.ACCESS_LEVELS,4) = '0000' THEN "
+                      "LEFT(A.ACCESS_LEVELS,2)+'000000' WHEN RIGHT(A.ACCESS_LEVELS,2) = '00' THEN "
+                      "LEFT(A.ACCESS_LEVELS,4)+'0000' ELSE LEFT(A.ACCESS_LEVELS,6)+'00' END)"),
+              "");
+    EXPECT_EQ(content(connection_,
+                      "SELECT A.ID FROM ACCESS_LEVELS A LEFT JOIN ACCESS_LEVELS B ON B.ID = A.ID_ACL_1 LEFT "
+                      "JOIN ACCESS_LEVELS C ON C.ID = A.ID_ACL_2 WHERE RIGHT(A.ACCESS_LEVELS,2) <> '00' AND "
+                      "(A.ID_ACL_0 <> A.ID OR ISNULL(B.ACCESS_LEVELS,'') <> LEFT(A.ACCESS_LEVELS,6)+'00' OR "
+                      "ISNULL(C.ACCESS_LEVELS,'') <> LEFT(A.ACCESS_LEVELS,4)+'0000')"),
+              "");
 }
 
 /// Moves the first four characters to the end, takes letters as numbers from 10, and divides by 97.

@@ -1,5 +1,6 @@
 #include <array>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
@@ -35,12 +36,28 @@ void attempt(Work work)
     }
 }
 
-/// A number's plain text is read as the number again, up to its 15 digits.
+/// Returns the number that 15 significant digits make of `number`, by the C library; infinity beyond the largest
+/// double.
+double fifteenDigitsOf(double number)
+{
+    std::array<char, 32> digits;
+    std::snprintf(digits.data(), digits.size(), "%.14e", number);
+    return std::strtod(digits.data(), nullptr);
+}
+
+/// A number's plain text is read as the number again, up to its 15 digits. The largest doubles round up to the one
+/// decimal of 15 digits that lies beyond the range: it is written, and refused when it is read.
 void checkNumber(double number)
 {
     if (!std::isfinite(number)) return;
     const std::string text = convert::toPlainText(number);
     const auto again = convert::parsePlainNumber(text);
+    if (!std::isfinite(fifteenDigitsOf(number))) {
+        if (text != (number < 0 ? "-1.79769313486232E+308" : "1.79769313486232E+308"))
+            complain("not the 15 digits of one of the largest numbers", text);
+        if (again) complain("a text beyond the range is a number", text);
+        return;
+    }
     if (!again) complain("a number's text is no number", text);
     const double scale = std::fabs(number);
     if (std::fabs(*again - number) > scale * 1e-14) complain("a number's text is another number", text);

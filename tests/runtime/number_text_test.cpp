@@ -91,6 +91,41 @@ TEST(NumberText, WhatIsNotFiniteIsAnOverflow)
     EXPECT_EQ(test::errorNumber([] { toPlainText(std::nan("")); }), errors::overflow);
 }
 
+constexpr double lastRoundedDown = 1.797693134862315e308; ///< this double lies just below the tie of the 15th digit
+
+TEST(NumberText, TheLargestNumbersRoundUpBeyondTheRange)
+{
+    // Their 15 digits make a decimal above the largest double, 1.7976931348623157E+308.
+    const PlatformScope scope{test::platformFor("en-US")};
+    for (const double number : {std::numeric_limits<double>::max(), std::nextafter(lastRoundedDown, HUGE_VAL)}) {
+        EXPECT_EQ(toPlainText(number), "1.79769313486232E+308");
+        EXPECT_EQ(toPlainText(-number), "-1.79769313486232E+308");
+    }
+    for (const char* text : {"1.79769313486232E+308", "-1.79769313486232E+308"}) {
+        EXPECT_EQ(parsePlainNumber(text), std::nullopt);
+        EXPECT_FALSE(isNumeric(text));
+        EXPECT_EQ(test::errorText([&] { toDouble(text); }),
+                  test::joined({"Type mismatch: \"", text, "\" is no number."}));
+    }
+}
+
+TEST(NumberText, TheLargestNumberThatReadsBackIsOfFifteenDigits)
+{
+    const PlatformScope scope{test::platformFor("en-US")};
+    const double readBack = 1.79769313486231e308;
+    for (const double number : {lastRoundedDown, readBack}) {
+        EXPECT_EQ(toPlainText(number), "1.79769313486231E+308");
+        EXPECT_EQ(toPlainText(-number), "-1.79769313486231E+308");
+    }
+    EXPECT_EQ(parsePlainNumber("1.79769313486231E+308"), readBack);
+    EXPECT_EQ(parsePlainNumber("-1.79769313486231E+308"), -readBack);
+    EXPECT_EQ(toDouble("1.79769313486231E+308"), readBack);
+    EXPECT_EQ(toDouble("-1.79769313486231E+308"), -readBack);
+    // All its digits are read where they are given.
+    EXPECT_EQ(parsePlainNumber("1.7976931348623157E+308"), std::numeric_limits<double>::max());
+    EXPECT_EQ(parsePlainNumber("-1.7976931348623157E+308"), std::numeric_limits<double>::lowest());
+}
+
 /// Doubles of every magnitude: random mantissas under random powers of ten.
 class Numbers {
 public:

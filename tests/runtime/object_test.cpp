@@ -18,6 +18,35 @@ TEST(Object, AMemberThatDoesNotExistIsNamedWithTheType)
               "An object of the type TextBox has no property or method \"SetFocus\".");
 }
 
+/// A class that tells its members, by late binding read-only.
+class Gauge final : public Object {
+public:
+    std::string_view typeName() const override { return "Gauge"; }
+    Variant get(std::string_view name, std::span<const Variant>) const override
+    {
+        if (text::equalsNoCase(name, "Caption")) return "Pegel";
+        noSuchMember(name);
+    }
+    std::vector<std::string_view> memberNames() const override { return {"Caption"}; }
+};
+
+TEST(Object, AMisspeltMemberIsNamedWithTheNearestOne)
+{
+    Gauge gauge;
+    EXPECT_EQ(errorNumber([&] { gauge.get("Captoin", {}); }), errors::noSuchMember);
+    const std::string misspelt = "An object of the type Gauge has no property or method \"Captoin\"";
+    const std::string nearest = misspelt + "; did you mean 'Caption'?";
+    EXPECT_EQ(errorText([&] { gauge.get("Captoin", {}); }), nearest);
+    EXPECT_EQ(errorText([&] { gauge.put("Captoin", "x"); }), nearest);
+    EXPECT_EQ(errorText([&] { gauge.call("Captoin", {}); }), nearest);
+    EXPECT_EQ(errorText([&] { gauge.get("Width", {}); }),
+              "An object of the type Gauge has no property or method \"Width\".");
+    // A member that cannot be written is spelt well.
+    EXPECT_EQ(errorText([&] { gauge.put("CAPTION", "x"); }),
+              "An object of the type Gauge has no property or method \"CAPTION\".");
+    EXPECT_TRUE(test::ValueHolder("TextBox", 5.0).memberNames().empty()) << "a form's object need not tell them";
+}
+
 TEST(Object, RequireNamesWhatHoldsNothing)
 {
     const ObjectRef nothing;

@@ -14,6 +14,11 @@ struct Case {
     std::string_view nearest;
 };
 
+struct Row {
+    std::string_view name;
+    int number;
+};
+
 TEST(Spelling, NamesTheNearestWord)
 {
     constexpr std::array cases{
@@ -56,6 +61,16 @@ TEST(Spelling, SuggestionIsReadyForAMessage)
 {
     EXPECT_EQ(suggestion("colums", words), "; did you mean 'columns'?");
     EXPECT_EQ(suggestion("xyz", words), "");
+    EXPECT_EQ(suggestionOrPoint("colums", words), "; did you mean 'columns'?");
+    EXPECT_EQ(suggestionOrPoint("xyz", words), ".");
+}
+
+TEST(Spelling, NamesOfRowsStandBehindTheOthers)
+{
+    constexpr std::array rows{Row{"Value", 1}, Row{"Caption", 2}};
+    EXPECT_EQ(namesOf(rows), (std::vector<std::string_view>{"Value", "Caption"}));
+    EXPECT_EQ(namesOf(rows, {"Name"}), (std::vector<std::string_view>{"Name", "Value", "Caption"}));
+    EXPECT_EQ(suggestionByName("Captoin", rows), "; did you mean 'Caption'?");
 }
 
 } // namespace

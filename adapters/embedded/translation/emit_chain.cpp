@@ -61,11 +61,16 @@ void Emitter::checkLength(std::uint32_t offset) const
 /// square root of its length, each in parentheses.
 void Emitter::chain(const ChainExpr& chain, Binding need)
 {
+    std::vector<const Expr*> collected;
+    collectOperands(chain, collected);
+    operands(collected, chain.kind == ExprKind::And, need);
+}
+
+/// @param both  joined by AND, otherwise by OR
+void Emitter::operands(std::span<const Expr* const> operands, bool both, Binding need)
+{
     constexpr std::size_t longestFlat = 64;
-    const bool both = chain.kind == ExprKind::And;
     const Binding own = both ? Binding::And : Binding::Or;
-    std::vector<const Expr*> operands;
-    collectOperands(chain, operands);
     const auto root = static_cast<std::size_t>(std::sqrt(static_cast<double>(operands.size())));
     const std::size_t part = operands.size() <= longestFlat ? operands.size() : root + 1;
     const bool opened = open(own, need);

@@ -140,12 +140,12 @@ void Emitter::scalarQuery(const QueryExpr& subquery)
         write(")");
     } else {
         const Expr& item = *query.outputs[0].value;
+        const Joins joins(*this, query.select->source, 0, [&] { return joinUsers(query); });
         write("(SELECT tm_only(");
         as(item, query.targets.empty() ? item.type : query.targets[0]);
         write(")");
         if (query.select->source != nullptr) write(" FROM ");
-        if (query.select->source != nullptr) from(query.select->source);
-        where(query.select->filter);
+        rows(query.select->source, query.select->filter);
     }
     write(")");
 }

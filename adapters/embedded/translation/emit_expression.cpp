@@ -79,20 +79,30 @@ void Emitter::column(const ColumnExpr& column)
         write("GETDATE()");
         return;
     }
-    const auto index = static_cast<std::size_t>(column.column);
     if (comesFromLimitedRows(*source)) {
         write("\"~r\".");
-        writeName(std::string(source->name.text) + "." + std::string(source->columnName(index)));
+        writeName(std::string(source->name.text) + "." +
+                  std::string(source->columnName(static_cast<std::size_t>(column.column))));
         return;
     }
+    sourceColumn(*source, column.column);
+}
+
+void Emitter::sourceColumn(const Source& source, std::int32_t column)
+{
+    if (const JoinLevel* const level = nestedLevel(source)) {
+        passedColumn(*level, {source.number, column, &source});
+        return;
+    }
+    const auto index = static_cast<std::size_t>(column);
     if (!unqualified_) {
-        writeName(source->name.text);
+        writeName(source.name.text);
         out_ += '.';
     }
-    if (source->renamed) {
+    if (source.renamed) {
         write("\"c" + std::to_string(index + 1) + "\"");
     } else {
-        writeName(source->columnName(index));
+        writeName(source.columnName(index));
     }
 }
 
@@ -111,7 +121,8 @@ bool Emitter::needsCollation(const Expr& expr)
 }
 
 /// SQLite takes the collation of a comparison from a plain column of a table, since it is declared with the column. For
-/// any other expression, and for a column of a subquery, COLLATE is written.
+/// any other expression, and for a column of a subquery, COLLATE is written. A column that passes through nested joins
+/// keeps its collation.
 bool Emitter::bringsCollation(const Expr& expr) const
 {
     if (expr.kind != ExprKind::Column) return false;

@@ -116,6 +116,7 @@ void Emitter::select(const Query& query, Naming naming, bool collate, const Sour
 {
     const Select& select = *query.select;
     const bool limitsFirst = needsLimitedRows(query);
+    const Joins joins(*this, select.source, 0, [&] { return joinUsers(query); });
     if (limitsFirst) limitedScopes_.push_back(select.scope);
     write(select.distinct ? "SELECT DISTINCT " : "SELECT ");
     items(query, naming, collate || select.distinct, limitsFirst ? nullptr : keySource);
@@ -124,11 +125,8 @@ void Emitter::select(const Query& query, Naming naming, bool collate, const Sour
         limitedRows(select);
         limitedScopes_.push_back(select.scope);
     } else {
-        if (select.source != nullptr) {
-            write(" FROM ");
-            from(select.source);
-        }
-        where(select.filter);
+        if (select.source != nullptr) write(" FROM ");
+        rows(select.source, select.filter);
     }
     groupBy(select);
     if (select.having != nullptr) {
@@ -158,11 +156,8 @@ void Emitter::limitedRows(const Select& select)
     }
     // The query around it uses no column, as in COUNT(*).
     if (first) write("1");
-    if (select.source != nullptr) {
-        write(" FROM ");
-        from(select.source);
-    }
-    where(select.filter);
+    if (select.source != nullptr) write(" FROM ");
+    rows(select.source, select.filter);
     write(" LIMIT ");
     if (select.rowCount >= 0) {
         write(std::to_string(select.rowCount));
@@ -200,16 +195,8 @@ void Emitter::items(const Query& query, Naming naming, bool collate, const Sourc
     }
     if (keySource != nullptr) {
         write(", ");
-        writeName(keySource->name.text);
-        write(".rowid");
+        rowKey(*keySource);
     }
-}
-
-void Emitter::where(const Expr* condition)
-{
-    if (condition == nullptr) return;
-    write(" WHERE ");
-    expression(*condition);
 }
 
 void Emitter::groupBy(const Select& select)
@@ -279,78 +266,6 @@ void Emitter::limit(const Query& query, bool rowLimitHere)
     if (query.skip == nullptr) return;
     write(" OFFSET ");
     limitValue(*query.skip);
-}
-
-// --- FROM --------------------------------------------------------------------------------------
-
-/// A join on the right side of a join is enclosed, since SQLite reads joins from the left.
-void Emitter::fromOperand(const FromItem& item)
-{
-    const bool plain = item.kind == FromKind::Table || item.kind == FromKind::Derived;
-    if (!plain) write("(");
-    from(&item);
-    if (!plain) write(")");
-}
-
-namespace {
-
-/// Whether the joins may be read from the left without changing their result.
-bool isChained(const FromItem& item)
-{
-    switch (item.kind) {
-    case FromKind::Table:
-    case FromKind::Derived: return true;
-    case FromKind::Right:
-    case FromKind::Full: return false;
-    default: return isChained(*item.left);
-    }
-}
-
-std::string_view joinText(FromKind kind)
-{
-    switch (kind) {
-    case FromKind::Left: return " LEFT JOIN ";
-    case FromKind::Right: return " RIGHT JOIN ";
-    case FromKind::Full: return " FULL JOIN ";
-    default: return " INNER JOIN ";
-    }
-}
-
-} // namespace
-
-/// Tables are always written with an alias: columns are qualified with the name that the binder knows. A comma binds
-/// less tightly than joins on the server, equally in SQLite; it becomes an inner join with its right side in
-/// parentheses where that matters (RIGHT and FULL JOIN).
-void Emitter::from(const FromItem* item)
-{
-    switch (item->kind) {
-    case FromKind::Table:
-        writeName(item->source->table->name);
-        write(" AS ");
-        writeName(item->source->name.text);
-        return;
-    case FromKind::Derived: {
-        const NestingLevel level(nested_, out_, item->offset, "the derived table ", item->alias.text);
-        write("(");
-        query(*item->query, item->columnNames.empty() ? Naming::ByName : Naming::Numbered);
-        write(") AS ");
-        writeName(item->source->name.text);
-        return;
-    }
-    default: break;
-    }
-    from(item->left);
-    if (item->kind == FromKind::Comma && isChained(*item->right)) {
-        write(", ");
-        from(item->right);
-        return;
-    }
-    write(joinText(item->kind));
-    fromOperand(*item->right);
-    if (item->on != nullptr) {
-        write(" ON ");
-        expression(*item->on);
-    }
 }
 
 } // namespace tamarok::embedded::translation

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -14,6 +15,7 @@
 #include "tamarok_tsql/schema.h"
 #include "tamarok_tsql/scope.h"
 #include "tamarok_tsql/source_text.h"
+#include "translation/join_nest.h"
 #include "translation/nesting.h"
 
 namespace tamarok::embedded::translation {
@@ -79,8 +81,28 @@ public:
     void writeText(std::string_view value);
 
     void query(const Query& query, Naming naming, const Source* keySource = nullptr);
-    void from(const FromItem* item);
-    void where(const Expr* condition);
+    /// The tables of FROM, without the word, and the WHERE clause; either may be nullptr.
+    /// @param beside  a table that is joined to those of FROM; nullptr for none
+    void rows(const FromItem* from, const Expr* condition, const Source* beside = nullptr);
+    /// The rowid of a table.
+    void rowKey(const Source& source);
+
+    /// While an object lives, columns of the FROM clause are written as they come out of its nested joins. An ordinary
+    /// FROM clause has none.
+    class Joins {
+    public:
+        /// @param tablesBeside  tables that the statement joins to those of FROM
+        /// @param users         called for a FROM clause of too many tables alone
+        Joins(Emitter& emitter, const FromItem* from, std::size_t tablesBeside,
+              const std::function<JoinUsers()>& users);
+        ~Joins();
+        Joins(const Joins&) = delete;
+        Joins& operator=(const Joins&) = delete;
+
+    private:
+        Emitter& emitter_;
+        std::optional<JoinNest> nest_;
+    };
 
     void expression(const Expr& expr, Binding need = Binding::None);
     /// As an operand or result of type `target`, with the server's implicit conversion.
@@ -134,6 +156,7 @@ private:
 
     // expressions
     void column(const ColumnExpr& column);
+    void sourceColumn(const Source& source, std::int32_t column);
     void system(const SystemExpr& system);
     void unary(const UnaryExpr& unary, Binding need);
     void binary(const BinaryExpr& binary, Binding need);
@@ -162,6 +185,7 @@ private:
     /// An operand of a comparison, brought to the common type of both sides.
     void operand(const Expr& expr, const Type& common, bool collate, Binding need = Binding::Bitwise);
     void chain(const ChainExpr& chain, Binding need);
+    void operands(std::span<const Expr* const> operands, bool both, Binding need);
     void negation(const NotExpr& negation, Binding need);
     void isNull(const IsNullExpr& isNull, Binding need);
     void between(const BetweenExpr& between, Binding need);
@@ -206,7 +230,18 @@ private:
     void limitedRows(const Select& select);
     bool comesFromLimitedRows(const Source& source) const;
     static bool needsLimitedRows(const Query& query);
-    void fromOperand(const FromItem& item);
+
+    // FROM (emit_from.cpp)
+    void from(const FromItem& item);
+    void table(const Source& source);
+    void derived(const FromItem& item, bool kept);
+    void joinOperand(const JoinTerm& term);
+    void join(const JoinTerm& term);
+    void where(std::span<const Expr* const> conditions);
+    const JoinLevel* nestedLevel(const Source& source) const;
+    void passedColumn(const JoinLevel& level, const PassedColumn& column);
+    void nestedFrom(JoinNest& nest);
+    void nestedTable(JoinNest& nest);
 
     const SourceText& source_;
     DateOrder order_;
@@ -216,6 +251,8 @@ private:
     bool unqualified_ = false; ///< columns are written without their table
     /// Scopes whose columns come out of an inner query, because ROWNUM limits the rows.
     std::vector<const Scope*> limitedScopes_;
+    std::vector<JoinNest*> nests_; ///< of the FROM clauses being written, the innermost last
+    std::size_t joinAliases_ = 0;  ///< derived tables of nested joins so far
 };
 
 } // namespace tamarok::embedded::translation

@@ -64,23 +64,16 @@ void Translator::newRows(const UpdateStatement& update, const Source& target, bo
     }
     if (std::ranges::none_of(assigned, &TableColumn::inKey)) return;
     Emitter rows(source_, order_, 256);
+    const Emitter::Joins joins = nestedJoins(rows, update, target, joined);
     rows.write("SELECT ");
-    rows.writeName(target.name.text);
-    rows.write(".rowid");
+    rows.rowKey(target);
     for (std::size_t i = 0; i < assigned.size(); ++i) {
         rows.write(", ");
         rows.assigned(*update.assignments[i].value, *assigned[i], *target.table);
         step_.assigned.push_back({assigned[i]->name, assigned[i]->inKey});
     }
     rows.write(" FROM ");
-    if (!joined) {
-        rows.writeName(target.table->name);
-        rows.write(" AS ");
-        rows.writeName(target.name.text);
-        if (update.from != nullptr) rows.write(", ");
-    }
-    if (update.from != nullptr) rows.from(update.from);
-    rows.where(update.where);
+    rows.rows(update.from, update.where, joined ? nullptr : &target);
     step_.newRows = std::move(rows.text());
     step_.newRowsParameters = std::move(rows.parameters());
 }

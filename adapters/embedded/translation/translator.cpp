@@ -371,20 +371,16 @@ Source& Translator::targetSource(const Name& target, FromItem* from, Scope& scop
 
 /// Writes its text with an emitter of its own, since the parameters of the probe are fewer than those of the statement
 /// (SET has no part in it). A join may give a row of the target several times, hence DISTINCT.
-void Translator::lockProbe(const Source& target, const FromItem* from, bool joined, const Expr* where)
+void Translator::lockProbe(const Source& target, const FromItem* from, bool joined, Expr* where)
 {
     Emitter probe(source_, order_, 256);
+    const Emitter::Joins joins(probe, from, joined ? 0 : 1, [&] {
+        return JoinUsers{{}, where, joined ? &target : nullptr};
+    });
     probe.write(from != nullptr ? "SELECT DISTINCT " : "SELECT ");
-    probe.writeName(target.name.text);
-    probe.write(".rowid FROM ");
-    if (!joined) {
-        probe.writeName(target.table->name);
-        probe.write(" AS ");
-        probe.writeName(target.name.text);
-        if (from != nullptr) probe.write(", ");
-    }
-    if (from != nullptr) probe.from(from);
-    probe.where(where);
+    probe.rowKey(target);
+    probe.write(" FROM ");
+    probe.rows(from, where, joined ? nullptr : &target);
     step_.lockProbe = std::move(probe.text());
     step_.probeParameters = std::move(probe.parameters());
     probeNested_ = std::move(probe.nested());
@@ -450,26 +446,37 @@ void Translator::update(const UpdateStatement& update)
     if (joined) {
         updateJoined(update, target);
     } else {
+        const Emitter::Joins joins = nestedJoins(emitter_, update, target, false);
         emitter_.writeName(target.name.text);
         updateAssignments(update, target, false);
-        if (update.from != nullptr) {
-            emitter_.write(" FROM ");
-            emitter_.from(update.from);
-        }
-        emitter_.where(update.where);
+        if (update.from != nullptr) emitter_.write(" FROM ");
+        emitter_.rows(update.from, update.where);
     }
     lockProbe(target, update.from, joined, update.where);
     newRows(update, target, joined);
 }
 
+/// The joins of an UPDATE, which uses their columns in the new values.
+Emitter::Joins Translator::nestedJoins(Emitter& emitter, const UpdateStatement& update, const Source& target,
+                                       bool joined)
+{
+    return {emitter, update.from, 1, [&] {
+                JoinUsers users{{}, update.where, joined ? &target : nullptr};
+                for (const Assignment& assignment : update.assignments)
+                    users.values.push_back(assignment.value);
+                return users;
+            }};
+}
+
 /// SQLite's UPDATE does not find its own table in FROM: the joined rows are taken by their row keys.
 void Translator::updateJoined(const UpdateStatement& update, const Source& target)
 {
+    const Emitter::Joins joins = nestedJoins(emitter_, update, target, true);
     emitter_.write("\"~t\"");
     updateAssignments(update, target, true);
     emitter_.write(" FROM (SELECT ");
-    emitter_.writeName(target.name.text);
-    emitter_.write(".rowid AS \"k\"");
+    emitter_.rowKey(target);
+    emitter_.write(" AS \"k\"");
     for (std::size_t i = 0; i < update.assignments.size(); ++i) {
         const Assignment& assignment = update.assignments[i];
         const std::int32_t column = binder_.requireColumn(*target.table, assignment.column);
@@ -478,8 +485,7 @@ void Translator::updateJoined(const UpdateStatement& update, const Source& targe
         emitter_.write(" AS \"c" + std::to_string(i + 1) + "\"");
     }
     emitter_.write(" FROM ");
-    emitter_.from(update.from);
-    emitter_.where(update.where);
+    emitter_.rows(update.from, update.where);
     emitter_.write(") AS \"~u\" WHERE \"~t\".rowid = \"~u\".\"k\"");
 }
 
@@ -498,7 +504,7 @@ void Translator::erase(const DeleteStatement& erase)
     if (erase.from == nullptr) {
         emitter_.write(" AS ");
         emitter_.writeName(target.name.text);
-        emitter_.where(erase.where);
+        emitter_.rows(nullptr, erase.where);
         return;
     }
     emitter_.write(" WHERE rowid IN (");

@@ -45,13 +45,15 @@ private:
     void newRows(const UpdateStatement& update, const Source& target, bool joined);
     void checkAssignedOnce(const UpdateStatement& update, const Assignment& assignment) const;
     void updateAssignments(const UpdateStatement& update, const Source& target, bool fromRows);
+    static Emitter::Joins nestedJoins(Emitter& emitter, const UpdateStatement& update, const Source& target,
+                                      bool joined);
     // UPDATE ... FROM in which the target is one of the joined tables.
     void updateJoined(const UpdateStatement& update, const Source& target);
     void erase(const DeleteStatement& erase);
     /// @param joined  receives whether the rows of the target come out of the FROM clause
     Source& targetSource(const Name& target, FromItem* from, Scope& scope, bool& joined);
     /// Writes the query for the rowids that the statement touches.
-    void lockProbe(const Source& target, const FromItem* from, bool joined, const Expr* where);
+    void lockProbe(const Source& target, const FromItem* from, bool joined, Expr* where);
     void bindWhere(Expr* where, Scope& scope);
 
     Table declaredTable(const CreateTableStatement& create);

@@ -13,6 +13,7 @@
 
 #include "tamarok/ado.h"
 #include "tamarok/date.h"
+#include "tamarok/error.h"
 
 /// What the areas that draw business records share: keys read from the database, columns by name, days and amounts.
 namespace tamarok::database {
@@ -45,7 +46,7 @@ consteval std::size_t placeOf(const std::array<BulkInsert::Column, count>& colum
 {
     for (std::size_t place = 0; place < count; ++place)
         if (columns[place].name == name) return place;
-    throw "no such column";
+    throw Error{errors::invalidArgument, "The statement has no such column."};
 }
 
 /// Returns the rows of a query. Errors: provider failures.

@@ -35,6 +35,10 @@ void writeHunting(ado::Connection& connection, const ReferenceOptions& options);
 /// Writes surveys of standing timber, timber sales by bid, cost accounting and its imports. Errors: provider failures.
 void writeInventory(ado::Connection& connection, const ReferenceOptions& options);
 
+/// Adds organisational levels up to `options.records`. The last area, since the others choose among the given levels.
+/// Errors: provider failures.
+void writeLevels(ado::Connection& connection, const ReferenceOptions& options);
+
 /// Writes partners' further data, hours and wages, machine books, users. Errors: provider failures.
 void writePeople(ado::Connection& connection, const ReferenceOptions& options);
 

@@ -227,6 +227,7 @@ std::vector<Keeper> keepers(ado::Connection& connection)
     auto rows = rowsOf(connection, std::string{query} + " WHERE ID_BB_T_OBJEKTGRUPPE IN (4,5) ORDER BY ID");
     if (rows.empty()) rows = rowsOf(connection, std::string{query} + " ORDER BY ID");
     std::vector<Keeper> all;
+    all.reserve(rows.size());
     for (const auto& row : rows)
         all.push_back({convert::toLong(row[0]), row[1], convert::toLong(row[2]) == machines});
     return all;

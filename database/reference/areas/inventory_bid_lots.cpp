@@ -35,6 +35,7 @@ constexpr std::array<Quality, 5> qualities{{
     {"F", "WH", 1.7, 5},
 }};
 
+/// Veneer logs are stronger and sold singly; the reserve price follows species, assortment and quality.
 Line drawLine(Random& random)
 {
     constexpr std::int32_t thinnest = 18;
@@ -79,6 +80,7 @@ void decide(Random& random, Lot& lot)
         lot.bids[i].award = random.chance(20) ? Award::withdrawn : Award::refused;
 }
 
+/// Bidders differ, and their prices lie around the reserve price; one lot in twenty finds no bidder.
 void drawBids(Random& random, Lot& lot, std::int32_t bidders)
 {
     constexpr std::int32_t mostBids = 6;

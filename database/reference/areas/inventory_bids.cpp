@@ -1,6 +1,5 @@
 #include "areas/inventory_bids.h"
 
-#include <algorithm>
 #include <array>
 
 namespace tamarok::database {
@@ -11,7 +10,6 @@ using bids::Line;
 using bids::Lot;
 
 constexpr std::uint64_t saleStream = 6'000'000'000'002;
-constexpr std::uint64_t bidderStream = 6'000'000'000'003;
 constexpr std::uint64_t rowStream = 6'000'000'000'004;
 
 constexpr std::array saleColumns{
@@ -86,13 +84,6 @@ constexpr std::array bidColumns{
     wholeColumn("RANG"),
     textColumn("BEMERKUNG"),
 };
-constexpr std::array bidderColumns{
-    textColumn("NUMMER"),        textColumn("NAME"),         textColumn("STRASSE"),
-    textColumn("PLZ"),           textColumn("ORT"),          wholeColumn("ID_T_BUNDESLAND"),
-    wholeColumn("ID_BB_T_LAND"), wholeColumn("ID_PERSONAL"), textColumn("TELEFON"),
-    textColumn("EMAIL"),         numberColumn("BURGSCHAFT"), dayColumn("BURGSCHAFT_BIS"),
-};
-
 consteval std::size_t sale(std::string_view name)
 {
     return placeOf(saleColumns, name);
@@ -108,10 +99,6 @@ consteval std::size_t line(std::string_view name)
 consteval std::size_t bid(std::string_view name)
 {
     return placeOf(bidColumns, name);
-}
-consteval std::size_t bidder(std::string_view name)
-{
-    return placeOf(bidderColumns, name);
 }
 
 constexpr std::array<std::string_view, 4> saleNames{"Meistgebotsverkauf Wertholz", "Meistgebotsverkauf Stammholz",
@@ -148,18 +135,6 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 14> speciesG
 /// The group of ownership (BB_TSM_EAGMV1.SHORT) of a kind of ownership (BB_T_EIGENTUMSART.SHORT).
 constexpr std::array<std::pair<std::string_view, std::string_view>, 5> ownershipGroups{
     {{"Land", "SW"}, {"Körper", "KW"}, {"Privat", "PW"}, {"Kirche", "KW"}, {"Gem.", "KW"}}};
-/// The province (T_BUNDESLAND.SHORT) of an Austrian postcode by its first digit.
-constexpr std::array<std::pair<std::string_view, std::string_view>, 4> provincesByPostcode{
-    {{"3", "NÖ"}, {"4", "OÖ"}, {"6", "TI"}, {"8", "ST"}}};
-
-/// The value of `key` in a table of pairs, empty if there is none.
-template <class Table>
-std::string_view valueOf(const Table& table, std::string_view key)
-{
-    for (const auto& [name, value] : table)
-        if (name == key) return value;
-    return {};
-}
 
 /// The keys to which sales refer.
 struct Keys {
@@ -194,42 +169,7 @@ Keys::Keys(ado::Connection& connection) :
     damages{idsOf(connection, "SELECT ID FROM BB_T_HOLZSCHADEN ORDER BY ID")}
 {}
 
-/// Buyers of timber register as bidders. Returns their number.
-std::int32_t writeBidders(ado::Connection& connection, const ReferenceOptions& options)
-{
-    constexpr std::size_t mostBidders = 60;
-    const Codes provinces = codesOf(connection, "SELECT SHORT, ID FROM T_BUNDESLAND");
-    const Codes countries = codesOf(connection, "SELECT SHORT, ID FROM BB_T_LAND");
-    const auto partners =
-        rowsOf(connection, "SELECT ID_PERSONAL, BEZEICHNUNG, STRASSE, PLZ, ORT, TELEFON, ISNULL(NATION,'') AS NATION, "
-                           "LEFT(ISNULL(PLZ,''),1) AS REGION FROM PERSONAL WHERE GRUPPE IN ('Säge','Handel') "
-                           "ORDER BY ID_PERSONAL");
-    Random random{options.seed, bidderStream};
-    BulkInsert row{connection, "BB_MV_BIETER", bidderColumns};
-    const std::size_t count = std::min(mostBidders, partners.size());
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::vector<Variant>& partner = partners[i * partners.size() / count];
-        const std::string country = partner.at(6).asString();
-        const auto number = static_cast<std::int32_t>(i + 1);
-        row[bidder("NUMMER")] = "B" + paddedNumber(number, 4);
-        row[bidder("ID_PERSONAL")] = partner.at(0);
-        row[bidder("NAME")] = partner.at(1);
-        row[bidder("STRASSE")] = partner.at(2);
-        row[bidder("PLZ")] = partner.at(3);
-        row[bidder("ORT")] = partner.at(4);
-        row[bidder("TELEFON")] = partner.at(5);
-        row[bidder("ID_BB_T_LAND")] = idOf(countries, country);
-        row[bidder("ID_T_BUNDESLAND")] = Null{};
-        if (country == "AT")
-            row[bidder("ID_T_BUNDESLAND")] = idOf(provinces, valueOf(provincesByPostcode, partner.at(7).asString()));
-        row[bidder("EMAIL")] = "holzeinkauf" + std::to_string(number) + "@example.com";
-        row[bidder("BURGSCHAFT")] = random.between(1, 20) * 5000.0;
-        row[bidder("BURGSCHAFT_BIS")] = Date{dayOf(options.baseDate).days + random.between(-400, 400)};
-        row.insert();
-    }
-    return static_cast<std::int32_t>(count);
-}
-
+/// The undivided timber counts in volume and reserve price, but is no lot.
 void setSums(BulkInsert& row, const std::vector<Lot>& lots)
 {
     std::int32_t count = 0;
@@ -271,6 +211,7 @@ void setSale(BulkInsert& row, Random& random, const Keys& keys, const Days& days
     if (random.chance(250)) row[sale("BEMERKUNG")] = random.pick(saleRemarks);
 }
 
+/// Each district lies in one province.
 void setLot(BulkInsert& row, Random& random, const Keys& keys, Date day, const Lot& one)
 {
     row[lot("LOS_NUMMER")] = std::to_string(one.number);
@@ -295,11 +236,12 @@ void setLot(BulkInsert& row, Random& random, const Keys& keys, Date day, const L
     row[lot("ZUSCHLAGSDATUM")] = day;
 }
 
+/// Only timber of the quality for rotten logs has a damage.
 void insertLine(BulkInsert& row, Random& random, const Keys& keys, const Line& one)
 {
     row[line("STAMMNUMMER")] = paddedNumber(random.between(1, 99999), 5);
     row[line("ID_HOLZART")] = idOf(keys.species, one.species->code);
-    row[line("ID_BB_TSM_BAGMV1")] = idOf(keys.speciesGroups, valueOf(speciesGroups, one.species->code));
+    row[line("ID_BB_TSM_BAGMV1")] = idOf(keys.speciesGroups, bids::valueOf(speciesGroups, one.species->code));
     row[line("ID_HOLZSORTE")] = idOf(keys.assortments, one.assortment);
     row[line("ID_BB_TSM_SOGMV")] = idOf(keys.assortmentGroups, one.assortmentGroup);
     row[line("ID_GUETEKLASSE")] = idOf(keys.qualities, one.quality);
@@ -369,7 +311,7 @@ void writeSalesByBid(ado::Connection& connection, const ReferenceOptions& option
 {
     constexpr double daysToAward = 21.0;
     if (options.records == 0) return;
-    const std::int32_t bidders = writeBidders(connection, options);
+    const std::int32_t bidders = bids::writeBidders(connection, options);
     const Keys keys{connection};
     Random random{options.seed, saleStream};
     Random ofRows{options.seed, rowStream};
@@ -379,6 +321,7 @@ void writeSalesByBid(ado::Connection& connection, const ReferenceOptions& option
         const Date day = drawDay(random, options);
         const Days days{Date{day.days - random.between(1, 5)}, day};
         const Variant cancelled = drawCancelDay(random, day, options);
+        // A sale is decided some weeks after the opening of its bids, unless it was cancelled.
         const bool decided = cancelled.isNull() && day.days + daysToAward < dayOf(options.baseDate).days;
         const std::vector<Lot> drawn = bids::drawLots(random, bidders, decided);
         head.clear();

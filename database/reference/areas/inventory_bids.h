@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string_view>
 #include <vector>
 
 #include "areas/inventory.h"
@@ -44,5 +45,18 @@ struct Lot {
 
 /// Returns the lots of a sale. @param decided  whether the highest bids have got their award
 std::vector<Lot> drawLots(Random& random, std::int32_t bidders, bool decided);
+
+/// The value of `key` in a table of pairs, empty if there is none.
+template <class Table>
+std::string_view valueOf(const Table& table, std::string_view key)
+{
+    for (const auto& [name, value] : table)
+        if (name == key) return value;
+    return {};
+}
+
+/// Registers buyers of timber as bidders and returns their number: they have the IDs from 1 on. Errors: provider
+/// failures.
+std::int32_t writeBidders(ado::Connection& connection, const ReferenceOptions& options);
 
 } // namespace tamarok::database::bids

@@ -25,6 +25,7 @@ Booking drawBooking(Random& random, const Kind& kind)
     booking.price = cents(random.between(kind.leastPrice, kind.mostPrice));
     const double amount = cents(booking.quantity * booking.price);
     (kind.isRevenue ? booking.revenue : booking.costs) = amount;
+    // Hours are booked with work; for timber and plants they follow from the quantity.
     if (kind.isRevenue) return booking;
     if (kind.unit == "Std") booking.hours = booking.quantity;
     if (kind.subject == Subject::timber) booking.hours = cents(booking.quantity / cubicMetresPerHour);

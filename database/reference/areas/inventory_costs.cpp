@@ -164,6 +164,7 @@ struct Record {
     const Check* refusedBy = nullptr;
 };
 
+/// Records of one source; a few of them are refused.
 std::vector<Record> drawRecords(Random& random, bookings::Origin origin)
 {
     constexpr std::int32_t mostRecords = 6;
@@ -234,6 +235,7 @@ void setTransfer(BulkInsert& row, Random& random, const ReferenceOptions& option
     if (random.chance(200)) row[transfer("BEMERKUNG")] = random.pick(remarks);
 }
 
+/// Cost centre and place are those of the sender; the other keys follow from the kind of booking.
 void setKeys(BulkInsert& row, Random& random, const Keys& keys, const bookings::Kind& kind, const Transfer& drawn,
              std::int32_t orders)
 {

@@ -148,6 +148,7 @@ std::vector<Stem> drawStems(Random& random, const profile::Species& species)
     return stems;
 }
 
+/// The volume of the line is the sum of the rounded volumes of its stems.
 Line drawLine(Random& random)
 {
     Line one{};
@@ -168,6 +169,7 @@ Line drawLine(Random& random)
     return one;
 }
 
+/// A record is measured after the delivery, and imported and taken over after that.
 void setDelivery(BulkInsert& row, Random& random, const ReferenceOptions& options, const Keys& keys, std::int32_t id)
 {
     const Date day = drawDay(random, options);

@@ -111,6 +111,7 @@ void setKey(BulkInsert& row, std::size_t number, const Row* key)
     row[number + 1] = key->at(1);
 }
 
+/// The levels and the cost centre follow from the place.
 void setPlace(BulkInsert& row, const Keys& keys, const Row& place)
 {
     row[at("WALDORT_NAME")] = place.at(0);
@@ -121,6 +122,7 @@ void setPlace(BulkInsert& row, const Keys& keys, const Row& place)
     setKey(row, at("KOSTENSTELLE_NUMMER"), find(keys.costCentres, 2, place.at(1).asString()));
 }
 
+/// Partners are buyers of timber and contractors; own work has none.
 void setKeys(BulkInsert& row, Random& random, const Keys& keys, const bookings::Kind& kind)
 {
     const bool isTimber = kind.subject == Subject::timber;

@@ -210,6 +210,7 @@ std::vector<Line> drawLines(Random& random, const Keys& keys)
     return lines;
 }
 
+/// The area follows from the stock, within that of the forest location.
 void setStand(BulkInsert& row, Random& random, const Keys& keys, const std::vector<Line>& lines)
 {
     constexpr double degreeParts = 100'000.0;
@@ -235,6 +236,7 @@ void setStand(BulkInsert& row, Random& random, const Keys& keys, const std::vect
         row[head("RELTABLE1") + list] = pickId(random, keys.lists.at(list), 60);
 }
 
+/// Only a felling that a calamity forces has a calamity; the project is that of the planned order.
 void setKeys(BulkInsert& row, Random& random, const Keys& keys)
 {
     const bool forced = random.chance(200);
@@ -265,6 +267,7 @@ void setDays(BulkInsert& row, Random& random, const ReferenceOptions& options, s
     if (random.chance(250)) row[head("BEMERKUNG")] = random.pick(remarks);
 }
 
+/// Sums of the rounded values of the rows, so that a list of both agrees.
 void setSums(BulkInsert& row, const std::vector<Line>& lines)
 {
     Line sum{};

@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <cmath>
+
 #include "areas/planning.h"
 
 #include "tamarok/convert.h"
@@ -65,9 +68,16 @@ constexpr std::array materialColumns{
     wholeColumn("ID_HOLZART"), wholeColumn("ID_BB_T_MONAT"),   wholeColumn("ID_WARENEINHEIT"),
 };
 
-/// A line of a plan: its cost is own labour, hours times rate, plus the contractor.
+/// A material with its share in the cost of a line.
+struct Material {
+    Variant article, unit;
+    double quantity = 0.0, price = 0.0, amount = 0.0;
+};
+
+/// A line of a plan: its cost is own labour, hours times rate, plus the contractor and the material.
 struct Line {
     const Work* work = nullptr;
+    std::vector<Material> materials;
     double quantity = 0.0, hours = 0.0, rate = 0.0, labour = 0.0, contractor = 0.0, cost = 0.0, price = 0.0,
            revenue = 0.0;
 };
@@ -98,21 +108,6 @@ Line drawLine(Random& random, const Work& work)
     return line;
 }
 
-Plan drawPlan(Random& random, const ReferenceOptions& options, const Keys& keys, std::int32_t number)
-{
-    Plan plan;
-    plan.number = number;
-    plan.location = &random.pick(keys.locations);
-    plan.work = &random.pick(works);
-    plan.day = drawDay(random, options);
-    const Work* work = plan.work;
-    for (std::int32_t lines = random.between(1, 6); lines > 0; --lines) {
-        plan.lines.push_back(drawLine(random, *work));
-        work = &drawRelated(random, *plan.work);
-    }
-    return plan;
-}
-
 class PlanWriter {
 public:
     PlanWriter(ado::Connection& connection, const ReferenceOptions& options, const Keys& keys) :
@@ -132,8 +127,9 @@ public:
                                          "ORDER BY ID")}
     {}
 
-    void write(Random& random, const Plan& plan)
+    void write(Random& random, std::int32_t planNumber)
     {
+        const Plan plan = drawPlan(random, planNumber);
         writeHead(random, plan);
         std::int32_t number = 0;
         for (const Line& line : plan.lines) {
@@ -141,9 +137,8 @@ public:
             setLine(line, plan, ++number);
             setLineKeys(random, *line.work);
             lines_.insert();
-            if (!line.work->yieldsTimber)
-                for (std::int32_t count = random.between(0, 3); count > 0; --count)
-                    writeMaterial(random);
+            for (const Material& material : line.materials)
+                writeMaterial(random, material);
         }
     }
 
@@ -151,6 +146,41 @@ private:
     static Ids all(ado::Connection& connection, std::string_view table)
     {
         return idsOf(connection, "SELECT ID FROM " + std::string{table} + " WHERE ISNULL(DISABLE,0) = 0 ORDER BY ID");
+    }
+
+    Plan drawPlan(Random& random, std::int32_t number)
+    {
+        Plan plan;
+        plan.number = number;
+        plan.location = &random.pick(keys_.locations);
+        plan.work = &random.pick(works);
+        plan.day = drawDay(random, options_);
+        const Work* work = plan.work;
+        for (std::int32_t lines = random.between(1, 6); lines > 0; --lines) {
+            plan.lines.push_back(drawLine(random, *work));
+            if (isYoungStand(*work)) addMaterials(random, plan.lines.back());
+            work = &drawRelated(random, *plan.work);
+        }
+        return plan;
+    }
+
+    static bool isYoungStand(const Work& work) { return work.mark == "30"; }
+
+    /// Planting and tending need plants, posts and fences, for up to 1,500 euro each.
+    void addMaterials(Random& random, Line& line)
+    {
+        for (std::int32_t count = goods_.empty() ? 0 : random.between(0, 3); count > 0; --count) {
+            const std::vector<Variant>& article = random.pick(goods_);
+            Material material;
+            material.article = article.at(0);
+            material.unit = article.at(2);
+            material.price = article.at(1).isNull() ? 1.0 : cents(convert::toDouble(article.at(1)));
+            const double most = 1500.0 / std::max(material.price, 0.1);
+            material.quantity = std::max(1.0, std::round(most * random.between(0.1, 1.0)));
+            material.amount = cents(material.quantity * material.price);
+            line.cost = cents(line.cost + material.amount);
+            line.materials.push_back(material);
+        }
     }
 
     void writeHead(Random& random, const Plan& plan)
@@ -218,35 +248,30 @@ private:
     void setLineKeys(Random& random, const Work& work)
     {
         const bool isTimber = work.yieldsTimber;
-        const bool isYoungStand = work.mark == "30";
         const auto whenTimber = [&](const Ids& ids) { return isTimber ? pickId(random, ids, 50) : Variant{Null{}}; };
         lines_[at<lineColumns>("FLACHE")] = cents(random.between(0.2, 9.0));
         lines_[at<lineColumns>("ID_BB_T_OBJEKTE")] = pickId(random, keys_.facilities, 200);
         lines_[at<lineColumns>("ID_BB_T_PLANMERKMAL")] = pickId(random, lineMarks_, 300);
         lines_[at<lineColumns>("ID_HOLZART")] = pickId(random, keys_.species, 50);
         lines_[at<lineColumns>("ID_HOLZSORTE")] = whenTimber(assortments_);
-        lines_[at<lineColumns>("ID_BB_T_WILDART")] = isYoungStand ? pickId(random, game_, 400) : Variant{Null{}};
+        lines_[at<lineColumns>("ID_BB_T_WILDART")] = isYoungStand(work) ? pickId(random, game_, 400) : Variant{Null{}};
         lines_[at<lineColumns>("ID_BB_T_GUGJP")] = whenTimber(qualities_);
         lines_[at<lineColumns>("ID_BB_T_STKLGJP")] = whenTimber(strengths_);
         lines_[at<lineColumns>("ID_BB_T_STUCK_VOL_BAUM")] = whenTimber(treeVolumes_);
         lines_[at<lineColumns>("ID_BB_T_RUCKE_ENTFERN")] = whenTimber(distances_);
     }
 
-    void writeMaterial(Random& random)
+    void writeMaterial(Random& random, const Material& material)
     {
-        if (goods_.empty()) return;
-        const std::vector<Variant>& article = random.pick(goods_);
-        const double price = cents(article.at(1).isNull() ? 1.0 : convert::toDouble(article.at(1)));
-        const double quantity = random.between(10, 900);
         materials_[at<materialColumns>("ID_BB_PLAN")] = line_;
-        materials_[at<materialColumns>("MENGE")] = quantity;
-        materials_[at<materialColumns>("PREIS")] = price;
-        materials_[at<materialColumns>("BETRAG")] = cents(quantity * price);
-        materials_[at<materialColumns>("ID_WARENKATALOG")] = article.at(0);
+        materials_[at<materialColumns>("MENGE")] = material.quantity;
+        materials_[at<materialColumns>("PREIS")] = material.price;
+        materials_[at<materialColumns>("BETRAG")] = material.amount;
+        materials_[at<materialColumns>("ID_WARENKATALOG")] = material.article;
         materials_[at<materialColumns>("ID_KOSTENART")] = pickId(random, materialTypes_);
         materials_[at<materialColumns>("ID_HOLZART")] = pickId(random, keys_.species, 300);
         materials_[at<materialColumns>("ID_BB_T_MONAT")] = pickId(random, months_);
-        materials_[at<materialColumns>("ID_WARENEINHEIT")] = article.at(2);
+        materials_[at<materialColumns>("ID_WARENEINHEIT")] = material.unit;
         materials_.insert();
     }
 
@@ -268,7 +293,7 @@ void writeLinedPlans(ado::Connection& connection, const ReferenceOptions& option
     Random random = randomOf(options, Stream::linedPlans);
     PlanWriter writer{connection, options, keys};
     for (std::int32_t number = 1; number <= options.records; ++number)
-        writer.write(random, drawPlan(random, options, keys, number));
+        writer.write(random, number);
 }
 
 } // namespace tamarok::database::planning

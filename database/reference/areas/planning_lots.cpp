@@ -1,9 +1,12 @@
+#include <algorithm>
+
 #include "areas/planning.h"
 
 #include "tamarok/convert.h"
 
 // Provision of timber (list type BERM). The timber lists bring some lots of their own; further ones are made here of
-// logs that no lot holds, a few of one timber list each. What is left without logs is a lot that is still prepared.
+// logs that no lot holds, a few of one timber list each, spread evenly over all logs. A lot that finds no logs is one
+// that is still prepared.
 namespace tamarok::database::planning {
 namespace {
 
@@ -28,6 +31,7 @@ constexpr std::array loadColumns{
 /// A log that no lot holds.
 struct Log {
     std::int32_t id = 0;
+    std::int32_t part = 0; ///< the part of all logs from which a lot takes its own
     std::string list;
     Date day;
     std::string pile;
@@ -35,20 +39,27 @@ struct Log {
     std::int32_t level = 0;
 };
 
-/// Reads logs for that many lots, in the order of their numbers.
+constexpr std::int32_t mostLogsOfLot = 6;
+
+/// Divides all logs into a part for each lot and reads the free ones of the first logs of each part, in the order of
+/// their numbers.
 std::vector<Log> readFreeLogs(ado::Connection& connection, std::int32_t lots)
 {
-    constexpr std::int64_t mostLogsOfLot = 6;
+    const std::int32_t last = idsOf(connection, "SELECT ISNULL(MAX(ID_LOG),0) AS LAST FROM LOGS").at(0);
+    const std::int32_t size = std::max(last / lots, mostLogsOfLot);
     std::vector<Log> logs;
     for (const auto& row :
-         rowsOf(connection, "SELECT TOP " + std::to_string(lots * mostLogsOfLot) +
-                                " LOGS.ID_LOG, LOGS.LISTE, LOGS.LISTDATUM, LOGS.POLTNR, LOGS.KUBATUR, "
-                                "LISTENKOPF.ID_ACCESS_LEVELS FROM LOGS INNER JOIN LISTENKOPF ON LISTENKOPF.LISTE = "
-                                "LOGS.LISTE LEFT JOIN BEREITSTELLUNG_LOGS ON BEREITSTELLUNG_LOGS.ID_LOGS = "
-                                "LOGS.ID_LOG WHERE BEREITSTELLUNG_LOGS.ID_LOGS IS NULL ORDER BY LOGS.ID_LOG"))
-        logs.push_back({convert::toLong(row.at(0)), convert::toText(row.at(1)), convert::toDate(row.at(2)),
+         rowsOf(connection, "SELECT LOGS.ID_LOG, LOGS.LISTE, LOGS.LISTDATUM, LOGS.POLTNR, LOGS.KUBATUR, "
+                            "LISTENKOPF.ID_ACCESS_LEVELS FROM LOGS INNER JOIN LISTENKOPF ON LISTENKOPF.LISTE = "
+                            "LOGS.LISTE LEFT JOIN BEREITSTELLUNG_LOGS ON BEREITSTELLUNG_LOGS.ID_LOGS = LOGS.ID_LOG "
+                            "WHERE LOGS.ID_LOG % " +
+                                std::to_string(size) + " < " + std::to_string(mostLogsOfLot) +
+                                " AND BEREITSTELLUNG_LOGS.ID_LOGS IS NULL ORDER BY LOGS.ID_LOG")) {
+        const std::int32_t id = convert::toLong(row.at(0));
+        logs.push_back({id, id / size, convert::toText(row.at(1)), convert::toDate(row.at(2)),
                         row.at(3).isNull() ? std::string{} : convert::toText(row.at(3)),
                         row.at(4).isNull() ? 0.0 : convert::toDouble(row.at(4)), convert::toLong(row.at(5))});
+    }
     return logs;
 }
 
@@ -85,16 +96,13 @@ public:
     }
 
 private:
-    /// One to six logs that follow each other in one timber list.
+    /// One to six logs of one timber list, from the next part that has free logs.
     std::vector<const Log*> takeLogs(Random& random)
     {
         std::vector<const Log*> taken;
-        for (std::int32_t count = random.between(1, 6); count > 0 && next_ < free_.size(); --count) {
-            const Log& log = free_[next_];
-            if (!taken.empty() && taken.front()->list != log.list) break;
-            taken.push_back(&log);
-            ++next_;
-        }
+        const auto wanted = static_cast<std::size_t>(random.between(1, mostLogsOfLot));
+        for (const std::size_t first = next_; next_ < free_.size() && free_[next_].part == free_[first].part; ++next_)
+            if (taken.size() < wanted && free_[next_].list == free_[first].list) taken.push_back(&free_[next_]);
         return taken;
     }
 

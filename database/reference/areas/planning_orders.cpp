@@ -135,10 +135,12 @@ private:
     {
         double hours = 0.0;
         double cost = 0.0;
+        Date first = order.measures.front().from;
         Date last = order.day;
         for (const Measure& measure : order.measures) {
             hours += measure.hours;
             cost += measure.cost;
+            first = std::min(first, measure.from);
             last = std::max(last, measure.to);
         }
         heads_[at<headColumns>("AUFTRAG_NUMMER")] =
@@ -146,7 +148,7 @@ private:
         heads_[at<headColumns>("BEZEICHNUNG")] = std::string{order.work->name} + " " + order.location->districtName;
         heads_[at<headColumns>("DATUM")] = order.day;
         heads_[at<headColumns>("JAHR")] = yearOf(order.day);
-        heads_[at<headColumns>("BEGINN")] = order.measures.front().from;
+        heads_[at<headColumns>("BEGINN")] = first;
         heads_[at<headColumns>("ENDE")] = last;
         heads_[at<headColumns>("SUMME_STUNDEN")] = tenth(hours);
         heads_[at<headColumns>("SUMME_KOSTEN")] = cents(cost);

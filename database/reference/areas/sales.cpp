@@ -6,6 +6,7 @@ namespace tamarok::database {
 void writeSales(ado::Connection& connection, const ReferenceOptions& options)
 {
     if (options.records == 0) return;
+    // Transports and invoices refer to contracts and articles, so those come first.
     const sales::Keys keys{connection};
     sales::writeContracts(connection, options, keys);
     sales::writeGoods(connection, options, keys);

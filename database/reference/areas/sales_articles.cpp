@@ -11,56 +11,58 @@ namespace {
 
 constexpr std::uint64_t invoiceStream = 1'000'000'000'030;
 
-constexpr std::array headColumns{text("R_NAME"),     text("VER_TYPE"),
-                                 day("INVDATE"),     day("ZAHLDATUM"),
-                                 day("DATE1"),       day("DATE2"),
-                                 text("KOPF1"),      text("KOPF2"),
-                                 text("KOPF6"),      number("NUMM1"),
-                                 number("NUMM2"),    number("NUMM3"),
-                                 number("NUMM4"),    text("VERTRAG"),
-                                 text("HULNR"),      whole("RART_ID"),
-                                 whole("BUCHNR_ID"), whole("KAPITEL_ID"),
-                                 whole("TITEL_ID"),  whole("MANDANTEN_ID"),
-                                 whole("KUNDEN_ID"), whole("ID_ANLASSART"),
-                                 flag("GESPERRT"),   flag("STORNO"),
-                                 whole("ID_USER"),   whole("ID_ACCESS_LEVELS")};
+/// HEADERRECH.
+constexpr std::array headColumns{textColumn("R_NAME"),     textColumn("VER_TYPE"),
+                                 dayColumn("INVDATE"),     dayColumn("ZAHLDATUM"),
+                                 dayColumn("DATE1"),       dayColumn("DATE2"),
+                                 textColumn("KOPF1"),      textColumn("KOPF2"),
+                                 textColumn("KOPF6"),      numberColumn("NUMM1"),
+                                 numberColumn("NUMM2"),    numberColumn("NUMM3"),
+                                 numberColumn("NUMM4"),    textColumn("VERTRAG"),
+                                 textColumn("HULNR"),      wholeColumn("RART_ID"),
+                                 wholeColumn("BUCHNR_ID"), wholeColumn("KAPITEL_ID"),
+                                 wholeColumn("TITEL_ID"),  wholeColumn("MANDANTEN_ID"),
+                                 wholeColumn("KUNDEN_ID"), wholeColumn("ID_ANLASSART"),
+                                 flagColumn("GESPERRT"),   flagColumn("STORNO"),
+                                 wholeColumn("ID_USER"),   wholeColumn("ID_ACCESS_LEVELS")};
 
-constexpr std::array positionColumns{text("NN_NAME"),
-                                     text("VER_TYPE"),
-                                     text("NUMMER"),
-                                     text("BEZEICHNUNG"),
-                                     number("MENGE"),
-                                     number("EINHPREIS"),
-                                     number("RABATT"),
-                                     number("MWST"),
-                                     text("WILDURS"),
-                                     whole("ID_WARENEINHEIT"),
-                                     whole("ID_PERSONAL"),
-                                     whole("ID_WALDORT"),
-                                     day("DATUM"),
-                                     number("MENGE_VE"),
-                                     whole("ID_WARENEINHEIT_VE"),
-                                     whole("ID_WARENKATALOG"),
-                                     whole("ARBEITSAUFTRAG_KOPF_ID"),
-                                     whole("PLAN_ID"),
-                                     whole("ID_BB_T_AUFTRAGS_PLANUNG"),
-                                     whole("ID_LEISTUNGSART"),
-                                     whole("ID_VERFAHREN"),
-                                     whole("ID_OBJEKT"),
-                                     whole("ID_T_ERLEGER"),
-                                     whole("ID_T_JAGDBEZIRK"),
-                                     whole("ID_T_JAGDBEZIRKE"),
-                                     text("BEMERKUNG"),
-                                     whole("RELTABLE1"),
-                                     whole("RELTABLE2"),
-                                     whole("RELTABLE3"),
-                                     whole("RELTABLE4"),
-                                     whole("RELTABLE5"),
-                                     whole("RELTABLE6"),
-                                     whole("RELTABLE7"),
-                                     whole("RELTABLE8"),
-                                     whole("RELTABLE9"),
-                                     whole("RELTABLE10")};
+/// NN_POSITIONEN. The columns of the free lists stand last.
+constexpr std::array positionColumns{textColumn("NN_NAME"),
+                                     textColumn("VER_TYPE"),
+                                     textColumn("NUMMER"),
+                                     textColumn("BEZEICHNUNG"),
+                                     numberColumn("MENGE"),
+                                     numberColumn("EINHPREIS"),
+                                     numberColumn("RABATT"),
+                                     numberColumn("MWST"),
+                                     textColumn("WILDURS"),
+                                     wholeColumn("ID_WARENEINHEIT"),
+                                     wholeColumn("ID_PERSONAL"),
+                                     wholeColumn("ID_WALDORT"),
+                                     dayColumn("DATUM"),
+                                     numberColumn("MENGE_VE"),
+                                     wholeColumn("ID_WARENEINHEIT_VE"),
+                                     wholeColumn("ID_WARENKATALOG"),
+                                     wholeColumn("ARBEITSAUFTRAG_KOPF_ID"),
+                                     wholeColumn("PLAN_ID"),
+                                     wholeColumn("ID_BB_T_AUFTRAGS_PLANUNG"),
+                                     wholeColumn("ID_LEISTUNGSART"),
+                                     wholeColumn("ID_VERFAHREN"),
+                                     wholeColumn("ID_OBJEKT"),
+                                     wholeColumn("ID_T_ERLEGER"),
+                                     wholeColumn("ID_T_JAGDBEZIRK"),
+                                     wholeColumn("ID_T_JAGDBEZIRKE"),
+                                     textColumn("BEMERKUNG"),
+                                     wholeColumn("RELTABLE1"),
+                                     wholeColumn("RELTABLE2"),
+                                     wholeColumn("RELTABLE3"),
+                                     wholeColumn("RELTABLE4"),
+                                     wholeColumn("RELTABLE5"),
+                                     wholeColumn("RELTABLE6"),
+                                     wholeColumn("RELTABLE7"),
+                                     wholeColumn("RELTABLE8"),
+                                     wholeColumn("RELTABLE9"),
+                                     wholeColumn("RELTABLE10")};
 constexpr std::size_t firstFreeListColumn = 26;
 
 // Keys of RECHNUNGSART.
@@ -88,11 +90,13 @@ constexpr std::array<std::string_view, 4> subjects{"Verkauf ab Hof", "Lieferung 
 constexpr std::array<std::string_view, 4> remarks{"Selbstabholung", "Mengenrabatt", "Lieferung in zwei Teilen",
                                                   "Reklamation vorbehalten"};
 
+/// Timber lists name their documents by version and year, so that no log has such a name.
 std::string invoiceName(std::int32_t invoice)
 {
-    return numbered("N-", invoice, 6);
+    return "N-" + paddedNumber(invoice, 6);
 }
 
+/// HEADERRECH.VER_TYPE, RART_ID, KUNDEN_ID, INVDATE and STORNO of an invoice.
 struct Invoice {
     std::int32_t number = 0;
     std::string_view version = "R";
@@ -130,17 +134,18 @@ class InvoiceWriter {
 public:
     InvoiceWriter(ado::Connection& connection, const ReferenceOptions& options, const Keys& keys) :
         random_{options.seed, invoiceStream}, keys_{keys}, options_{options}, articles_{readArticles(connection)},
-        contracts_{readTexts(connection, "SELECT VERTRAG_NAME FROM VERTRAEGE ORDER BY ID_VERTRAG")},
-        workOrders_{readIds(connection, "SELECT ID FROM ARBEITSAUFTRAG_KOPF ORDER BY ID")},
-        plannedOrders_{readIds(connection, "SELECT ID FROM ARBEITSAUFTRAG_KOPF_PLANN ORDER BY ID")},
-        services_{readIds(connection, "SELECT ID FROM LEISTUNGSART ORDER BY ID")},
-        methods_{readIds(connection, "SELECT ID FROM VERFAHREN ORDER BY ID")},
-        hunters_{readIds(connection, "SELECT ID FROM T_ERLEGER ORDER BY ID")},
-        grounds_{readIds(connection, "SELECT ID FROM T_JAGDBEZIRK ORDER BY ID")},
-        surveyed_{readIds(connection, "SELECT ID FROM T_JAGDBEZIRKE ORDER BY ID")},
+        contracts_{contractNames(connection)}, workOrders_{idsOf(connection,
+                                                                 "SELECT ID FROM ARBEITSAUFTRAG_KOPF ORDER BY ID")},
+        plannedOrders_{idsOf(connection, "SELECT ID FROM ARBEITSAUFTRAG_KOPF_PLANN ORDER BY ID")},
+        services_{idsOf(connection, "SELECT ID FROM LEISTUNGSART ORDER BY ID")},
+        methods_{idsOf(connection, "SELECT ID FROM VERFAHREN ORDER BY ID")},
+        hunters_{idsOf(connection, "SELECT ID FROM T_ERLEGER ORDER BY ID")},
+        grounds_{idsOf(connection, "SELECT ID FROM T_JAGDBEZIRK ORDER BY ID")},
+        surveyed_{idsOf(connection, "SELECT ID FROM T_JAGDBEZIRKE ORDER BY ID")},
         heads_{connection, "HEADERRECH", headColumns}, rows_{connection, "NN_POSITIONEN", positionColumns}
     {}
 
+    /// Inserts an invoice and its positions, which are drawn first, since the invoice holds their totals.
     void write(std::int32_t number)
     {
         const Invoice invoice = drawInvoice(number);
@@ -162,7 +167,7 @@ private:
     {
         Invoice invoice;
         invoice.number = number;
-        invoice.day = drawDay(random_, options_.baseDate);
+        invoice.day = drawDay(random_, options_);
         if (random_.chance(350)) invoice.version = random_.pick(profile::versions);
         if (invoice.version != "R" && random_.chance(300)) invoice.kind = creditKind;
         invoice.partner = random_.pick(invoice.version == "R" ? keys_.customers : keys_.partners);
@@ -174,14 +179,16 @@ private:
         if (isFinal) {
             invoice.version = previous_.version;
             invoice.partner = previous_.partner;
-            invoice.day = notAfter(previous_.day, random_.between(10, 60), options_.baseDate);
+            invoice.day = laterDay(previous_.day, random_.between(10, 60), options_);
             invoice.kind = finalKind;
         }
         return invoice;
     }
 
+    /// The last invoice has none after it that could settle it.
     bool isPartial(std::int32_t number) const { return number % partialEvery == 1 && number < options_.records; }
 
+    /// NUMM1 to NUMM4 are net value, number of positions, tax and gross value.
     void insertHead(const Invoice& invoice, const std::vector<Position>& positions)
     {
         double net = 0.0;
@@ -193,33 +200,32 @@ private:
         const Date due{invoice.day.days + 30.0};
         const bool isPaid = due.days + 20.0 < options_.baseDate.days;
         const std::int32_t title = random_.between(1, 6);
-        insertRow(heads_,
-                  {invoiceName(invoice.number),
-                   invoice.version,
-                   invoice.day,
-                   isPaid ? Variant{notAfter(invoice.day, random_.between(5, 50), options_.baseDate)} : Variant{Null{}},
-                   due,
-                   Date{invoice.day.days - static_cast<double>(random_.between(1, 14))},
-                   random_.pick(subjects),
-                   orNull(random_, 300, "Auftrag " + std::to_string(random_.between(1000, 9999))),
-                   orNull(random_, 100, random_.chance(500) ? "frei Haus" : "ab Hof"),
-                   cents(net),
-                   static_cast<double>(positions.size()),
-                   cents(tax),
-                   cents(net + tax),
-                   orNull(random_, 800, random_.pick(contracts_)),
-                   orNull(random_, 850, "H-" + std::to_string(invoice.number)),
-                   invoice.kind,
-                   random_.between(1, 8),
-                   (title + 1) / 2,
-                   title,
-                   pickOrNull(random_, keys_.owners, 50),
-                   invoice.partner,
-                   random_.between(1, 5),
-                   isPaid,
-                   invoice.isCancelled,
-                   pickOrNull(random_, keys_.users),
-                   pickOrNull(random_, keys_.districts)});
+        insertRow(heads_, {invoiceName(invoice.number),
+                           invoice.version,
+                           invoice.day,
+                           isPaid ? Variant{laterDay(invoice.day, random_.between(5, 50), options_)} : Variant{Null{}},
+                           due,
+                           Date{invoice.day.days - static_cast<double>(random_.between(1, 14))},
+                           random_.pick(subjects),
+                           orNull(random_, 300, "Auftrag " + std::to_string(random_.between(1000, 9999))),
+                           orNull(random_, 100, random_.chance(500) ? "frei Haus" : "ab Hof"),
+                           cents(net),
+                           static_cast<double>(positions.size()),
+                           cents(tax),
+                           cents(net + tax),
+                           orNull(random_, 800, random_.pick(contracts_)),
+                           orNull(random_, 850, "H-" + std::to_string(invoice.number)),
+                           invoice.kind,
+                           random_.between(1, 8),
+                           (title + 1) / 2,
+                           title,
+                           pickId(random_, keys_.owners, 50),
+                           invoice.partner,
+                           random_.between(1, 5),
+                           isPaid,
+                           invoice.isCancelled,
+                           pickId(random_, keys_.users, fewNulls),
+                           pickId(random_, keys_.districts, fewNulls)});
     }
 
     /// The mark of origin of game, or the final invoice that settles a position of a partial one.
@@ -231,18 +237,16 @@ private:
     }
 
     /// A key that only positions of one group of goods have.
-    Variant keyOf(bool isOfGroup, const Ids& ids)
-    {
-        return isOfGroup ? pickOrNull(random_, ids, 100) : Variant{Null{}};
-    }
+    Variant keyOf(bool isOfGroup, const Ids& ids) { return isOfGroup ? pickId(random_, ids, 100) : Variant{Null{}}; }
 
+    /// The columns of the free lists are set one by one, the ones before them as a row.
     void insertPosition(const Invoice& invoice, const Position& position)
     {
         const Article& article = *position.article;
         const bool isGame = article.group == gameGroup;
         const bool isService = article.group == servicesGroup;
         for (std::size_t list = 0; list < keys_.freeLists.size(); ++list)
-            rows_[firstFreeListColumn + list] = pickOrNull(random_, keys_.freeLists[list], 500);
+            rows_[firstFreeListColumn + list] = pickId(random_, keys_.freeLists[list], 500);
         insertRow(rows_, {invoiceName(invoice.number),
                           invoice.version,
                           article.number,
@@ -254,17 +258,17 @@ private:
                           originOrNull(invoice, article),
                           article.unit,
                           invoice.partner,
-                          pickOrNull(random_, keys_.locations, 200),
+                          pickId(random_, keys_.locations, 200),
                           invoice.day,
                           salesQuantity(position),
                           salesUnit(article),
                           article.id,
                           keyOf(isService, workOrders_),
                           keyOf(isService, plannedOrders_),
-                          pickOrNull(random_, keys_.orders, 400),
-                          pickOrNull(random_, services_, 300),
+                          pickId(random_, keys_.orders, 400),
+                          pickId(random_, services_, 300),
                           keyOf(isService, methods_),
-                          pickOrNull(random_, keys_.objects, 500),
+                          pickId(random_, keys_.objects, 500),
                           keyOf(isGame, hunters_),
                           keyOf(isGame, grounds_),
                           keyOf(isGame, surveyed_),

@@ -9,80 +9,83 @@ namespace {
 
 constexpr std::uint64_t billingStream = 1'000'000'000'040;
 
-constexpr std::array headColumns{text("FA_NUMMER"),
-                                 whole("ID_ACCESS_LEVELS"),
-                                 whole("ID_LIEFERANT"),
-                                 whole("ID_BB_T_RECHNUNGSTYP"),
-                                 whole("ID_BB_T_ANGEBOTSTYP"),
-                                 day("FA_DATUM"),
-                                 day("STORNODATUM"),
-                                 whole("ID_PERSONAL"),
-                                 whole("ID_ANGEBOT"),
-                                 text("BETREFF"),
-                                 text("BEMERKUNG"),
-                                 text("KASSENZEICHEN"),
-                                 day("GULTIG_BIS"),
-                                 day("LEISTUNG_VON"),
-                                 day("LEISTUNG_BIS"),
-                                 day("FALLIG_AM"),
-                                 day("BEZAHLT_AM"),
-                                 number("SKONTO"),
-                                 number("NETTO"),
-                                 number("MWST"),
-                                 number("BRUTTO"),
-                                 flag("FREIGABE"),
-                                 whole("ID_BB_HAUSHALT"),
-                                 whole("ID_HH_KAPITEL"),
-                                 whole("ID_HH_TITEL"),
-                                 whole("ID_BB_T_UNTERKONTO"),
-                                 whole("ID_BUCHNR"),
-                                 whole("ID_BB_T_KASSE"),
-                                 whole("ID_BB_T_FSC"),
-                                 whole("ID_BB_HAB_RECHNUNG"),
-                                 whole("ID_BB_HAB_ANGEBOT")};
+/// BB_FAKTURA_KOPF.
+constexpr std::array headColumns{textColumn("FA_NUMMER"),
+                                 wholeColumn("ID_ACCESS_LEVELS"),
+                                 wholeColumn("ID_LIEFERANT"),
+                                 wholeColumn("ID_BB_T_RECHNUNGSTYP"),
+                                 wholeColumn("ID_BB_T_ANGEBOTSTYP"),
+                                 dayColumn("FA_DATUM"),
+                                 dayColumn("STORNODATUM"),
+                                 wholeColumn("ID_PERSONAL"),
+                                 wholeColumn("ID_ANGEBOT"),
+                                 textColumn("BETREFF"),
+                                 textColumn("BEMERKUNG"),
+                                 textColumn("KASSENZEICHEN"),
+                                 dayColumn("GULTIG_BIS"),
+                                 dayColumn("LEISTUNG_VON"),
+                                 dayColumn("LEISTUNG_BIS"),
+                                 dayColumn("FALLIG_AM"),
+                                 dayColumn("BEZAHLT_AM"),
+                                 numberColumn("SKONTO"),
+                                 numberColumn("NETTO"),
+                                 numberColumn("MWST"),
+                                 numberColumn("BRUTTO"),
+                                 flagColumn("FREIGABE"),
+                                 wholeColumn("ID_BB_HAUSHALT"),
+                                 wholeColumn("ID_HH_KAPITEL"),
+                                 wholeColumn("ID_HH_TITEL"),
+                                 wholeColumn("ID_BB_T_UNTERKONTO"),
+                                 wholeColumn("ID_BUCHNR"),
+                                 wholeColumn("ID_BB_T_KASSE"),
+                                 wholeColumn("ID_BB_T_FSC"),
+                                 wholeColumn("ID_BB_HAB_RECHNUNG"),
+                                 wholeColumn("ID_BB_HAB_ANGEBOT")};
 
-constexpr std::array positionColumns{whole("ID_BB_FAKTURA_KOPF"),
-                                     whole("POSITIONSNUMMER"),
-                                     text("BEZEICHNUNG"),
-                                     day("LEISTUNGSDATUM"),
-                                     number("MENGE"),
-                                     number("EINZELPREIS"),
-                                     number("RABATT"),
-                                     number("NETTO"),
-                                     number("MWST_SATZ"),
-                                     number("MWST"),
-                                     number("BRUTTO"),
-                                     number("STUNDEN"),
-                                     whole("ID_WARENKATALOG"),
-                                     whole("ID_WARENEINHEIT"),
-                                     whole("ID_KOSTENSTELLE"),
-                                     whole("ID_KOSTENART"),
-                                     whole("ID_LEISTUNGSART"),
-                                     whole("ID_PRODUKT"),
-                                     whole("ID_BB_AUFTRAG_KOPF"),
-                                     whole("ID_BB_T_PROJEKT_PLANUNG"),
-                                     whole("ID_BB_T_OBJEKTE"),
-                                     whole("ID_BB_T_LEI_ARBEITSVERFAHEREN"),
-                                     whole("ID_WALDORT"),
-                                     whole("ID_HOLZART"),
-                                     whole("ID_BB_HAB"),
-                                     whole("ID_BB_JAGDBEZIRKE"),
-                                     whole("ID_BB_WILDURSPRUNGS"),
-                                     whole("ID_BB_T_WILDART"),
-                                     whole("ID_BB_T_ABGABEART_VERWENDUNG"),
-                                     whole("ID_BB_T_TARIFSTELLE"),
-                                     whole("ID_BB_T_ENTGELTART"),
-                                     whole("ID_MWST"),
-                                     whole("ID_BB_T_MEHRWERTSTEUER_HERLEITUNG"),
-                                     whole("ID_BB_T_KZ_MEHRWERTSTEUER"),
-                                     whole("ID_BB_T_MEHRWERTSTEUER"),
-                                     whole("ID_BB_TSP_MWSCHL"),
-                                     whole("ID_ACCESS_LEVELS")};
+/// BB_FAKTURA_ARTIKEL.
+constexpr std::array positionColumns{wholeColumn("ID_BB_FAKTURA_KOPF"),
+                                     wholeColumn("POSITIONSNUMMER"),
+                                     textColumn("BEZEICHNUNG"),
+                                     dayColumn("LEISTUNGSDATUM"),
+                                     numberColumn("MENGE"),
+                                     numberColumn("EINZELPREIS"),
+                                     numberColumn("RABATT"),
+                                     numberColumn("NETTO"),
+                                     numberColumn("MWST_SATZ"),
+                                     numberColumn("MWST"),
+                                     numberColumn("BRUTTO"),
+                                     numberColumn("STUNDEN"),
+                                     wholeColumn("ID_WARENKATALOG"),
+                                     wholeColumn("ID_WARENEINHEIT"),
+                                     wholeColumn("ID_KOSTENSTELLE"),
+                                     wholeColumn("ID_KOSTENART"),
+                                     wholeColumn("ID_LEISTUNGSART"),
+                                     wholeColumn("ID_PRODUKT"),
+                                     wholeColumn("ID_BB_AUFTRAG_KOPF"),
+                                     wholeColumn("ID_BB_T_PROJEKT_PLANUNG"),
+                                     wholeColumn("ID_BB_T_OBJEKTE"),
+                                     wholeColumn("ID_BB_T_LEI_ARBEITSVERFAHEREN"),
+                                     wholeColumn("ID_WALDORT"),
+                                     wholeColumn("ID_HOLZART"),
+                                     wholeColumn("ID_BB_HAB"),
+                                     wholeColumn("ID_BB_JAGDBEZIRKE"),
+                                     wholeColumn("ID_BB_WILDURSPRUNGS"),
+                                     wholeColumn("ID_BB_T_WILDART"),
+                                     wholeColumn("ID_BB_T_ABGABEART_VERWENDUNG"),
+                                     wholeColumn("ID_BB_T_TARIFSTELLE"),
+                                     wholeColumn("ID_BB_T_ENTGELTART"),
+                                     wholeColumn("ID_MWST"),
+                                     wholeColumn("ID_BB_T_MEHRWERTSTEUER_HERLEITUNG"),
+                                     wholeColumn("ID_BB_T_KZ_MEHRWERTSTEUER"),
+                                     wholeColumn("ID_BB_T_MEHRWERTSTEUER"),
+                                     wholeColumn("ID_BB_TSP_MWSCHL"),
+                                     wholeColumn("ID_ACCESS_LEVELS")};
 
+/// BB_FAKTURA_ZARP.
 constexpr std::array receiptColumns{
-    whole("ID_BB_FAKTURA_KOPF"), whole("NUMMER"),   whole("ID_BB_T_ZU_U_ABSCHLAGE_Z_ROH"),
-    text("BEZEICHNUNG"),         number("PROZENT"), number("NETTO"),
-    number("MWST_SATZ"),         number("MWST"),    number("BRUTTO")};
+    wholeColumn("ID_BB_FAKTURA_KOPF"), wholeColumn("NUMMER"),   wholeColumn("ID_BB_T_ZU_U_ABSCHLAGE_Z_ROH"),
+    textColumn("BEZEICHNUNG"),         numberColumn("PROZENT"), numberColumn("NETTO"),
+    numberColumn("MWST_SATZ"),         numberColumn("MWST"),    numberColumn("BRUTTO")};
 
 // Keys of WARENGRUPPE.
 constexpr std::int32_t firewoodGroup = 3;
@@ -101,6 +104,7 @@ constexpr const TaxRate& noTax = taxRates.back();
 
 constexpr std::array<double, 6> discounts{0.0, 0.0, 0.0, 3.0, 5.0, 10.0};
 constexpr std::array<double, 3> cashDiscounts{0.0, 2.0, 3.0};
+
 /// What a record is about, by the group of goods of its first position.
 struct Subject {
     std::int32_t group; ///< WARENGRUPPE.GRUPPE_ID
@@ -115,6 +119,7 @@ constexpr std::array<Subject, 7> subjects{{{1, "Forstpflanzen und Kulturen"},
                                            {8, "Betriebsmittel"}}};
 constexpr std::array<std::string_view, 4> remarks{"Abholung nach Terminabsprache", "Zahlung vor Abfuhr",
                                                   "Preise frei Waldstraße", "Mengen laut Werksmaß"};
+
 /// Surcharges and deductions in percent of the positions.
 constexpr std::array<double, 4> surchargePercents{1.5, 2.5, -4.0, -2.0};
 
@@ -137,6 +142,7 @@ std::string_view subjectOf(std::int32_t group)
     return "Sonstige Erlöse";
 }
 
+/// The tax is computed from the rounded net amount, as invoices show it.
 Amount taxed(double net, const TaxRate& rate)
 {
     return {cents(net), cents(cents(net) * rate.percent / 100.0)};
@@ -168,28 +174,29 @@ class BillingWriter {
 public:
     BillingWriter(ado::Connection& connection, const ReferenceOptions& options, const Keys& keys) :
         random_{options.seed, billingStream}, keys_{keys}, options_{options}, articles_{readArticles(connection)},
-        budgets_{readIds(connection, "SELECT ID FROM BB_HAUSHALT ORDER BY ID")},
-        chapters_{readIds(connection, "SELECT ID_HH_KAPITEL FROM BB_HAUSHALT ORDER BY ID")},
-        titles_{readIds(connection, "SELECT ID_HH_TITEL FROM BB_HAUSHALT ORDER BY ID")},
-        surchargeKeys_{readIds(connection, "SELECT ID FROM BB_T_ZU_U_ABSCHLAGE_Z_ROH WHERE ISNULL(ABSCHLAG,0) = 0")},
-        deductionKeys_{readIds(connection, "SELECT ID FROM BB_T_ZU_U_ABSCHLAGE_Z_ROH WHERE ABSCHLAG = 1")},
-        costCentres_{readIds(connection, "SELECT ID FROM KOSTENSTELLE ORDER BY ID")},
-        costTypes_{readIds(connection, "SELECT ID FROM KOSTENART WHERE ERLOSE = 1 ORDER BY ID")},
-        services_{readIds(connection, "SELECT ID FROM LEISTUNGSART ORDER BY ID")},
-        products_{readIds(connection, "SELECT ID FROM PRODUKT ORDER BY ID")},
-        assets_{readIds(connection, "SELECT ID FROM BB_T_OBJEKTE ORDER BY ID")},
-        methods_{readIds(connection, "SELECT ID FROM BB_T_LEI_ARBEITSVERFAHEREN ORDER BY ID")},
-        species_{readIds(connection, "SELECT ID FROM HOLZART ORDER BY ID")},
+        budgets_{idsOf(connection, "SELECT ID FROM BB_HAUSHALT ORDER BY ID")},
+        chapters_{idsOf(connection, "SELECT ID_HH_KAPITEL FROM BB_HAUSHALT ORDER BY ID")},
+        titles_{idsOf(connection, "SELECT ID_HH_TITEL FROM BB_HAUSHALT ORDER BY ID")},
+        surchargeKeys_{idsOf(connection, "SELECT ID FROM BB_T_ZU_U_ABSCHLAGE_Z_ROH WHERE ISNULL(ABSCHLAG,0) = 0")},
+        deductionKeys_{idsOf(connection, "SELECT ID FROM BB_T_ZU_U_ABSCHLAGE_Z_ROH WHERE ABSCHLAG = 1")},
+        costCentres_{idsOf(connection, "SELECT ID FROM KOSTENSTELLE ORDER BY ID")},
+        costTypes_{idsOf(connection, "SELECT ID FROM KOSTENART WHERE ERLOSE = 1 ORDER BY ID")},
+        services_{idsOf(connection, "SELECT ID FROM LEISTUNGSART ORDER BY ID")},
+        products_{idsOf(connection, "SELECT ID FROM PRODUKT ORDER BY ID")},
+        assets_{idsOf(connection, "SELECT ID FROM BB_T_OBJEKTE ORDER BY ID")},
+        methods_{idsOf(connection, "SELECT ID FROM BB_T_LEI_ARBEITSVERFAHEREN ORDER BY ID")},
+        species_{idsOf(connection, "SELECT ID FROM HOLZART ORDER BY ID")},
         harvestLines_{
-            readIds(connection, "SELECT TOP " + std::to_string(options.records) + " ID FROM BB_HAB ORDER BY ID")},
-        game_{readIds(connection, "SELECT ID FROM BB_T_WILDART ORDER BY ID")},
-        uses_{readIds(connection, "SELECT ID FROM BB_T_ABGABEART_VERWENDUNG ORDER BY ID")}, heads_{connection,
-                                                                                                   "BB_FAKTURA_KOPF",
-                                                                                                   headColumns},
+            idsOf(connection, "SELECT TOP " + std::to_string(options.records) + " ID FROM BB_HAB ORDER BY ID")},
+        game_{idsOf(connection, "SELECT ID FROM BB_T_WILDART ORDER BY ID")},
+        uses_{idsOf(connection, "SELECT ID FROM BB_T_ABGABEART_VERWENDUNG ORDER BY ID")}, heads_{connection,
+                                                                                                 "BB_FAKTURA_KOPF",
+                                                                                                 headColumns},
         rows_{connection, "BB_FAKTURA_ARTIKEL", positionColumns}, receipts_{connection, "BB_FAKTURA_ZARP",
                                                                             receiptColumns}
     {}
 
+    /// Inserts a record with its positions and further receipts, which are drawn first: the record holds their totals.
     void write(std::int32_t number)
     {
         const Record record = drawRecord(number);
@@ -225,11 +232,12 @@ private:
             record.offer = previous_.number;
             record.customer = previous_.customer;
             record.supplier = previous_.supplier;
-            record.day = notAfter(previous_.day, random_.between(7, 45), options_.baseDate);
+            record.day = laterDay(previous_.day, random_.between(7, 45), options_);
         }
         return record;
     }
 
+    /// A position has its article's rate of tax, but a few are exempt.
     Position drawPosition()
     {
         Position position;
@@ -259,6 +267,7 @@ private:
         return receipts;
     }
 
+    /// Only invoices fall due, are paid and have a cash reference; only offers expire.
     void insertHead(const Record& record, std::string_view subject, const Amount& total)
     {
         const Date due{record.day.days + 30.0};
@@ -267,13 +276,13 @@ private:
         const Date begin{record.day.days - static_cast<double>(random_.between(10, 40))};
         const std::size_t budget = random_.below(static_cast<std::uint32_t>(budgets_.size()));
         const auto inDays = [&](std::int32_t low, std::int32_t high) {
-            return Variant{notAfter(record.day, random_.between(low, high), options_.baseDate)};
+            return Variant{laterDay(record.day, random_.between(low, high), options_)};
         };
         const auto ifOffer = [&](Variant value) { return record.isOffer ? std::move(value) : Variant{Null{}}; };
         const auto ifInvoice = [&](Variant value) { return record.isOffer ? Variant{Null{}} : std::move(value); };
         insertRow(heads_,
                   {numberOfYear(record.isOffer ? "AG" : "FA", record.day, record.number),
-                   pickOrNull(random_, keys_.districts),
+                   pickId(random_, keys_.districts, fewNulls),
                    record.supplier,
                    ifInvoice(random_.between(1, 4)),
                    ifOffer(random_.between(1, 4)),
@@ -283,7 +292,7 @@ private:
                    record.offer == 0 ? Variant{Null{}} : Variant{record.offer},
                    subject,
                    orNull(random_, 500, random_.pick(remarks)),
-                   ifInvoice(numbered("KZ", record.number * 13 + 4711, 8)),
+                   ifInvoice("KZ" + paddedNumber(record.number * 13 + 4711, 8)),
                    ifOffer(Date{record.day.days + 42.0}),
                    begin,
                    Date{begin.days + 7.0},
@@ -301,19 +310,18 @@ private:
                    random_.between(1, 8),
                    random_.between(1, 3),
                    orNull(random_, 100, random_.between(1, 3)),
-                   ifInvoice(pickOrNull(random_, harvestLines_, 300)),
-                   record.isOffer || record.offer != 0 ? pickOrNull(random_, harvestLines_, 300) : Variant{Null{}}});
+                   ifInvoice(pickId(random_, harvestLines_, 300)),
+                   record.isOffer || record.offer != 0 ? pickId(random_, harvestLines_, 300) : Variant{Null{}}});
     }
 
     /// A head of another area; all of them have the IDs 1 to `records`.
     Variant otherHead() { return random_.between(1, options_.records); }
 
-    Variant keyOf(bool isOfGroup, const Ids& ids)
-    {
-        return isOfGroup ? pickOrNull(random_, ids, 100) : Variant{Null{}};
-    }
+    /// A key and a value that only positions of one group of goods have.
+    Variant keyOf(bool isOfGroup, const Ids& ids) { return isOfGroup ? pickId(random_, ids, 100) : Variant{Null{}}; }
     static Variant valueOf(bool isOfGroup, Variant value) { return isOfGroup ? std::move(value) : Variant{Null{}}; }
 
+    /// Timber, game and services have keys of their own; accounts, place and tax stand on every position.
     void insertPosition(const Record& record, const Position& position, std::int32_t place)
     {
         const Article& article = *position.article;
@@ -335,15 +343,15 @@ private:
                           valueOf(isService, static_cast<double>(random_.between(8, 160)) / 2.0),
                           article.id,
                           article.unit,
-                          pickOrNull(random_, costCentres_),
-                          pickOrNull(random_, costTypes_),
-                          pickOrNull(random_, services_),
-                          pickOrNull(random_, products_),
+                          pickId(random_, costCentres_, fewNulls),
+                          pickId(random_, costTypes_, fewNulls),
+                          pickId(random_, services_, fewNulls),
+                          pickId(random_, products_, fewNulls),
                           orNull(random_, 200, otherHead()),
-                          pickOrNull(random_, keys_.projects, 300),
-                          pickOrNull(random_, assets_, 500),
+                          pickId(random_, keys_.projects, 300),
+                          pickId(random_, assets_, 500),
                           keyOf(isService, methods_),
-                          pickOrNull(random_, keys_.locations, 200),
+                          pickId(random_, keys_.locations, 200),
                           keyOf(isTimber, species_),
                           keyOf(isTimber, harvestLines_),
                           valueOf(isGame, otherHead()),
@@ -357,9 +365,10 @@ private:
                           rate.mark,
                           rate.key,
                           rate.assignment,
-                          pickOrNull(random_, keys_.districts)});
+                          pickId(random_, keys_.districts, fewNulls)});
     }
 
+    /// Only surcharges and deductions have a key and a percentage.
     void insertReceipt(const Record& record, const Receipt& receipt)
     {
         const bool isPriced = receipt.kind == 1;
@@ -386,7 +395,7 @@ void writeBilling(ado::Connection& connection, const ReferenceOptions& options, 
 {
     BillingWriter writer{connection, options, keys};
     // The numbers are those that the database gives the rows.
-    const std::int32_t existing = readNumber(connection, "SELECT ISNULL(MAX(ID),0) FROM BB_FAKTURA_KOPF");
+    const std::int32_t existing = lastId(connection, "BB_FAKTURA_KOPF");
     for (std::int32_t number = existing + 1; number <= options.records; ++number)
         writer.write(number);
 }

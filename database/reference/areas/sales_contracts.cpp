@@ -1,5 +1,4 @@
 #include <array>
-#include <memory>
 #include <vector>
 
 #include "areas/sales_parts.h"
@@ -12,16 +11,21 @@ namespace {
 constexpr std::uint64_t contractStream = 1'000'000'000'001;
 constexpr std::uint64_t termsStream = 1'000'000'000'002;
 
+/// VERTRAEGE.
 constexpr std::array contractColumns{
-    whole("ID_VERTRAG"), text("VERTRAG_NAME"),  day("INVDATE"),       whole("ID_PERSONAL"), whole("ID_FAKTART"),
-    whole("ID_USER"),    flag("ABGESCHLOSSEN"), text("ZUSATZTEXT_1"), text("ZUSATZTEXT_2"), text("KOPF1"),
-    text("KOPF2"),       text("KOPF10"),        day("LIEFERVON"),     day("LIEFERBIS"),     whole("ID_ACCESS_LEVELS")};
+    wholeColumn("ID_VERTRAG"),   textColumn("VERTRAG_NAME"), dayColumn("INVDATE"),
+    wholeColumn("ID_PERSONAL"),  wholeColumn("ID_FAKTART"),  wholeColumn("ID_USER"),
+    flagColumn("ABGESCHLOSSEN"), textColumn("ZUSATZTEXT_1"), textColumn("ZUSATZTEXT_2"),
+    textColumn("KOPF1"),         textColumn("KOPF2"),        textColumn("KOPF10"),
+    dayColumn("LIEFERVON"),      dayColumn("LIEFERBIS"),     wholeColumn("ID_ACCESS_LEVELS")};
 
-constexpr std::array quantityColumns{whole("ID"), whole("ID_VERTRAG"), text("HA"),
-                                     text("HS"),  number("MENGE"),     number("PREIS")};
+/// VERTRAG_MENGEN.
+constexpr std::array quantityColumns{wholeColumn("ID"), wholeColumn("ID_VERTRAG"), textColumn("HA"),
+                                     textColumn("HS"),  numberColumn("MENGE"),     numberColumn("PREIS")};
 
-constexpr std::array termsColumns{whole("ID_VERTRAG"), text("ORIGINAL"),     flag("ANGEMELDETEMENGE"),
-                                  day("ANGEMELDETE"),  day("MENGENMELDUNG"), day("BEREITSELLUNGS")};
+/// WVO_VERTRAG.
+constexpr std::array termsColumns{wholeColumn("ID_VERTRAG"), textColumn("ORIGINAL"),     flagColumn("ANGEMELDETEMENGE"),
+                                  dayColumn("ANGEMELDETE"),  dayColumn("MENGENMELDUNG"), dayColumn("BEREITSELLUNGS")};
 
 /// Species and assortment with the usual price of contracts in euro per cubic metre.
 struct Timber {
@@ -52,18 +56,21 @@ void insertQuantities(BulkInsert& quantities, Random& random, std::int32_t contr
     }
 }
 
-void insertContract(BulkInsert& contracts, Random& random, const Keys& keys, std::int32_t id, Date baseDate)
+/// Inserts a contract for half a year or a year, which counts as closed a year after its begin.
+void insertContract(BulkInsert& contracts, Random& random, const Keys& keys, std::int32_t id,
+                    const ReferenceOptions& options)
 {
-    const Date signedOn = drawDay(random, baseDate);
+    const Date signedOn = drawDay(random, options);
     const Date begin{signedOn.days + 14.0};
     const bool isLong = random.chance(500);
-    insertRow(contracts, {id, numbered("V" + std::to_string(toCivil(signedOn).year) + "-", id, 4), signedOn,
-                          pickOrNull(random, keys.customers, 0), random.between(0, 5), pickOrNull(random, keys.users),
-                          begin.days + 365.0 < baseDate.days, isLong ? Variant{"Jahresvertrag"} : Variant{Null{}},
-                          orNull(random, 250, random.pick(tradeTerms)), "Zone " + std::to_string(random.between(1, 4)),
-                          isLong ? Variant{"Preise vierteljährlich"} : Variant{"Fixpreis"},
-                          orNull(random, 400, "Lager " + std::to_string(random.between(1, 3))), begin,
-                          Date{begin.days + (isLong ? 364.0 : 182.0)}, pickOrNull(random, keys.districts)});
+    insertRow(contracts,
+              {id, "V" + std::to_string(toCivil(signedOn).year) + "-" + paddedNumber(id, 4), signedOn,
+               pickId(random, keys.customers), random.between(0, 5), pickId(random, keys.users, fewNulls),
+               begin.days + 365.0 < options.baseDate.days, isLong ? Variant{"Jahresvertrag"} : Variant{Null{}},
+               orNull(random, 250, random.pick(tradeTerms)), "Zone " + std::to_string(random.between(1, 4)),
+               isLong ? Variant{"Preise vierteljährlich"} : Variant{"Fixpreis"},
+               orNull(random, 400, "Lager " + std::to_string(random.between(1, 3))), begin,
+               Date{begin.days + (isLong ? 364.0 : 182.0)}, pickId(random, keys.districts, fewNulls)});
 }
 
 struct Contract {
@@ -75,14 +82,10 @@ struct Contract {
 std::vector<Contract> readContracts(ado::Connection& connection, std::int32_t limit)
 {
     std::vector<Contract> contracts;
-    ado::Recordset rows;
-    rows.Open("SELECT TOP " + std::to_string(limit) + " ID_VERTRAG, INVDATE FROM VERTRAEGE ORDER BY ID_VERTRAG",
-              // A reference without ownership: the caller owns the connection.
-              ado::ConnectionRef{std::shared_ptr<void>{}, &connection});
-    for (; !rows.AtEOF(); rows.MoveNext())
-        contracts.push_back(
-            {convert::toLong(rows.Fields().Item(0).Value()), convert::toDate(rows.Fields().Item(1).Value())});
-    rows.Close();
+    for (const std::vector<Variant>& row :
+         rowsOf(connection,
+                "SELECT TOP " + std::to_string(limit) + " ID_VERTRAG, INVDATE FROM VERTRAEGE ORDER BY ID_VERTRAG"))
+        contracts.push_back({convert::toLong(row.at(0)), convert::toDate(row.at(1))});
     return contracts;
 }
 
@@ -92,11 +95,11 @@ void writeTerms(ado::Connection& connection, const ReferenceOptions& options)
     Random random{options.seed, termsStream};
     BulkInsert terms{connection, "WVO_VERTRAG", termsColumns};
     for (const Contract& contract : readContracts(connection, options.records)) {
-        const Date announced = notAfter(contract.signedOn, random.between(3, 40), options.baseDate);
-        const Date reported = notAfter(announced, random.between(5, 30), options.baseDate);
-        insertRow(terms, {contract.id, orNull(random, 50, numbered("WV-", contract.id * 7 + 1000, 6)),
+        const Date announced = laterDay(contract.signedOn, random.between(3, 40), options);
+        const Date reported = laterDay(announced, random.between(5, 30), options);
+        insertRow(terms, {contract.id, orNull(random, 50, "WV-" + paddedNumber(contract.id * 7 + 1000, 6)),
                           random.chance(700), orNull(random, 30, announced), orNull(random, 100, reported),
-                          orNull(random, 150, notAfter(reported, random.between(7, 60), options.baseDate))});
+                          orNull(random, 150, laterDay(reported, random.between(7, 60), options))});
     }
 }
 
@@ -105,13 +108,13 @@ void writeTerms(ado::Connection& connection, const ReferenceOptions& options)
 void writeContracts(ado::Connection& connection, const ReferenceOptions& options, const Keys& keys)
 {
     Random random{options.seed, contractStream};
-    const std::int32_t existing = readNumber(connection, "SELECT COUNT(*) FROM VERTRAEGE");
-    std::int32_t lastContract = readNumber(connection, "SELECT ISNULL(MAX(ID_VERTRAG),0) FROM VERTRAEGE");
-    std::int32_t lastQuantity = readNumber(connection, "SELECT ISNULL(MAX(ID),0) FROM VERTRAG_MENGEN");
+    const std::int32_t existing = idsOf(connection, "SELECT COUNT(*) FROM VERTRAEGE").at(0);
+    std::int32_t lastContract = idsOf(connection, "SELECT ISNULL(MAX(ID_VERTRAG),0) FROM VERTRAEGE").at(0);
+    std::int32_t lastQuantity = lastId(connection, "VERTRAG_MENGEN");
     BulkInsert contracts{connection, "VERTRAEGE", contractColumns};
     BulkInsert quantities{connection, "VERTRAG_MENGEN", quantityColumns};
     for (std::int32_t row = existing; row < options.records; ++row) {
-        insertContract(contracts, random, keys, ++lastContract, options.baseDate);
+        insertContract(contracts, random, keys, ++lastContract, options);
         insertQuantities(quantities, random, lastContract, lastQuantity);
     }
     writeTerms(connection, options);

@@ -1,5 +1,4 @@
 #include <array>
-#include <memory>
 #include <span>
 
 #include "areas/sales_parts.h"
@@ -12,35 +11,38 @@ namespace {
 constexpr std::uint64_t goodsStream = 1'000'000'000'020;
 constexpr std::uint64_t stockStream = 1'000'000'000'021;
 
-constexpr std::array goodsColumns{whole("ART_ID"),
-                                  whole("NUMMER"),
-                                  text("BEZEICH1"),
-                                  text("BEZEICH2"),
-                                  whole("GRUPPE_ID"),
-                                  flag("FAKTURA"),
-                                  whole("MATERIALART"),
-                                  whole("ID_FORMULA"),
-                                  number("EINHPREIS"),
-                                  flag("DISABLE"),
-                                  text("LAGERORT"),
-                                  number("MINDESTBESTAND"),
-                                  day("GUELTIG_AB"),
-                                  text("BEMERKUNG"),
-                                  whole("ID_ACCESS_LEVELS"),
-                                  whole("ID_PERSONAL"),
-                                  whole("ID_WARENEINHEIT"),
-                                  whole("ID_LEISTUNGSART"),
-                                  whole("ID_KOSTENART"),
-                                  whole("ID_PRODUKT"),
-                                  whole("ID_WALDORT"),
-                                  whole("ID_BB_T_BESTEUERUNGSART"),
-                                  whole("ID_BB_T_MEHRWERTSTEUER1"),
-                                  whole("ID_BB_T_MEHRWERTSTEUER2"),
-                                  whole("ID_BB_T_MEHRWERTSTEUER_HERLEITUNG")};
+/// WARENKATALOG.
+constexpr std::array goodsColumns{wholeColumn("ART_ID"),
+                                  wholeColumn("NUMMER"),
+                                  textColumn("BEZEICH1"),
+                                  textColumn("BEZEICH2"),
+                                  wholeColumn("GRUPPE_ID"),
+                                  flagColumn("FAKTURA"),
+                                  wholeColumn("MATERIALART"),
+                                  wholeColumn("ID_FORMULA"),
+                                  numberColumn("EINHPREIS"),
+                                  flagColumn("DISABLE"),
+                                  textColumn("LAGERORT"),
+                                  numberColumn("MINDESTBESTAND"),
+                                  dayColumn("GUELTIG_AB"),
+                                  textColumn("BEMERKUNG"),
+                                  wholeColumn("ID_ACCESS_LEVELS"),
+                                  wholeColumn("ID_PERSONAL"),
+                                  wholeColumn("ID_WARENEINHEIT"),
+                                  wholeColumn("ID_LEISTUNGSART"),
+                                  wholeColumn("ID_KOSTENART"),
+                                  wholeColumn("ID_PRODUKT"),
+                                  wholeColumn("ID_WALDORT"),
+                                  wholeColumn("ID_BB_T_BESTEUERUNGSART"),
+                                  wholeColumn("ID_BB_T_MEHRWERTSTEUER1"),
+                                  wholeColumn("ID_BB_T_MEHRWERTSTEUER2"),
+                                  wholeColumn("ID_BB_T_MEHRWERTSTEUER_HERLEITUNG")};
 
-constexpr std::array stockColumns{whole("ID_WARENKATALOG"), number("MENGE"), number("RESERVIERT"),
-                                  day("LETZTER_ZUGANG"), day("LETZTER_ABGANG")};
+/// LAGER_ARTIKEL_MENGE.
+constexpr std::array stockColumns{wholeColumn("ID_WARENKATALOG"), numberColumn("MENGE"), numberColumn("RESERVIERT"),
+                                  dayColumn("LETZTER_ZUGANG"), dayColumn("LETZTER_ABGANG")};
 
+// Names and sizes of the families below.
 constexpr std::array<std::string_view, 13> plants{"Fichte",       "Weißtanne",   "Lärche",       "Kiefer", "Douglasie",
                                                   "Rotbuche",     "Stieleiche",  "Traubeneiche", "Linde",  "Bergahorn",
                                                   "Vogelkirsche", "Schwarzerle", "Hainbuche"};
@@ -92,7 +94,7 @@ constexpr std::array<std::string_view, 3> remarks{"auf Bestellung", "nur solange
 
 /// Inserts an article. @param index  from 0: families take turns, and each counts through its names and sizes
 void insertArticle(BulkInsert& goods, Random& random, const Keys& keys, std::int32_t id, std::size_t index,
-                   Date baseDate)
+                   const ReferenceOptions& options)
 {
     const Family& family = families.at(index % families.size());
     const std::size_t place = index / families.size();
@@ -113,32 +115,33 @@ void insertArticle(BulkInsert& goods, Random& random, const Keys& keys, std::int
                       random.chance(30),
                       family.place.empty() ? Variant{Null{}} : Variant{family.place},
                       family.material == 1 ? Variant{static_cast<double>(random.between(1, 40) * 5)} : Variant{Null{}},
-                      drawDay(random, baseDate),
+                      drawDay(random, options),
                       orNull(random, 700, random.pick(remarks)),
-                      pickOrNull(random, keys.districts, 100),
-                      pickOrNull(random, keys.contractors, 50),
+                      pickId(random, keys.districts, 100),
+                      pickId(random, keys.contractors, 50),
                       family.unit,
                       family.service,
                       family.cost,
                       family.product,
-                      pickOrNull(random, keys.locations, 300),
+                      pickId(random, keys.locations, 300),
                       random.between(1, 3),
                       family.tax,
                       orNull(random, 50, 1),
                       random.between(1, 3)});
 }
 
+/// At most half of a stock is reserved.
 void writeStock(ado::Connection& connection, const ReferenceOptions& options)
 {
     Random random{options.seed, stockStream};
     BulkInsert stock{connection, "LAGER_ARTIKEL_MENGE", stockColumns};
-    const Ids articles = readIds(connection, "SELECT TOP " + std::to_string(options.records) +
-                                                 " ART_ID FROM WARENKATALOG ORDER BY ART_ID");
+    const Ids articles = idsOf(connection, "SELECT TOP " + std::to_string(options.records) +
+                                               " ART_ID FROM WARENKATALOG ORDER BY ART_ID");
     for (const std::int32_t article : articles) {
         const double quantity = random.tenths(50, 6000);
-        const Date received = drawDay(random, options.baseDate);
-        insertRow(stock, {article, quantity, convert::roundHalfEven(quantity * random.unit() * 0.5, 1), received,
-                          orNull(random, 100, notAfter(received, random.between(1, 90), options.baseDate))});
+        const Date received = drawDay(random, options);
+        insertRow(stock, {article, quantity, tenth(quantity * random.unit() * 0.5), received,
+                          orNull(random, 100, laterDay(received, random.between(1, 90), options))});
     }
 }
 
@@ -147,35 +150,31 @@ void writeStock(ado::Connection& connection, const ReferenceOptions& options)
 void writeGoods(ado::Connection& connection, const ReferenceOptions& options, const Keys& keys)
 {
     Random random{options.seed, goodsStream};
-    const std::int32_t existing = readNumber(connection, "SELECT COUNT(*) FROM WARENKATALOG");
-    std::int32_t lastId = readNumber(connection, "SELECT ISNULL(MAX(ART_ID),0) FROM WARENKATALOG");
+    const std::int32_t existing = idsOf(connection, "SELECT COUNT(*) FROM WARENKATALOG").at(0);
+    std::int32_t lastId = idsOf(connection, "SELECT ISNULL(MAX(ART_ID),0) FROM WARENKATALOG").at(0);
     BulkInsert goods{connection, "WARENKATALOG", goodsColumns};
     std::size_t index = 0;
     for (std::int32_t row = existing; row < options.records; ++row)
-        insertArticle(goods, random, keys, ++lastId, index++, options.baseDate);
+        insertArticle(goods, random, keys, ++lastId, index++, options);
     writeStock(connection, options);
 }
 
 std::vector<Article> readArticles(ado::Connection& connection)
 {
     std::vector<Article> articles;
-    ado::Recordset rows;
-    rows.Open(
+    constexpr std::string_view query =
+
         "SELECT WARENKATALOG.ART_ID, WARENKATALOG.NUMMER, WARENKATALOG.BEZEICH1, WARENKATALOG.BEZEICH2, "
         "WARENKATALOG.EINHPREIS, WARENGRUPPE.GRUPPE_ID, WARENGRUPPE.EINHEIT_ID, WARENGRUPPE.MWST "
         "FROM WARENKATALOG INNER JOIN WARENGRUPPE ON WARENGRUPPE.GRUPPE_ID = WARENKATALOG.GRUPPE_ID "
         "WHERE WARENKATALOG.FAKTURA = 1 AND ISNULL(WARENKATALOG.DISABLE,0) = 0 AND WARENKATALOG.EINHPREIS IS NOT NULL "
         "AND WARENGRUPPE.EINHEIT_ID IS NOT NULL AND WARENGRUPPE.MWST IS NOT NULL "
-        "ORDER BY WARENKATALOG.ART_ID",
-        // A reference without ownership: the caller owns the connection.
-        ado::ConnectionRef{std::shared_ptr<void>{}, &connection});
-    for (; !rows.AtEOF(); rows.MoveNext()) {
-        const auto value = [&](std::int32_t field) { return rows.Fields().Item(field).Value(); };
-        articles.push_back({convert::toLong(value(0)), convert::toText(value(1)),
-                            convert::toText(value(2)) + ", " + convert::toText(value(3)), convert::toDouble(value(4)),
-                            convert::toLong(value(5)), convert::toLong(value(6)), convert::toDouble(value(7))});
-    }
-    rows.Close();
+        "ORDER BY WARENKATALOG.ART_ID";
+    for (const std::vector<Variant>& row : rowsOf(connection, query))
+        articles.push_back({convert::toLong(row.at(0)), convert::toText(row.at(1)),
+                            convert::toText(row.at(2)) + ", " + convert::toText(row.at(3)),
+                            convert::toDouble(row.at(4)), convert::toLong(row.at(5)), convert::toLong(row.at(6)),
+                            convert::toDouble(row.at(7))});
     return articles;
 }
 

@@ -10,79 +10,83 @@ namespace {
 
 constexpr std::uint64_t transportStream = 1'000'000'000'010;
 
-constexpr std::array headColumns{text("TRANSPORTNUMMER"),
-                                 day("AUFTRAGSDATUM"),
-                                 day("ABFUHR_VON"),
-                                 day("ABFUHR_BIS"),
-                                 number("MENGE_GEPLANT"),
-                                 number("MENGE"),
-                                 number("GEWICHT"),
-                                 number("FRACHT"),
-                                 flag("ABGESCHLOSSEN"),
-                                 text("BEMERKUNG"),
-                                 whole("ID_PERSONAL"),
-                                 whole("ID_WALDORT"),
-                                 whole("ID_OBJEKT"),
-                                 whole("ID_BB_T_PROJEKT_PLANUNG"),
-                                 whole("ID_BB_T_AUFTRAGS_PLANUNG"),
-                                 whole("ID_ACCESS_LEVELS"),
-                                 whole("RELTABLE1"),
-                                 whole("RELTABLE2"),
-                                 whole("RELTABLE3"),
-                                 whole("RELTABLE4"),
-                                 whole("RELTABLE5"),
-                                 whole("RELTABLE6"),
-                                 whole("RELTABLE7"),
-                                 whole("RELTABLE8"),
-                                 whole("RELTABLE9"),
-                                 whole("RELTABLE10"),
-                                 whole("R_KUNDE"),
-                                 whole("A1_KUNDE"),
-                                 whole("A2_KUNDE"),
-                                 whole("A3_KUNDE"),
-                                 whole("A4_KUNDE"),
-                                 whole("A5_KUNDE"),
-                                 whole("A6_KUNDE"),
-                                 whole("A7_KUNDE"),
-                                 whole("A8_KUNDE"),
-                                 text("R_VERTRAG"),
-                                 text("A1_VERTRAG"),
-                                 text("A2_VERTRAG"),
-                                 text("A3_VERTRAG"),
-                                 text("A4_VERTRAG"),
-                                 text("A5_VERTRAG"),
-                                 text("A6_VERTRAG"),
-                                 text("A7_VERTRAG"),
-                                 text("A8_VERTRAG")};
+/// TRANSPORTLOGISTIK_KOPF. The columns of the free lists, partners and contracts stand last, each group in its order.
+constexpr std::array headColumns{textColumn("TRANSPORTNUMMER"),
+                                 dayColumn("AUFTRAGSDATUM"),
+                                 dayColumn("ABFUHR_VON"),
+                                 dayColumn("ABFUHR_BIS"),
+                                 numberColumn("MENGE_GEPLANT"),
+                                 numberColumn("MENGE"),
+                                 numberColumn("GEWICHT"),
+                                 numberColumn("FRACHT"),
+                                 flagColumn("ABGESCHLOSSEN"),
+                                 textColumn("BEMERKUNG"),
+                                 wholeColumn("ID_PERSONAL"),
+                                 wholeColumn("ID_WALDORT"),
+                                 wholeColumn("ID_OBJEKT"),
+                                 wholeColumn("ID_BB_T_PROJEKT_PLANUNG"),
+                                 wholeColumn("ID_BB_T_AUFTRAGS_PLANUNG"),
+                                 wholeColumn("ID_ACCESS_LEVELS"),
+                                 wholeColumn("RELTABLE1"),
+                                 wholeColumn("RELTABLE2"),
+                                 wholeColumn("RELTABLE3"),
+                                 wholeColumn("RELTABLE4"),
+                                 wholeColumn("RELTABLE5"),
+                                 wholeColumn("RELTABLE6"),
+                                 wholeColumn("RELTABLE7"),
+                                 wholeColumn("RELTABLE8"),
+                                 wholeColumn("RELTABLE9"),
+                                 wholeColumn("RELTABLE10"),
+                                 wholeColumn("R_KUNDE"),
+                                 wholeColumn("A1_KUNDE"),
+                                 wholeColumn("A2_KUNDE"),
+                                 wholeColumn("A3_KUNDE"),
+                                 wholeColumn("A4_KUNDE"),
+                                 wholeColumn("A5_KUNDE"),
+                                 wholeColumn("A6_KUNDE"),
+                                 wholeColumn("A7_KUNDE"),
+                                 wholeColumn("A8_KUNDE"),
+                                 textColumn("R_VERTRAG"),
+                                 textColumn("A1_VERTRAG"),
+                                 textColumn("A2_VERTRAG"),
+                                 textColumn("A3_VERTRAG"),
+                                 textColumn("A4_VERTRAG"),
+                                 textColumn("A5_VERTRAG"),
+                                 textColumn("A6_VERTRAG"),
+                                 textColumn("A7_VERTRAG"),
+                                 textColumn("A8_VERTRAG")};
 constexpr std::size_t firstFreeListColumn = 16;
 constexpr std::size_t firstPartnerColumn = 26;
 constexpr std::size_t firstContractColumn = 35;
 
-constexpr std::array tripColumns{whole("ID"),
-                                 whole("ID_TRANSPORTLOGISTIK_KOPF"),
-                                 whole("ID_TRANSPORTLOGISTIK_WAGGON"),
-                                 day("EINGANGS_DATUM"),
-                                 text("Z_TEXT_1"),
-                                 text("Z_TEXT_2"),
-                                 day("Z_DATUM_1"),
-                                 whole("PID"),
-                                 text("POLTER"),
-                                 text("LKW_NR"),
-                                 text("BAHNHOF"),
-                                 text("LIEFERSCHEIN_NR"),
-                                 whole("STUCK"),
-                                 number("MENGE"),
-                                 number("GEWICHT_BRUTTO"),
-                                 number("GEWICHT_TARA"),
-                                 number("GEWICHT_NETTO"),
-                                 whole("KILOMETER"),
-                                 number("FRACHTSATZ"),
-                                 number("FRACHT")};
+/// TRANSPORTLOGISTIK.
+constexpr std::array tripColumns{wholeColumn("ID"),
+                                 wholeColumn("ID_TRANSPORTLOGISTIK_KOPF"),
+                                 wholeColumn("ID_TRANSPORTLOGISTIK_WAGGON"),
+                                 dayColumn("EINGANGS_DATUM"),
+                                 textColumn("Z_TEXT_1"),
+                                 textColumn("Z_TEXT_2"),
+                                 dayColumn("Z_DATUM_1"),
+                                 wholeColumn("PID"),
+                                 textColumn("POLTER"),
+                                 textColumn("LKW_NR"),
+                                 textColumn("BAHNHOF"),
+                                 textColumn("LIEFERSCHEIN_NR"),
+                                 wholeColumn("STUCK"),
+                                 numberColumn("MENGE"),
+                                 numberColumn("GEWICHT_BRUTTO"),
+                                 numberColumn("GEWICHT_TARA"),
+                                 numberColumn("GEWICHT_NETTO"),
+                                 wholeColumn("KILOMETER"),
+                                 numberColumn("FRACHTSATZ"),
+                                 numberColumn("FRACHT")};
 
 /// How many of 1000 transports have a partner of the version: the invoice R, then the settlements A1 to A8.
 constexpr std::array<std::uint32_t, 9> partnerPerMille{980, 900, 500, 250, 200, 300, 100, 80, 60};
+/// How many of 1000 partners deliver under a contract.
 constexpr std::uint32_t contractPerMille = 400;
 
+/// Districts of the lorries' number plates.
 constexpr std::array<std::string_view, 6> lorryDistricts{"BM", "LB", "MU", "WZ", "GU", "VO"};
 constexpr std::array<std::string_view, 6> stations{"Grünau Gbf", "Hochstein", "Moosbach",
                                                    "Lindwald",   "Tannried",  "Birkfeld"};
@@ -97,16 +101,17 @@ struct Trip {
     bool isByRail = false;
 };
 
-Trip drawTrip(Random& random, Date first, Date baseDate)
+Trip drawTrip(Random& random, Date first, const ReferenceOptions& options)
 {
     Trip trip;
-    trip.day = notAfter(first, random.between(0, 21), baseDate);
+    trip.day = laterDay(first, random.between(0, 21), options);
     trip.pieces = random.between(18, 140);
     trip.kilometres = random.between(12, 180);
     trip.volume = convert::roundHalfEven(random.between(14.0, 32.0), 3);
     trip.netWeight = cents(trip.volume * random.between(0.78, 0.94));
     trip.tareWeight = cents(random.between(13.5, 17.5));
     trip.grossWeight = cents(trip.netWeight + trip.tareWeight);
+    // A base rate and a part for the distance, in euro per cubic metre.
     trip.rate = cents(6.0 + 0.06 * trip.kilometres + random.between(0.0, 1.5));
     trip.freight = cents(trip.rate * trip.volume);
     trip.isByRail = random.chance(180);
@@ -116,20 +121,21 @@ Trip drawTrip(Random& random, Date first, Date baseDate)
 class TransportWriter {
 public:
     TransportWriter(ado::Connection& connection, const ReferenceOptions& options, const Keys& keys) :
-        random_{options.seed, transportStream}, keys_{keys}, baseDate_{options.baseDate},
+        random_{options.seed, transportStream}, keys_{keys}, options_{options},
         heads_{connection, "TRANSPORTLOGISTIK_KOPF", headColumns}, trips_{connection, "TRANSPORTLOGISTIK", tripColumns},
-        contracts_{readTexts(connection, "SELECT VERTRAG_NAME FROM VERTRAEGE ORDER BY ID_VERTRAG")},
-        wagons_{readIds(connection, "SELECT ID FROM TRANSPORTLOGISTIK_WAGGON ORDER BY ID")},
-        lastTrip_{readNumber(connection, "SELECT ISNULL(MAX(ID),0) FROM TRANSPORTLOGISTIK")}
+        contracts_{contractNames(connection)}, wagons_{idsOf(connection,
+                                                             "SELECT ID FROM TRANSPORTLOGISTIK_WAGGON ORDER BY ID")},
+        lastTrip_{lastId(connection, "TRANSPORTLOGISTIK")}
     {}
 
+    /// Inserts an order and its trips. The trips are drawn first, since the order holds their totals.
     void write(std::int32_t head)
     {
-        const Date ordered = drawDay(random_, baseDate_);
-        const Date begin = notAfter(ordered, random_.between(2, 20), baseDate_);
+        const Date ordered = drawDay(random_, options_);
+        const Date begin = laterDay(ordered, random_.between(2, 20), options_);
         std::vector<Trip> trips;
         for (std::int32_t i = random_.between(1, 6); i > 0; --i)
-            trips.push_back(drawTrip(random_, begin, baseDate_));
+            trips.push_back(drawTrip(random_, begin, options_));
         insertHead(head, ordered, begin, trips);
         for (const Trip& trip : trips)
             insertTrip(head, trip);
@@ -148,16 +154,16 @@ private:
             freight += trip.freight;
         }
         for (std::size_t list = 0; list < keys_.freeLists.size(); ++list)
-            heads_[firstFreeListColumn + list] = pickOrNull(random_, keys_.freeLists[list], 300);
+            heads_[firstFreeListColumn + list] = pickId(random_, keys_.freeLists[list], 300);
         for (std::size_t version = 0; version < partnerPerMille.size(); ++version)
             setPartner(version);
         insertRow(heads_,
-                  {numberOfYear("T", ordered, head), ordered, begin, notAfter(begin, 28, baseDate_),
+                  {numberOfYear("T", ordered, head), ordered, begin, laterDay(begin, 28, options_),
                    static_cast<double>(random_.between(1, 8)) * 25.0, convert::roundHalfEven(volume, 3), cents(weight),
                    cents(freight), random_.chance(800), orNull(random_, 500, random_.pick(remarks)),
-                   pickOrNull(random_, keys_.carriers, 0), pickOrNull(random_, keys_.locations),
-                   pickOrNull(random_, keys_.objects, 300), pickOrNull(random_, keys_.projects, 200),
-                   pickOrNull(random_, keys_.orders, 100), pickOrNull(random_, keys_.districts)});
+                   pickId(random_, keys_.carriers), pickId(random_, keys_.locations, fewNulls),
+                   pickId(random_, keys_.objects, 300), pickId(random_, keys_.projects, 200),
+                   pickId(random_, keys_.orders, 100), pickId(random_, keys_.districts, fewNulls)});
     }
 
     /// The buyer, the carrier, the contractor and the forest owner have their groups, the others may be anyone.
@@ -169,17 +175,18 @@ private:
         if (version == 1) partners = &keys_.carriers;
         if (version == 2) partners = &keys_.contractors;
         if (version == 5) partners = &keys_.owners;
-        heads_[firstPartnerColumn + version] = isSet ? pickOrNull(random_, *partners, 0) : Variant{Null{}};
+        heads_[firstPartnerColumn + version] = isSet ? pickId(random_, *partners) : Variant{Null{}};
         heads_[firstContractColumn + version] =
             isSet && random_.chance(contractPerMille) ? Variant{random_.pick(contracts_)} : Variant{Null{}};
     }
 
+    /// Only trips by rail have a wagon and a station.
     void insertTrip(std::int32_t head, const Trip& trip)
     {
         const std::int32_t pile = random_.between(1, 900);
         const std::string lorry =
             std::string{random_.pick(lorryDistricts)} + "-" + std::to_string(random_.between(100, 999)) + " HT";
-        const Variant wagon = trip.isByRail ? pickOrNull(random_, wagons_, 0) : Variant{Null{}};
+        const Variant wagon = trip.isByRail ? pickId(random_, wagons_) : Variant{Null{}};
         const Variant station = trip.isByRail ? Variant{random_.pick(stations)} : Variant{Null{}};
         insertRow(trips_, {++lastTrip_,
                            head,
@@ -192,7 +199,7 @@ private:
                            "P" + std::to_string(pile),
                            lorry,
                            station,
-                           numbered("LS-", lastTrip_, 6),
+                           "LS-" + paddedNumber(lastTrip_, 6),
                            trip.pieces,
                            trip.volume,
                            trip.grossWeight,
@@ -205,11 +212,11 @@ private:
 
     Random random_;
     const Keys& keys_;
-    Date baseDate_;
+    const ReferenceOptions& options_;
     BulkInsert heads_, trips_;
     std::vector<std::string> contracts_;
     Ids wagons_;
-    std::int32_t lastTrip_;
+    std::int32_t lastTrip_; ///< TRANSPORTLOGISTIK.ID of the last row; timber lists have written the first ones
 };
 
 } // namespace

@@ -32,17 +32,19 @@ consteval std::size_t at(std::string_view name)
     return placeOf(columns, name);
 }
 
-/// Where the articles of a group (WARENGRUPPE.NUMMER) are stored.
+/// Where the articles of a group (WARENGRUPPE.NUMMER) are stored, and the number of the cost type that bears them.
 struct Storage {
-    std::string_view group, place;
+    std::string_view group, place, costType;
 };
 constexpr std::array<Storage, 4> storages{{
-    {"100", "Forstgarten, Kühlraum"},
-    {"200", "Bauhof, Freilager"},
-    {"920", "Tanklager"},
-    {"930", "Bauhof, Freilager"},
+    {"100", "Forstgarten, Kühlraum", "5100"},
+    {"200", "Bauhof, Freilager", "5200"},
+    {"920", "Tanklager", "5300"},
+    {"930", "Bauhof, Freilager", "5200"},
 }};
+constexpr std::string_view otherCostType = "5300";
 constexpr std::array<std::string_view, 3> shelves{"Bauhof, Regal A", "Bauhof, Regal B", "Gerätehalle"};
+constexpr std::array<std::string_view, 3> remarks{"Sammelbestellung", "Eilbedarf", "Gebinde beschädigt"};
 
 /// An article of the stock (WARENKATALOG).
 struct Article {
@@ -61,8 +63,6 @@ struct Store {
 struct Keys {
     explicit Keys(ado::Connection& connection) :
         lines{idsOf(connection, "SELECT ID FROM BB_BELEGE ORDER BY ID")},
-        costTypes{idsOf(connection, "SELECT ID FROM KOSTENART WHERE LAGERBUCHUNG = 1 AND TABLE_NAME = 'FORST' "
-                                    "ORDER BY ID")},
         suppliers{idsOf(connection, "SELECT ID_PERSONAL FROM PERSONAL WHERE GRUPPE = 'Handel' ORDER BY ID_PERSONAL")},
         recipients{
             idsOf(connection, "SELECT ID_PERSONAL FROM PERSONAL WHERE GRUPPE = 'Unternehmer' ORDER BY ID_PERSONAL")}
@@ -74,12 +74,16 @@ struct Keys {
                              "WARENKATALOG.MATERIALART = 1 AND WARENKATALOG.EINHPREIS > 0 "
                              "ORDER BY WARENKATALOG.ART_ID"))
             articles.push_back({convert::toLong(row[0]), convert::toDouble(row[1]), row[2], convert::toText(row[3])});
-        for (const auto& row : rowsOf(connection, "SELECT ID, ID_ACCESS_LEVELS FROM KOSTENSTELLE "
+        for (const auto& row : rowsOf(connection, "SELECT NUMBER, ID FROM KOSTENART WHERE TABLE_NAME = 'FORST' "
+                                                  "ORDER BY ID"))
+            costTypes.emplace(convert::toText(row[0]), convert::toLong(row[1]));
+        for (const auto& row : rowsOf(connection, "SELECT TOP 4 ID, ID_ACCESS_LEVELS FROM KOSTENSTELLE "
                                                   "WHERE ID_ACCESS_LEVELS IS NOT NULL ORDER BY ID"))
             stores.push_back({convert::toLong(row[0]), convert::toLong(row[1])});
     }
 
-    std::vector<std::int32_t> lines, costTypes, suppliers, recipients;
+    std::vector<std::int32_t> lines, suppliers, recipients;
+    std::map<std::string, std::int32_t> costTypes; ///< KOSTENART.ID by number
     std::vector<Article> articles;
     std::vector<Store> stores;
 };
@@ -93,6 +97,14 @@ struct Movement {
     Booking booking;
     double quantity; ///< negative where material leaves the stock
 };
+
+/// Each store keeps a few articles, so that their movements follow each other, and shares half of them with another.
+const Article& drawArticle(Random& random, const Keys& keys, const Store& store)
+{
+    constexpr std::uint32_t articlesOfStore = 8;
+    const auto first = static_cast<std::size_t>(store.costCentre) * articlesOfStore / 2;
+    return keys.articles[(first + random.below(articlesOfStore)) % keys.articles.size()];
+}
 
 /// Whole units: what a purchase of 60 to 2500 euro buys.
 double drawPurchase(Random& random, double price)
@@ -109,10 +121,13 @@ Movement drawMovement(Random& random, const Article& article, double inStock)
     return {Booking::issue, -std::min(inStock, std::ceil(inStock * random.between(0.05, 0.6)))};
 }
 
-std::string_view drawPlace(Random& random, const Article& article)
+void setStorage(BulkInsert& row, Random& random, const Keys& keys, const Article& article)
 {
     const auto* const storage = std::ranges::find(storages, std::string_view{article.group}, &Storage::group);
-    return storage != storages.end() ? storage->place : random.pick(shelves);
+    const bool isFound = storage != storages.end();
+    const auto costType = keys.costTypes.find(std::string{isFound ? storage->costType : otherCostType});
+    row[at("LAGERORT")] = isFound ? storage->place : random.pick(shelves);
+    if (costType != keys.costTypes.end()) row[at("ID_KOSTENART")] = costType->second;
 }
 
 void setMovement(BulkInsert& row, Random& random, const Movement& movement, const Article& article)
@@ -137,6 +152,7 @@ void setPartner(BulkInsert& row, Random& random, Booking booking, const Keys& ke
         row[at("BEMERKUNG")] = "Fehlmenge laut Zählung";
         return;
     }
+    if (random.chance(100)) row[at("BEMERKUNG")] = random.pick(remarks);
     const bool isReceipt = booking == Booking::receipt;
     row[at("ID_PERSONAL")] = pickId(random, isReceipt ? keys.suppliers : keys.recipients, 20);
     if (!isReceipt) return;
@@ -161,8 +177,8 @@ void writeStock(ado::Connection& connection, const ReferenceOptions& options)
     Stock stock;
     BulkInsert row{connection, "BB_BELEGE_LAGER", columns};
     for (std::int32_t number = 1; number <= options.records; ++number) {
-        const Article& article = random.pick(keys.articles);
         const Store& store = random.pick(keys.stores);
+        const Article& article = drawArticle(random, keys, store);
         double& inStock = stock[{article.id, store.costCentre}];
         const Movement movement = drawMovement(random, article, inStock);
         const Date day = dayOfMovement(options, number);
@@ -173,8 +189,7 @@ void writeStock(ado::Connection& connection, const ReferenceOptions& options)
         row[at("ID_ACCESS_LEVELS")] = store.level;
         row[at("ID_KOSTENSTELLE")] = store.costCentre;
         row[at("ID_BB_BELEGE")] = pickId(random, keys.lines);
-        row[at("ID_KOSTENART")] = pickId(random, keys.costTypes, 20);
-        row[at("LAGERORT")] = drawPlace(random, article);
+        setStorage(row, random, keys, article);
         row[at("BUCHUNGSDATUM")] = day;
         row[at("ERSTELLUNGSDATUM")] = laterDay(day, random.between(0, 2), options);
         row.insert();

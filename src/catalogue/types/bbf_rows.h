@@ -9,9 +9,10 @@
 /// be a number: a value is compared by the kind of its column.
 ///
 /// The positions of an order (ARBEITSAUFTRAG, ARBEITSAUFTRAG_PLANN) and their vouchers (BELEGE) multiply the rows of
-/// the head, so that the measures of the head and its totals (ARBEITSAUFTRAG1) have the aggregate max. Ids 56 to 60
-/// compare a position with its counterpart: the planned position of an order, the executed one of a plan. Vouchers are
-/// booked on executed positions alone.
+/// the head, so that the measures of the head and its totals (ARBEITSAUFTRAG1) have the aggregate max. A list that
+/// shows vouchers adds the measures of a position once for each of them. Ids 56 to 60 compare a position with its
+/// counterpart: the planned position of an order, the executed one of a plan. Vouchers are booked on executed positions
+/// alone.
 namespace tamarok::catalogue::types::bbf_rows {
 
 using enum Aggregate;

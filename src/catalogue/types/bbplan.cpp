@@ -7,8 +7,9 @@ using enum Aggregate;
 using enum Kind;
 
 // BBPLAN: plans of the BB edition, one row per plan. The lines of the plan (BB_PLAN) multiply its rows, and the
-// materials of a line (BB_PLAN_MATERIAL) once more; measures of the plan have the aggregate max for that. AL0 is the
-// forest range above the level of the plan, MATERIAL the material of a line in total.
+// materials of a line (BB_PLAN_MATERIAL) once more; measures of the plan have the aggregate max for that. A list that
+// shows materials adds the measures of a line once for each of them. AL0 is the forest range above the level of the plan,
+// MATERIAL the material of a line in total.
 constexpr ListDescription description{
     .key = "BBPLAN",
     .base = "BB_PLAN_KOPF",

@@ -19,8 +19,8 @@ public:
     /// @param watch  ends the work by throwing, also that of a later binding and translation
     /// Errors: 0x80040E14 with line and column for anything that is not understood, and for the limits: 16 MB of text,
     /// 200 levels of nesting, 900 operators in one chain of arithmetic, 5000 conditions in one of AND or OR, 500
-    /// SELECTs in one compound query, 64 tables in one FROM, 4096 items in one SELECT list, 200,000 values in the lists
-    /// of one statement.
+    /// SELECTs in one compound query, 256 tables in one FROM, 4096 items in one SELECT list, 200,000 values in the
+    /// lists of one statement.
     explicit ParsedBatch(std::string_view text, Watch watch = {});
     ParsedBatch(const ParsedBatch&) = delete;
     ParsedBatch& operator=(const ParsedBatch&) = delete;

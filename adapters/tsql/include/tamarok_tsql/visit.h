@@ -10,7 +10,7 @@ template <class Visit>
 void visitChildren(Expr& expr, Visit&& visit);
 
 template <class Visit>
-void visitFrom(FromItem* item, Visit&& visit);
+void visitFrom(const FromItem* item, Visit&& visit);
 
 /// Calls `visit` for each topmost expression of a query.
 template <class Visit>
@@ -38,7 +38,7 @@ void visitQuery(Query& query, Visit&& visit)
 }
 
 template <class Visit>
-void visitFrom(FromItem* item, Visit&& visit)
+void visitFrom(const FromItem* item, Visit&& visit)
 {
     if (item == nullptr) return;
     visitFrom(item->left, visit);
