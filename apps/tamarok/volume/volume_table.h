@@ -72,7 +72,7 @@ private:
     std::size_t width_ = 0;
     char separator_ = ',';
     bool needsNoQuotes_ = false; ///< whatever the volume: nothing in it can be a field separator or a quote
-    Regional regional_;                               ///< of the volumes; fields are brought to its separator
+    Regional regional_;          ///< of the volumes; fields are brought to its separator
     std::array<std::string_view, columnCount> cells_; ///< of the line at hand
     std::array<std::string, columnCount> changed_;    ///< fields that had another separator
     bool mixed_ = false;                              ///< such a field was met
