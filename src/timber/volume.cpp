@@ -24,6 +24,16 @@ std::string formatVolume(double volume, std::string_view pattern, const Regional
 
 } // namespace
 
+std::string timber::roundWoodVolume(const RoundWood& wood, std::string_view pattern, std::int16_t places,
+                                    const Regional& regional)
+{
+    const double volume = checkedResult(roundVolume(wood.diameter, wood.length, wood.bark, wood.mode), "the volume");
+    // Required by the contract: the piece is rounded half to even before the multiplication, and the pattern
+    // rounds the product with halves away from zero. Do not correct.
+    const double rounded = convert::roundHalfEven(volume, places);
+    return formatVolume(rounded * wood.pieces, pattern, regional);
+}
+
 std::string Comm_Set::CalculateRundKubatur(std::string_view txtStk, std::string_view txtDurch,
                                            std::string_view txtLange, std::string_view txtRinde2, bool rbtFolgestuck,
                                            std::string_view txtModus, bool boolMantel,
@@ -34,18 +44,14 @@ std::string Comm_Set::CalculateRundKubatur(std::string_view txtStk, std::string_
     // not correct.
     if (txtStk.empty() || txtDurch.empty() || txtLange.empty() || txtRinde2.empty())
         return formatVolume(0.0, strFormatKubatur, regional);
+    timber::RoundWood wood;
     const double pieces = enteredNumber(txtStk, "txtStk", regional);
-    const double factor = rbtFolgestuck && !boolMantel ? 1.0 : pieces;
-    const double diameter = enteredNumber(txtDurch, "txtDurch", regional);
-    const double length = enteredNumber(txtLange, "txtLange", regional);
-    const BarkMode mode = timber::barkMode(txtModus);
-    const double bark = mode == BarkMode::None ? 0.0 : enteredNumber(txtRinde2, "txtRinde2", regional);
-
-    const double volume = timber::checkedResult(timber::roundVolume(diameter, length, bark, mode), "the volume");
-    // Required by the contract: the piece is rounded half to even before the multiplication, and the pattern
-    // rounds the product with halves away from zero. Do not correct.
-    const double rounded = convert::roundHalfEven(volume, KUBATURPLACE);
-    return formatVolume(rounded * factor, strFormatKubatur, regional);
+    wood.pieces = rbtFolgestuck && !boolMantel ? 1.0 : pieces;
+    wood.diameter = enteredNumber(txtDurch, "txtDurch", regional);
+    wood.length = enteredNumber(txtLange, "txtLange", regional);
+    wood.mode = timber::barkMode(txtModus);
+    if (wood.mode != BarkMode::None) wood.bark = enteredNumber(txtRinde2, "txtRinde2", regional);
+    return timber::roundWoodVolume(wood, strFormatKubatur, KUBATURPLACE, regional);
 }
 
 std::string Comm_Set::CalculateSchichtKubatur(std::string_view UFakt_Tmp, std::string_view RM_Tmp,

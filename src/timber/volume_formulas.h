@@ -3,6 +3,8 @@
 #include <cmath>
 #include <string_view>
 
+#include "tamarok/round_wood.h"
+
 /// Formulas of timber measurement on plain numbers. Diameters in centimetres, lengths in metres,
 /// volumes in cubic metres.
 namespace tamarok::timber {
@@ -10,17 +12,6 @@ namespace tamarok::timber {
 /// Required by the contract: pi has four decimals in every formula, since every volume depends on it. Do not
 /// correct.
 inline constexpr double pi = 3.1416;
-
-/// How bark is deducted: percent of the volume, centimetres of the diameter, or not at all.
-enum class BarkMode { None, Percent, Centimetres };
-
-/// Returns the mode of a text: exactly "%" or "cm" (the case counts); any other text deducts no bark.
-constexpr BarkMode barkMode(std::string_view text) noexcept
-{
-    if (text == "%") return BarkMode::Percent;
-    if (text == "cm") return BarkMode::Centimetres;
-    return BarkMode::None;
-}
 
 /// Returns the volume of one round piece in m³ by Huber's formula, the area of the middle cross-section times
 /// the length: d² · pi / 4 · L. The divisor 40000 is 4 times the 10000 cm² of a square metre; 4000000 holds the

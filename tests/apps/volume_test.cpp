@@ -237,6 +237,15 @@ TEST_F(VolumeTable, LinesOutOfRangeAreNumberedAndLeftOut)
                               "tamarok: line 9: diameter -30.5 is not from 0 to below 1000 cm\n");
 }
 
+TEST_F(VolumeTable, OfSeveralFaultsWhatIsNoNumberComesFirst)
+{
+    const Outcome outcome = measure("d;l;pieces;bark;mode\n-30;x;-1;0;cm\n-30;5;-1;2;\n-30;5;-1;0;cm\n");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.errors, "tamarok: line 2: \"x\" in column l is no number\n"
+                              "tamarok: line 3: bark \"2\" has no mode\n"
+                              "tamarok: line 4: pieces -1 is not from 0 to below 1000000\n");
+}
+
 TEST_F(VolumeTable, ComplaintsNameTheTextAsItStands)
 {
     const Outcome outcome = measure("d;l;bark\n30.5;4,1;0\n3.x;4,1;0\n30;4.1;1.5\n");

@@ -1,9 +1,13 @@
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <string>
+#include <tuple>
 
+#include "support/errors.h"
 #include "support/platforms.h"
 
 #include "tamarok/comm_set.h"
+#include "tamarok/round_wood.h"
 
 namespace tamarok {
 namespace {
@@ -42,6 +46,27 @@ TEST_F(RoundWood, ThePieceIsRoundedBeforeItIsMultiplied)
 {
     EXPECT_EQ((Line{.pieces = "10"}.volume()), "3.50");
     EXPECT_EQ((Line{.pieces = "10", .places = 4}.volume()), "3.534");
+}
+
+TEST_F(RoundWood, TheNumbersGiveTheVolumeOfTheTexts)
+{
+    const Regional regional = Regional::named("de-AT"); // not that of the platform
+    for (const auto& [mode, text, volume] :
+         {std::tuple{timber::BarkMode::None, "", "3,534"}, std::tuple{timber::BarkMode::Percent, "%", "3,181"},
+          std::tuple{timber::BarkMode::Centimetres, "cm", "1,571"}}) {
+        const timber::RoundWood wood{.pieces = 10, .diameter = 30, .length = 5, .bark = 10, .mode = mode};
+        EXPECT_EQ(timber::barkMode(text), mode);
+        EXPECT_EQ(timber::roundWoodVolume(wood, "0.000", 4, regional), volume);
+        std::string withPoint = volume;
+        std::ranges::replace(withPoint, ',', '.');
+        EXPECT_EQ((Line{.pieces = "10", .bark = "10", .mode = text, .pattern = "0.000", .places = 4}.volume()),
+                  withPoint);
+    }
+    EXPECT_EQ(timber::barkMode("CM"), timber::BarkMode::None);
+    EXPECT_EQ(test::errorNumber([&] { timber::roundWoodVolume({.pieces = 1}, "0", 23, regional); }),
+              errors::invalidArgument);
+    const timber::RoundWood tooLarge{.pieces = 1, .diameter = 1e200, .length = 1};
+    EXPECT_EQ(test::errorNumber([&] { timber::roundWoodVolume(tooLarge, "0", 2, regional); }), errors::overflow);
 }
 
 TEST_F(RoundWood, AFollowOnPieceCountsAsOneUnlessSheathed)

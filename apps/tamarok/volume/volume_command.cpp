@@ -16,9 +16,9 @@
 #include "volume/line_reader.h"
 #include "volume/measure_ranges.h"
 
-#include "tamarok/comm_set.h"
 #include "tamarok/convert.h"
 #include "tamarok/error.h"
+#include "tamarok/round_wood.h"
 
 namespace tamarok::cli {
 
@@ -108,49 +108,51 @@ Regional numberSettings(const VolumeSettings& settings)
     return regional;
 }
 
-/// The number of an option with the separator of `regional`; Error 13, naming the option, where it is none.
-std::string entered(std::string_view option, const std::string& number, const Regional& regional)
+/// The number of an option; Error 13, naming the option, where it is none.
+double entered(std::string_view option, const std::string& number, const Regional& regional)
 {
-    std::string unified = unifiedSeparator(number, regional);
-    if (convert::parseNumber(unified, regional)) return unified;
+    if (const auto read = convert::parseNumber(unifiedSeparator(number, regional), regional)) return *read;
     throw Error{errors::typeMismatch,
                 std::string{option} + ": \"" + number +
                     "\" is no number; decimals have a comma or a point, and there is no grouping",
                 "volume"};
 }
 
-void checkRange(const Measures& measures, const Regional& regional)
+void checkRange(const timber::RoundWood& wood, const MeasureTexts& texts)
 {
-    if (const auto fault = findRangeFault(measures, regional)) throw UsageError{fault->describe(measures)};
+    if (const RangeFault* const fault = findRangeFault(wood)) throw UsageError{fault->describe(texts)};
 }
 
 int measureLine(const VolumeOptions& options, Output& output)
 {
     const VolumeSettings& settings = options.settings;
     const Regional regional = numberSettings(settings);
-    const std::string pieces = entered("--pieces", settings.pieces, regional);
-    const std::string diameter = entered("--d", *options.diameter, regional);
-    const std::string length = entered("--l", *options.length, regional);
-    const std::string bark = entered("--bark", settings.bark, regional);
-    checkRange({pieces, diameter, length, bark, settings.mode}, regional);
-    const PlatformScope scope{commandPlatform(settings.locale)}; // its grouping is that of the pattern
-    output.write(Comm_Set{}.CalculateRundKubatur(pieces, diameter, length, bark, false, settings.mode, false,
-                                                 settings.patternOrPlaces(), settings.places) +
-                 "\n");
+    timber::RoundWood wood;
+    wood.pieces = entered("--pieces", settings.pieces, regional);
+    wood.diameter = entered("--d", *options.diameter, regional);
+    wood.length = entered("--l", *options.length, regional);
+    wood.bark = entered("--bark", settings.bark, regional);
+    wood.mode = timber::barkMode(settings.mode);
+    checkRange(wood, {settings.pieces, *options.diameter, *options.length, settings.bark});
+    const Platform platform = commandPlatform(settings.locale); // its grouping is that of the pattern
+    output.write(timber::roundWoodVolume(wood, settings.patternOrPlaces(), settings.places, platform.regional) + "\n");
     output.flush();
     return 0;
 }
 
 /// Of a line that is not there yet: bark in cm may be as much as any diameter allows.
-constexpr std::string_view greatestDiameter = "999";
+constexpr double greatestDiameter = 999;
 
 /// Checks the options that replace missing fields, so that an error is reported once and not for each line.
 void checkDefaults(const VolumeSettings& settings)
 {
     const Regional regional = numberSettings(settings);
-    const std::string pieces = entered("--pieces", settings.pieces, regional);
-    const std::string bark = entered("--bark", settings.bark, regional);
-    checkRange({pieces, greatestDiameter, "0", bark, settings.mode}, regional);
+    timber::RoundWood wood;
+    wood.pieces = entered("--pieces", settings.pieces, regional);
+    wood.diameter = greatestDiameter;
+    wood.bark = entered("--bark", settings.bark, regional);
+    wood.mode = timber::barkMode(settings.mode);
+    checkRange(wood, {settings.pieces, {}, {}, settings.bark});
 }
 
 } // namespace

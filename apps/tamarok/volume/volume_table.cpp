@@ -5,7 +5,6 @@
 
 #include "volume/measure_ranges.h"
 
-#include "tamarok/comm_set.h"
 #include "tamarok/convert.h"
 #include "tamarok/error.h"
 #include "tamarok/text.h"
@@ -16,14 +15,6 @@ namespace {
 
 constexpr std::size_t blockSize = std::size_t{1} << 16;
 constexpr std::string_view source = "volume table";
-
-/// The thread's platform with other regional settings.
-Platform platformWith(const Regional& regional)
-{
-    Platform platform = Platform::current();
-    platform.regional = regional;
-    return platform;
-}
 
 bool isBlankLine(std::string_view line) noexcept
 {
@@ -52,9 +43,8 @@ std::string unifiedSeparator(std::string_view number, const Regional& regional)
 }
 
 VolumeTable::VolumeTable(VolumeSettings settings) :
-    settings_{std::move(settings)}, pattern_{settings_.patternOrPlaces()},
-    plainPattern_{pattern_.find_first_not_of("0#.,") == std::string::npos}, defaults_{"", "", settings_.pieces,
-                                                                                      settings_.bark, settings_.mode}
+    settings_{std::move(settings)}, pattern_{settings_.patternOrPlaces()}, defaults_{"", "", settings_.pieces,
+                                                                                     settings_.bark, settings_.mode}
 {}
 
 std::string_view VolumeTable::nameOf(Column column) noexcept
@@ -90,6 +80,9 @@ void VolumeTable::readHeader(std::string_view line, std::string_view sample)
     regional_ = settings_.locale.empty() ? Platform::current().regional : Regional::named(settings_.locale);
     if (settings_.locale.empty()) regional_.decimal = usedSeparator(separator_, sample);
     regional_.thousands.clear();
+    // Such a pattern gives nothing but digits, the decimal separator and a sign.
+    const bool plainPattern = pattern_.find_first_not_of("0#.,") == std::string::npos;
+    needsNoQuotes_ = plainPattern && regional_.decimal.find(separator_) == std::string::npos;
     CsvFields names{separator_};
     if (!names.split(line)) throw Error{errors::invalidArgument, "line 1: a quote is not closed", std::string{source}};
     width_ = names.size();
@@ -115,7 +108,6 @@ std::int64_t VolumeTable::measure(LineReader& lines, const Sink& output, const C
     if (!lines.next(line) || lines.wasCut() || isBlankLine(line))
         throw Error{errors::invalidArgument, "line 1: there are no column names", std::string{source}};
     readHeader(line, lines.ahead());
-    const PlatformScope scope{platformWith(regional_)};
     block_.assign(line).append(1, separator_).append("volume\n");
 
     std::int64_t leftOut = 0;
@@ -183,53 +175,61 @@ bool VolumeTable::unifySeparators()
 
 bool VolumeTable::measureCells(std::string_view line, const CsvFields& fields)
 {
-    if (!checkCells(fields)) return false;
-    const auto fault =
-        findRangeFault({cells_[Pieces], cells_[Diameter], cells_[Length], cells_[Bark], cells_[Mode]}, regional_);
-    if (fault)
-        return refuse(fault->describe({cell(Pieces, fields), cell(Diameter, fields), cell(Length, fields),
-                                       cell(Bark, fields), cell(Mode, fields)}));
+    timber::RoundWood wood;
+    wood.mode = timber::barkMode(cells_[Mode]);
+    if (!checkCells() || !readNumbers(fields, wood)) return false;
+    if (const RangeFault* const fault = findRangeFault(wood))
+        return refuse(
+            fault->describe({cell(Pieces, fields), cell(Diameter, fields), cell(Length, fields), cell(Bark, fields)}));
     try {
-        write(line, Comm_Set{}.CalculateRundKubatur(cells_[Pieces], cells_[Diameter], cells_[Length], cells_[Bark],
-                                                    false, cells_[Mode], false, pattern_, settings_.places));
+        write(line, timber::roundWoodVolume(wood, pattern_, settings_.places, regional_));
         return true;
     } catch (const Error& error) {
-        return refuse(faultOfNumbers(fields, error.description));
+        return refuse(error.description);
     }
 }
 
-/// Refuses what the formula accepts: it takes an empty field for 0 and an unknown mode for none.
-bool VolumeTable::checkCells(const CsvFields& fields)
+/// Refuses an empty measure and an unknown mode.
+bool VolumeTable::checkCells()
 {
     for (const Column column : {Diameter, Length})
         if (cells_[column].empty()) return refuse("column " + std::string{nameOf(column)} + " is empty");
     const std::string_view mode = cells_[Mode];
-    if (mode == "%" || mode == "cm") return true;
-    if (!mode.empty()) return refuse("mode \"" + std::string{mode} + "\" is neither % nor cm");
-    if (cells_[Bark] == "0" || convert::parseNumber(cells_[Bark], regional_) == 0.0) return true;
-    return refuse("bark \"" + std::string{cell(Bark, fields)} + "\" has no mode");
+    return mode.empty() || mode == "%" || mode == "cm" ||
+           refuse("mode \"" + std::string{mode} + "\" is neither % nor cm");
 }
 
-/// Names the first column that is no number, with its text in the table; `otherwise` where all are numbers.
-std::string VolumeTable::faultOfNumbers(const CsvFields& fields, const std::string& otherwise) const
+/// Reads the numbers of the line once, for the check of their ranges and for the formula. Refuses a text that is no
+/// number, and bark without a mode.
+bool VolumeTable::readNumbers(const CsvFields& fields, timber::RoundWood& wood)
 {
-    for (const Column column : {Diameter, Length, Pieces, Bark})
-        if (!convert::parseNumber(cells_[column], regional_))
-            return "\"" + std::string{cell(column, fields)} + "\" in column " + std::string{nameOf(column)} +
-                   " is no number";
-    return otherwise;
+    struct Target {
+        Column column;
+        double timber::RoundWood::*number;
+    };
+    static constexpr std::array targets{
+        Target{Diameter, &timber::RoundWood::diameter}, Target{Length, &timber::RoundWood::length},
+        Target{Pieces, &timber::RoundWood::pieces}, Target{Bark, &timber::RoundWood::bark}};
+    for (const auto& [column, number] : targets) {
+        const auto read = convert::parseNumber(cells_[column], regional_);
+        if (!read)
+            return refuse("\"" + std::string{cell(column, fields)} + "\" in column " + std::string{nameOf(column)} +
+                          " is no number");
+        wood.*number = *read;
+    }
+    return wood.mode != timber::BarkMode::None || wood.bark == 0.0 ||
+           refuse("bark \"" + std::string{cell(Bark, fields)} + "\" has no mode");
 }
 
 /// Writes a line of the result. The volume may contain the field separator and then needs quotes.
 void VolumeTable::write(std::string_view line, std::string_view volume)
 {
     block_.append(line) += separator_;
-    const bool quoted = volume.find(separator_) != std::string_view::npos ||
-                        (!plainPattern_ && volume.find_first_of("\"\r\n") != std::string_view::npos);
-    if (quoted)
-        writeQuoted(volume);
-    else
+    const std::array<char, 4> special{separator_, '"', '\r', '\n'};
+    if (needsNoQuotes_ || volume.find_first_of(special.data(), 0, special.size()) == std::string_view::npos)
         block_.append(volume);
+    else
+        writeQuoted(volume);
     block_ += '\n';
 }
 

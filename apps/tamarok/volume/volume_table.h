@@ -11,6 +11,7 @@
 #include "volume/line_reader.h"
 
 #include "tamarok/platform.h"
+#include "tamarok/round_wood.h"
 
 namespace tamarok::cli {
 
@@ -54,11 +55,11 @@ private:
     // Each of these sets `fault_` where it returns false.
     bool measureLine(bool tooLong, std::string_view line, CsvFields& fields);
     bool measureCells(std::string_view line, const CsvFields& fields);
-    bool checkCells(const CsvFields& fields);
+    bool checkCells();
+    bool readNumbers(const CsvFields& fields, timber::RoundWood& wood);
     bool refuse(std::string fault);
     std::string_view cell(Column column, const CsvFields& fields) const;
     bool unifySeparators();
-    std::string faultOfNumbers(const CsvFields& fields, const std::string& otherwise) const;
     void write(std::string_view line, std::string_view volume);
     void writeQuoted(std::string_view volume);
     static std::optional<Column> columnNamed(std::string_view name);
@@ -66,12 +67,12 @@ private:
 
     VolumeSettings settings_;
     std::string pattern_;
-    bool plainPattern_; ///< gives nothing but digits, separators and a sign
     std::array<std::optional<std::size_t>, columnCount> places_;
     std::array<std::string_view, columnCount> defaults_;
     std::size_t width_ = 0;
     char separator_ = ',';
-    Regional regional_;                               ///< of the volumes; fields are brought to its separator
+    bool needsNoQuotes_ = false; ///< whatever the volume: nothing in it can be a field separator or a quote
+    Regional regional_;          ///< of the volumes; fields are brought to its separator
     std::array<std::string_view, columnCount> cells_; ///< of the line at hand
     std::array<std::string, columnCount> changed_;    ///< fields that had another separator
     bool mixed_ = false;                              ///< such a field was met
