@@ -24,6 +24,7 @@ protected:
         connection() = embedded::connectInMemory();
         database::ReferenceOptions small;
         small.logs = 200;
+        small.records = 0;
         database::createReferenceDatabase(*connection(), small);
     }
     static void TearDownTestSuite() { connection() = nullptr; }

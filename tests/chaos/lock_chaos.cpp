@@ -319,6 +319,7 @@ void createDatabase(const std::string& file)
     const auto connection = embedded::connect(file, options);
     database::ReferenceOptions small;
     small.logs = 1;
+    small.records = 0;
     database::createReferenceDatabase(*connection, small);
 }
 

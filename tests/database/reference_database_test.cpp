@@ -53,7 +53,7 @@ protected:
     static void SetUpTestSuite()
     {
         connection_ = embedded::connectInMemory();
-        createReferenceDatabase(*connection_, {3000, 1});
+        createReferenceDatabase(*connection_, {.logs = 3000, .records = 0});
     }
     static void TearDownTestSuite() { connection_.reset(); }
 
@@ -167,7 +167,7 @@ TEST_F(ReferenceDatabase, SeedFixesTheRowsOfEveryTable)
     EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM BEREITSTELLUNG_KOPF"), 3);
     EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM BEREITSTELLUNG_LOGS"), 280);
     EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM LOGS_RECH_PRICE"), 136);
-    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM STRINGS"), 847);
+    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM STRINGS"), 3912);
     EXPECT_EQ(content(connection_, "SELECT ROUND(SUM(KUBATUR),3) FROM LOGS"), "21292.562|\n");
 }
 
@@ -177,7 +177,7 @@ TEST_F(ReferenceDatabase, TextsCarryEveryLanguageAndTheColumnLabels)
                      "SELECT COUNT(*) FROM STRINGS WHERE ISNULL(GERMAN,'') = '' OR ISNULL(ENGLISH,'') = '' OR "
                      "ISNULL(FRENCH,'') = ''"),
               0);
-    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM STRINGS WHERE ID_STRING > 20000"), 585);
+    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM STRINGS WHERE ID_STRING > 20000"), 3604);
     EXPECT_EQ(content(connection_,
                       "SELECT GERMAN,SHORT_GERMAN,CUSTOM_GERMAN,LONG_GERMAN FROM STRINGS WHERE ID_STRING = 1127"),
               "Rindenkennzeichen|Rindenkz.|-|Rindenkennzeichen|\n");
@@ -188,14 +188,14 @@ TEST_F(ReferenceDatabase, MasterDataKeepsItsLetters)
     EXPECT_EQ(content(connection_, "SELECT HA_LANG FROM HOLZART WHERE HA = 'LA'"), "Europäische Lärche|\n");
     EXPECT_EQ(content(connection_, "SELECT DOUBLE_VALUE FROM OPTIONEN WHERE PROPERTY_ID = 'UFAKTNAT_EURO'"),
               "13.7603|\n");
-    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM PERSONAL"), 300);
+    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM PERSONAL"), 360);
 }
 
 TEST(CreateReferenceDatabase, SameSeedGivesTheSameRowsAndAnotherSeedOthers)
 {
     const auto make = [](std::uint64_t seed) {
         const ado::ConnectionRef connection = embedded::connectInMemory();
-        createReferenceDatabase(*connection, {400, seed});
+        createReferenceDatabase(*connection, {.logs = 400, .seed = seed, .records = 0});
         return contentOfAll(connection);
     };
     const std::string first = make(11);
@@ -210,28 +210,30 @@ TEST(CreateReferenceDatabase, InterruptedRunLeavesNothing)
     const ProgressListener interrupt = [](const Progress& progress) {
         if (progress.phase == "Timber lists" && progress.done > 0) throw std::runtime_error{"interrupted"};
     };
-    EXPECT_THROW(createReferenceDatabase(*connection, {500, 1}, interrupt), std::runtime_error);
+    EXPECT_THROW(createReferenceDatabase(*connection, {.logs = 500, .records = 0}, interrupt), std::runtime_error);
     ado::Recordset rows;
     EXPECT_THROW(rows.Open("SELECT * FROM LOGS", connection), Error);
     EXPECT_THROW(rows.Open("SELECT * FROM STRINGS", connection), Error);
     // The connection is free for another run.
-    createReferenceDatabase(*connection, {10, 1});
+    createReferenceDatabase(*connection, {.logs = 10, .records = 0});
     EXPECT_EQ(number(connection, "SELECT COUNT(*) FROM LOGS"), 10);
 }
 
 TEST(CreateReferenceDatabase, ExistingDatabaseIsRefusedAndStaysAsItWas)
 {
     const ado::ConnectionRef connection = embedded::connectInMemory();
-    createReferenceDatabase(*connection, {60, 1});
+    createReferenceDatabase(*connection, {.logs = 60, .records = 0});
     const std::string before = contentOfAll(connection);
-    EXPECT_THROW(createReferenceDatabase(*connection, {60, 2}), Error);
+    EXPECT_THROW(createReferenceDatabase(*connection, {.logs = 60, .seed = 2, .records = 0}), Error);
     EXPECT_EQ(contentOfAll(connection), before);
 }
 
 TEST(CreateReferenceDatabase, OptionsOutOfRangeAreRefusedAndLeaveNothing)
 {
     const ado::ConnectionRef connection = embedded::connectInMemory();
-    EXPECT_THROW(createReferenceDatabase(*connection, {-5, 1}), Error);
+    EXPECT_THROW(createReferenceDatabase(*connection, {.logs = -5}), Error);
+    EXPECT_THROW(createReferenceDatabase(*connection, {.logs = 0, .records = -1}), Error);
+    EXPECT_THROW(createReferenceDatabase(*connection, {.logs = 0, .records = 100'001}), Error);
     ado::Recordset rows;
     EXPECT_THROW(rows.Open("SELECT * FROM LOGS", connection), Error);
 }
@@ -239,9 +241,9 @@ TEST(CreateReferenceDatabase, OptionsOutOfRangeAreRefusedAndLeaveNothing)
 TEST(CreateReferenceDatabase, DatabaseWithoutLogsHasTheRest)
 {
     const ado::ConnectionRef connection = embedded::connectInMemory();
-    createReferenceDatabase(*connection, {0, 1});
+    createReferenceDatabase(*connection, {.logs = 0, .records = 0});
     EXPECT_EQ(number(connection, "SELECT COUNT(*) FROM LOGS"), 0);
-    EXPECT_EQ(number(connection, "SELECT COUNT(*) FROM PERSONAL"), 300);
+    EXPECT_EQ(number(connection, "SELECT COUNT(*) FROM PERSONAL"), 360);
 }
 
 TEST(CreateReferenceDatabase, ProgressTellsEveryPhaseToItsEnd)

@@ -51,7 +51,7 @@ TEST(Schema, EveryBatchRunsOnItsOwnInOrder)
             ++count;
         }
     }
-    EXPECT_EQ(count, 285U) << "235 tables and 50 indexes";
+    EXPECT_EQ(count, 446U) << "321 tables and 125 indexes";
 }
 
 TEST(Schema, SecondRunIsRefusedWithTheScriptsName)

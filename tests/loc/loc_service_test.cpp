@@ -74,7 +74,7 @@ protected:
     static void SetUpTestSuite()
     {
         connection_ = embedded::connectInMemory();
-        database::createReferenceDatabase(*connection_, {0, 1});
+        database::createReferenceDatabase(*connection_, {.logs = 0, .records = 0});
         connection_->Execute("INSERT INTO STRINGS (ID_STRING,GERMAN,CUSTOM_GERMAN,ENGLISH,CUSTOM_ENGLISH) VALUES "
                              "(7001,'Rundholz','Stämme','Logs',NULL)");
         connection_->Execute("INSERT INTO STRINGS (ID_STRING,GERMAN,CUSTOM_GERMAN) VALUES (7002,NULL,NULL)");

@@ -21,6 +21,7 @@ public:
         connection = embedded::connect(file(), options);
         database::ReferenceOptions small;
         small.logs = 60;
+        small.records = 0;
         database::createReferenceDatabase(*connection, small);
     }
     std::string file() const { return folder_ / "locks.db"; }

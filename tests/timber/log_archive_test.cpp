@@ -12,7 +12,7 @@ namespace {
 
 class LogArchive : public test::SmallDatabase {
 protected:
-    LogArchive() { database::createReferenceDatabase(*connection, {.logs = 40, .seed = 3}); }
+    LogArchive() { database::createReferenceDatabase(*connection, {.logs = 40, .seed = 3, .records = 0}); }
 
     std::int64_t count(const std::string& table) const
     {
