@@ -2,11 +2,13 @@
 #include <benchmark/benchmark.h>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "catalogue/price_options.h"
 
 #include "tamarok/comm_csel.h"
+#include "tamarok/list_catalogue.h"
 
 // GetColumn against a copy of the same text out of an array, and the composition of a whole list
 // with a database that answers at once.
@@ -94,6 +96,66 @@ void composeFortyColumns(benchmark::State& state)
     state.counters["bytes"] = static_cast<double>(list.select.size() + list.from.size() + list.group.size());
 }
 BENCHMARK(composeFortyColumns)->ArgName("grouped")->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
+
+// GetColumnTyp, which finds its list type by key first, against a copy of the same text.
+
+constexpr std::array<std::int16_t, 12> typedIds{1, 2, 3, 10, 20, 60, 61, 110, 111, 150, 176, 177};
+
+void copyTypedFromArray(benchmark::State& state)
+{
+    const Surroundings with;
+    std::vector<std::string> texts;
+    for (const std::int16_t id : typedIds) {
+        texts.push_back(Comm_CSel{}.GetColumnTyp("BBHAB", id, false, false, with.session));
+    }
+    for (auto _ : state) {
+        for (const std::string& text : texts) {
+            std::string copy{text};
+            benchmark::DoNotOptimize(copy);
+        }
+    }
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(typedIds.size()));
+}
+BENCHMARK(copyTypedFromArray);
+
+void getColumnTypOfPlainRow(benchmark::State& state)
+{
+    const Surroundings with;
+    const Comm_CSel csel;
+    for (auto _ : state) {
+        for (const std::int16_t id : typedIds) {
+            std::string column = csel.GetColumnTyp("BBHAB", id, false, false, with.session);
+            benchmark::DoNotOptimize(column);
+        }
+    }
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(typedIds.size()));
+}
+BENCHMARK(getColumnTypOfPlainRow);
+
+/// Every column of the type with the most joins, as a list view composes them: SELECT, FROM and GROUP BY.
+void composeAllColumns(benchmark::State& state)
+{
+    const Surroundings with;
+    const Comm_CSel csel;
+    const auto columns = catalogue::columnsOf("BBHAB");
+    std::size_t bytes = 0;
+    for (auto _ : state) {
+        std::string select;
+        std::string from;
+        std::string group;
+        for (const catalogue::ColumnInfo& column : columns) {
+            select = csel.InsertToStr(select, csel.GetColumnTyp("BBHAB", column.id, true, false, with.session));
+            from = csel.GetFrom("BBHAB", column.id, from, "R", with.session);
+            group = csel.InsertToStr2(Variant{std::move(group)},
+                                      csel.GetColumnTyp("BBHAB", column.id, true, true, with.session), "R");
+        }
+        bytes = select.size() + from.size() + group.size();
+        benchmark::DoNotOptimize(bytes);
+    }
+    state.counters["columns"] = static_cast<double>(columns.size());
+    state.counters["bytes"] = static_cast<double>(bytes);
+}
+BENCHMARK(composeAllColumns)->Unit(benchmark::kMicrosecond);
 
 void growFromClause(benchmark::State& state)
 {

@@ -38,7 +38,7 @@ inline constexpr std::initializer_list<Column> columns{
     {18, 22767, text, "KOSTENSTELLE.NAME"},
     {19, 22768, twoDecimals, "WALDORT.FLAECHE", max},
     {20, 22769, text, "OBJEKT.NUMBER"},
-    {21, 22770, whole, "KOSTENSTELLE.NUMMER"},
+    {21, 22770, whole, "CAST(KOSTENSTELLE.NUMMER AS INT)"},
     {22, 22771, text, "OBJEKT.NAME"},
     {23, 22772, date, "ARBEITSAUFTRAG_KOPF{KEYTAIL}.DATUM_VON"},
     {24, 22773, whole, "DATEDIFF(day,ARBEITSAUFTRAG_KOPF{KEYTAIL}.DATUM_VON,ARBEITSAUFTRAG_KOPF{KEYTAIL}.DATUM_BIS)+1", max},

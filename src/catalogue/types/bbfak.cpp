@@ -114,7 +114,7 @@ constexpr ListDescription description{
             {137, 23596, text, "WARENKATALOG.BEZEICH2"},
             {139, 23597, text, "WARENGRUPPE.NUMMER"},
             {140, 23598, text, "WARENGRUPPE.GRUPPE"},
-            {142, 23599, whole, "KOSTENSTELLE.NUMMER"},
+            {142, 23599, text, "KOSTENSTELLE.NUMMER"},
             {143, 23600, text, "KOSTENSTELLE.NAME"},
             {145, 23601, text, "KOSTENART.NUMBER"},
             {146, 23602, text, "KOSTENART.NAME"},

@@ -67,7 +67,7 @@ constexpr ListDescription description{
             {53, 24289, text, "PERSONAL_AL2.NAME_LANG"},
             {56, 24290, text, "LISTENART.SHORT"},
             {57, 24291, text, "LISTENART.TEXT"},
-            {60, 24292, whole, "KOSTENSTELLE.NUMMER"},
+            {60, 24292, text, "KOSTENSTELLE.NUMMER"},
             {61, 24293, text, "KOSTENSTELLE.NAME"},
             {64, 24294, text, "BB_AUFTRAG_KOPF.AUFTRAG_NUMMER"},
             {65, 24295, text, "BB_AUFTRAG_KOPF.BEZEICHNUNG"},

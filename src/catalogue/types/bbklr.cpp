@@ -105,7 +105,7 @@ constexpr ListDescription description{
             {132, 25329, amount, "BB_BELEGE.BRUTTO", sum},
             {133, 25330, text, "(CASE WHEN BB_BELEGE.LAGERBUCHUNG = 1 THEN 'Ja' ELSE 'Nein' END)"},
             // Accounts of a position.
-            {150, 25331, whole, "KOSTENSTELLE.NUMMER"},
+            {150, 25331, text, "KOSTENSTELLE.NUMMER"},
             {151, 25332, text, "KOSTENSTELLE.NAME"},
             {155, 25333, text, "BB_AUFTRAG_KOPF.AUFTRAG_NUMMER"},
             {156, 25334, text, "BB_AUFTRAG_KOPF.BEZEICHNUNG"},
