@@ -8,13 +8,11 @@ namespace tamarok::catalogue {
 
 std::string detailText(const ListType& type, std::int16_t id, std::string_view versionKey, const TmkVar& session)
 {
+    // A text without placeholders is copied, which takes half the time of filling it
+    // (bench: getColumnOfPlainRow, getColumnTypOfPlainRow).
+    if (const std::string_view plain = type.plainText(id); !plain.empty()) return std::string{plain};
     const Column* column = type.column(id);
-    if (column == nullptr) return {};
-    const std::string_view text = column->text;
-    // A text without placeholders is copied, which halves the time of a plain column
-    // (bench: getColumnOfPlainRow, 25 ns to 13 ns a column).
-    if (text.find('{') == std::string_view::npos) return std::string{text};
-    return ColumnValues{session, versionKey, type}.fill(text);
+    return column == nullptr ? std::string{} : ColumnValues{session, versionKey, type}.fill(column->text);
 }
 
 std::string aggregateText(const ListType& type, std::int16_t id, std::string_view versionKey, const TmkVar& session)

@@ -22,6 +22,10 @@ std::string Comm_CSel::GetColumnTyp(std::string_view Typ, std::int16_t ID, bool 
     if (type == nullptr || type->description().dependsOnVersion) {
         return {};
     }
+    if (!Agregate && !InGroupBy) {
+        if (const std::string_view plain = type->plainText(ID); !plain.empty()) return std::string{plain};
+        return catalogue::detailText(*type, ID, {}, tmkVar);
+    }
     const Column* column = type->column(ID);
     if (column == nullptr) {
         return {};

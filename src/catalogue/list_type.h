@@ -117,11 +117,13 @@ struct ListDescription {
     std::initializer_list<Choice> choices{};
 };
 
-/// Positions, plus 1, of what one column id has in the tables of a description; 0 for nothing.
+/// Positions, plus 1, of what one column id has in the tables of a description; 0 for nothing. The length of a plain
+/// text stands beside them, so that copying the text is all that a plain column costs.
 struct ColumnSlot {
     std::uint16_t column = 0;
     std::uint16_t join = 0;
     std::uint16_t selectExpression = 0;
+    std::uint16_t plainLength = 0; ///< bytes of the column's text, 0 if it has placeholders or is longer
 };
 
 /// The row at a position of a slot, or nullptr for position 0.
@@ -140,6 +142,15 @@ public:
     {}
 
     constexpr const ListDescription& description() const noexcept { return *description_; }
+
+    /// The expression of a column whose text has no placeholders; "" for any other id.
+    constexpr std::string_view plainText(std::int16_t id) const noexcept
+    {
+        const ColumnSlot found = slot(id);
+        return found.plainLength == 0
+                   ? std::string_view{}
+                   : std::string_view{rowAt(description_->columns, found.column)->text, found.plainLength};
+    }
 
     /// The row of a column id, or nullptr.
     constexpr const Column* column(std::int16_t id) const noexcept

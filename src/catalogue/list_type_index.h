@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string_view>
 
 #include "list_type.h"
 
@@ -36,7 +37,11 @@ constexpr void enterRows(const ListDescription& description, std::span<ColumnSlo
 {
     std::size_t position = 0;
     for (const Column& column : description.columns) {
-        enter(slots[static_cast<std::size_t>(column.id)].column, position);
+        ColumnSlot& slot = slots[static_cast<std::size_t>(column.id)];
+        enter(slot.column, position);
+        const std::string_view text = column.text;
+        const bool isPlain = text.find('{') == std::string_view::npos && text.size() <= UINT16_MAX;
+        slot.plainLength = isPlain ? static_cast<std::uint16_t>(text.size()) : std::uint16_t{0};
     }
     position = 0;
     for (const SelectExpression& expression : description.selectExpressions) {

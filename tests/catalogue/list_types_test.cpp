@@ -19,7 +19,8 @@ TEST(ListTypes, AreFortyOneAndFoundWithoutRegardToCase)
         EXPECT_EQ(std::ranges::count(listTypeKeys(), type->description().key), 1);
     }
     EXPECT_EQ(findListType("bbf_Plann")->description().base, std::string_view{"ARBEITSAUFTRAG_KOPF_PLANN"});
-    for (const char* key : {"", "LOGS", "LO", " LOG", "BBF_"}) {
+    EXPECT_EQ(findListType("artıkel"), findListType("ARTIKEL")) << "a letter whose upper case is ASCII";
+    for (const char* key : {"", "LOGS", "LO", " LOG", "BBF_", "LOG ", "ÄCL", "SAPAGRUPPESAPAGRUPPE", "LOG\x01"}) {
         EXPECT_EQ(findListType(key), nullptr) << key;
     }
 }
