@@ -124,9 +124,9 @@ TEST_F(Day, RunsAllStepsAndLeavesTheDatabaseAsItWas)
 {
     EXPECT_EQ(outcome_.status, 0);
     EXPECT_EQ(outcome_.errors, "");
-    for (int number = 1; number <= 7; ++number)
+    for (int number = 1; number <= 9; ++number)
         EXPECT_NE(step(number), "") << number;
-    EXPECT_EQ(step(8), "");
+    EXPECT_EQ(step(10), "");
     EXPECT_EQ(before_.find("\"error\""), std::string::npos) << "every table was read";
     EXPECT_EQ(everything(), before_);
     EXPECT_EQ(run({"day", "--db", database_, "--locale", "de-AT"}).output, outcome_.output) << "it can be shown again";
@@ -493,6 +493,39 @@ TEST_F(Day, TenLogsAreConvertedClassedAndArchived)
         EXPECT_EQ(log[6], (*row)[0]) << volume;
     }
     EXPECT_EQ(lineAfter(step(7), "Archived: "), "10 lines");
+}
+
+// ---- 8. and 9. two other list types ------------------------------------------------------------
+
+TEST_F(Day, GameBySpeciesAddsUp)
+{
+    const Json expected = rows("SELECT W.LONG AS L, SUM(G.STUCK) AS N, SUM(G.GEWICHT) AS KG, SUM(G.NETTOBETRAG) AS E "
+                               "FROM BB_WILDURSPRUNGS G, BB_T_WILDART W WHERE W.ID = G.ID_BB_T_WILDART AND "
+                               "G.STORNODATUM IS NULL GROUP BY W.LONG ORDER BY W.LONG");
+    const std::vector<Row> shown = tableBelow(step(8), "Wildart");
+    ASSERT_EQ(shown.size(), expected.size());
+    ASSERT_GT(shown.size(), 3U);
+    for (std::size_t row = 0; row < shown.size(); ++row) {
+        EXPECT_EQ(shown[row][0], textOf(expected[row][0]));
+        for (std::size_t column = 1; column < 4; ++column)
+            EXPECT_NEAR(numberOf(shown[row][column]), expected[row][column].get<double>(), halfCent) << shown[row][0];
+    }
+}
+
+TEST_F(Day, HarvestRecordsShowTheirGreatestLines)
+{
+    const Json expected = rows("SELECT TOP 10 KUBATUR FROM BB_HAB ORDER BY KUBATUR DESC");
+    const std::string shown = step(9);
+    std::string head;
+    for (const std::string& line : linesOf(shown))
+        if (line.starts_with("---"))
+            break;
+        else
+            head = line;
+    const std::vector<Row> table = tableBelow(shown, head);
+    ASSERT_EQ(table.size(), 10U);
+    for (std::size_t row = 0; row < table.size(); ++row)
+        EXPECT_NEAR(numberOf(table[row].back()), expected[row][0].get<double>(), halfCent) << row;
 }
 
 } // namespace

@@ -14,6 +14,8 @@ std::span<const Step> steps() noexcept
         Step{"Code fields: what they offer, and which typed codes they accept", showCodeField},
         Step{"A measured line typed key by key, saved and read back", typeALine},
         Step{"Ten logs measured line by line, classed and archived", measureLogs},
+        Step{"Another list type: the game of the hunting districts by species", showGameList},
+        Step{"Another list type: harvest records, the lines of greatest volume", showHarvestList},
     };
     return all;
 }

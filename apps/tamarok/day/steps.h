@@ -30,5 +30,7 @@ void showDetailList(const Context& context);
 void showAggregatedList(const Context& context);
 void typeALine(const Context& context);
 void measureLogs(const Context& context);
+void showGameList(const Context& context);
+void showHarvestList(const Context& context);
 
 } // namespace tamarok::cli::day
