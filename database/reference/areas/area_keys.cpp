@@ -8,6 +8,14 @@
 
 namespace tamarok::database {
 
+void insertRow(BulkInsert& rows, std::initializer_list<Variant> values)
+{
+    std::size_t column = 0;
+    for (const Variant& value : values)
+        rows[column++] = value;
+    rows.insert();
+}
+
 std::vector<std::vector<Variant>> rowsOf(ado::Connection& connection, std::string_view query)
 {
     ado::Recordset recordset;

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,6 +49,9 @@ consteval std::size_t placeOf(const std::array<BulkInsert::Column, count>& colum
         if (columns[place].name == name) return place;
     throw Error{errors::invalidArgument, "The statement has no such column."};
 }
+
+/// Inserts a row of `values`, which stand in the order of the statement's columns. Errors: provider failures.
+void insertRow(BulkInsert& rows, std::initializer_list<Variant> values);
 
 /// Returns the rows of a query. Errors: provider failures.
 std::vector<std::vector<Variant>> rowsOf(ado::Connection& connection, std::string_view query);

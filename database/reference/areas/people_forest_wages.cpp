@@ -148,7 +148,7 @@ private:
             insertRow(bookings_,
                       {record.id, ++position, booking.record, random_.between(1, options_.records), booking.costCentre,
                        booked, booking.hours, booking.amount, added, rounded(booking.amount + added),
-                       "Löhne " + padded(month.month, 2) + "/" + std::to_string(month.year)});
+                       "Löhne " + paddedNumber(month.month, 2) + "/" + std::to_string(month.year)});
             workers.insert(booking.worker);
             hours += booking.hours;
             amount += booking.amount;
@@ -166,18 +166,19 @@ private:
         const double base = dayOf(options_.baseDate).days;
         const bool isSettled = last.days + 20 < base;
         const Date paid{std::min(last.days + random_.between(8, 15), base)};
-        insertRow(heads_, {month.month, month.year, record.level,
-                           "WL-" + std::to_string(month.year) + padded(month.month, 2) + "-" + padded(record.id, 5),
-                           last, record.month + 1, isSettled, isSettled ? Variant{paid} : Variant{Null{}}, workers,
-                           rounded(hours), rounded(amount), rounded(surcharge), rounded(amount + surcharge),
-                           sometimes(random_, 150, "Nachverrechnung im Folgemonat möglich")});
+        insertRow(heads_,
+                  {month.month, month.year, record.level,
+                   "WL-" + std::to_string(month.year) + paddedNumber(month.month, 2) + "-" + paddedNumber(record.id, 5),
+                   last, record.month + 1, isSettled, isSettled ? Variant{paid} : Variant{Null{}}, workers,
+                   rounded(hours), rounded(amount), rounded(surcharge), rounded(amount + surcharge),
+                   sometimes(random_, 150, "Nachverrechnung im Folgemonat möglich")});
     }
 
     /// Every month has a file, so that its id is the index of the month and 1.
     void writeTransfer(std::int32_t index, const Transfer& transfer)
     {
         const Month month = monthAt(options_, index);
-        const std::string name = std::to_string(month.year) + "-" + padded(month.month, 2);
+        const std::string name = std::to_string(month.year) + "-" + paddedNumber(month.month, 2);
         const Date day{std::min(lastDayOf(options_, month).days + 7, dayOf(options_.baseDate).days)};
         insertRow(transfers_,
                   {"DT-" + name, day, "lohn_" + name + ".dta", transfer.bookings, rounded(transfer.amount)});

@@ -8,8 +8,6 @@ namespace tamarok::database {
 namespace {
 
 using ado::DataType;
-using people::insertRow;
-using people::padded;
 
 constexpr std::array levelColumns{
     BulkInsert::Column{"ID", DataType::Integer},
@@ -39,10 +37,7 @@ std::string placeName(std::int32_t index)
 class LevelWriter {
 public:
     LevelWriter(ado::Connection& connection, std::int32_t last) :
-        last_{last}, id_{people::readIds(connection, "SELECT MAX(ID) FROM ACCESS_LEVELS").front()}, levels_{
-                                                                                                        connection,
-                                                                                                        "ACCESS_LEVELS",
-                                                                                                        levelColumns}
+        last_{last}, id_{lastId(connection, "ACCESS_LEVELS")}, levels_{connection, "ACCESS_LEVELS", levelColumns}
     {}
 
     bool isDone() const { return id_ >= last_; }
@@ -51,10 +46,10 @@ public:
     void writeOrganisation(std::int32_t number)
     {
         constexpr std::int32_t offices = 99;
-        const std::string code = padded(number, 2);
+        const std::string code = paddedNumber(number, 2);
         insert(code + "000000", code, "Forstverband " + placeName(number), "Zentrale");
         for (std::int32_t office = 1; office <= offices && !isDone(); ++office)
-            writeForestOffice(code + padded(office, 2), std::to_string(number) + padded(office, 2));
+            writeForestOffice(code + paddedNumber(office, 2), std::to_string(number) + paddedNumber(office, 2));
     }
 
 private:
@@ -65,7 +60,7 @@ private:
         insert(code + "0000", "AFF " + name, "Amt für Forstwirtschaft " + placeName(office_++), "Forstamt");
         const std::int32_t forestOffice = id_;
         for (std::int32_t i = 1; i <= children && !isDone(); ++i)
-            writeSeniorOffice(code + padded(i, 2), name + std::to_string(i), forestOffice);
+            writeSeniorOffice(code + paddedNumber(i, 2), name + std::to_string(i), forestOffice);
     }
 
     void writeSeniorOffice(const std::string& code, const std::string& name, std::int32_t forestOffice)
@@ -74,8 +69,8 @@ private:
         insert(code + "00", "OBF " + name, "Oberförsterei " + place, "Oberförsterei");
         const std::int32_t seniorOffice = id_;
         for (std::int32_t i = 1; i <= children && !isDone(); ++i)
-            insert(code + padded(i, 2), "REV " + name + std::to_string(i), "Revier " + place + " " + std::to_string(i),
-                   "Revier", id_ + 1, seniorOffice, forestOffice);
+            insert(code + paddedNumber(i, 2), "REV " + name + std::to_string(i),
+                   "Revier " + place + " " + std::to_string(i), "Revier", id_ + 1, seniorOffice, forestOffice);
     }
 
     /// Only districts refer to the levels above them: themselves, their senior office and their forest office.

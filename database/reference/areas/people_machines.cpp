@@ -73,10 +73,10 @@ struct MachineKeys {
 /// A machine belongs to a senior office and is in the charge of a user who signs in.
 MachineKeys readMachineKeys(ado::Connection& connection)
 {
-    return {readRows(connection, "SELECT [NUMBER], ID FROM BBF_GRUPPE WHERE LABEL_GROUP = 'MASCHINE'"),
-            readIds(connection, "SELECT ID FROM USERS WHERE ISNULL(DISABLE,0) = 0 ORDER BY ID"),
-            readIds(connection, "SELECT ID FROM ACCESS_LEVELS WHERE RIGHT(ACCESS_LEVELS,2) = '00' AND "
-                                "RIGHT(ACCESS_LEVELS,4) <> '0000' ORDER BY ID")};
+    return {rowsOf(connection, "SELECT [NUMBER], ID FROM BBF_GRUPPE WHERE LABEL_GROUP = 'MASCHINE'"),
+            idsOf(connection, "SELECT ID FROM USERS WHERE ISNULL(DISABLE,0) = 0 ORDER BY ID"),
+            idsOf(connection, "SELECT ID FROM ACCESS_LEVELS WHERE RIGHT(ACCESS_LEVELS,2) = '00' AND "
+                              "RIGHT(ACCESS_LEVELS,4) <> '0000' ORDER BY ID")};
 }
 
 Variant groupOf(const MachineKeys& keys, std::string_view number)
@@ -117,7 +117,7 @@ std::vector<Variant> machineValues(const ReferenceOptions& options, const Machin
             random.pick(kind.makes),
             kind.type + std::to_string(random.between(8, 39) * 25),
             sometimes(random, 850, numberPlate(random)),
-            "TW9" + padded(random.between(1, 999'999'999), 10),
+            "TW9" + paddedNumber(random.between(1, 999'999'999), 10),
             toCivil(bought).year - random.between(0, 2),
             kind.power + random.between(-8, 12),
             rounded(kind.weight * random.between(0.95, 1.06), 3),
@@ -163,7 +163,7 @@ void completePartnerGroups(ado::Connection& connection, const ReferenceOptions& 
     constexpr std::array remarks{"Preisliste gilt ab Forststraße", "Abnahme nur im Winterhalbjahr",
                                  "Sammelabrechnung je Quartal"};
     RowUpdate update{connection, "PA_GRUPPE", groupColumns, "ID"};
-    for (const std::vector<Variant>& row : readRows(connection, "SELECT ID, BEZEICHNUNG FROM PA_GRUPPE ORDER BY ID")) {
+    for (const std::vector<Variant>& row : rowsOf(connection, "SELECT ID, BEZEICHNUNG FROM PA_GRUPPE ORDER BY ID")) {
         const Date made = dayBefore(options, random, 3 * 365);
         const bool hasEnded = random.chance(80);
         const std::int32_t members = random.between(2, 34);
@@ -188,14 +188,14 @@ void writeMachines(ado::Connection& connection, const ReferenceOptions& options)
     Random random = randomOf(options, Stream::machines);
     const MachineKeys keys = readMachineKeys(connection);
     BulkInsert machines{connection, "SCH_MASCHINENBUCH", columns};
-    for (auto number = static_cast<std::int32_t>(readRows(connection, all).size()) + 1; number <= options.records;
+    for (auto number = static_cast<std::int32_t>(rowsOf(connection, all).size()) + 1; number <= options.records;
          ++number) {
         const std::string name = std::string{random.pick(kinds).name} + " " + std::to_string(number);
-        insertRow(machines, {"M-" + padded(number, 4), name, random.pick(keys.levels), random.chance(50)});
+        insertRow(machines, {"M-" + paddedNumber(number, 4), name, random.pick(keys.levels), random.chance(50)});
     }
     // The given machines and the added ones get the further columns in the same way.
     RowUpdate update{connection, "SCH_MASCHINENBUCH", machineColumns, "ID"};
-    for (const std::vector<Variant>& row : readRows(connection, all)) {
+    for (const std::vector<Variant>& row : rowsOf(connection, all)) {
         const bool isSold = !row.at(2).isNull() && convert::toLong(row.at(2)) != 0;
         update.run(machineValues(options, keys, kindNamed(row.at(1).asString()), isSold, random),
                    convert::toLong(row.at(0)));
@@ -215,14 +215,13 @@ void writePartnerGroups(ado::Connection& connection, const ReferenceOptions& opt
                                "Christbaumkunden",     "Wegerhalter",     "Schmuckreisigkunden"};
     Random random = randomOf(options, Stream::groups);
     // The groups of the client enterprises are given and stay as they are.
-    const std::vector<std::int32_t> owners = readIds(
+    const std::vector<std::int32_t> owners = idsOf(
         connection, "SELECT ID_PERSONAL FROM PERSONAL WHERE WALDBESITZER = 1 AND MANDANTEN = 0 ORDER BY ID_PERSONAL");
-    const std::vector<std::int32_t> products = readIds(connection, "SELECT ID FROM PRODUKT ORDER BY ID");
-    const std::vector<std::int32_t> categories = readIds(connection, "SELECT ID FROM T_PA_KATEGORIE ORDER BY ID");
+    const std::vector<std::int32_t> products = idsOf(connection, "SELECT ID FROM PRODUKT ORDER BY ID");
+    const std::vector<std::int32_t> categories = idsOf(connection, "SELECT ID FROM T_PA_KATEGORIE ORDER BY ID");
     BulkInsert groups{connection, "PA_GRUPPE", columns};
-    for (std::int32_t id = readIds(connection, "SELECT MAX(ID) FROM PA_GRUPPE").front() + 1; id <= options.records;
-         ++id)
-        insertRow(groups, {id, random.pick(names), "G-" + padded(id, 2), random.pick(owners),
+    for (std::int32_t id = idsOf(connection, "SELECT MAX(ID) FROM PA_GRUPPE").front() + 1; id <= options.records; ++id)
+        insertRow(groups, {id, random.pick(names), "G-" + paddedNumber(id, 2), random.pick(owners),
                            keyOrNull(random, categories), keyOrNull(random, products)});
     completePartnerGroups(connection, options, random);
 }

@@ -29,7 +29,7 @@ struct Place {
 std::vector<Owner> readOwners(ado::Connection& connection)
 {
     std::vector<Owner> owners;
-    for (const std::vector<Variant>& row : readRows(
+    for (const std::vector<Variant>& row : rowsOf(
              connection, "SELECT ID_PERSONAL, ID_ACCESS_LEVELS, ISNULL(HEKTAR,0) FROM PERSONAL WHERE WALDBESITZER = 1 "
                          "ORDER BY ID_PERSONAL"))
         owners.push_back({convert::toLong(row.at(0)), row.at(1), convert::toDouble(row.at(2))});
@@ -58,7 +58,7 @@ void writeContracts(ado::Connection& connection, const ReferenceOptions& options
         const bool hasEnded = random.chance(120);
         const Date end{std::min(begin.days + random.between(180, 700), dayOf(options.baseDate).days)};
         insertRow(contracts,
-                  {owner.id, owner.level, "WB-" + std::to_string(toCivil(begin).year) + "-" + padded(++number, 3),
+                  {owner.id, owner.level, "WB-" + std::to_string(toCivil(begin).year) + "-" + paddedNumber(++number, 3),
                    begin, hasEnded ? Variant{end} : Variant{Null{}}, owner.hectares,
                    rounded(owner.hectares * random.between(14.0, 26.0)), sometimes(random, 600, random.pick(remarks))});
     }
@@ -74,7 +74,7 @@ void writePlaces(ado::Connection& connection, const ReferenceOptions& options, c
         BulkInsert::Column{"GUELTIG_VON", DataType::Date},    BulkInsert::Column{"GUELTIG_BIS", DataType::Date}};
     std::vector<Place> places;
     for (const std::vector<Variant>& row :
-         readRows(connection, "SELECT ID_WALDORT, ISNULL(FLAECHE,0) FROM WALDORT ORDER BY ID_WALDORT"))
+         rowsOf(connection, "SELECT ID_WALDORT, ISNULL(FLAECHE,0) FROM WALDORT ORDER BY ID_WALDORT"))
         places.push_back({convert::toLong(row.at(0)), convert::toDouble(row.at(1))});
     BulkInsert assignments{connection, "WB_WALDORT_ZUORD", columns};
     for (const Owner& owner : owners) {
@@ -106,9 +106,9 @@ void writeSalesOf(ado::Connection& connection, const ReferenceOptions& options, 
                                  BulkInsert::Column{"MENGE", DataType::Double},
                                  BulkInsert::Column{"UMSATZ", DataType::Double}};
     const std::vector<std::int32_t> sellers =
-        readIds(connection,
-                "SELECT ID_PERSONAL FROM PERSONAL WHERE WALDBESITZER = 1 OR GRUPPE = 'Handel' ORDER BY ID_PERSONAL");
-    const std::vector<std::int32_t> destinations = readIds(connection, "SELECT ID FROM BB_T_VERKAUFSZIEL ORDER BY ID");
+        idsOf(connection,
+              "SELECT ID_PERSONAL FROM PERSONAL WHERE WALDBESITZER = 1 OR GRUPPE = 'Handel' ORDER BY ID_PERSONAL");
+    const std::vector<std::int32_t> destinations = idsOf(connection, "SELECT ID FROM BB_T_VERKAUFSZIEL ORDER BY ID");
     const std::int32_t lastYear = toCivil(options.baseDate).year;
     BulkInsert sales{connection, "PERSONAL_VERKAUFSZIEL", columns};
     for (const std::int32_t seller : sellers) {
@@ -143,7 +143,7 @@ void writeFreeFields(ado::Connection& connection, const ReferenceOptions& option
     constexpr std::array skills{"Motorsägenkurs", "Seilkrankurs", "Harvesterausbildung", "Forstfacharbeiterprüfung"};
     constexpr std::array newsletters{"Rundschreiben per Post", "Rundschreiben per E-Mail", "kein Rundschreiben"};
     BulkInsert fields{connection, "PERSONAL_FREE", columns};
-    for (const std::int32_t partner : readIds(connection, "SELECT ID_PERSONAL FROM PERSONAL ORDER BY ID_PERSONAL")) {
+    for (const std::int32_t partner : idsOf(connection, "SELECT ID_PERSONAL FROM PERSONAL ORDER BY ID_PERSONAL")) {
         if (!random.chance(700)) continue;
         const Date visit = dayBefore(options, random, 2 * 365);
         insertRow(fields, {partner, random.pick(accesses), random.pick(contacts), random.pick(storage),

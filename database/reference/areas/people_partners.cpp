@@ -95,9 +95,9 @@ std::vector<Partner> readPartners(ado::Connection& connection)
 {
     std::vector<Partner> partners;
     for (const std::vector<Variant>& row :
-         readRows(connection, "SELECT ID_PERSONAL, ORT, NATION, TELEFON, CASE WHEN VORNAME IS NULL THEN 1 ELSE 0 END,"
-                              " ISNULL(WALDBESITZER,0), ISNULL(KUNDE,0), ISNULL(ERINNERUNGAKTIV,0), ISNULL(HEKTAR,0)"
-                              " FROM PERSONAL ORDER BY ID_PERSONAL"))
+         rowsOf(connection, "SELECT ID_PERSONAL, ORT, NATION, TELEFON, CASE WHEN VORNAME IS NULL THEN 1 ELSE 0 END,"
+                            " ISNULL(WALDBESITZER,0), ISNULL(KUNDE,0), ISNULL(ERINNERUNGAKTIV,0), ISNULL(HEKTAR,0)"
+                            " FROM PERSONAL ORDER BY ID_PERSONAL"))
         partners.push_back({convert::toLong(row.at(0)), row.at(1).asString(), row.at(2).asString(),
                             row.at(3).asString(), convert::toLong(row.at(4)) != 0, convert::toLong(row.at(5)) != 0,
                             convert::toLong(row.at(6)) != 0, convert::toLong(row.at(7)) != 0,
@@ -108,15 +108,15 @@ std::vector<Partner> readPartners(ado::Connection& connection)
 PartnerKeys readPartnerKeys(ado::Connection& connection)
 {
     PartnerKeys keys;
-    keys.regions = readRows(connection, "SELECT T_GEMEINDE.ID, T_BEZIRK.ID, T_BUNDESLAND.ID, T_GEMEINDE.[LONG] FROM "
-                                        "T_GEMEINDE INNER JOIN T_BEZIRK ON T_BEZIRK.NUMMER = LEFT(T_GEMEINDE.NUMMER,3) "
-                                        "INNER JOIN T_BUNDESLAND ON T_BUNDESLAND.NUMMER = LEFT(T_GEMEINDE.NUMMER,1) "
-                                        "ORDER BY T_GEMEINDE.ID");
-    keys.hunterStates = readIds(connection, "SELECT ID FROM BB_T_JAGERSTATUS ORDER BY ID");
-    keys.users = readIds(connection, "SELECT ID FROM USERS WHERE ISNULL(DISABLE,0) = 0 ORDER BY ID");
-    keys.communities = readIds(connection, "SELECT ID FROM T_ARBEITSGEMEINSCHAFTEN ORDER BY ID");
-    keys.debits = readIds(connection, "SELECT ID FROM T_ABBUCHUNGSAUFTRAG ORDER BY ID");
-    keys.hectares = convert::toDouble(readRows(connection, "SELECT SUM(HEKTAR) FROM PERSONAL").at(0).at(0));
+    keys.regions = rowsOf(connection, "SELECT T_GEMEINDE.ID, T_BEZIRK.ID, T_BUNDESLAND.ID, T_GEMEINDE.[LONG] FROM "
+                                      "T_GEMEINDE INNER JOIN T_BEZIRK ON T_BEZIRK.NUMMER = LEFT(T_GEMEINDE.NUMMER,3) "
+                                      "INNER JOIN T_BUNDESLAND ON T_BUNDESLAND.NUMMER = LEFT(T_GEMEINDE.NUMMER,1) "
+                                      "ORDER BY T_GEMEINDE.ID");
+    keys.hunterStates = idsOf(connection, "SELECT ID FROM BB_T_JAGERSTATUS ORDER BY ID");
+    keys.users = idsOf(connection, "SELECT ID FROM USERS WHERE ISNULL(DISABLE,0) = 0 ORDER BY ID");
+    keys.communities = idsOf(connection, "SELECT ID FROM T_ARBEITSGEMEINSCHAFTEN ORDER BY ID");
+    keys.debits = idsOf(connection, "SELECT ID FROM T_ABBUCHUNGSAUFTRAG ORDER BY ID");
+    keys.hectares = convert::toDouble(rowsOf(connection, "SELECT SUM(HEKTAR) FROM PERSONAL").at(0).at(0));
     return keys;
 }
 
@@ -135,11 +135,11 @@ std::string accountNumber(Random& random, std::string_view country)
 {
     const bool isAustria = country == "AT";
     std::string account =
-        isAustria ? "20" + padded(random.between(100, 999), 3) : "7" + padded(random.between(1, 99), 7);
-    account += padded(random.between(10'000'000, 99'999'999), isAustria ? 11 : 10);
+        isAustria ? "20" + paddedNumber(random.between(100, 999), 3) : "7" + paddedNumber(random.between(1, 99), 7);
+    account += paddedNumber(random.between(10'000'000, 99'999'999), isAustria ? 11 : 10);
     // The letters count as numbers, A as 10, behind the account and before two zeros for the check digits.
     const std::int32_t check = 98 - remainderBy97(account + (isAustria ? "102900" : "131400"));
-    return std::string{country} + padded(check, 2) + account;
+    return std::string{country} + paddedNumber(check, 2) + account;
 }
 
 /// BANK, IBAN and BIC. Only Austrian and German accounts are known.
@@ -163,18 +163,20 @@ void appendBank(std::vector<Variant>& values, const Partner& partner, Random& ra
 void appendContact(std::vector<Variant>& values, const Partner& partner, Random& random)
 {
     values.push_back(sometimes(random, 400, partner.phone + "-" + std::to_string(random.between(10, 99))));
-    values.push_back(
-        sometimes(random, 700,
-                  "+43 66" + std::to_string(random.between(4, 9)) + " " + padded(partner.id * 7919LL % 10'000'000, 7)));
-    values.push_back(partner.isCompany ? sometimes(random, 600, "www.partner" + padded(partner.id, 4) + ".example")
-                                       : Variant{Null{}});
+    values.push_back(sometimes(random, 700,
+                               "+43 66" + std::to_string(random.between(4, 9)) + " " +
+                                   paddedNumber(partner.id * 7919LL % 10'000'000, 7)));
+    values.push_back(partner.isCompany
+                         ? sometimes(random, 600, "www.partner" + paddedNumber(partner.id, 4) + ".example")
+                         : Variant{Null{}});
     const std::string vat = partner.nation == "AT" ? "ATU" : partner.nation;
-    values.push_back(partner.isCompany ? Variant{vat + padded(random.between(10'000'000, 79'999'999), 8)}
+    values.push_back(partner.isCompany ? Variant{vat + paddedNumber(random.between(10'000'000, 79'999'999), 8)}
                                        : Variant{Null{}});
     const std::int32_t tax = random.between(1000, 9999);
-    values.emplace_back(padded(partner.id % 90 + 9, 2) + "-" + padded(partner.id * 37 % 1000, 3) + "/" +
+    values.emplace_back(paddedNumber(partner.id % 90 + 9, 2) + "-" + paddedNumber(partner.id * 37 % 1000, 3) + "/" +
                         std::to_string(tax));
-    values.push_back(partner.isOwner ? Variant{padded(random.between(1'000'000, 3'999'999), 7)} : Variant{Null{}});
+    values.push_back(partner.isOwner ? Variant{paddedNumber(random.between(1'000'000, 3'999'999), 7)}
+                                     : Variant{Null{}});
 }
 
 /// ZAHLUNGSZIEL to ERINNERUNGTEXT.
@@ -225,7 +227,7 @@ void appendKeys(std::vector<Variant>& values, const Partner& partner, const Part
     const Variant none{Null{}};
     const bool isHunter = !partner.isCompany && random.chance(300);
     values.push_back(isHunter ? keyOrNull(random, keys.hunterStates, 0) : none);
-    values.push_back(isHunter ? Variant{"JK-" + padded(random.between(1, 99'999), 5)} : none);
+    values.push_back(isHunter ? Variant{"JK-" + paddedNumber(random.between(1, 99'999), 5)} : none);
     values.push_back(isHunter ? Variant{dayBefore(options, random, 300)} : none);
     values.push_back(keyOrNull(random, keys.users));
     auto region =

@@ -62,30 +62,6 @@ Date dayBefore(const ReferenceOptions& options, Random& random, std::int32_t day
     return Date{dayOf(options.baseDate).days - random.between(0, days)};
 }
 
-/// Reads a small table as a whole; the writers look keys up in memory and never ask the database for a row.
-std::vector<std::vector<Variant>> readRows(ado::Connection& connection, std::string_view query)
-{
-    ado::Recordset rows;
-    // A reference without ownership: the caller owns the connection.
-    rows.Open(query, ado::ConnectionRef{std::shared_ptr<void>{}, &connection});
-    std::vector<std::vector<Variant>> result;
-    for (; !rows.AtEOF(); rows.MoveNext()) {
-        std::vector<Variant>& row = result.emplace_back();
-        for (std::int32_t i = 0; i < rows.Fields().Count(); ++i)
-            row.push_back(rows.Fields().Item(i).Value());
-    }
-    rows.Close();
-    return result;
-}
-
-std::vector<std::int32_t> readIds(ado::Connection& connection, std::string_view query)
-{
-    std::vector<std::int32_t> ids;
-    for (const std::vector<Variant>& row : readRows(connection, query))
-        ids.push_back(convert::toLong(row.front()));
-    return ids;
-}
-
 Variant keyOrNull(Random& random, const std::vector<std::int32_t>& keys, std::uint32_t nullsPerMille)
 {
     if (keys.empty() || random.chance(nullsPerMille)) return Null{};
@@ -95,13 +71,6 @@ Variant keyOrNull(Random& random, const std::vector<std::int32_t>& keys, std::ui
 Variant sometimes(Random& random, std::uint32_t perMille, const Variant& value)
 {
     return random.chance(perMille) ? value : Variant{Null{}};
-}
-
-std::string padded(std::int64_t number, std::size_t digits)
-{
-    std::string text = std::to_string(number);
-    if (text.size() < digits) text.insert(0, digits - text.size(), '0');
-    return text;
 }
 
 RowUpdate::RowUpdate(ado::Connection& connection, std::string_view table, std::span<const BulkInsert::Column> columns,
@@ -130,14 +99,6 @@ void RowUpdate::run(const std::vector<Variant>& values, std::int32_t key)
         command_.Parameters()[column++].value = value;
     command_.Parameters()[column].value = key;
     command_.Execute();
-}
-
-void insertRow(BulkInsert& table, std::initializer_list<Variant> values)
-{
-    std::size_t column = 0;
-    for (const Variant& value : values)
-        table[column++] = value;
-    table.insert();
 }
 
 } // namespace tamarok::database::people

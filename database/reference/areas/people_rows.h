@@ -1,12 +1,12 @@
 #pragma once
 
 #include <cstdint>
-#include <initializer_list>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "areas/area_keys.h"
 #include "bulk_insert.h"
 #include "random.h"
 #include "tamarok_database/reference_options.h"
@@ -49,20 +49,11 @@ Date workingDay(const ReferenceOptions& options, Month month, Random& random);
 /// A day up to that many days before the base date. @param days at least 1
 Date dayBefore(const ReferenceOptions& options, Random& random, std::int32_t days);
 
-/// Returns the rows of a query. Errors: provider failures.
-std::vector<std::vector<Variant>> readRows(ado::Connection& connection, std::string_view query);
-
-/// Returns the first column of a query's rows, as whole numbers. Errors: provider failures.
-std::vector<std::int32_t> readIds(ado::Connection& connection, std::string_view query);
-
 /// A key out of a table, or Null in `nullsPerMille` of 1000 cases and for an empty table.
 Variant keyOrNull(Random& random, const std::vector<std::int32_t>& keys, std::uint32_t nullsPerMille = 30);
 
 /// The value in `perMille` of 1000 cases, else Null.
 Variant sometimes(Random& random, std::uint32_t perMille, const Variant& value);
-
-/// A number padded with zeros on the left, such as 00042.
-std::string padded(std::int64_t number, std::size_t digits);
 
 /// One parameterised UPDATE statement that runs for many rows, found by a key of whole numbers.
 class RowUpdate {
@@ -77,8 +68,5 @@ public:
 private:
     ado::Command command_;
 };
-
-/// Inserts a row. @param values  one for each column, in their order
-void insertRow(BulkInsert& table, std::initializer_list<Variant> values);
 
 } // namespace tamarok::database::people

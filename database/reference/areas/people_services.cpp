@@ -194,11 +194,12 @@ private:
         const bool isClosed = last.days + 20 < base;
         const bool isCancelled = isClosed && random_.chance(30);
         const Variant none{Null{}};
-        insertRow(heads_, {worker.id, month_.month, month_.year, level_, worker.level,
-                           "LN-" + std::to_string(month_.year) + padded(month_.month, 2) + "-" + padded(record, 5),
-                           made, isClosed, isClosed ? Variant{closed} : none, isCancelled ? Variant{cancelled} : none,
-                           rounded(hours_), rounded(amount_), rounded(other_), total(),
-                           sometimes(random_, 120, "Stunden mit Revierleiter abgestimmt")});
+        insertRow(heads_,
+                  {worker.id, month_.month, month_.year, level_, worker.level,
+                   "LN-" + std::to_string(month_.year) + paddedNumber(month_.month, 2) + "-" + paddedNumber(record, 5),
+                   made, isClosed, isClosed ? Variant{closed} : none, isCancelled ? Variant{cancelled} : none,
+                   rounded(hours_), rounded(amount_), rounded(other_), total(),
+                   sometimes(random_, 120, "Stunden mit Revierleiter abgestimmt")});
     }
 
     const ReferenceOptions& options_;

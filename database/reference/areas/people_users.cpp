@@ -34,7 +34,7 @@ void writeProperties(ado::Connection& connection, std::int32_t first, std::int32
 {
     std::vector<std::string> names{"ID_USERS"};
     for (int number = 1; number <= propertyCount; ++number)
-        names.push_back("B" + padded(number, 3));
+        names.push_back("B" + paddedNumber(number, 3));
     std::vector<BulkInsert::Column> columns;
     for (const std::string& name : names)
         columns.push_back({name, columns.empty() ? DataType::Integer : DataType::Boolean});
@@ -53,14 +53,14 @@ void writeProperties(ado::Connection& connection, std::int32_t first, std::int32
 void writeUsers(ado::Connection& connection, const ReferenceOptions& options)
 {
     Random random = randomOf(options, Stream::users);
-    const std::int32_t first = readIds(connection, "SELECT MAX(ID) FROM USERS").front() + 1;
+    const std::int32_t first = idsOf(connection, "SELECT MAX(ID) FROM USERS").front() + 1;
     const std::vector<std::int32_t> levels =
-        readIds(connection, "SELECT ID FROM ACCESS_LEVELS WHERE RIGHT(ACCESS_LEVELS,2) <> '00' ORDER BY ID");
+        idsOf(connection, "SELECT ID FROM ACCESS_LEVELS WHERE RIGHT(ACCESS_LEVELS,2) <> '00' ORDER BY ID");
     BulkInsert users{connection, "USERS", userColumns};
     for (std::int32_t id = first; id <= options.records; ++id) {
         std::string name{random.pick(firstNames)};
         name.append(" ").append(random.pick(surnames));
-        insertRow(users, {id, "AUSSENSTELLE" + padded(id, 4), name, random.pick(levels), true});
+        insertRow(users, {id, "AUSSENSTELLE" + paddedNumber(id, 4), name, random.pick(levels), true});
     }
     writeProperties(connection, first, options.records);
 }

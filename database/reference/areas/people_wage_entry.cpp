@@ -82,7 +82,7 @@ class WageEntryWriter {
 public:
     WageEntryWriter(ado::Connection& connection, const ReferenceOptions& options) :
         options_{options}, random_{randomOf(options, Stream::wageEntry)}, keys_{readWorkKeys(connection)},
-        entryId_{readIds(connection, "SELECT MAX(ID) FROM LOHNERFASSUNG_ZEIT_SONST").front()},
+        entryId_{idsOf(connection, "SELECT MAX(ID) FROM LOHNERFASSUNG_ZEIT_SONST").front()},
         heads_{connection, "LOHNERFASSUNG_KOPF", headColumns}, entries_{connection, "LOHNERFASSUNG_ZEIT_SONST",
                                                                         entryColumns}
     {}
@@ -103,10 +103,11 @@ public:
         const bool isClosed = index < monthCount - 2;
         const Date last = lastDayOf(options_, month);
         const Date closed{std::min(last.days + random_.between(2, 12), dayOf(options_.baseDate).days)};
-        insertRow(heads_, {month.year, month.month, level, "LE-" + std::to_string(month.year) + "-" + padded(record, 4),
-                           last, keyOrNull(random_, keys_.users), isClosed,
-                           isClosed ? Variant{closed} : Variant{Null{}}, rounded(totals.hours), rounded(totals.amount),
-                           sometimes(random_, 150, "mit Sonderzahlungen abgestimmt")});
+        insertRow(heads_,
+                  {month.year, month.month, level, "LE-" + std::to_string(month.year) + "-" + paddedNumber(record, 4),
+                   last, keyOrNull(random_, keys_.users), isClosed, isClosed ? Variant{closed} : Variant{Null{}},
+                   rounded(totals.hours), rounded(totals.amount),
+                   sometimes(random_, 150, "mit Sonderzahlungen abgestimmt")});
     }
 
 private:

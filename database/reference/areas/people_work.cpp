@@ -29,7 +29,7 @@ double rateOf(const Variant& group)
 std::vector<KeyPair> readPairs(ado::Connection& connection, std::string_view query)
 {
     std::vector<KeyPair> pairs;
-    for (const std::vector<Variant>& row : readRows(connection, query))
+    for (const std::vector<Variant>& row : rowsOf(connection, query))
         pairs.push_back({convert::toLong(row.at(0)), row.at(1).isNull() ? 0 : convert::toLong(row.at(1))});
     return pairs;
 }
@@ -38,10 +38,10 @@ std::vector<KeyPair> readPairs(ado::Connection& connection, std::string_view que
 std::vector<Worker> readWorkers(ado::Connection& connection)
 {
     std::vector<Worker> workers;
-    for (const std::vector<Variant>& row : readRows(
-             connection,
-             "SELECT ID_PERSONAL, ID_ACCESS_LEVELS, LOHNGRUPPE FROM PERSONAL WHERE ARBEITER = 1 AND "
-             "VORNAME IS NOT NULL AND ID_ACCESS_LEVELS IS NOT NULL AND ISNULL(DISABLE,0) = 0 ORDER BY ID_PERSONAL"))
+    for (const std::vector<Variant>& row :
+         rowsOf(connection,
+                "SELECT ID_PERSONAL, ID_ACCESS_LEVELS, LOHNGRUPPE FROM PERSONAL WHERE ARBEITER = 1 AND "
+                "VORNAME IS NOT NULL AND ID_ACCESS_LEVELS IS NOT NULL AND ISNULL(DISABLE,0) = 0 ORDER BY ID_PERSONAL"))
         workers.push_back({convert::toLong(row.at(0)), convert::toLong(row.at(1)), rateOf(row.at(2))});
     return workers;
 }
@@ -50,7 +50,7 @@ std::vector<Worker> readWorkers(ado::Connection& connection)
 
 WorkKeys readWorkKeys(ado::Connection& connection)
 {
-    const auto ids = [&](std::string_view query) { return readIds(connection, query); };
+    const auto ids = [&](std::string_view query) { return idsOf(connection, query); };
     const auto pairs = [&](std::string_view query) { return readPairs(connection, query); };
     WorkKeys keys;
     keys.workers = readWorkers(connection);

@@ -6,14 +6,6 @@
 
 namespace tamarok::database::sales {
 
-void insertRow(BulkInsert& rows, std::initializer_list<Variant> values)
-{
-    std::size_t column = 0;
-    for (const Variant& value : values)
-        rows[column++] = value;
-    rows.insert();
-}
-
 std::vector<std::string> contractNames(ado::Connection& connection)
 {
     std::vector<std::string> names;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,9 +14,6 @@
 
 // What the parts of the sales area share besides areas/area_keys.h: their keys and drawn values.
 namespace tamarok::database::sales {
-
-/// Inserts a row of `values`, which stand in the order of the statement's columns. Errors: provider failures.
-void insertRow(BulkInsert& rows, std::initializer_list<Variant> values);
 
 // --- keys ----------------------------------------------------------------------------------------
 
