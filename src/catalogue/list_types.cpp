@@ -118,14 +118,14 @@ private:
     std::array<Place, 128> places_{};
 };
 
-constexpr std::array<std::string_view, all.size()> keys{
+constexpr std::array<std::string_view, all.size()> keysInOrder{
     "ACL",    "AKAT",      "ARTIKEL", "BBF",     "BBF_PLANN", "BBFAHR",   "BBFAK",  "BBFB",  "BBFS",
     "BBHAB",  "BBHUNDE",   "BBJAGD",  "BBJB",    "BBKLR",     "BBLAG",    "BBLTN",  "BBMAP", "BBOBJ",
     "BBPLAN", "BBSTRK",    "BBTALK",  "BBUN",    "BBVS",      "BBWAL",    "BBWILD", "BBZV",  "BERM",
     "FHPEXP", "KIZ",       "LOG",     "MSCH",    "MVLOSE",    "PERSONAL", "PLAN",   "RJ",    "SAPAGRUPPE",
     "STEH",   "TRANSPORT", "USERS",   "VERTRAG", "WAREN",
 };
-constexpr KeyTable keyTable{keys};
+constexpr KeyTable keyTable{keysInOrder};
 
 } // namespace
 

@@ -18,7 +18,7 @@ namespace tamarok::catalogue::types::bbf_rows {
 using enum Aggregate;
 using enum Kind;
 
-inline constexpr std::initializer_list<Column> columns{
+constexpr std::initializer_list<Column> columns{
     {1, 22751, text, "ARBEITSAUFTRAG_KOPF{KEYTAIL}.NAME"},
     {2, 22752, text, "ARBEITSAUFTRAG_KOPF{KEYTAIL}.PLANUNG_LANG"},
     {3, 22753, whole, "ARBEITSAUFTRAG_KOPF{KEYTAIL}.NAME_NUMMER"},
@@ -105,7 +105,7 @@ inline constexpr std::initializer_list<Column> columns{
     {86, 22834, whole, "NATURALVOLLZUG_KLR.BESTANDESALTER"},
 };
 
-inline constexpr std::initializer_list<Join> joins{
+constexpr std::initializer_list<Join> joins{
     {"10, 14, 19", "", " LEFT JOIN WALDORT ON WALDORT.ID_WALDORT = ARBEITSAUFTRAG_KOPF{KEYTAIL}.ID_WALDORT"},
     {"15-16", "", " LEFT JOIN PRODUKT ON PRODUKT.ID = ARBEITSAUFTRAG_KOPF{KEYTAIL}.ID_PRODUKT"},
     {"17-18, 21", "", " LEFT JOIN KOSTENSTELLE ON KOSTENSTELLE.ID = ARBEITSAUFTRAG_KOPF{KEYTAIL}.ID_KOSTENSTELLE"},
