@@ -119,6 +119,70 @@ TEST_F(Lists, ColumnsShowsEveryColumnOfTheLogList)
     EXPECT_EQ(outcome.output.find("\n485\t"), std::string::npos);
 }
 
+TEST_F(Lists, TypesShowsEveryListTypeWithItsName)
+{
+    const Outcome german = on({"types"});
+    EXPECT_EQ(german.status, 0) << german.errors;
+    EXPECT_EQ(lines(german.output), 41U);
+    EXPECT_TRUE(german.output.starts_with("ACL\tBerechtigungsebenen\tACCESS_LEVELS\t4\n")) << german.output;
+    EXPECT_NE(german.output.find("\nVERTRAG\t"), std::string::npos);
+    EXPECT_EQ(german.output.find('<'), std::string::npos) << "every type has a name";
+    EXPECT_TRUE(on({"types", "--lang", "english"}).output.starts_with("ACL\tAccess levels\t"));
+}
+
+TEST_F(Lists, ColumnsHaveLabelsInEveryLanguage)
+{
+    EXPECT_EQ(on({"columns", "acl", "--lang", "FRENCH"}).output.substr(0, 38),
+              "1\tClé\t\t\tACCESS_LEVELS.ACCESS_LEVELS\n2");
+    for (const char* language : {"GERMAN", "ENGLISH", "FRENCH"}) {
+        const Outcome columns = on({"columns", "BBHAB", "--lang", language});
+        EXPECT_GT(lines(columns.output), 200U);
+        EXPECT_EQ(columns.output.find("\tBBHAB "), std::string::npos) << "no column without a label";
+    }
+}
+
+TEST_F(Lists, TakeLabelsAndTheirShortFormsAsWellAsIds)
+{
+    const std::string byIds = on({"list", "LOG", "1", "36", "--order", "36", "--limit", "5", "--format", "csv"}).output;
+    ASSERT_EQ(lines(byIds), 6U) << byIds;
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"Liste", "Volumen"}, std::vector<std::string>{"liste", " volumen fm "},
+          std::vector<std::string>{"1", "Volumen"}}) {
+        const Outcome outcome =
+            on({"list", "LOG", words[0], words[1], "--order", "Volumen", "--limit", "5", "--format", "csv"});
+        EXPECT_EQ(outcome.output, byIds) << outcome.errors;
+    }
+    EXPECT_EQ(on({"list", "LOG", "List", "--lang", "ENGLISH", "--limit", "1"}).status, 0);
+}
+
+TEST_F(Lists, AnUnknownLabelIsNamedWithTheNearest)
+{
+    const Outcome unknown = on({"list", "LOG", "Volumn"});
+    EXPECT_EQ(unknown.status, 2);
+    EXPECT_EQ(unknown.errors, "tamarok: LOG has no column 'Volumn'; did you mean 'Volumen'?\n");
+    EXPECT_EQ(on({"list", "LOG", "1", "--order", "Voluman"}).errors,
+              "tamarok: LOG has no column 'Voluman'; did you mean 'Volumen'?\n");
+    EXPECT_EQ(on({"list", "LOG", "qqqqqqqqqqqq"}).errors, "tamarok: LOG has no column 'qqqqqqqqqqqq'\n");
+}
+
+/// The first column of every list type, and the list of services with its temporary table.
+TEST_F(Lists, EveryListTypeIsListed)
+{
+    std::istringstream types{on({"types"}).output};
+    for (std::string line; std::getline(types, line);) {
+        const std::string type = line.substr(0, line.find('\t'));
+        for (const std::vector<std::string>& words :
+             {std::vector<std::string>{"list", type, "1", "2", "--limit", "3"},
+              std::vector<std::string>{"list", type, "1", "2", "--limit", "3", "--group"}}) {
+            if (type == "ARTIKEL" || type == "KIZ") continue; // their first ids are others
+            const Outcome outcome = on(words);
+            EXPECT_EQ(outcome.status, 0) << type << ": " << outcome.errors;
+        }
+    }
+    EXPECT_EQ(on({"list", "ARTIKEL", "460", "470", "--limit", "3"}).status, 0);
+    EXPECT_GT(lines(on({"list", "BBLTN", "1", "2", "3", "--limit", "3"}).output), 2U);
+}
+
 TEST_F(Lists, AClosedPipeEndsTheProgramQuietly)
 {
     Program child{{"columns", "LOG", "--db", database_}};

@@ -167,7 +167,7 @@ TEST_F(ReferenceDatabase, SeedFixesTheRowsOfEveryTable)
     EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM BEREITSTELLUNG_KOPF"), 3);
     EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM BEREITSTELLUNG_LOGS"), 280);
     EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM LOGS_RECH_PRICE"), 136);
-    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM STRINGS"), 3912);
+    EXPECT_EQ(number(connection_, "SELECT COUNT(*) FROM STRINGS"), 3913);
     EXPECT_EQ(content(connection_, "SELECT ROUND(SUM(KUBATUR),3) FROM LOGS"), "21292.562|\n");
 }
 

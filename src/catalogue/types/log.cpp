@@ -13,7 +13,7 @@ using enum Applies;
 constexpr ListDescription description{
     .key = "LOG",
     .base = "LOGS INNER JOIN LOGS_RECH ON LOGS.ID_LOG = LOGS_RECH.ID_LOG",
-    .label = 20000,
+    .label = 6353,
     .dependsOnVersion = true,
     .composesSelect = true,
     .valueFilter = ValueFilter::log,
