@@ -46,10 +46,6 @@ struct Exception {
 };
 
 constexpr Exception exceptions[]{
-    {"ARTIKEL", 155, Check::findingItsValue, "CorrectStrSelect composes the column"},
-    {"ARTIKEL", 156, Check::detail, "CorrectStrSelect composes the column"},
-    {"ARTIKEL", 156, Check::aggregate, "CorrectStrSelect composes the column"},
-    {"ARTIKEL", 156, Check::findingItsValue, "CorrectStrSelect composes the column"},
     {"ARTIKEL", 459, Check::findingItsValue, "a window function cannot stand in a condition"},
     {"ARTIKEL", 769, Check::detail, "the expression holds a sum, and so stands in aggregated lists alone"},
     {"ARTIKEL", 769, Check::together, "the expression holds a sum, and so stands in aggregated lists alone"},
