@@ -29,16 +29,22 @@ function(tamarok_test_headers)
     target_precompile_headers(tamarok_test_headers PRIVATE <gtest/gtest.h> <gmock/gmock.h>)
 endfunction()
 
-# tamarok_test(name SOURCES file... [LIBRARIES target...] [INSIDE folder...]): one GoogleTest program, each
-# case known to CTest. INSIDE names folders whose private headers it tests, from the top of the tree.
+# tamarok_test(name SOURCES file... [LIBRARIES target...] [INSIDE folder...] [ONE_RUN]): one GoogleTest program, each
+# case known to CTest. INSIDE names folders whose private headers it tests, from the top of the tree. ONE_RUN makes one
+# CTest case of the whole program: for cases that share a database, which a process for each would make anew.
 function(tamarok_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;INSIDE")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "ONE_RUN" "" "SOURCES;LIBRARIES;INSIDE")
     add_executable(${name} ${arg_SOURCES})
     tamarok_defaults(${name})
     list(TRANSFORM arg_INSIDE PREPEND ${PROJECT_SOURCE_DIR}/)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests ${arg_INSIDE})
     target_link_libraries(${name} PRIVATE tamarok_comm ${arg_LIBRARIES} GTest::gtest GTest::gmock GTest::gtest_main)
     target_precompile_headers(${name} REUSE_FROM tamarok_test_headers)
+    if(arg_ONE_RUN)
+        add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
+        set_tests_properties(${name} PROPERTIES TIMEOUT 600)
+        return()
+    endif()
     # Values of parameters stay out of the names: of some only the bytes can be printed, addresses among them.
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES PROPERTIES TIMEOUT 300)
 endfunction()
