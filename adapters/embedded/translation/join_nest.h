@@ -60,6 +60,7 @@ struct PassedColumn {
     std::int32_t column = 0;  ///< in the source, or `rowKey`
     const Source* source = nullptr;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): the check takes the comparison of the order with 0 for a pointer's
     friend auto operator<=>(const PassedColumn&, const PassedColumn&) = default;
 };
 

@@ -33,9 +33,11 @@ constexpr int propertyCount = 60;
 void writeProperties(ado::Connection& connection, std::int32_t first, std::int32_t last)
 {
     std::vector<std::string> names{"ID_USERS"};
+    names.reserve(propertyCount + 1);
     for (int number = 1; number <= propertyCount; ++number)
         names.push_back("B" + paddedNumber(number, 3));
     std::vector<BulkInsert::Column> columns;
+    columns.reserve(names.size());
     for (const std::string& name : names)
         columns.push_back({name, columns.empty() ? DataType::Integer : DataType::Boolean});
     BulkInsert properties{connection, "USERS_PROPERTY", columns};

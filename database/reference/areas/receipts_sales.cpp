@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <ranges>
 
 #include "areas/areas.h"
 
@@ -75,9 +74,15 @@ constexpr std::array surchargeRanges{
 /// that kind; 0 if there is none.
 std::int32_t documentOf(bool isOffer, Date day, const ReferenceOptions& options)
 {
-    const auto ids = std::views::iota(1, options.records + 1);
-    const auto isBefore = [&](std::int32_t id) { return dayOfBillingRecord(id, options) < day; };
-    const auto first = static_cast<std::int32_t>(std::ranges::partition_point(ids, isBefore) - ids.begin()) + 1;
+    // The days ascend by ID: halve the range of IDs in which the first one from that day on lies.
+    std::int32_t first = 1;
+    for (std::int32_t end = options.records + 1; first < end;) {
+        const std::int32_t middle = first + (end - first) / 2;
+        if (dayOfBillingRecord(middle, options) < day)
+            first = middle + 1;
+        else
+            end = middle;
+    }
     for (std::int32_t id = first; id <= options.records; ++id)
         if (isOfferRecord(id) == isOffer) return id;
     for (std::int32_t id = options.records; id > 0; --id)
