@@ -194,7 +194,11 @@ TEST_F(LateBindingTest, MisspeltMembersAreNamedWithTheNearestOne)
         {object(get(command, "Parameters")), "Apend", "Append"},
         {object(call(command, "CreateParameter")), "Directoin", "Direction"},
     };
-    for (const auto& [target, word, nearest] : table) {
+    for (const Case& row : table) {
+        // Names of their own: a binding cannot be captured.
+        const ObjectRef& target = row.target;
+        const char* const word = row.word;
+        const char* const nearest = row.nearest;
         const std::string message = "An object of the type " + std::string{target->typeName()} +
                                     " has no property or method \"" + word + "\"; did you mean '" + nearest + "'?";
         for (const Error& error : {failureOf([&] { get(target, word); }), failureOf([&] { target->put(word, 1); }),

@@ -46,7 +46,11 @@ TEST(Controls, MisspeltMembersAreNamedWithTheNearestOne)
         {"ComboBox", "Tga", "Tag"},
         {"ComboBox", "DataFromat", nullptr},
     };
-    for (const auto& [type, word, nearest] : table) {
+    for (const Case& row : table) {
+        // Names of their own: a binding cannot be captured.
+        const char* const type = row.type;
+        const char* const word = row.word;
+        const char* const nearest = row.nearest;
         const std::shared_ptr<Control> control = make(type);
         const std::string help = nearest ? test::joined({"; did you mean '", nearest, "'?"}) : ".";
         const std::string message =
