@@ -11,7 +11,7 @@ set(floors
     "runtime | collection convert date date_order decimal_digits early_date english_dates error format loc_service members object pivot_years platform powers_of_ten regional spelling text variant"
     "ado dialect session | ado ado_backend backend_registry c_version connection_text mcomm tmkvar"
     "values | comm_conv comm_find comm_get comm_set"
-    "catalogue selections settings rights timber | comm_csel comm_lock comm_sql list_catalogue round_wood selection_book"
+    "catalogue selections settings rights timber lists | comm_csel comm_lock comm_models comm_sql list_catalogue round_wood selection_book"
     "controls | controls"
     "component | component")
 

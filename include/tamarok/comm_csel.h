@@ -228,6 +228,56 @@ public:
     /// @param strFormatMenge  number pattern; its length less 2 is the number of decimals (edition SACHSEN only)
     std::string MengeSQL(const TmkVar& tmkVar, bool InFaktura, std::string_view Prefix, std::string_view Einheit_ID,
                          std::string_view strFormatMenge) const;
+
+    // Lists on the screen. Implementation: src/lists.
+
+    /// Composes and runs the statement of a list and fills a list view: one item for each row, the columns of the
+    /// headers as texts, and a key that names the record. From the fifth character on, the `Key` of a header is the
+    /// id of its column. A view without headers is only emptied.
+    ///
+    /// - The key of an item is its row number, "R" and the value of the type's key field, as in "3R4711"
+    ///   (Comm_Get::Get_Key returns 4711); "W" for WAREN; "P" and the value alone for VERTRAG, so that a second row of
+    ///   a contract fails. A type without key field gives its last column instead, which is not shown.
+    /// - Types with a tag field, such as BBHAB, get it as `Tag` of the item.
+    /// - Null shows as TmkVar::strEmptyText in the first column and as one blank in the others.
+    /// - Columns with a format are aligned right, except the first one.
+    /// - WAREN follows the sorting of the view; ARTIKEL adds conditions of its own and the option ORDERBY.
+    ///
+    /// @param strVer_type     version key, as above
+    /// @param strTypListView  list type, compared without regard to case for columns and exactly for the key fields;
+    ///                        "BRUTTOSCH" is BBFS with the worker in the key
+    /// @param ListView1       has the members ListItems, ColumnHeaders, Sorted, SortKey, SortOrder and
+    ///                        Parent.MousePointer, which shows the hourglass (11) meanwhile
+    /// @param tmpSelektion    "FROM ... WHERE ..." of the selection
+    /// Errors: those of the database, of the view (35602 for a key that occurs twice) and of values that do not
+    /// convert; the hourglass then remains.
+    void FillListview(const TmkVar& tmkVar, std::string_view strVer_type, std::string_view strTypListView,
+                      Object& ListView1, std::string_view tmpSelektion) const;
+
+    // Checks of code fields. Implementation: src/lists.
+
+    /// Looks up what a user typed into a code field. The key of the row goes into the field's `Tag`, columns of the row
+    /// into the labels.
+    /// Without a row an empty field is valid: its labels and its Tag are emptied. A wrong text is shown message 223 and
+    /// gets the focus if `bolMessage`; otherwise field, Tag and labels are emptied.
+    /// @param strSQL     statement of the check; its first column is the row key
+    /// @param txtValid   the field, with Text, Tag and SetFocus; Nothing: a missing row is false and nothing is written
+    /// @param txtLabel1  label with a property `text`; not used if ColLabel1 is ""
+    /// @param ColLabel1  column of the statement that the label shows, "" for none
+    /// @return false for a text without a row
+    /// Errors: those of the database and of the controls; a failing SetFocus is ignored.
+    bool Valid(const TmkVar& tmkVar, bool bolMessage, std::string_view strSQL, const ObjectRef& txtValid,
+               const ObjectRef& txtLabel1, std::string_view ColLabel1, const ObjectRef& txtLabel2,
+               std::string_view ColLabel2) const;
+
+    /// Checks each code of a list separated by ",". Codes, keys and label texts, each joined by ",", go into the field,
+    /// its `Tag` and the label. The first wrong code ends the check; keys and label are then emptied, the message is
+    /// shown and the field gets the focus if `bolMessage`, and is emptied otherwise.
+    /// @param ColValid  code column of the statement; the code is inserted verbatim between quotes
+    /// @return false for a wrong code
+    /// Errors: as for Valid, and those of SetFocus.
+    bool ValidMulti(const TmkVar& tmkVar, bool bolMessage, std::string_view strSQL, const ObjectRef& txtValid,
+                    std::string_view ColValid, const ObjectRef& txtLabel1, std::string_view ColLabel1) const;
 };
 
 } // namespace tamarok

@@ -159,6 +159,37 @@ public:
                            std::int16_t intDsart, std::string_view strHa, std::string_view strHS,
                            std::string_view strMenge, std::string_view strGkl, std::string_view strStkl, bool bolOnlyHS,
                            std::string_view strRindenkennz, double dLange) const;
+
+    // Wage rates, models, numbers and names of documents. Implementation: src/settings.
+
+    /// Returns a statement that gives the unit (NAME) and the rate (SATZ) of a wage type in a month. The rate comes
+    /// from the history of the wage type if that has its own (SLA = 1), otherwise from the machine book, or from the
+    /// wage group of the person. For SQL Server only. Runs nothing.
+    /// @param Jahr, monat        year and month that count
+    /// @param ID_Maschinenbuch   0 for the wage group of `ID_Personal`
+    /// Error 6 if `Jahr` * 100 + `monat` exceeds 32 bits.
+    std::string getSatzLohnerfassung(std::int32_t ID_Lohnarten, std::int32_t Jahr, std::int32_t monat,
+                                     std::int32_t ID_Personal, std::int32_t ID_Maschinenbuch) const;
+
+    /// Returns the id of the default model of a relation: the user's own first, then that of the access level, then the
+    /// fixed one. 0 if there is none. On Oracle the database chooses among several.
+    /// @param strModelRelation  inserted verbatim; ABSCHLAG, ABSCHLAG1 to ABSCHLAG8 and the same with "_A" have several
+    ///                          rows for a model, of which the first counts
+    /// @param NotWhere          finds models of any access level
+    std::int32_t GetStandardModel(const TmkVar& tmkVar, std::string_view strModelRelation, bool NotWhere) const;
+
+    /// Returns the name of a report in the session's language: "HV 11z  ..." for "HV 11Z".
+    /// @param strListe  code of the report; the case counts
+    /// An unknown code shows "Error in F_BBFPrint_BB_HV.Get_Print_Name" and gives "".
+    std::string Get_Print_Name(const TmkVar& tmkVar, std::string_view strListe) const;
+
+    /// Returns the next free number of a series: the last one counted up as a text, so that it may hold letters, a
+    /// prefix or a year. "A99" gives "B00", "2024-009" gives "2024-010", no number gives "1".
+    /// Two users who ask at the same time get the same number: nothing is reserved.
+    /// @param SpecialType  1: the number of a list; `strSQL` is then the id of an access level, 0 for none
+    /// @param strSQL       statement whose first column is the last number
+    /// Errors: 13 and 6 for an access level that is no number, those of the database.
+    std::string GetNewNumber(std::int16_t SpecialType, const TmkVar& tmkVar, std::string_view strSQL) const;
 };
 
 } // namespace tamarok

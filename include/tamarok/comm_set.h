@@ -186,6 +186,31 @@ public:
     /// Errors: 6 for a value beyond 16 bits, 13 for a cache that is no array, failures of the database.
     std::int16_t MengeCalc(const TmkVar& tmkVar, Variant& arrMengeCalc, std::string_view ID_HolzSorte,
                            std::string_view ID_WarenEinheit) const;
+
+    // Lists on the screen. Implementation: src/lists.
+
+    /// Sorts a list view by a column after a click on its header. The view compares texts, so the cells of a date
+    /// column
+    /// ("31.12.2024") are rewritten for the time of the sort, and those of a number column are padded on the left and
+    /// stay so. A column of mixed cells is sorted as text. Empty cells and TmkVar::strEmptyText fit any column.
+    /// The header shows "<<" for ascending and ">>" for descending order.
+    /// @param ColumnHeader   the clicked header of `ListView1`
+    /// @param ListView1      a view without items is left alone
+    /// @param OnlyActualize  keeps the direction; otherwise it changes with each call
+    /// Errors: those of the view.
+    void OrderColumnListview(const TmkVar& tmkVar, Object& ColumnHeader, Object& ListView1, bool OnlyActualize) const;
+
+    /// Adds the rows of a statement to a combo or list box. With two columns or more the text is the second one and
+    /// the first one becomes the ItemData; with one column there is only the text.
+    /// @param Obj  has the members AddItem, NewIndex and ItemData
+    /// Errors: those of the database and of the box; what was added before stays.
+    void FillObject(const ado::ConnectionRef& dbAdo, Object& Obj, std::string_view strSQL) const;
+
+    // Models. Implementation: src/settings.
+
+    /// Adds the choice of a model that is not saved (text 4454) to the end of a combo box and selects it.
+    /// @param cmbObj  has the members AddItem, ListCount, ListIndex and Refresh
+    void Set_UnknownModelCmb(const TmkVar& tmkVar, Object& cmbObj) const;
 };
 
 } // namespace tamarok

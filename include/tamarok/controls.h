@@ -86,6 +86,7 @@ public:
     std::string_view typeName() const override { return "ComboBox"; }
     Variant get(std::string_view name, std::span<const Variant> args) const override;
     void put(std::string_view name, const Variant& value) override;
+    void putIndexed(std::string_view name, std::span<const Variant> index, const Variant& value) override;
     Variant call(std::string_view name, std::span<Variant> args) override;
     std::vector<std::string_view> memberNames() const override;
 

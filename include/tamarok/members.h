@@ -20,6 +20,7 @@ struct Member {
     Variant (*get)(const T&, std::span<const Variant> index) = nullptr;
     void (*put)(T&, const Variant&) = nullptr;
     Variant (*call)(T&, std::span<Variant> arguments) = nullptr;
+    void (*putIndexed)(T&, std::span<const Variant> index, const Variant& value) = nullptr;
 };
 
 /// Returns the row of that name, compared without regard to case, or nullptr. `Row` is any type with a
@@ -45,6 +46,13 @@ auto findSetter(std::span<const Member<T>> members, std::string_view name) noexc
 {
     const Member<T>* member = findByName(members, name);
     return member ? member->put : nullptr;
+}
+
+template <class T>
+auto findIndexedSetter(std::span<const Member<T>> members, std::string_view name) noexcept
+{
+    const Member<T>* member = findByName(members, name);
+    return member ? member->putIndexed : nullptr;
 }
 
 template <class T>

@@ -29,6 +29,12 @@ public:
     /// not convert to the property's type.
     virtual void put(std::string_view name, const Variant& value);
 
+    /// Writes an element of a property that has an index, such as `SubItems(2)`. By default the element must be an
+    /// object and its property Value is written, as in `Fields("NAME") = value`.
+    /// @param index  at least one argument
+    /// Errors: those of `get`; 5 for an element that is no object; 13, 6 and 9 of the value and the index.
+    virtual void putIndexed(std::string_view name, std::span<const Variant> index, const Variant& value);
+
     /// Calls a method and returns its result, Empty for a method without one. The method may change the
     /// elements of `args` that it takes by reference. Errors: 438 for an unknown method, 450 for a wrong
     /// number of arguments.

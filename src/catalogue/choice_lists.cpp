@@ -122,7 +122,11 @@ public:
     void clear() { call("Clear", {}); }
     void addItem(std::string text) { call("AddItem", {Variant{std::move(text)}}); }
     /// Gives the entry added last its number.
-    void setNumber(std::int32_t number) { call("ItemData", {box_.get("NewIndex", {}), Variant{number}}); }
+    void setNumber(std::int32_t number)
+    {
+        const Variant newIndex = box_.get("NewIndex", {});
+        box_.putIndexed("ItemData", {&newIndex, 1}, number);
+    }
 
 private:
     void call(std::string_view method, std::vector<Variant> arguments) { box_.call(method, arguments); }

@@ -47,15 +47,6 @@ Variant callRemoveItem(ComboBox& box, CallArguments arguments)
     return {};
 }
 
-/// ItemData(index, value).
-Variant callItemData(ComboBox& box, CallArguments arguments)
-{
-    checkArgumentCount(arguments.size(), 2, 2, "ItemData", source);
-    box.ItemData(convert::toLong(arguments[0]), convert::toLong(arguments[1]));
-    return {};
-}
-
-// The setter of ItemData takes an index and a value, so it is a call.
 constexpr Member<ComboBox> members[]{
     {.name = "ListCount", .get = [](const ComboBox& box, Index) -> Variant { return box.ListCount(); }},
     {.name = "NewIndex", .get = [](const ComboBox& box, Index) -> Variant { return box.NewIndex(); }},
@@ -66,7 +57,10 @@ constexpr Member<ComboBox> members[]{
      .get = [](const ComboBox& box, Index index) -> Variant { return box.List(indexArgument(index, "List")); }},
     {.name = "ItemData",
      .get = [](const ComboBox& box, Index index) -> Variant { return box.ItemData(indexArgument(index, "ItemData")); },
-     .call = callItemData},
+     .putIndexed =
+         [](ComboBox& box, Index index, const Variant& value) {
+             box.ItemData(indexArgument(index, "ItemData"), convert::toLong(value));
+         }},
     {.name = "Sorted",
      .get = [](const ComboBox& box, Index) -> Variant { return box.Sorted; },
      .put = [](ComboBox& box, const Variant& value) { box.Sorted = convert::toBoolean(value); }},
@@ -89,6 +83,12 @@ void ComboBox::put(std::string_view name, const Variant& value)
 {
     if (const auto setter = findSetter(table, name)) return setter(*this, value);
     TextEntry::put(name, value);
+}
+
+void ComboBox::putIndexed(std::string_view name, std::span<const Variant> index, const Variant& value)
+{
+    if (const auto setter = findIndexedSetter(table, name)) return setter(*this, index, value);
+    TextEntry::putIndexed(name, index, value);
 }
 
 Variant ComboBox::call(std::string_view name, std::span<Variant> args)

@@ -22,6 +22,15 @@ void Object::put(std::string_view name, const Variant&)
     noSuchMember(name);
 }
 
+void Object::putIndexed(std::string_view name, std::span<const Variant> index, const Variant& value)
+{
+    const Variant element = get(name, index);
+    if (!element.isObject() || !element.asObject())
+        throw Error{errors::invalidArgument,
+                    std::string{typeName()} + "." + std::string{name} + " cannot be written with an index."};
+    element.asObject()->put("Value", value);
+}
+
 Variant Object::call(std::string_view name, std::span<Variant>)
 {
     noSuchMember(name);

@@ -164,9 +164,8 @@ TEST(ComboBoxes, ByName)
     ComboBox box;
     std::vector<Variant> item{"Fichte"};
     box.call("additem", item);
-    std::vector<Variant> itemData{std::int32_t{0}, std::int32_t{42}};
-    box.call("ItemData", itemData);
     const std::vector<Variant> first{std::int32_t{0}};
+    box.putIndexed("ItemData", first, std::int32_t{42});
     EXPECT_EQ(box.get("ItemData", first), Variant{std::int32_t{42}});
     EXPECT_EQ(box.get("List", first), Variant{"Fichte"});
     EXPECT_EQ(box.get("ListCount", {}), Variant{std::int32_t{1}});
@@ -179,7 +178,9 @@ TEST(ComboBoxes, ByName)
     EXPECT_EQ(box.ListCount(), 0);
     std::vector<Variant> none;
     EXPECT_EQ(errorNumber([&] { box.call("Explode", none); }), errors::noSuchMember);
-    for (const char* method : {"AddItem", "RemoveItem", "ItemData"})
+    EXPECT_EQ(errorNumber([&] { box.putIndexed("ItemData", {}, std::int32_t{1}); }), errors::wrongArgumentCount);
+    EXPECT_EQ(errorNumber([&] { box.putIndexed("ListCount", first, std::int32_t{1}); }), errors::invalidArgument);
+    for (const char* method : {"AddItem", "RemoveItem"})
         EXPECT_EQ(errorNumber([&] { box.call(method, none); }), errors::wrongArgumentCount) << method;
     EXPECT_EQ(test::errorText([&] { box.call("Clear", item); }), "Clear takes 0 arguments, not 1.");
 }

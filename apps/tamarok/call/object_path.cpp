@@ -146,16 +146,8 @@ void putPath(const ObjectRef& root, std::string_view path, const Variant& value)
     const auto steps = parsePath(path);
     const ObjectRef object = owner(root, steps);
     const PathStep& last = steps.back();
-    if (last.args.empty()) {
-        object->put(last.member, value);
-        return;
-    }
-    const Variant element = object->get(last.member, last.args);
-    if (!element.isObject() || !element.asObject()) {
-        throw Error{errors::invalidArgument,
-                    std::string{object->typeName()} + "." + last.member + " cannot be written with an index"};
-    }
-    element.asObject()->put("Value", value);
+    if (last.args.empty()) return object->put(last.member, value);
+    object->putIndexed(last.member, last.args, value);
 }
 
 Variant callPath(const ObjectRef& root, std::string_view path, std::span<Variant> args)
