@@ -15,7 +15,7 @@ namespace tamarok::ado {
 /// One column of a result.
 struct ColumnInfo {
     std::string name;       ///< as the statement names it; empty for an unnamed expression
-    std::string baseTable;  ///< empty for an expression
+    std::string baseTable;  ///< empty for an expression, and where Cursor::nameBases fills it in
     std::string baseColumn; ///< empty for an expression
     DataType type = DataType::VarWChar;
     std::int32_t definedSize = 0; ///< characters of a text, bytes of any other type
@@ -56,6 +56,10 @@ public:
 
     /// Runs the statement again; `next` then moves to the first row.
     virtual void restart() = 0;
+
+    /// Fills in the base names of these columns, which are those of `columns()`. For a back end that must ask the
+    /// server for them and so waits until somebody wants them.
+    virtual void nameBases(std::vector<ColumnInfo>&) {}
 
     // Editing and locking of rows. A row has a key that does not change while the row exists. The default
     // implementations throw Error 3251.

@@ -42,12 +42,12 @@ std::int32_t Field::DefinedSize() const
 // The name in the table; it differs from Name where the statement gives an alias, and is empty for an expression.
 const std::string& Field::BASECOLUMNNAME() const
 {
-    return source_->column(ordinal_).baseColumn;
+    return source_->columnWithBase(ordinal_).baseColumn;
 }
 
 const std::string& Field::BASETABLENAME() const
 {
-    return source_->column(ordinal_).baseTable;
+    return source_->columnWithBase(ordinal_).baseTable;
 }
 
 // Late binding of the field itself, of its properties and of their collection.

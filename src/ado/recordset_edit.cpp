@@ -29,14 +29,14 @@ Variant Field::Source::keptValue(std::size_t ordinal) const
     // An edited field shows its new value before Update; the other fields of a new row are Null.
     if (edit_ != Edit::None && edits_[ordinal]) return *edits_[ordinal];
     if (edit_ == Edit::Add) return Null{};
-    if (standing_ != Standing::Row) failWithoutRow("Value of column " + (*columns_)[ordinal].name);
+    if (standing_ != Standing::Row) failWithoutRow("Value of column " + columns_->infos[ordinal].name);
     return store_->value(static_cast<std::size_t>(position_), ordinal);
 }
 
 void Field::Source::setValue(std::size_t ordinal, const Variant& value)
 {
     requireOpen("Value", fieldSource);
-    const std::string operation = "Value of column " + (*columns_)[ordinal].name;
+    const std::string operation = "Value of column " + columns_->infos[ordinal].name;
     requireEditable(operation);
     if (edit_ == Edit::None && standing_ != Standing::Row) failWithoutRow(operation);
     Variant plain = plainValue(value);

@@ -29,7 +29,7 @@ std::shared_ptr<Field::Source> Field::Source::open(const ConnectionRef& connecti
     auto source = std::make_shared<Source>(connection, opening);
     source->run(opening);
     // A statement without columns, such as an UPDATE, has no result set.
-    return source->columns_->empty() ? nullptr : source;
+    return source->columns_->infos.empty() ? nullptr : source;
 }
 
 // Announces and sends the statement, then decides what the rows allow: editing needs a cursor that can update,
@@ -44,8 +44,8 @@ void Field::Source::run(const Opening& opening)
                               .timeoutSeconds = connection_->CommandTimeout(),
                               .procedure = opening.procedure};
     cursor_ = guarded([&] { return connection_->session().open(statement); });
-    columns_ = std::make_shared<const std::vector<ColumnInfo>>(cursor_->columns());
-    if (columns_->empty()) return;
+    columns_ = std::make_shared<Columns>(Columns{cursor_->columns(), false});
+    if (columns_->infos.empty()) return;
     editable_ = lockType_ != LockType::ReadOnly && cursor_->updatable();
     locking_ = lockType_ == LockType::Pessimistic;
     if (locking_ && !editable_)
@@ -118,7 +118,19 @@ void Field::Source::requireOpen(std::string_view operation, std::string_view obj
 const ColumnInfo& Field::Source::column(std::size_t ordinal) const
 {
     requireOpen("Field", fieldSource);
-    return (*columns_)[ordinal];
+    return columns_->infos[ordinal];
+}
+
+const ColumnInfo& Field::Source::columnWithBase(std::size_t ordinal) const
+{
+    requireOpen("Field", fieldSource);
+    // A clone whose cursor has gone keeps the names that are known.
+    Cursor* const cursor = store_ ? store_->cursorOrNull() : cursor_.get();
+    if (!columns_->basesNamed && cursor != nullptr) {
+        guarded([&] { cursor->nameBases(columns_->infos); });
+        columns_->basesNamed = true;
+    }
+    return columns_->infos[ordinal];
 }
 
 void Field::Source::failWithoutRow(std::string_view operation) const

@@ -47,8 +47,10 @@ public:
     bool isOpen() const noexcept { return connection_ != nullptr; }
     void requireOpen(std::string_view operation, std::string_view object) const;
 
-    std::size_t columnCount() const noexcept { return columns_->size(); }
+    std::size_t columnCount() const noexcept { return columns_->infos.size(); }
     const ColumnInfo& column(std::size_t ordinal) const;
+    /// The same with the names in its base table, which the cursor may have to ask for.
+    const ColumnInfo& columnWithBase(std::size_t ordinal) const;
     Variant value(std::size_t ordinal) const
     {
         if (standing_ == Standing::Row && !store_) [[likely]]
@@ -92,6 +94,12 @@ private:
     enum class Standing : std::uint8_t { Row, Before, After, Nowhere };
     enum class Edit : std::uint8_t { None, Change, Add };
 
+    /// The columns, shared by the clones of a recordset.
+    struct Columns {
+        std::vector<ColumnInfo> infos;
+        bool basesNamed = false;
+    };
+
     void run(const Opening& opening);
     void stepStream();
     Variant keptValue(std::size_t ordinal) const;
@@ -125,7 +133,7 @@ private:
     bool empty_ = false; ///< the recordset has no rows
     Standing standing_ = Standing::After;
     Edit edit_ = Edit::None;
-    std::shared_ptr<const std::vector<ColumnInfo>> columns_;
+    std::shared_ptr<Columns> columns_;
     std::unique_ptr<Cursor> cursor_;  ///< of a forward-only read-only recordset
     std::shared_ptr<RowStore> store_; ///< of any other recordset
     std::int64_t position_ = -1;      ///< zero-based, -1 before the first row

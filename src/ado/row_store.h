@@ -46,6 +46,8 @@ public:
     std::int64_t firstMark() const noexcept { return firstMark_; }
     /// Returns the cursor. Error 3251 after `takeCursor`.
     Cursor& cursor() const;
+    /// Returns nullptr instead.
+    Cursor* cursorOrNull() const noexcept { return cursor_.get(); }
     /// Moves the cursor out; the rows read so far remain.
     std::unique_ptr<Cursor> takeCursor() noexcept;
 

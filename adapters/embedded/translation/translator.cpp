@@ -101,7 +101,7 @@ const Source* Translator::keySource(const Query& query) const
     return select.source->source;
 }
 
-/// Follows each column through the derived tables around it down to the column of a table or view, where there is one.
+/// The columns of the result with their base columns, where they have one.
 void Translator::describe(std::span<const OutputColumn> outputs)
 {
     step_.columns.reserve(outputs.size());
@@ -109,17 +109,10 @@ void Translator::describe(std::span<const OutputColumn> outputs)
         ResultColumn& column = step_.columns.emplace_back();
         column.name = output.name;
         column.type = output.type;
-        if (output.base == nullptr) continue;
-        const Source* base = output.base;
-        auto index = static_cast<std::size_t>(output.baseColumn);
-        while (base != nullptr && base->table == nullptr) {
-            const OutputColumn& inner = base->outputs[index];
-            base = inner.base;
-            index = static_cast<std::size_t>(inner.baseColumn);
-        }
-        if (base == nullptr) continue;
-        column.baseTable = base->table->name;
-        column.baseColumn = base->table->columns[index].name;
+        const BaseColumn base = baseOf(output);
+        if (base.table == nullptr) continue;
+        column.baseTable = base.table->name;
+        column.baseColumn = base.table->columns[base.column].name;
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -30,6 +31,25 @@ struct Source {
     }
     std::int32_t find(const Name& column) const;
 };
+
+/// The column of a table or view that a column of a query shows.
+struct BaseColumn {
+    const Table* table = nullptr; ///< nullptr for an expression
+    std::size_t column = 0;
+};
+
+/// Follows a column through the derived tables around it down to the column of a table or view, where there is one.
+inline BaseColumn baseOf(const OutputColumn& output)
+{
+    const Source* base = output.base;
+    auto index = static_cast<std::size_t>(output.baseColumn);
+    while (base != nullptr && base->table == nullptr) {
+        const OutputColumn& inner = base->outputs[index];
+        base = inner.base;
+        index = static_cast<std::size_t>(inner.baseColumn);
+    }
+    return base == nullptr ? BaseColumn{} : BaseColumn{base->table, index};
+}
 
 /// The sources that columns of one SELECT, UPDATE or DELETE may refer to. A scope refers to the one around it, so that
 /// a subquery sees the columns of its outer query.

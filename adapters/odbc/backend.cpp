@@ -1,0 +1,17 @@
+#include "tamarok_odbc/backend.h"
+
+#include <string>
+
+#include "tamarok_odbc/connect.h"
+
+namespace tamarok::odbc {
+
+void registerBackend(ado::BackendRegistry& registry)
+{
+    for (const std::string_view name :
+         {provider, std::string_view{"SQLOLEDB"}, std::string_view{"SQLNCLI11"}, std::string_view{"MSOLEDBSQL"},
+          std::string_view{"MSDASQL"}})
+        registry.add(std::string{name}, connectText);
+}
+
+} // namespace tamarok::odbc

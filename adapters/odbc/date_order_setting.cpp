@@ -1,0 +1,77 @@
+#include "date_order_setting.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "failures.h"
+#include "link.h"
+#include "tamarok_tsql/date_order.h"
+
+#include "tamarok/convert.h"
+#include "tamarok/text.h"
+
+namespace tamarok::odbc {
+
+namespace {
+
+/// 5 March 2024 in each order, and the order in PostgreSQL's words, which has three.
+struct ProbeRow {
+    DateOrder order;
+    std::string_view text;
+    std::string_view style;
+};
+
+constexpr std::array probeRows{
+    ProbeRow{DateOrder::Mdy, "3.5.2024", "ISO, MDY"}, ProbeRow{DateOrder::Dmy, "5.3.2024", "ISO, DMY"},
+    ProbeRow{DateOrder::Ymd, "2024.3.5", "ISO, YMD"}, ProbeRow{DateOrder::Ydm, "2024.5.3", ""},
+    ProbeRow{DateOrder::Myd, "3.2024.5", ""},         ProbeRow{DateOrder::Dym, "5.2024.3", ""},
+};
+
+constexpr std::string_view probedDay = "20240305";
+
+bool readsRight(Link& link, const ProbeRow& probe)
+{
+    const std::string text = "SELECT CONVERT(VARCHAR(8), CONVERT(DATETIME, '" + std::string{probe.text} + "'), 112)";
+    try {
+        const auto rows = link.read({.text = text});
+        return !rows.empty() && convert::toText(rows[0][0]) == probedDay;
+    } catch (const Error&) {
+        if (link.isLost()) throw;
+        return false; // a text that is no date in the server's order
+    }
+}
+
+void applyToTsql(Link& link, const ProbeRow& probe)
+{
+    const std::string order{tsql::dateOrderName(probe.order)};
+    link.runToEnd({.text = "SET DATEFORMAT " + order});
+    if (readsRight(link, probe)) return;
+    if (link.server() == Server::OpenTsql && !probe.style.empty()) {
+        link.runToEnd({.text = "SELECT set_config('DateStyle', '" + std::string{probe.style} + "', false)"});
+        if (readsRight(link, probe)) return;
+    }
+    throw providerFailure("The server does not read dates in the order " + order + ", which this connection needs: '" +
+                          std::string{probe.text} +
+                          "' is not 5 March 2024 to it. Name an order that it takes with 'Date Order' in the "
+                          "connection text (DMY, MDY and YMD work everywhere).");
+}
+
+} // namespace
+
+void applyDateOrder(Link& link)
+{
+    const DateOrder order = link.target().dateOrder;
+    const auto* const probe = std::ranges::find(probeRows, order, &ProbeRow::order);
+    if (link.traits().nestsTransactions) {
+        applyToTsql(link, *probe);
+    } else if (link.server() == Server::PostgreSql) {
+        if (probe->style.empty())
+            throw providerFailure("PostgreSQL reads dates in the orders DMY, MDY and YMD alone; name one of them with "
+                                  "'Date Order' in the connection text.");
+        link.runToEnd({.text = "SET DateStyle TO '" + std::string{probe->style} + "'"});
+    }
+}
+
+} // namespace tamarok::odbc

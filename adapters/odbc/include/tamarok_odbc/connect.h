@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string_view>
+
+#include "tamarok/ado.h"
+
+/// Connections to a server through its ODBC driver: SQL Server, the open T-SQL server on PostgreSQL, PostgreSQL, SQLite.
+namespace tamarok::odbc {
+
+/// Opens what a connection text names, in one of two styles:
+///
+///  - ODBC: "Driver={FreeTDS};Server=host;Database=timber;UID=user;PWD={a;b}" or "DSN=name;UID=...". A value in braces
+///    may contain anything; a closing brace in it is doubled.
+///  - ADO: "Provider=MSOLEDBSQL;Data Source=host,1433;Initial Catalog=timber;User ID=user;Password='a;b'", with quotes
+///    instead of braces. Without Driver, the driver for SQL Server that the machine has is taken.
+///
+/// "Date Order=MDY" names the order of dates in the texts of statements: DMY, which is the default, MDY, YMD, YDM, MYD
+/// or DYM. The opening sets that order in the server and reads a date back.
+///
+/// The connection text of the connection, messages and the session's errors never contain the password.
+/// Errors: 5 for a text of another form, which names the place but not the text; 0x80004005 with SQLSTATE, native number
+/// and text of the driver where the connection fails, and where the server does not take the date order.
+ado::ConnectionRef connectText(std::string_view connectionText);
+
+} // namespace tamarok::odbc

@@ -1,0 +1,175 @@
+#include "row_changes.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "failures.h"
+#include "link.h"
+#include "parameters.h"
+
+namespace tamarok::odbc {
+
+namespace {
+
+using tsql::sameName;
+
+/// The name of the one table that all base columns belong to; empty where there is none or more than one.
+std::string singleTable(std::span<const ado::ColumnInfo> columns)
+{
+    std::string name;
+    for (const ado::ColumnInfo& column : columns) {
+        if (column.baseTable.empty()) continue;
+        if (!name.empty() && !sameName(name, column.baseTable)) return {};
+        name = column.baseTable;
+    }
+    return name;
+}
+
+} // namespace
+
+std::optional<BaseTable> BaseTable::of(const Catalogue& catalogue, std::span<const ado::ColumnInfo> columns)
+{
+    BaseTable table;
+    table.name = singleTable(columns);
+    if (table.name.empty()) return std::nullopt;
+    table.keyColumns = catalogue.key(table.name);
+    if (table.keyColumns.empty()) return std::nullopt;
+    for (const std::string& key : table.keyColumns) {
+        const auto found = std::ranges::find_if(
+            columns, [&key](const ado::ColumnInfo& column) { return sameName(column.baseColumn, key); });
+        if (found == columns.end()) return std::nullopt;
+        table.keyPositions.push_back(static_cast<std::size_t>(found - columns.begin()));
+    }
+    table.identity = catalogue.identity(table.name);
+    table.plain = std::ranges::none_of(columns, [](const auto& column) { return column.baseColumn.empty(); });
+    return table;
+}
+
+RowName RowChanges::rowName(const KeyValues& key) const
+{
+    RowName row{table_.name, table_.keyColumns, keyParameters(key), {}};
+    for (const ado::ColumnInfo& column : columns_) {
+        const bool inKey = std::ranges::any_of(
+            table_.keyColumns, [&column](const std::string& name) { return sameName(name, column.baseColumn); });
+        if (!inKey && !column.baseColumn.empty() && !sameName(column.baseColumn, table_.identity)) {
+            row.plainColumn = column.baseColumn;
+            break;
+        }
+    }
+    return row;
+}
+
+std::vector<ado::Parameter> RowChanges::keyParameters(const KeyValues& key) const
+{
+    std::vector<ado::Parameter> parameters;
+    for (std::size_t i = 0; i < key.size(); ++i)
+        parameters.push_back(parameterOf(key[i], columns_[table_.keyPositions[i]].type));
+    return parameters;
+}
+
+/// The column of the table that a column of the recordset comes from.
+const ado::ColumnInfo& RowChanges::target(std::size_t column) const
+{
+    const ado::ColumnInfo& info = columns_.at(column);
+    if (info.baseColumn.empty())
+        throw unsupported("Column " + std::to_string(column) +
+                          " of the recordset is an expression and cannot be changed.");
+    return info;
+}
+
+void RowChanges::change(const std::string& text, std::span<const ado::Parameter> parameters) const
+{
+    if (link_.runToEnd({text, parameters, timeoutSeconds_}) == 0)
+        throw Error{errors::rowDeleted, "The row of table '" + table_.name + "' has been deleted.",
+                    std::string{sourceName}};
+}
+
+KeyValues RowChanges::update(const KeyValues& key, std::span<const ado::Assignment> assignments) const
+{
+    KeyValues changed = key;
+    if (assignments.empty()) return changed;
+    std::string text = "UPDATE " + link_.quoted(table_.name) + " SET ";
+    std::vector<ado::Parameter> parameters;
+    for (const ado::Assignment& assignment : assignments) {
+        const ado::ColumnInfo& column = target(assignment.column);
+        text += (parameters.empty() ? "" : ",") + link_.quoted(column.baseColumn) + "=?";
+        parameters.push_back(parameterOf(assignment.value, column.type));
+        for (std::size_t i = 0; i < changed.size(); ++i)
+            if (sameName(table_.keyColumns[i], column.baseColumn)) changed[i] = assignment.value;
+    }
+    for (ado::Parameter& parameter : keyParameters(key))
+        parameters.push_back(std::move(parameter));
+    change(text + " WHERE " + keyCondition(link_, table_.keyColumns), parameters);
+    return changed;
+}
+
+/// The key of a new row is what was assigned to it, and the number that the server gives. A key that comes from a
+/// default would not be known, so that such a row is refused before it is inserted.
+KeyValues RowChanges::keyOfNewRow(std::span<const ado::Assignment> assignments) const
+{
+    KeyValues key;
+    for (const std::string& name : table_.keyColumns) {
+        const auto assigned = std::ranges::find_if(assignments, [&](const ado::Assignment& assignment) {
+            return sameName(target(assignment.column).baseColumn, name);
+        });
+        const bool numbered = sameName(name, table_.identity) || !link_.traits().nestsTransactions;
+        if (assigned == assignments.end() && !(numbered && table_.keyColumns.size() == 1))
+            throw unsupported("A new row of table '" + table_.name + "' needs a value for '" + name +
+                              "', which is part of its key.");
+        key.push_back(assigned == assignments.end() ? Variant{} : assigned->value);
+    }
+    return key;
+}
+
+KeyValues RowChanges::insert(std::span<const ado::Assignment> assignments) const
+{
+    KeyValues key = keyOfNewRow(assignments);
+    std::string names;
+    std::string values;
+    std::vector<ado::Parameter> parameters;
+    for (const ado::Assignment& assignment : assignments) {
+        const ado::ColumnInfo& column = target(assignment.column);
+        names += (names.empty() ? "" : ",") + link_.quoted(column.baseColumn);
+        values += values.empty() ? "?" : ",?";
+        parameters.push_back(parameterOf(assignment.value, column.type));
+    }
+    const std::string text = "INSERT INTO " + link_.quoted(table_.name) +
+                             (names.empty() ? std::string{" DEFAULT VALUES"} : "(" + names + ") VALUES(" + values + ")");
+    const auto open = std::ranges::find_if(key, [](const Variant& value) { return value.isEmpty(); });
+    if (open == key.end()) {
+        link_.runToEnd({text, parameters, timeoutSeconds_});
+        return key;
+    }
+    // The number belongs to the batch: a statement of its own could read that of another insertion.
+    const std::string name = link_.quoted(table_.keyColumns[static_cast<std::size_t>(open - key.begin())]);
+    if (link_.traits().nestsTransactions) {
+        const auto rows = link_.read(
+            {"SET NOCOUNT ON " + text + " SELECT CAST(SCOPE_IDENTITY() AS BIGINT)", parameters, timeoutSeconds_});
+        *open = rows.at(0).at(0);
+    } else {
+        const auto rows = link_.read({text + " RETURNING " + name, parameters, timeoutSeconds_});
+        *open = rows.at(0).at(0);
+    }
+    return key;
+}
+
+void RowChanges::erase(const KeyValues& key) const
+{
+    change("DELETE FROM " + link_.quoted(table_.name) + " WHERE " + keyCondition(link_, table_.keyColumns),
+           keyParameters(key));
+}
+
+std::optional<std::vector<Variant>> RowChanges::read(const KeyValues& key) const
+{
+    std::string names;
+    for (const ado::ColumnInfo& column : columns_)
+        names += (names.empty() ? "" : ",") + link_.quoted(column.baseColumn);
+    const std::vector<ado::Parameter> parameters = keyParameters(key);
+    auto rows = link_.read({"SELECT " + names + " FROM " + link_.quoted(table_.name) + " WHERE " +
+                                keyCondition(link_, table_.keyColumns),
+                            parameters, timeoutSeconds_});
+    if (rows.empty()) return std::nullopt;
+    return std::move(rows.front());
+}
+
+} // namespace tamarok::odbc

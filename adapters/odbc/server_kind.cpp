@@ -1,0 +1,77 @@
+#include "server_kind.h"
+
+#include <algorithm>
+#include <array>
+
+#include "tamarok/text.h"
+
+namespace tamarok::odbc {
+
+namespace {
+
+constexpr std::array traits{
+    ServerTraits{.server = Server::SqlServer,
+                 .name = "Microsoft SQL Server",
+                 .rowHold = RowHold::UpdateLock,
+                 .nestsTransactions = true,
+                 .secondNet = true,
+                 .begin = "BEGIN TRANSACTION",
+                 .commit = "COMMIT TRANSACTION",
+                 .rollback = "ROLLBACK TRANSACTION",
+                 .lockTimeout = "SET LOCK_TIMEOUT ",
+                 .endlessTimeout = "-1"},
+    ServerTraits{.server = Server::OpenTsql,
+                 .name = "open T-SQL server on PostgreSQL",
+                 .rowHold = RowHold::SelfUpdate,
+                 .nestsTransactions = true,
+                 .secondNet = true,
+                 .begin = "BEGIN TRANSACTION",
+                 .commit = "COMMIT TRANSACTION",
+                 .rollback = "ROLLBACK TRANSACTION",
+                 .lockTimeout = "SET LOCK_TIMEOUT ",
+                 .endlessTimeout = "-1"},
+    ServerTraits{.server = Server::PostgreSql,
+                 .name = "PostgreSQL",
+                 .rowHold = RowHold::ForUpdate,
+                 .driverNamesBases = true,
+                 .lockTimeout = "SET statement_timeout TO ",
+                 .endlessTimeout = "0"},
+    ServerTraits{.server = Server::Sqlite,
+                 .name = "SQLite",
+                 .exceedsWidths = true,
+                 .driverNamesBases = true,
+                 .lockTimeout = "PRAGMA busy_timeout=",
+                 .endlessTimeout = "2147483647"},
+    ServerTraits{.server = Server::Other, .name = "another server"},
+};
+
+constexpr bool inOrder()
+{
+    for (std::size_t i = 0; i < traits.size(); ++i)
+        if (static_cast<std::size_t>(traits[i].server) != i) return false;
+    return true;
+}
+static_assert(inOrder(), "traits is indexed by Server");
+
+} // namespace
+
+const ServerTraits& traitsOf(Server server)
+{
+    return traits.at(static_cast<std::size_t>(server));
+}
+
+Server serverNamed(std::string_view dbmsName)
+{
+    const auto* const row =
+        std::ranges::find_if(traits, [dbmsName](const ServerTraits& candidate) { return candidate.name == dbmsName; });
+    return row == traits.end() ? Server::Other : row->server;
+}
+
+std::string quotedName(Server server, std::string_view name)
+{
+    const bool brackets = server == Server::SqlServer || server == Server::OpenTsql;
+    if (brackets) return "[" + text::replaceAll(name, "]", "]]") + "]";
+    return "\"" + text::replaceAll(name, "\"", "\"\"") + "\"";
+}
+
+} // namespace tamarok::odbc

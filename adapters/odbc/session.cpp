@@ -1,0 +1,42 @@
+#include "session.h"
+
+#include "cursor.h"
+#include "editable_cursor.h"
+#include "failures.h"
+
+namespace tamarok::odbc {
+
+std::string statementText(const ado::Statement& statement)
+{
+    if (!statement.procedure) return std::string{statement.text};
+    std::string text = "{CALL " + std::string{statement.text};
+    for (std::size_t i = 0; i < statement.parameters.size(); ++i)
+        text += i == 0 ? "(?" : ",?";
+    return text + (statement.parameters.empty() ? "}" : ")}");
+}
+
+std::string_view OdbcSession::name() const
+{
+    return sourceName;
+}
+
+std::unique_ptr<ado::Cursor> OdbcSession::open(const ado::Statement& statement)
+{
+    const bool editable = statement.lockType != ado::LockType::ReadOnly;
+    if (!editable || statement.procedure) {
+        auto cursor = std::make_unique<StreamCursor>(state_, statement);
+        cursor->start();
+        return cursor;
+    }
+    auto cursor = std::make_unique<EditableCursor>(state_, statement);
+    cursor->start();
+    return cursor;
+}
+
+std::int64_t OdbcSession::execute(const ado::Statement& statement)
+{
+    const std::string text = statementText(statement);
+    return state_->link.runToEnd({text, statement.parameters, statement.timeoutSeconds});
+}
+
+} // namespace tamarok::odbc

@@ -1,0 +1,160 @@
+#include "odbc/support/servers.h"
+
+#include <arpa/inet.h>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <netinet/in.h>
+#include <stdexcept>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include "support/child_process.h"
+#include "tamarok_odbc/connect.h"
+
+namespace tamarok::test {
+
+namespace {
+
+std::string environment(const char* name)
+{
+    const char* const value = std::getenv(name);
+    return value == nullptr ? std::string{} : std::string{value};
+}
+
+std::string lastLine(std::string text)
+{
+    while (text.ends_with('\n'))
+        text.pop_back();
+    const std::size_t start = text.rfind('\n');
+    return start == std::string::npos ? text : text.substr(start + 1);
+}
+
+/// DATABASE is added anew for each database.
+std::string withoutDatabase(const std::string& text)
+{
+    return text.substr(0, text.find("DATABASE="));
+}
+
+std::optional<std::string> findTsqlServer()
+{
+    const std::string text = environment("TAMAROK_TSQL");
+    if (!text.empty()) return withoutDatabase(text);
+    const std::string command = environment("TAMAROK_TSQL_START");
+    if (!command.empty()) {
+        const Outcome outcome = runProgram("/bin/sh", {"-c", command});
+        if (outcome.status != 0) throw std::runtime_error{"TAMAROK_TSQL_START failed: " + outcome.errors};
+        return withoutDatabase(lastLine(outcome.output));
+    }
+    tellSkipped("the T-SQL server: neither TAMAROK_TSQL nor TAMAROK_TSQL_START is set");
+    return std::nullopt;
+}
+
+int freePort()
+{
+    const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address;
+    auto* const plain = static_cast<sockaddr*>(static_cast<void*>(&address));
+    if (::bind(socket, plain, size) != 0 || ::getsockname(socket, plain, &size) != 0)
+        throw std::runtime_error{"no free port"};
+    ::close(socket);
+    return ntohs(address.sin_port);
+}
+
+std::string findPrograms()
+{
+    std::string newest;
+    std::error_code none;
+    for (const auto& version : std::filesystem::directory_iterator{"/usr/lib/postgresql", none}) {
+        const std::string folder = (version.path() / "bin").string();
+        if (std::filesystem::exists(folder + "/initdb") && folder > newest) newest = folder;
+    }
+    return newest;
+}
+
+constexpr unsigned nobody = 65534;
+
+} // namespace
+
+void tellSkipped(std::string_view what)
+{
+    std::cerr << "**** SKIPPED: tests on " << what << " ****\n";
+}
+
+const std::optional<std::string>& tsqlServer()
+{
+    static const std::optional<std::string> text = findTsqlServer();
+    return text;
+}
+
+std::string tsqlDatabase(const std::string& name)
+{
+    const std::string& server = tsqlServer().value();
+    const auto master = odbc::connectText(server + "DATABASE=master");
+    master->Execute("IF DB_ID('" + name + "') IS NULL CREATE DATABASE " + name);
+    return server + "DATABASE=" + name;
+}
+
+bool PostgresServer::isInstalled()
+{
+    return !findPrograms().empty();
+}
+
+PostgresServer::PostgresServer() : programs_{findPrograms()}, port_{freePort()}
+{
+    const std::string folder = folder_.path().string();
+    if (::geteuid() == 0 && ::chown(folder.c_str(), nobody, nobody) != 0) throw std::runtime_error{"chown failed"};
+    command("initdb -D '" + folder + "/data' -E UTF8 --locale=C.UTF-8 -U tester -A trust --no-sync");
+    start();
+}
+
+PostgresServer::~PostgresServer()
+{
+    try {
+        stop();
+    } catch (const std::exception& problem) {
+        std::cerr << problem.what() << '\n';
+    }
+}
+
+void PostgresServer::start()
+{
+    const std::string folder = folder_.path().string();
+    command("pg_ctl -D '" + folder + "/data' -w -l '" + folder + "/log' -o \"-F -p " + std::to_string(port_) +
+            " -c listen_addresses=127.0.0.1 -k '" + folder + "'\" start");
+}
+
+void PostgresServer::stop()
+{
+    if (!std::filesystem::exists(folder_ / "data/postmaster.pid")) return;
+    command("pg_ctl -D '" + folder_.path().string() + "/data' -w -m immediate stop");
+}
+
+/// PostgreSQL refuses to run as root. Its output goes to a file: the server would keep a pipe open.
+void PostgresServer::command(const std::string& arguments) const
+{
+    const std::string user =
+        ::geteuid() == 0 ? "setpriv --reuid=65534 --regid=65534 --clear-groups " : std::string{};
+    const std::string log = (folder_ / "commands.log").string();
+    const std::string line =
+        "cd '" + folder_.path().string() + "' && " + user + programs_ + "/" + arguments + " >>'" + log + "' 2>&1";
+    if (runProgram("/bin/sh", {"-c", line}).status != 0)
+        throw std::runtime_error{"PostgreSQL: " + arguments + " failed; see " + log};
+}
+
+std::string PostgresServer::connectionText() const
+{
+    return "DRIVER={PostgreSQL Unicode};SERVER=127.0.0.1;PORT=" + std::to_string(port_) +
+           ";UID=tester;PWD=no secret;DATABASE=postgres";
+}
+
+std::string sqliteText(const std::string& file)
+{
+    return "DRIVER={SQLite3};Database=" + file;
+}
+
+} // namespace tamarok::test
