@@ -8,9 +8,8 @@ namespace tamarok::odbc {
 
 void registerBackend(ado::BackendRegistry& registry)
 {
-    for (const std::string_view name :
-         {provider, std::string_view{"SQLOLEDB"}, std::string_view{"SQLNCLI11"}, std::string_view{"MSOLEDBSQL"},
-          std::string_view{"MSDASQL"}})
+    for (const std::string_view name : {provider, std::string_view{"SQLOLEDB"}, std::string_view{"SQLNCLI11"},
+                                        std::string_view{"MSOLEDBSQL"}, std::string_view{"MSDASQL"}})
         registry.add(std::string{name}, connectText);
 }
 

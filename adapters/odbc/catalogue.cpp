@@ -162,7 +162,8 @@ std::vector<std::string> Catalogue::readKey(std::string_view name) const
     std::string index;
     for (const Row& row : rows) {
         const std::string rowIndex = textAt(row, at::indexName);
-        if (rowIndex.empty() || numberAt(row, at::indexNonUnique) != 0 || numberAt(row, at::indexSequence) == 0) continue;
+        if (rowIndex.empty() || numberAt(row, at::indexNonUnique) != 0 || numberAt(row, at::indexSequence) == 0)
+            continue;
         if (index.empty()) index = rowIndex;
         if (index == rowIndex) key.push_back(textAt(row, at::indexColumn));
     }

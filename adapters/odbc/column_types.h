@@ -10,7 +10,18 @@
 namespace tamarok::odbc {
 
 /// How the value of a column is read.
-enum class Reading : std::uint8_t { Boolean, TinyInt, SmallInt, Integer, BigInt, Double, Date, TimeOfDay, Text, Binary };
+enum class Reading : std::uint8_t {
+    Boolean,
+    TinyInt,
+    SmallInt,
+    Integer,
+    BigInt,
+    Double,
+    Date,
+    TimeOfDay,
+    Text,
+    Binary
+};
 
 /// What a driver tells of a column.
 struct DescribedType {

@@ -102,11 +102,21 @@ struct NameRow {
 };
 
 constexpr std::array nameRows{
-    NameRow{"Data Source", "SERVER"},     NameRow{"Address", "SERVER"},   NameRow{"Addr", "SERVER"},
-    NameRow{"Network Address", "SERVER"}, NameRow{"Server", "SERVER"},    NameRow{"Initial Catalog", "DATABASE"},
-    NameRow{"Database", "DATABASE"},      NameRow{"User ID", "UID"},      NameRow{"User", "UID"},
-    NameRow{"UID", "UID"},                NameRow{"Password", "PWD"},     NameRow{"PWD", "PWD"},
-    NameRow{"Application Name", "APP"},   NameRow{"Driver", "DRIVER"},    NameRow{"DSN", "DSN"},
+    NameRow{"Data Source", "SERVER"},
+    NameRow{"Address", "SERVER"},
+    NameRow{"Addr", "SERVER"},
+    NameRow{"Network Address", "SERVER"},
+    NameRow{"Server", "SERVER"},
+    NameRow{"Initial Catalog", "DATABASE"},
+    NameRow{"Database", "DATABASE"},
+    NameRow{"User ID", "UID"},
+    NameRow{"User", "UID"},
+    NameRow{"UID", "UID"},
+    NameRow{"Password", "PWD"},
+    NameRow{"PWD", "PWD"},
+    NameRow{"Application Name", "APP"},
+    NameRow{"Driver", "DRIVER"},
+    NameRow{"DSN", "DSN"},
     NameRow{"Use Encryption for Data", "Encrypt"},
 };
 
@@ -121,8 +131,7 @@ DateOrder readOrder(const std::string& value)
 {
     const auto order = tsql::parseDateOrder(value);
     if (!order)
-        throw Error{errors::invalidArgument,
-                    "Connection text: the Date Order is none of DMY, MDY, YMD, YDM, MYD, DYM.",
+        throw Error{errors::invalidArgument, "Connection text: the Date Order is none of DMY, MDY, YMD, YDM, MYD, DYM.",
                     std::string{sourceName}};
     return *order;
 }

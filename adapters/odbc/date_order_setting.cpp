@@ -33,7 +33,8 @@ constexpr std::string_view probedDay = "20240305";
 
 bool readsRight(Link& link, const ProbeRow& probe)
 {
-    const std::string text = "SELECT CONVERT(VARCHAR(8), CONVERT(DATETIME, '" + std::string{probe.text} + "'), 112)";
+    // CAST as the implicit conversions do it: the open server's CONVERT without style does not follow its setting.
+    const std::string text = "SELECT CONVERT(VARCHAR(8), CAST('" + std::string{probe.text} + "' AS DATETIME), 112)";
     try {
         const auto rows = link.read({.text = text});
         return !rows.empty() && convert::toText(rows[0][0]) == probedDay;

@@ -87,7 +87,8 @@ bool readRecord(SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT number, Diagnost
 /// Messages and warnings may stand before the record of the failure.
 const Diagnostic* firstFailure(const std::vector<Diagnostic>& diagnostics)
 {
-    const auto found = std::ranges::find_if(diagnostics, [](const Diagnostic& d) { return !d.state.starts_with("01"); });
+    const auto found =
+        std::ranges::find_if(diagnostics, [](const Diagnostic& d) { return !d.state.starts_with("01"); });
     if (found != diagnostics.end()) return &*found;
     return diagnostics.empty() ? nullptr : diagnostics.data();
 }
@@ -110,8 +111,7 @@ Error failure(const std::vector<Diagnostic>& diagnostics)
     if (first == nullptr) return providerFailure("The driver failed and gave no reason.");
     const auto* const row =
         std::ranges::find_if(failureRows, [first](const FailureRow& candidate) { return fits(candidate, *first); });
-    Error error{row == failureRows.end() ? errors::providerFailure : row->number, first->text,
-                std::string{sourceName}};
+    Error error{row == failureRows.end() ? errors::providerFailure : row->number, first->text, std::string{sourceName}};
     error.nativeError = first->native;
     error.sqlState = first->state;
     return error;

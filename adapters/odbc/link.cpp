@@ -67,6 +67,18 @@ std::vector<std::string> installedDrivers(SQLHANDLE environment)
     return names;
 }
 
+/// A statement as it is sent: ended by a zero, since SQLite's driver counts a length in another unit, and by a line
+/// end, since PostgreSQL's driver writes behind the text, which may end with a comment.
+std::vector<SQLWCHAR> sentText(std::string_view text)
+{
+    if (text.find('\0') != std::string_view::npos)
+        throw Error{errors::statementRefused, "The statement contains the character zero.", std::string{sourceName}};
+    std::vector<SQLWCHAR> wide = toWide(text);
+    wide.push_back('\n');
+    wide.push_back(0);
+    return wide;
+}
+
 /// A text in the style of ADO names no driver.
 void addDriver(std::vector<ado::ConnectionProperty>& properties, SQLHANDLE environment)
 {
@@ -83,8 +95,9 @@ void addDriver(std::vector<ado::ConnectionProperty>& properties, SQLHANDLE envir
         }
         return;
     }
-    throw providerFailure("The connection text names neither Driver nor DSN, and no driver for SQL Server is installed. "
-                          "Install one (Debian: tdsodbc), or name another one.");
+    throw providerFailure(
+        "The connection text names neither Driver nor DSN, and no driver for SQL Server is installed. "
+        "Install one (Debian: tdsodbc), or name another one.");
 }
 
 } // namespace
@@ -95,6 +108,7 @@ Link::Link(const ConnectionTarget& target) : target_{target}, environment_{makeE
     try {
         connect(composeDriverText(target_.properties));
         identify();
+        checkTexts();
     } catch (Error& error) {
         hidePassword(error, target_.password);
         close();
@@ -132,7 +146,8 @@ void Link::identify()
     traits_ = &traitsOf(serverNamed(textInfo(connection_.get(), SQL_DBMS_NAME)));
     if (server() == Server::SqlServer) {
         const auto rows = read({"SELECT @@VERSION"});
-        if (!rows.empty() && convert::toText(rows[0][0]).starts_with("Babelfish")) traits_ = &traitsOf(Server::OpenTsql);
+        if (!rows.empty() && convert::toText(rows[0][0]).starts_with("Babelfish"))
+            traits_ = &traitsOf(Server::OpenTsql);
     }
     if (!driver.starts_with("psqlodbc") || findProperty(target_.properties, "UseDeclareFetch") != nullptr) return;
     for (const DriverOption& option : postgresOptions)
@@ -141,6 +156,17 @@ void Link::identify()
     SQLDisconnect(connection_.get());
     connected_ = false;
     connect(composeDriverText(target_.properties));
+}
+
+/// The driver manager converts for a driver without wide functions, by the locale of the process. What it makes of a
+/// letter that the locale lacks must not get into a database.
+void Link::checkTexts()
+{
+    const bool tsql = traits_->nestsTransactions;
+    const auto rows = read({tsql ? "SELECT N'\u00E4\u20AC'" : "SELECT '\u00E4\u20AC'"});
+    if (!rows.empty() && convert::toText(rows[0][0]) == "\u00E4\u20AC") return;
+    throw providerFailure("The driver does not keep letters beyond ASCII. Set ClientCharset=UTF-8 for FreeTDS; for a "
+                          "driver without wide functions run the program under a locale with UTF-8 (LC_ALL=C.UTF-8).");
 }
 
 void Link::close() noexcept
@@ -153,10 +179,8 @@ void Link::close() noexcept
 
 void Link::requireOpen() const
 {
-    if (lost_)
-        throw providerFailure("The connection to the server is lost. Close it and open a new one.");
-    if (!connected_)
-        throw Error{errors::connectionClosed, "The connection is closed.", std::string{sourceName}};
+    if (lost_) throw providerFailure("The connection to the server is lost. Close it and open a new one.");
+    if (!connected_) throw Error{errors::connectionClosed, "The connection is closed.", std::string{sourceName}};
 }
 
 void Link::freeConnection()
@@ -183,8 +207,8 @@ Executed Link::run(const Request& request)
                             asPointer(static_cast<std::uintptr_t>(request.timeoutSeconds) + netSeconds), 0);
         BoundParameters parameters{request.parameters};
         parameters.bind(statement.get());
-        std::vector<SQLWCHAR> wide = toWide(request.text);
-        SQLRETURN code = SQLExecDirectW(statement.get(), wide.data(), static_cast<SQLINTEGER>(wide.size()));
+        std::vector<SQLWCHAR> wide = sentText(request.text);
+        SQLRETURN code = SQLExecDirectW(statement.get(), wide.data(), SQL_NTS);
         std::int64_t touched = -1;
         // SQL_NO_DATA: the statement has run and changed no row.
         for (bool first = true; first || code != SQL_NO_DATA; first = false) {
@@ -215,6 +239,13 @@ std::int64_t Link::runToEnd(const Request& request)
         settle(error);
         throw;
     }
+}
+
+std::int64_t Link::changeRows(const Request& request)
+{
+    if (!traits_->nestsTransactions) return runToEnd(request);
+    const std::string text = std::string{request.text} + " SELECT @@ROWCOUNT";
+    return convert::toLongLong(read({text, request.parameters, request.timeoutSeconds}).at(0).at(0));
 }
 
 std::vector<std::vector<Variant>> Link::read(const Request& request)

@@ -63,6 +63,8 @@ public:
     Executed run(const Request& request);
     /// Runs a statement to its end and drops its result sets. @return as Connection::Execute
     std::int64_t runToEnd(const Request& request);
+    /// Runs an UPDATE or DELETE. @return number of rows that it changed, whatever SET NOCOUNT says
+    std::int64_t changeRows(const Request& request);
     /// Runs a statement and reads its rows.
     std::vector<std::vector<Variant>> read(const Request& request);
     /// A new statement handle, for questions to the catalogue. The open result is taken into memory first.
@@ -95,6 +97,7 @@ public:
 private:
     void connect(std::string driverText);
     void identify();
+    void checkTexts();
     void command(std::string_view text);
     void requireOpen() const;
     void boundWaits(std::int32_t seconds);

@@ -2,13 +2,12 @@
 
 /// The C interface of the driver manager. Every file of this folder takes it from here.
 
+#include <cstddef>
+#include <cstdint>
 #include <sql.h>
 #include <sqlext.h>
 #include <sqltypes.h>
 #include <sqlucode.h>
-
-#include <cstddef>
-#include <cstdint>
 
 namespace tamarok::odbc {
 

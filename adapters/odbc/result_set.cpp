@@ -158,7 +158,8 @@ DescribedType ResultSet::describeColumn(SQLUSMALLINT number, ado::ColumnInfo& in
     info.name = toUtf8(std::span{name}.first(std::min(static_cast<std::size_t>(length), name.size() - 1)));
     if (traits.driverNamesBases) {
         info.baseColumn = textAttribute(statement_.get(), number, SQL_DESC_BASE_COLUMN_NAME);
-        if (!info.baseColumn.empty()) info.baseTable = textAttribute(statement_.get(), number, SQL_DESC_BASE_TABLE_NAME);
+        if (!info.baseColumn.empty())
+            info.baseTable = textAttribute(statement_.get(), number, SQL_DESC_BASE_TABLE_NAME);
         if (info.baseTable.empty()) info.baseColumn.clear();
     }
     if (traits.server == Server::Sqlite) {
@@ -198,8 +199,7 @@ void ResultSet::bindColumns(std::size_t blockRows)
         column.values.resize(blockRows * column.type.width);
         column.lengths.assign(blockRows, SQL_NULL_DATA);
         if (!succeeded(SQLBindCol(statement, static_cast<SQLUSMALLINT>(index + 1), column.type.cType,
-                                  column.values.data(), static_cast<SQLLEN>(column.type.width),
-                                  column.lengths.data())))
+                                  column.values.data(), static_cast<SQLLEN>(column.type.width), column.lengths.data())))
             throw failure(readDiagnostics(SQL_HANDLE_STMT, statement));
     }
 }

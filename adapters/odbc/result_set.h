@@ -13,8 +13,8 @@
 
 namespace tamarok::odbc {
 
-/// The rows of an executed statement, read forward. Columns before the first long one are bound, so that a block of rows
-/// comes with one call; the others are read in parts, in rising order, as drivers demand it.
+/// The rows of an executed statement, read forward. Columns before the first long one are bound, so that a block of
+/// rows comes with one call; the others are read in parts, in rising order, as drivers demand it.
 class ResultSet {
 public:
     /// @param statement  executed, with at least one column
@@ -26,7 +26,8 @@ public:
     const std::vector<ado::ColumnInfo>& columns() const noexcept { return infos_; }
     std::vector<ado::ColumnInfo> takeColumns() { return infos_; }
 
-    /// Moves to the next row. Behind the last one the rest of the batch has run to its end. Any failure ends the result.
+    /// Moves to the next row. Behind the last one the rest of the batch has run to its end. Any failure ends the
+    /// result.
     bool fetch()
     {
         ++row_;

@@ -79,7 +79,7 @@ const ado::ColumnInfo& RowChanges::target(std::size_t column) const
 
 void RowChanges::change(const std::string& text, std::span<const ado::Parameter> parameters) const
 {
-    if (link_.runToEnd({text, parameters, timeoutSeconds_}) == 0)
+    if (link_.changeRows({text, parameters, timeoutSeconds_}) == 0)
         throw Error{errors::rowDeleted, "The row of table '" + table_.name + "' has been deleted.",
                     std::string{sourceName}};
 }
@@ -112,13 +112,30 @@ KeyValues RowChanges::keyOfNewRow(std::span<const ado::Assignment> assignments) 
         const auto assigned = std::ranges::find_if(assignments, [&](const ado::Assignment& assignment) {
             return sameName(target(assignment.column).baseColumn, name);
         });
-        const bool numbered = sameName(name, table_.identity) || !link_.traits().nestsTransactions;
+        // Only the T-SQL servers tell which column they number; the others number the key or refuse the row.
+        const NewKey numbering = link_.traits().newKey;
+        const bool numbered =
+            numbering == NewKey::ScopeIdentity ? sameName(name, table_.identity) : numbering != NewKey::Unknown;
         if (assigned == assignments.end() && !(numbered && table_.keyColumns.size() == 1))
             throw unsupported("A new row of table '" + table_.name + "' needs a value for '" + name +
                               "', which is part of its key.");
         key.push_back(assigned == assignments.end() ? Variant{} : assigned->value);
     }
     return key;
+}
+
+/// On a T-SQL server the number is asked for in the same batch: a later one could read that of another insertion.
+Variant RowChanges::insertNumbered(const std::string& text, std::span<const ado::Parameter> parameters,
+                                   const std::string& column) const
+{
+    switch (link_.traits().newKey) {
+    case NewKey::ScopeIdentity:
+        return link_.read({text + " SELECT CAST(SCOPE_IDENTITY() AS BIGINT)", parameters, timeoutSeconds_}).at(0).at(0);
+    case NewKey::Returning: return link_.read({text + " RETURNING " + column, parameters, timeoutSeconds_}).at(0).at(0);
+    default: break;
+    }
+    link_.runToEnd({text, parameters, timeoutSeconds_});
+    return link_.read({"SELECT last_insert_rowid()", {}, timeoutSeconds_}).at(0).at(0);
 }
 
 KeyValues RowChanges::insert(std::span<const ado::Assignment> assignments) const
@@ -133,23 +150,16 @@ KeyValues RowChanges::insert(std::span<const ado::Assignment> assignments) const
         values += values.empty() ? "?" : ",?";
         parameters.push_back(parameterOf(assignment.value, column.type));
     }
-    const std::string text = "INSERT INTO " + link_.quoted(table_.name) +
-                             (names.empty() ? std::string{" DEFAULT VALUES"} : "(" + names + ") VALUES(" + values + ")");
+    const std::string text =
+        "INSERT INTO " + link_.quoted(table_.name) +
+        (names.empty() ? std::string{" DEFAULT VALUES"} : "(" + names + ") VALUES(" + values + ")");
     const auto open = std::ranges::find_if(key, [](const Variant& value) { return value.isEmpty(); });
     if (open == key.end()) {
         link_.runToEnd({text, parameters, timeoutSeconds_});
         return key;
     }
-    // The number belongs to the batch: a statement of its own could read that of another insertion.
     const std::string name = link_.quoted(table_.keyColumns[static_cast<std::size_t>(open - key.begin())]);
-    if (link_.traits().nestsTransactions) {
-        const auto rows = link_.read(
-            {"SET NOCOUNT ON " + text + " SELECT CAST(SCOPE_IDENTITY() AS BIGINT)", parameters, timeoutSeconds_});
-        *open = rows.at(0).at(0);
-    } else {
-        const auto rows = link_.read({text + " RETURNING " + name, parameters, timeoutSeconds_});
-        *open = rows.at(0).at(0);
-    }
+    *open = insertNumbered(text, parameters, name);
     return key;
 }
 
@@ -165,9 +175,9 @@ std::optional<std::vector<Variant>> RowChanges::read(const KeyValues& key) const
     for (const ado::ColumnInfo& column : columns_)
         names += (names.empty() ? "" : ",") + link_.quoted(column.baseColumn);
     const std::vector<ado::Parameter> parameters = keyParameters(key);
-    auto rows = link_.read({"SELECT " + names + " FROM " + link_.quoted(table_.name) + " WHERE " +
-                                keyCondition(link_, table_.keyColumns),
-                            parameters, timeoutSeconds_});
+    auto rows = link_.read(
+        {"SELECT " + names + " FROM " + link_.quoted(table_.name) + " WHERE " + keyCondition(link_, table_.keyColumns),
+         parameters, timeoutSeconds_});
     if (rows.empty()) return std::nullopt;
     return std::move(rows.front());
 }

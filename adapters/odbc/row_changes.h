@@ -50,6 +50,8 @@ private:
     std::vector<ado::Parameter> keyParameters(const KeyValues& key) const;
     const ado::ColumnInfo& target(std::size_t column) const;
     void change(const std::string& text, std::span<const ado::Parameter> parameters) const;
+    Variant insertNumbered(const std::string& text, std::span<const ado::Parameter> parameters,
+                           const std::string& column) const;
     KeyValues keyOfNewRow(std::span<const ado::Assignment> assignments) const;
 
     Link& link_;

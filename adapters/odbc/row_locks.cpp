@@ -76,7 +76,7 @@ bool RowLocks::take(Link& link, const RowName& row, std::int32_t timeoutSeconds)
 {
     const std::string text = holdText(link, row);
     const Request request{text, row.key, timeoutSeconds};
-    if (link.traits().rowHold == RowHold::SelfUpdate) return link.runToEnd(request) > 0;
+    if (link.traits().rowHold == RowHold::SelfUpdate) return link.changeRows(request) > 0;
     return !link.read(request).empty();
 }
 

@@ -152,8 +152,8 @@ void RowSpool::moveToFile()
     if (file_ < 0) openFile();
     std::size_t done = 0;
     while (done < written_.size()) {
-        const ssize_t put = ::pwrite(file_, written_.data() + done, written_.size() - done,
-                                     static_cast<off_t>(fileEnd_ + done));
+        const ssize_t put =
+            ::pwrite(file_, written_.data() + done, written_.size() - done, static_cast<off_t>(fileEnd_ + done));
         if (put < 0 && errno != EINTR) fail("written");
         done += static_cast<std::size_t>(std::max<ssize_t>(put, 0));
     }

@@ -9,8 +9,8 @@
 
 namespace tamarok::odbc {
 
-/// Rows that wait to be read, in their order: in memory up to a bound, beyond it in a temporary file without name, which
-/// no other process can open and which goes with this object.
+/// Rows that wait to be read, in their order: in memory up to a bound, beyond it in a temporary file without name,
+/// which no other process can open and which goes with this object.
 class RowSpool {
 public:
     static constexpr std::size_t memoryBytes = std::size_t{8} << 20U;
@@ -36,8 +36,8 @@ private:
     void takeBytes(void* target, std::size_t count);
     void openFile();
 
-    std::string written_;      ///< rows that are not in the file
-    std::string read_;         ///< bytes being read, from `at_` on
+    std::string written_; ///< rows that are not in the file
+    std::string read_;    ///< bytes being read, from `at_` on
     std::size_t at_ = 0;
     std::size_t rows_ = 0;
     int file_ = -1;

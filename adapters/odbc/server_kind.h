@@ -25,10 +25,19 @@ enum class RowHold : std::uint8_t {
     None
 };
 
+/// How the number that the server gives a new row is found out.
+enum class NewKey : std::uint8_t {
+    ScopeIdentity, ///< SELECT SCOPE_IDENTITY() in the same batch
+    Returning,     ///< INSERT ... RETURNING
+    LastRowId,     ///< SELECT last_insert_rowid() on the same connection
+    Unknown
+};
+
 struct ServerTraits {
     Server server = Server::Other;
     std::string_view name;
     RowHold rowHold = RowHold::None;
+    NewKey newKey = NewKey::Unknown;
     bool nestsTransactions = false; ///< BEGIN inside a transaction counts; @@TRANCOUNT tells the depth
     bool exceedsWidths = false;     ///< a text may be longer than its column is declared
     bool driverNamesBases = false;  ///< the driver knows the base column of a column
@@ -36,7 +45,8 @@ struct ServerTraits {
     std::string_view begin = "BEGIN";
     std::string_view commit = "COMMIT";
     std::string_view rollback = "ROLLBACK";
-    std::string_view lockTimeout = {}; ///< bounds waits: the milliseconds follow; empty where there is nothing of the kind
+    std::string_view lockTimeout =
+        {}; ///< bounds waits: the milliseconds follow; empty where there is nothing of the kind
     std::string_view endlessTimeout = {}; ///< what stands for no limit
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -15,6 +16,25 @@ namespace tamarok::ado::backend {
 struct Quirk {
     std::string name;
     std::string reason;
+};
+
+/// The words of the cases' SQL in which the servers differ; T-SQL unless told otherwise.
+struct Words {
+    std::string national = "N";                 ///< before a text literal
+    std::string noCount = "SET NOCOUNT ON\r\n"; ///< at the start of a batch that reports no counts
+    std::string next = "\r\n";                  ///< between two statements of a batch
+    std::string rowLock = "WITH (ROWLOCK) ";    ///< behind a table
+    std::string topNone = "TOP 0 ";             ///< behind SELECT, for the columns without rows
+    std::string limitNone;                      ///< the same at the end of the statement
+    std::string yes = "1";                      ///< literals of a column of two values
+    std::string no = "0";
+};
+
+/// A column whose type a server or its driver tells otherwise.
+struct OtherType {
+    std::string column;
+    DataType type;
+    std::int32_t size;
 };
 
 class BackendContext {
@@ -40,6 +60,8 @@ public:
     /// number, into SHORT_TEXT and WHOLE of `table`. @return its name
     virtual std::string insertProcedure(Connection& connection, std::string_view table) = 0;
 
+    virtual Words words() const { return {}; }
+    virtual std::vector<OtherType> otherTypes() const { return {}; }
     virtual std::vector<Quirk> quirks() const { return {}; }
 };
 

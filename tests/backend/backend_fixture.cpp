@@ -4,6 +4,7 @@
 #include <random>
 
 #include "tamarok/convert.h"
+#include "tamarok/text.h"
 
 namespace tamarok::ado::backend {
 
@@ -13,7 +14,8 @@ const std::string& processToken()
     return token;
 }
 
-BackendTest::BackendTest() : context{makeBackendContext()}, table{"TMT_ROWS_"}, connection{context->connect()}
+BackendTest::BackendTest() :
+    context{makeBackendContext()}, words{context->words()}, table{"TMT_ROWS_"}, connection{context->connect()}
 {
     table += processToken();
     connection->Execute(context->dropTable(table));
@@ -36,6 +38,19 @@ std::optional<std::string> BackendTest::quirk(std::string_view name) const
     for (const Quirk& known : context->quirks())
         if (known.name == name) return known.reason;
     return std::nullopt;
+}
+
+void BackendTest::expectName(const std::string& name, std::string_view wanted) const
+{
+    if (quirk("folded_names"))
+        EXPECT_EQ(text::toUpper(name), text::toUpper(wanted));
+    else
+        EXPECT_EQ(name, wanted);
+}
+
+void BackendTest::expectCount(const Variant& value, std::int32_t wanted) const
+{
+    EXPECT_EQ(value, quirk("wide_counts") ? Variant{std::int64_t{wanted}} : Variant{wanted});
 }
 
 void BackendTest::fill(int count)

@@ -24,6 +24,15 @@ protected:
     /// Reason of a quirk of this back end, or nothing.
     std::optional<std::string> quirk(std::string_view name) const;
 
+    /// Whether a name is the expected one, in any case where the server folds names.
+    void expectName(const std::string& name, std::string_view wanted) const;
+
+    /// Whether a count or sum of whole numbers is the expected one, of the type that the server gives it.
+    void expectCount(const Variant& value, std::int32_t wanted) const;
+
+    /// A text with characters of each length in UTF-8 that the driver lets pass.
+    std::string tree() const { return quirk("no_wide_planes") ? "Lärche €" : "Lärche 🌲"; }
+
     /// Inserts rows (WHOLE 1 to `count`, SHORT_TEXT "row 1" ...).
     void fill(int count);
     /// "SELECT columns FROM table rest".
@@ -37,6 +46,7 @@ protected:
     std::int64_t count(std::string_view rest = {}) const;
 
     std::unique_ptr<BackendContext> context;
+    Words words;
     std::string table;
     ConnectionRef connection;
 };

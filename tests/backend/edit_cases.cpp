@@ -14,10 +14,10 @@ TEST_F(BackendEdits, UpdateWritesTheChangedFields)
 {
     fill(2);
     const auto rows = edit();
-    rows->Fields().Item("SHORT_TEXT").Value("Lärche 🌲");
+    rows->Fields().Item("SHORT_TEXT").Value(tree());
     rows->Fields().Item("AMOUNT").Value(1.5);
     rows->Update();
-    EXPECT_EQ(scalar(select("SHORT_TEXT", "WHERE WHOLE = 1")), Variant{"Lärche 🌲"});
+    EXPECT_EQ(scalar(select("SHORT_TEXT", "WHERE WHOLE = 1")), Variant{tree()});
     EXPECT_EQ(scalar(select("AMOUNT", "WHERE WHOLE = 1")), Variant{1.5});
     EXPECT_EQ(scalar(select("SHORT_TEXT", "WHERE WHOLE = 2")), Variant{"row 2"});
     rows->Fields().Item("SHORT_TEXT").Value(Null{});
@@ -35,7 +35,7 @@ TEST_F(BackendEdits, AddNewGivesTheRowAsTheDatabaseKeepsIt)
     EXPECT_EQ(count(), 1);
     EXPECT_EQ(rows->Fields().Item("ID").Value(), scalar(select("MAX(ID)")));
     EXPECT_EQ(rows->Fields().Item("WHOLE").Value(), Variant{5});
-    EXPECT_EQ(rows->Fields().Item("SHORT_TEXT").BASETABLENAME(), table);
+    expectName(rows->Fields().Item("SHORT_TEXT").BASETABLENAME(), table);
 }
 
 TEST_F(BackendEdits, CancelUpdateWritesNothing)
@@ -93,6 +93,7 @@ TEST_F(BackendEdits, AggregatesAreReadOnly)
     const auto rows = open(select("COUNT(*) AS N"), CursorType::OpenKeyset, LockType::Optimistic);
     EXPECT_EQ(errorNumber([&] { rows->AddNew(); }), errors::readOnlyRecordset);
     EXPECT_EQ(errorNumber([&] { rows->Delete(); }), errors::readOnlyRecordset);
+    if (quirk("no_row_locks")) return;
     Recordset locked;
     EXPECT_EQ(errorNumber([&] {
                   locked.Open(select("COUNT(*) AS N"), connection, CursorType::OpenDynamic, LockType::Pessimistic);

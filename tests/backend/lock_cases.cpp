@@ -10,6 +10,10 @@ protected:
         other->CommandTimeout(1);
         fill(2);
     }
+    void SetUp() override
+    {
+        if (const auto reason = quirk("no_row_locks")) GTEST_SKIP() << *reason;
+    }
 
     std::shared_ptr<Recordset> hold(std::string_view rest)
     {
@@ -78,10 +82,10 @@ TEST_F(BackendLocks, SecondLockOnARowTimesOut)
 
 TEST_F(BackendLocks, RowInsertedAfterOpeningIsLockedByMoveFirst)
 {
-    const auto rows = open(select("*", "WITH (ROWLOCK) WHERE ID IN (SELECT ID FROM " + table + " WHERE WHOLE = 9)"),
+    const auto rows = open(select("*", words.rowLock + "WHERE ID IN (SELECT ID FROM " + table + " WHERE WHOLE = 9)"),
                            CursorType::OpenDynamic, LockType::Pessimistic);
     EXPECT_TRUE(rows->AtEOF());
-    connection->Execute("SET NOCOUNT ON\r\n" + insert("WHOLE", "9"));
+    connection->Execute(words.noCount + insert("WHOLE", "9"));
     rows->MoveFirst();
     EXPECT_EQ(rows->Fields().Item("WHOLE").Value(), Variant{9});
     EXPECT_EQ(errorNumber([&] { removeElsewhere(9); }), errors::timeout);

@@ -22,13 +22,15 @@ TEST_F(BackendStatements, ExecuteCountsTheRowsTouched)
 
 TEST_F(BackendStatements, BatchRunsAllItsStatements)
 {
-    connection->Execute(insert("WHOLE", "1") + "\r\n" + insert("WHOLE", "2") + "; " + insert("WHOLE", "3"));
+    if (const auto reason = quirk("no_batches")) GTEST_SKIP() << *reason;
+    connection->Execute(insert("WHOLE", "1") + words.next + insert("WHOLE", "2") + "; " + insert("WHOLE", "3"));
     EXPECT_EQ(count(), 3);
 }
 
 TEST_F(BackendStatements, OpenGivesTheFirstResultSetOfABatch)
 {
-    const auto rows = open("SET NOCOUNT ON\r\n" + insert("WHOLE", "4") + "\r\n" + select("WHOLE"));
+    if (const auto reason = quirk("no_batches")) GTEST_SKIP() << *reason;
+    const auto rows = open(words.noCount + insert("WHOLE", "4") + words.next + select("WHOLE"));
     ASSERT_EQ(rows->State(), ObjectState::Open);
     EXPECT_EQ(rows->Fields().Item(0).Value(), Variant{4});
 }
@@ -48,6 +50,7 @@ TEST_F(BackendStatements, ExecuteDropsAResultSet)
 
 TEST_F(BackendStatements, ProcedureTakesItsParameters)
 {
+    if (const auto reason = quirk("no_procedures")) GTEST_SKIP() << *reason;
     Command command;
     command.ActiveConnection = connection;
     command.CommandType = CommandType::StoredProcedure;
@@ -120,6 +123,7 @@ TEST_F(BackendStatements, FailedConversionAndDivisionAreRefused)
 {
     fill(1);
     connection->Execute("UPDATE " + table + " SET SHORT_TEXT = 'no number', AMOUNT = 0");
+    if (const auto reason = quirk("lenient_values")) GTEST_SKIP() << *reason;
     const auto run = [&](const std::string& statement) { open(statement)->GetRows(); };
     EXPECT_NE(errorNumber([&] { run(select("CAST(SHORT_TEXT AS INT)")); }), 0);
     EXPECT_NE(errorNumber([&] { run(select("1 / AMOUNT")); }), 0);
@@ -143,7 +147,7 @@ TEST_F(BackendStatements, KeyThatIsThereAlready)
     const std::string statement = "INSERT INTO " + keys + " (CODE) VALUES ('A')";
     connection->Execute(statement);
     EXPECT_EQ(errorNumber([&] { connection->Execute(statement); }), errors::constraintViolated);
-    EXPECT_EQ(scalar("SELECT COUNT(*) FROM " + keys), Variant{1});
+    expectCount(scalar("SELECT COUNT(*) FROM " + keys), 1);
     connection->Execute(context->dropTable(keys));
 }
 

@@ -8,6 +8,14 @@ namespace tamarok::ado::backend {
 
 class BackendValues : public BackendTest {
 protected:
+    /// The type of a column as this server tells it.
+    OtherType expected(const auto& standard) const
+    {
+        for (const OtherType& other : context->otherTypes())
+            if (other.column == standard.column) return other;
+        return {standard.column, standard.type, standard.size};
+    }
+
     /// Writes a literal into a column and reads it back.
     Variant roundTrip(std::string_view column, std::string_view literal)
     {
@@ -41,10 +49,11 @@ constexpr ColumnCase standardColumns[]{
 TEST_F(BackendValues, TypesAndDefinedSizes)
 {
     for (const char* rest : {"", "WHERE 1 = 0"}) {
-        for (const ColumnCase& wanted : standardColumns) {
+        for (const ColumnCase& standard : standardColumns) {
+            const OtherType wanted = expected(standard);
             const auto rows = open(select(wanted.column, rest));
             const Field& field = rows->Fields().Item(0);
-            EXPECT_EQ(field.Name(), wanted.column);
+            expectName(field.Name(), wanted.column);
             EXPECT_EQ(field.Type(), wanted.type) << wanted.column;
             EXPECT_EQ(field.DefinedSize(), wanted.size) << wanted.column;
         }
@@ -54,7 +63,7 @@ TEST_F(BackendValues, TypesAndDefinedSizes)
 TEST_F(BackendValues, TypesOfTheFirstNoRows)
 {
     fill(1);
-    const auto rows = open("SELECT TOP 0 SHORT_TEXT FROM " + table);
+    const auto rows = open("SELECT " + words.topNone + "SHORT_TEXT FROM " + table + words.limitNone);
     EXPECT_TRUE(rows->AtEOF());
     EXPECT_EQ(rows->Fields().Item("SHORT_TEXT").Type(), DataType::VarWChar);
     EXPECT_EQ(rows->Fields().Item("SHORT_TEXT").DefinedSize(), 40);
@@ -64,13 +73,13 @@ TEST_F(BackendValues, BaseNamesOfColumnsAndExpressions)
 {
     const auto rows = open(select("SHORT_TEXT AS LABEL, WHOLE + 1 AS NEXT_WHOLE, T.AMOUNT", "AS T"));
     const FieldCollection& fields = rows->Fields();
-    EXPECT_EQ(fields.Item(0).Name(), "LABEL");
-    EXPECT_EQ(fields.Item(0).BASECOLUMNNAME(), "SHORT_TEXT");
-    EXPECT_EQ(fields.Item(0).BASETABLENAME(), table);
-    EXPECT_EQ(fields.Item(1).Name(), "NEXT_WHOLE");
+    expectName(fields.Item(0).Name(), "LABEL");
+    expectName(fields.Item(0).BASECOLUMNNAME(), "SHORT_TEXT");
+    expectName(fields.Item(0).BASETABLENAME(), table);
+    expectName(fields.Item(1).Name(), "NEXT_WHOLE");
     EXPECT_EQ(fields.Item(1).BASECOLUMNNAME(), "");
     EXPECT_EQ(fields.Item(1).BASETABLENAME(), "");
-    EXPECT_EQ(fields.Item(2).BASECOLUMNNAME(), "AMOUNT");
+    expectName(fields.Item(2).BASECOLUMNNAME(), "AMOUNT");
 }
 
 TEST_F(BackendValues, NullInEveryColumn)
@@ -90,16 +99,20 @@ TEST_F(BackendValues, NumbersKeepTypeAndValue)
     EXPECT_EQ(roundTrip("SMALL", "-32768"), Variant{std::numeric_limits<std::int16_t>::min()});
     EXPECT_EQ(roundTrip("TINY", "255"), Variant{std::int16_t{255}});
     EXPECT_EQ(roundTrip("BIG", "9223372036854775807"), Variant{std::numeric_limits<std::int64_t>::max()});
-    EXPECT_EQ(roundTrip("AMOUNT", "1234567.123456789"), Variant{1234567.123456789});
+    if (!quirk("inexact_doubles")) {
+        EXPECT_EQ(roundTrip("AMOUNT", "1234567.123456789"), Variant{1234567.123456789});
+    }
     EXPECT_EQ(roundTrip("AMOUNT", "-0.1"), Variant{-0.1});
     EXPECT_EQ(roundTrip("AMOUNT", "3"), Variant{3.0});
 }
 
 TEST_F(BackendValues, Booleans)
 {
-    EXPECT_EQ(roundTrip("ACTIVE", "1"), Variant{true});
-    EXPECT_EQ(roundTrip("ACTIVE", "0"), Variant{false});
-    EXPECT_EQ(roundTrip("ACTIVE", "5"), Variant{true});
+    EXPECT_EQ(roundTrip("ACTIVE", words.yes), Variant{true});
+    EXPECT_EQ(roundTrip("ACTIVE", words.no), Variant{false});
+    if (!quirk("strict_booleans")) {
+        EXPECT_EQ(roundTrip("ACTIVE", "5"), Variant{true});
+    }
 }
 
 TEST_F(BackendValues, Dates)
@@ -113,13 +126,20 @@ TEST_F(BackendValues, Dates)
 
 TEST_F(BackendValues, Texts)
 {
-    EXPECT_EQ(roundTrip("SHORT_TEXT", "N''"), Variant{""});
-    EXPECT_EQ(roundTrip("SHORT_TEXT", "N'äöüÄÖÜß Žluťoučký'"), Variant{"äöüÄÖÜß Žluťoučký"});
-    EXPECT_EQ(roundTrip("SHORT_TEXT", "N'🌲 fir 🌳'"), Variant{"🌲 fir 🌳"});
-    EXPECT_EQ(roundTrip("SHORT_TEXT", "N'O''Neill \"x\" [y]'"), Variant{"O'Neill \"x\" [y]"});
-    EXPECT_EQ(roundTrip("SHORT_TEXT", "N'two\r\nlines'"), Variant{"two\r\nlines"});
-    EXPECT_EQ(roundTrip("SHORT_TEXT", "N' blanks  '"), Variant{" blanks  "});
-    EXPECT_EQ(roundTrip("FIXED_TEXT", "N'ab'"), Variant{"ab   "});
+    const auto text = [this](const std::string& literal) {
+        return roundTrip("SHORT_TEXT", words.national + "'" + literal + "'");
+    };
+    EXPECT_EQ(text(""), Variant{""});
+    EXPECT_EQ(text("äöüÄÖÜß Žluťoučký"), Variant{"äöüÄÖÜß Žluťoučký"});
+    if (!quirk("no_wide_planes")) {
+        EXPECT_EQ(text("🌲 fir 🌳"), Variant{"🌲 fir 🌳"});
+    }
+    EXPECT_EQ(text("O''Neill \"x\" [y]"), Variant{"O'Neill \"x\" [y]"});
+    EXPECT_EQ(text("two\r\nlines"), Variant{"two\r\nlines"});
+    EXPECT_EQ(text(" blanks  "), Variant{" blanks  "});
+    if (!quirk("no_padding")) {
+        EXPECT_EQ(roundTrip("FIXED_TEXT", words.national + "'ab'"), Variant{"ab   "});
+    }
 }
 
 TEST_F(BackendValues, TextOfTenThousandCharacters)
@@ -127,7 +147,7 @@ TEST_F(BackendValues, TextOfTenThousandCharacters)
     std::string text;
     while (text.size() < 20000)
         text += "ä";
-    EXPECT_EQ(roundTrip("LONG_TEXT", "N'" + text + "'"), Variant{text});
+    EXPECT_EQ(roundTrip("LONG_TEXT", words.national + "'" + text + "'"), Variant{text});
 }
 
 TEST_F(BackendValues, TextOfExactlyTheColumnsWidth)
@@ -135,11 +155,12 @@ TEST_F(BackendValues, TextOfExactlyTheColumnsWidth)
     std::string text;
     for (int character = 0; character < 40; ++character)
         text += "ü";
-    EXPECT_EQ(roundTrip("SHORT_TEXT", "N'" + text + "'"), Variant{text});
+    EXPECT_EQ(roundTrip("SHORT_TEXT", words.national + "'" + text + "'"), Variant{text});
 }
 
 TEST_F(BackendValues, TextWiderThanTheColumnIsRefused)
 {
+    if (const auto reason = quirk("lenient_values")) GTEST_SKIP() << *reason;
     EXPECT_EQ(errorNumber([&] { connection->Execute(insert("SHORT_TEXT", "'" + std::string(41, 'x') + "'")); }),
               errors::statementRefused);
     EXPECT_EQ(count(), 0);
@@ -154,7 +175,7 @@ TEST_F(BackendValues, ParametersOfAText)
         command.Parameters().push_back(
             command.CreateParameter("", type, ParameterDirection::Input, size, std::move(value)));
     };
-    append(DataType::VarWChar, "O'Neill 🌲", 40);
+    append(DataType::VarWChar, tree(), 40);
     append(DataType::Integer, 7);
     append(DataType::Double, 1.25);
     append(DataType::DBTimeStamp, makeDate(2024, 3, 5));
@@ -163,13 +184,14 @@ TEST_F(BackendValues, ParametersOfAText)
     append(DataType::LongVarWChar, Null{});
     EXPECT_EQ(command.Execute(), 1);
     const auto rows = open(select("SHORT_TEXT, WHOLE, AMOUNT, FELLED, ACTIVE, BIG, LONG_TEXT"));
-    EXPECT_EQ(rows->GetRows().elements(), (std::vector<Variant>{"O'Neill 🌲", 7, 1.25, makeDate(2024, 3, 5), true,
-                                                                std::int64_t{5000000000}, Null{}}));
+    EXPECT_EQ(rows->GetRows().elements(),
+              (std::vector<Variant>{tree(), 7, 1.25, makeDate(2024, 3, 5), true, std::int64_t{5000000000}, Null{}}));
 }
 
 TEST_F(BackendValues, TextWithAZeroCharacter)
 {
     using namespace std::string_literals;
+    if (const auto reason = quirk("no_zero_character")) GTEST_SKIP() << *reason;
     Command command;
     command.ActiveConnection = connection;
     command.CommandText = insert("SHORT_TEXT", "?");
@@ -189,7 +211,7 @@ TEST_F(BackendValues, RepeatedCommandTakesItsNewValues)
         command.Parameters()[0].value = row;
         command.Execute();
     }
-    EXPECT_EQ(scalar(select("SUM(WHOLE)")), Variant{5050});
+    expectCount(scalar(select("SUM(WHOLE)")), 5050);
 }
 
 } // namespace tamarok::ado::backend

@@ -137,8 +137,7 @@ void PostgresServer::stop()
 /// PostgreSQL refuses to run as root. Its output goes to a file: the server would keep a pipe open.
 void PostgresServer::command(const std::string& arguments) const
 {
-    const std::string user =
-        ::geteuid() == 0 ? "setpriv --reuid=65534 --regid=65534 --clear-groups " : std::string{};
+    const std::string user = ::geteuid() == 0 ? "setpriv --reuid=65534 --regid=65534 --clear-groups " : std::string{};
     const std::string log = (folder_ / "commands.log").string();
     const std::string line =
         "cd '" + folder_.path().string() + "' && " + user + programs_ + "/" + arguments + " >>'" + log + "' 2>&1";

@@ -4,7 +4,8 @@
 
 #include "tamarok/ado.h"
 
-/// Connections to a server through its ODBC driver: SQL Server, the open T-SQL server on PostgreSQL, PostgreSQL, SQLite.
+/// Connections to a server through its ODBC driver: SQL Server, the open T-SQL server on PostgreSQL, PostgreSQL,
+/// SQLite.
 namespace tamarok::odbc {
 
 /// Opens what a connection text names, in one of two styles:
@@ -18,8 +19,8 @@ namespace tamarok::odbc {
 /// or DYM. The opening sets that order in the server and reads a date back.
 ///
 /// The connection text of the connection, messages and the session's errors never contain the password.
-/// Errors: 5 for a text of another form, which names the place but not the text; 0x80004005 with SQLSTATE, native number
-/// and text of the driver where the connection fails, and where the server does not take the date order.
+/// Errors: 5 for a text of another form, which names the place but not the text; 0x80004005 with SQLSTATE, native
+/// number and text of the driver where the connection fails, and where the server does not take the date order.
 ado::ConnectionRef connectText(std::string_view connectionText);
 
 } // namespace tamarok::odbc
