@@ -86,6 +86,18 @@ private:
     std::size_t part_ = 0;
 };
 
+/// Whether a part of the text begins with "Provider=". The text is not read for it, since reading depends on the
+/// answer.
+bool namesProvider(std::string_view text)
+{
+    while (!text.empty()) {
+        const std::string_view part = text.substr(0, text.find(';'));
+        if (text::equalsNoCase(trimmed(part.substr(0, part.find('='))), "Provider")) return true;
+        text.remove_prefix(std::min(part.size() + 1, text.size()));
+    }
+    return false;
+}
+
 std::vector<ConnectionProperty> readParts(std::string_view text, bool withQuotes)
 {
     std::vector<ConnectionProperty> properties;
@@ -141,9 +153,13 @@ bool isPassword(const std::string& name)
     return text::equalsNoCase(name, "Password") || text::equalsNoCase(name, "PWD");
 }
 
-std::string braced(std::string_view value)
+/// FreeTDS knows no doubled brace: a brace ends the value where a semicolon or the end follows.
+std::string braced(std::string_view value, bool freetds)
 {
-    return "{" + text::replaceAll(value, "}", "}}") + "}";
+    if (!freetds) return "{" + text::replaceAll(value, "}", "}}") + "}";
+    if (value.find("};") == std::string_view::npos) return "{" + std::string{value} + "}";
+    throw Error{errors::invalidArgument, "Connection text: FreeTDS takes no value that contains \"};\".",
+                std::string{sourceName}};
 }
 
 /// The text for the user: in braces, which both styles read, where a value needs them.
@@ -194,10 +210,7 @@ void splitPort(std::vector<ConnectionProperty>& properties)
 ConnectionTarget parseConnectionText(std::string_view text)
 {
     // Quotes enclose a value in ADO style, which a Provider shows; in ODBC style they are part of it.
-    const auto isProvider = [](const ConnectionProperty& p) { return text::equalsNoCase(p.name, "Provider"); };
-    std::vector<ConnectionProperty> given = readParts(text, false);
-    const bool adoStyle = std::ranges::any_of(given, isProvider);
-    if (adoStyle) given = readParts(text, true);
+    const std::vector<ConnectionProperty> given = readParts(text, namesProvider(text));
     ConnectionTarget target;
     target.shownText = shown(given);
     for (const ConnectionProperty& property : given) {
@@ -218,11 +231,13 @@ ConnectionTarget parseConnectionText(std::string_view text)
 
 std::string composeDriverText(const std::vector<ConnectionProperty>& properties)
 {
+    const std::string* const driver = findProperty(properties, "DRIVER");
+    const bool freetds = driver != nullptr && text::findNoCase(*driver, "tds") != 0;
     std::string text;
     for (const ConnectionProperty& property : properties) {
         const bool special = property.value.find_first_of("[]{}(),;?*=!@'\"") != std::string::npos ||
                              trimmed(property.value) != property.value;
-        text += property.name + "=" + (special ? braced(property.value) : property.value) + ";";
+        text += property.name + "=" + (special ? braced(property.value, freetds) : property.value) + ";";
     }
     return text;
 }

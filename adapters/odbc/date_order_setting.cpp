@@ -10,6 +10,7 @@
 #include "tamarok_tsql/date_order.h"
 
 #include "tamarok/convert.h"
+#include "tamarok/platform.h"
 #include "tamarok/text.h"
 
 namespace tamarok::odbc {
@@ -59,7 +60,36 @@ void applyToTsql(Link& link, const ProbeRow& probe)
                           "connection text (DMY, MDY and YMD work everywhere).");
 }
 
+/// The order of day, month and year in a date pattern such as "dd.MM.yyyy"; texts in quotes do not count. Empty for a
+/// pattern that lacks one of them or has the year in the middle.
+std::string orderOf(std::string_view pattern)
+{
+    std::string order;
+    bool quoted = false;
+    for (const char letter : pattern) {
+        if (letter == '\'') quoted = !quoted;
+        const char part = letter == 'M' ? 'm' : letter;
+        const bool isPart = part == 'd' || part == 'm' || part == 'y';
+        if (!quoted && isPart && order.find(part) == std::string::npos) order.push_back(part);
+    }
+    return order.size() == 3 && order[1] != 'y' ? order : std::string{};
+}
+
 } // namespace
+
+void tellRegionalOrder(Link& link, std::string& told)
+{
+    const std::string order = orderOf(Platform::current().regional.shortDate);
+    if (!link.traits().nestsTransactions || order == told) return;
+    const std::string value = order.empty() ? "NULL" : "N'" + order + "'";
+    try {
+        link.runToEnd({.text = "EXEC sp_set_session_context N'tamarok_date_order', " + value});
+    } catch (const Error& error) {
+        constexpr std::int32_t procedureUnknown = 2812;
+        if (error.nativeError != procedureUnknown) throw;
+    }
+    told = order;
+}
 
 void applyDateOrder(Link& link)
 {

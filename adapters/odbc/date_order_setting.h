@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 namespace tamarok::odbc {
 
 class Link;
@@ -7,9 +9,12 @@ class Link;
 /// Gives the server the date order of the connection, once, when it is opened, and reads a date back. A server that
 /// takes SET DATEFORMAT without effect is told in its own way. Error 0x80004005, which names the remedy, where the date
 /// is still read in another order: no statement may swap day and month silently.
-///
-/// A server with session contexts is also told the order of the machine's short dates, which the stored procedures of
-/// the system read there.
 void applyDateOrder(Link& link);
+
+/// Tells a T-SQL server the order of the short dates of this thread's regional settings, under the name by which the
+/// stored procedures of the system read it from the session context. A server without session contexts, before SQL
+/// Server 2016, is not told; the procedures then go by the form of a date.
+/// @param told  the order that the server was told last; empty for none
+void tellRegionalOrder(Link& link, std::string& told);
 
 } // namespace tamarok::odbc

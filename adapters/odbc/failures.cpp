@@ -84,11 +84,15 @@ bool readRecord(SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT number, Diagnost
     return true;
 }
 
+bool isFailure(const Diagnostic& diagnostic)
+{
+    return !diagnostic.state.starts_with("01") && !diagnostic.state.starts_with("00");
+}
+
 /// Messages and warnings may stand before the record of the failure.
 const Diagnostic* firstFailure(const std::vector<Diagnostic>& diagnostics)
 {
-    const auto found =
-        std::ranges::find_if(diagnostics, [](const Diagnostic& d) { return !d.state.starts_with("01"); });
+    const auto found = std::ranges::find_if(diagnostics, isFailure);
     if (found != diagnostics.end()) return &*found;
     return diagnostics.empty() ? nullptr : diagnostics.data();
 }
@@ -127,12 +131,9 @@ Error unsupported(std::string description)
     return Error{errors::readOnlyRecordset, std::move(description), std::string{sourceName}};
 }
 
-bool tellsLostConnection(const std::vector<Diagnostic>& diagnostics)
+bool tellsFailure(const std::vector<Diagnostic>& diagnostics)
 {
-    return std::ranges::any_of(diagnostics, [](const Diagnostic& d) {
-        // 57P01 to 57P03: PostgreSQL shuts down.
-        return d.state.starts_with("08") || d.state.starts_with("57P");
-    });
+    return std::ranges::any_of(diagnostics, isFailure);
 }
 
 } // namespace tamarok::odbc

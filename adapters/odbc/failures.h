@@ -40,7 +40,7 @@ Error providerFailure(std::string description);
 /// What the rows or the server do not support: Error 3251.
 Error unsupported(std::string description);
 
-/// Whether the records tell that the connection has gone.
-bool tellsLostConnection(const std::vector<Diagnostic>& diagnostics);
+/// Whether one of the records is more than a message or a warning.
+bool tellsFailure(const std::vector<Diagnostic>& diagnostics);
 
 } // namespace tamarok::odbc

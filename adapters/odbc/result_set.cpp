@@ -231,16 +231,16 @@ bool ResultSet::fetchBlock()
     return fetch();
 }
 
-/// A row of the block may have failed: the rows before it are given first, then its failure. `fetch` counts up, hence
+/// A row of the block may have failed: the rows before it are given first, then its failure. Some drivers mark that
+/// row; FreeTDS gives fewer rows, and the failure as a record of a call that has succeeded. `fetch` counts up, hence
 /// the position before the first row.
 void ResultSet::checkRows()
 {
     const auto end = states_.begin() + static_cast<std::ptrdiff_t>(rows_);
     const auto good = static_cast<SQLULEN>(std::find(states_.begin(), end, SQL_ROW_ERROR) - states_.begin());
-    if (good < rows_) {
-        pending_ = failure(readDiagnostics(SQL_HANDLE_STMT, statement_.get()));
-        rows_ = good;
-    }
+    const std::vector<Diagnostic> diagnostics = readDiagnostics(SQL_HANDLE_STMT, statement_.get());
+    if (good < rows_ || tellsFailure(diagnostics)) pending_ = failure(diagnostics);
+    rows_ = good;
     row_ = static_cast<SQLULEN>(-1);
 }
 

@@ -1,6 +1,7 @@
 #include "session.h"
 
 #include "cursor.h"
+#include "date_order_setting.h"
 #include "editable_cursor.h"
 #include "failures.h"
 
@@ -20,8 +21,15 @@ std::string_view OdbcSession::name() const
     return sourceName;
 }
 
+/// The procedures of the system read dates in the regional order of the caller.
+void OdbcSession::prepare(const ado::Statement& statement)
+{
+    if (statement.procedure) tellRegionalOrder(state_->link, regionalOrder_);
+}
+
 std::unique_ptr<ado::Cursor> OdbcSession::open(const ado::Statement& statement)
 {
+    prepare(statement);
     const bool editable = statement.lockType != ado::LockType::ReadOnly;
     if (!editable || statement.procedure) {
         auto cursor = std::make_unique<StreamCursor>(state_, statement);
@@ -35,6 +43,7 @@ std::unique_ptr<ado::Cursor> OdbcSession::open(const ado::Statement& statement)
 
 std::int64_t OdbcSession::execute(const ado::Statement& statement)
 {
+    prepare(statement);
     const std::string text = statementText(statement);
     return state_->link.runToEnd({text, statement.parameters, statement.timeoutSeconds});
 }

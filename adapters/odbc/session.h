@@ -36,7 +36,10 @@ public:
     void rollback() override { state_->link.rollback(); }
 
 private:
+    void prepare(const ado::Statement& statement);
+
     std::shared_ptr<SessionState> state_;
+    std::string regionalOrder_; ///< that the server was told last
 };
 
 /// The text that runs a statement: a procedure is called by the driver's escape sequence.
