@@ -9,7 +9,7 @@
 
 namespace tamarok::odbc {
 
-/// How the value of a column is read.
+/// How the value of a column is read; Text and the ones behind it have no fixed width.
 enum class Reading : std::uint8_t {
     Boolean,
     TinyInt,

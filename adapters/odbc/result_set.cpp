@@ -20,49 +20,6 @@ constexpr std::size_t mostBlockRows = 256;
 constexpr std::size_t mostBlockBytes = std::size_t{1} << 20U;
 constexpr std::size_t partBytes = std::size_t{1} << 16U;
 
-template <class Number>
-Number numberAt(const std::byte* bytes)
-{
-    Number number{};
-    std::memcpy(&number, bytes, sizeof number);
-    return number;
-}
-
-/// Nanoseconds are rounded to the milliseconds that a Date holds; the last ones of a day belong to the next day.
-Variant dateOf(const std::byte* bytes, bool timeOnly)
-{
-    const auto stamp = numberAt<SQL_TIMESTAMP_STRUCT>(bytes);
-    constexpr std::uint32_t nanosecondsOfMillisecond = 1'000'000;
-    constexpr std::int32_t millisecondsOfDay = 86'400'000;
-    const auto fraction =
-        static_cast<std::int32_t>((stamp.fraction + nanosecondsOfMillisecond / 2) / nanosecondsOfMillisecond);
-    std::int32_t milliseconds = ((stamp.hour * 60 + stamp.minute) * 60 + stamp.second) * 1000 + fraction;
-    std::int32_t day = timeOnly ? 0 : dayNumber(stamp.year, stamp.month, stamp.day);
-    if (milliseconds >= millisecondsOfDay) {
-        milliseconds -= millisecondsOfDay;
-        if (!timeOnly) ++day;
-    }
-    return joinDate(day, milliseconds);
-}
-
-/// A value of fixed width as the driver has written it.
-Variant fixedValue(Reading reading, const std::byte* value)
-{
-    switch (reading) {
-    case Reading::Boolean: return numberAt<unsigned char>(value) != 0;
-    case Reading::TinyInt: return static_cast<std::int16_t>(numberAt<unsigned char>(value));
-    case Reading::SmallInt: return numberAt<std::int16_t>(value);
-    case Reading::Integer: return numberAt<std::int32_t>(value);
-    case Reading::BigInt: return numberAt<std::int64_t>(value);
-    case Reading::Double: return numberAt<double>(value);
-    case Reading::Date: return dateOf(value, false);
-    case Reading::TimeOfDay: return dateOf(value, true);
-    case Reading::Text:
-    case Reading::Binary: break;
-    }
-    return Null{};
-}
-
 /// Binary values are shown as 0x and their bytes in hexadecimal.
 std::string hexText(std::span<const std::byte> bytes)
 {
@@ -111,6 +68,24 @@ bool namesType(std::string_view typeName, std::string_view wanted)
 }
 
 } // namespace
+
+/// Nanoseconds are rounded to the milliseconds that a Date holds; the last ones of a day belong to the next day.
+Variant dateValue(const std::byte* bytes, bool timeOnly)
+{
+    SQL_TIMESTAMP_STRUCT stamp{};
+    std::memcpy(&stamp, bytes, sizeof stamp);
+    constexpr std::uint32_t nanosecondsOfMillisecond = 1'000'000;
+    constexpr std::int32_t millisecondsOfDay = 86'400'000;
+    const auto fraction =
+        static_cast<std::int32_t>((stamp.fraction + nanosecondsOfMillisecond / 2) / nanosecondsOfMillisecond);
+    std::int32_t milliseconds = ((stamp.hour * 60 + stamp.minute) * 60 + stamp.second) * 1000 + fraction;
+    std::int32_t day = timeOnly ? 0 : dayNumber(stamp.year, stamp.month, stamp.day);
+    if (milliseconds >= millisecondsOfDay) {
+        milliseconds -= millisecondsOfDay;
+        if (!timeOnly) ++day;
+    }
+    return joinDate(day, milliseconds);
+}
 
 ResultSet::ResultSet(StatementHandle statement, const ServerTraits& traits) : statement_{std::move(statement)}
 {
@@ -258,25 +233,14 @@ void ResultSet::fail()
     throw failure(readDiagnostics(SQL_HANDLE_STMT, statement_.get()));
 }
 
-Variant ResultSet::value(std::size_t column)
+Variant ResultSet::valueInParts(std::size_t column)
 {
-    if (column < bound_) [[likely]]
-        return boundValue(columns_[column]);
     if (column >= columns_.size())
         throw Error{errors::itemNotFound, "The result has no column " + std::to_string(column) + ".",
                     std::string{sourceName}};
     while (parts_.size() <= column - bound_)
         readParts(bound_ + parts_.size());
     return parts_[column - bound_];
-}
-
-Variant ResultSet::boundValue(const Column& column) const
-{
-    const SQLLEN length = column.lengths[row_];
-    if (length == SQL_NULL_DATA) return Null{};
-    const std::byte* const value = column.values.data() + row_ * column.type.width;
-    const bool variable = column.type.reading == Reading::Text || column.type.reading == Reading::Binary;
-    return variable ? textOf(column, value, length) : fixedValue(column.type.reading, value);
 }
 
 /// A value that is longer than its column was described would be cut, which must not pass silently.

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <optional>
 #include <vector>
 
@@ -12,6 +14,31 @@
 #include "tamarok/error.h"
 
 namespace tamarok::odbc {
+
+/// The value of a TIMESTAMP_STRUCT, without its day if only the time counts.
+Variant dateValue(const std::byte* bytes, bool timeOnly);
+
+/// A value of fixed width as the driver has written it.
+inline Variant fixedValue(Reading reading, const std::byte* bytes)
+{
+    const auto number = [bytes](auto value) {
+        std::memcpy(&value, bytes, sizeof value);
+        return value;
+    };
+    switch (reading) {
+    case Reading::Boolean: return number(SQLCHAR{}) != 0;
+    case Reading::TinyInt: return static_cast<std::int16_t>(number(SQLCHAR{}));
+    case Reading::SmallInt: return number(std::int16_t{});
+    case Reading::Integer: return number(std::int32_t{});
+    case Reading::BigInt: return number(std::int64_t{});
+    case Reading::Double: return number(0.0);
+    case Reading::Date: return dateValue(bytes, false);
+    case Reading::TimeOfDay: return dateValue(bytes, true);
+    case Reading::Text:
+    case Reading::Binary: break;
+    }
+    return Null{};
+}
 
 /// The rows of an executed statement, read forward. Columns before the first long one are bound, so that a block of
 /// rows comes with one call; the others are read in parts, in rising order, as drivers demand it.
@@ -37,7 +64,16 @@ public:
     }
 
     /// The value of a column in the current row. Columns behind the first long one are kept for further calls.
-    Variant value(std::size_t column);
+    Variant value(std::size_t column)
+    {
+        if (column >= bound_) return valueInParts(column);
+        const Column& bound = columns_[column];
+        const SQLLEN length = bound.lengths[row_];
+        if (length == SQL_NULL_DATA) return Null{};
+        const std::byte* const bytes = bound.values.data() + row_ * bound.type.width;
+        if (bound.type.reading >= Reading::Text) return textOf(bound, bytes, length);
+        return fixedValue(bound.type.reading, bytes);
+    }
 
     SQLHANDLE handle() const noexcept { return statement_.get(); }
 
@@ -55,7 +91,7 @@ private:
     bool fetchBlock();
     void checkRows();
     void finishBatch();
-    Variant boundValue(const Column& column) const;
+    Variant valueInParts(std::size_t column);
     Variant textOf(const Column& column, const std::byte* value, SQLLEN length) const;
     void readParts(std::size_t column);
     [[noreturn]] void fail();

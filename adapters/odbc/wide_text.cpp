@@ -1,5 +1,8 @@
 #include "wide_text.h"
 
+#include <algorithm>
+#include <array>
+
 #include "tamarok/text.h"
 
 namespace tamarok::odbc {
@@ -11,6 +14,44 @@ constexpr char32_t replacement = 0xFFFD;
 constexpr bool isLowSurrogate(SQLWCHAR unit) noexcept
 {
     return unit >= 0xDC00 && unit < 0xE000;
+}
+
+/// Units that are converted in one go. One more may be read, the second half of a character of two units.
+constexpr std::size_t portion = 128;
+
+constexpr char byteOf(char32_t bits) noexcept
+{
+    return static_cast<char>(static_cast<unsigned char>(bits));
+}
+
+constexpr char tailOf(char32_t bits) noexcept
+{
+    return byteOf(0x80U | (bits & 0x3FU));
+}
+
+/// Each writes one character and returns the place behind it.
+char* write2(char* out, char32_t character) noexcept
+{
+    *out++ = byteOf(0xC0U | (character >> 6U));
+    *out++ = tailOf(character);
+    return out;
+}
+
+char* write3(char* out, char32_t character) noexcept
+{
+    *out++ = byteOf(0xE0U | (character >> 12U));
+    *out++ = tailOf(character >> 6U);
+    *out++ = tailOf(character);
+    return out;
+}
+
+char* write4(char* out, char32_t character) noexcept
+{
+    *out++ = byteOf(0xF0U | (character >> 18U));
+    *out++ = tailOf(character >> 12U);
+    *out++ = tailOf(character >> 6U);
+    *out++ = tailOf(character);
+    return out;
 }
 
 } // namespace
@@ -42,23 +83,24 @@ std::vector<SQLWCHAR> toWide(std::string_view text)
 
 void appendUtf8(std::string& text, std::span<const SQLWCHAR> wide)
 {
-    // Most texts are ASCII, and then as long as their units: they are written without growing the text in between.
-    const std::size_t start = text.size();
-    text.resize(start + wide.size());
-    std::size_t at = 0;
-    for (; at < wide.size() && wide[at] < 0x80; ++at)
-        text[start + at] = static_cast<char>(wide[at]);
-    if (at == wide.size()) return;
-    text.resize(start + at);
-    for (; at < wide.size(); ++at) {
-        char32_t character = wide[at];
-        if (isHighSurrogate(wide[at]) && at + 1 < wide.size() && isLowSurrogate(wide[at + 1])) {
-            character = 0x10000U + ((character - 0xD800U) << 10U) + (wide[at + 1] - 0xDC00U);
-            ++at;
-        } else if (isHighSurrogate(wide[at]) || isLowSurrogate(wide[at])) {
-            character = replacement;
+    // Written by portions into a buffer: a character at a time would check the text's capacity for each.
+    std::array<char, 3 * portion> bytes; // NOLINT(cppcoreguidelines-pro-type-member-init): filled before it is read
+    for (std::size_t at = 0; at < wide.size();) {
+        char* out = bytes.data();
+        const std::size_t end = std::min(wide.size(), at + portion - 1);
+        while (at < end) {
+            const SQLWCHAR unit = wide[at++];
+            if (unit < 0x80) [[likely]] {
+                *out++ = static_cast<char>(unit);
+            } else if (unit < 0x800) {
+                out = write2(out, unit);
+            } else if (isHighSurrogate(unit) && at < wide.size() && isLowSurrogate(wide[at])) {
+                out = write4(out, 0x10000U + ((unit - 0xD800U) << 10U) + (wide[at++] - 0xDC00U));
+            } else {
+                out = write3(out, isHighSurrogate(unit) || isLowSurrogate(unit) ? replacement : char32_t{unit});
+            }
         }
-        text::append(text, character);
+        text.append(bytes.data(), out);
     }
 }
 

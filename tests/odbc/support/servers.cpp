@@ -39,7 +39,7 @@ std::string withoutDatabase(const std::string& text)
 
 std::optional<std::string> findTsqlServer()
 {
-    const std::string text = environment("TAMAROK_TSQL");
+    const std::string text = environment("TAMAROK_TSQL_SERVER");
     if (!text.empty()) return withoutDatabase(text);
     const std::string command = environment("TAMAROK_TSQL_START");
     if (!command.empty()) {
@@ -47,7 +47,7 @@ std::optional<std::string> findTsqlServer()
         if (outcome.status != 0) throw std::runtime_error{"TAMAROK_TSQL_START failed: " + outcome.errors};
         return withoutDatabase(lastLine(outcome.output));
     }
-    tellSkipped("the T-SQL server: neither TAMAROK_TSQL nor TAMAROK_TSQL_START is set");
+    tellSkipped("the T-SQL server: neither TAMAROK_TSQL_SERVER nor TAMAROK_TSQL_START is set");
     return std::nullopt;
 }
 

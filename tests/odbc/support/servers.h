@@ -11,7 +11,7 @@
 /// The servers that the tests of the ODBC back end use.
 namespace tamarok::test {
 
-/// The connection text of the T-SQL server, without DATABASE: that of the environment variable TAMAROK_TSQL, or the
+/// The connection text of the T-SQL server, without DATABASE: that of the environment variable TAMAROK_TSQL_SERVER, or the
 /// last line that the command in TAMAROK_TSQL_START prints. Nothing where neither is set; one loud line then says so.
 const std::optional<std::string>& tsqlServer();
 
