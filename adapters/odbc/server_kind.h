@@ -47,6 +47,7 @@ struct ServerTraits {
     std::string_view rollback = "ROLLBACK";
     std::string_view lockTimeout =
         {}; ///< bounds waits: the milliseconds follow; empty where there is nothing of the kind
+    std::string_view probeTimeout = {};   ///< bounds waits for locks alone by a tenth of a second
     std::string_view endlessTimeout = {}; ///< what stands for no limit
 };
 

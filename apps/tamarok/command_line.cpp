@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <charconv>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -72,9 +73,20 @@ Sub<Options> add(CLI::App& program, const char* name, std::string_view help, int
 
 // ---- options of several commands ---------------------------------------------------------------
 
-void addDatabase(CLI::App& app, std::string& database)
+/// Option --odbc beside --db. Where the program was built without the back end, the help does not offer it; given all
+/// the same, it fails with the reason.
+void addOdbc(CLI::App& app, std::optional<std::string>& text, CLI::Option* file)
 {
-    app.add_option("--db", database, "database file")->type_name("FILE")->capture_default_str();
+    auto* odbc = app.add_option("--odbc", text, "connection text of a server, instead of a file")
+                     ->type_name("TEXT")
+                     ->excludes(file);
+    if (!hasOdbc()) odbc->group("");
+}
+
+void addDatabase(CLI::App& app, DatabaseChoice& database)
+{
+    addOdbc(app, database.odbc,
+            app.add_option("--db", database.file, "database file")->type_name("FILE")->capture_default_str());
 }
 
 void addVersion(CLI::App& app, std::string& version)
@@ -238,9 +250,7 @@ void addCall(CLI::App& program, Command& chosen)
 {
     const auto sub = add(program, "call", help::call, runCall, chosen);
     auto* database = sub.app->add_option("--db", sub.options->database, "database file")->type_name("FILE");
-    auto* odbc =
-        sub.app->add_option("--odbc", sub.options->odbc, "ODBC connection text")->type_name("TEXT")->excludes(database);
-    if (!hasOdbc()) odbc->group(""); // The help does not offer it; given all the same, it fails with the reason.
+    addOdbc(*sub.app, sub.options->odbc, database);
     addLocale(*sub.app, sub.options->locale, "the machine's by default");
 }
 

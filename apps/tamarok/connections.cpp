@@ -1,12 +1,16 @@
 #include "connections.h"
 
 #include <algorithm>
+#include <clocale>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "tamarok_embedded/backend.h"
 #include "tamarok_embedded/connect.h"
+#ifdef TAMAROK_WITH_ODBC
+#include "tamarok_odbc/backend.h"
+#endif
 
 #include "tamarok/convert.h"
 #include "tamarok/error.h"
@@ -46,6 +50,9 @@ ado::BackendRegistry backends()
 {
     ado::BackendRegistry registry;
     embedded::registerBackend(registry);
+#ifdef TAMAROK_WITH_ODBC
+    odbc::registerBackend(registry);
+#endif
     return registry;
 }
 
@@ -76,7 +83,19 @@ bool hasOdbc()
 
 ado::ConnectionRef openOdbc(std::string_view odbcText)
 {
+    // The driver manager converts for drivers without wide functions, by the locale of the process.
+    std::setlocale(LC_CTYPE, "");
     return backends().open(odbcProvider, odbcText);
+}
+
+ado::ConnectionRef openDatabase(const DatabaseChoice& choice)
+{
+    return choice.odbc ? openOdbc(*choice.odbc) : openDatabase(choice.file);
+}
+
+ado::ConnectionRef openForReading(const DatabaseChoice& choice)
+{
+    return choice.odbc ? openOdbc(*choice.odbc) : openForReading(choice.file);
 }
 
 } // namespace tamarok::cli

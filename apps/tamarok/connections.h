@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -15,6 +16,12 @@ ado::BackendRegistry backends();
 /// Errors as ado::BackendRegistry::open.
 ado::ConnectionRef openConnection(std::string_view connectionText);
 
+/// The database of a command: a file of the embedded database, or a server by the text of its connection.
+struct DatabaseChoice {
+    std::string file = "tamarok.db";
+    std::optional<std::string> odbc; ///< option --odbc; instead of the file
+};
+
 /// Option --db FILE: opens an embedded database file, which must exist, for reading and writing.
 /// Errors name the file and the reason.
 ado::ConnectionRef openDatabase(const std::string& file);
@@ -28,5 +35,10 @@ ado::ConnectionRef openForReading(const std::string& file);
 /// Option --odbc TEXT: opens a connection with the ODBC back end, which receives the text as it is.
 /// Error 3706 where the program was built without it.
 ado::ConnectionRef openOdbc(std::string_view odbcText);
+
+/// Opens what --db or --odbc has chosen, for reading and writing.
+ado::ConnectionRef openDatabase(const DatabaseChoice& choice);
+/// The same for a command that only reads. On a server, the rights of the user decide what can be written.
+ado::ConnectionRef openForReading(const DatabaseChoice& choice);
 
 } // namespace tamarok::cli

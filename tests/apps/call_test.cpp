@@ -56,7 +56,7 @@ void hold(Program& host, const std::string& name, std::size_t count)
 TEST(Call, ConversationWithoutDatabase)
 {
     Program host{{"call", "--locale", "de-AT"}};
-    hold(host, "values_and_objects.txt", 155);
+    hold(host, "values_and_objects.txt", 154);
 }
 
 TEST(Call, ConversationWithDatabase)

@@ -144,5 +144,17 @@ TEST(CommandLine, TheHelpOffersNothingThatAlwaysFails)
     EXPECT_NE(offered, missing) << outcome.errors;
 }
 
+TEST(CommandLine, PasswordsOfConnectionTextsAreNotShown)
+{
+    for (const char* const text : {"DSN=no_such_source;UID=u;PWD=hidden-word", "DSN=x;PWD=hidden-word;hidden-word"}) {
+        const Outcome call = run({"call"}, R"({"connect":"db2","odbc":")" + std::string{text} + "\"}");
+        EXPECT_NE(call.output.find("\"error\""), std::string::npos) << call.output;
+        EXPECT_EQ(call.output.find("hidden-word"), std::string::npos) << call.output;
+        const Outcome list = run({"list", "LOG", "1", "--odbc", text});
+        EXPECT_EQ(list.status, 1);
+        EXPECT_EQ(list.errors.find("hidden-word"), std::string::npos) << list.errors;
+    }
+}
+
 } // namespace
 } // namespace tamarok::test

@@ -18,7 +18,7 @@ int runDay(const DayOptions& options, Output& output)
         if (number > 0) output.write("\n");
         ++number;
         output.write(std::to_string(number) + ". " + std::string{step.title} + "\n\n");
-        step.run({session, output});
+        step.run({session, output, options.database});
         output.flush();
     }
     return 0;

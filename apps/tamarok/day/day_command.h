@@ -2,12 +2,13 @@
 
 #include <string>
 
+#include "connections.h"
 #include "print/output.h"
 
 namespace tamarok::cli {
 
 struct DayOptions {
-    std::string database = "tamarok.db";
+    DatabaseChoice database;
     std::string locale = "de-AT";
 };
 

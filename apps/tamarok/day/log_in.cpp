@@ -43,7 +43,7 @@ void showNavigation(const Context& context, const TmkVar& session)
 
 void logInAs(const Context& context, const Account& account)
 {
-    Workstation station{context.session, account};
+    Workstation station{context.session, context.database, account};
     const TmkVar& session = station.session();
     if (!station.logIn()) {
         context.output.write(station.message() + "\n");

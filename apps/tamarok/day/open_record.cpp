@@ -6,7 +6,6 @@
 #include "day/workstation.h"
 
 #include "tamarok/ado.h"
-#include "tamarok/connection_text.h"
 
 namespace tamarok::cli::day {
 
@@ -21,13 +20,16 @@ std::string someList(const TmkVar& session)
 }
 
 /// Logs in at the second workstation and opens the list there; false where that is refused.
-bool openElsewhere(SecondProcess& elsewhere, const std::string& file, const std::string& key)
+bool openElsewhere(SecondProcess& elsewhere, const DatabaseChoice& database, const std::string& key)
 {
     using nlohmann::json;
     const json session{{"$ref", "TmkVar"}};
     elsewhere.ask(json{{"session", {{"ID_User", colleague.user}, {"bolLan", true}}}}.dump());
     elsewhere.ask(json{{"new", "ADODB.Recordset"}, {"as", "rsLock"}}.dump());
-    elsewhere.ask(json{{"connect", "dbLock"}, {"db", file}}.dump());
+    const json where = database.odbc ? json{{"odbc", *database.odbc}} : json{{"db", database.file}};
+    json connect{{"connect", "dbLock"}};
+    connect.update(where);
+    elsewhere.ask(connect.dump());
     const auto call = [&](const char* operation, const json& arguments) {
         return elsewhere.ask(json{{"class", "Comm_Lock"}, {"op", operation}, {"args", arguments}}.dump());
     };
@@ -48,14 +50,13 @@ void showOpenRecord(const Context& context)
         return;
     }
     const std::string key = "'" + list + "'";
-    const std::string file = ado::connectionProperty(context.session.strConnection, "Data Source").value_or("");
-    SecondProcess elsewhere{file};
-    if (!openElsewhere(elsewhere, file, key)) {
+    SecondProcess elsewhere{context.database};
+    if (!openElsewhere(elsewhere, context.database, key)) {
         output.write("HUBER works at another workstation of this database already.\n");
         return;
     }
     output.write("HUBER has opened list " + list + " in a second process.\n");
-    Workstation station{context.session, ranger};
+    Workstation station{context.session, context.database, ranger};
     if (!station.logIn()) {
         output.write(station.message() + "\n");
         return;

@@ -37,7 +37,7 @@ void closeOnce(int& descriptor) noexcept
 
 /// Starts the program with its standard input and output tied to two pipes. Both ends are closed on
 /// execution, so that the child keeps only the two that become its streams.
-SecondProcess::SecondProcess(const std::string& databaseFile)
+SecondProcess::SecondProcess(const DatabaseChoice& database)
 {
     std::array<int, 2> in{-1, -1};
     std::array<int, 2> out{-1, -1};
@@ -47,7 +47,8 @@ SecondProcess::SecondProcess(const std::string& databaseFile)
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, in[0], STDIN_FILENO);
     posix_spawn_file_actions_adddup2(&actions, out[1], STDOUT_FILENO);
-    std::vector<std::string> words{"tamarok", "call", "--db", databaseFile};
+    std::vector<std::string> words{"tamarok", "call", database.odbc ? "--odbc" : "--db",
+                                   database.odbc ? *database.odbc : database.file};
     std::vector<char*> pointers;
     pointers.reserve(words.size() + 1);
     for (std::string& word : words)

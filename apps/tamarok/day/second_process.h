@@ -3,13 +3,15 @@
 #include <string>
 #include <sys/types.h>
 
+#include "connections.h"
+
 namespace tamarok::cli::day {
 
-/// A workstation in a process of its own: this program as `tamarok call` on a database file. The
+/// A workstation in a process of its own: this program as `tamarok call` on a database. The
 /// destructor kills it, as a crash would.
 class SecondProcess {
 public:
-    explicit SecondProcess(const std::string& databaseFile);
+    explicit SecondProcess(const DatabaseChoice& database);
     ~SecondProcess();
     SecondProcess(const SecondProcess&) = delete;
     SecondProcess& operator=(const SecondProcess&) = delete;

@@ -3,6 +3,7 @@
 #include <span>
 #include <string_view>
 
+#include "connections.h"
 #include "print/output.h"
 
 #include "tamarok/tmkvar.h"
@@ -13,6 +14,7 @@ namespace tamarok::cli::day {
 struct Context {
     const TmkVar& session;
     Output& output;
+    const DatabaseChoice& database; ///< where further connections and processes are opened
 };
 
 struct Step {

@@ -14,8 +14,8 @@ Platform Workstation::quietPlatform(const std::shared_ptr<RecordingMessageBox>& 
     return platform;
 }
 
-Workstation::Workstation(const TmkVar& base, const Account& account) :
-    session_{base}, dbLock_{openConnection(base.strConnection)}, scope_{quietPlatform(messages_)}
+Workstation::Workstation(const TmkVar& base, const DatabaseChoice& database, const Account& account) :
+    session_{base}, dbLock_{openDatabase(database)}, scope_{quietPlatform(messages_)}
 {
     session_.bolLan = true;
     session_.ID_User = account.user;

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "connections.h"
 #include "host_platform.h"
 
 #include "tamarok/ado.h"
@@ -26,7 +27,8 @@ inline constexpr Account colleague{2, 2};  ///< HUBER
 /// destructor releases its locks and logs out, so that the database is left as it was.
 class Workstation {
 public:
-    Workstation(const TmkVar& base, const Account& account);
+    /// @param database  where the second connection is opened
+    Workstation(const TmkVar& base, const DatabaseChoice& database, const Account& account);
     ~Workstation();
     Workstation(const Workstation&) = delete;
     Workstation& operator=(const Workstation&) = delete;

@@ -15,7 +15,7 @@ namespace tamarok::cli {
 
 namespace {
 
-TmkVar readingSession(const std::string& database, const std::string& language)
+TmkVar readingSession(const DatabaseChoice& database, const std::string& language)
 {
     TmkVar session = commandSession(openForReading(database));
     session.strLanguage = language;

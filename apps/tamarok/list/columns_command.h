@@ -2,12 +2,13 @@
 
 #include <string>
 
+#include "connections.h"
 #include "print/output.h"
 
 namespace tamarok::cli {
 
 struct ColumnsOptions {
-    std::string database = "tamarok.db";
+    DatabaseChoice database;
     std::string type;
     std::string version = "R"; ///< settlement, R or A1 to A8
     std::string language = "GERMAN";
@@ -18,7 +19,7 @@ struct ColumnsOptions {
 int runColumns(const ColumnsOptions& options, Output& output);
 
 struct TypesOptions {
-    std::string database = "tamarok.db";
+    DatabaseChoice database;
     std::string language = "GERMAN";
 };
 

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "connections.h"
 #include "list/list_query.h"
 #include "print/list_printer.h"
 #include "print/output.h"
@@ -10,7 +11,7 @@
 namespace tamarok::cli {
 
 struct ListOptions {
-    std::string database = "tamarok.db";
+    DatabaseChoice database;
     std::string locale; ///< empty: the machine's
     std::string language = "GERMAN";
     bool oracle = false;

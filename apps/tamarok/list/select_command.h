@@ -3,13 +3,14 @@
 #include <string>
 #include <vector>
 
+#include "connections.h"
 #include "print/list_printer.h"
 #include "print/output.h"
 
 namespace tamarok::cli {
 
 struct SelectOptions {
-    std::string database = "tamarok.db";
+    DatabaseChoice database;
     std::string locale; ///< the machine's where empty
     std::string key;    ///< all keys are listed where empty
     std::vector<std::string> fields;
