@@ -18,7 +18,7 @@ struct ConnectionProperty {
 /// and values do not count. A value in single or double quotes may contain semicolons; a doubled quote in
 /// it stands for one. An empty text has no properties.
 /// Errors: 5 for a part that is not of the form name=value, for a quote that does not end, and for text
-/// behind a quoted value.
+/// behind a quoted value. A message names the part by its number alone, since its text may belong to a password.
 std::vector<ConnectionProperty> splitConnectionText(std::string_view text);
 
 /// The value of the property `name`, compared without regard to case. If the property stands more than

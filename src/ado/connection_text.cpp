@@ -12,9 +12,11 @@ namespace {
 
 constexpr std::string_view blanks = " \t\r\n";
 
-[[noreturn]] void refuse(const std::string& why)
+/// Names the part by its number: its text may be the rest of a password.
+[[noreturn]] void refuse(std::size_t part, std::string_view why)
 {
-    throw Error{errors::invalidArgument, "Connection text: " + why + "."};
+    throw Error{errors::invalidArgument,
+                "Connection text: part " + std::to_string(part) + " " + std::string{why} + "."};
 }
 
 std::string_view trimmed(std::string_view text) noexcept
@@ -39,13 +41,13 @@ std::string_view takePart(std::string_view& text) noexcept
 }
 
 /// Takes a quoted value off the front of `text`, which begins with its quote.
-std::string takeQuoted(std::string_view& text, std::string_view name)
+std::string takeQuoted(std::string_view& text, std::size_t part)
 {
     const char quote = text.front();
     std::string value;
     std::size_t at = 1;
     for (;; ++at) {
-        if (at >= text.size()) refuse("the quote of '" + std::string{name} + "' does not end");
+        if (at >= text.size()) refuse(part, "has a quote that does not end");
         if (text[at] == quote) {
             // A doubled quote within the value stands for one.
             const bool doubled = at + 1 < text.size() && text[at + 1] == quote;
@@ -56,20 +58,19 @@ std::string takeQuoted(std::string_view& text, std::string_view name)
     }
     text.remove_prefix(at + 1);
     // Only blanks may stand between the closing quote and the semicolon.
-    if (!takePart(text).empty()) refuse("something stands behind the quoted value of '" + std::string{name} + "'");
+    if (!takePart(text).empty()) refuse(part, "has text behind its quoted value");
     return value;
 }
 
-/// Takes "name=value" and its semicolon off the front of `text`.
-ConnectionProperty takeProperty(std::string_view& text)
+/// Takes "name=value" and its semicolon off the front of `text`. @param part  its number, from 1
+ConnectionProperty takeProperty(std::string_view& text, std::size_t part)
 {
     const std::size_t equals = text.find('=');
-    if (equals == std::string_view::npos) refuse("'" + std::string{trimmed(text)} + "' is not of the form name=value");
+    if (equals == std::string_view::npos) refuse(part, "is not of the form name=value");
     ConnectionProperty property{std::string{trimmed(text.substr(0, equals))}, {}};
     text.remove_prefix(equals + 1);
     text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
-    property.value =
-        !text.empty() && isQuote(text.front()) ? takeQuoted(text, property.name) : std::string{takePart(text)};
+    property.value = !text.empty() && isQuote(text.front()) ? takeQuoted(text, part) : std::string{takePart(text)};
     return property;
 }
 
@@ -79,7 +80,7 @@ std::vector<ConnectionProperty> splitConnectionText(std::string_view text)
 {
     std::vector<ConnectionProperty> properties;
     while (!trimmed(text).empty())
-        properties.push_back(takeProperty(text));
+        properties.push_back(takeProperty(text, properties.size() + 1));
     return properties;
 }
 

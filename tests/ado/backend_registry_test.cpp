@@ -52,7 +52,7 @@ TEST(BackendRegistry, AnUnknownProviderIsAnErrorThatNamesTheKnownOnes)
               "3706 There is no provider 'Test'; known are: Test.First, Test.Second.");
     EXPECT_EQ(openFailure(registry, "Data Source=x"),
               "3706 The connection text names no provider; known are: Test.First, Test.Second.");
-    EXPECT_EQ(openFailure(registry, "Provider"), "5 Connection text: 'Provider' is not of the form name=value.");
+    EXPECT_EQ(openFailure(registry, "Provider"), "5 Connection text: part 1 is not of the form name=value.");
     EXPECT_TRUE(texts.empty());
 }
 

@@ -78,6 +78,20 @@ TEST_P(OdbcLocks, WaitIsBoundedByTheServerAndTheConnectionLives)
     }
 }
 
+TEST_P(OdbcLocks, StatementThatRunsTooLongMeetsTheLimit)
+{
+    connection->CommandTimeout(1);
+    const Error failure = failureOf([&] { connection->Execute("SELECT 1 WHERE CAST(pg_sleep(20) AS VARCHAR(9)) = ''"); });
+    EXPECT_EQ(failure.number, errors::timeout) << failure.what();
+    if (isPostgres()) {
+        EXPECT_EQ(scalar("SELECT 1"), Variant{1}) << "the server has ended the statement";
+        return;
+    }
+    // The T-SQL server bounds waits for locks alone: the driver's limit ends the call, and with it the connection.
+    EXPECT_NE(failure.description.find("lost"), std::string::npos) << failure.what();
+    expectError(errors::providerFailure, "lost", [&] { connection->Execute("SELECT 1"); });
+}
+
 TEST_P(OdbcLocks, DeletedRowIsNoTimeOut)
 {
     const auto rows = open("SELECT * FROM " + table + " ORDER BY CODE, PART", ado::CursorType::OpenDynamic,
