@@ -6,6 +6,7 @@
 
 namespace tamarok::odbc {
 
+// The names of the usual OLE DB providers let their connection texts work unchanged.
 void registerBackend(ado::BackendRegistry& registry)
 {
     for (const std::string_view name : {provider, std::string_view{"SQLOLEDB"}, std::string_view{"SQLNCLI11"},

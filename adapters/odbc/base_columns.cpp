@@ -46,7 +46,7 @@ bool describeByServer(Link& link, std::string_view statement, std::vector<ado::C
     return found;
 }
 
-/// Resolves the first query of the batch with the front end.
+/// Resolves the first query of the batch with the front end. Columns of derived tables lead down to those of a table.
 void resolve(const Catalogue& catalogue, std::string_view statement, std::vector<ado::ColumnInfo>& columns)
 {
     const tsql::ParsedBatch batch{statement};

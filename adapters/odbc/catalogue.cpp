@@ -33,6 +33,7 @@ constexpr std::size_t indexColumn = 8;
 
 using Row = std::vector<Variant>;
 
+/// Values of a catalogue row; empty and 0 for Null and for columns that a driver leaves out.
 std::string textAt(const Row& row, std::size_t column)
 {
     return column < row.size() && !row[column].isNull() ? convert::toText(row[column]) : std::string{};
@@ -82,6 +83,7 @@ tsql::Type typeOf(const Row& row)
 
 } // namespace
 
+/// The entry of a name, made at its first use.
 Catalogue::Entry& Catalogue::entry(std::string_view name) const
 {
     const auto found = tables_.find(name);
@@ -89,6 +91,7 @@ Catalogue::Entry& Catalogue::entry(std::string_view name) const
     return tables_.emplace(std::string{name}, Entry{}).first->second;
 }
 
+// A name that is unknown is asked for again: the table may be made later.
 const tsql::Table* Catalogue::table(std::string_view name) const
 {
     Entry& known = entry(name);
@@ -111,6 +114,7 @@ std::string Catalogue::identity(std::string_view name) const
     return column == found->columns.end() ? std::string{} : column->name;
 }
 
+/// The columns come in the order of the table.
 std::optional<tsql::Table> Catalogue::readTable(std::string_view name) const
 {
     const auto rows = ask(link_, name, [](SQLHANDLE statement, SQLWCHAR* table, SQLSMALLINT length) {
@@ -145,6 +149,7 @@ void Catalogue::markIdentity(tsql::Table& table) const
         column.identity = !name.empty() && tsql::sameName(column.name, name);
 }
 
+/// The primary key in its own order; without one, the first unique index that the driver names.
 std::vector<std::string> Catalogue::readKey(std::string_view name) const
 {
     auto rows = ask(link_, name, [](SQLHANDLE statement, SQLWCHAR* table, SQLSMALLINT length) {

@@ -82,6 +82,7 @@ std::int32_t sizeOfLong(DataType type)
 
 } // namespace
 
+// An unknown type is read as a text: every driver can convert to it.
 ColumnType columnType(const DescribedType& described)
 {
     const auto* const found = std::ranges::find(typeRows, described.sqlType, &TypeRow::sqlType);

@@ -8,6 +8,7 @@
 
 namespace tamarok::odbc {
 
+// The date order is set before the first statement of the caller; a server that does not take it is refused here.
 ado::ConnectionRef connectText(std::string_view connectionText)
 {
     const ConnectionTarget target = parseConnectionText(connectionText);

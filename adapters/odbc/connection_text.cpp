@@ -132,6 +132,7 @@ constexpr std::array nameRows{
     NameRow{"Use Encryption for Data", "Encrypt"},
 };
 
+/// The name under which the driver manager knows a property; an unknown one is passed on as it is.
 std::string driverName(const std::string& name)
 {
     const auto* const row = std::ranges::find_if(
@@ -148,6 +149,7 @@ DateOrder readOrder(const std::string& value)
     return *order;
 }
 
+/// In either style.
 bool isPassword(const std::string& name)
 {
     return text::equalsNoCase(name, "Password") || text::equalsNoCase(name, "PWD");
@@ -172,6 +174,7 @@ std::string shown(const std::vector<ConnectionProperty>& properties)
 }
 
 /// Takes the properties that are this back end's own, and those that mean something else to the driver manager.
+/// @return whether the driver manager must not see the property
 bool takeOwn(const ConnectionProperty& property, ConnectionTarget& target)
 {
     if (text::equalsNoCase(property.name, "Provider")) return true;

@@ -13,6 +13,7 @@ StreamCursor::StreamCursor(std::shared_ptr<SessionState> session, const ado::Sta
     parameters_{statement.parameters.begin(), statement.parameters.end()}, timeoutSeconds_{statement.timeoutSeconds}
 {}
 
+// A recordset that is dropped half-read frees the connection at once.
 StreamCursor::~StreamCursor()
 {
     endLive();
@@ -23,6 +24,7 @@ Link& StreamCursor::link() const noexcept
     return session_->link;
 }
 
+/// Sends the statement and claims the connection for its rows. Another result that was open has been spooled then.
 void StreamCursor::start()
 {
     endLive();
@@ -45,6 +47,7 @@ void StreamCursor::restart()
     start();
 }
 
+// Either the rows still come from the server, or they wait in the spool.
 bool StreamCursor::next()
 {
     if (live_ != nullptr) [[likely]]
@@ -52,6 +55,7 @@ bool StreamCursor::next()
     return nextSpooled();
 }
 
+/// A failure ends the result: the driver gives nothing more after it.
 bool StreamCursor::nextLive()
 {
     try {
@@ -80,6 +84,7 @@ bool StreamCursor::nextSpooled()
     return false;
 }
 
+// The first test fails only for a caller that has not called `next`.
 Variant StreamCursor::value(std::size_t column) const
 {
     if (!onRow_) throw Error{errors::noCurrentRecord, "The cursor stands on no row.", std::string{sourceName}};
@@ -113,6 +118,7 @@ void StreamCursor::spool() noexcept
     endLive();
 }
 
+/// The connection closes. What is left of the rows goes too.
 void StreamCursor::abandon() noexcept
 {
     endLive();
@@ -127,6 +133,7 @@ void StreamCursor::endLive() noexcept
     live_.reset();
 }
 
+/// Completes the failure being handled with the statement and with what it did to the connection.
 void StreamCursor::rethrow() const
 {
     try {
@@ -138,6 +145,7 @@ void StreamCursor::rethrow() const
     }
 }
 
+// Drivers that know the names have told them when the result was described.
 void StreamCursor::nameBases(std::vector<ado::ColumnInfo>& columns)
 {
     if (!link().traits().driverNamesBases) nameBaseColumns(session_->catalogue, text_, columns);

@@ -6,6 +6,7 @@
 
 namespace tamarok::odbc {
 
+// A server that cannot hold rows is refused before the statement runs.
 EditableCursor::EditableCursor(std::shared_ptr<SessionState> session, const ado::Statement& statement) :
     StreamCursor{std::move(session), statement}, pessimistic_{statement.lockType == ado::LockType::Pessimistic}
 {
@@ -21,6 +22,7 @@ EditableCursor::~EditableCursor()
     }
 }
 
+/// All rows are taken from the connection at once: every change and every lock needs it.
 void EditableCursor::start()
 {
     StreamCursor::start();
@@ -38,6 +40,7 @@ void EditableCursor::findTable()
     if (table) changes_.emplace(link(), std::move(*table), columnInfos(), timeoutSeconds());
 }
 
+/// Keeps the key of each row that is read; its index is the number by which the recordset names the row.
 bool EditableCursor::next()
 {
     if (!StreamCursor::next()) return false;
@@ -73,6 +76,7 @@ void EditableCursor::unlockRow()
     session().locks.release();
 }
 
+/// The row keeps its number when its key changes.
 void EditableCursor::updateRow(std::int64_t key, std::span<const ado::Assignment> assignments)
 {
     keys_.at(static_cast<std::size_t>(key)) = changes_->update(keyAt(key), assignments);

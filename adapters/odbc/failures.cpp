@@ -23,6 +23,7 @@ constexpr std::int32_t openServerFailure = 33557097; ///< the open T-SQL server:
 constexpr std::int32_t sqliteBusy = 5;
 constexpr std::int32_t sqliteConstraint = 19;
 
+// SQLSTATE says most; numbers tell apart what drivers report under a general state.
 constexpr std::array failureRows{
     FailureRow{"", native::lockTimeout, "", errors::timeout},
     FailureRow{"", openServerFailure, "lock timeout", errors::timeout},
@@ -44,6 +45,7 @@ constexpr std::array failureRows{
     FailureRow{"S0", 0, "", errors::statementRefused},
 };
 
+/// Whether all conditions of a row hold.
 bool fits(const FailureRow& row, const Diagnostic& diagnostic)
 {
     return diagnostic.state.starts_with(row.state) && (row.native == 0 || row.native == diagnostic.native) &&
@@ -61,6 +63,7 @@ void dropOrigin(std::string& text)
     text.erase(0, std::min(text.find_first_not_of(' '), text.size()));
 }
 
+/// Reads one record. A text that is longer than the space is read again.
 bool readRecord(SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT number, Diagnostic& diagnostic)
 {
     std::array<SQLWCHAR, 6> state{};
@@ -99,6 +102,7 @@ const Diagnostic* firstFailure(const std::vector<Diagnostic>& diagnostics)
 
 } // namespace
 
+// The number of records is bounded: a driver that repeats its last one must not hang the caller.
 std::vector<Diagnostic> readDiagnostics(SQLSMALLINT type, SQLHANDLE handle)
 {
     constexpr SQLSMALLINT mostRecords = 100;
@@ -109,6 +113,7 @@ std::vector<Diagnostic> readDiagnostics(SQLSMALLINT type, SQLHANDLE handle)
     return diagnostics;
 }
 
+// A server may report several records; the first failure is the cause, the others follow from it.
 Error failure(const std::vector<Diagnostic>& diagnostics)
 {
     const Diagnostic* first = firstFailure(diagnostics);

@@ -16,6 +16,7 @@ constexpr SQLSMALLINT parentType(SQLSMALLINT type) noexcept
 
 } // namespace
 
+// The reason of a failure lies with the handle above.
 template <SQLSMALLINT type>
 SQLHANDLE Handle<type>::allocate(SQLHANDLE parent)
 {

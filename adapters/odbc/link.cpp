@@ -102,6 +102,7 @@ void addDriver(std::vector<ado::ConnectionProperty>& properties, SQLHANDLE envir
 
 } // namespace
 
+// A connection that fails in any step of the opening is closed at once.
 Link::Link(const ConnectionTarget& target) : target_{target}, environment_{makeEnvironment()}
 {
     addDriver(target_.properties, environment_.get());
@@ -177,6 +178,7 @@ void Link::close() noexcept
     connection_ = ConnectionHandle{};
 }
 
+/// A lost connection is not touched any more: some drivers hang in it.
 void Link::requireOpen() const
 {
     if (lost_) throw providerFailure("The connection to the server is lost. Close it and open a new one.");
@@ -190,12 +192,15 @@ void Link::freeConnection()
     requireOpen(); // the connection may have been lost while the rows were taken
 }
 
+// Questions to the catalogue are statements too, and need the connection for themselves.
 StatementHandle Link::makeStatement()
 {
     freeConnection();
     return StatementHandle{connection_.get()};
 }
 
+// Runs up to the first result with columns; counts of the statements before it are skipped. The parameters live in this
+// function, so that the statement is freed from them before it is returned.
 Executed Link::run(const Request& request)
 {
     freeConnection();
@@ -241,6 +246,7 @@ std::int64_t Link::runToEnd(const Request& request)
     }
 }
 
+// SET NOCOUNT ON of the caller would hide the count; the server's variable has it all the same.
 std::int64_t Link::changeRows(const Request& request)
 {
     if (!traits_->nestsTransactions) return runToEnd(request);
@@ -291,6 +297,7 @@ void Link::boundWaits(std::int32_t seconds)
 
 // A server that nests transactions counts them itself, and refuses what has no beginning.
 
+// On other servers only the outermost level is a transaction.
 void Link::begin()
 {
     requireOpen();
@@ -329,6 +336,7 @@ void Link::beginHold()
     begin();
 }
 
+/// The transaction may have ended already, by the caller or by a failure.
 void Link::endHold()
 {
     if (!connected_ || lost_) return;
@@ -339,6 +347,7 @@ void Link::endHold()
     depth_ = std::max(depth_ - 1, 0);
 }
 
+/// Looks at what a failure did besides: it may have cost the connection, or the transaction.
 void Link::settle(Error& error) noexcept
 {
     // FreeTDS cannot use a connection any more on which a call has run out of time.
@@ -378,6 +387,7 @@ void Link::noteRollback(Error& error)
     error.description += " The transaction has been rolled back.";
 }
 
+/// What the driver knows of its connection, without asking the server.
 bool Link::isDead() const noexcept
 {
     SQLUINTEGER dead = SQL_CD_FALSE;

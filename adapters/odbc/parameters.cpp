@@ -28,6 +28,7 @@ bool isAscii(const std::string& text)
 
 } // namespace
 
+// The space is reserved first: the driver manager keeps the addresses of the values.
 BoundParameters::BoundParameters(std::span<const ado::Parameter> parameters)
 {
     bound_.reserve(parameters.size());
@@ -53,6 +54,7 @@ void BoundParameters::bind(SQLHANDLE statement)
     }
 }
 
+/// The kind of the value decides its form; the type of the parameter matters for texts and for Null alone.
 BoundParameters::Bound BoundParameters::boundOf(const ado::Parameter& parameter)
 {
     const Variant& value = parameter.value;
@@ -91,6 +93,7 @@ BoundParameters::Bound BoundParameters::boundText(const std::string& text, ado::
     return bound;
 }
 
+/// A Date has milliseconds; the driver manager wants nanoseconds.
 BoundParameters::Bound BoundParameters::boundDate(Date date)
 {
     const CivilTime civil = toCivil(date);

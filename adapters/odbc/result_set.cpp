@@ -99,6 +99,7 @@ ResultSet::~ResultSet()
     if (!ended_ && statement_) SQLCancel(statement_.get());
 }
 
+/// The columns as the driver describes them, and the types by which they are read.
 void ResultSet::describe(const ServerTraits& traits)
 {
     SQLSMALLINT count = 0;
@@ -161,6 +162,7 @@ void ResultSet::bind(const ServerTraits& traits)
     bindColumns(whole ? std::clamp<std::size_t>(fitting, 1, mostBlockRows) : 1);
 }
 
+/// Column by column, as all drivers can. A driver that refuses blocks gives single rows.
 void ResultSet::bindColumns(std::size_t blockRows)
 {
     SQLHANDLE const statement = statement_.get();
@@ -179,6 +181,7 @@ void ResultSet::bindColumns(std::size_t blockRows)
     }
 }
 
+/// The next block. A failure that waits behind the rows of the last one comes first.
 bool ResultSet::fetchBlock()
 {
     parts_.clear();
@@ -291,6 +294,7 @@ void ResultSet::readParts(std::size_t index)
         parts_.emplace_back(hexText(bytes));
 }
 
+// A failure of a later statement of a batch shows only when its turn comes.
 std::int64_t runToEnd(SQLHANDLE statement, std::int64_t touched)
 {
     for (;;) {

@@ -27,6 +27,8 @@ std::string singleTable(std::span<const ado::ColumnInfo> columns)
 
 } // namespace
 
+// Every condition that fails makes the rows read-only: more than one table, no key, a key that the result does not
+// show.
 std::optional<BaseTable> BaseTable::of(const Catalogue& catalogue, std::span<const ado::ColumnInfo> columns)
 {
     BaseTable table;
@@ -45,6 +47,7 @@ std::optional<BaseTable> BaseTable::of(const Catalogue& catalogue, std::span<con
     return table;
 }
 
+/// The first column outside the key serves a server that holds a row by writing it.
 RowName RowChanges::rowName(const KeyValues& key) const
 {
     RowName row{table_.name, table_.keyColumns, keyParameters(key), {}};
@@ -77,6 +80,7 @@ const ado::ColumnInfo& RowChanges::target(std::size_t column) const
     return info;
 }
 
+/// A statement that finds no row means that it has been deleted, or that its key was changed elsewhere.
 void RowChanges::change(const std::string& text, std::span<const ado::Parameter> parameters) const
 {
     if (link_.changeRows({text, parameters, timeoutSeconds_}) == 0)
@@ -84,6 +88,7 @@ void RowChanges::change(const std::string& text, std::span<const ado::Parameter>
                     std::string{sourceName}};
 }
 
+// The key of the row may be among the assignments: the caller goes on with the new one.
 KeyValues RowChanges::update(const KeyValues& key, std::span<const ado::Assignment> assignments) const
 {
     KeyValues changed = key;
@@ -138,6 +143,7 @@ Variant RowChanges::insertNumbered(const std::string& text, std::span<const ado:
     return link_.read({"SELECT last_insert_rowid()", {}, timeoutSeconds_}).at(0).at(0);
 }
 
+// Columns without assignment have the defaults of the table.
 KeyValues RowChanges::insert(std::span<const ado::Assignment> assignments) const
 {
     KeyValues key = keyOfNewRow(assignments);
@@ -169,6 +175,7 @@ void RowChanges::erase(const KeyValues& key) const
            keyParameters(key));
 }
 
+// By the key and from the table itself: the row is found even if it no longer meets the condition of the statement.
 std::optional<std::vector<Variant>> RowChanges::read(const KeyValues& key) const
 {
     std::string names;

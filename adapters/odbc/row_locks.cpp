@@ -43,6 +43,8 @@ void RowLocks::requireSupport() const
         throw unsupported("Rows cannot be locked on " + std::string{link_.traits().name} + ".");
 }
 
+// The transaction begins before the row is taken, so that it holds the row from then on; it ends again if the row
+// cannot be had. The proof comes with the first row, since only a row that exists can be proven to be held.
 bool RowLocks::hold(const RowName& row, std::int32_t timeoutSeconds)
 {
     if (heldSince_ != link_.rollbacks()) held_ = 0; // a rollback has freed them
@@ -65,6 +67,7 @@ bool RowLocks::hold(const RowName& row, std::int32_t timeoutSeconds)
     return true;
 }
 
+// After a rollback there is nothing left to release.
 void RowLocks::release()
 {
     const bool stillHeld = held_ > 0 && heldSince_ == link_.rollbacks();
@@ -72,6 +75,7 @@ void RowLocks::release()
     if (stillHeld) link_.endHold();
 }
 
+/// Takes the row, or waits for it within the limit. @return false for a row that has gone
 bool RowLocks::take(Link& link, const RowName& row, std::int32_t timeoutSeconds) const
 {
     const std::string text = holdText(link, row);

@@ -45,6 +45,7 @@ RowSpool::~RowSpool()
     clear();
 }
 
+// The bound is tested before the row, so that one row of any size fits.
 void RowSpool::append(std::span<const Variant> row)
 {
     if (written_.size() > memoryBytes) moveToFile();
@@ -54,6 +55,7 @@ void RowSpool::append(std::span<const Variant> row)
     ++rows_;
 }
 
+// The values of the row are written over those of the last one.
 bool RowSpool::take(std::vector<Variant>& row)
 {
     if (rows_ == 0) return false;
@@ -75,6 +77,7 @@ void RowSpool::clear() noexcept
     std::string{}.swap(read_);
 }
 
+/// A value of fixed size is its bytes, a text its length and its bytes. The reader is the same process.
 void RowSpool::appendValue(const Variant& value)
 {
     appendNumber(written_, value.kind());
@@ -93,6 +96,7 @@ void RowSpool::appendValue(const Variant& value)
     }
 }
 
+/// The inverse of appendValue.
 Variant RowSpool::takeValue()
 {
     const auto number = [this](auto value) {
@@ -115,6 +119,7 @@ Variant RowSpool::takeValue()
     }
 }
 
+/// A value may lie across two portions of the file.
 void RowSpool::takeBytes(void* target, std::size_t count)
 {
     auto* to = static_cast<char*>(target);
@@ -147,6 +152,7 @@ void RowSpool::refill()
     fileRead_ += static_cast<std::size_t>(got);
 }
 
+/// Appends what is in memory to the file. A disk that is full fails the reading of the recordset, not silently.
 void RowSpool::moveToFile()
 {
     if (file_ < 0) openFile();

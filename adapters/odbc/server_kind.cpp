@@ -9,6 +9,7 @@ namespace tamarok::odbc {
 
 namespace {
 
+// A member that a row leaves out has the value of a server about which nothing is known.
 constexpr std::array traits{
     ServerTraits{.server = Server::SqlServer,
                  .name = "Microsoft SQL Server",
@@ -51,6 +52,7 @@ constexpr std::array traits{
     ServerTraits{.server = Server::Other, .name = "another server"},
 };
 
+/// The table is indexed by the enumeration.
 constexpr bool inOrder()
 {
     for (std::size_t i = 0; i < traits.size(); ++i)
@@ -61,6 +63,8 @@ static_assert(inOrder(), "traits is indexed by Server");
 
 } // namespace
 
+// Microsoft's driver and FreeTDS tell "Microsoft SQL Server" for both T-SQL servers; Link::identify looks at the
+// version.
 const ServerTraits& traitsOf(Server server)
 {
     return traits.at(static_cast<std::size_t>(server));

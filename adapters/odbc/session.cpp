@@ -7,6 +7,7 @@
 
 namespace tamarok::odbc {
 
+// The escape sequence calls a procedure on every server; T-SQL drivers send it as a remote call, with typed parameters.
 std::string statementText(const ado::Statement& statement)
 {
     if (!statement.procedure) return std::string{statement.text};
@@ -27,6 +28,7 @@ void OdbcSession::prepare(const ado::Statement& statement)
     if (statement.procedure) tellRegionalOrder(state_->link, regionalOrder_);
 }
 
+// Only a statement text has a base table that could be changed: of a procedure's result nothing is known.
 std::unique_ptr<ado::Cursor> OdbcSession::open(const ado::Statement& statement)
 {
     prepare(statement);

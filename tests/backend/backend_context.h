@@ -71,6 +71,9 @@ std::unique_ptr<BackendContext> makeBackendContext();
 /// Part of table names that differs from process to process, so that runs can be parallel.
 const std::string& processToken();
 
+/// Exit status of a program whose server is missing; CTest reports it as skipped.
+inline constexpr int serverMissing = 77;
+
 /// Runs the suite. Where no filter is given, the numbers of cases that ran and that were skipped must be those given.
 /// @return exit status of the program
 int runBackendSuite(int argc, char** argv, int expectedRuns, int expectedSkips);

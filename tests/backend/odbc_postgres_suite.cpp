@@ -1,5 +1,3 @@
-#include <cstdlib>
-
 #include "backend_context.h"
 #include "odbc/support/servers.h"
 #include "tamarok_odbc/connect.h"
@@ -87,7 +85,7 @@ int main(int argc, char** argv)
     using namespace tamarok;
     if (!test::PostgresServer::isInstalled()) {
         test::tellSkipped("PostgreSQL: no server is installed");
-        return EXIT_SUCCESS;
+        return ado::backend::serverMissing;
     }
     const test::PostgresServer server;
     ado::backend::theServer = &server;

@@ -1,6 +1,3 @@
-#include <cstdlib>
-#include <iostream>
-
 #include "backend_context.h"
 #include "odbc/support/servers.h"
 #include "tamarok_odbc/connect.h"
@@ -71,6 +68,6 @@ std::unique_ptr<BackendContext> makeBackendContext()
 
 int main(int argc, char** argv)
 {
-    if (!tamarok::test::tsqlServer()) return EXIT_SUCCESS;
+    if (!tamarok::test::tsqlServer()) return tamarok::ado::backend::serverMissing;
     return tamarok::ado::backend::runBackendSuite(argc, argv, 52, 1);
 }

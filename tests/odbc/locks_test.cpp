@@ -81,7 +81,8 @@ TEST_P(OdbcLocks, WaitIsBoundedByTheServerAndTheConnectionLives)
 TEST_P(OdbcLocks, StatementThatRunsTooLongMeetsTheLimit)
 {
     connection->CommandTimeout(1);
-    const Error failure = failureOf([&] { connection->Execute("SELECT 1 WHERE CAST(pg_sleep(20) AS VARCHAR(9)) = ''"); });
+    const Error failure =
+        failureOf([&] { connection->Execute("SELECT 1 WHERE CAST(pg_sleep(20) AS VARCHAR(9)) = ''"); });
     EXPECT_EQ(failure.number, errors::timeout) << failure.what();
     if (isPostgres()) {
         EXPECT_EQ(scalar("SELECT 1"), Variant{1}) << "the server has ended the statement";

@@ -1,8 +1,11 @@
 #include "server_test.h"
 
+#include <iostream>
 #include <random>
 
 #include "support/scratch_folder.h"
+
+#include "tamarok/error.h"
 
 namespace tamarok::odbc {
 
@@ -10,6 +13,34 @@ test::PostgresServer& postgres()
 {
     static test::PostgresServer server;
     return server;
+}
+
+namespace {
+
+/// A database of this process, so that runs beside each other do not meet.
+struct ProcessDatabase {
+    ProcessDatabase() : name{"tmt_" + std::to_string(std::random_device{}())}, text{test::tsqlDatabase(name)} {}
+    ~ProcessDatabase()
+    {
+        try {
+            test::dropTsqlDatabase(name);
+        } catch (const Error& error) {
+            std::cerr << "The database " << name << " could not be dropped: " << error.what() << '\n';
+        }
+    }
+    ProcessDatabase(const ProcessDatabase&) = delete;
+    ProcessDatabase& operator=(const ProcessDatabase&) = delete;
+
+    std::string name;
+    std::string text;
+};
+
+} // namespace
+
+const std::string& tsqlText()
+{
+    static const ProcessDatabase database;
+    return database.text;
 }
 
 std::string serverName(const ::testing::TestParamInfo<TestServer>& server)
@@ -47,10 +78,7 @@ std::string ServerTest::word(const char* tsql, const char* postgres, const char*
 std::string ServerTest::connectionText() const
 {
     static const test::ScratchFolder folder;
-    if (isTsql()) {
-        static const std::string text = test::tsqlDatabase("tamarok_odbc_test");
-        return text;
-    }
+    if (isTsql()) return tsqlText();
     if (isPostgres()) return postgres().connectionText();
     return test::sqliteText((folder / "test.db").string());
 }

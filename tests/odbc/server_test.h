@@ -22,6 +22,9 @@ enum class TestServer { Tsql, Postgres, Sqlite };
 /// The PostgreSQL server of this program, started at the first use.
 test::PostgresServer& postgres();
 
+/// The connection text of a database on the T-SQL server that this process has for itself.
+const std::string& tsqlText();
+
 /// A connection to one of the servers; the test is skipped where there is none.
 class ServerTest : public ::testing::TestWithParam<TestServer> {
 protected:

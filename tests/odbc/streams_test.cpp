@@ -10,6 +10,12 @@ namespace tamarok::odbc {
 
 namespace {
 
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool isSanitized = true;
+#else
+constexpr bool isSanitized = false;
+#endif
+
 /// Largest resident memory of this process so far, in KiB.
 std::int64_t peakMemory()
 {
@@ -37,7 +43,10 @@ TEST_P(OdbcStreams, ManyRowsComeInOrderAndInBoundedMemory)
         sum += convert::toLongLong(rows->Fields().Item(0).Value());
     EXPECT_EQ(seen, count);
     EXPECT_EQ(sum, count * (count + 1) / 2);
-    EXPECT_LT(peakMemory() - before, 20'000) << "KiB";
+    // The address sanitizer keeps freed memory for a while.
+    if (!isSanitized) {
+        EXPECT_LT(peakMemory() - before, 20'000) << "KiB";
+    }
 }
 
 TEST_P(OdbcStreams, LongColumnsMayStandAnywhere)
@@ -168,6 +177,15 @@ TEST_P(OdbcStreams, TypesBesidesThoseOfTheLibrary)
     EXPECT_EQ(value("F"), Variant{1.5});
     EXPECT_EQ(value("G"), Variant{12.34});
     EXPECT_EQ(value("H"), Variant{fromCivil({2024, 3, 5, 23, 59, 59, 997})});
+}
+
+TEST_P(OdbcStreams, DriversLeaveLiteralsAndCommentsAlone)
+{
+    // SQLite's driver counts the marks in comments.
+    const std::string comments = GetParam() == TestServer::Sqlite ? "" : " /* why? don't */ -- and? {d}";
+    const auto rows = open("SELECT 'what? {fn now()} it''s' AS A, 1 AS B" + comments);
+    EXPECT_EQ(rows->Fields().Item("A").Value(), Variant{"what? {fn now()} it's"});
+    EXPECT_EQ(convert::toLong(rows->Fields().Item("B").Value()), 1);
 }
 
 TEST_P(OdbcStreams, NullOfEveryType)

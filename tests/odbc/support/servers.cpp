@@ -99,6 +99,11 @@ std::string tsqlDatabase(const std::string& name)
     return server + "DATABASE=" + name;
 }
 
+void dropTsqlDatabase(const std::string& name)
+{
+    odbc::connectText(tsqlServer().value() + "DATABASE=master")->Execute("DROP DATABASE " + name);
+}
+
 bool PostgresServer::isInstalled()
 {
     return !findPrograms().empty();
