@@ -156,6 +156,7 @@ std::vector<std::string> Catalogue::readKey(std::string_view name) const
         return SQLPrimaryKeysW(statement, nullptr, 0, nullptr, 0, table, length);
     });
     std::vector<std::string> key;
+    key.reserve(rows.size());
     std::ranges::sort(rows, {}, [](const Row& row) { return numberAt(row, at::keySequence); });
     for (const Row& row : rows)
         key.push_back(textAt(row, at::columnName));

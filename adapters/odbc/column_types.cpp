@@ -106,7 +106,7 @@ SQLSMALLINT sqlTypeOf(ado::DataType type)
     default: break;
     }
     const auto* const found = std::ranges::find(typeRows, type, &TypeRow::type);
-    return found == typeRows.end() ? SQL_WVARCHAR : found->sqlType;
+    return found == typeRows.end() ? SQLSMALLINT{SQL_WVARCHAR} : found->sqlType;
 }
 
 } // namespace tamarok::odbc

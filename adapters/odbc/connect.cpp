@@ -4,6 +4,7 @@
 
 #include "connection_text.h"
 #include "date_order_setting.h"
+#include "failures.h"
 #include "session.h"
 
 namespace tamarok::odbc {
@@ -15,6 +16,16 @@ ado::ConnectionRef connectText(std::string_view connectionText)
     auto state = std::make_shared<SessionState>(target);
     applyDateOrder(state->link);
     return std::make_shared<ado::Connection>(std::make_unique<OdbcSession>(std::move(state)), target.shownText);
+}
+
+// The session is known by its type: a connection may belong to any back end.
+void requireDateFormat(ado::Connection& connection, std::string_view strDateFormat)
+{
+    auto* const session = dynamic_cast<OdbcSession*>(&connection.session());
+    if (session == nullptr)
+        throw Error{errors::invalidArgument, "The connection is not one of the ODBC back end.",
+                    std::string{sourceName}};
+    checkDateFormat(session->link(), strDateFormat);
 }
 
 } // namespace tamarok::odbc

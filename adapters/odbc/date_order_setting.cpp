@@ -9,7 +9,9 @@
 #include "link.h"
 #include "tamarok_tsql/date_order.h"
 
+#include "tamarok/comm_conv.h"
 #include "tamarok/convert.h"
+#include "tamarok/date.h"
 #include "tamarok/platform.h"
 #include "tamarok/text.h"
 
@@ -32,10 +34,14 @@ constexpr std::array probeRows{
 
 constexpr std::string_view probedDay = "20240305";
 
-bool readsRight(Link& link, const ProbeRow& probe)
+/// Whether the server reads a text as 5 March 2024.
+bool readsRight(Link& link, std::string_view probe)
 {
     // CAST as the implicit conversions do it: the open server's CONVERT without style does not follow its setting.
-    const std::string text = "SELECT CONVERT(VARCHAR(8), CAST('" + std::string{probe.text} + "' AS DATETIME), 112)";
+    const std::string date = "'" + text::replaceAll(probe, "'", "''") + "'";
+    const std::string text = link.traits().nestsTransactions
+                                 ? "SELECT CONVERT(VARCHAR(8), CAST(" + date + " AS DATETIME), 112)"
+                                 : "SELECT to_char(CAST(" + date + " AS DATE), 'YYYYMMDD')";
     try {
         const auto rows = link.read({.text = text});
         return !rows.empty() && convert::toText(rows[0][0]) == probedDay;
@@ -49,10 +55,10 @@ void applyToTsql(Link& link, const ProbeRow& probe)
 {
     const std::string order{tsql::dateOrderName(probe.order)};
     link.runToEnd({.text = "SET DATEFORMAT " + order});
-    if (readsRight(link, probe)) return;
+    if (readsRight(link, probe.text)) return;
     if (link.server() == Server::OpenTsql && !probe.style.empty()) {
         link.runToEnd({.text = "SELECT set_config('DateStyle', '" + std::string{probe.style} + "', false)"});
-        if (readsRight(link, probe)) return;
+        if (readsRight(link, probe.text)) return;
     }
     throw providerFailure("The server does not read dates in the order " + order + ", which this connection needs: '" +
                           std::string{probe.text} +
@@ -76,6 +82,19 @@ std::string orderOf(std::string_view pattern)
 }
 
 } // namespace
+
+void checkDateFormat(Link& link, std::string_view strDateFormat)
+{
+    // Of the servers with dates, these two are known to read them by an order.
+    if (!link.traits().nestsTransactions && link.server() != Server::PostgreSql) return;
+    const std::string probe = convert::toText(Comm_Conv{}.TransDate(makeDate(2024, 3, 5), strDateFormat));
+    if (readsRight(link, probe)) return;
+    throw providerFailure(
+        "The session's date format '" + std::string{strDateFormat} +
+        "' does not fit the connection: the server does not read '" + probe +
+        "' as 5 March 2024. Name the order of the format with 'Date Order' in the connection text, or "
+        "give the session a format in the order of the connection, such as DD.MM.YYYY for DMY.");
+}
 
 void tellRegionalOrder(Link& link, std::string& told)
 {

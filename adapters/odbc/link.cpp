@@ -122,7 +122,7 @@ Link::~Link()
     close();
 }
 
-void Link::connect(std::string driverText)
+void Link::connect(const std::string& driverText)
 {
     connection_ = ConnectionHandle{environment_.get()};
     SQLSetConnectAttrW(connection_.get(), SQL_ATTR_LOGIN_TIMEOUT, asPointer(loginSeconds), 0);

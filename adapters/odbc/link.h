@@ -95,7 +95,7 @@ public:
     void close() noexcept;
 
 private:
-    void connect(std::string driverText);
+    void connect(const std::string& driverText);
     void identify();
     void checkTexts();
     void command(std::string_view text);

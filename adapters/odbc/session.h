@@ -35,6 +35,8 @@ public:
     void commit() override { state_->link.commit(); }
     void rollback() override { state_->link.rollback(); }
 
+    Link& link() const noexcept { return state_->link; }
+
 private:
     void prepare(const ado::Statement& statement);
 

@@ -6,10 +6,12 @@
 #include <string>
 #include <vector>
 
+#include "session.h"
 #include "tamarok_embedded/backend.h"
 #include "tamarok_embedded/connect.h"
 #ifdef TAMAROK_WITH_ODBC
 #include "tamarok_odbc/backend.h"
+#include "tamarok_odbc/connect.h"
 #endif
 
 #include "tamarok/convert.h"
@@ -85,7 +87,11 @@ ado::ConnectionRef openOdbc(std::string_view odbcText)
 {
     // The driver manager converts for drivers without wide functions, by the locale of the process.
     std::setlocale(LC_CTYPE, "");
-    return backends().open(odbcProvider, odbcText);
+    ado::ConnectionRef connection = backends().open(odbcProvider, odbcText);
+#ifdef TAMAROK_WITH_ODBC
+    odbc::requireDateFormat(*connection, commandDateFormat);
+#endif
+    return connection;
 }
 
 ado::ConnectionRef openDatabase(const DatabaseChoice& choice)

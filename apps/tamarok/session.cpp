@@ -10,7 +10,7 @@ TmkVar commandSession(const ado::ConnectionRef& connection)
     session.db_ADO = connection;
     if (connection) session.strConnection = connection->ConnectionString();
     session.strLanguage = "GERMAN";
-    session.strDateFormat = "DD.MM.YYYY";
+    session.strDateFormat = commandDateFormat;
     session.ID_User = 1;
     session.DateFrom = makeDate(1900, 1, 1);
     session.DateTo = makeDate(2050, 12, 31);

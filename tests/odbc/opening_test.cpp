@@ -130,6 +130,17 @@ TEST_P(OdbcOpening, DateOrderThatTheServerDoesNotTakeIsRefused)
     expectError(errors::providerFailure, "Date Order", [&] { connectText(connectionText() + ";Date Order=YDM"); });
 }
 
+TEST_P(OdbcOpening, FormatOfTheSessionMustFitTheConnection)
+{
+    if (GetParam() == TestServer::Sqlite) GTEST_SKIP() << "SQLite has no dates";
+    for (const char* const format : {"DD.MM.YYYY", "DD-MM-YYYY", "DMY"})
+        EXPECT_EQ(errorNumber([&] { requireDateFormat(*connection, format); }), 0) << format;
+    for (const char* const format : {"MM.DD.YYYY", "MDY"})
+        expectError(errors::providerFailure, "Date Order", [&] { requireDateFormat(*connection, format); });
+    EXPECT_EQ(errorNumber([&] { requireDateFormat(*connectText(connectionText() + ";Date Order=MDY"), "MM.DD.YYYY"); }),
+              0);
+}
+
 TEST_P(OdbcOpening, ProceduresLearnTheRegionalOrder)
 {
     if (!isTsql()) GTEST_SKIP() << "session contexts are T-SQL's";
