@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "catalogue/list_composer.h"
 #include "catalogue/table_file.h"
 #include "column_kind.h"
 #include "list_types.h"
@@ -578,6 +579,26 @@ const std::vector<RowNames>& rowNames()
         {"ARTIKEL", {472}, "", "NN_POSITIONEN.NN_ID", "NN_POSITIONEN.NN_ID"},
     };
     return all;
+}
+
+/// The composer adds to its texts what the operations return with the whole text.
+TEST_P(ListTypeOnDatabase, ComposerGivesTheTextsOfTheOperations)
+{
+    for (const std::string_view begun : {"", "BEGUN AS T"}) {
+        std::string select;
+        std::string from{begun};
+        std::string group;
+        catalogue::ListComposer list{key(), "R", session, from};
+        for (const std::int16_t id : ids) {
+            select = csel.InsertToStr(select, csel.GetColumnTyp(key(), id, true, false, session));
+            from = csel.GetFrom(key(), id, from, "R", session);
+            group = csel.InsertToStr2(group, csel.GetColumnTyp(key(), id, true, true, session), "R");
+            list.addColumn(id);
+            ASSERT_EQ(list.group(), group) << "after column " << id;
+        }
+        EXPECT_EQ(list.select(), select);
+        EXPECT_EQ(list.from(), from);
+    }
 }
 
 TEST_P(ListTypeOnDatabase, RowsOfTheListViewHaveTheirTagAndKey)

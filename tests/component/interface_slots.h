@@ -65,7 +65,7 @@ inline const std::vector<InterfaceSlots>& interfaceSlots()
           "FillListview",
           "OrderBy",
           "LoadColString"},
-         {"Valid", "ValidMulti", "FillListview"}},
+         {}},
         {"Comm_Conv",
          {"TransDate", "NoComma", "NoComma3", "NoSpace", "AddBrackets", "AddSpaces", "NationalDate", "USDate",
           "USDateA", "ConvBoolSQLColumnToStr"},
@@ -140,7 +140,7 @@ inline const std::vector<InterfaceSlots>& interfaceSlots()
           "CreateSQL_ACCESS_LEVELS",
           "OrderColumnListview",
           "MengeCalc"},
-         {"Set_UnknownModelCmb", "FillObject", "OrderColumnListview"}},
+         {"Set_UnknownModelCmb"}},
         {"LocService", {"TranslateForm", "GetText", "GetText2", "RunProcedure"}, {}},
         {"mComm", {"ShowMessage"}, {}},
     };
