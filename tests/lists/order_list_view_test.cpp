@@ -1,0 +1,241 @@
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "list_views.h"
+#include "sortable_cells.h"
+#include "support/errors.h"
+#include "support/surroundings.h"
+
+#include "tamarok/comm_set.h"
+#include "tamarok/error.h"
+
+// A click on the header of a list.
+
+namespace tamarok {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class OrderColumnListview : public ::testing::Test {
+protected:
+    OrderColumnListview() { with.session.strEmptyText = "(leer)"; }
+
+    /// @param cells  of column 2, except where the list has one column
+    void fill(const Texts& cells)
+    {
+        for (std::size_t row = 0; row < cells.size(); ++row)
+            list.add({"item " + std::to_string(row), cells[row]});
+    }
+    void fillFirst(const Texts& cells)
+    {
+        for (const std::string& cell : cells)
+            list.add({cell, "x"});
+    }
+
+    void click(std::int32_t column, bool onlyActualize = false)
+    {
+        Comm_Set{}.OrderColumnListview(with.session, *list.view->headers()->Item(Variant{column}), *list.view,
+                                       onlyActualize);
+    }
+    const std::string& header(std::int32_t column) const { return list.view->headers()->Item(Variant{column})->text; }
+
+    test::Surroundings with;
+    test::ListOnForm list{{1, 2}};
+};
+
+TEST_F(OrderColumnListview, EmptyListIsLeftAlone)
+{
+    click(1);
+    EXPECT_FALSE(list.view->Sorted());
+    EXPECT_EQ(header(1), "Column 1");
+}
+
+TEST_F(OrderColumnListview, DatesSortByTimeAndStayShownAsDates)
+{
+    fill({"01.02.2024", "31.01.2023", "15.12.2023"});
+    click(2);
+    EXPECT_EQ(list.column(1), (Texts{"31.01.2023", "15.12.2023", "01.02.2024"}));
+    EXPECT_EQ(header(2), "<<Column 2");
+    click(2);
+    EXPECT_EQ(list.column(1), (Texts{"01.02.2024", "15.12.2023", "31.01.2023"}));
+    EXPECT_EQ(header(2), ">>Column 2");
+}
+
+TEST_F(OrderColumnListview, DatesOfTheFirstColumn)
+{
+    fillFirst({"01.02.2024", "(leer)", "31.01.2023", ""});
+    click(1);
+    EXPECT_EQ(list.column(0), (Texts{"(leer)", "(leer)", "31.01.2023", "01.02.2024"}));
+}
+
+/// Only a text of the first column takes the words for an empty one.
+TEST_F(OrderColumnListview, CellsWithoutADateAreBlankInTheOtherColumns)
+{
+    fill({"01.02.2024", " ", "31.01.2023", "(leer)"});
+    click(2);
+    EXPECT_EQ(list.column(1), (Texts{" ", " ", "31.01.2023", "01.02.2024"}));
+}
+
+/// What follows a date of ten characters makes its year no number.
+TEST_F(OrderColumnListview, DatesWithATimeLoseTheirText)
+{
+    fill({"01.02.2024 10:15", "31.01.2023"});
+    click(2);
+    EXPECT_EQ(list.column(1), (Texts{" ", "31.01.2023"}));
+}
+
+TEST_F(OrderColumnListview, WordsForAnEmptyCellOfEightCharactersAreNoDate)
+{
+    with.session.strEmptyText = "(nichts)";
+    fillFirst({"01.02.2024", "(nichts)"});
+    click(1);
+    EXPECT_EQ(list.column(0), (Texts{"(nichts)", "01.02.2024"}));
+}
+
+TEST_F(OrderColumnListview, NumbersSortByValueAndStayPadded)
+{
+    fill({"100,5", "9", " 20 ", "1.000"});
+    click(2);
+    EXPECT_EQ(list.column(1), (Texts{"    9", "   20", "100,5", "1.000"}));
+}
+
+/// Required by the contract: the cells are padded to one length and compared as text.
+TEST_F(OrderColumnListview, NumbersWithDifferentDecimalsFollowTheirTexts)
+{
+    fill({"1,25", "10"});
+    click(2);
+    EXPECT_EQ(list.column(1), (Texts{"  10", "1,25"}));
+}
+
+TEST_F(OrderColumnListview, NumberCellsWithoutAValueArePaddedToo)
+{
+    fill({"12", "(leer)", " "});
+    click(2);
+    EXPECT_EQ(list.column(1), (Texts{"      ", "    12", "(leer)"}));
+}
+
+TEST_F(OrderColumnListview, MixedColumnStaysAsItIs)
+{
+    fill({"31.01.2023", "12", "01.02.2024"});
+    click(2);
+    EXPECT_EQ(list.column(1), (Texts{"01.02.2024", "12", "31.01.2023"}));
+}
+
+TEST_F(OrderColumnListview, TextsSortAsText)
+{
+    fill({"b", "a", "10", "9"});
+    click(2);
+    EXPECT_EQ(list.column(1), (Texts{"10", "9", "a", "b"}));
+}
+
+/// A column of empty cells is a date column and a number column.
+TEST_F(OrderColumnListview, EmptyColumn)
+{
+    fill({"", " ", "  "});
+    click(2);
+    EXPECT_EQ(list.column(1), (Texts{"", "", ""}));
+    EXPECT_EQ(header(2), "<<Column 2");
+}
+
+TEST_F(OrderColumnListview, TheDirectionFlipsWithEachClickWhateverTheColumn)
+{
+    fill({"a", "b"});
+    click(1);
+    EXPECT_EQ(list.view->SortOrder(), 0);
+    click(2);
+    EXPECT_EQ(list.view->SortOrder(), 1);
+    EXPECT_EQ(list.view->SortKey(), 1);
+    EXPECT_EQ(header(1), "Column 1") << "the old mark is gone";
+    EXPECT_EQ(header(2), ">>Column 2");
+    click(2);
+    EXPECT_EQ(list.view->SortOrder(), 0);
+    EXPECT_EQ(header(2), "<<Column 2") << "one mark, not two";
+}
+
+TEST_F(OrderColumnListview, FirstClickIsAscendingWhateverTheViewHeld)
+{
+    fill({"a", "b"});
+    list.view->SortOrder(1);
+    click(2);
+    EXPECT_EQ(list.view->SortOrder(), 0);
+}
+
+TEST_F(OrderColumnListview, OnlyActualizeKeepsTheDirection)
+{
+    fill({"a", "c"});
+    click(2);
+    click(2);
+    list.add({"item", "b"});
+    click(2, true);
+    EXPECT_EQ(list.column(1), (Texts{"c", "b", "a"}));
+    click(2, true);
+    EXPECT_EQ(list.view->SortOrder(), 1);
+    EXPECT_EQ(header(2), ">>Column 2");
+}
+
+TEST_F(OrderColumnListview, HeaderOfAnotherViewFailsWithTheViewsError)
+{
+    fill({"a"});
+    test::ListOnForm other{{1, 2, 3, 4, 5}};
+    EXPECT_NE(test::errorNumber([&] {
+                  Comm_Set{}.OrderColumnListview(with.session, *other.view->headers()->Item(Variant{5}), *list.view,
+                                                 false);
+              }),
+              0);
+}
+
+struct ShapeCase {
+    const char* name;
+    Texts cells;
+    bool isDate;
+    bool isNumber;
+    std::size_t width;
+};
+
+class ColumnShapes : public ::testing::TestWithParam<ShapeCase> {};
+
+TEST_P(ColumnShapes, AreRead)
+{
+    const test::Surroundings with;
+    const lists::ColumnShape shape = lists::shapeOf(GetParam().cells, "-");
+    EXPECT_EQ(shape.isDate, GetParam().isDate);
+    EXPECT_EQ(shape.isNumber, GetParam().isNumber);
+    if (shape.isDate || shape.isNumber) EXPECT_EQ(shape.width, GetParam().width);
+}
+
+INSTANTIATE_TEST_SUITE_P(Columns, ColumnShapes,
+                         ::testing::Values(ShapeCase{"empty", {"", " ", "-"}, true, true, 1},
+                                           ShapeCase{"dates", {"31.12.2024", "-"}, true, false, 10},
+                                           ShapeCase{"dayTooHigh", {"32.12.2024"}, false, true, 10},
+                                           ShapeCase{"monthTooHigh", {"31.13.2024"}, false, true, 10},
+                                           ShapeCase{"oneDigitDay", {"1.12.2024"}, false, true, 9},
+                                           ShapeCase{"slashes", {"31/12/2024"}, false, false, 0},
+                                           ShapeCase{"numbers", {"1", "1.234,5", "-7"}, false, true, 7},
+                                           ShapeCase{"umlautWidth", {"\xC3\xA4\xC3\xA4", "1"}, false, false, 0},
+                                           ShapeCase{"longer", {"31.12.2024 x"}, true, false, 12},
+                                           ShapeCase{"dateAndNumber", {"31.12.2024", "5"}, false, false, 0}),
+                         [](const auto& each) { return std::string{each.param.name}; });
+
+TEST(SortableDates, AreYearMonthDay)
+{
+    const test::Surroundings with;
+    EXPECT_EQ(lists::sortableDate("31.12.2024", "?"), "20241231");
+    EXPECT_EQ(lists::sortableDate("1.2.24", "?"), "00240201");
+    EXPECT_EQ(lists::sortableDate("1.2.20245", "?"), "02450201");
+    EXPECT_EQ(lists::sortableDate("1.2", "?"), "?");
+    EXPECT_EQ(lists::sortableDate("", "?"), "?");
+    EXPECT_EQ(lists::sortableDate("a.2.2024", "?"), "?");
+    EXPECT_EQ(lists::sortableDate("1..2024", "?"), "?");
+    EXPECT_EQ(lists::shownDate("20241231"), "31.12.2024");
+}
+
+TEST(PaddedNumbers, CountCharacters)
+{
+    EXPECT_EQ(lists::paddedNumber(" 7 ", 3), "  7");
+    EXPECT_EQ(lists::paddedNumber("1234", 3), "1234");
+    EXPECT_EQ(lists::paddedNumber("\xE2\x82\xAC", 2), " \xE2\x82\xAC");
+}
+
+} // namespace
+} // namespace tamarok
