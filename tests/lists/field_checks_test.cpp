@@ -54,7 +54,7 @@ protected:
     }
 
     test::Surroundings with;
-    const Comm_CSel csel;
+    const Comm_CSel csel{};
     std::shared_ptr<controls::Form> form = std::make_shared<controls::Form>();
     std::shared_ptr<controls::TextBox> field = std::make_shared<controls::TextBox>();
     std::shared_ptr<controls::TextBox> first = std::make_shared<controls::TextBox>();

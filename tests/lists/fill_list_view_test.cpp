@@ -102,7 +102,7 @@ protected:
         fill(list, type, "");
         std::vector<std::string> columns;
         for (std::size_t column = 0; column < rows.front().size(); ++column)
-            columns.push_back("F" + std::to_string(column));
+            columns.push_back(std::string{"F"}.append(std::to_string(column)));
         with.database.addAnswer(statement(), columns, std::move(rows));
         fill(list, type, "");
     }
@@ -131,10 +131,10 @@ TEST_F(FilledList, NullShowsTheWordsForNothingOrABlank)
     EXPECT_EQ(list.keys(), (Texts{"1R7", "2R"}));
 }
 
-/// Column 6 is a date, 10 a number, 1 a text.
+/// Columns 6 and 13 are dates, 10 is a number, 1 a text.
 TEST_F(FilledList, FormattedColumnsAreAlignedRightButTheFirst)
 {
-    test::ListOnForm list{{6, 1, 6, 10}};
+    test::ListOnForm list{{6, 1, 13, 10}};
     list.view->headers()->all()[1]->Alignment = controls::ColumnAlignment::Center;
     answer(list, "BBHUNDE", {{makeDate(2024, 3, 5), "12", Null{}, 55.4, "tag", 7}});
     std::vector<controls::ColumnAlignment> alignments;

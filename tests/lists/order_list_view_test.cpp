@@ -95,17 +95,18 @@ TEST_F(OrderColumnListview, WordsForAnEmptyCellOfEightCharactersAreNoDate)
 
 TEST_F(OrderColumnListview, NumbersSortByValueAndStayPadded)
 {
-    fill({"100,5", "9", " 20 ", "1.000"});
+    fill({"100,5", "9", " 20 ", "-3"});
     click(2);
-    EXPECT_EQ(list.column(1), (Texts{"    9", "   20", "100,5", "1.000"}));
+    EXPECT_EQ(list.column(1), (Texts{"    9", "   -3", "   20", "100,5"}));
 }
 
-/// Required by the contract: the cells are padded to one length and compared as text.
+/// Required by the contract: the cells are padded to one length and compared as text, so that the order is that of the
+/// values where all have the same number of decimals and the same signs.
 TEST_F(OrderColumnListview, NumbersWithDifferentDecimalsFollowTheirTexts)
 {
-    fill({"1,25", "10"});
+    fill({"1,25", "10", "1.000"});
     click(2);
-    EXPECT_EQ(list.column(1), (Texts{"  10", "1,25"}));
+    EXPECT_EQ(list.column(1), (Texts{"   10", " 1,25", "1.000"}));
 }
 
 TEST_F(OrderColumnListview, NumberCellsWithoutAValueArePaddedToo)
@@ -201,7 +202,9 @@ TEST_P(ColumnShapes, AreRead)
     const lists::ColumnShape shape = lists::shapeOf(GetParam().cells, "-");
     EXPECT_EQ(shape.isDate, GetParam().isDate);
     EXPECT_EQ(shape.isNumber, GetParam().isNumber);
-    if (shape.isDate || shape.isNumber) EXPECT_EQ(shape.width, GetParam().width);
+    if (shape.isDate || shape.isNumber) {
+        EXPECT_EQ(shape.width, GetParam().width);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Columns, ColumnShapes,
