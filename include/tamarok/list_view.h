@@ -35,7 +35,7 @@ enum class SortDirection : std::uint8_t { Ascending = 0, Descending = 1 };
 class ListItem final : public WithMembers<ListItem> {
 public:
     /// Made by ListItems::Add. @param columns  number of texts to make room for
-    ListItem(ListItems& list, std::string text, std::size_t columns);
+    ListItem(ListItems& list, std::string_view text, std::size_t columns);
 
     static std::span<const Member<ListItem>> members() noexcept;
     std::string_view typeName() const override { return "ListItem"; }
@@ -44,12 +44,12 @@ public:
 
     /// Returns or sets the text of the first column. A new text does not move the item in a sorted list.
     const std::string& text() const;
-    void text(std::string value);
+    void text(std::string_view value);
 
     /// Returns or sets the text of another column, "" if none was set. A new text does not move the item in a sorted
     /// list. @param index  1 for the second column; Error 380 for a column that the list does not have
     const std::string& SubItems(std::int32_t index) const;
-    void SubItems(std::int32_t index, std::string value);
+    void SubItems(std::int32_t index, std::string_view value);
 
     const std::string& Key() const;
     /// Errors 35602 and 35603.
@@ -96,7 +96,7 @@ public:
     /// its SelectedItem.
     /// @param index  position from 1; nothing for the end. Error 35600 unless it is 1 to Count + 1
     /// @param key    errors 35602 and 35603
-    ListItemRef Add(std::optional<std::int32_t> index, std::string_view key, std::string text);
+    ListItemRef Add(std::optional<std::int32_t> index, std::string_view key, std::string_view text);
 
     /// Returns an item. Errors 35600 and 35601.
     const ListItemRef& Item(const Variant& index) const;
@@ -146,7 +146,7 @@ private:
     void settleBefore(std::size_t changedColumn) const;
 
     // A sort is carried out when the order is next looked at: a click on a header sets SortKey, SortOrder and Sorted,
-    // each of which sorts, and only the last order is seen.
+    // each of which sorts, and only the last order is seen. That halves the time of a click (bench: clickOnAHead).
     mutable std::vector<ListItemRef> items_;
     mutable bool sortIsDue_ = false;
     mutable std::size_t numbered_ = 0;    ///< number of leading items whose position_ is valid

@@ -58,11 +58,27 @@ std::int32_t subItemIndex(Index index)
     return convert::toLong(onlyIndex(index, "SubItems", "ListItem"));
 }
 
+/// A text as it is, without the copy that a conversion makes; the other kinds of values are converted.
+class TextOfValue {
+public:
+    explicit TextOfValue(const Variant& value) :
+        converted_{value.isString() ? std::string{} : convert::toText(value)},
+        text_{value.isString() ? std::string_view{value.asString()} : std::string_view{converted_}}
+    {}
+    operator std::string_view() const noexcept { return text_; }
+    TextOfValue(const TextOfValue&) = delete;
+    TextOfValue& operator=(const TextOfValue&) = delete;
+
+private:
+    std::string converted_;
+    std::string_view text_;
+};
+
 constexpr Member<ListItem> itemMembers[]{
     {.name = "SubItems",
      .get = [](const ListItem& item, Index index) -> Variant { return item.SubItems(subItemIndex(index)); },
      .putIndexed = [](ListItem& item, Index index,
-                      const Variant& value) { item.SubItems(subItemIndex(index), convert::toText(value)); }},
+                      const Variant& value) { item.SubItems(subItemIndex(index), TextOfValue{value}); }},
     {.name = "Text",
      .get = [](const ListItem& item, Index) -> Variant { return item.text(); },
      .put = [](ListItem& item, const Variant& value) { item.text(convert::toText(value)); }},
@@ -94,10 +110,10 @@ std::span<const Member<ListItem>> ListItem::members() noexcept
     return itemMembers;
 }
 
-ListItem::ListItem(ListItems& list, std::string text, std::size_t columns) : list_{&list}
+ListItem::ListItem(ListItems& list, std::string_view text, std::size_t columns) : list_{&list}
 {
     cells_.reserve(std::max<std::size_t>(columns, 1));
-    cells_.push_back(std::move(text));
+    cells_.emplace_back(text);
 }
 
 ListItems& ListItem::list() const
@@ -113,10 +129,10 @@ const std::string& ListItem::text() const
     return cells_.front();
 }
 
-void ListItem::text(std::string value)
+void ListItem::text(std::string_view value)
 {
     list().settleBefore(0);
-    cells_.front() = std::move(value);
+    cells_.front() = value;
 }
 
 const std::string& ListItem::SubItems(std::int32_t index) const
@@ -125,12 +141,12 @@ const std::string& ListItem::SubItems(std::int32_t index) const
     return column < cells_.size() ? cells_[column] : noText;
 }
 
-void ListItem::SubItems(std::int32_t index, std::string value)
+void ListItem::SubItems(std::int32_t index, std::string_view value)
 {
     const auto column = list().checkedSubItem(index);
     list_->settleBefore(column);
     if (column >= cells_.size()) cells_.resize(column + 1);
-    cells_[column] = std::move(value);
+    cells_[column] = value;
 }
 
 const std::string& ListItem::Key() const
@@ -203,14 +219,14 @@ void ListItems::Clear() noexcept
     blankPrefix_ = 0;
 }
 
-ListItemRef ListItems::Add(std::optional<std::int32_t> index, std::string_view key, std::string text)
+ListItemRef ListItems::Add(std::optional<std::int32_t> index, std::string_view key, std::string_view text)
 {
     // Everything that can be refused comes before the first change.
     const std::size_t given = place(index);
     if (!key.empty()) requireFreeKey(key);
     settle();
     const std::size_t position = sorted_ ? sortedPlace(text) : given;
-    auto item = std::make_shared<ListItem>(*this, std::move(text), columns_);
+    auto item = std::make_shared<ListItem>(*this, text, columns_);
     item->key_ = key;
     items_.insert(items_.begin() + static_cast<std::ptrdiff_t>(position), item);
     if (!key.empty()) keys_.insert(item.get());
