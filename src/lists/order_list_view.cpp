@@ -1,9 +1,13 @@
+#include <functional>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "late_bound.h"
 #include "sortable_cells.h"
 
+#include "tamarok/column_texts.h"
 #include "tamarok/comm_set.h"
 #include "tamarok/convert.h"
 
@@ -16,33 +20,48 @@ constexpr std::int32_t descending = 1;
 constexpr std::string_view ascendingMark = "<<";
 constexpr std::string_view descendingMark = ">>";
 
-/// The cells of one column of a list view, with the items that they belong to.
+/// The cells of one column of a list view, in the order before the sort.
 class ColumnCells {
 public:
-    /// @param column  position of the column, from 1
-    ColumnCells(const Object& items, std::int32_t column) : index_{column - 1}
+    virtual ~ColumnCells() = default;
+    ColumnCells(const ColumnCells&) = delete;
+    ColumnCells& operator=(const ColumnCells&) = delete;
+
+    virtual lists::ColumnShape shape(std::string_view emptyText) = 0;
+    /// Replaces each text by what `change` makes of it.
+    virtual void rewrite(const std::function<void(std::string&)>& change) = 0;
+    /// Called between the sort and the next change.
+    virtual void finishSort() {}
+
+protected:
+    ColumnCells() = default;
+};
+
+/// The cells of any view, reached by name.
+class LateBoundCells final : public ColumnCells {
+public:
+    LateBoundCells(const Object& items, std::int32_t column) : index_{column - 1}
     {
         const std::int32_t count = lists::numberOf(items, "Count");
         items_.reserve(static_cast<std::size_t>(count));
-        texts_.reserve(static_cast<std::size_t>(count));
-        for (std::int32_t position = 1; position <= count; ++position) {
+        for (std::int32_t position = 1; position <= count; ++position)
             items_.push_back(lists::elementOf(items, position));
-            texts_.push_back(read(*items_.back()));
-        }
     }
 
-    bool isItemText() const noexcept { return index_ == 0; }
-    const std::vector<std::string>& texts() const noexcept { return texts_; }
-
-    /// Replaces each text by what `change` returns for it, in the view as well.
-    template <class Change>
-    void rewrite(Change change)
+    lists::ColumnShape shape(std::string_view emptyText) override
     {
-        for (std::size_t row = 0; row < items_.size(); ++row) {
-            std::string changed = change(texts_[row]);
-            if (changed == texts_[row]) continue;
-            texts_[row] = std::move(changed);
-            write(*items_[row], texts_[row]);
+        lists::ColumnShape shape{emptyText};
+        for (const ObjectRef& item : items_)
+            if (!shape.add(read(*item))) break;
+        return shape;
+    }
+
+    void rewrite(const std::function<void(std::string&)>& change) override
+    {
+        for (const ObjectRef& item : items_) {
+            std::string text = read(*item);
+            change(text);
+            write(*item, std::move(text));
         }
     }
 
@@ -50,23 +69,56 @@ private:
     std::string read(const Object& item) const
     {
         const Variant index{index_};
-        return convert::toText(isItemText() ? item.get("text", {}) : item.get("SubItems", {&index, 1}));
+        return convert::toText(index_ == 0 ? item.get("text", {}) : item.get("SubItems", {&index, 1}));
     }
 
-    void write(Object& item, const std::string& text) const
+    void write(Object& item, std::string text) const
     {
         const Variant index{index_};
-        if (isItemText()) {
-            item.put("text", text);
+        if (index_ == 0) {
+            item.put("text", std::move(text));
         } else {
-            item.putIndexed("SubItems", {&index, 1}, text);
+            item.putIndexed("SubItems", {&index, 1}, std::move(text));
         }
     }
 
     std::int32_t index_; ///< 0 for the text of the item, else the index of its SubItems
     std::vector<ObjectRef> items_;
-    std::vector<std::string> texts_;
 };
+
+/// The cells of a view that gives the texts of a column at once.
+class DirectCells final : public ColumnCells {
+public:
+    DirectCells(ColumnTexts& source, std::int32_t column) :
+        source_{source}, texts_{source.textsOf(static_cast<std::size_t>(column) - 1)}
+    {}
+
+    lists::ColumnShape shape(std::string_view emptyText) override
+    {
+        lists::ColumnShape shape{emptyText};
+        for (const std::string* const text : texts_)
+            if (!shape.add(*text)) break;
+        return shape;
+    }
+
+    void rewrite(const std::function<void(std::string&)>& change) override
+    {
+        for (std::string* const text : texts_)
+            change(*text);
+    }
+
+    void finishSort() override { source_.finishSort(); }
+
+private:
+    ColumnTexts& source_;
+    std::vector<std::string*> texts_;
+};
+
+std::unique_ptr<ColumnCells> cellsOf(Object& items, std::int32_t column)
+{
+    if (auto* const texts = dynamic_cast<ColumnTexts*>(&items)) return std::make_unique<DirectCells>(*texts, column);
+    return std::make_unique<LateBoundCells>(items, column);
+}
 
 /// Removes the marks of a former order from all headers.
 void removeMarks(const Object& headers)
@@ -101,25 +153,23 @@ void Comm_Set::OrderColumnListview(const TmkVar& tmkVar, Object& ColumnHeader, O
     const ObjectRef items = lists::objectOf(ListView1, "ListItems");
     if (lists::numberOf(*items, "Count") == 0) return;
     const std::int32_t column = lists::numberOf(ColumnHeader, "Index");
-    ColumnCells cells{*items, column};
+    const std::unique_ptr<ColumnCells> cells = cellsOf(*items, column);
     const std::string& emptyText = tmkVar.strEmptyText;
-    const lists::ColumnShape shape = lists::shapeOf(cells.texts(), emptyText);
-    if (shape.isDate) {
-        const std::string otherwise = cells.isItemText() ? emptyText : " ";
-        cells.rewrite([&](const std::string& cell) { return lists::sortableDate(cell, otherwise); });
+    const lists::ColumnShape shape = cells->shape(emptyText);
+    if (shape.isDate()) {
+        const std::string otherwise = column == 1 ? emptyText : " ";
+        cells->rewrite([&](std::string& cell) { cell = lists::sortableDate(cell, otherwise); });
     }
     // Required by the contract: the padding stays in the cells.
-    if (shape.isNumber) cells.rewrite([&](const std::string& cell) { return lists::paddedNumber(cell, shape.width); });
+    if (shape.isNumber()) cells->rewrite([&](std::string& cell) { cell = lists::paddedNumber(cell, shape.width()); });
 
     removeMarks(*lists::objectOf(ListView1, "ColumnHeaders"));
     sortBy(ListView1, ColumnHeader, column, OnlyActualize);
 
-    if (!shape.isDate) return;
-    constexpr std::size_t sortableLength = 8;
-    cells.rewrite([&](const std::string& cell) {
-        const bool isSortable =
-            cell.size() == sortableLength && cell != emptyText && cell.find(' ') == std::string::npos;
-        return isSortable ? lists::shownDate(cell) : cell;
+    if (!shape.isDate()) return;
+    cells->finishSort();
+    cells->rewrite([&](std::string& cell) {
+        if (lists::isSortableDate(cell) && cell != emptyText) cell = lists::shownDate(cell);
     });
 }
 

@@ -4,6 +4,7 @@
 
 #include "list_views.h"
 #include "sortable_cells.h"
+#include "support/by_name.h"
 #include "support/errors.h"
 #include "support/surroundings.h"
 
@@ -17,7 +18,10 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-class OrderColumnListview : public ::testing::Test {
+/// The view is the library's own, or one that is reached by name alone.
+enum class Reached { Directly, ByName };
+
+class OrderColumnListview : public ::testing::TestWithParam<Reached> {
 protected:
     OrderColumnListview() { with.session.strEmptyText = "(leer)"; }
 
@@ -35,8 +39,17 @@ protected:
 
     void click(std::int32_t column, bool onlyActualize = false)
     {
-        Comm_Set{}.OrderColumnListview(with.session, *list.view->headers()->Item(Variant{column}), *list.view,
-                                       onlyActualize);
+        order(list.view->headers()->Item(Variant{column}), onlyActualize);
+    }
+    void order(const controls::ColumnHeaderRef& header, bool onlyActualize)
+    {
+        if (GetParam() == Reached::Directly) {
+            Comm_Set{}.OrderColumnListview(with.session, *header, *list.view, onlyActualize);
+        } else {
+            test::ByName headerByName{header};
+            test::ByName viewByName{list.view};
+            Comm_Set{}.OrderColumnListview(with.session, headerByName, viewByName, onlyActualize);
+        }
     }
     const std::string& header(std::int32_t column) const { return list.view->headers()->Item(Variant{column})->text; }
 
@@ -44,14 +57,14 @@ protected:
     test::ListOnForm list{{1, 2}};
 };
 
-TEST_F(OrderColumnListview, EmptyListIsLeftAlone)
+TEST_P(OrderColumnListview, EmptyListIsLeftAlone)
 {
     click(1);
     EXPECT_FALSE(list.view->Sorted());
     EXPECT_EQ(header(1), "Column 1");
 }
 
-TEST_F(OrderColumnListview, DatesSortByTimeAndStayShownAsDates)
+TEST_P(OrderColumnListview, DatesSortByTimeAndStayShownAsDates)
 {
     fill({"01.02.2024", "31.01.2023", "15.12.2023"});
     click(2);
@@ -62,7 +75,7 @@ TEST_F(OrderColumnListview, DatesSortByTimeAndStayShownAsDates)
     EXPECT_EQ(header(2), ">>Column 2");
 }
 
-TEST_F(OrderColumnListview, DatesOfTheFirstColumn)
+TEST_P(OrderColumnListview, DatesOfTheFirstColumn)
 {
     fillFirst({"01.02.2024", "(leer)", "31.01.2023", ""});
     click(1);
@@ -70,7 +83,7 @@ TEST_F(OrderColumnListview, DatesOfTheFirstColumn)
 }
 
 /// Only a text of the first column takes the words for an empty one.
-TEST_F(OrderColumnListview, CellsWithoutADateAreBlankInTheOtherColumns)
+TEST_P(OrderColumnListview, CellsWithoutADateAreBlankInTheOtherColumns)
 {
     fill({"01.02.2024", " ", "31.01.2023", "(leer)"});
     click(2);
@@ -78,14 +91,14 @@ TEST_F(OrderColumnListview, CellsWithoutADateAreBlankInTheOtherColumns)
 }
 
 /// What follows a date of ten characters makes its year no number.
-TEST_F(OrderColumnListview, DatesWithATimeLoseTheirText)
+TEST_P(OrderColumnListview, DatesWithATimeLoseTheirText)
 {
     fill({"01.02.2024 10:15", "31.01.2023"});
     click(2);
     EXPECT_EQ(list.column(1), (Texts{" ", "31.01.2023"}));
 }
 
-TEST_F(OrderColumnListview, WordsForAnEmptyCellOfEightCharactersAreNoDate)
+TEST_P(OrderColumnListview, WordsForAnEmptyCellOfEightCharactersAreNoDate)
 {
     with.session.strEmptyText = "(nichts)";
     fillFirst({"01.02.2024", "(nichts)"});
@@ -93,7 +106,7 @@ TEST_F(OrderColumnListview, WordsForAnEmptyCellOfEightCharactersAreNoDate)
     EXPECT_EQ(list.column(0), (Texts{"(nichts)", "01.02.2024"}));
 }
 
-TEST_F(OrderColumnListview, NumbersSortByValueAndStayPadded)
+TEST_P(OrderColumnListview, NumbersSortByValueAndStayPadded)
 {
     fill({"100,5", "9", " 20 ", "-3"});
     click(2);
@@ -102,28 +115,28 @@ TEST_F(OrderColumnListview, NumbersSortByValueAndStayPadded)
 
 /// Required by the contract: the cells are padded to one length and compared as text, so that the order is that of the
 /// values where all have the same number of decimals and the same signs.
-TEST_F(OrderColumnListview, NumbersWithDifferentDecimalsFollowTheirTexts)
+TEST_P(OrderColumnListview, NumbersWithDifferentDecimalsFollowTheirTexts)
 {
     fill({"1,25", "10", "1.000"});
     click(2);
     EXPECT_EQ(list.column(1), (Texts{"   10", " 1,25", "1.000"}));
 }
 
-TEST_F(OrderColumnListview, NumberCellsWithoutAValueArePaddedToo)
+TEST_P(OrderColumnListview, NumberCellsWithoutAValueArePaddedToo)
 {
     fill({"12", "(leer)", " "});
     click(2);
     EXPECT_EQ(list.column(1), (Texts{"      ", "    12", "(leer)"}));
 }
 
-TEST_F(OrderColumnListview, MixedColumnStaysAsItIs)
+TEST_P(OrderColumnListview, MixedColumnStaysAsItIs)
 {
     fill({"31.01.2023", "12", "01.02.2024"});
     click(2);
     EXPECT_EQ(list.column(1), (Texts{"01.02.2024", "12", "31.01.2023"}));
 }
 
-TEST_F(OrderColumnListview, TextsSortAsText)
+TEST_P(OrderColumnListview, TextsSortAsText)
 {
     fill({"b", "a", "10", "9"});
     click(2);
@@ -131,7 +144,7 @@ TEST_F(OrderColumnListview, TextsSortAsText)
 }
 
 /// A column of empty cells is a date column and a number column.
-TEST_F(OrderColumnListview, EmptyColumn)
+TEST_P(OrderColumnListview, EmptyColumn)
 {
     fill({"", " ", "  "});
     click(2);
@@ -139,7 +152,7 @@ TEST_F(OrderColumnListview, EmptyColumn)
     EXPECT_EQ(header(2), "<<Column 2");
 }
 
-TEST_F(OrderColumnListview, TheDirectionFlipsWithEachClickWhateverTheColumn)
+TEST_P(OrderColumnListview, TheDirectionFlipsWithEachClickWhateverTheColumn)
 {
     fill({"a", "b"});
     click(1);
@@ -154,7 +167,7 @@ TEST_F(OrderColumnListview, TheDirectionFlipsWithEachClickWhateverTheColumn)
     EXPECT_EQ(header(2), "<<Column 2") << "one mark, not two";
 }
 
-TEST_F(OrderColumnListview, FirstClickIsAscendingWhateverTheViewHeld)
+TEST_P(OrderColumnListview, FirstClickIsAscendingWhateverTheViewHeld)
 {
     fill({"a", "b"});
     list.view->SortOrder(1);
@@ -162,7 +175,7 @@ TEST_F(OrderColumnListview, FirstClickIsAscendingWhateverTheViewHeld)
     EXPECT_EQ(list.view->SortOrder(), 0);
 }
 
-TEST_F(OrderColumnListview, OnlyActualizeKeepsTheDirection)
+TEST_P(OrderColumnListview, OnlyActualizeKeepsTheDirection)
 {
     fill({"a", "c"});
     click(2);
@@ -175,16 +188,16 @@ TEST_F(OrderColumnListview, OnlyActualizeKeepsTheDirection)
     EXPECT_EQ(header(2), ">>Column 2");
 }
 
-TEST_F(OrderColumnListview, HeaderOfAnotherViewFailsWithTheViewsError)
+TEST_P(OrderColumnListview, HeaderOfAnotherViewFailsWithTheViewsError)
 {
     fill({"a"});
     test::ListOnForm other{{1, 2, 3, 4, 5}};
-    EXPECT_NE(test::errorNumber([&] {
-                  Comm_Set{}.OrderColumnListview(with.session, *other.view->headers()->Item(Variant{5}), *list.view,
-                                                 false);
-              }),
-              0);
+    EXPECT_EQ(test::errorNumber([&] { order(other.view->headers()->Item(Variant{5}), false); }),
+              errors::invalidPropertyValue);
 }
+
+INSTANTIATE_TEST_SUITE_P(Views, OrderColumnListview, ::testing::Values(Reached::Directly, Reached::ByName),
+                         [](const auto& each) { return each.param == Reached::Directly ? "Direct" : "ByName"; });
 
 struct ShapeCase {
     const char* name;
@@ -199,11 +212,15 @@ class ColumnShapes : public ::testing::TestWithParam<ShapeCase> {};
 TEST_P(ColumnShapes, AreRead)
 {
     const test::Surroundings with;
-    const lists::ColumnShape shape = lists::shapeOf(GetParam().cells, "-");
-    EXPECT_EQ(shape.isDate, GetParam().isDate);
-    EXPECT_EQ(shape.isNumber, GetParam().isNumber);
-    if (shape.isDate || shape.isNumber) {
-        EXPECT_EQ(shape.width, GetParam().width);
+    lists::ColumnShape shape{"-"};
+    for (const std::string& cell : GetParam().cells) {
+        const bool goesOn = shape.add(cell);
+        EXPECT_TRUE(goesOn == (shape.isDate() || shape.isNumber()));
+    }
+    EXPECT_EQ(shape.isDate(), GetParam().isDate);
+    EXPECT_EQ(shape.isNumber(), GetParam().isNumber);
+    if (shape.isDate() || shape.isNumber()) {
+        EXPECT_EQ(shape.width(), GetParam().width);
     }
 }
 
