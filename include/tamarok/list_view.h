@@ -116,10 +116,11 @@ private:
     friend class ListItem;
     friend class ListView;
 
+    // Not noexcept, so that the set keeps the hash of each item and does not read the items of a whole bucket.
     struct KeyHash {
         using is_transparent = void;
-        std::size_t operator()(std::string_view key) const noexcept { return std::hash<std::string_view>{}(key); }
-        std::size_t operator()(const ListItem* item) const noexcept { return (*this)(std::string_view{item->key_}); }
+        std::size_t operator()(std::string_view key) const { return std::hash<std::string_view>{}(key); }
+        std::size_t operator()(const ListItem* item) const { return (*this)(std::string_view{item->key_}); }
     };
     struct KeyEqual {
         using is_transparent = void;
@@ -128,7 +129,6 @@ private:
         bool operator()(const auto& a, const auto& b) const noexcept { return keyOf(a) == keyOf(b); }
     };
 
-    void requireFreeKey(std::string_view key) const;
     std::size_t place(const std::optional<std::int32_t>& index) const;
     std::size_t sortedPlace(std::string_view text);
     std::size_t positionOf(const Variant& index) const;

@@ -4,6 +4,7 @@
 #include "tamarok/convert.h"
 #include "tamarok/error.h"
 #include "tamarok/form.h"
+#include "tamarok/grids.h"
 #include "tamarok/list_view.h"
 #include "tamarok/members.h"
 
@@ -110,13 +111,15 @@ std::shared_ptr<Control> makeControl()
 }
 
 constexpr ControlType controlTypes[]{
-    {"CheckBox", &makeControl<CheckBox>},
+    {"CheckBox", &makeControl<CheckBox>}, //
     {"ComboBox", &makeControl<ComboBox>},
+    {"DataGrid", &makeControl<DataGrid>},
     {"F_UFakt", &makeControl<ConversionFactorForm>},
     {"Form", &makeControl<Form>},
     {"Label", &makeControl<Label>},
     {"ListBox", &makeControl<ListBox>},
     {"ListView", &makeControl<ListView>},
+    {"MSFlexGrid", &makeControl<FlexGrid>},
     {"TextBox", &makeControl<TextBox>},
 };
 

@@ -157,12 +157,15 @@ const std::string& ListItem::Key() const
 
 void ListItem::Key(std::string_view key)
 {
-    ListItems& items = list();
+    auto& keys = list().keys_;
     if (key == key_) return;
-    items.requireFreeKey(key);
-    if (!key_.empty()) items.keys_.erase(this);
+    if (!key.empty()) {
+        checkKey(key, source);
+        if (keys.contains(key)) throwKeyNotUnique(key, source);
+    }
+    if (!key_.empty()) keys.erase(this);
     key_ = key;
-    if (!key_.empty()) items.keys_.insert(this);
+    if (!key_.empty()) keys.insert(this);
 }
 
 const Variant& ListItem::Tag() const
@@ -221,23 +224,21 @@ void ListItems::Clear() noexcept
 
 ListItemRef ListItems::Add(std::optional<std::int32_t> index, std::string_view key, std::string_view text)
 {
-    // Everything that can be refused comes before the first change.
+    // Everything that can fail comes before the first change that stays.
     const std::size_t given = place(index);
-    if (!key.empty()) requireFreeKey(key);
+    if (!key.empty()) checkKey(key, source);
     settle();
     const std::size_t position = sorted_ ? sortedPlace(text) : given;
     auto item = std::make_shared<ListItem>(*this, text, columns_);
     item->key_ = key;
+    if (items_.size() == items_.capacity()) items_.reserve(std::max<std::size_t>(16, 2 * items_.size()));
+    if (!key.empty() && !keys_.insert(item.get()).second) throwKeyNotUnique(key, source);
     items_.insert(items_.begin() + static_cast<std::ptrdiff_t>(position), item);
-    if (!key.empty()) keys_.insert(item.get());
     if (sorted_ && sortColumn_ != 0 && direction_ == SortDirection::Ascending) ++blankPrefix_;
     if (items_.size() == 1) selected_ = item.get();
+    // An item at the end of numbered ones gets the next number; behind an inserted one all numbers are void.
     numbered_ = std::min(numbered_, position);
-    if (numbered_ == position) {
-        // The usual append: the number is known.
-        item->position_ = static_cast<std::uint32_t>(position);
-        ++numbered_;
-    }
+    if (numbered_ == position) item->position_ = static_cast<std::uint32_t>(numbered_++);
     return item;
 }
 
@@ -278,14 +279,6 @@ std::vector<std::string*> ListItems::textsOf(std::size_t column)
         texts.push_back(&cells[column]);
     }
     return texts;
-}
-
-/// Errors 35603 and 35602; "" is always free.
-void ListItems::requireFreeKey(std::string_view key) const
-{
-    if (key.empty()) return;
-    checkKey(key, source);
-    if (keys_.contains(key)) throwKeyNotUnique(key, source);
 }
 
 /// Returns the position from 0 that an index for Add means.

@@ -21,8 +21,8 @@ TEST(Controls, AreMadeByTypeName)
     EXPECT_EQ(make("textbox")->typeName(), "TextBox");
     EXPECT_EQ(errorNumber([] { make("Gauge"); }), errors::cannotCreateObject);
     EXPECT_EQ(test::errorText([] { make("Gauge"); }),
-              "There is no control of type \"Gauge\"; known are CheckBox, ComboBox, F_UFakt, Form, Label, ListBox, "
-              "ListView, TextBox.");
+              "There is no control of type \"Gauge\"; known are CheckBox, ComboBox, DataGrid, F_UFakt, Form, "
+              "Label, ListBox, ListView, MSFlexGrid, TextBox.");
 }
 
 TEST(Controls, MisspeltMembersAreNamedWithTheNearestOne)
