@@ -12,7 +12,7 @@ set(floors
     "ado dialect session | ado ado_backend backend_registry c_version connection_text mcomm tmkvar"
     "values | comm_conv comm_find comm_get comm_set"
     "catalogue selections settings rights timber lists | comm_csel comm_lock comm_models comm_sql list_catalogue round_wood selection_book"
-    "controls | controls"
+    "controls | controls form grids list_view"
     "component | component")
 
 set(problems "")
