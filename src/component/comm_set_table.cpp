@@ -11,6 +11,7 @@ using C = Comm_Set;
 
 // clang-format off
 constexpr std::array operations{
+    operation<&C::Set_UnknownModelCmb>(1, "Set_UnknownModelCmb", "&TmkVar, &cmbObj", "Adds the choice of a model that is not saved to a combo box."),
     operation<&C::Set_StrVal>(2, "Set_StrVal", "value", "Text as an SQL literal, NULL where it is empty."),
     operation<&C::Set_NumVal>(3, "Set_NumVal", "value", "Number text for SQL, NULL where it is empty."),
     operation<&C::Set_StrVal2>(4, "Set_StrVal2", "value, [wald]", "Condition on a column: equal to a text, or IS NULL."),
