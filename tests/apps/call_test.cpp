@@ -59,6 +59,12 @@ TEST(Call, ConversationWithoutDatabase)
     hold(host, "values_and_objects.txt", 155);
 }
 
+TEST(Call, ConversationAboutControls)
+{
+    Program host{{"call", "--locale", "de-AT"}};
+    hold(host, "controls.txt", 124);
+}
+
 TEST(Call, ConversationWithDatabase)
 {
     const ScratchFolder folder;
