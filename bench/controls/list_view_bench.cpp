@@ -111,6 +111,38 @@ void fillByName(benchmark::State& state)
 }
 BENCHMARK(fillByName)->UseManualTime()->Iterations(9)->Unit(benchmark::kMillisecond);
 
+/// Filling a list that is sorted by its keys, with rows in that order or in none. The peer fills an unsorted list and
+/// sorts it at the end.
+void fillSorted(benchmark::State& state, bool inOrder)
+{
+    std::vector<std::pair<std::string, const Row*>> texts;
+    for (const Row& row : sample())
+        texts.emplace_back(row.texts[0], &row);
+    if (inOrder) std::ranges::sort(texts);
+    const auto fill = [&](ListView& list) {
+        for (const auto& [text, row] : texts)
+            list.items()->Add({}, row->key, text);
+    };
+    const auto later = emptyList();
+    const auto sorted = emptyList();
+    sorted->Sorted(true);
+    compare(
+        state, rows,
+        [&] {
+            later->Sorted(false);
+            later->items()->Clear();
+            fill(*later);
+            later->Sorted(true);
+            later->items()->all();
+        },
+        [&] {
+            sorted->items()->Clear();
+            fill(*sorted);
+        });
+}
+BENCHMARK_CAPTURE(fillSorted, inOrder, true)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(fillSorted, inNoOrder, false)->UseManualTime()->Iterations(3)->Unit(benchmark::kMillisecond);
+
 /// The list against rows of vectors of strings, which is what a cell costs at least without packing.
 void memoryOfACell(benchmark::State& state)
 {

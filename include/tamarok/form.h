@@ -15,14 +15,14 @@ inline constexpr std::int32_t controlNotFound = 730; ///< A form has no control 
 
 namespace tamarok::controls {
 
-/// The controls of a form, which keeps them alive. Positions begin at 0.
+/// The controls of a form, which keeps them alive. Positions begin at 1.
 class ControlList final : public WithMembers<ControlList> {
 public:
     static std::span<const Member<ControlList>> members() noexcept;
     std::string_view typeName() const override { return "Controls"; }
 
     std::int32_t Count() const noexcept { return static_cast<std::int32_t>(controls_.size()); }
-    /// Returns a control by its position from 0 or, for a text, by its name, compared without regard to case.
+    /// Returns a control by its position from 1 or, for a text, by its name, compared without regard to case.
     /// Errors: 9 for a position outside the list, 730 for an unknown name.
     const std::shared_ptr<Control>& Item(const Variant& index) const;
 

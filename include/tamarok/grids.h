@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "tamarok/controls.h"
@@ -69,9 +70,9 @@ private:
     std::int32_t fixedCols_ = 1;
     std::int32_t row_ = 1;
     std::int32_t col_ = 1;
-    std::map<std::int32_t, std::int32_t> widths_;  ///< of columns that have not the default
-    std::map<std::int32_t, std::int32_t> heights_; ///< of rows that have not the default
-    std::vector<std::vector<std::string>> cells_;  ///< row by row, as far as one was written
+    std::map<std::int32_t, std::int32_t> widths_;                        ///< of columns that have not the default
+    std::map<std::int32_t, std::int32_t> heights_;                       ///< of rows that have not the default
+    std::map<std::pair<std::int32_t, std::int32_t>, std::string> cells_; ///< by row and column, those that were written
 };
 
 class GridColumns;

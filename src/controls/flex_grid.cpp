@@ -7,7 +7,7 @@
 #include "tamarok/error.h"
 #include "tamarok/grids.h"
 
-// The flex grid. Cells and sizes are kept as far as one was set: a grid of a million empty rows costs nothing.
+// The flex grid. Only cells and sizes that were set take memory: a grid of a million empty rows costs nothing.
 
 namespace tamarok::controls {
 namespace {
@@ -105,7 +105,7 @@ void FlexGrid::Rows(std::int32_t count)
     if (count < fixedRows_) throwInvalidValue("Rows", std::to_string(count));
     rows_ = count;
     row_ = std::clamp(row_, 0, std::max(rows_ - 1, 0));
-    if (cells_.size() > static_cast<std::size_t>(count)) cells_.resize(static_cast<std::size_t>(count));
+    cells_.erase(cells_.lower_bound({count, 0}), cells_.end());
     heights_.erase(heights_.lower_bound(count), heights_.end());
 }
 
@@ -114,8 +114,7 @@ void FlexGrid::Cols(std::int32_t count)
     if (count < fixedCols_) throwInvalidValue("Cols", std::to_string(count));
     cols_ = count;
     col_ = std::clamp(col_, 0, std::max(cols_ - 1, 0));
-    for (std::vector<std::string>& row : cells_)
-        if (row.size() > static_cast<std::size_t>(count)) row.resize(static_cast<std::size_t>(count));
+    std::erase_if(cells_, [count](const auto& cell) { return cell.first.second >= count; });
     widths_.erase(widths_.lower_bound(count), widths_.end());
 }
 
@@ -159,20 +158,15 @@ const std::string& FlexGrid::TextMatrix(std::int32_t row, std::int32_t column) c
 {
     checkIndex(row, rows_, "row");
     checkIndex(column, cols_, "column");
-    const auto r = static_cast<std::size_t>(row);
-    const auto c = static_cast<std::size_t>(column);
-    return r < cells_.size() && c < cells_[r].size() ? cells_[r][c] : noText;
+    const auto found = cells_.find({row, column});
+    return found == cells_.end() ? noText : found->second;
 }
 
 void FlexGrid::TextMatrix(std::int32_t row, std::int32_t column, std::string text)
 {
     checkIndex(row, rows_, "row");
     checkIndex(column, cols_, "column");
-    const auto r = static_cast<std::size_t>(row);
-    const auto c = static_cast<std::size_t>(column);
-    if (r >= cells_.size()) cells_.resize(r + 1);
-    if (c >= cells_[r].size()) cells_[r].resize(c + 1);
-    cells_[r][c] = std::move(text);
+    cells_.insert_or_assign({row, column}, std::move(text));
 }
 
 void FlexGrid::Row(std::int32_t row)

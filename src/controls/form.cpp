@@ -83,12 +83,12 @@ const std::shared_ptr<Control>& ControlList::Item(const Variant& index) const
         throw Error{errors::controlNotFound, "The form has no control \"" + index.asString() + "\".", "Controls"};
     }
     const std::int32_t position = convert::toLong(index);
-    if (position < 0 || position >= Count())
+    if (position < 1 || position > Count())
         throw Error{errors::subscriptOutOfRange,
                     "Subscript out of range: the form has " + std::to_string(Count()) + " controls, none at position " +
                         std::to_string(position) + ".",
                     "Controls"};
-    return controls_[static_cast<std::size_t>(position)];
+    return controls_[static_cast<std::size_t>(position) - 1];
 }
 
 std::span<const Member<Form>> Form::members() noexcept
@@ -96,8 +96,9 @@ std::span<const Member<Form>> Form::members() noexcept
     return formMembers;
 }
 
-void Form::Parent(const ObjectRef&)
+void Form::Parent(const ObjectRef& parent)
 {
+    if (!parent) return; // it has none as it is
     throw Error{errors::noSuchMember, "A form has no parent.", std::string{typeName()}};
 }
 

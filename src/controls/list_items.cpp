@@ -284,6 +284,9 @@ std::size_t ListItems::sortedPlace(std::string_view text)
         const std::string other = text_order::keyOf(item->cells_.front());
         return ascending ? key < other : other < key;
     };
+    // Rows that come in the order of the list, as a statement with ORDER BY gives them, go to the end (bench:
+    // fillSorted).
+    if (items_.empty() || !precedes(wanted, items_.back())) return items_.size();
     return static_cast<std::size_t>(std::upper_bound(items_.begin(), items_.end(), wanted, precedes) - items_.begin());
 }
 

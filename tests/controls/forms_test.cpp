@@ -94,10 +94,10 @@ TEST(Forms, OwnTheirControls)
     ASSERT_FALSE(text.expired());
     const ObjectRef controls = form->get("Controls", {}).asObject();
     EXPECT_EQ(controls->get("Count", {}), number(1)) << "once, however often it is put there";
-    EXPECT_EQ(getAt(controls, "Item", number(0)).asObject(), text.lock());
+    EXPECT_EQ(getAt(controls, "Item", number(1)).asObject(), text.lock());
     EXPECT_EQ(getAt(form, "Controls", Variant{"TXTCODE"}).asObject(), text.lock());
-    EXPECT_EQ(errorNumber([&] { getAt(form, "Controls", number(1)); }), errors::subscriptOutOfRange);
-    EXPECT_EQ(errorNumber([&] { getAt(form, "Controls", number(-1)); }), errors::subscriptOutOfRange);
+    EXPECT_EQ(errorNumber([&] { getAt(form, "Controls", number(2)); }), errors::subscriptOutOfRange);
+    EXPECT_EQ(errorNumber([&] { getAt(form, "Controls", number(0)); }), errors::subscriptOutOfRange);
     EXPECT_EQ(errorNumber([&] { getAt(form, "Controls", Variant{"txt"}); }), errors::controlNotFound);
     const ObjectRef other = make("Form");
     text.lock()->put("Parent", Variant{other});

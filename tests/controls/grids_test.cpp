@@ -54,6 +54,8 @@ TEST(FlexGrids, TextsOfCells)
     putAt(grid, "TextMatrix", {number(2), number(1)}, 12.5);
     EXPECT_EQ(getAt(grid, "TextMatrix", {number(2), number(1)}), Variant{"12.5"});
     EXPECT_EQ(getAt(grid, "TextMatrix", {number(999'999'999), number(2)}), Variant{""});
+    putAt(grid, "TextMatrix", {number(999'999'999), number(2)}, "end");
+    EXPECT_EQ(getAt(grid, "TextMatrix", {number(999'999'999), number(2)}), Variant{"end"});
     grid->put("Row", number(2));
     EXPECT_EQ(grid->get("Text", {}), Variant{"12.5"});
     EXPECT_EQ(grid->defaultValue(), Variant{"12.5"});

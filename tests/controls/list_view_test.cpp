@@ -213,6 +213,34 @@ TEST(ListViews, OneRowIsSelected)
     EXPECT_EQ(errorNumber([&] { object->put("SelectedItem", Variant{object}); }), errors::typeMismatch);
 }
 
+TEST(ListViews, MisspeltMembersAreNamedWithTheNearestOne)
+{
+    const auto list = listOf({"a"});
+    struct Case {
+        ObjectRef object;
+        const char* word;
+        const char* nearest;
+    };
+    const Case table[] = {
+        {list, "ListItem", "ListItems"},
+        {list, "SortKeys", "SortKey"},
+        {list, "Parrent", "Parent"},
+        {list->items(), "Clera", "Clear"},
+        {list->items()->Item(number(1)), "SubItmes", "SubItems"},
+        {list->items()->Item(number(1)), "Selcted", "Selected"},
+        {list->headers(), "Cuont", "Count"},
+        {list->headers()->Item(number(1)), "Algnment", "Alignment"},
+    };
+    for (const Case& row : table) {
+        const std::string wanted = test::joined({"did you mean '", row.nearest, "'?"});
+        EXPECT_TRUE(test::errorText([&] { row.object->get(row.word, {}); }).ends_with(wanted)) << row.word;
+        EXPECT_TRUE(test::errorText([&] { row.object->put(row.word, "x"); }).ends_with(wanted)) << row.word;
+        EXPECT_TRUE(test::errorText([&] { call(row.object, row.word); }).ends_with(wanted)) << row.word;
+    }
+    for (const char* readOnly : {"Index", "EnsureVisible"})
+        EXPECT_EQ(errorNumber([&] { list->items()->Item(number(1))->put(readOnly, number(2)); }), errors::noSuchMember);
+}
+
 // ---- columns -----------------------------------------------------------------------------------
 
 TEST(ListViews, HeadersByName)
