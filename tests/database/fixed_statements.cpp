@@ -7,6 +7,7 @@
 #include "tamarok/comm_csel.h"
 #include "tamarok/comm_get.h"
 #include "tamarok/comm_lock.h"
+#include "tamarok/comm_set.h"
 #include "tamarok/comm_sql.h"
 #include "tamarok/tmkvar.h"
 
@@ -37,7 +38,8 @@ constexpr StatementRow statements[]{
     {"several codes, further condition",
      "SELECT ID,NUMMER,SHORT,LONG FROM BB_T_FSC WHERE ISNULL(DISABLE,0)=0 AND SHORT = 'FMIX'"},
 
-    {"lookup, default row", "SELECT NUMMER FROM BB_T_OBJEKTE WHERE STANDART = 1", Runs},
+    {"lookup, default row", "SELECT NUMMER FROM BB_T_KZ_LEISTUNG WHERE STANDART = 1"},
+    {"lookup, no default row", "SELECT NUMMER FROM BB_T_OBJEKTE WHERE STANDART = 1", Runs},
     {"lookup, sorted by a column", "SELECT KURZNAME,LANGNAME FROM RELTABLE WHERE ISNULL(DISABLE,0)=0 AND "
                                    "RELTABLE_ID = 11 ORDER BY 2 DESC"},
 
@@ -316,6 +318,20 @@ void addLevelClauses(std::vector<FixedStatement>& all, TmkVar session)
     }
 }
 
+/// The predicates for a position in the hierarchy: of a level by its number, of none, and of levels by a statement.
+void addLevelPositions(std::vector<FixedStatement>& all, const TmkVar& session)
+{
+    for (const std::string level : {"5", "0", "SELECT ID FROM ACCESS_LEVELS WHERE ID IN (5,9)"}) {
+        for (const std::uint8_t groups : {std::uint8_t{0}, std::uint8_t{1}, std::uint8_t{2}}) {
+            for (const std::string exactly : {"True", "False"}) {
+                const std::string predicate = Comm_Set{}.CreateSQL_ACCESS_LEVELS(session, level, groups, exactly);
+                all.push_back({"position " + level + " " + std::to_string(groups) + " " + exactly,
+                               "SELECT ID FROM BB_HAB_KOPF WHERE ID_ACCESS_LEVELS " + predicate, Runs});
+            }
+        }
+    }
+}
+
 /// Records what the library sends while it reads numbers, default models, options and rights.
 void addSent(std::vector<FixedStatement>& all, TmkVar session)
 {
@@ -379,6 +395,7 @@ std::vector<FixedStatement> fixedStatements(const ado::ConnectionRef& sample)
     addListFields(all, session);
     addListOrders(all, session);
     addLevelClauses(all, session);
+    addLevelPositions(all, session);
     addSent(all, session);
     addContractCheck(all, session);
     return all;

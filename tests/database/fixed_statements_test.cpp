@@ -30,7 +30,7 @@ TEST(FixedStatements, RunOnTheSampleDatabase)
     for (const std::string& statement : test::callersTables())
         connection->Execute(statement);
     const std::vector<FixedStatement> statements = test::fixedStatements(connection);
-    EXPECT_EQ(statements.size(), 534U);
+    EXPECT_EQ(statements.size(), 553U);
     for (const FixedStatement& statement : statements) {
         connection->BeginTrans();
         try {

@@ -1,12 +1,14 @@
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <iostream>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <thread>
 #include <vector>
 
+#include "catalogue/table_file.h"
 #include "embedded/contract/server_session.h"
 #include "fixed_statements.h"
 #include "resources.h"
@@ -14,7 +16,9 @@
 #include "tamarok_database/reference_database.h"
 #include "tamarok_embedded/connect.h"
 
+#include "tamarok/comm_set.h"
 #include "tamarok/convert.h"
+#include "tamarok/error.h"
 #include "tamarok/text.h"
 
 /// The schema, the procedures and the fixed statements on the T-SQL server that the environment variable
@@ -174,6 +178,55 @@ TEST_F(ServerStatements, FixedStatementsRunAsOnTheEmbeddedDatabase)
         EXPECT_EQ(rowsOf(answer), rowsOf(sample_, statement.text)) << statement.name << "\n" << statement.text;
     }
     std::cout << statements.size() << " statements\n";
+}
+
+/// The statements of the base selections with the fields that their own tests try them with.
+std::vector<FixedStatement> selectionStatements(const ado::ConnectionRef& sample)
+{
+    TmkVar session;
+    session.db_ADO = sample;
+    const auto statement = [&](const std::string& key, const std::string& fields) {
+        return Comm_Set{}.CreateSQL(session, key, text::replaceAll(fields, "|", "\t"));
+    };
+    std::map<std::string, std::string> lists;
+    const auto rows = tamarok::test::readTable("selection_fields.tsv");
+    for (const auto& row : rows)
+        lists[row.at(0)] = row.at(1);
+    std::vector<FixedStatement> all;
+    for (const auto& row : rows) {
+        std::string code;
+        if (!row.at(2).empty()) {
+            ado::Recordset offered;
+            offered.Open(statement(row.at(2), lists.at(row.at(2))), sample);
+            if (!offered.AtEOF()) code = convert::toText(offered.Fields().Item(0).Value());
+        }
+        all.push_back({row.at(0), statement(row.at(0), text::replaceAll(row.at(1), "{code}", code))});
+    }
+    return all;
+}
+
+/// As many rows; the checks of the 21 code groups, whose texts lack a closing quote, are refused by both.
+TEST_F(ServerStatements, SelectionsRunAsOnTheEmbeddedDatabase)
+{
+    const auto session = connect();
+    std::map<std::string, int> outcomes;
+    for (const FixedStatement& statement : selectionStatements(sample_)) {
+        const std::string answer = session->answer(statement.text);
+        std::string expected;
+        try {
+            expected = std::to_string(rowsOf(sample_, statement.text));
+        } catch (const Error&) {
+            expected = "refused";
+        }
+        EXPECT_EQ(answer.starts_with("error ") ? "refused" : std::to_string(rowsOf(answer)), expected)
+            << statement.name << "\n"
+            << statement.text << "\n"
+            << answer.substr(0, 60);
+        ++outcomes[expected == "refused" ? "refused" : expected == "0" ? "empty" : "rows"];
+    }
+    EXPECT_EQ(outcomes["refused"], 21);
+    EXPECT_GT(outcomes["rows"], 10 * outcomes["empty"]);
+    std::cout << outcomes["rows"] << " selections with rows, " << outcomes["empty"] << " without\n";
 }
 
 TEST_F(ServerStatements, TwoStationsThatStoreTheSameModelsLeaveOneRowOfEach)
