@@ -34,6 +34,10 @@ public:
     /// all, none stay.
     virtual void write(std::string_view bytes) = 0;
 
+    /// Tells whether no other process has opened the file for appending and not closed it yet, as far as can be told
+    /// without waiting. From then on until this file is closed, others that ask are told no.
+    virtual bool isOnlyWriter() = 0;
+
     /// Waits until what was written is on the disk.
     virtual void sync() = 0;
 };

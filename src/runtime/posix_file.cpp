@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
+#include <sys/file.h>
 
 #include "file_failures.h"
 
@@ -77,6 +78,21 @@ void PosixFile::write(std::string_view bytes)
         }
         written += static_cast<std::size_t>(count);
     }
+}
+
+// Files that are open for appending hold a shared lock. Nobody ever waits for a lock, so that no process can hold up
+// another one; a file system without locks counts as one without other writers.
+
+void PosixFile::joinWriters() noexcept
+{
+    ::flock(file_.get(), LOCK_SH | LOCK_NB);
+}
+
+bool PosixFile::isOnlyWriter()
+{
+    if (::flock(file_.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return true;
+    joinWriters(); // a failed change of a lock may lose it
+    return false;
 }
 
 /// Cuts off the bytes that an interrupted write has added, unless another process has added more behind them.

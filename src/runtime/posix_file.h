@@ -55,7 +55,11 @@ public:
     std::uint64_t size() const override;
     std::size_t readAt(std::uint64_t position, std::span<char> buffer) const override;
     void write(std::string_view bytes) override;
+    bool isOnlyWriter() override;
     void sync() override { syncDescriptor(file_, path_); }
+
+    /// Counts the file as opened for appending.
+    void joinWriters() noexcept;
 
 private:
     void takeBack(std::size_t written) const noexcept;

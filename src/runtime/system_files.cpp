@@ -26,7 +26,7 @@ void requireKind(const std::string& path, const struct stat& status, Kind kind)
     throw pathFailure(path, S_ISDIR(status.st_mode) ? "is a folder" : "is not a regular file");
 }
 
-std::shared_ptr<File> openExisting(std::string_view name, int flags, Kind kind)
+std::shared_ptr<PosixFile> openExisting(std::string_view name, int flags, Kind kind)
 {
     std::string path = systemPath(name);
     struct stat status {};
@@ -63,7 +63,9 @@ public:
 
     std::shared_ptr<File> openAppend(std::string_view path) override
     {
-        return openExisting(path, O_RDWR | O_APPEND, Kind::FileOrDevice);
+        auto file = openExisting(path, O_RDWR | O_APPEND, Kind::FileOrDevice);
+        file->joinWriters();
+        return file;
     }
 
     std::shared_ptr<File> createBeside(std::string_view path, std::string_view model) override

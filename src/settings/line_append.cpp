@@ -16,7 +16,8 @@ void appendLines(std::string_view path, std::span<const std::string> lines, Dura
     const auto encoding = std::ranges::all_of(lines, isAscii) ? TextEncoding::Utf8 : encodingOf(*file);
     const std::string_view lineEnd = lineEndOf(*file);
     std::string bytes;
-    if (endsUnended(*file)) bytes += lineEnd;
+    // A line without an end may be one that another process is just writing: it will end its line itself.
+    if (endsUnended(*file) && file->isOnlyWriter() && endsUnended(*file)) bytes += lineEnd;
     for (const std::string& line : lines)
         bytes.append(encode(line, encoding)).append(lineEnd);
     file->write(bytes);

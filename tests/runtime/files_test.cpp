@@ -63,6 +63,23 @@ TEST_F(FilesOfTheMachine, ReadsAtAnyPositionAndWritesAtTheEnd)
     EXPECT_EQ(content("a"), "0123456");
 }
 
+TEST_F(FilesOfTheMachine, WritersKnowOfEachOther)
+{
+    const auto first = files.openAppend(make("", "a"));
+    EXPECT_TRUE(first->isOnlyWriter());
+    {
+        const auto second = files.openAppend(path("a"));
+        EXPECT_FALSE(second->isOnlyWriter());
+    }
+    EXPECT_TRUE(first->isOnlyWriter());
+    const auto other = files.openAppend(make("", "b"));
+    const auto another = files.openAppend(path("b"));
+    EXPECT_FALSE(other->isOnlyWriter());
+    EXPECT_FALSE(another->isOnlyWriter());
+    const auto reader = files.openInput(path("a"));
+    EXPECT_TRUE(first->isOnlyWriter());
+}
+
 TEST_F(FilesOfTheMachine, WhatWasOpenedForReadingCannotBeWritten)
 {
     const auto file = files.openInput(make("0123", "a"));

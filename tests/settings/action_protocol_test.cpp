@@ -63,6 +63,13 @@ TEST_F(ActionProtocol, FollowsLineEndAndEncodingOfTheFile)
     EXPECT_EQ(report("ä"), "f\xFCr\r\nModul; Name; \xE4" + std::string{rest} + "\r\n");
 }
 
+TEST_F(ActionProtocol, ALineThatAnotherProcessIsWritingIsNotEnded)
+{
+    make("half a li", "protocol.txt");
+    const auto writer = Platform::fileSystem().openAppend(path("protocol.txt"));
+    EXPECT_EQ(report().substr(0, 17), "half a liModul; N");
+}
+
 TEST_F(ActionProtocol, ACharacterThatCannotBeWrittenIsShownAndNothingWritten)
 {
     make("f\xFCr\n", "protocol.txt");
