@@ -8,6 +8,7 @@ namespace tamarok::component {
 
 extern const ClassInfo commFind;
 extern const ClassInfo cVersion;
+extern const ClassInfo commAct;
 extern const ClassInfo commCSel;
 extern const ClassInfo commConv;
 extern const ClassInfo commLock;
