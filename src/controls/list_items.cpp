@@ -401,7 +401,10 @@ void ListItems::settle() const
         return sortColumn_ < cells.size() ? std::string_view{cells[sortColumn_]} : std::string_view{};
     };
     const bool descending = direction_ == SortDirection::Descending;
-    const std::vector<std::uint32_t> order = text_order::stableOrder(items_.size(), textOf, descending);
+    std::vector<std::string_view> texts(items_.size());
+    for (std::size_t position = 0; position < texts.size(); ++position)
+        texts[position] = textOf(position);
+    const std::vector<std::uint32_t> order = text_order::stableOrder(texts, descending);
     std::vector<ListItemRef> rearranged;
     rearranged.reserve(items_.capacity());
     for (const std::uint32_t position : order)
