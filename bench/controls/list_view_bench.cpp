@@ -111,6 +111,30 @@ void fillByName(benchmark::State& state)
 }
 BENCHMARK(fillByName)->UseManualTime()->Iterations(9)->Unit(benchmark::kMillisecond);
 
+/// Reading and writing back a column by name, as the preparation of a sort does. The peer uses the C++ interface.
+void rewriteColumnByName(benchmark::State& state)
+{
+    const auto list = emptyList();
+    fill(*list);
+    Object& items = *list->items();
+    compare(
+        state, rows,
+        [&] {
+            for (const controls::ListItemRef& item : list->items()->all())
+                item->SubItems(3, std::string{item->SubItems(3)});
+        },
+        [&] {
+            const Variant column{std::int32_t{3}};
+            for (std::int32_t row = 1; row <= rows; ++row) {
+                const Variant index{row};
+                const Variant found = items.get("Item", {&index, 1});
+                Object& item = *found.asObject();
+                item.putIndexed("SubItems", {&column, 1}, item.get("SubItems", {&column, 1}));
+            }
+        });
+}
+BENCHMARK(rewriteColumnByName)->UseManualTime()->Iterations(15)->Unit(benchmark::kMillisecond);
+
 /// Filling a list that is sorted by its keys, with rows in that order or in none. The peer fills an unsorted list and
 /// sorts it at the end.
 void fillSorted(benchmark::State& state, bool inOrder)
