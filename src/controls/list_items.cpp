@@ -214,6 +214,7 @@ void ListItems::Clear() noexcept
 {
     keys_.clear();
     selected_ = nullptr;
+    // Items that someone still holds know from now on that they have gone.
     for (const ListItemRef& item : items_)
         item->list_ = nullptr;
     items_.clear();
@@ -301,6 +302,7 @@ std::size_t ListItems::positionOf(const Variant& index) const
 std::size_t ListItems::positionOf(const ListItem& item) const
 {
     settle();
+    // Positions are numbered when one is asked for: an insertion at the front would renumber all of them each time.
     if (item.position_ >= numbered_ || items_[item.position_].get() != &item) {
         for (; numbered_ < items_.size(); ++numbered_)
             items_[numbered_]->position_ = static_cast<std::uint32_t>(numbered_);
