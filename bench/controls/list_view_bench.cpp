@@ -111,6 +111,30 @@ void fillByName(benchmark::State& state)
 }
 BENCHMARK(fillByName)->UseManualTime()->Iterations(9)->Unit(benchmark::kMillisecond);
 
+/// Reading and writing back a column by name, as the preparation of a sort does. The peer uses the C++ interface.
+void rewriteColumnByName(benchmark::State& state)
+{
+    const auto list = emptyList();
+    fill(*list);
+    Object& items = *list->items();
+    compare(
+        state, rows,
+        [&] {
+            for (const controls::ListItemRef& item : list->items()->all())
+                item->SubItems(3, std::string{item->SubItems(3)});
+        },
+        [&] {
+            const Variant column{std::int32_t{3}};
+            for (std::int32_t row = 1; row <= rows; ++row) {
+                const Variant index{row};
+                const Variant found = items.get("Item", {&index, 1});
+                Object& item = *found.asObject();
+                item.putIndexed("SubItems", {&column, 1}, item.get("SubItems", {&column, 1}));
+            }
+        });
+}
+BENCHMARK(rewriteColumnByName)->UseManualTime()->Iterations(15)->Unit(benchmark::kMillisecond);
+
 /// Filling a list that is sorted by its keys, with rows in that order or in none. The peer fills an unsorted list and
 /// sorts it at the end.
 void fillSorted(benchmark::State& state, bool inOrder)
@@ -201,11 +225,18 @@ void sortedList(benchmark::State& state)
 }
 BENCHMARK(sortedList)->UseManualTime()->Iterations(15)->Unit(benchmark::kMillisecond);
 
-/// The same against keys that are made in each comparison.
+std::vector<std::string_view> textsOf(std::size_t column)
+{
+    std::vector<std::string_view> texts;
+    for (const Row& row : sample())
+        texts.emplace_back(row.texts[column]);
+    return texts;
+}
+
+/// The order of texts against keys that are made in each comparison.
 void keysMadeOnce(benchmark::State& state)
 {
-    const std::vector<Row>& texts = sample();
-    const auto textOf = [&](std::size_t row) -> std::string_view { return texts[row].texts[3]; };
+    const std::vector<std::string_view> texts = textsOf(3);
     std::vector<std::uint32_t> order(rows);
     compare(
         state, rows,
@@ -213,11 +244,30 @@ void keysMadeOnce(benchmark::State& state)
             for (std::uint32_t row = 0; row < rows; ++row)
                 order[row] = row;
             std::ranges::stable_sort(order, {},
-                                     [&](std::uint32_t row) { return controls::text_order::keyOf(textOf(row)); });
+                                     [&](std::uint32_t row) { return controls::text_order::keyOf(texts[row]); });
         },
-        [&] { benchmark::DoNotOptimize(controls::text_order::stableOrder(rows, textOf, false).data()); });
+        [&] { benchmark::DoNotOptimize(controls::text_order::stableOrder(texts, false).data()); });
 }
 BENCHMARK(keysMadeOnce)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
+
+/// The order of texts, their keys included, against std::stable_sort of keys that are made already: of numbers, names
+/// of which many are equal, and dates that differ at the end.
+void orderOfTexts(benchmark::State& state, std::size_t column)
+{
+    const std::vector<std::string_view> texts = textsOf(column);
+    const std::vector<Prepared> keys = prepared(column);
+    std::vector<Prepared> sorted;
+    compare(
+        state, rows,
+        [&] {
+            sorted = keys;
+            std::ranges::stable_sort(sorted, {}, &Prepared::key);
+        },
+        [&] { benchmark::DoNotOptimize(controls::text_order::stableOrder(texts, false).data()); });
+}
+BENCHMARK_CAPTURE(orderOfTexts, numbers, 3U)->UseManualTime()->Iterations(15)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(orderOfTexts, names, 4U)->UseManualTime()->Iterations(15)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(orderOfTexts, dates, 5U)->UseManualTime()->Iterations(15)->Unit(benchmark::kMillisecond);
 
 /// A click on a head sets SortKey, SortOrder and Sorted, each of which sorts. The peer looks at the order in between.
 void clickOnAHead(benchmark::State& state)

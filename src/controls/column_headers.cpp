@@ -121,6 +121,7 @@ std::span<const Member<ColumnHeaders>> ColumnHeaders::members() noexcept
 
 ColumnHeaders::~ColumnHeaders()
 {
+    // A script may keep a header longer than its list.
     for (const ColumnHeaderRef& header : headers_)
         header->list_ = nullptr;
 }
@@ -132,6 +133,7 @@ ColumnHeaderRef ColumnHeaders::Add(std::optional<std::int32_t> index, std::strin
     auto header = std::make_shared<ColumnHeader>(*this);
     header->key_ = key;
     header->text = std::move(text);
+    // The rows first: their positions are those of the headers without the new one.
     rows_->insertColumn(position);
     headers_.insert(headers_.begin() + static_cast<std::ptrdiff_t>(position), header);
     return header;

@@ -115,6 +115,7 @@ std::span<const Member<GridColumns>> GridColumns::members() noexcept
 
 GridColumns::~GridColumns()
 {
+    // A script may keep a column longer than its grid.
     for (const GridColumnRef& column : columns_)
         column->columns_ = nullptr;
 }

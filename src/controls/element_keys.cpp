@@ -8,8 +8,11 @@
 #include "tamarok/list_view.h"
 #include "tamarok/members.h"
 
+// Each message names the value that was refused and, of a position, the range.
+
 namespace tamarok::controls {
 
+// Collections take positions and keys at the same place: a key that reads as a number would be mistaken for a position.
 void checkKey(std::string_view key, std::string_view collection)
 {
     if (convert::isNumeric(Variant{key}))
@@ -31,6 +34,7 @@ void throwElementNotFound(std::string_view key, std::string_view collection)
 
 std::size_t checkedPosition(std::int32_t index, std::size_t count, std::string_view collection, std::int32_t first)
 {
+    // 64 bits, since the difference may leave the range of an index.
     const std::int64_t position = std::int64_t{index} - first;
     if (position >= 0 && position < static_cast<std::int64_t>(count)) return static_cast<std::size_t>(position);
     throw Error{errors::elementIndexOutOfBounds,
@@ -49,6 +53,7 @@ void throwInvalidValue(std::string_view property, const std::string& value)
 float toSingle(const Variant& value, std::string_view property)
 {
     const double number = convert::toDouble(value);
+    // A cast of a number beyond the range of float is undefined.
     if (std::abs(number) > std::numeric_limits<float>::max())
         throw Error{errors::overflow, "Overflow: the number is too large for " + std::string{property} + ".",
                     std::string{property}};

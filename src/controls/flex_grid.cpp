@@ -43,7 +43,7 @@ std::int32_t sizeOf(const std::map<std::int32_t, std::int32_t>& sizes, std::int3
     return found == sizes.end() ? otherwise : found->second;
 }
 
-/// The row of a number that has a reader and a writer of one name.
+/// The table's row of a number that has a reader and a writer of one name.
 template <std::int32_t (FlexGrid::*read)() const noexcept, void (FlexGrid::*write)(std::int32_t)>
 constexpr Member<FlexGrid> numberMember(std::string_view name)
 {
@@ -104,7 +104,9 @@ void FlexGrid::Rows(std::int32_t count)
 {
     if (count < fixedRows_) throwInvalidValue("Rows", std::to_string(count));
     rows_ = count;
+    // In a grid without rows the current cell is (0, ...), which has no text.
     row_ = std::clamp(row_, 0, std::max(rows_ - 1, 0));
+    // The rows beyond take their texts and heights along.
     cells_.erase(cells_.lower_bound({count, 0}), cells_.end());
     heights_.erase(heights_.lower_bound(count), heights_.end());
 }

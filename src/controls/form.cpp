@@ -118,6 +118,7 @@ void Control::Parent(const ObjectRef& parent)
         if (form->active_.lock() == self) form->active_.reset();
     }
     parent_ = parent;
+    // A control that no shared pointer owns, such as one on the stack, cannot be kept and is not listed.
     if (const auto form = std::dynamic_pointer_cast<Form>(parent); form && self)
         form->controls_->controls_.push_back(self);
 }

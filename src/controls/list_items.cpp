@@ -214,6 +214,7 @@ void ListItems::Clear() noexcept
 {
     keys_.clear();
     selected_ = nullptr;
+    // Items that someone still holds know from now on that they have gone.
     for (const ListItemRef& item : items_)
         item->list_ = nullptr;
     items_.clear();
@@ -315,6 +316,7 @@ std::size_t ListItems::positionOf(const Variant& index) const
 std::size_t ListItems::positionOf(const ListItem& item) const
 {
     settle();
+    // Positions are numbered when one is asked for: an insertion at the front would renumber all of them each time.
     if (item.position_ >= numbered_ || items_[item.position_].get() != &item) {
         for (; numbered_ < items_.size(); ++numbered_)
             items_[numbered_]->position_ = static_cast<std::uint32_t>(numbered_);
@@ -415,7 +417,10 @@ void ListItems::settle() const
         return sortColumn_ < cells.size() ? std::string_view{cells[sortColumn_]} : std::string_view{};
     };
     const bool descending = direction_ == SortDirection::Descending;
-    const std::vector<std::uint32_t> order = text_order::stableOrder(items_.size(), textOf, descending);
+    std::vector<std::string_view> texts(items_.size());
+    for (std::size_t position = 0; position < texts.size(); ++position)
+        texts[position] = textOf(position);
+    const std::vector<std::uint32_t> order = text_order::stableOrder(texts, descending);
     std::vector<ListItemRef> rearranged;
     rearranged.reserve(items_.capacity());
     for (const std::uint32_t position : order)
