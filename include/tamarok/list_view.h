@@ -9,6 +9,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "tamarok/column_texts.h"
 #include "tamarok/controls.h"
 
 /// The error numbers of the collections of controls.
@@ -79,7 +80,7 @@ private:
 using ListItemRef = std::shared_ptr<ListItem>;
 
 /// The rows of a list view.
-class ListItems final : public WithMembers<ListItems> {
+class ListItems final : public WithMembers<ListItems>, public ColumnTexts {
 public:
     ListItems() = default;
     ListItems(const ListItems&) = delete;
@@ -106,6 +107,9 @@ public:
 
     /// Returns all items in their order.
     const std::vector<ListItemRef>& all() const;
+
+    std::vector<std::string*> textsOf(std::size_t column) override;
+    void finishSort() override { settle(); }
 
 private:
     friend class ColumnHeaders;

@@ -268,6 +268,20 @@ const std::vector<ListItemRef>& ListItems::all() const
     return items_;
 }
 
+std::vector<std::string*> ListItems::textsOf(std::size_t column)
+{
+    settle();
+    if (column != 0) checkedSubItem(static_cast<std::int32_t>(column));
+    std::vector<std::string*> texts;
+    texts.reserve(items_.size());
+    for (const ListItemRef& item : items_) {
+        auto& cells = item->cells_;
+        if (column >= cells.size()) cells.resize(column + 1);
+        texts.push_back(&cells[column]);
+    }
+    return texts;
+}
+
 /// Returns the position from 0 that an index for Add means.
 std::size_t ListItems::place(const std::optional<std::int32_t>& index) const
 {

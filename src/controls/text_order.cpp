@@ -46,6 +46,40 @@ bool isAscii(std::string_view text)
     return std::ranges::none_of(text, [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
 }
 
+/// The keys of texts, one behind the other, made once: keys made in each comparison take more than ten times as long
+/// (bench: keysMadeOnce).
+class Keys {
+public:
+    explicit Keys(std::span<const std::string_view> texts)
+    {
+        ends_.reserve(texts.size() + 1);
+        for (const std::string_view text : texts) {
+            appendKey(all_, text);
+            ends_.push_back(all_.size());
+        }
+        if (!texts.empty()) shared_ = ends_[1];
+        const std::string_view first = std::string_view{all_}.substr(0, shared_);
+        for (std::uint32_t position = 1; position < texts.size() && shared_ > 0; ++position) {
+            const std::string_view key =
+                std::string_view{all_}.substr(ends_[position], ends_[position + 1] - ends_[position]);
+            const auto differs = std::ranges::mismatch(first.substr(0, shared_), key).in1;
+            shared_ = static_cast<std::size_t>(differs - first.begin());
+        }
+    }
+
+    /// Returns the key at a position without the beginning that all keys share, such as the blanks of padded numbers.
+    std::string_view at(std::uint32_t position) const
+    {
+        const std::size_t begin = ends_[position] + shared_;
+        return std::string_view{all_}.substr(begin, ends_[position + 1] - begin);
+    }
+
+private:
+    std::string all_;
+    std::vector<std::size_t> ends_{0};
+    std::size_t shared_ = 0; ///< length of the shared beginning
+};
+
 /// A text to be sorted by the first bytes of its key, as a number.
 struct Entry {
     std::uint64_t head;
@@ -115,32 +149,23 @@ std::string keyOf(std::string_view text)
 
 std::vector<std::uint32_t> stableOrder(std::span<const std::string_view> texts, bool descending)
 {
-    // All keys lie in one text, made once. Keys made in each comparison take more than ten times as long (bench:
-    // keysMadeOnce).
-    std::string keys;
-    std::vector<std::size_t> ends{0};
-    ends.reserve(texts.size() + 1);
+    const Keys keys{texts};
     std::vector<Entry> entries;
     entries.reserve(texts.size());
-    const auto keyAt = [&](std::uint32_t position) {
-        return std::string_view{keys}.substr(ends[position], ends[position + 1] - ends[position]);
-    };
-    for (const std::string_view text : texts) {
-        const auto position = static_cast<std::uint32_t>(entries.size());
-        appendKey(keys, text);
-        ends.push_back(keys.size());
-        const std::uint64_t head = headOf(keyAt(position));
+    for (std::uint32_t position = 0; position < texts.size(); ++position) {
+        const std::uint64_t head = headOf(keys.at(position));
         entries.push_back({descending ? ~head : head, position});
     }
     sortByHead(entries);
     // Texts that are equal at the head are compared as a whole, unless the head is all that they have.
     for (auto first = entries.begin(); first != entries.end();) {
         const auto last = std::find_if(first, entries.end(), [&](const Entry& e) { return e.head != first->head; });
-        const std::size_t length = keyAt(first->position).size();
-        const auto hasLength = [&](const Entry& entry) { return keyAt(entry.position).size() == length; };
+        const std::size_t length = keys.at(first->position).size();
+        const auto hasLength = [&](const Entry& entry) { return keys.at(entry.position).size() == length; };
         if (last - first > 1 && (length > headBytes || !std::all_of(first, last, hasLength)))
             std::stable_sort(first, last, [&](const Entry& a, const Entry& b) {
-                return descending ? keyAt(b.position) < keyAt(a.position) : keyAt(a.position) < keyAt(b.position);
+                return descending ? keys.at(b.position) < keys.at(a.position)
+                                  : keys.at(a.position) < keys.at(b.position);
             });
         first = last;
     }

@@ -34,7 +34,8 @@ TEST(TextOrder, IsThatOfAStableSortOfKeys)
     const std::vector<std::string_view> letters{"a", "A", "b", "ä", "ß", "\0"sv, " ", "ж"};
     std::uint32_t state = 1;
     for (std::size_t longest = 0; longest <= 12; ++longest) {
-        std::vector<std::string> texts(500);
+        // All texts of every other round begin alike.
+        std::vector<std::string> texts(500, longest % 2 == 0 ? "" : "Rechnung ä ");
         for (std::string& text : texts) {
             state = state * 1664525U + 1013904223U;
             for (std::size_t length = (state >> 16U) % (longest + 1); length > 0; --length) {
