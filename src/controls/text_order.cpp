@@ -50,6 +50,7 @@ bool isAscii(std::string_view text)
 struct Entry {
     std::uint64_t head = 0;
     std::uint32_t position = 0;
+    std::uint32_t length = 0; ///< of the key, at most the greatest number
 };
 constexpr std::size_t headBytes = sizeof(std::uint64_t);
 
@@ -105,14 +106,16 @@ void sortFrom(std::size_t begin, std::span<Entry> entries, const Keys& keys, boo
     const std::size_t next = begin + headBytes;
     for (auto first = entries.begin(); first != entries.end();) {
         const auto last = std::find_if(first, entries.end(), [&](const Entry& e) { return e.head != first->head; });
-        const std::span<Entry> equals{first, last};
-        const auto lengthOf = [&](const Entry& entry) { return keys.at(entry.position).size(); };
-        const auto ends = std::ranges::minmax_element(equals, {}, lengthOf);
-        const std::size_t shortest = lengthOf(*ends.min);
-        const std::size_t longest = lengthOf(*ends.max);
-        // Keys of one length that end here are equal; of different lengths, the longer ones have zeros at their end.
-        if (equals.size() > 1 && longest > next) sortFrom(next, equals, keys, descending);
-        if (longest <= next && shortest != longest) compareAll(equals);
+        if (last - first > 1) {
+            const std::span<Entry> equals{first, last};
+            const auto ends = std::ranges::minmax_element(equals, {}, &Entry::length);
+            // Keys of one length that end here are equal; of different lengths, the longer ones have zeros at their
+            // end.
+            if (ends.max->length > next)
+                sortFrom(next, equals, keys, descending);
+            else if (ends.min->length != ends.max->length)
+                compareAll(equals);
+        }
         first = last;
     }
 }
@@ -170,8 +173,10 @@ std::vector<std::uint32_t> Keys::stableOrder(bool descending)
 {
     skipShared();
     std::vector<Entry> entries(ends_.size() - 1);
-    for (std::uint32_t position = 0; position < entries.size(); ++position)
-        entries[position].position = position;
+    for (std::uint32_t position = 0; position < entries.size(); ++position) {
+        const std::size_t length = std::min<std::size_t>(at(position).size(), UINT32_MAX);
+        entries[position] = {.position = position, .length = static_cast<std::uint32_t>(length)};
+    }
     sortFrom(0, entries, *this, descending);
     std::vector<std::uint32_t> order(entries.size());
     std::ranges::transform(entries, order.begin(), &Entry::position);
