@@ -8,7 +8,9 @@
 namespace tamarok {
 
 /// Saves and restores the widths of the columns of a control, in table MODELS under the name STANDARD. The class has no
-/// state. The widths are whole numbers in the unit of the control, separated by ",":
+/// state. A relation of widths should have no other models: their row is a default of the relation that no user sees,
+/// but Comm_Get::GetStandardModel finds it where it is told to look at any owner.
+/// The widths are whole numbers in the unit of the control, separated by ",":
 ///
 /// - ListView: all of ColumnHeaders, from 1;
 /// - MSFlexGrid: all of Cols, by ColWidth(i) from 0;
@@ -25,8 +27,7 @@ public:
     void ColWidth_Get(const TmkVar& tmkVar, std::string_view model, Object& DG) const;
 
     /// Saves the widths for a relation, by the procedure tmk_MODELS_INS, rounded to whole numbers, halves to the even
-    /// one. The row is a default of the relation that belongs to no user and no access level. There is room for 1000
-    /// characters; the procedure drops the widths of the columns beyond.
+    /// one. There is room for 1000 characters; the procedure drops the widths of the columns beyond.
     /// @param relation  "" saves nothing
     /// Errors: 6 for a width above 32767, 438 for a control without the members, 91 without a language service, those
     /// of the database.

@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "cell_text.h"
-#include "late_bound.h"
 #include "list_statement.h"
+#include "runtime/late_bound.h"
 
 #include "tamarok/ado.h"
 #include "tamarok/comm_csel.h"
@@ -92,11 +92,11 @@ private:
 void Comm_CSel::FillListview(const TmkVar& tmkVar, std::string_view strVer_type, std::string_view strTypListView,
                              Object& ListView1, std::string_view tmpSelektion) const
 {
-    const ObjectRef items = lists::objectOf(ListView1, "ListItems");
+    const ObjectRef items = late_bound::objectOf(ListView1, "ListItems");
     items->call("Clear", {});
-    const ObjectRef headers = lists::objectOf(ListView1, "ColumnHeaders");
-    if (lists::numberOf(*headers, "Count") == 0) return;
-    lists::objectOf(ListView1, "Parent")->put("MousePointer", hourglass);
+    const ObjectRef headers = late_bound::objectOf(ListView1, "ColumnHeaders");
+    if (late_bound::numberOf(*headers, "Count") == 0) return;
+    late_bound::objectOf(ListView1, "Parent")->put("MousePointer", hourglass);
 
     const ListStatement statement = lists::composeListStatement(
         {.session = tmkVar, .version = strVer_type, .type = strTypListView, .selection = tmpSelektion}, ListView1,
@@ -106,7 +106,7 @@ void Comm_CSel::FillListview(const TmkVar& tmkVar, std::string_view strVer_type,
     const std::size_t count = rows.cells.empty() ? 0 : rows.cells.size() / rows.fields;
     for (std::size_t row = 0; row < count; ++row)
         writer.add(row + 1, std::span{rows.cells}.subspan(row * rows.fields, rows.fields));
-    lists::objectOf(ListView1, "Parent")->put("MousePointer", arrow);
+    late_bound::objectOf(ListView1, "Parent")->put("MousePointer", arrow);
 }
 
 } // namespace tamarok

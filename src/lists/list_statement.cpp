@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "catalogue/list_composer.h"
-#include "late_bound.h"
+#include "runtime/late_bound.h"
 
 #include "tamarok/comm_csel.h"
 #include "tamarok/comm_get.h"
@@ -39,9 +39,9 @@ struct Columns {
 Columns addColumns(ListComposer& list, const ListRequest& request, const Object& headers)
 {
     Columns columns;
-    const std::int32_t count = numberOf(headers, "Count");
+    const std::int32_t count = late_bound::numberOf(headers, "Count");
     for (std::int32_t position = 1; position <= count; ++position) {
-        const ObjectRef header = elementOf(headers, position);
+        const ObjectRef header = late_bound::elementOf(headers, position);
         const std::string key = convert::toText(header->get("Key", {}));
         const std::int16_t id = convert::toInteger(std::string{text::mid(key, 5)});
         columns.ids.push_back(id);
@@ -109,13 +109,13 @@ std::string articleOrder(const std::string& order, const ListRequest& request)
 /// where the column shows numbers.
 std::string goodsOrder(const Columns& columns, const ListRequest& request, const Object& view)
 {
-    const std::int32_t key = numberOf(view, "SortKey");
+    const std::int32_t key = late_bound::numberOf(view, "SortKey");
     if (key < 0 || static_cast<std::size_t>(key) >= columns.ids.size())
         throw Error{errors::subscriptOutOfRange,
                     "The list is sorted by column " + std::to_string(key) + ", which it does not have.",
                     "Comm_CSel.FillListview"};
     const auto index = static_cast<std::size_t>(key);
-    const std::string direction = numberOf(view, "SortOrder") == descending ? " DESC" : "";
+    const std::string direction = late_bound::numberOf(view, "SortOrder") == descending ? " DESC" : "";
     if (!columns.formats[index].ends_with('0')) return std::to_string(key + 1) + direction;
     const std::string value = Comm_CSel{}.GetColumnTyp(request.type, columns.ids[index], true, false, request.session);
     return "(CASE WHEN ISNUMERIC(" + value + ")=1 THEN CAST(" + value + " AS FLOAT) ELSE NULL END)" + direction;

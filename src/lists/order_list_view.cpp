@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "late_bound.h"
+#include "runtime/late_bound.h"
 #include "sortable_cells.h"
 
 #include "tamarok/column_texts.h"
@@ -42,10 +42,10 @@ class LateBoundCells final : public ColumnCells {
 public:
     LateBoundCells(const Object& items, std::int32_t column) : index_{column - 1}
     {
-        const std::int32_t count = lists::numberOf(items, "Count");
+        const std::int32_t count = late_bound::numberOf(items, "Count");
         items_.reserve(static_cast<std::size_t>(count));
         for (std::int32_t position = 1; position <= count; ++position)
-            items_.push_back(lists::elementOf(items, position));
+            items_.push_back(late_bound::elementOf(items, position));
     }
 
     lists::ColumnShape shape(std::string_view emptyText) override
@@ -123,9 +123,9 @@ std::unique_ptr<ColumnCells> cellsOf(Object& items, std::int32_t column)
 /// Removes the marks of a former order from all headers.
 void removeMarks(const Object& headers)
 {
-    const std::int32_t count = lists::numberOf(headers, "Count");
+    const std::int32_t count = late_bound::numberOf(headers, "Count");
     for (std::int32_t position = 1; position <= count; ++position) {
-        const ObjectRef header = lists::elementOf(headers, position);
+        const ObjectRef header = late_bound::elementOf(headers, position);
         const std::string text = convert::toText(header->get("text", {}));
         if (text.starts_with(ascendingMark) || text.starts_with(descendingMark)) header->put("text", text.substr(2));
     }
@@ -137,11 +137,11 @@ void sortBy(Object& view, Object& header, std::int32_t column, bool keepsDirecti
     view.put("SortKey", column - 1);
     if (!keepsDirection) {
         const bool wasAscending =
-            lists::numberOf(view, "SortOrder") == ascending && convert::toBoolean(view.get("Sorted", {}));
+            late_bound::numberOf(view, "SortOrder") == ascending && convert::toBoolean(view.get("Sorted", {}));
         view.put("SortOrder", wasAscending ? descending : ascending);
     }
     view.put("Sorted", true);
-    const std::string_view mark = lists::numberOf(view, "SortOrder") == ascending ? ascendingMark : descendingMark;
+    const std::string_view mark = late_bound::numberOf(view, "SortOrder") == ascending ? ascendingMark : descendingMark;
     header.put("text", std::string{mark} + convert::toText(header.get("text", {})));
 }
 
@@ -150,9 +150,9 @@ void sortBy(Object& view, Object& header, std::int32_t column, bool keepsDirecti
 void Comm_Set::OrderColumnListview(const TmkVar& tmkVar, Object& ColumnHeader, Object& ListView1,
                                    bool OnlyActualize) const
 {
-    const ObjectRef items = lists::objectOf(ListView1, "ListItems");
-    if (lists::numberOf(*items, "Count") == 0) return;
-    const std::int32_t column = lists::numberOf(ColumnHeader, "Index");
+    const ObjectRef items = late_bound::objectOf(ListView1, "ListItems");
+    if (late_bound::numberOf(*items, "Count") == 0) return;
+    const std::int32_t column = late_bound::numberOf(ColumnHeader, "Index");
     const std::unique_ptr<ColumnCells> cells = cellsOf(*items, column);
     const std::string& emptyText = tmkVar.strEmptyText;
     const lists::ColumnShape shape = cells->shape(emptyText);
@@ -163,7 +163,7 @@ void Comm_Set::OrderColumnListview(const TmkVar& tmkVar, Object& ColumnHeader, O
     // Required by the contract: the padding stays in the cells.
     if (shape.isNumber()) cells->rewrite([&](std::string& cell) { cell = lists::paddedNumber(cell, shape.width()); });
 
-    removeMarks(*lists::objectOf(ListView1, "ColumnHeaders"));
+    removeMarks(*late_bound::objectOf(ListView1, "ColumnHeaders"));
     sortBy(ListView1, ColumnHeader, column, OnlyActualize);
 
     if (!shape.isDate()) return;

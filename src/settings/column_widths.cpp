@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "ado/first_row.h"
+#include "runtime/late_bound.h"
 
 #include "tamarok/comm_models.h"
 #include "tamarok/convert.h"
@@ -69,19 +70,10 @@ public:
 private:
     std::int32_t countColumns() const
     {
-        if (!access_.count.empty()) return convert::toLong(control_.get(access_.count, {}));
-        return convert::toLong(objectOf(control_.get(access_.columns, {}))->get("Count", {}));
+        if (!access_.count.empty()) return late_bound::numberOf(control_, access_.count);
+        return late_bound::numberOf(*late_bound::objectOf(control_, access_.columns), "Count");
     }
-    ObjectRef column(std::int32_t index) const
-    {
-        const Variant place{index};
-        return objectOf(control_.get(access_.columns, {&place, 1}));
-    }
-    ObjectRef objectOf(const Variant& value) const
-    {
-        require(value.asObject(), access_.columns);
-        return value.asObject();
-    }
+    ObjectRef column(std::int32_t index) const { return late_bound::elementOf(control_, access_.columns, index); }
 
     Object& control_;
     const ColumnAccess& access_;

@@ -70,7 +70,7 @@ TEST(Call, ConversationWithDatabase)
     const ScratchFolder folder;
     const std::string file = makeDatabase(folder, 20);
     Program host{{"call", "--db", file, "--locale", "de-AT"}};
-    hold(host, "database.txt", 58);
+    hold(host, "database.txt", 65);
 }
 
 TEST(Call, AQueryReturnsAtMost100000RowsUnlessItSaysOtherwise)

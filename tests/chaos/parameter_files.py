@@ -25,6 +25,11 @@ def act(op, *args):
     return {"class": "Comm_Act", "op": op, "args": list(args)}
 
 
+def text_of(number):
+    """Texts of two lengths, so that each write moves the rest of the file."""
+    return str(number) * (1 + number % 2)
+
+
 def file_of(value, comments=COMMENTS):
     return f"A = {value}\n{comments}B = end\n"
 
@@ -40,11 +45,11 @@ def save_until_killed(path):
     number = run.random.randrange(2, 6)
     for value in range(1, number):
         began = time.monotonic()
-        answer = session.ask(**act("SaveParam", "A", str(value), path))
+        answer = session.ask(**act("SaveParam", "A", text_of(value), path))
         run.require("error" not in answer, f"saving fails: {answer}")
         run.count("values saved")
         usual_seconds = time.monotonic() - began
-    session.send(**act("SaveParam", "A", str(number), path))
+    session.send(**act("SaveParam", "A", text_of(number), path))
     time.sleep(usual_seconds * run.random.uniform(0.3, 1.1))
     session.kill()
     run.count("kills")
@@ -53,11 +58,11 @@ def save_until_killed(path):
 
 def check(path, confirmed, in_place):
     found = content(path)
-    if found == file_of(confirmed):
+    if found == file_of(text_of(confirmed)):
         run.count("old files")
-    elif found == file_of(confirmed + 1):
+    elif found == file_of(text_of(confirmed + 1)):
         run.count("new files")
-    elif in_place and content(path + "~") == file_of(confirmed + 1):
+    elif in_place and content(path + "~") == file_of(text_of(confirmed + 1)):
         run.count("torn files kept whole")
     else:
         run.violation(f"the file is neither the one with {confirmed} nor the next one: {found[:40]!r}, "
@@ -67,7 +72,7 @@ def check(path, confirmed, in_place):
 def kills(in_place):
     path = run.path("params.ini")
     with open(path, "w", encoding="utf-8", newline="") as file:
-        file.write(file_of(0))
+        file.write(file_of(text_of(0)))
     second = run.path("second.ini")
     if in_place:
         os.link(path, second)
@@ -85,7 +90,7 @@ def kills(in_place):
     check(path, confirmed, in_place)
     # What a kill left behind hinders nobody.
     with open(path, "w", encoding="utf-8", newline="") as file:
-        file.write(file_of(0))
+        file.write(file_of(text_of(0)))
     session = chaos.Session()
     answer = session.ask(**act("SaveParam", "A", "last", path))
     run.require("error" not in answer and content(path) == file_of("last"), f"a later save fails: {answer}")

@@ -1,11 +1,14 @@
 #include <gtest/gtest.h>
+#include <sstream>
 #include <string>
 #include <vector>
 
+#include "records_database.h"
 #include "tamarok_database/reference_database.h"
 #include "tamarok_embedded/connect.h"
 #include "tamarok_loc/loc_service.h"
 
+#include "tamarok/comm_csel.h"
 #include "tamarok/comm_get.h"
 #include "tamarok/comm_models.h"
 #include "tamarok/comm_set.h"
@@ -188,6 +191,7 @@ TEST_F(SettingsOnDatabase, SavedWidthsAreNobodysDefaultModel)
     for (const std::int32_t user : {0, 2, 3}) {
         signIn(user, 5);
         EXPECT_EQ(defaultModel("BBFAK"), "Grundeinstellung\n");
+        EXPECT_EQ(defaultModel("BBFAK", true), "STANDARD\n") << "whoever asks for rows of any owner gets this one";
     }
 }
 
@@ -225,6 +229,68 @@ TEST_F(SettingsOnDatabase, TheNextListFollowsTheLastOneOfItsLevel)
     EXPECT_EQ(std::stoi(next.substr(next.size() - 5)), std::stoi(last.substr(last.size() - 6)) + 1) << last << next;
     EXPECT_EQ(next.substr(0, 4), last.substr(0, 4));
     EXPECT_EQ(content("SELECT COUNT(*) FROM LISTENKOPF WHERE ID IS NULL"), "0\n");
+}
+
+TEST_F(SettingsOnDatabase, TheFirstNumbersOfTheEditionAlfBeginWithTheOffice)
+{
+    session_.strCustomer = "ALF";
+    sample_->Execute("DELETE FROM LISTENKOPF WHERE ID_ACCESS_LEVELS = 11");
+    EXPECT_EQ(content("SELECT NUMMER FROM PERSONAL WHERE MANDANTEN = 1 AND ID_ACCESS_LEVELS = 11"), "21232\n");
+    const std::string year = std::to_string(toCivil(Platform::today()).year % 100);
+    EXPECT_EQ(Comm_Get{}.GetNewNumber(1, session_, "11"), "00021232" + year + "21201");
+    session_.ID_Access_Levels = 11;
+    EXPECT_EQ(
+        Comm_Get{}.GetNewNumber(0, session_, "SELECT MAX(BEREITSTELLUNGSNAME) FROM BEREITSTELLUNG_KOPF WHERE ID < 0"),
+        "BM00021232-" + year + "01");
+}
+
+/// The chosen columns of a saved list are columns of its type.
+TEST_F(SettingsOnDatabase, ModelsOfListsNameColumns)
+{
+    std::size_t checked = 0;
+    ado::Recordset models;
+    models.Open("SELECT RELATION,MODEL FROM MODELS WHERE NAME <> 'STANDARD' AND RELATION NOT LIKE 'ABSCHLAG%'",
+                sample_);
+    for (; !models.AtEOF(); models.MoveNext()) {
+        const std::string type = convert::toText(models.Fields().Item(0).Value());
+        std::istringstream ids{convert::toText(models.Fields().Item(1).Value())};
+        for (std::string id; std::getline(ids, id, ','); ++checked) {
+            const auto column = static_cast<std::int16_t>(std::stoi(id));
+            const std::string text = type == "LOG" ? Comm_CSel{}.GetColumn(column, "R", session_)
+                                                   : Comm_CSel{}.GetColumnTyp(type, column, true, false, session_);
+            EXPECT_NE(text, "") << type << " " << id;
+        }
+    }
+    EXPECT_EQ(checked, 37U);
+}
+
+TEST_F(SettingsOnDatabase, KeysAreFound)
+{
+    for (const test::Reference& reference : {test::Reference{"MODELS", "ID_USER", "USERS", "ID"},
+                                             {"MODELS", "ID_ACCESS_LEVELS", "ACCESS_LEVELS", "ID"},
+                                             {"MASCHINENBUCH", "ID", "SCH_MASCHINENBUCH", "ID"},
+                                             {"ONETODATE", "TEXT", "LOHNGRUPPE", "NAME"},
+                                             {"PERSONAL", "LOHNGRUPPE", "LOHNGRUPPE", "NAME"},
+                                             {"RECHNUNGSJOURNAL", "R_NAME", "HEADERRECH", "R_NAME"},
+                                             {"T_EBENE1", "ID_HH_TITEL", "HH_TITEL", "ID"},
+                                             {"T_EBENE2", "ID_T_EBENE1", "T_EBENE1", "ID"},
+                                             {"T_EBENE3", "ID_T_EBENE2", "T_EBENE2", "ID"},
+                                             {"T_EBENE4", "ID_T_EBENE3", "T_EBENE3", "ID"},
+                                             {"BB_T_VERTRAG", "ID_ACCESS_LEVELS", "ACCESS_LEVELS", "ID"}})
+        test::expectFound(sample_, reference);
+    for (const test::Fault& fault :
+         {test::Fault{"a rate of no wage type", "ONETODATE WHERE TABLE_COLUMN = 'LOHNARTEN.SATZ' AND TABLE_ID NOT IN "
+                                                "(SELECT ID FROM LOHNARTEN)"},
+          {"a wage type by date without a rate",
+           "LOHNARTEN WHERE SLA = 1 AND ID NOT IN (SELECT TABLE_ID FROM ONETODATE "
+           "WHERE TABLE_COLUMN = 'LOHNARTEN.SATZ')"},
+          {"a worker whose last group is another one", "PERSONAL WHERE LOHNGRUPPE <> (SELECT TOP 1 TEXT FROM ONETODATE "
+                                                       "WHERE TABLE_COLUMN = 'PERSONAL.LOHNGRUPPE' AND "
+                                                       "TABLE_ID = PERSONAL.ID_PERSONAL ORDER BY DATUM DESC)"},
+          {"a title of another chapter", "ONETOMANY INNER JOIN HH_TITEL ON HH_TITEL.ID = ONETOMANY.ID_SLAVE WHERE "
+                                         "RELATION = 'HH_KAPITEL.HH_TITEL' AND ID_MASTER <> ID_HH_KAPITEL"},
+          {"a machine without a driver's wage", "SCH_MASCHINENBUCH WHERE ID NOT IN (SELECT ID FROM MASCHINENBUCH)"}})
+        test::expectNone(sample_, fault);
 }
 
 /// A title without levels is a leaf; one whose level is disabled falls out.

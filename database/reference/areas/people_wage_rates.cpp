@@ -75,7 +75,7 @@ void writeWorkersGroups(ado::Connection& connection, const ReferenceOptions& opt
         const std::string_view below = groupBelow(worker.at(1).asString());
         if (!below.empty()) insertRow(history, {column, worker.at(0), begin, Null{}, below});
         const std::int32_t age = convert::toLong(worker.at(0)) % 4;
-        const Date raised = below.empty() ? begin : Date{rateYear(options, age).from};
+        const Date raised = below.empty() ? begin : rateYear(options, age).from;
         insertRow(history, {column, worker.at(0), raised, Null{}, worker.at(1)});
     }
 }

@@ -9,13 +9,13 @@
 --   @NICHT_ANDERBAR    1 for a fixed model
 --   @ID_ACCESS_LEVELS  the access level; 0 for none
 --
--- A row with the widths, 1, 0, 0, 0, belongs to nobody, so that no user's list of models shows it.
+-- The row of the widths has 1, 0, 0, 0: a default that belongs to nobody, so that no user's list of models shows it.
 --
 -- The server cuts a longer text to the size of its parameter without a message. The end of such a text may be half a
 -- number, so a text that fills the parameter loses what follows its last comma.
 --
--- Two workstations may store the same new model at once. The lock of the application's own, which all calls share, lets
--- the second one wait for the end of the first transaction; it then finds the row.
+-- Two workstations may store the same new model at once. All calls share one application lock: the second call waits
+-- until the first transaction has ended, and then finds the row.
 CREATE PROCEDURE tmk_MODELS_INS
     @RELATION VARCHAR(60),
     @NAME VARCHAR(80),

@@ -1,8 +1,8 @@
-#include "late_bound.h"
+#include "runtime/late_bound.h"
 
 #include "tamarok/convert.h"
 
-namespace tamarok::lists {
+namespace tamarok::late_bound {
 
 namespace {
 
@@ -20,10 +20,15 @@ ObjectRef objectOf(const Object& object, std::string_view property)
     return checked(object.get(property, {}), property);
 }
 
+ObjectRef elementOf(const Object& object, std::string_view property, std::int32_t index)
+{
+    const Variant place{index};
+    return checked(object.get(property, {&place, 1}), property);
+}
+
 ObjectRef elementOf(const Object& collection, std::int32_t position)
 {
-    const Variant index{position};
-    return checked(collection.get("Item", {&index, 1}), "Item");
+    return elementOf(collection, "Item", position);
 }
 
 std::int32_t numberOf(const Object& object, std::string_view property)
@@ -31,4 +36,4 @@ std::int32_t numberOf(const Object& object, std::string_view property)
     return convert::toLong(object.get(property, {}));
 }
 
-} // namespace tamarok::lists
+} // namespace tamarok::late_bound
