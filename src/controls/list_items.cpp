@@ -417,10 +417,11 @@ void ListItems::settle() const
         return sortColumn_ < cells.size() ? std::string_view{cells[sortColumn_]} : std::string_view{};
     };
     const bool descending = direction_ == SortDirection::Descending;
-    std::vector<std::string_view> texts(items_.size());
-    for (std::size_t position = 0; position < texts.size(); ++position)
-        texts[position] = textOf(position);
-    const std::vector<std::uint32_t> order = text_order::stableOrder(texts, descending);
+    text_order::Keys keys;
+    keys.reserve(items_.size());
+    for (std::size_t position = 0; position < items_.size(); ++position)
+        keys.add(textOf(position));
+    const std::vector<std::uint32_t> order = keys.stableOrder(descending);
     std::vector<ListItemRef> rearranged;
     rearranged.reserve(items_.capacity());
     for (const std::uint32_t position : order)

@@ -34,7 +34,8 @@ TEST(TextOrder, IsThatOfAStableSortOfKeys)
     const std::vector<std::string_view> letters{"a", "A", "b", "ä", "ß", "\0"sv, " ", "ж"};
     std::uint32_t state = 1;
     for (std::size_t longest = 0; longest <= 12; ++longest) {
-        std::vector<std::string> texts(500);
+        // All texts of every other round begin alike.
+        std::vector<std::string> texts(500, longest % 2 == 0 ? "" : "Rechnung ä ");
         for (std::string& text : texts) {
             state = state * 1664525U + 1013904223U;
             for (std::size_t length = (state >> 16U) % (longest + 1); length > 0; --length) {
@@ -42,17 +43,19 @@ TEST(TextOrder, IsThatOfAStableSortOfKeys)
                 text += letters[(state >> 16U) % (length > 2 ? 2 : letters.size())];
             }
         }
-        const std::vector<std::string_view> views{texts.begin(), texts.end()};
+        Keys keys;
+        for (const std::string& text : texts)
+            keys.add(text);
         for (const bool descending : {false, true}) {
             std::vector<std::uint32_t> expected(texts.size());
             std::iota(expected.begin(), expected.end(), 0U);
             std::stable_sort(expected.begin(), expected.end(), [&](std::uint32_t a, std::uint32_t b) {
                 return descending ? keyOf(texts[b]) < keyOf(texts[a]) : keyOf(texts[a]) < keyOf(texts[b]);
             });
-            EXPECT_EQ(stableOrder(views, descending), expected) << longest << ' ' << descending;
+            EXPECT_EQ(keys.stableOrder(descending), expected) << longest << ' ' << descending;
         }
     }
-    EXPECT_TRUE(stableOrder({}, false).empty());
+    EXPECT_TRUE(Keys{}.stableOrder(false).empty());
 }
 
 } // namespace
