@@ -451,7 +451,9 @@ TEST_F(ParameterFilesSafety, ALargeFileTakesBoundedMemory)
     const test::Outcome read = test::runProgram(PARAMETER_CHILD, {"read", path(), "last"});
     ASSERT_EQ(read.status, 0) << read.output;
     ASSERT_TRUE(read.output.starts_with("ü ")) << read.output;
+#ifndef __SANITIZE_ADDRESS__ // the sanitizer keeps what was given back
     EXPECT_LT(std::stol(read.output.substr(3)), 8000) << "KiB for a file of 40 MB";
+#endif
 }
 
 TEST_F(ParameterFilesSafety, LinesOfAMegabyte)
