@@ -13,6 +13,7 @@ extern const ClassInfo commCSel;
 extern const ClassInfo commConv;
 extern const ClassInfo commLock;
 extern const ClassInfo commSQL;
+extern const ClassInfo commModels;
 extern const ClassInfo commGet;
 extern const ClassInfo commSet;
 extern const ClassInfo locService;
