@@ -34,8 +34,8 @@ public:
     /// all, none stay.
     virtual void write(std::string_view bytes) = 0;
 
-    /// Tells whether no other process has opened the file for appending and not closed it yet, as far as can be told
-    /// without waiting. From then on until this file is closed, others that ask are told no.
+    /// Tells whether nobody else has the file open for appending. If so, others that open it wait until this file is
+    /// closed, but not longer than a fraction of a second. True where the file system cannot tell.
     virtual bool isOnlyWriter() = 0;
 
     /// Waits until what was written is on the disk.

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <thread>
 
 #include "file_failures.h"
 
@@ -80,12 +82,17 @@ void PosixFile::write(std::string_view bytes)
     }
 }
 
-// Files that are open for appending hold a shared lock. Nobody ever waits for a lock, so that no process can hold up
-// another one; a file system without locks counts as one without other writers.
+// Files that are open for appending hold a shared lock. Who asks to be the only writer holds the file alone from then
+// on, for the time of one write. A file system without locks counts as one without other writers.
 
+/// Waits for one that holds the file alone, but not for long: a process that stands still must not hold up others.
 void PosixFile::joinWriters() noexcept
 {
-    ::flock(file_.get(), LOCK_SH | LOCK_NB);
+    constexpr int attempts = 200;
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        if (::flock(file_.get(), LOCK_SH | LOCK_NB) == 0 || errno != EWOULDBLOCK) return;
+        std::this_thread::sleep_for(std::chrono::milliseconds{1});
+    }
 }
 
 bool PosixFile::isOnlyWriter()

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <vector>
 
 #include "line_reader.h"
 #include "numbered_file.h"

@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <span>
 #include <utility>
+#include <vector>
 
 #include "line_append.h"
 #include "line_reader.h"
@@ -84,6 +86,7 @@ std::vector<std::string> newLines(std::string_view key, std::string_view value, 
 {
     const bool isList = text::toUpper(key) == settings::repeatedKey;
     std::vector<std::string> lines;
+    lines.reserve(values.size());
     for (const std::string& listed : values)
         lines.push_back(settings::encode(entryOf(key, isList ? listed : value), encoding));
     return lines;

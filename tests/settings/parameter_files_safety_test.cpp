@@ -1,7 +1,10 @@
+#include <array>
+#include <cstring>
 #include <fcntl.h>
 #include <memory>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include "settings/parameter_folder.h"
@@ -141,6 +144,47 @@ TEST_F(ParameterFilesSafety, FurtherHardLinksStay)
         EXPECT_EQ(content("params.ini~"), content("second.ini"));
     }
     EXPECT_EQ(statusOf().st_nlink, 2U);
+}
+
+/// An access list as Linux keeps it: it lets user 1234 write the file.
+std::string accessList()
+{
+    struct Entry {
+        std::uint16_t tag;
+        std::uint16_t rights;
+        std::uint32_t user;
+    };
+    constexpr std::uint32_t nobody = 0xFFFFFFFFU;
+    constexpr std::array<Entry, 5> entries{
+        {{0x01, 6, nobody}, {0x02, 6, 1234}, {0x04, 4, nobody}, {0x10, 6, nobody}, {0x20, 4, nobody}}};
+    constexpr std::uint32_t version = 2;
+    std::string bytes(sizeof version + sizeof entries, '\0');
+    std::memcpy(bytes.data(), &version, sizeof version);
+    std::memcpy(bytes.data() + sizeof version, entries.data(), sizeof entries);
+    return bytes;
+}
+
+TEST_F(ParameterFilesSafety, AnAccessListStays)
+{
+    const char* const attribute = "system.posix_acl_access";
+    const std::string list = accessList();
+    make("A = 1\n");
+    if (::setxattr(path().c_str(), attribute, list.data(), list.size(), 0) != 0)
+        GTEST_SKIP() << "the file system of the temporary folder has no access lists";
+    act.SaveParam("A", "2", path());
+    EXPECT_EQ(content(), "A = 2\n");
+    EXPECT_GT(::getxattr(path().c_str(), attribute, nullptr, 0), 0);
+}
+
+TEST_F(ParameterFilesSafety, WhereNoDraftCanBeMadeTheFileIsOverwrittenInPlace)
+{
+    make("A = 1\n");
+    fs::create_directory(path("params.ini~new")); // the name of the draft
+    const auto inode = statusOf().st_ino;
+    act.SaveParam("A", "2", path());
+    EXPECT_EQ(content(), "A = 2\n");
+    EXPECT_EQ(statusOf().st_ino, inode);
+    EXPECT_TRUE(fs::is_directory(path("params.ini~new")));
 }
 
 // What stands in the way of the temporary file
@@ -407,7 +451,9 @@ TEST_F(ParameterFilesSafety, ALargeFileTakesBoundedMemory)
     const test::Outcome read = test::runProgram(PARAMETER_CHILD, {"read", path(), "last"});
     ASSERT_EQ(read.status, 0) << read.output;
     ASSERT_TRUE(read.output.starts_with("ü ")) << read.output;
+#ifndef __SANITIZE_ADDRESS__ // the sanitizer keeps what was given back
     EXPECT_LT(std::stol(read.output.substr(3)), 8000) << "KiB for a file of 40 MB";
+#endif
 }
 
 TEST_F(ParameterFilesSafety, LinesOfAMegabyte)
@@ -435,8 +481,8 @@ TEST_F(ParameterFilesSafety, LinesOfProcessesThatWriteAtOnceStayWhole)
     std::ifstream file{path("protocol.txt")};
     std::map<std::string, int> lines;
     for (std::string line; std::getline(file, line);) {
+        ASSERT_TRUE(line.starts_with("M; N; ") && line.ends_with("; U  \r")) << line.substr(0, 20);
         const std::string text = line.substr(6, 5000);
-        EXPECT_TRUE(line.starts_with("M; N; ") && line.ends_with("; U  \r"));
         ++lines[text];
     }
     ASSERT_EQ(lines.size(), texts.size());
