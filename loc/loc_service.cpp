@@ -4,7 +4,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "tamarok/convert.h"
 #include "tamarok/error.h"
 #include "tamarok/text.h"
 #include "tamarok/tmkvar.h"
@@ -40,15 +42,31 @@ std::optional<Variant> optionalProperty(const Object& object, std::string_view n
     }
 }
 
+/// Returns the controls of a form: the elements of its array `Controls`, or of its collection of that name, whose
+/// positions begin at 1.
+std::vector<Variant> controlsOf(const Object& form)
+{
+    const std::optional<Variant> controls = optionalProperty(form, "Controls");
+    if (!controls) return {};
+    if (controls->isArray()) return controls->asArray().elements();
+    if (!controls->isObject() || !controls->asObject()) return {};
+    const Object& collection = *controls->asObject();
+    std::vector<Variant> found;
+    const std::int32_t count = convert::toLong(collection.get("Count", {}));
+    for (std::int32_t position = 1; position <= count; ++position) {
+        const Variant index{position};
+        found.push_back(collection.get("Item", {&index, 1}));
+    }
+    return found;
+}
+
 /// The service over table STRINGS. It keeps no state: each call runs one statement.
 class TextTableService final : public LocService {
 public:
     void TranslateForm(const TmkVar& session, Object& form) override
     {
         translate(session, form);
-        const std::optional<Variant> controls = optionalProperty(form, "Controls");
-        if (!controls || !controls->isArray()) return;
-        for (const Variant& control : controls->asArray().elements())
+        for (const Variant& control : controlsOf(form))
             if (control.isObject() && control.asObject()) translate(session, *control.asObject());
     }
 

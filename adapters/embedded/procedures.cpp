@@ -1,5 +1,6 @@
 #include "tamarok_embedded/procedures.h"
 
+#include "procedures/models_ins.h"
 #include "procedures/node_visible.h"
 #include "procedures/optionen_ins.h"
 #include "tamarok_tsql/names.h"
@@ -45,6 +46,7 @@ const Procedure* ProcedureRegistry::find(std::string_view name) const
 ProcedureRegistry builtInProcedures()
 {
     ProcedureRegistry registry;
+    registry.add(modelsIns());
     registry.add(nodeVisible());
     registry.add(optionenIns());
     return registry;

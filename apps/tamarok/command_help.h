@@ -29,7 +29,8 @@ inline constexpr const char* list = R"(Composes a list of numbered columns, runs
 The statement is made by the library's own operations: FROM and its joins, the SELECT list, and with
 --group the GROUP BY list, where measures are summed and averages weighted. A column is named by its id
 or by its label; 'tamarok types' shows the list types, 'tamarok columns TYPE' the columns. The database is
-opened for reading only.
+opened for reading only. A table shows each column in its format, as the lists of the forms do; csv and
+json give the plain values.
 
 Examples:
   tamarok list LOG 1 2 23 36 --where "LOGS.KUBATUR > 2" --order 1 --limit 20

@@ -149,6 +149,10 @@ void addInit(CLI::App& program, Command& chosen)
         ->type_name("N")
         ->check(CLI::Range(std::int64_t{0}, std::int64_t{100'000'000}).description(""))
         ->capture_default_str();
+    sub.app->add_option("--records", options.records, "number of orders, plans, contracts and so on, each")
+        ->type_name("N")
+        ->check(CLI::Range(0, 100'000).description(""))
+        ->capture_default_str();
     sub.app->add_option("--seed", options.seed, "start of the random numbers")
         ->type_name("S")
         ->check(wholeNumber())

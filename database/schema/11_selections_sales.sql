@@ -256,10 +256,11 @@ GO
 
 -- One row per kind of framework contract.
 CREATE TABLE BB_T_VERTRAG (
-    ID INT NOT NULL PRIMARY KEY,
+    ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     NUMMER NVARCHAR(20),
     [SHORT] NVARCHAR(20),
     [LONG] NVARCHAR(60),
+    ID_ACCESS_LEVELS INT,
     LDNR INT,
     DISABLE BIT
 )
@@ -271,6 +272,7 @@ CREATE TABLE BB_T_FSC (
     NUMMER NVARCHAR(20),
     [SHORT] NVARCHAR(20),
     [LONG] NVARCHAR(60),
+    ID_ACCESS_LEVELS INT,
     LDNR INT,
     DISABLE BIT
 )
@@ -321,9 +323,10 @@ CREATE TABLE BB_T_ANORDNUNGSTYP (
 )
 GO
 
--- One row per value of the first level of the accounting structure.
+-- One row per value of the first level of the accounting structure, under a budget title (ID_HH_TITEL).
 CREATE TABLE T_EBENE1 (
     ID INT NOT NULL PRIMARY KEY,
+    ID_HH_TITEL INT,
     NUMMER NVARCHAR(20),
     [SHORT] NVARCHAR(20),
     [LONG] NVARCHAR(60),
@@ -332,9 +335,10 @@ CREATE TABLE T_EBENE1 (
 )
 GO
 
--- One row per value of the second level of the accounting structure.
+-- One row per value of the second level of the accounting structure, under a value of the first (ID_T_EBENE1).
 CREATE TABLE T_EBENE2 (
     ID INT NOT NULL PRIMARY KEY,
+    ID_T_EBENE1 INT,
     NUMMER NVARCHAR(20),
     [SHORT] NVARCHAR(20),
     [LONG] NVARCHAR(60),
@@ -343,9 +347,10 @@ CREATE TABLE T_EBENE2 (
 )
 GO
 
--- One row per value of the third level of the accounting structure.
+-- One row per value of the third level of the accounting structure, under a value of the second (ID_T_EBENE2).
 CREATE TABLE T_EBENE3 (
     ID INT NOT NULL PRIMARY KEY,
+    ID_T_EBENE2 INT,
     NUMMER NVARCHAR(20),
     [SHORT] NVARCHAR(20),
     [LONG] NVARCHAR(60),
@@ -354,9 +359,10 @@ CREATE TABLE T_EBENE3 (
 )
 GO
 
--- One row per value of the fourth level of the accounting structure.
+-- One row per value of the fourth level of the accounting structure, under a value of the third (ID_T_EBENE3).
 CREATE TABLE T_EBENE4 (
     ID INT NOT NULL PRIMARY KEY,
+    ID_T_EBENE3 INT,
     NUMMER NVARCHAR(20),
     [SHORT] NVARCHAR(20),
     [LONG] NVARCHAR(60),

@@ -175,7 +175,8 @@ public:
     /// fixed one. 0 if there is none. On Oracle the database chooses among several.
     /// @param strModelRelation  inserted verbatim; ABSCHLAG, ABSCHLAG1 to ABSCHLAG8 and the same with "_A" have several
     ///                          rows for a model, of which the first counts
-    /// @param NotWhere          finds models of any access level
+    /// @param NotWhere          finds models of any user and access level
+    /// Errors: 6 for an access level of the session above 32767, those of the database.
     std::int32_t GetStandardModel(const TmkVar& tmkVar, std::string_view strModelRelation, bool NotWhere) const;
 
     /// Returns the name of a report in the session's language: "HV 11z  ..." for "HV 11Z".
@@ -185,7 +186,9 @@ public:
 
     /// Returns the next free number of a series: the last one counted up as a text, so that it may hold letters, a
     /// prefix or a year. "A99" gives "B00", "2024-009" gives "2024-010", no number gives "1".
-    /// Two users who ask at the same time get the same number: nothing is reserved.
+    /// Two users who ask at the same time get the same number: nothing is reserved. Any character but digits and the
+    /// letters A to Z and a to z is passed over. For the customer ALF the first number of a list, and of a provision
+    /// (type 0), is made of the number of the level's forest office and the year, and ends in "01".
     /// @param SpecialType  1: the number of a list; `strSQL` is then the id of an access level, 0 for none
     /// @param strSQL       statement whose first column is the last number
     /// Errors: 13 and 6 for an access level that is no number, those of the database.

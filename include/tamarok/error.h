@@ -18,9 +18,14 @@ inline constexpr std::int32_t divisionByZero = 11;             ///< Division by 
 inline constexpr std::int32_t typeMismatch = 13;               ///< A value does not convert to the wanted type.
 inline constexpr std::int32_t internalError = 51;              ///< A fault of the program itself.
 inline constexpr std::int32_t fileNotFound = 53;               ///< A file does not exist.
+inline constexpr std::int32_t fileAlreadyOpen = 55;            ///< A file number is in use.
 inline constexpr std::int32_t deviceError = 57;                ///< Reading or writing a device or file failed.
 inline constexpr std::int32_t fileExists = 58;                 ///< A file that is to be made exists already.
+inline constexpr std::int32_t diskFull = 61;                   ///< There is no room for what is to be written.
+inline constexpr std::int32_t tooManyFiles = 67;               ///< The process or system can open no further file.
+inline constexpr std::int32_t permissionDenied = 70;           ///< The account lacks the right to a file.
 inline constexpr std::int32_t pathAccess = 75;                 ///< A path or file cannot be accessed.
+inline constexpr std::int32_t pathNotFound = 76;               ///< A folder of a path does not exist.
 inline constexpr std::int32_t objectNotSet = 91;               ///< An object reference holds nothing.
 inline constexpr std::int32_t invalidUseOfNull = 94;           ///< Null where a value is needed.
 inline constexpr std::int32_t invalidPropertyValue = 380;      ///< A control does not take this value.
@@ -38,6 +43,13 @@ inline constexpr std::int32_t itemNotFound = 3265;       ///< No item of that na
 inline constexpr std::int32_t objectClosed = 3704;       ///< Operation on a closed recordset or connection object.
 inline constexpr std::int32_t objectOpen = 3705;         ///< Operation not allowed while the object is open.
 inline constexpr std::int32_t connectionClosed = 3709;   ///< A recordset or command uses a closed connection.
+
+// Of parameter files.
+inline constexpr std::int32_t parameterSyntax =
+    static_cast<std::int32_t>(0x80040201U); ///< A line that is neither parameter nor comment.
+inline constexpr std::int32_t parameterDuplicate =
+    static_cast<std::int32_t>(0x80040202U); ///< A key that occurs more than once.
+inline constexpr std::int32_t parameterNotFound = static_cast<std::int32_t>(0x80040203U); ///< A key without a value.
 
 // Of database providers. A failure keeps the provider's own number; these are the defaults by kind.
 inline constexpr std::int32_t providerFailure = static_cast<std::int32_t>(0x80004005U);    ///< Any other failure.

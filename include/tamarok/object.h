@@ -35,9 +35,9 @@ public:
     /// Errors: those of `get`; 5 for an element that is no object; 13, 6 and 9 of the value and the index.
     virtual void putIndexed(std::string_view name, std::span<const Variant> index, const Variant& value);
 
-    /// Calls a method and returns its result, Empty for a method without one. The method may change the
-    /// elements of `args` that it takes by reference. Errors: 438 for an unknown method, 450 for a wrong
-    /// number of arguments.
+    /// Calls a method and returns its result, Empty for a method without one. The method may change the elements of
+    /// `args` that it takes by reference. The name of a property reads it, with `args` as its index.
+    /// Errors: 438 for an unknown name, 450 for a wrong number of arguments, those of `get`.
     virtual Variant call(std::string_view name, std::span<Variant> args);
 
     /// Returns the value that stands for the object where a plain value is needed. A Field returns its Value.

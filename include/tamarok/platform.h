@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "tamarok/date.h"
+#include "tamarok/files.h"
 #include "tamarok/regional.h"
 
 namespace tamarok {
@@ -42,13 +43,17 @@ public:
 /// The services of the machine that the library uses. Each thread has one. Every part can be replaced: tests
 /// fix the date, record messages and answer dialogs this way.
 struct Platform {
-    /// The machine's regional settings, the system clock, messages to standard error, no dialogs.
+    /// The machine's regional settings, clock and files, messages to standard error, no dialogs.
     Platform();
 
     Regional regional;
     std::shared_ptr<Clock> clock;
     std::shared_ptr<MessageBox> messageBox;
     std::shared_ptr<Keyboard> keyboard;
+    std::shared_ptr<FileSystem> files;
+    /// The files that are open under a number. They stay open until an operation or `closeAll` closes them, or the
+    /// platform ends: that of a PlatformScope with the scope, that of a thread with the thread.
+    FileNumbers fileNumbers;
     /// Makes the language service for one operation; may be unset.
     std::function<std::unique_ptr<LocService>()> makeLocService;
 
@@ -57,6 +62,12 @@ struct Platform {
 
     /// Makes the language service of the calling thread's platform. Error 91 if none is set.
     static std::unique_ptr<LocService> locService();
+
+    /// Returns the file operations of the calling thread's platform. Error 91 if none are set.
+    static FileSystem& fileSystem();
+
+    /// Returns the present date and time by the calling thread's clock. Error 91 if no clock is set.
+    static Date now();
 
     /// Returns today's date without time by the calling thread's clock. Error 91 if no clock is set.
     static Date today();

@@ -2,6 +2,7 @@
 #include <functional>
 
 #include "column_values.h"
+#include "from_body.h"
 #include "list_types.h"
 
 #include "tamarok/comm_csel.h"
@@ -53,17 +54,23 @@ void addJoin(std::string& body, const ListType& type, std::int16_t id, ColumnVal
 
 } // namespace
 
+namespace catalogue {
+
+void growFromBody(std::string& body, const ListType* type, std::int16_t id, std::string_view version,
+                  const TmkVar& session)
+{
+    if (type == nullptr) return warnOfKeyword(body);
+    ColumnValues values{session, version, *type};
+    addJoin(body, *type, id, values);
+}
+
+} // namespace catalogue
+
 std::string Comm_CSel::GetFrom(std::string_view Typ, std::int16_t ID, std::string_view strFrom,
                                std::string_view strVer_type, const TmkVar& tmkVar) const
 {
     std::string body{strFrom};
-    const ListType* type = catalogue::findListType(Typ);
-    if (type == nullptr) {
-        warnOfKeyword(body);
-        return body;
-    }
-    ColumnValues values{tmkVar, strVer_type, *type};
-    addJoin(body, *type, ID, values);
+    catalogue::growFromBody(body, catalogue::findListType(Typ), ID, strVer_type, tmkVar);
     return body;
 }
 

@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include "catalogue/group_list.h"
 #include "clause_scan.h"
 
 #include "tamarok/comm_csel.h"
@@ -117,17 +118,52 @@ bool occursIn(std::string_view item, std::string_view list)
     return std::search(list.begin(), list.end(), searcher) != list.end();
 }
 
-} // namespace
-
-std::string Comm_CSel::InsertToStr2(const Variant& str, std::string_view value, std::string_view /*strVer_type*/) const
+/// Returns the form in which an expression enters a list.
+std::string listItem(std::string_view value)
 {
     // A window expression can be neither grouped nor ordered by: the list gets the column that it numbers.
     constexpr std::string_view rowNumber = "ROW_NUMBER() OVER(ORDER BY NN_POSITIONEN.NN_ID ASC)";
-
     std::string item = normalise(value);
     if (item.find(rowNumber) != std::string::npos) {
         item = text::replaceAll(item, rowNumber, "NN_POSITIONEN.NN_ID");
     }
+    return item;
+}
+
+/// Whether a list that ends with `item` is split before and after it and nowhere within.
+bool isOnePart(std::string_view item) noexcept
+{
+    catalogue::ParenthesisDepth depth;
+    bool outside = true;
+    for (std::size_t at = nextMark(item, 0); at < item.size(); at = nextMark(item, at + 1)) {
+        outside = depth.outsideAt(item[at]);
+        if (outside && item[at] == ',') return false;
+    }
+    return outside;
+}
+
+} // namespace
+
+namespace catalogue {
+
+void GroupList::add(std::string_view value)
+{
+    std::string item = listItem(value);
+    isPlain_ = isPlain_ && isOnePart(item) && !item.starts_with("FROM ");
+    if (!isPlain_) {
+        text_ = Comm_CSel{}.InsertToStr2(Variant{std::move(text_)}, value, "");
+        return;
+    }
+    checkScanLength(text_, "The list");
+    if (item.empty() || !parts_.insert(item).second) return;
+    text_.append(text_.empty() ? "" : ",").append(item);
+}
+
+} // namespace catalogue
+
+std::string Comm_CSel::InsertToStr2(const Variant& str, std::string_view value, std::string_view /*strVer_type*/) const
+{
+    const std::string item = listItem(value);
     std::string list = str.isString() ? normalise(str.asString()) : normalise(convert::toText(str));
     if (list.starts_with("FROM ")) {
         mComm::ShowMessage("ERROR in Sub InsertToStr2", 0);

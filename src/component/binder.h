@@ -16,6 +16,7 @@
 #include "member_name.h"
 
 #include "tamarok/collection.h"
+#include "tamarok/string_array.h"
 
 /// Makes the description of an operation, and the function that calls it, from a member-function
 /// pointer and the parameters' names. Private to the class map.
@@ -145,6 +146,19 @@ struct Argument<std::vector<std::string>&> {
     std::vector<std::string>& pass() noexcept { return held; }
     void store(Variant& target) { target = argument::fromStrings(held, target.asArray().bounds().lower); }
     std::vector<std::string> held;
+};
+
+/// An array whose lower bound the operation sets.
+template <>
+struct Argument<StringArray&> {
+    static constexpr ValueType type = ValueType::StringArray;
+    static constexpr bool changes = true;
+    Argument(Variant& value, const ParameterInfo& parameter) :
+        held{argument::toStrings(value, parameter), value.asArray().bounds().lower}
+    {}
+    StringArray& pass() noexcept { return held; }
+    void store(Variant& target) { target = argument::fromStrings(held.values, held.lower); }
+    StringArray held;
 };
 
 template <>

@@ -8,10 +8,12 @@ namespace tamarok::component {
 
 extern const ClassInfo commFind;
 extern const ClassInfo cVersion;
+extern const ClassInfo commAct;
 extern const ClassInfo commCSel;
 extern const ClassInfo commConv;
 extern const ClassInfo commLock;
 extern const ClassInfo commSQL;
+extern const ClassInfo commModels;
 extern const ClassInfo commGet;
 extern const ClassInfo commSet;
 extern const ClassInfo locService;

@@ -44,7 +44,10 @@ constexpr std::array operations{
     operation<&C::AddComboTyp_1>(31, "AddComboTyp_1", "Typ, &Combo, &TmkVar, bolShort", "The part of AddComboTyp for its first group of keys."),
     operation<&C::AddComboTyp_2>(32, "AddComboTyp_2", "Typ, &Combo, &TmkVar, bolShort", "The part of AddComboTyp for its second group of keys."),
     operation<&C::ComboList_String>(33, "ComboList_String", "ItemData_ID, Typ, &TmkVar", "Label of a column of the log list."),
+    operation<&C::Valid>(34, "Valid", "&TmkVar, bolMessage, strSQL, &txtValid, &txtLabel1, ColLabel1, &txtLabel2, ColLabel2", "Whether a code exists; its row key and labels go into the controls."),
+    operation<&C::ValidMulti>(35, "ValidMulti", "&TmkVar, bolMessage, strSQL, &txtValid, &ColValid, &txtLabel1, ColLabel1", "Whether each code of a comma list exists."),
     operation<&C::MengeSQL>(36, "MengeSQL", "&TmkVar, InFaktura, Prefix, Einheit_ID, strFormatMenge", "SQL expression of a log's quantity in another unit."),
+    operation<&C::FillListview>(37, "FillListview", "&TmkVar, &strVer_type, strTypListView, &ListView1, tmpSelektion", "Runs the statement of a list and fills a list view."),
     operation<&C::OrderBy>(38, "OrderBy", "Kod, &strOrderBy", "ORDER BY clause of a column list, ascending or descending."),
     operation<&C::LoadColString>(39, "LoadColString", "Id_Strings, &TmkVar, bolShort", "Labels by their numbers, as a collection."),
 };

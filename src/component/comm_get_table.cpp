@@ -37,6 +37,10 @@ constexpr std::array operations{
     operation<&C::OnlyNumbersKeyPress>(24, "OnlyNumbersKeyPress", "&KeyAscii, &ActiveControl, &strFormat", "Lets only keys pass that a number pattern has room for."),
     operation<&C::OnlyDate>(25, "OnlyDate", "KeyAscii, &ActiveControl", "Lets only date keys pass."),
     operation<&C::GetKonfNumber>(26, "GetKonfNumber", "&dbAdo, property, intDefault", "Setting of the master-data form as text."),
+    operation<&C::getSatzLohnerfassung>(27, "getSatzLohnerfassung", "ID_Lohnarten, &Jahr, &monat, &ID_Personal, &ID_Maschinenbuch", "Statement for the unit and rate of a wage type in a month."),
+    operation<&C::GetStandardModel>(28, "GetStandardModel", "&TmkVar, strModelRelation, NotWhere", "Id of the default model of a relation; 0 for none."),
+    operation<&C::Get_Print_Name>(29, "Get_Print_Name", "&TmkVar, strListe", "Name of a report."),
+    operation<&C::GetNewNumber>(30, "GetNewNumber", "SpecialType, &TmkVar, strSQL", "Next number of a series."),
 };
 // clang-format on
 static_assert(slotsAscend(operations));

@@ -11,6 +11,7 @@ using C = Comm_Set;
 
 // clang-format off
 constexpr std::array operations{
+    operation<&C::Set_UnknownModelCmb>(1, "Set_UnknownModelCmb", "&TmkVar, &cmbObj", "Adds the choice of a model that is not saved to a combo box."),
     operation<&C::Set_StrVal>(2, "Set_StrVal", "value", "Text as an SQL literal, NULL where it is empty."),
     operation<&C::Set_NumVal>(3, "Set_NumVal", "value", "Number text for SQL, NULL where it is empty."),
     operation<&C::Set_StrVal2>(4, "Set_StrVal2", "value, [wald]", "Condition on a column: equal to a text, or IS NULL."),
@@ -32,9 +33,11 @@ constexpr std::array operations{
     operation<&C::CalculateSchichtKubatur>(20, "CalculateSchichtKubatur", "UFakt_Tmp, RM_Tmp, strFormatKubatur", "Volume of stacked timber."),
     operation<&C::CalculateStangKubatur>(21, "CalculateStangKubatur", "UFakt_Tmp, Stuck_Tmp, strFormatKubatur", "Volume of poles."),
     operation<&C::CalculateKubaturKlasse>(22, "CalculateKubaturKlasse", "&dbAdo, selectID_LOG, OnlyReturnSQL", "Sets the volume class of logs, or gives the statement."),
+    operation<&C::FillObject>(23, "FillObject", "dbAdo, Obj, strSQL", "Adds the rows of a statement to a box."),
     operation<&C::CreateSQL>(24, "CreateSQL", "&TmkVar, Typ, strWhere", "Statement of a base selection."),
     operation<&C::Set_Logs_Archiv>(25, "Set_Logs_Archiv", "tmpWhere, dbAdo, OnlyReturnSQL", "Copies logs to their history, or gives the statement."),
     operation<&C::CreateSQL_ACCESS_LEVELS>(26, "CreateSQL_ACCESS_LEVELS", "&TmkVar, ID_Access_Levels, Level, Exactly", "Condition on access levels."),
+    operation<&C::OrderColumnListview>(27, "OrderColumnListview", "&TmkVar, ColumnHeader, &ListView1, OnlyActualize", "Sorts a list view by a column after a click on its header."),
     operation<&C::MengeCalc>(28, "MengeCalc", "&TmkVar, &arrMengeCalc, ID_HolzSorte, ID_WarenEinheit", "How a pair of assortment and unit converts."),
 };
 // clang-format on

@@ -1,20 +1,49 @@
+#include "element_keys.h"
+
 #include "tamarok/controls.h"
 #include "tamarok/convert.h"
 #include "tamarok/error.h"
+#include "tamarok/form.h"
+#include "tamarok/grids.h"
+#include "tamarok/list_view.h"
 #include "tamarok/members.h"
-#include "tamarok/spelling.h"
 
-// The common properties, the simple controls, and the making of controls by type name. A control looks a member up
-// in its own table first and passes unknown names to its base class.
+// The common properties, the simple controls, and the making of controls by type name.
 
 namespace tamarok::controls {
 namespace {
 
 using Index = std::span<const Variant>;
+using CallArguments = std::span<Variant>;
 
-// A form sets the name of a control at design time: it has no setter.
-constexpr Member<Control> members[]{
-    {.name = "Name", .get = [](const Control& control, Index) -> Variant { return control.Name; }},
+/// The row of a size or position in twips.
+template <float Control::*property, float (*convert)(const Variant&, std::string_view)>
+constexpr Member<Control> twips(std::string_view name)
+{
+    // The handler cannot capture the name, so the message has a general one.
+    return {.name = name,
+            .get = [](const Control& control, Index) -> Variant { return double{control.*property}; },
+            .put = [](Control& control, const Variant& value) { control.*property = convert(value, "A size"); }};
+}
+
+Variant callSetFocus(Control& control, CallArguments arguments)
+{
+    checkArgumentCount(arguments.size(), 0, 0, "SetFocus", control.typeName());
+    control.SetFocus();
+    return {};
+}
+
+/// Without a window there is nothing to draw.
+Variant callRefresh(Control& control, CallArguments arguments)
+{
+    checkArgumentCount(arguments.size(), 0, 0, "Refresh", control.typeName());
+    return {};
+}
+
+constexpr Member<Control> controlMembers[]{
+    {.name = "Name",
+     .get = [](const Control& control, Index) -> Variant { return control.Name; },
+     .put = [](Control& control, const Variant& value) { control.Name = convert::toText(value); }},
     {.name = "Tag",
      .get = [](const Control& control, Index) -> Variant { return control.Tag; },
      .put = [](Control& control, const Variant& value) { control.Tag = convert::toText(value); }},
@@ -24,9 +53,16 @@ constexpr Member<Control> members[]{
     {.name = "Visible",
      .get = [](const Control& control, Index) -> Variant { return control.Visible; },
      .put = [](Control& control, const Variant& value) { control.Visible = convert::toBoolean(value); }},
+    {.name = "Parent",
+     .get = [](const Control& control, Index) -> Variant { return control.Parent(); },
+     .put = [](Control& control, const Variant& value) { control.Parent(value.asObject()); }},
+    {.name = "SetFocus", .call = callSetFocus},
+    {.name = "Refresh", .call = callRefresh},
+    twips<&Control::Width, toSize>("Width"),
+    twips<&Control::Height, toSize>("Height"),
+    twips<&Control::Left, toSingle>("Left"),
+    twips<&Control::Top, toSingle>("Top"),
 };
-
-constexpr std::span<const Member<Control>> table{members};
 
 /// Error 380 for a state that a check box does not have.
 void putState(CheckBox& box, const Variant& value)
@@ -46,7 +82,20 @@ constexpr Member<CheckBox> checkBoxMembers[]{
      .put = [](CheckBox& box, const Variant& value) { box.Caption = convert::toText(value); }},
 };
 
-constexpr std::span<const Member<CheckBox>> checkBoxTable{checkBoxMembers};
+Variant getCaption(const Label& label, Index)
+{
+    return label.Caption;
+}
+
+void putCaption(Label& label, const Variant& value)
+{
+    label.Caption = convert::toText(value);
+}
+
+constexpr Member<Label> labelMembers[]{
+    {.name = "Caption", .get = getCaption, .put = putCaption},
+    {.name = "Text", .get = getCaption, .put = putCaption},
+};
 
 /// A type of control and the function that makes one.
 struct ControlType {
@@ -62,28 +111,23 @@ std::shared_ptr<Control> makeControl()
 }
 
 constexpr ControlType controlTypes[]{
-    {"CheckBox", &makeControl<CheckBox>},
+    {"CheckBox", &makeControl<CheckBox>}, //
     {"ComboBox", &makeControl<ComboBox>},
+    {"DataGrid", &makeControl<DataGrid>},
+    {"F_UFakt", &makeControl<ConversionFactorForm>},
+    {"Form", &makeControl<Form>},
+    {"Label", &makeControl<Label>},
+    {"ListBox", &makeControl<ListBox>},
+    {"ListView", &makeControl<ListView>},
+    {"MSFlexGrid", &makeControl<FlexGrid>},
     {"TextBox", &makeControl<TextBox>},
 };
 
 } // namespace
 
-Variant Control::get(std::string_view name, std::span<const Variant> args) const
+std::span<const Member<Control>> Control::members() noexcept
 {
-    if (const auto getter = findGetter(table, name)) return getter(*this, args);
-    noSuchMember(name);
-}
-
-void Control::put(std::string_view name, const Variant& value)
-{
-    if (const auto setter = findSetter(table, name)) return setter(*this, value);
-    noSuchMember(name);
-}
-
-std::vector<std::string_view> Control::memberNames() const
-{
-    return spelling::namesOf(table);
+    return controlMembers;
 }
 
 Variant DataFormat::get(std::string_view name, std::span<const Variant> /*args*/) const
@@ -104,27 +148,26 @@ std::vector<std::string_view> DataFormat::memberNames() const
     return {"Format"};
 }
 
-Variant CheckBox::get(std::string_view name, std::span<const Variant> args) const
+std::span<const Member<CheckBox>> CheckBox::members() noexcept
 {
-    if (const auto getter = findGetter(checkBoxTable, name)) return getter(*this, args);
-    return Control::get(name, args);
+    return checkBoxMembers;
 }
 
-void CheckBox::put(std::string_view name, const Variant& value)
+std::span<const Member<Label>> Label::members() noexcept
 {
-    if (const auto setter = findSetter(checkBoxTable, name)) return setter(*this, value);
-    Control::put(name, value);
+    return labelMembers;
 }
 
-std::vector<std::string_view> CheckBox::memberNames() const
+void Label::SetFocus()
 {
-    return spelling::namesOf(checkBoxTable, Control::memberNames());
+    noSuchMember("SetFocus");
 }
 
-Variant CheckBox::defaultValue() const
+std::vector<std::string_view> Label::memberNames() const
 {
-    // A check box stands for its state wherever a value is expected.
-    return Value;
+    auto names = WithMembers::memberNames();
+    std::erase(names, "SetFocus");
+    return names;
 }
 
 std::shared_ptr<Control> make(std::string_view typeName)

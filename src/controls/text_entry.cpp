@@ -4,7 +4,6 @@
 #include "tamarok/convert.h"
 #include "tamarok/error.h"
 #include "tamarok/members.h"
-#include "tamarok/spelling.h"
 #include "tamarok/text.h"
 
 // Text fields and the typing of keys. All positions are in characters.
@@ -17,7 +16,7 @@ constexpr char32_t enter = 13;
 
 using Index = std::span<const Variant>;
 
-constexpr Member<TextEntry> members[]{
+constexpr Member<TextEntry> entryMembers[]{
     {.name = "Text",
      .get = [](const TextEntry& box, Index) -> Variant { return box.text(); },
      .put = [](TextEntry& box, const Variant& value) { box.text(convert::toText(value)); }},
@@ -34,8 +33,6 @@ constexpr Member<TextEntry> members[]{
      .get = [](const TextEntry& box, Index) -> Variant { return box.Locked; },
      .put = [](TextEntry& box, const Variant& value) { box.Locked = convert::toBoolean(value); }},
 };
-
-constexpr std::span<const Member<TextEntry>> table{members};
 
 std::int32_t characters(std::string_view text)
 {
@@ -65,8 +62,6 @@ constexpr Member<TextBox> boxMembers[]{
      .put = putMaxLength},
 };
 
-constexpr std::span<const Member<TextBox>> boxTable{boxMembers};
-
 /// Returns whether the user cannot enter another character: a selection makes room for its length.
 bool isFull(const TextEntry& box)
 {
@@ -78,21 +73,9 @@ bool isFull(const TextEntry& box)
 
 } // namespace
 
-Variant TextEntry::get(std::string_view name, std::span<const Variant> args) const
+std::span<const Member<TextEntry>> TextEntry::members() noexcept
 {
-    if (const auto getter = findGetter(table, name)) return getter(*this, args);
-    return Control::get(name, args);
-}
-
-void TextEntry::put(std::string_view name, const Variant& value)
-{
-    if (const auto setter = findSetter(table, name)) return setter(*this, value);
-    Control::put(name, value);
-}
-
-std::vector<std::string_view> TextEntry::memberNames() const
-{
-    return spelling::namesOf(table, Control::memberNames());
+    return entryMembers;
 }
 
 void TextEntry::text(std::string value)
@@ -137,21 +120,9 @@ void TextEntry::SelText(std::string_view replacement)
     selectionLength_ = 0;
 }
 
-Variant TextBox::get(std::string_view name, std::span<const Variant> args) const
+std::span<const Member<TextBox>> TextBox::members() noexcept
 {
-    if (const auto getter = findGetter(boxTable, name)) return getter(*this, args);
-    return TextEntry::get(name, args);
-}
-
-void TextBox::put(std::string_view name, const Variant& value)
-{
-    if (const auto setter = findSetter(boxTable, name)) return setter(*this, value);
-    TextEntry::put(name, value);
-}
-
-std::vector<std::string_view> TextBox::memberNames() const
-{
-    return spelling::namesOf(boxTable, TextEntry::memberNames());
+    return boxMembers;
 }
 
 // The filter may change or refuse (0) the key. What is left of it acts as the platform does: Enter types nothing,

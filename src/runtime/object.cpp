@@ -31,9 +31,10 @@ void Object::putIndexed(std::string_view name, std::span<const Variant> index, c
     element.asObject()->put("Value", value);
 }
 
-Variant Object::call(std::string_view name, std::span<Variant>)
+Variant Object::call(std::string_view name, std::span<Variant> args)
 {
-    noSuchMember(name);
+    // A late-bound call does not tell a method from an indexed property: `List(1)` may be either.
+    return get(name, args);
 }
 
 Variant Object::defaultValue() const

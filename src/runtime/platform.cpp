@@ -5,6 +5,8 @@
 #include <iostream>
 #include <utility>
 
+#include "system_files.h"
+
 #include "tamarok/error.h"
 #include "tamarok/loc_service.h"
 
@@ -62,6 +64,16 @@ public:
     void pressEnter() override {}
 };
 
+/// The files of the machine. On Windows a program sets its own.
+std::shared_ptr<FileSystem> filesOfMachine()
+{
+#ifdef _WIN32
+    return nullptr;
+#else
+    return makeSystemFiles();
+#endif
+}
+
 /// The platform of the innermost PlatformScope of the thread, null outside every scope.
 thread_local Platform* scoped = nullptr;
 
@@ -69,7 +81,8 @@ thread_local Platform* scoped = nullptr;
 
 Platform::Platform() :
     regional{Regional::ofMachine()}, clock{std::make_shared<SystemClock>()},
-    messageBox{std::make_shared<StandardErrorBox>()}, keyboard{std::make_shared<SilentKeyboard>()}
+    messageBox{std::make_shared<StandardErrorBox>()}, keyboard{std::make_shared<SilentKeyboard>()},
+    files{filesOfMachine()}
 {}
 
 Platform& Platform::current() noexcept
@@ -88,11 +101,23 @@ std::unique_ptr<LocService> Platform::locService()
     return service;
 }
 
-Date Platform::today()
+FileSystem& Platform::fileSystem()
+{
+    const auto& files = current().files;
+    if (!files) throw Error{errors::objectNotSet, "Object not set: the platform has no file operations."};
+    return *files;
+}
+
+Date Platform::now()
 {
     const auto& clock = current().clock;
     if (!clock) throw Error{errors::objectNotSet, "Object not set: the platform has no clock."};
-    return dayOf(clock->now());
+    return clock->now();
+}
+
+Date Platform::today()
+{
+    return dayOf(now());
 }
 
 PlatformScope::PlatformScope(Platform platform) : platform_{std::move(platform)}, previous_{scoped}

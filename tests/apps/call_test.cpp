@@ -59,12 +59,26 @@ TEST(Call, ConversationWithoutDatabase)
     hold(host, "values_and_objects.txt", 154);
 }
 
+TEST(Call, ConversationAboutControls)
+{
+    Program host{{"call", "--locale", "de-AT"}};
+    hold(host, "controls.txt", 124);
+}
+
 TEST(Call, ConversationWithDatabase)
 {
     const ScratchFolder folder;
     const std::string file = makeDatabase(folder, 20);
     Program host{{"call", "--db", file, "--locale", "de-AT"}};
-    hold(host, "database.txt", 41);
+    hold(host, "database.txt", 65);
+}
+
+TEST(Call, ConversationAboutLists)
+{
+    const ScratchFolder folder;
+    const std::string file = makeDatabase(folder, 20);
+    Program host{{"call", "--db", file, "--locale", "de-AT"}};
+    hold(host, "lists.txt", 47);
 }
 
 TEST(Call, AQueryReturnsAtMost100000RowsUnlessItSaysOtherwise)

@@ -60,7 +60,8 @@ protected:
     {
         std::string queries;
         for (const char* query : {"SELECT * FROM LOGS ORDER BY ID_LOG", "SELECT * FROM LOGS_RECH ORDER BY ID_LOG",
-                                  "SELECT COUNT(*) AS N FROM LOGS_HISTORY", "SELECT COUNT(*) AS N FROM LOCK"})
+                                  "SELECT COUNT(*) AS N FROM LOGS_HISTORY", "SELECT COUNT(*) AS N FROM LOCK",
+                                  "SELECT RELATION, NAME, MODEL FROM MODELS ORDER BY ID"})
             queries.append(Json{{"query", query}}.dump()).append("\n");
         return run({"call", "--db", database_}, queries).output;
     }
@@ -124,9 +125,9 @@ TEST_F(Day, RunsAllStepsAndLeavesTheDatabaseAsItWas)
 {
     EXPECT_EQ(outcome_.status, 0);
     EXPECT_EQ(outcome_.errors, "");
-    for (int number = 1; number <= 9; ++number)
+    for (int number = 1; number <= 12; ++number)
         EXPECT_NE(step(number), "") << number;
-    EXPECT_EQ(step(10), "");
+    EXPECT_EQ(step(13), "");
     EXPECT_EQ(before_.find("\"error\""), std::string::npos) << "every table was read";
     EXPECT_EQ(everything(), before_);
     EXPECT_EQ(run({"day", "--db", database_, "--locale", "de-AT"}).output, outcome_.output) << "it can be shown again";
@@ -526,6 +527,92 @@ TEST_F(Day, HarvestRecordsShowTheirGreatestLines)
     ASSERT_EQ(table.size(), 10U);
     for (std::size_t row = 0; row < table.size(); ++row)
         EXPECT_NEAR(numberOf(table[row].back()), expected[row][0].get<double>(), halfCent) << row;
+}
+
+// ---- 10. lists on the screen -------------------------------------------------------------------
+
+/// The rows below the `which`-th line that holds `header`, cut at two blanks or more.
+std::vector<Row> listBelow(const std::string& text, const std::string& header, int which = 1)
+{
+    const std::vector<std::string> lines = linesOf(text);
+    auto line = lines.begin();
+    for (; line != lines.end() && which > 0; ++line)
+        if (line->find(header) != std::string::npos && !line->starts_with("SELECT")) --which;
+    std::vector<Row> list;
+    for (; line != lines.end() && line->find("...") == std::string::npos; ++line) {
+        Row cells;
+        for (std::size_t at = line->find_first_not_of(' '); at != std::string::npos;) {
+            const std::size_t end = std::min(line->find("  ", at), line->size());
+            cells.push_back(line->substr(at, end - at));
+            at = line->find_first_not_of(' ', end);
+        }
+        list.push_back(cells);
+    }
+    return list;
+}
+
+TEST_F(Day, DogsAreSortedByTheirDateOfBirthAndByTheirWeight)
+{
+    const Json youngest = rows("SELECT TOP 4 CONVERT(VARCHAR(10), WURFDATUM, 104) AS D FROM BB_JAGDHUNDE WHERE "
+                               "STORNODATUM IS NULL ORDER BY WURFDATUM DESC");
+    const std::vector<Row> byDate = listBelow(step(10), ">>Wurfdatum");
+    ASSERT_EQ(byDate.size(), 4U);
+    for (std::size_t row = 0; row < byDate.size(); ++row)
+        EXPECT_EQ(byDate[row].at(2), textOf(youngest[row][0]));
+    const Json lightest = rows("SELECT TOP 4 GEWICHT FROM BB_JAGDHUNDE WHERE STORNODATUM IS NULL ORDER BY GEWICHT");
+    const std::vector<Row> byWeight = listBelow(step(10), "<<Gewicht");
+    ASSERT_EQ(byWeight.size(), 4U);
+    for (std::size_t row = 0; row < byWeight.size(); ++row)
+        EXPECT_NEAR(numberOf(byWeight[row].at(3)), lightest[row][0].get<double>(), 0.05 + 1e-9);
+}
+
+TEST_F(Day, ArticlesFollowTheSortingOfTheView)
+{
+    const Json dearest = rows("SELECT TOP 4 EINHPREIS FROM WARENKATALOG ORDER BY EINHPREIS DESC");
+    const std::vector<Row> shown = listBelow(step(10), "Artikelnr.");
+    ASSERT_EQ(shown.size(), 4U);
+    for (std::size_t row = 0; row < shown.size(); ++row)
+        EXPECT_NEAR(numberOf(shown[row].at(2)), dearest[row][0].get<double>(), halfCent);
+}
+
+TEST_F(Day, ItemsNameTheirRecord)
+{
+    const Json record = rows("SELECT TOP 1 K.ID, K.HAB_NUMMER, RIGHT(A.ACCESS_LEVELS,6) AS L FROM BB_HAB_KOPF K, "
+                             "ACCESS_LEVELS A WHERE A.ID = K.ID_ACCESS_LEVELS ORDER BY K.HAB_NUMMER");
+    const std::string key = "key 1R" + std::to_string(record[0][0].get<int>()) + ";";
+    EXPECT_NE(step(10).find(key), std::string::npos) << key;
+    const std::string tag = "record " + textOf(record[0][1]) + " and level " + textOf(record[0][2]) + ".";
+    EXPECT_NE(step(10).find(tag), std::string::npos) << tag;
+}
+
+TEST_F(Day, WidthsAreRestored)
+{
+    EXPECT_NE(step(10).find("restored: 1440 2600 1440 900 1440"), std::string::npos);
+}
+
+// ---- 11. and 12. code fields and paper work ----------------------------------------------------
+
+TEST_F(Day, CodeFieldsShowTheRowOfTheCode)
+{
+    const Json spruce = rows("SELECT ID, HA_LANG FROM HOLZART WHERE HA = 'FI'");
+    EXPECT_NE(step(11).find("\"fi\" is valid. Field \"fi\", key \"" + std::to_string(spruce[0][0].get<int>()) +
+                            "\", label \"" + textOf(spruce[0][1]) + "\"\n"),
+              std::string::npos)
+        << step(11);
+    const Json message = rows("SELECT GERMAN FROM STRINGS WHERE ID_STRING = 223");
+    EXPECT_NE(step(11).find("\"xx\" is wrong. Field \"xx\", key \"\", label \"\"; message: " + textOf(message[0][0])),
+              std::string::npos)
+        << step(11);
+}
+
+TEST_F(Day, NumbersFollowTheLastOnes)
+{
+    const Json last = rows("SELECT MAX(R_NAME) AS R FROM HEADERRECH");
+    const std::string number = lineAfter(step(12), "Next invoice: ");
+    EXPECT_EQ(number.substr(0, number.find(' ')).size(), textOf(last[0][0]).size());
+    EXPECT_GT(number.substr(0, number.find(' ')), textOf(last[0][0]));
+    EXPECT_NE(step(12).find("gedruckt; 30.12.2024; 17:00:00; EDER"), std::string::npos) << step(12);
+    EXPECT_NE(step(12).find("    copies = 2\n"), std::string::npos) << step(12);
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "catalogue/list_composer.h"
 #include "catalogue/table_file.h"
 #include "column_kind.h"
 #include "list_types.h"
@@ -454,143 +455,23 @@ TEST_P(ListTypeOnDatabase, ChoicesAreDistinct)
     }
 }
 
-/// What the list view of a type selects besides its columns: the tag and the key of a row, over the joins of some ids.
-struct RowNames {
-    std::string_view type;
-    std::vector<std::int16_t> ids;
-    std::string_view tag; ///< "" for none
-    std::string_view key;
-    std::string_view group; ///< the list view groups by it
-};
-
-const std::vector<RowNames>& rowNames()
+/// The composer adds to its texts what the operations return with the whole text.
+TEST_P(ListTypeOnDatabase, ComposerGivesTheTextsOfTheOperations)
 {
-    static const std::vector<RowNames> all{
-        {"BBKLR",
-         {10},
-         "BB_BELEGE_KOPF.BELEGNUMMER+CHAR(13)+RIGHT(ACCESS_LEVELS.ACCESS_LEVELS,6)",
-         "BB_BELEGE_KOPF.ID",
-         "BB_BELEGE_KOPF.BELEGNUMMER,ACCESS_LEVELS.ACCESS_LEVELS,BB_BELEGE_KOPF.ID"},
-        {"BBLTN",
-         {1},
-         "PERSONAL.NAME+CHAR(44)+PERSONAL.VORNAME+CHAR(13)+CAST(PERSONAL.NUMMER AS VARCHAR(10))",
-         "BB_LEISTUNGS_KOPF.ID",
-         "PERSONAL.NAME,PERSONAL.VORNAME,PERSONAL.NUMMER,BB_LEISTUNGS_KOPF.ID"},
-        {"BBHAB",
-         {4},
-         "BB_HAB_KOPF.HAB_NUMMER + CHAR(13) + RIGHT(ACCESS_LEVELS.ACCESS_LEVELS,6)",
-         "BB_HAB_KOPF.ID",
-         "BB_HAB_KOPF.HAB_NUMMER,ACCESS_LEVELS.ACCESS_LEVELS,BB_HAB_KOPF.ID"},
-        {"BBFAK",
-         {1, 12},
-         "BB_FAKTURA_KOPF.FA_NUMMER",
-         "BB_FAKTURA_KOPF.ID",
-         "BB_FAKTURA_KOPF.FA_NUMMER,BB_FAKTURA_KOPF.ID"},
-        {"BBVS",
-         {1, 7},
-         "KOSTENSTELLE.NUMMER+CHAR(13)+RIGHT(ACCESS_LEVELS.ACCESS_LEVELS,6)",
-         "BB_VERTEILSCHLUSSEL_KOPF.ID",
-         "KOSTENSTELLE.NUMMER,ACCESS_LEVELS.ACCESS_LEVELS,BB_VERTEILSCHLUSSEL_KOPF.ID"},
-        {"BERM",
-         {},
-         "BEREITSTELLUNG_KOPF.BEREITSTELLUNGSNAME",
-         "BEREITSTELLUNG_KOPF.ID",
-         "BEREITSTELLUNG_KOPF.BEREITSTELLUNGSNAME,BEREITSTELLUNG_KOPF.ID"},
-        {"PLAN", {}, "PLAN_KOPF.PLANNUMMER", "PLAN_KOPF.ID", "PLAN_KOPF.PLANNUMMER,PLAN_KOPF.ID"},
-        {"BBPLAN",
-         {1},
-         "BB_PLAN_KOPF.PLAN_NUMMER+CHAR(13)+RIGHT(ACCESS_LEVELS.ACCESS_LEVELS,6)",
-         "BB_PLAN_KOPF.ID",
-         "BB_PLAN_KOPF.PLAN_NUMMER,ACCESS_LEVELS.ACCESS_LEVELS,BB_PLAN_KOPF.ID"},
-        {"BBZV",
-         {8},
-         "BB_AUFTRAG_KOPF.AUFTRAG_NUMMER+CHAR(13)+RIGHT(AL0.ACCESS_LEVELS,6)",
-         "BB_AUFTRAG_KOPF.ID",
-         "BB_AUFTRAG_KOPF.AUFTRAG_NUMMER,AL0.ACCESS_LEVELS,BB_AUFTRAG_KOPF.ID"},
-        {"BBMAP",
-         {8},
-         "BB_MAP_KOPF.MAP_NUMMER+CHAR(13)+LEFT(RIGHT(AL0.ACCESS_LEVELS,6),4)",
-         "BB_MAP_KOPF.ID",
-         "BB_MAP_KOPF.MAP_NUMMER,AL0.ACCESS_LEVELS,BB_MAP_KOPF.ID"},
-        {"AKAT",
-         {},
-         "BB_T_AUFTRAGS_PLANUNG.NUMMER",
-         "BB_T_AUFTRAGS_PLANUNG.ID",
-         "BB_T_AUFTRAGS_PLANUNG.NUMMER,BB_T_AUFTRAGS_PLANUNG.ID"},
-        {"BBJAGD",
-         {3, 7},
-         "BB_ABSCHUSSPLAN_KOPF.JAGDJAHR+CHAR(13)+BB_JAGDBEZIRKE.NUMMER",
-         "BB_ABSCHUSSPLAN_KOPF.ID",
-         "BB_ABSCHUSSPLAN_KOPF.JAGDJAHR,BB_JAGDBEZIRKE.NUMMER,BB_ABSCHUSSPLAN_KOPF.ID"},
-        {"BBWILD",
-         {0},
-         "BB_WILDURSPRUNGS.WILDMARKENNUMMER",
-         "BB_WILDURSPRUNGS.ID",
-         "BB_WILDURSPRUNGS.WILDMARKENNUMMER,BB_WILDURSPRUNGS.ID"},
-        {"BBHUNDE",
-         {0},
-         "BB_JAGDHUNDE.NUMMER+CHAR(13)+BB_JAGDHUNDE.GEBURTSNAME",
-         "BB_JAGDHUNDE.ID",
-         "BB_JAGDHUNDE.NUMMER,BB_JAGDHUNDE.GEBURTSNAME,BB_JAGDHUNDE.ID"},
-        {"BBSTRK",
-         {7},
-         "BB_JAGDBEZIRKE.NUMMER+CHAR(13)+BB_STRECKE_NIEDER.NUMMER",
-         "BB_STRECKE_NIEDER.ID",
-         "BB_STRECKE_NIEDER.NUMMER,BB_JAGDBEZIRKE.NUMMER,BB_STRECKE_NIEDER.ID"},
-        {"BBJB",
-         {13},
-         "BB_JAGDBEZIRKE.JAGDJAHR+CHAR(13)+BB_JAGDBEZIRKE.NUMMER",
-         "BB_JAGDBEZIRKE.ID",
-         "BB_JAGDBEZIRKE.JAGDJAHR,BB_JAGDBEZIRKE.NUMMER,BB_JAGDBEZIRKE.ID"},
-        {"BBFAHR",
-         {18, 19},
-         "CAST(BB_FAHRTENBUCH_KOPF.JAHR as nvarchar(4))+CHAR(13)+BB_T_OBJEKTGRUPPE.NUMMER+CHAR(13)+BB_T_OBJEKTE.NUMMER",
-         "BB_FAHRTENBUCH_KOPF.ID",
-         "BB_FAHRTENBUCH_KOPF.JAHR,BB_T_OBJEKTGRUPPE.NUMMER,BB_T_OBJEKTE.NUMMER,BB_FAHRTENBUCH_KOPF.ID"},
-        {"BBOBJ",
-         {13},
-         "BB_T_OBJEKTGRUPPE.NUMMER+CHAR(13)+BB_T_OBJEKTE.NUMMER",
-         "BB_T_OBJEKTE.ID",
-         "BB_T_OBJEKTGRUPPE.NUMMER,BB_T_OBJEKTE.NUMMER,BB_T_OBJEKTE.ID"},
-        {"STEH",
-         {5},
-         "STEH_AUFNAHMEPROTOKOLL_KOPF.NUMMER",
-         "STEH_AUFNAHMEPROTOKOLL_KOPF.ID",
-         "STEH_AUFNAHMEPROTOKOLL_KOPF.NUMMER,STEH_AUFNAHMEPROTOKOLL_KOPF.ID"},
-        {"TRANSPORT",
-         {50},
-         "",
-         "CAST(TRANSPORTLOGISTIK_KOPF.ID AS nvarchar(50))+','+CAST(ISNULL(MIN(TRANSPORTLOGISTIK.ID),0) as "
-         "nvarchar(50))",
-         "TRANSPORTLOGISTIK_KOPF.ID"},
-        {"BBFS", {}, "", "LOHNERFASSUNG_KOPF.ID", "LOHNERFASSUNG_KOPF.ID"},
-        {"BBFB", {}, "", "SCH_BELEGE_KOPF.ID", "SCH_BELEGE_KOPF.ID"},
-        {"MSCH", {}, "", "SCH_MASCHINENBUCH.ID", "SCH_MASCHINENBUCH.ID"},
-        {"USERS", {}, "", "USERS.ID", "USERS.ID"},
-        {"ACL", {}, "", "'ID = ' + RTRIM(CAST(ID AS CHAR(100)))", "ID"},
-        {"BBUN", {}, "", "BB_TAKL01_KLR.ID", "BB_TAKL01_KLR.ID"},
-        {"VERTRAG", {}, "", "VERTRAEGE.ID_VERTRAG", "VERTRAEGE.ID_VERTRAG"},
-        {"SAPAGRUPPE", {}, "", "PA_GRUPPE.ID", "PA_GRUPPE.ID"},
-        {"BBWAL", {}, "", "BB_WALDARBEITERLOHN_KOPF.ID", "BB_WALDARBEITERLOHN_KOPF.ID"},
-        {"FHPEXP", {}, "", "FHP_IMPORT.ID", "FHP_IMPORT.ID"},
-        {"MVLOSE", {12}, "", "ISNULL(MAX(BB_MV_LOSE.ID),0) AS ID", ""},
-        {"WAREN", {0}, "", "WARENKATALOG.ART_ID", "WARENKATALOG.ART_ID"},
-        {"ARTIKEL", {472}, "", "NN_POSITIONEN.NN_ID", "NN_POSITIONEN.NN_ID"},
-    };
-    return all;
-}
-
-TEST_P(ListTypeOnDatabase, RowsOfTheListViewHaveTheirTagAndKey)
-{
-    for (const RowNames& names : rowNames()) {
-        if (names.type != key()) continue;
-        const std::string select =
-            csel.InsertToStr(names.tag, csel.InsertToStr(column(ids.front(), true, false), names.key));
-        const std::string group = csel.InsertToStr2(std::string{names.group}, column(ids.front(), true, true), "");
-        std::vector<std::int16_t> joined = names.ids;
-        joined.push_back(ids.front());
-        run("SELECT " + select + " FROM " + fromOf(joined) + (group.empty() ? std::string{} : " GROUP BY " + group),
-            "tag and key");
+    for (const std::string_view begun : {"", "BEGUN AS T"}) {
+        std::string select;
+        std::string from{begun};
+        std::string group;
+        catalogue::ListComposer list{key(), "R", session, from};
+        for (const std::int16_t id : ids) {
+            select = csel.InsertToStr(select, csel.GetColumnTyp(key(), id, true, false, session));
+            from = csel.GetFrom(key(), id, from, "R", session);
+            group = csel.InsertToStr2(group, csel.GetColumnTyp(key(), id, true, true, session), "R");
+            list.addColumn(id);
+            ASSERT_EQ(list.group(), group) << "after column " << id;
+        }
+        EXPECT_EQ(list.select(), select);
+        EXPECT_EQ(list.from(), from);
     }
 }
 

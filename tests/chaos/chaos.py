@@ -25,10 +25,10 @@ class Ended(Exception):
 
 
 class Session:
-    """A process of `tamarok call` on a database."""
+    """A process of `tamarok call`, on a database or without one."""
 
-    def __init__(self, database, limit=None):
-        command = [PROGRAM, "call", "--db", database]
+    def __init__(self, database=None, limit=None):
+        command = [PROGRAM, "call"] + (["--db", database] if database else [])
         if limit is not None:
             command = ["bash", "-c", f'ulimit -f {limit}; exec "$@"', "bash", *command]
         self.process = subprocess.Popen(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.PIPE)

@@ -145,6 +145,21 @@ TEST_F(Arguments, ByValueStayAsTheyWere)
     EXPECT_TRUE(value == Variant{"12"});
 }
 
+TEST_F(Arguments, AnOperationSetsTheLowerBoundOfItsArray)
+{
+    for (const std::int32_t lower : {0, 1, 7}) {
+        std::vector<Variant> args{VariantArray({Variant{std::int32_t{5}}}, lower), Variant{"nowhere"},
+                                  Variant{"p.ini"}};
+        const PlatformScope scope{Platform{}};
+        Platform::current().files = nullptr; // the array is set before a file is opened
+        EXPECT_THROW(invoke("Comm_Act", "GetPhotoesFormats", args), Error);
+        EXPECT_TRUE(args[0] == Variant{VariantArray({Variant{"jpg"}, Variant{"gif"}, Variant{"bmp"}}, 1)});
+    }
+    std::vector<Variant> args{Variant{"no array"}, Variant{"nowhere"}, Variant{"p.ini"}};
+    tamarok::test::expectError(errors::typeMismatch, "argument s",
+                               [&] { invoke("Comm_Act", "GetPhotoesFormats", args); });
+}
+
 TEST_F(Arguments, AFailedOperationHandsBackWhatItHadWritten)
 {
     Variant value{"text"};

@@ -91,7 +91,6 @@ TEST_P(TextEntries, ByNameWithoutRegardToCase)
     EXPECT_EQ(control->get("Tag", {}), Variant{"4711"});
     EXPECT_EQ(errorNumber([&] { control->get("Caption", {}); }), errors::noSuchMember);
     EXPECT_EQ(errorNumber([&] { control->put("Caption", "x"); }), errors::noSuchMember);
-    EXPECT_EQ(errorNumber([&] { control->put("Name", "x"); }), errors::noSuchMember);
     EXPECT_EQ(errorNumber([&] { control->put("Text", Null{}); }), errors::invalidUseOfNull);
     EXPECT_EQ(errorNumber([&] { control->put("SelStart", "abc"); }), errors::typeMismatch);
     EXPECT_EQ(errorNumber([&] { control->put("SelStart", 3e10); }), errors::overflow);

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "master_tables.h"
+#include "records_database.h"
 #include "tamarok_database/reference_database.h"
 #include "tamarok_embedded/connect.h"
 
@@ -14,16 +15,7 @@
 namespace tamarok::database {
 namespace {
 
-ado::ConnectionRef databaseOf(std::int32_t records, std::uint64_t seed = 1)
-{
-    ado::ConnectionRef connection = embedded::connectInMemory();
-    ReferenceOptions options;
-    options.logs = 0;
-    options.seed = seed;
-    options.records = records;
-    createReferenceDatabase(*connection, options);
-    return connection;
-}
+using test::databaseOf;
 
 std::vector<std::vector<Variant>> rowsOf(const ado::ConnectionRef& connection, const std::string& statement)
 {

@@ -2,6 +2,7 @@
 #include <map>
 #include <string>
 
+#include "records_database.h"
 #include "tamarok_database/reference_database.h"
 #include "tamarok_embedded/connect.h"
 
@@ -12,23 +13,8 @@
 namespace tamarok::database {
 namespace {
 
-std::int64_t countOf(const ado::ConnectionRef& connection, const std::string& statement)
-{
-    ado::Recordset rows;
-    rows.Open(statement, connection);
-    return convert::toLongLong(rows.Fields().Item(0).Value());
-}
-
-ado::ConnectionRef databaseOf(std::int32_t records, std::uint64_t seed = 1)
-{
-    ReferenceOptions options;
-    options.logs = 0;
-    options.records = records;
-    options.seed = seed;
-    ado::ConnectionRef connection = embedded::connectInMemory();
-    createReferenceDatabase(*connection, options);
-    return connection;
-}
+using test::countOf;
+using test::databaseOf;
 
 /// Each database is made once and read by every case.
 class Receipts : public testing::TestWithParam<std::int32_t> {

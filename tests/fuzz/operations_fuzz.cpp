@@ -26,13 +26,15 @@ public:
     std::int16_t show(std::string_view, std::int32_t, std::string_view) override { return 1; }
 };
 
-/// Fixed settings and a clock that stands still, so that a finding is one again the next day.
+/// Fixed settings and a clock that stands still, so that a finding is one again the next day. Without files: no input
+/// can write to those of the machine.
 Platform fixedPlatform()
 {
     Platform platform;
     platform.regional = Regional::named("de-DE");
     platform.clock = std::make_shared<FixedClock>(fromCivil({.year = 2024, .month = 5, .day = 17, .hour = 18}));
     platform.messageBox = std::make_shared<SilentBox>();
+    platform.files = nullptr;
     return platform;
 }
 

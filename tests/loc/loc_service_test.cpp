@@ -13,6 +13,7 @@
 
 #include "tamarok/ado.h"
 #include "tamarok/error.h"
+#include "tamarok/form.h"
 #include "tamarok/tmkvar.h"
 #include "tamarok/variant.h"
 
@@ -190,6 +191,23 @@ TEST_F(LocServiceTest, FormAndControlsGetTheCaptionsOfTheirTags)
     session_.strLanguage = "FRENCH";
     service_->TranslateForm(session_, form);
     EXPECT_EQ(yes->caption(), Variant{"Oui"}) << "a form is translated again";
+}
+
+TEST_F(LocServiceTest, AHeadlessFormAndItsLabelsGetTheCaptionsOfTheirTags)
+{
+    const auto form = std::make_shared<controls::Form>();
+    form->Tag = "7001";
+    for (const char* tag : {"6", "", "5"}) {
+        const auto made = controls::make("Label");
+        made->Tag = tag;
+        made->Parent(form);
+    }
+    service_->TranslateForm(session_, *form);
+    EXPECT_EQ(form->Caption, "Stämme");
+    const auto captionOf = [&](std::int32_t position) { return form->controls()->Item(position)->get("Caption", {}); };
+    EXPECT_EQ(captionOf(1), Variant{"Ja"});
+    EXPECT_EQ(captionOf(2), Variant{""});
+    EXPECT_EQ(captionOf(3), Variant{"Nein"});
 }
 
 TEST_F(LocServiceTest, TagThatIsNoTextNumberLeavesTheCaption)

@@ -18,6 +18,12 @@ TEST(Object, AMemberThatDoesNotExistIsNamedWithTheType)
               "An object of the type TextBox has no property or method \"SetFocus\".");
 }
 
+TEST(Object, ACallReadsAProperty)
+{
+    test::ValueHolder object{"TextBox", 5.0};
+    EXPECT_EQ(object.call("Value", {}), Variant{5.0});
+}
+
 /// A class that tells its members, by late binding read-only.
 class Gauge final : public Object {
 public:
@@ -92,6 +98,64 @@ TEST(Members, AreFoundWithoutRegardToCaseAndByTheWayOfTheirUse)
     EXPECT_EQ(findGetter(counterTable, "Clear"), nullptr) << "a method is no property";
     EXPECT_EQ(findMethod(counterTable, "Count"), nullptr);
     EXPECT_EQ(findByName(counterTable, "Coun"), nullptr);
+}
+
+class Scale : public WithMembers<Scale> {
+public:
+    static std::span<const Member<Scale>> members() noexcept;
+    std::string_view typeName() const override { return "Scale"; }
+    std::int32_t marks[2] = {0, 0};
+};
+
+constexpr Member<Scale> scaleMembers[]{
+    {.name = "Mark",
+     .get = [](const Scale& scale, std::span<const Variant> index) -> Variant {
+         return scale.marks[index[0].asLong()];
+     },
+     .putIndexed = [](Scale& scale, std::span<const Variant> index,
+                      const Variant& value) { scale.marks[index[0].asLong()] = value.asLong(); }},
+};
+
+std::span<const Member<Scale>> Scale::members() noexcept
+{
+    return scaleMembers;
+}
+
+class NamedScale final : public WithMembers<NamedScale, Scale> {
+public:
+    static std::span<const Member<NamedScale>> members() noexcept;
+    std::string name;
+};
+
+constexpr Member<NamedScale> namedScaleMembers[]{
+    {.name = "Name",
+     .get = [](const NamedScale& scale, std::span<const Variant>) -> Variant { return scale.name; },
+     .put = [](NamedScale& scale, const Variant& value) { scale.name = value.asString(); },
+     .call = [](NamedScale& scale, std::span<Variant> arguments) -> Variant {
+         scale.name += arguments[0].asString();
+         return {};
+     }},
+};
+
+std::span<const Member<NamedScale>> NamedScale::members() noexcept
+{
+    return namedScaleMembers;
+}
+
+TEST(Members, OfTheBaseAreFoundBehindThoseOfTheClass)
+{
+    NamedScale scale;
+    scale.put("name", "a");
+    std::vector<Variant> arguments{"b"};
+    scale.call("NAME", arguments);
+    EXPECT_EQ(scale.get("Name", {}), Variant{"ab"});
+    const Variant index[]{std::int32_t{1}};
+    scale.putIndexed("mark", index, std::int32_t{7});
+    EXPECT_EQ(scale.get("Mark", index), Variant{std::int32_t{7}});
+    EXPECT_EQ(scale.memberNames(), (std::vector<std::string_view>{"Mark", "Name"}));
+    EXPECT_EQ(errorNumber([&] { scale.put("Mark", std::int32_t{1}); }), errors::noSuchMember);
+    EXPECT_EQ(errorText([&] { scale.get("Nam", {}); }),
+              "An object of the type Scale has no property or method \"Nam\"; did you mean 'Name'?");
 }
 
 TEST(Members, TheNumberOfArgumentsIsChecked)

@@ -24,11 +24,12 @@ constexpr std::array changes{
     SYS_renameat2, SYS_unlinkat,  SYS_linkat, SYS_pwrite64, SYS_ftruncate,
     SYS_fsync,     SYS_fdatasync, SYS_fchmod, SYS_fchown,   SYS_fallocate};
 
-/// True for the entry into a system call that changes files. Standard output is none: `write` does not count.
+/// True for the entry into a system call that changes files. The standard streams are none.
 bool isChange(const __ptrace_syscall_info& call)
 {
     if (call.op != PTRACE_SYSCALL_INFO_ENTRY) return false;
     const auto number = static_cast<long>(call.entry.nr);
+    if (number == SYS_write) return call.entry.args[0] > STDERR_FILENO;
     if (number == SYS_openat) return (call.entry.args[2] & static_cast<std::uint64_t>(O_CREAT)) != 0;
     return std::ranges::find(changes, number) != changes.end();
 }

@@ -156,9 +156,17 @@ TEST(ValueReaders, DaysBeyondTheRangeOfDates)
     EXPECT_EQ(get.Get_Number(Date{-658000.0}), "-658000");
 }
 
+TEST(ValueReaders, ControlsStandForTheirText)
+{
+    const auto box = controls::make("TextBox");
+    box->put("Text", "12,5");
+    EXPECT_EQ(get.Get_String(Variant{box}), "12,5");
+    EXPECT_EQ(get.Get_Val(Variant{box}), "12,5");
+}
+
 TEST(ValueReaders, ObjectsThatAreNoField)
 {
-    const auto box = Variant{controls::make("TextBox")};
+    const auto grid = Variant{controls::make("DataGrid")};
     const Variant nothing{ObjectRef{}};
     const Variant array{VariantArray{}};
     const auto readers = {
@@ -167,7 +175,7 @@ TEST(ValueReaders, ObjectsThatAreNoField)
         +[](const Variant& value) { get.Get_Datum(value); },    +[](const Variant& value) { get.Get_Val(value); },
     };
     for (const auto read : readers) {
-        EXPECT_EQ(errorNumber([&] { read(box); }), errors::noSuchMember);
+        EXPECT_EQ(errorNumber([&] { read(grid); }), errors::noSuchMember);
         EXPECT_EQ(errorNumber([&] { read(nothing); }), errors::objectNotSet);
         EXPECT_EQ(errorNumber([&] { read(array); }), errors::typeMismatch);
     }

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <array>
 #include <string>
 #include <utility>
 
@@ -10,6 +9,7 @@
 #include "functions/text_search.h"
 
 #include "tamarok/text.h"
+#include "tamarok/windows_1252.h"
 
 /// Functions of texts. Characters are code points; positions begin at 1.
 namespace tamarok::embedded::functions {
@@ -36,13 +36,6 @@ std::size_t count(std::int64_t number) noexcept
 {
     return static_cast<std::size_t>(std::max<std::int64_t>(number, 0));
 }
-
-/// Code page 1252 between 0x80 and 0x9F. An undefined code is the code point of the same number.
-constexpr std::array<char32_t, 32> codePage1252 = {0x20AC, 0x81,   0x201A, 0x192,  0x201E, 0x2026, 0x2020, 0x2021,
-                                                   0x2C6,  0x2030, 0x160,  0x2039, 0x152,  0x8D,   0x17D,  0x8F,
-                                                   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                                   0x2DC,  0x2122, 0x161,  0x203A, 0x153,  0x9D,   0x17E,  0x178};
-constexpr std::int64_t firstOfTable = 0x80;
 
 /// Sets the result to one character in UTF-8.
 void resultCharacter(Call& call, char32_t character)
@@ -277,8 +270,7 @@ void character(Call& call)
     if (call.isNull(0)) return call.resultNull();
     const std::int64_t code = call.whole(0);
     if (code < 0 || code > 255) return call.resultNull();
-    const bool inTable = code >= firstOfTable && code < firstOfTable + static_cast<std::int64_t>(codePage1252.size());
-    resultCharacter(call, inTable ? codePage1252[count(code - firstOfTable)] : static_cast<char32_t>(code));
+    resultCharacter(call, windows1252::fromByte(static_cast<std::uint8_t>(code)));
 }
 
 /// NCHAR(code): a character of the basic plane of Unicode.
@@ -298,8 +290,7 @@ void ascii(Call& call)
     if (text.view().empty()) return call.resultNull();
     std::size_t at = 0;
     const char32_t first = text::decode(text, at);
-    const auto found = std::ranges::find(codePage1252, first);
-    if (found != codePage1252.end()) return call.result(std::int64_t{found - codePage1252.begin()} + firstOfTable);
+    if (const auto byte = windows1252::toByte(first)) return call.result(std::int64_t{*byte});
     call.result(first < 0x100 ? std::int64_t{first} : std::int64_t{'?'});
 }
 

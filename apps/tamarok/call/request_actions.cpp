@@ -1,5 +1,6 @@
 #include "call/request_actions.h"
 
+#include <algorithm>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -15,6 +16,7 @@
 #include "connections.h"
 
 #include "tamarok/component.h"
+#include "tamarok/controls.h"
 #include "tamarok/error.h"
 
 namespace tamarok::cli {
@@ -76,16 +78,25 @@ Json describe(HostState&, const Json& request, Json&)
 
 // ---- objects -----------------------------------------------------------------------------------
 
+/// Writes the properties of a new object. Where one is refused, the object does not stay on a form that it was put on.
+void setProperties(const HostState& state, const ObjectRef& object, const Json& properties)
+{
+    requireObject(properties, "set");
+    try {
+        for (const auto& [property, value] : properties.items())
+            putPath(object, property, toVariant(value, state.names));
+    } catch (...) {
+        if (const auto control = std::dynamic_pointer_cast<controls::Control>(object)) control->Parent({});
+        throw;
+    }
+}
+
 Json makeNamed(HostState& state, const Json& request, Json&)
 {
     const Json* name = findMember(request, "as");
     if (name != nullptr) refuseFixedName(requireText(*name, "as"), true);
     const ObjectRef object = makeObject(textMember(request, "new"));
-    if (const Json* properties = findMember(request, "set")) {
-        requireObject(*properties, "set");
-        for (const auto& [property, value] : properties->items())
-            putPath(object, property, toVariant(value, state.names));
-    }
+    if (const Json* properties = findMember(request, "set")) setProperties(state, object, *properties);
     if (name != nullptr) state.names.keep(name->get_ref<const std::string&>(), object);
     return {{"$ref", state.names.nameOf(object)}};
 }
@@ -121,21 +132,49 @@ bool hasResult(const Object& object, std::string_view method, std::size_t argume
     return operation != nullptr && operation->result != component::ValueType::None;
 }
 
+/// The arguments of a request as a method takes them: none at the end that is left out, and for a method of an object
+/// Empty for one that is left out before others, since only the classes of the library know the mark of it. What the
+/// method changed is handed back at the end, whether it succeeds or fails.
+class PassedArguments {
+public:
+    PassedArguments(std::vector<Variant>& given, bool knowsTheMark) : given_{given}, passed_{given}
+    {
+        while (!passed_.empty() && component::isMissing(passed_.back()))
+            passed_.pop_back();
+        if (knowsTheMark) return;
+        std::ranges::replace_if(passed_, component::isMissing, Variant{});
+    }
+    ~PassedArguments()
+    {
+        for (std::size_t index = 0; index < passed_.size(); ++index)
+            if (!passed_[index].isEmpty() || !component::isMissing(given_[index]))
+                given_[index] = std::move(passed_[index]);
+    }
+    PassedArguments(const PassedArguments&) = delete;
+    PassedArguments& operator=(const PassedArguments&) = delete;
+
+    std::span<Variant> all() noexcept { return passed_; }
+
+private:
+    std::vector<Variant>& given_;
+    std::vector<Variant> passed_;
+};
+
 Json invokeNamed(HostState& state, const Json& request, Json& report)
 {
     const ObjectRef object = namedObject(state, request, "invoke");
     const std::string& path = textMember(request, "name");
     std::vector<Variant> args = readArguments(request, state.names);
-    // The objects' own methods count their arguments and do not know the mark of a left-out one.
-    while (!args.empty() && component::isMissing(args.back()))
-        args.pop_back();
     bool empty = false;
+    std::size_t count = 0;
     Json result = runAndDescribe(state, args, report, [&] {
-        Variant value = callPath(object, path, args);
+        PassedArguments passed{args, component::findClass(object->typeName()) != nullptr};
+        count = passed.all().size();
+        Variant value = callPath(object, path, passed.all());
         empty = value.isEmpty();
         return value;
     });
-    return empty && !hasResult(*object, path, args.size()) ? Json{} : result;
+    return empty && !hasResult(*object, path, count) ? Json{} : result;
 }
 
 Json drop(HostState& state, const Json& request, Json&)

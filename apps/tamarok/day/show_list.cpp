@@ -54,7 +54,8 @@ std::vector<double> showList(const Context& context, const ListRequest& request,
     ado::Recordset records;
     records.Open(statement, context.session.db_ADO);
     const auto table =
-        makeListPrinter(ListFormat::Table, context.output, columnHeaders(request.type, request.ids, context.session));
+        makeListPrinter(ListFormat::Table, context.output, columnHeaders(request.type, request.ids, context.session),
+                        columnPatterns(request.type, request.ids, context.session));
     SummingPrinter summing{*table, totals};
     printRows(records, summing);
     return summing.sums();

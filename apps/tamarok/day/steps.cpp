@@ -16,6 +16,9 @@ std::span<const Step> steps() noexcept
         Step{"Ten logs measured line by line, classed and archived", measureLogs},
         Step{"Another list type: the game of the hunting districts by species", showGameList},
         Step{"Another list type: harvest records, the lines of greatest volume", showHarvestList},
+        Step{"Lists on the screen: filled, sorted by clicks, with the widths of their columns", showScreenLists},
+        Step{"Leaving a code field: the check of what was typed", showFieldChecks},
+        Step{"Numbers of documents, a parameter file, the action protocol", showPaperWork},
     };
     return all;
 }

@@ -34,5 +34,8 @@ void typeALine(const Context& context);
 void measureLogs(const Context& context);
 void showGameList(const Context& context);
 void showHarvestList(const Context& context);
+void showScreenLists(const Context& context);
+void showFieldChecks(const Context& context);
+void showPaperWork(const Context& context);
 
 } // namespace tamarok::cli::day

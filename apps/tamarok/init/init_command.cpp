@@ -33,6 +33,7 @@ void fill(const embedded::NewDatabase& file, const InitOptions& options)
     ProgressBar bar;
     database::ReferenceOptions reference;
     reference.logs = options.logs;
+    reference.records = options.records;
     reference.seed = options.seed;
     database::createReferenceDatabase(*file.connection(), reference, [&bar](const database::Progress& progress) {
         InterruptScope::check();

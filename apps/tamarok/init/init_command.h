@@ -10,6 +10,7 @@ namespace tamarok::cli {
 struct InitOptions {
     std::string file;
     std::int64_t logs = 10'000;
+    std::int32_t records = 200; ///< heads of each kind of business record
     std::uint64_t seed = 1;
     bool force = false; ///< replace an existing file
 };

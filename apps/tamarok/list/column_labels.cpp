@@ -104,4 +104,14 @@ std::vector<std::string> columnHeaders(const std::string& type, const std::vecto
     return headers;
 }
 
+std::vector<std::string> columnPatterns(const std::string& type, const std::vector<std::int16_t>& ids,
+                                        const TmkVar& session)
+{
+    std::vector<std::string> patterns;
+    patterns.reserve(ids.size());
+    for (const std::int16_t id : ids)
+        patterns.push_back(Comm_CSel{}.GetFormat(type, id, session));
+    return patterns;
+}
+
 } // namespace tamarok::cli

@@ -42,4 +42,8 @@ private:
 std::vector<std::string> columnHeaders(const std::string& type, const std::vector<std::int16_t>& ids,
                                        const TmkVar& session);
 
+/// The patterns in which a list shows its columns, "" for a text.
+std::vector<std::string> columnPatterns(const std::string& type, const std::vector<std::int16_t>& ids,
+                                        const TmkVar& session);
+
 } // namespace tamarok::cli

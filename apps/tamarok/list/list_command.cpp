@@ -44,7 +44,8 @@ int runList(const ListOptions& options, Output& output)
     prepareList(list.type, session);
     ado::Recordset records;
     records.Open(query.statement(session, list.limit), session.db_ADO);
-    const auto printer = makeListPrinter(options.format, output, columnHeaders(list.type, list.ids, session));
+    const auto printer = makeListPrinter(options.format, output, columnHeaders(list.type, list.ids, session),
+                                         columnPatterns(list.type, list.ids, session));
     printRows(records, *printer, list.limit);
     return 0;
 }

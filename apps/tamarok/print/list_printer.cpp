@@ -97,14 +97,16 @@ private:
 
 } // namespace
 
-std::unique_ptr<ListPrinter> makeListPrinter(ListFormat format, Output& output, std::vector<std::string> headers)
+std::unique_ptr<ListPrinter> makeListPrinter(ListFormat format, Output& output, std::vector<std::string> headers,
+                                             std::vector<std::string> patterns)
 {
     switch (format) {
     case ListFormat::Csv: return std::make_unique<CsvPrinter>(output, headers);
     case ListFormat::JsonRows: return std::make_unique<JsonPrinter>(output, headers);
     case ListFormat::Table: break;
     }
-    return std::make_unique<TablePrinter>(output, std::move(headers), Platform::current().regional);
+    return std::make_unique<TablePrinter>(output, std::move(headers), std::move(patterns),
+                                          Platform::current().regional);
 }
 
 std::int64_t printRows(ado::Recordset& records, ListPrinter& printer, std::optional<std::int64_t> limit)

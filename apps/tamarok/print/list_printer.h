@@ -30,7 +30,9 @@ public:
     virtual void finish() = 0;
 };
 
-std::unique_ptr<ListPrinter> makeListPrinter(ListFormat format, Output& output, std::vector<std::string> headers);
+/// @param patterns  number or date pattern of each column, in which a table shows it; "" or none for the plain value
+std::unique_ptr<ListPrinter> makeListPrinter(ListFormat format, Output& output, std::vector<std::string> headers,
+                                             std::vector<std::string> patterns = {});
 
 /// Prints the rows from the current one on, at most `limit`. The rows are not kept in memory.
 /// @return number of rows

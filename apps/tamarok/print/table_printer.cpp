@@ -31,34 +31,46 @@ std::string padded(const std::string& text, std::size_t width, bool right)
     return right ? blanks + text : text + blanks;
 }
 
+bool isNumber(const Variant& value)
+{
+    using Kind = Variant::Kind;
+    return value.kind() == Kind::Integer || value.kind() == Kind::Long || value.kind() == Kind::LongLong ||
+           value.kind() == Kind::Double;
+}
+
 } // namespace
 
-TablePrinter::TablePrinter(Output& output, std::vector<std::string> headers, Regional regional) :
-    output_{output}, headers_{std::move(headers)}, regional_{std::move(regional)}, numeric_(headers_.size(), false)
+TablePrinter::TablePrinter(Output& output, std::vector<std::string> headers, std::vector<std::string> patterns,
+                           Regional regional) :
+    output_{output},
+    headers_{std::move(headers)}, patterns_{std::move(patterns)}, regional_{std::move(regional)},
+    numeric_(headers_.size(), false)
 {
+    patterns_.resize(headers_.size());
     for (const std::string& header : headers_)
         widths_.push_back(text::length(header));
 }
 
-TablePrinter::Cell TablePrinter::cell(const Variant& value) const
+TablePrinter::Cell TablePrinter::plainCell(const Variant& value) const
 {
-    switch (value.kind()) {
-    case Variant::Kind::Empty:
-    case Variant::Kind::Null: return {};
-    case Variant::Kind::Integer:
-    case Variant::Kind::Long:
-    case Variant::Kind::LongLong: return {convert::toText(value, regional_), true};
-    case Variant::Kind::Double: return {format::number(value.asDouble(), decimalPattern, regional_), true};
-    default: return {oneLine(convert::toText(value, regional_)), false};
-    }
+    if (value.kind() == Variant::Kind::Double)
+        return {format::number(value.asDouble(), decimalPattern, regional_), true};
+    return {oneLine(convert::toText(value, regional_)), isNumber(value)};
+}
+
+TablePrinter::Cell TablePrinter::cell(const Variant& value, const std::string& pattern) const
+{
+    if (value.isEmpty() || value.isNull()) return {};
+    if (pattern.empty()) return plainCell(value);
+    return {oneLine(format::value(value, pattern, regional_)), isNumber(value)};
 }
 
 void TablePrinter::row(const std::vector<Variant>& values)
 {
     Line line;
     line.reserve(values.size());
-    for (const Variant& value : values)
-        line.push_back(cell(value));
+    for (std::size_t column = 0; column < values.size(); ++column)
+        line.push_back(cell(values[column], patterns_[column]));
     if (widthsFixed_) {
         print(line);
         return;

@@ -15,6 +15,7 @@ void writePeople(ado::Connection& connection, const ReferenceOptions& options)
     people::writePartnerGroups(connection, options);
     people::writeWageEntry(connection, options);
     people::writeServicesAndWages(connection, options);
+    people::writeWageRates(connection, options);
 }
 
 } // namespace tamarok::database

@@ -112,7 +112,7 @@ std::vector<Variant> machineValues(const ReferenceOptions& options, const Machin
     const double repairs = rounded(price * 0.035 * years * random.between(0.4, 1.8));
     const Date sold{std::max(bought.days, options.baseDate.days - random.between(5, 60))};
     const Date inspected{bought.days + daysPerYear * static_cast<int>(years)};
-    return {keyOrNull(random, keys.users),
+    return {pickId(random, keys.users, nullsPerMille),
             groupOf(keys, kind.group),
             random.pick(kind.makes),
             kind.type + std::to_string(random.between(8, 39) * 25),
@@ -222,7 +222,7 @@ void writePartnerGroups(ado::Connection& connection, const ReferenceOptions& opt
     BulkInsert groups{connection, "PA_GRUPPE", columns};
     for (std::int32_t id = idsOf(connection, "SELECT MAX(ID) FROM PA_GRUPPE").front() + 1; id <= options.records; ++id)
         insertRow(groups, {id, random.pick(names), "G-" + paddedNumber(id, 2), random.pick(owners),
-                           keyOrNull(random, categories), keyOrNull(random, products)});
+                           pickId(random, categories, nullsPerMille), pickId(random, products, nullsPerMille)});
     completePartnerGroups(connection, options, random);
 }
 

@@ -116,7 +116,7 @@ void writeSalesOf(ado::Connection& connection, const ReferenceOptions& options, 
             const std::int32_t count = random.between(1, 2);
             for (std::int32_t i = 0; i < count; ++i) {
                 const double quantity = rounded(random.between(20.0, 1400.0), 3);
-                insertRow(sales, {seller, keyOrNull(random, destinations, 10), year, random.chance(280), quantity,
+                insertRow(sales, {seller, pickId(random, destinations, 10), year, random.chance(280), quantity,
                                   rounded(quantity * random.between(48.0, 105.0))});
             }
         }

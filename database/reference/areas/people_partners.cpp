@@ -226,18 +226,18 @@ void appendKeys(std::vector<Variant>& values, const Partner& partner, const Part
 {
     const Variant none{Null{}};
     const bool isHunter = !partner.isCompany && random.chance(300);
-    values.push_back(isHunter ? keyOrNull(random, keys.hunterStates, 0) : none);
+    values.push_back(isHunter ? pickId(random, keys.hunterStates, 0) : none);
     values.push_back(isHunter ? Variant{"JK-" + paddedNumber(random.between(1, 99'999), 5)} : none);
     values.push_back(isHunter ? Variant{dayBefore(options, random, 300)} : none);
-    values.push_back(keyOrNull(random, keys.users));
+    values.push_back(pickId(random, keys.users, nullsPerMille));
     auto region =
         std::ranges::find_if(keys.regions, [&](const auto& row) { return row.at(3).asString() == partner.town; });
     if (region == keys.regions.end() && partner.nation == "AT")
         region = keys.regions.begin() + random.below(static_cast<std::uint32_t>(keys.regions.size()));
     for (const std::size_t part : {2U, 1U, 0U})
         values.push_back(region == keys.regions.end() ? none : region->at(part));
-    values.push_back(partner.isOwner ? keyOrNull(random, keys.communities) : none);
-    values.push_back(keyOrNull(random, keys.debits));
+    values.push_back(partner.isOwner ? pickId(random, keys.communities, nullsPerMille) : none);
+    values.push_back(pickId(random, keys.debits, nullsPerMille));
 }
 
 } // namespace

@@ -62,12 +62,6 @@ Date dayBefore(const ReferenceOptions& options, Random& random, std::int32_t day
     return Date{dayOf(options.baseDate).days - random.between(0, days)};
 }
 
-Variant keyOrNull(Random& random, const std::vector<std::int32_t>& keys, std::uint32_t nullsPerMille)
-{
-    if (keys.empty() || random.chance(nullsPerMille)) return Null{};
-    return random.pick(keys);
-}
-
 Variant sometimes(Random& random, std::uint32_t perMille, const Variant& value)
 {
     return random.chance(perMille) ? value : Variant{Null{}};

@@ -49,8 +49,8 @@ Date workingDay(const ReferenceOptions& options, Month month, Random& random);
 /// A day up to that many days before the base date. @param days at least 1
 Date dayBefore(const ReferenceOptions& options, Random& random, std::int32_t days);
 
-/// A key out of a table, or Null in `nullsPerMille` of 1000 cases and for an empty table.
-Variant keyOrNull(Random& random, const std::vector<std::int32_t>& keys, std::uint32_t nullsPerMille = 30);
+/// How many of 1000 optional keys of people's records are Null.
+inline constexpr std::uint32_t nullsPerMille = 30;
 
 /// The value in `perMille` of 1000 cases, else Null.
 Variant sometimes(Random& random, std::uint32_t perMille, const Variant& value);

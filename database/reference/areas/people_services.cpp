@@ -147,12 +147,12 @@ private:
             harvest ? rounded(hours * random_.between(1.2, 3.4)) : rounded(hours * random_.between(25.0, 60.0), 0);
         const double amount = rounded(hours * worker.rate);
         insertRow(services_,
-                  {record, position, keyOrNull(random_, keys_.owners, 500),
-                   pickOf(random_, keys_.costCentres, level_).id, order.id, keyOf(order.other),
-                   keyOrNull(random_, keys_.facilities, 300), pickOf(random_, keys_.places, level_).id, service.id,
-                   keyOrNull(random_, keys_.methods), keyOf(service.other), random_.between(1, options_.records),
-                   keyOrNull(random_, keys_.marks), harvest ? cubicMetres : pieces, quantity, hours, worker.rate,
-                   amount, sometimes(random_, 250, random_.pick(remarks))});
+                  {record, position, pickId(random_, keys_.owners, 500), pickOf(random_, keys_.costCentres, level_).id,
+                   order.id, keyOf(order.other), pickId(random_, keys_.facilities, 300),
+                   pickOf(random_, keys_.places, level_).id, service.id, pickId(random_, keys_.methods, nullsPerMille),
+                   keyOf(service.other), random_.between(1, options_.records),
+                   pickId(random_, keys_.marks, nullsPerMille), harvest ? cubicMetres : pieces, quantity, hours,
+                   worker.rate, amount, sometimes(random_, 250, random_.pick(remarks))});
         // The day rows and results refer to the service by its number.
         ++serviceId_; // a new database numbers the rows from 1
         writeDays(serviceDays_, serviceId_, hours);

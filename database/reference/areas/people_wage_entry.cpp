@@ -105,8 +105,8 @@ public:
         const Date closed{std::min(last.days + random_.between(2, 12), dayOf(options_.baseDate).days)};
         insertRow(heads_,
                   {month.year, month.month, level, "LE-" + std::to_string(month.year) + "-" + paddedNumber(record, 4),
-                   last, keyOrNull(random_, keys_.users), isClosed, isClosed ? Variant{closed} : Variant{Null{}},
-                   rounded(totals.hours), rounded(totals.amount),
+                   last, pickId(random_, keys_.users, nullsPerMille), isClosed,
+                   isClosed ? Variant{closed} : Variant{Null{}}, rounded(totals.hours), rounded(totals.amount),
                    sometimes(random_, 150, "mit Sonderzahlungen abgestimmt")});
     }
 
@@ -144,11 +144,11 @@ private:
                              sometimes(random_, 120, random_.between(1, options_.records)),
                              keyOf(service.other),
                              service.id,
-                             keyOrNull(random_, keys_.costTypes),
+                             pickId(random_, keys_.costTypes, nullsPerMille),
                              keyOf(order.other),
-                             keyOrNull(random_, keys_.methods),
-                             keyOrNull(random_, keys_.objects),
-                             keyOrNull(random_, keys_.procedures),
+                             pickId(random_, keys_.methods, nullsPerMille),
+                             pickId(random_, keys_.objects, nullsPerMille),
+                             pickId(random_, keys_.procedures, nullsPerMille),
                              pickOf(random_, keys_.places, level).id,
                              harvest ? cubicMetres : pieces,
                              rounded(hours * (harvest ? random_.between(1.2, 3.4) : random_.between(25.0, 60.0)),

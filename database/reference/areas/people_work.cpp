@@ -9,21 +9,15 @@
 namespace tamarok::database::people {
 namespace {
 
-/// A wage group of the workers with its wage per hour.
-struct WageGroup {
-    std::string_view name;
-    double rate;
-};
-
-constexpr std::array wageGroups{WageGroup{"LG1", 12.4}, WageGroup{"LG2", 14.15}, WageGroup{"LG3", 15.9},
-                                WageGroup{"LG4", 17.35}};
+constexpr std::array groups{WageGroup{"LG1", 12.4}, WageGroup{"LG2", 14.15}, WageGroup{"LG3", 15.9},
+                            WageGroup{"LG4", 17.35}};
 
 double rateOf(const Variant& group)
 {
     if (group.isString())
-        for (const WageGroup& row : wageGroups)
+        for (const WageGroup& row : groups)
             if (group.asString() == row.name) return row.rate;
-    return wageGroups.front().rate;
+    return groups.front().rate;
 }
 
 std::vector<KeyPair> readPairs(ado::Connection& connection, std::string_view query)
@@ -47,6 +41,11 @@ std::vector<Worker> readWorkers(ado::Connection& connection)
 }
 
 } // namespace
+
+std::span<const WageGroup> wageGroups() noexcept
+{
+    return groups;
+}
 
 WorkKeys readWorkKeys(ado::Connection& connection)
 {

@@ -1,12 +1,23 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
+#include <string_view>
 #include <vector>
 
 #include "areas/people_rows.h"
 
 /// The workers and the keys to which their work is charged.
 namespace tamarok::database::people {
+
+/// A wage group of the workers with its present wage per hour.
+struct WageGroup {
+    std::string_view name;
+    double rate;
+};
+
+/// The groups from the lowest wage to the highest.
+std::span<const WageGroup> wageGroups() noexcept;
 
 struct Worker {
     std::int32_t id;

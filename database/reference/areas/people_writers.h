@@ -28,4 +28,8 @@ void writeWageEntry(ado::Connection& connection, const ReferenceOptions& options
 /// Writes records of services, and the months of forest workers' wages that book them.
 void writeServicesAndWages(ado::Connection& connection, const ReferenceOptions& options);
 
+/// Writes what is paid over the years: the wages of the wage groups, the rates of the wage types that have their own,
+/// the groups of the workers, and the wages of the machines' drivers.
+void writeWageRates(ado::Connection& connection, const ReferenceOptions& options);
+
 } // namespace tamarok::database::people

@@ -12,6 +12,7 @@ void writeSales(ado::Connection& connection, const ReferenceOptions& options)
     sales::writeGoods(connection, options, keys);
     sales::writeTransports(connection, options, keys);
     sales::writeArticleInvoices(connection, options, keys);
+    sales::writeInvoiceJournal(connection);
     sales::writeBilling(connection, options, keys);
 }
 

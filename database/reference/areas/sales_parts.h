@@ -35,6 +35,9 @@ void writeTransports(ado::Connection& connection, const ReferenceOptions& option
 /// Writes invoices of articles, which no log names, with their positions.
 void writeArticleInvoices(ado::Connection& connection, const ReferenceOptions& options, const Keys& keys);
 
+/// Writes the journal of the documents that are there, in the order of their dates.
+void writeInvoiceJournal(ado::Connection& connection);
+
 /// Writes billing records with their positions and further receipts.
 void writeBilling(ado::Connection& connection, const ReferenceOptions& options, const Keys& keys);
 

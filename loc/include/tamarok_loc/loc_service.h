@@ -13,9 +13,9 @@ namespace tamarok::loc {
 /// number in angle brackets ("<4711>"), so that a missing text is visible on the screen. The language suffix is
 /// inserted into the SQL verbatim. `GetText2` gives the text as an SQL literal of national characters, N'...'.
 ///
-/// Forms: `TranslateForm` reads the property `Tag` of the form and of each object in its array `Controls`. Where
-/// the tag is a text of one to five digits from 1 to 32,767, `Caption` is set to the text of that number. An
-/// object without such a tag stays unchanged.
+/// Forms: `TranslateForm` reads the property `Tag` of the form and of each object in its `Controls`, an array or a
+/// collection with `Count` and `Item` from 1. Where the tag is a text of one to five digits from 1 to 32,767, `Caption`
+/// is set to the text of that number. An object without such a tag stays unchanged.
 ///
 /// Procedures: `RunProcedure` executes the command on the session's connection and waits for its end. The
 /// command keeps connection, text and type.

@@ -1,7 +1,7 @@
 #include <fcntl.h>
 #include <sqlite3.h>
-#include <sys/mount.h>
 
+#include "support/mounted_disk.h"
 #include "support/other_account.h"
 #include "test_database.h"
 
@@ -172,36 +172,9 @@ TEST_F(FileChecks, readOnlyModeReadsAndRefusesToWrite)
     EXPECT_FALSE(openEditable(connection, "SELECT A FROM T")->updatable());
 }
 
-/// A small file system of its own, where the machine allows mounting one.
-class Mounted {
-public:
-    explicit Mounted(std::filesystem::path place) : place_{std::move(place)}
-    {
-        std::filesystem::create_directory(place_);
-        done_ = ::mount("tmpfs", place_.c_str(), "tmpfs", 0, "size=1m") == 0;
-    }
-    Mounted(const Mounted&) = delete;
-    Mounted& operator=(const Mounted&) = delete;
-    ~Mounted()
-    {
-        if (done_) {
-            ::umount2(place_.c_str(), MNT_DETACH);
-        }
-    }
-    bool done() const { return done_; }
-    bool makeReadOnly() const
-    {
-        return ::mount("tmpfs", place_.c_str(), "tmpfs", MS_REMOUNT | MS_RDONLY, nullptr) == 0;
-    }
-
-private:
-    std::filesystem::path place_;
-    bool done_ = false;
-};
-
 TEST_F(FileChecks, readOnlyDisk)
 {
-    const Mounted disk{folder_ / "disk"};
+    const tamarok::test::MountedDisk disk{folder_ / "disk"};
     if (!disk.done()) {
         GTEST_SKIP() << "mounting a file system is not permitted here";
     }
@@ -216,7 +189,7 @@ TEST_F(FileChecks, readOnlyDisk)
 
 TEST_F(FileChecks, fullDisk)
 {
-    const Mounted disk{folder_ / "disk"};
+    const tamarok::test::MountedDisk disk{folder_ / "disk"};
     if (!disk.done()) {
         GTEST_SKIP() << "mounting a file system is not permitted here";
     }

@@ -1,3 +1,5 @@
+#include <array>
+
 #include "child.h"
 #include "tamarok_embedded/procedures.h"
 #include "test_database.h"
@@ -165,6 +167,113 @@ TEST(Optionen, twoProcessesAtOnceLeaveOneRow)
     const std::vector<std::string> work{"repeat", (folder / "a.db").string(), "50 EXEC tmk_OPTIONEN_INS 'P', 2, '1'"};
     runBeside(work);
     EXPECT_EQ(valueOf(connection, "SELECT COUNT(*) FROM OPTIONEN"), Variant{1});
+}
+
+constexpr std::string_view modelsTable =
+    "CREATE TABLE MODELS (ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY, RELATION NVARCHAR(60) NOT NULL, "
+    "NAME NVARCHAR(80) NOT NULL, MODEL NVARCHAR(1000), STANDARD BIT, ID_USER INT, NICHT_ANDERBAR BIT, "
+    "ID_ACCESS_LEVELS INT)";
+
+class ModelsIns : public testing::Test {
+protected:
+    ModelsIns() { run(connection_, modelsTable); }
+
+    /// The call of a saved width text: a default that belongs to nobody.
+    void call(Variant relation, Variant model, std::array<std::int64_t, 4> numbers = {1, 0, 0, 0})
+    {
+        using enum ado::ParameterDirection;
+        std::vector<ado::Parameter> parameters{{"", ado::DataType::VarChar, Input, 60, std::move(relation)},
+                                               {"", ado::DataType::VarChar, Input, 80, "STANDARD"},
+                                               {"", ado::DataType::VarChar, Input, 1000, std::move(model)}};
+        for (const std::int64_t number : numbers)
+            parameters.push_back({"", ado::DataType::BigInt, Input, 0, number});
+        ado::Statement wanted = statement("tmk_MODELS_INS");
+        wanted.procedure = true;
+        wanted.parameters = parameters;
+        connection_->session().execute(wanted);
+    }
+    std::vector<Variant> row(std::string_view relation)
+    {
+        std::vector<Variant> values;
+        for (const std::string column :
+             {"ID", "NAME", "MODEL", "STANDARD", "ID_USER", "NICHT_ANDERBAR", "ID_ACCESS_LEVELS"})
+            values.push_back(valueOf(connection_, "SELECT " + column + " FROM MODELS WHERE RELATION = '" +
+                                                      std::string{relation} + "'"));
+        return values;
+    }
+    Variant count() { return valueOf(connection_, "SELECT COUNT(*) FROM MODELS"); }
+
+    ado::ConnectionRef connection_ = connectInMemory();
+};
+
+TEST_F(ModelsIns, aSecondCallReplacesTheRowAndNoOther)
+{
+    run(connection_, "INSERT INTO MODELS (RELATION,NAME,MODEL,ID_USER) VALUES ('BBF','Meine','7',3)");
+    call("BBF", "100,200");
+    call("LOG", "50");
+    const std::vector<Variant> other = row("LOG");
+    EXPECT_EQ(other, (std::vector<Variant>{3, "STANDARD", "50", true, Null{}, false, Null{}}));
+    call("BBF", "300");
+    EXPECT_EQ(columnOf(connection_, "SELECT MODEL FROM MODELS WHERE RELATION = 'BBF' ORDER BY ID"),
+              (std::vector<Variant>{"7", "300"}));
+    EXPECT_EQ(valueOf(connection_, "SELECT ID FROM MODELS WHERE MODEL = '300'"), Variant{2}) << "the same row";
+    EXPECT_EQ(row("LOG"), other);
+    EXPECT_EQ(count(), Variant{3});
+}
+
+TEST_F(ModelsIns, namesCompareAsTheColumnDoes)
+{
+    call("GH_HolzartHAHA", "1");
+    call("GH_HOLZARTHAHA ", "2");
+    EXPECT_EQ(count(), Variant{1});
+    EXPECT_EQ(valueOf(connection_, "SELECT MODEL FROM MODELS"), Variant{"2"});
+}
+
+TEST_F(ModelsIns, numbersAreDefaultOwnerFixedAndLevel)
+{
+    call("A", "1", {0, 7, 1, 5});
+    EXPECT_EQ(row("A"), (std::vector<Variant>{1, "STANDARD", "1", false, 7, true, 5}));
+    call("A", Null{});
+    EXPECT_EQ(row("A"), (std::vector<Variant>{1, "STANDARD", Null{}, true, Null{}, false, Null{}}));
+}
+
+TEST_F(ModelsIns, aTextBeyondTheParameterKeepsWholeNumbers)
+{
+    std::string widths;
+    for (int column = 0; column < 300; ++column)
+        widths += "1234,";
+    struct Case {
+        std::string given;
+        std::size_t kept;
+    };
+    for (const Case& c : {Case{widths, 999}, Case{"7," + widths, 996}, Case{widths.substr(0, 999), 999},
+                          Case{widths.substr(0, 998) + "56", 994}, Case{std::string(1200, '7'), 1000}}) {
+        run(connection_, "EXEC tmk_MODELS_INS 'A','STANDARD','" + c.given + "',1,0,0,0");
+        EXPECT_EQ(valueOf(connection_, "SELECT MODEL FROM MODELS"), Variant{c.given.substr(0, c.kept)});
+    }
+    run(connection_, "EXEC tmk_MODELS_INS '" + std::string(70, 'R') + "','STANDARD','1',1,0,0,0");
+    EXPECT_EQ(valueOf(connection_, "SELECT COUNT(*) FROM MODELS WHERE LEN(RELATION) = 60"), Variant{1});
+}
+
+TEST_F(ModelsIns, whatHasNoKeyOrDoesNotFitIsRefusedAndNothingIsWritten)
+{
+    for (const char* arguments : {"'','STANDARD','1',1,0,0,0", "NULL,'STANDARD','1',1,0,0,0", "'A',' ','1',1,0,0,0"})
+        EXPECT_EQ(failureOf([&] { run(connection_, std::string{"EXEC tmk_MODELS_INS "} + arguments); }).nativeError,
+                  50000)
+            << arguments;
+    EXPECT_EQ(failureOf([&] { call("A", "1", {1, 99999999999, 0, 0}); }).nativeError, 8115);
+    EXPECT_EQ(count(), Variant{0});
+}
+
+TEST(Models, twoProcessesAtOnceLeaveOneRow)
+{
+    const Folder folder;
+    const auto connection = create(folder / "a.db");
+    run(connection, modelsTable);
+    const std::vector<std::string> work{"repeat", (folder / "a.db").string(),
+                                        "50 EXEC tmk_MODELS_INS 'P','STANDARD','1,2',1,0,0,0"};
+    runBeside(work);
+    EXPECT_EQ(valueOf(connection, "SELECT COUNT(*) FROM MODELS"), Variant{1});
 }
 
 TEST(OwnProcedures, areReachedByNameAndShareTheCallersTransaction)

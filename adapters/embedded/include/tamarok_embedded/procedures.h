@@ -56,7 +56,7 @@ private:
     std::map<std::string, Procedure, CompareNames> procedures_;
 };
 
-/// The procedures that come with the system: tmk_OPTIONEN_INS, tmk_NodeVisible.
+/// The procedures that come with the system: tmk_MODELS_INS, tmk_NodeVisible, tmk_OPTIONEN_INS.
 ProcedureRegistry builtInProcedures();
 
 } // namespace tamarok::embedded

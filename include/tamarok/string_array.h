@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace tamarok {
+
+/// An array of texts whose first index an operation sets, such as 1. The class map hands it to the caller with that
+/// lower bound.
+struct StringArray {
+    std::vector<std::string> values;
+    std::int32_t lower = 0; ///< index of the first element
+
+    friend bool operator==(const StringArray&, const StringArray&) = default;
+};
+
+} // namespace tamarok
