@@ -101,6 +101,20 @@ std::unique_ptr<LocService> Platform::locService()
     return service;
 }
 
+void Platform::pressEnter()
+{
+    const auto& keyboard = current().keyboard;
+    if (!keyboard) throw Error{errors::objectNotSet, "Object not set: the platform has no keyboard."};
+    keyboard->pressEnter();
+}
+
+dialogs::DialogWindows& Platform::windows()
+{
+    const auto& windows = current().dialogWindows;
+    if (!windows) throw Error{errors::objectNotSet, "Object not set: the platform has no dialog windows."};
+    return *windows;
+}
+
 FileSystem& Platform::fileSystem()
 {
     const auto& files = current().files;
