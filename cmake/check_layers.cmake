@@ -13,7 +13,7 @@ set(floors
     "values | comm_conv comm_find comm_get comm_set"
     "catalogue selections settings rights timber lists | comm_act comm_csel comm_lock comm_models comm_sql list_catalogue round_wood selection_book"
     "controls | controls form grids list_view tree_view"
-    "dialogs | comm_forms dialog_window dialog_windows grid_help scripted_windows"
+    "dialogs | comm_forms dialog_window dialog_windows grid_help lookup_window scripted_windows"
     "component | component")
 
 set(problems "")

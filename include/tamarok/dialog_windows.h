@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "tamarok/dialog_window.h"
+#include "tamarok/lookup_window.h"
 
 /// The windows of the single dialogs, and their maker.
 namespace tamarok::dialogs {
@@ -65,6 +66,7 @@ public:
     virtual std::unique_ptr<ProgressWindow> makeProgress() = 0;
     virtual std::unique_ptr<TreeWindow> makeTree() = 0;
     virtual std::unique_ptr<MapWindow> makeMap() = 0;
+    virtual std::unique_ptr<LookupWindow> makeLookup() = 0;
 };
 
 } // namespace tamarok::dialogs

@@ -13,6 +13,9 @@
 namespace tamarok {
 
 class LocService;
+namespace ado {
+class Connection;
+}
 namespace dialogs {
 class DialogWindows;
 class ProgressForm;
@@ -67,6 +70,9 @@ struct Platform {
     FileNumbers fileNumbers;
     /// Makes the language service for one operation; may be unset.
     std::function<std::unique_ptr<LocService>()> makeLocService;
+    /// Opens a connection by its text, for rows that the session's connection does not read; may be unset. A program
+    /// sets it to `ado::BackendRegistry::open` of its back ends.
+    std::function<std::shared_ptr<ado::Connection>(std::string_view connectionText)> makeConnection;
     /// Makes the windows of dialogs; may be unset.
     std::shared_ptr<dialogs::DialogWindows> dialogWindows;
     /// The progress window that `Comm_Forms::Info_Init` shows and later calls go on with; mostly empty.
@@ -78,6 +84,9 @@ struct Platform {
 
     /// Makes the language service of the calling thread's platform. Error 91 if none is set.
     static std::unique_ptr<LocService> locService();
+
+    /// Opens a connection by the calling thread's platform. Error 91 if it opens none; whatever the back end raises.
+    static std::shared_ptr<ado::Connection> connection(std::string_view connectionText);
 
     /// Presses Enter once on the keyboard of the calling thread's platform. Error 91 if none is set.
     static void pressEnter();

@@ -75,6 +75,7 @@ public:
     std::unique_ptr<ProgressWindow> makeProgress() override;
     std::unique_ptr<TreeWindow> makeTree() override;
     std::unique_ptr<MapWindow> makeMap() override;
+    std::unique_ptr<LookupWindow> makeLookup() override;
 
     DialogScripts& scripts() noexcept { return *scripts_; }
 

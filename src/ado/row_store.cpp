@@ -10,8 +10,8 @@
 
 namespace tamarok::ado {
 
-RowStore::RowStore(std::unique_ptr<Cursor> cursor, std::int64_t firstMark, bool keyed) :
-    cursor_{std::move(cursor)}, width_{cursor_->columns().size()}, keyed_{keyed}, firstMark_{firstMark}
+RowStore::RowStore(std::unique_ptr<Cursor> cursor, std::int64_t firstMark, bool keyed, bool onRow) :
+    cursor_{std::move(cursor)}, width_{cursor_->columns().size()}, keyed_{keyed}, onRow_{onRow}, firstMark_{firstMark}
 {}
 
 bool RowStore::reach(std::size_t row)
@@ -32,7 +32,7 @@ bool RowStore::step()
     if (failure_) throw *failure_;
     if (ended_) return false;
     try {
-        if (!cursor_->next()) {
+        if (!std::exchange(onRow_, false) && !cursor_->next()) {
             ended_ = true;
             return false;
         }

@@ -18,7 +18,8 @@ class RowStore {
 public:
     /// @param firstMark  the bookmark of the first row
     /// @param keyed      reads the keys of the rows, for editing
-    RowStore(std::unique_ptr<Cursor> cursor, std::int64_t firstMark, bool keyed);
+    /// @param onRow      the cursor stands on the first row of the store already
+    RowStore(std::unique_ptr<Cursor> cursor, std::int64_t firstMark, bool keyed, bool onRow = false);
 
     /// Reads rows up to index `row`. Returns false if there are fewer. A failure to read is final: every later
     /// call for a row after it fails again, since the rows are not complete.
@@ -60,6 +61,7 @@ private:
     std::unique_ptr<Cursor> cursor_;
     std::size_t width_;
     bool keyed_;
+    bool onRow_; ///< the cursor stands on a row that is not in the store yet
     bool ended_ = false;
     std::optional<Error> failure_;
     std::int64_t firstMark_;

@@ -35,6 +35,7 @@ void ScriptPlayer::play(DialogEvents& events)
     scripts_->report_.shown = true;
     StepCounter counter{script.size(), scripts_->report_.left};
     events.resized();
+    appeared();
     while (open_ && counter.done < script.size())
         take(script[counter.done++], events);
     if (!open_) return;
@@ -69,10 +70,7 @@ void ScriptPlayer::take(const DialogStep& step, DialogEvents& events)
     case StepKind::Resize:
         form_.resize({static_cast<float>(step.numbers[0]), static_cast<float>(step.numbers[1])});
         return events.resized();
-    case StepKind::Set: try { return putPath(form_.shared_from_this(), step.text, step.value);
-        } catch (const Error& error) {
-            refuse(step, error.description);
-        }
+    case StepKind::Set: return setByName(step);
     case StepKind::Head:
     case StepKind::SelectRow:
     case StepKind::SelectRows:
@@ -88,6 +86,15 @@ void ScriptPlayer::click(const DialogStep& step, std::string_view button, Dialog
     if (!control || control->typeName() != "CommandButton")
         refuse(step, "the dialog " + form_.Name + " has no button \"" + std::string{button} + "\".");
     if (control->Visible && control->Enabled) events.clicked(control->Name);
+}
+
+void ScriptPlayer::setByName(const DialogStep& step) const
+{
+    try {
+        putPath(form_.shared_from_this(), step.text, step.value);
+    } catch (const Error& error) {
+        refuse(step, error.description);
+    }
 }
 
 void ScriptPlayer::typeInto(const DialogStep& step) const

@@ -31,8 +31,12 @@ public:
 protected:
     /// Carries out a step that only this dialog has, or has in a way of its own; false for any other one.
     virtual bool takeStep(const DialogStep& step);
+    /// Called when the window has appeared, before the first step.
+    virtual void appeared() {}
     /// Throws Error 5, which names the step.
     [[noreturn]] static void refuse(const DialogStep& step, std::string_view reason);
+    /// Carries out `Set`.
+    void setByName(const DialogStep& step) const;
 
 private:
     void take(const DialogStep& step, DialogEvents& events);

@@ -101,6 +101,13 @@ std::unique_ptr<LocService> Platform::locService()
     return service;
 }
 
+std::shared_ptr<ado::Connection> Platform::connection(std::string_view connectionText)
+{
+    const auto& make = current().makeConnection;
+    if (!make) throw Error{errors::objectNotSet, "Object not set: the platform opens no connections."};
+    return make(connectionText);
+}
+
 void Platform::pressEnter()
 {
     const auto& keyboard = current().keyboard;
