@@ -11,6 +11,7 @@ using C = Grid_Help;
 
 // clang-format off
 constexpr std::array operations{
+    operation<&C::GridHelp>(1, "GridHelp", "&TmkVar, strSQL, strCaption, DefaultValue, strConfig", "Lets the user choose a row or a date."),
     operation<&C::TreeviewHelp>(2, "TreeviewHelp", "&TmkVar, strSQL, strCaption, DefaultValue", "Lets the user choose a leaf of a tree."),
 };
 // clang-format on

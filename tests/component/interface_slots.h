@@ -16,7 +16,7 @@ inline const std::vector<InterfaceSlots>& interfaceSlots()
 {
     static const std::vector<InterfaceSlots> all{
         {"Comm_find", {"FindNumOfChar", "FindSubstring"}, {}},
-        {"GridHelp", {"GridHelp", "TreeviewHelp"}, {"GridHelp"}},
+        {"GridHelp", {"GridHelp", "TreeviewHelp"}, {}},
         {"C_Version", {"DLL_Version"}, {}},
         {"Comm_Forms",
          {"Info_ProgressLabel", "Info_ProgressLabel", "Info_ProgressValue", "Info_ProgressValue", "Info_Init",
