@@ -139,9 +139,24 @@ bool LookupDialog::openSource(const std::string& statement)
         failure_ = error;
         return false;
     }
-    window_.showRows(source_.rows(), source_.names());
+    showRows();
     moved();
     return true;
+}
+
+void LookupDialog::showRows()
+{
+    window_.showRows(source_.rows(), source_.names());
+}
+
+/// Reads the current row again.
+void LookupDialog::reload()
+{
+    if (!source_.reload()) {
+        showRows();
+        showHeads();
+    }
+    moved();
 }
 
 /// @param column  from 1; 0 reads the rows of the present statement again

@@ -57,6 +57,8 @@ private:
 
     // The rows.
     bool openSource(const std::string& statement);
+    void showRows();
+    void reload();
     void sortBy(std::size_t column);
     void showHeads();
     std::string headText(const std::string& field) const;

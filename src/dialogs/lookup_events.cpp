@@ -48,8 +48,7 @@ void LookupDialog::activated()
     }
     // While a row is edited the grid cannot have the focus, and a reloaded row would overwrite the boxes.
     if (isDate_ || !browsing_ || !hasRows()) return;
-    source_.reload();
-    moved();
+    reload();
     window_.focus("DataGrid1");
 }
 
@@ -117,6 +116,7 @@ std::string LookupDialog::chosenRows() const
     std::vector<std::size_t> selected = window_.selectedRows();
     if (selected.empty()) return source_.current() ? source_.currentText(returnColumn) : std::string{};
     std::ranges::sort(selected);
+    selected.erase(std::unique(selected.begin(), selected.end()), selected.end());
     std::string codes;
     for (const std::size_t row : selected) {
         if (row != selected.front()) codes += ",";
@@ -149,10 +149,7 @@ void LookupDialog::pressSave()
         return setBrowsing(false);
     }
     // Drops the changes.
-    if (hasRows()) {
-        source_.reload();
-        moved();
-    }
+    if (hasRows()) reload();
     setBrowsing(true);
 }
 
@@ -233,7 +230,7 @@ void LookupDialog::addNew()
 void LookupDialog::rowAdded()
 {
     source_.readRows();
-    window_.showRows(source_.rows(), source_.names());
+    showRows();
     showHeads();
     window_.currentRow(source_.current());
 }

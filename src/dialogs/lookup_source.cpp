@@ -56,16 +56,17 @@ void LookupSource::moveTo(std::size_t row)
     recordset().AbsolutePosition(static_cast<std::int64_t>(row) + 1);
 }
 
-void LookupSource::reload()
+bool LookupSource::reload()
 {
     const std::optional<std::size_t> row = current();
-    if (!row) return;
+    if (!row) return true;
     recordset().Move(0);
-    // A row that others have deleted since it was read is gone from the recordset too.
-    if (current() == row)
+    const bool isThere = current() == row;
+    if (isThere)
         rows_.readRow(recordset(), *row);
     else
         readRows();
+    return isThere;
 }
 
 std::string LookupSource::currentText(std::size_t column) const

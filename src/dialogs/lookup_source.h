@@ -34,8 +34,9 @@ public:
     std::optional<std::size_t> current() const;
     /// Moves to the row of that index.
     void moveTo(std::size_t row);
-    /// Reads the current row from the database again.
-    void reload();
+    /// Reads the current row from the database again. Returns false if others have deleted it: then it has gone from
+    /// the rows, and none is current.
+    bool reload();
     /// Reads the rows again from the recordset, after it was changed.
     void readRows() { rows_.read(recordset()); }
 

@@ -53,6 +53,7 @@ public:
     void showRows(const GridRows& rows, std::span<const std::string> names) override
     {
         rows_ = &rows;
+        selected_.clear(); // bookmarks of the former rows
         grid_->ApproxCount = static_cast<std::int32_t>(rows.count());
         controls::GridColumns& columns = *grid_->columns();
         if (columns.all().size() != names.size()) {

@@ -446,6 +446,25 @@ TEST_F(Lookup, OkIsIgnoredWhileTheDialogPositionsItself)
     EXPECT_EQ(keyboard->pressed, 0);
 }
 
+TEST_F(Lookup, RowThatOthersDeletedGoesFromTheGrid)
+{
+    const auto table = speciesRows({{"FI", "Fichte"}, {"TA", "Tanne"}});
+    with.database.answerTable(species, table);
+    EXPECT_EQ(show(
+                  [&](LookupEvents& events) {
+                      table->rows.at(1)[1] = "Rotfichte";
+                      events.activated();
+                      EXPECT_EQ(window.rows->text(0, 1), "Rotfichte") << "the current row is read again";
+                      table->rows.erase(1);
+                      events.activated();
+                      EXPECT_EQ(window.rows->count(), 1U);
+                      EXPECT_EQ(window.current, std::nullopt);
+                      ok(events);
+                  },
+                  "XY"),
+              "XY");
+}
+
 TEST_F(Lookup, WidthsAreRestoredAndKeptUnderTheQuery)
 {
     with.database.answer(speciesWidths, "700,3000,8000,4000");
