@@ -1,5 +1,7 @@
 #include "call/host_state.h"
 
+#include <utility>
+
 #include "session.h"
 
 #include "tamarok/component.h"
@@ -9,10 +11,14 @@ namespace tamarok::cli {
 
 namespace {
 
-Platform hostPlatform(std::string_view locale, const std::shared_ptr<RecordingMessageBox>& messages)
+/// A platform without windows, whose dialogs act by `dialogs`.
+Platform hostPlatform(std::string_view locale, std::shared_ptr<MessageBox> messages, std::shared_ptr<Keyboard> keyboard,
+                      std::shared_ptr<dialogs::DialogScripts> dialogs)
 {
     Platform platform = commandPlatform(locale);
-    platform.messageBox = messages;
+    platform.messageBox = std::move(messages);
+    platform.keyboard = std::move(keyboard);
+    platform.dialogWindows = std::make_shared<dialogs::ScriptedWindows>(std::move(dialogs));
     return platform;
 }
 
@@ -35,7 +41,8 @@ bool rollBack(ado::Connection& connection)
 } // namespace
 
 HostState::HostState(const ado::ConnectionRef& connection, std::string_view locale) :
-    scope{hostPlatform(locale, messages)}, systemClock{scope.platform().clock}, session{commandSession(connection)}
+    scope{hostPlatform(locale, messages, keyboard, dialogs)},
+    systemClock{scope.platform().clock}, session{commandSession(connection)}
 {
     names.keep("TmkVar", component::makeRecordObject(session));
     names.keep("db", nullptr);
