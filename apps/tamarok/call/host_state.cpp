@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "connections.h"
 #include "session.h"
 
 #include "tamarok/component.h"
@@ -44,6 +45,12 @@ HostState::HostState(const ado::ConnectionRef& connection, std::string_view loca
     scope{hostPlatform(locale, messages, keyboard, dialogs)},
     systemClock{scope.platform().clock}, session{commandSession(connection)}
 {
+    // The connection of a lookup is no named one, but its statements are those of the call too.
+    scope.platform().makeConnection = [this](std::string_view connectionText) {
+        ado::ConnectionRef opened = openConnection(connectionText);
+        opened->listen([this](std::string_view statement) { sql.emplace_back(statement); });
+        return opened;
+    };
     names.keep("TmkVar", component::makeRecordObject(session));
     names.keep("db", nullptr);
     if (connection) addConnection("db", connection);
