@@ -40,8 +40,9 @@ public:
 
     /// Reads the present values of a row from the database. Removes a deleted row and returns false.
     bool refresh(std::size_t row);
-    /// Appends a new row and returns its index. Its values are Null until `refresh`.
-    std::size_t append(std::int64_t key);
+    /// Appends a new row, with its present values, and returns its index. A row that the cursor does not find again has
+    /// the assigned values alone.
+    std::size_t append(std::int64_t key, std::span<const Assignment> assignments);
     void remove(std::size_t row) noexcept;
 
     std::int64_t firstMark() const noexcept { return firstMark_; }
@@ -57,6 +58,7 @@ private:
     };
 
     bool step();
+    bool readAgain(std::size_t row);
 
     std::unique_ptr<Cursor> cursor_;
     std::size_t width_;

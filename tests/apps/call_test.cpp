@@ -101,6 +101,14 @@ TEST(Call, FurtherConnectionsAreReachedByName)
     EXPECT_NE(missing.find("\"error\""), std::string::npos) << missing;
 }
 
+TEST(Call, ConversationAboutLookups)
+{
+    const ScratchFolder folder;
+    const std::string file = makeDatabase(folder, 20);
+    Program host{{"call", "--db", file, "--locale", "de-AT"}};
+    hold(host, "lookup.txt", 17);
+}
+
 TEST(Call, DescribeListsClassesWithSlotsAndParameters)
 {
     const Outcome outcome = run({"call"}, "{\"describe\":true}\n");

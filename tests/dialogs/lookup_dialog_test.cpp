@@ -349,18 +349,42 @@ TEST_F(Lookup, StatementThatFailsIsTheErrorOfTheCall)
     });
 }
 
+TEST_F(Lookup, OrdersThatAllFailLeaveTheRows)
+{
+    show([this](LookupEvents& events) {
+        for (const std::string& statement : {speciesByCode, species})
+            with.database.fail("own open " + statement, {errors::providerFailure, "gone", "double"});
+        events.headClicked(0);
+        EXPECT_EQ(window.rows->count(), 4U);
+        EXPECT_EQ(window.head(0), "HA");
+        type(events, "ta");
+        EXPECT_EQ(window.current, 1U);
+        events.closeAsked();
+    });
+}
+
 TEST_F(Lookup, DatabaseThatGoesAwayIsTheErrorOfTheCall)
 {
-    expectError(errors::providerFailure, "gone", [&] {
-        show([this](LookupEvents& events) {
-            for (const std::string& statement : {speciesByCode, species})
-                with.database.fail("own open " + statement, {errors::providerFailure, "gone", "double"});
-            events.headClicked(0);
-            EXPECT_EQ(window.rows->count(), 4U) << "the former rows stay";
-            EXPECT_EQ(window.head(0), "HA");
-            throw Error{errors::providerFailure, "gone"};
-        });
-    });
+    std::weak_ptr<ado::Connection> own;
+    Platform::current().makeConnection = [&](std::string_view) {
+        const ado::ConnectionRef opened = with.database.connect("own");
+        own = opened;
+        return opened;
+    };
+    const auto shown = [&](std::function<void(LookupEvents&)> next) {
+        window.closed = false;
+        return [this, &own, next = std::move(next)] {
+            show([&](LookupEvents& events) {
+                own.lock()->Close();
+                next(events);
+            });
+        };
+    };
+    expectError(errors::objectClosed, "closed", shown([](LookupEvents& events) { events.headClicked(0); }));
+    expectError(errors::objectClosed, "closed", shown([](LookupEvents& events) { events.keyPressed('f'); }));
+    expectError(errors::objectClosed, "closed", shown([](LookupEvents& events) { events.activated(); }));
+    expectError(errors::objectClosed, "closed", shown(ok));
+    EXPECT_TRUE(own.expired());
 }
 
 TEST_F(Lookup, TooManyColumnsAreAnError)

@@ -380,18 +380,31 @@ TEST_F(MasterData, ScriptThatEndsWhileARowIsEditedFailsTheCall)
     expectError(errors::invalidArgument, "no row 99", [&] { enter(others, {numbered(StepKind::SelectRow, {99})}); });
 }
 
-TEST_F(MasterData, DatabaseThatGoesAwayKeepsWhatWasTyped)
+TEST_F(MasterData, LevelThatCannotBeSetLeavesTheNewRow)
 {
-    windows->scripts().add(added("gone", "1", "x", {}));
-    // The session's connection is closed under the open dialog: the level of the new row cannot be set, and the widths
-    // cannot be kept.
-    session.db_ADO->listen([this](std::string_view statement) {
-        if (statement.starts_with("UPDATE ENTRY_TEST")) throw Error{errors::providerFailure, "The database is gone."};
+    session.db_ADO->listen([](std::string_view statement) {
+        if (statement.starts_with("UPDATE ENTRY_TEST")) throw Error{errors::providerFailure, "no such column"};
     });
-    EXPECT_EQ(Grid_Help{}.GridHelp(session, others, "Stammdaten", "", "001"), "");
-    EXPECT_EQ(value("SELECT ID_ACCESS_LEVELS FROM ENTRY_TEST WHERE CODE = 'gone'"), Variant{Null{}});
+    enter(others, added("level", "1", "x", {ok}));
+    EXPECT_EQ(result, "level");
+    EXPECT_EQ(warnings(), 0);
+    EXPECT_EQ(value("SELECT ID_ACCESS_LEVELS FROM ENTRY_TEST WHERE CODE = 'level'"), Variant{Null{}});
+}
+
+TEST_F(MasterData, DatabaseThatGoesAwayIsTheErrorOfTheCall)
+{
+    const std::int64_t before = count("RELTABLE");
+    session.db_ADO->listen([gone = false](std::string_view statement) mutable {
+        gone = gone || statement.starts_with("INSERT INTO RELTABLE");
+        if (gone) throw Error{errors::providerFailure, "The database is gone."};
+    });
+    // The text of the message cannot be read either.
+    expectError(errors::providerFailure, "gone", [&] { enter(freeList, added("gone", "x", "", {close})); });
+    session.db_ADO->listen({});
+    EXPECT_EQ(count("RELTABLE"), before);
+    enter(freeList, {close});
     session.db_ADO->Close();
-    expectError(errors::connectionClosed, "", [&] { enter(others, {close}); });
+    expectError(errors::connectionClosed, "", [&] { enter(freeList, {close}); });
 }
 
 TEST_F(MasterData, DateIsPickedByScript)
