@@ -78,7 +78,7 @@ TEST(Call, ConversationAboutDialogs)
     const ScratchFolder folder;
     const std::string file = makeDatabase(folder, 20);
     Program host{{"call", "--db", file, "--locale", "de-AT"}};
-    hold(host, "dialogs.txt", 42);
+    hold(host, "dialogs.txt", 46);
 }
 
 TEST(Call, AQueryReturnsAtMost100000RowsUnlessItSaysOtherwise)

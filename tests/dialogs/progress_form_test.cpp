@@ -7,6 +7,7 @@
 
 #include "tamarok/comm_forms.h"
 #include "tamarok/platform.h"
+#include "tamarok/scripted_windows.h"
 
 namespace tamarok::dialogs {
 namespace {
@@ -41,16 +42,13 @@ private:
     bool canBeShown_;
 };
 
-class ProgressWindows final : public DialogWindows {
+class ProgressWindows final : public ScriptedWindows {
 public:
-    std::unique_ptr<QuestionWindow> makeQuestion() override { return nullptr; }
     std::unique_ptr<ProgressWindow> makeProgress() override
     {
         record.emplace_back("make");
         return std::make_unique<RecordingProgress>(record, canBeShown);
     }
-    std::unique_ptr<TreeWindow> makeTree() override { return nullptr; }
-    std::unique_ptr<MapWindow> makeMap() override { return nullptr; }
 
     std::vector<std::string> record;
     bool canBeShown = true;

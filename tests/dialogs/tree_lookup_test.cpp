@@ -241,6 +241,19 @@ TEST_F(TreeLookupTest, AFailureOfTheDatabaseGoesToTheCaller)
     EXPECT_THAT(window.log, ElementsAre("caption Budget"));
 }
 
+TEST_F(TreeLookupTest, AFailureWhileTheDialogIsOpenGoesToTheCaller)
+{
+    answer("1", {row({1, 10})});
+    with.loc.unreadable.insert(223);
+    window.user = [&](DialogEvents& events) {
+        window.selected = "|1";
+        events.clicked("cmdOk");
+    };
+    EXPECT_EQ(tamarok::test::errorNumber([&] { run("EBENE1"); }), errors::timeout);
+    EXPECT_EQ(with.database.openCursors, 0);
+    EXPECT_EQ(keyboard->pressed, 0);
+}
+
 TEST_F(TreeLookupTest, TheSessionIsCopied)
 {
     answer("1", {row({1, 10})});
