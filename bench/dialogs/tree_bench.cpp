@@ -46,8 +46,8 @@ public:
         session.db_ADO->BeginTrans();
         for (int title = 0; title < titles; ++title) {
             const std::string id = std::to_string(firstId + title);
-            run("INSERT INTO HH_TITEL (ID,NUMBER,NAME) VALUES (" + id + ",'" + id + "','Title')");
-            run("INSERT INTO ONETOMANY (RELATION,ID_MASTER,ID_SLAVE) VALUES ('HH_KAPITEL.HH_TITEL',77," + id + ")");
+            run("INSERT INTO HH_TITEL (ID,NUMBER) SELECT ID,CAST(ID AS NVARCHAR(20)) FROM (SELECT " + id + " AS ID) T");
+            run("INSERT INTO ONETOMANY (RELATION,ID_MASTER,ID_SLAVE) SELECT 'HH_KAPITEL.HH_TITEL',77," + id);
         }
         for (const Level& level : levels)
             for (int child = 0; child < level.children; ++child)

@@ -110,13 +110,14 @@ const StepForm& findForm(const Json& given)
 void checkMembers(const Json& given, const StepForm& form)
 {
     // The word alone does not tell the form of a step "select".
-    const std::string with = form.members[0].empty() ? std::string{} : " with \"" + std::string{form.members[0]} + "\"";
+    std::string step = "a step '" + std::string{form.name} + "'";
+    if (!form.members[0].empty()) step.append(" with \"").append(form.members[0]).append("\"");
     std::set<std::string_view> seen;
     for (const auto& item : given.items()) {
         const std::string& key = item.key();
         const bool belongs =
             key == "do" || (!key.empty() && std::ranges::find(form.members, key) != form.members.end());
-        if (!belongs) refuse("a step '" + std::string{form.name} + "'" + with + " has no member \"" + key + "\"");
+        if (!belongs) refuse(step.append(" has no member \"").append(key).append("\""));
         if (!seen.insert(key).second) refuse("the member \"" + key + "\" stands twice");
     }
 }
