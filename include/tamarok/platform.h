@@ -51,7 +51,7 @@ public:
 /// pages as plain substrings.
 struct MapEndpoints {
     std::string home;    ///< host of the vendor's home page
-    std::string service; ///< address of the service, such as "https://maps.example"
+    std::string service; ///< address of the service, such as "https://maps.example"; a "/" at its end does not count
 };
 
 /// The services of the machine that the library uses. Each thread has one. Every part can be replaced: tests

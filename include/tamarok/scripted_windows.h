@@ -66,7 +66,7 @@ private:
 /// Makes windows that act by scripts. A dialog without a script is closed at once. A script that ends before its dialog
 /// does closes it; if the dialog refuses, `showModal` throws Error 5. A step that makes no sense for the dialog is
 /// Error 5 and names the step.
-class ScriptedWindows final : public DialogWindows {
+class ScriptedWindows : public DialogWindows {
 public:
     explicit ScriptedWindows(std::shared_ptr<DialogScripts> scripts = std::make_shared<DialogScripts>()) :
         scripts_{std::move(scripts)}

@@ -59,10 +59,8 @@ void Comm_Forms::WebBrowser_Run(const TmkVar& tmkVar, std::string_view URL, Stri
     const MapEndpoints& endpoints = Platform::current().mapEndpoints;
     // An empty text would stand in every address.
     if (endpoints.home.empty() || endpoints.service.empty()) {
-        throw Error{errors::invalidArgument,
-                    "The map dialog needs the host of the vendor's home page and the address of the map service; the "
-                    "platform has no " +
-                        std::string{endpoints.home.empty() ? "home" : "service"} + " of them."};
+        throw Error{errors::invalidArgument, std::string{"The map dialog cannot be shown: the map endpoint \""} +
+                                                 (endpoints.home.empty() ? "home" : "service") + "\" is not set."};
     }
     const auto window = Platform::windows().makeMap();
     dialogs::MapForm{tmkVar, endpoints, *window}.run(URL, arr);

@@ -41,6 +41,14 @@ void DialogForm::put(std::string_view name, const Variant& value)
     Form::put(name, value);
 }
 
+std::vector<std::string_view> DialogForm::memberNames() const
+{
+    std::vector<std::string_view> names = Form::memberNames();
+    for (const auto& control : controls()->all())
+        names.emplace_back(control->Name);
+    return names;
+}
+
 std::shared_ptr<controls::Control> DialogForm::find(std::string_view name) const
 {
     const auto& all = controls()->all();

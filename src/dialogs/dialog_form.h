@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "tamarok/dialog_window.h"
 #include "tamarok/form.h"
@@ -33,6 +34,7 @@ public:
 
     Variant get(std::string_view name, std::span<const Variant> args) const override;
     void put(std::string_view name, const Variant& value) override;
+    std::vector<std::string_view> memberNames() const override;
 
     /// Adds a control and returns it.
     template <class Control>

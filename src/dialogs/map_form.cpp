@@ -41,7 +41,10 @@ std::string& elementAt(StringArray& array, std::int32_t index)
 bool MapAddress::isLast() const
 {
     if (!contains(address_, underWay) && contains(address_, endpoints_.home)) return true;
-    return contains(address_, endpoints_.service + std::string{backPage}) && contains(address_, "parPosX") &&
+    std::string_view service = endpoints_.service;
+    while (service.ends_with('/'))
+        service.remove_suffix(1);
+    return contains(address_, std::string{service}.append(backPage)) && contains(address_, "parPosX") &&
            contains(address_, "parPosY");
 }
 

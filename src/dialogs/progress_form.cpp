@@ -1,5 +1,7 @@
 #include "progress_form.h"
 
+#include <cmath>
+
 #include "tamarok/convert.h"
 #include "tamarok/error.h"
 #include "tamarok/platform.h"
@@ -19,7 +21,8 @@ float onBar(std::int32_t number)
 {
     throw Error{errors::invalidPropertyValue,
                 "Invalid property value: " + std::string{property} + " " + std::to_string(value) +
-                    " is outside the range of the progress bar, 0 to " + convert::toText(double{maximum}) + ".",
+                    " is outside the range of the progress bar, 0 to " +
+                    convert::toText(std::nearbyint(double{maximum})) + ".",
                 "ProgressBar"};
 }
 

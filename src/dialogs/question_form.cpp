@@ -63,13 +63,12 @@ void QuestionForm::placeButtons(const std::array<std::int32_t, buttonCount>& cap
     const float row = shown * window_.place("cmdExit").width;
     const float width = row > labelWidth ? row + besideButtons : labelWidth + besideText;
     window_.resize({width, window_.size().height});
-    float left = width - behindButtons;
+    float position = 0; // of a shown button, from the right, from 1
     for (std::size_t index = buttonCount; index-- > 0;) {
         if (captions[index] == 0) continue;
         const std::string_view button = answers[index].button;
         Box box = window_.place(button);
-        left -= box.width;
-        box.left = left;
+        box.left = width - behindButtons - ++position * box.width;
         window_.place(button, box);
         window_.bringToFront(button);
     }

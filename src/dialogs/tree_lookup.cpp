@@ -99,8 +99,9 @@ std::string TreeLookup::addNodes(const VariantArray& rows, std::string_view defa
         std::string key;
         for (std::size_t level = 0; level < levels; ++level) {
             const Variant& id = cells[row + levels + level];
-            const bool isNew = !id.isNull() && convert::toLongLong(id) != ids[level];
-            if (isNew) ids[level] = convert::toLongLong(id);
+            const std::int64_t number = id.isNull() ? ids[level] : convert::toLongLong(id);
+            const bool isNew = number != ids[level];
+            ids[level] = number;
             key.append("|").append(std::to_string(ids[level]));
             if (isNew) {
                 const Variant& text = cells[row + level];

@@ -73,6 +73,14 @@ TEST(Call, ConversationWithDatabase)
     hold(host, "database.txt", 65);
 }
 
+TEST(Call, ConversationAboutDialogs)
+{
+    const ScratchFolder folder;
+    const std::string file = makeDatabase(folder, 20);
+    Program host{{"call", "--db", file, "--locale", "de-AT"}};
+    hold(host, "dialogs.txt", 46);
+}
+
 TEST(Call, AQueryReturnsAtMost100000RowsUnlessItSaysOtherwise)
 {
     const ScratchFolder folder;

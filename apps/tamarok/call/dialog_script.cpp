@@ -86,12 +86,20 @@ std::string neededMembers(std::string_view word)
     return needed;
 }
 
+/// Names the nearest step, or all of them where none is near.
+[[noreturn]] void refuseWord(const std::string& word)
+{
+    std::string help = spelling::suggestionByName(word, stepForms);
+    if (help.empty())
+        help = "; known are type, key, click, head, select, set, read, navigate, resize, ok, cancel, close";
+    refuse("there is no step '" + word + "'" + help);
+}
+
 const StepForm& findForm(const Json& given)
 {
-    requireObject(given, "step");
+    if (!given.is_object()) refuse("a step is an object, not " + std::string{kindOf(given)});
     const std::string& word = textMember(given, "do");
-    if (std::ranges::find(stepForms, word, &StepForm::name) == stepForms.end())
-        refuse("there is no step '" + word + "'" + spelling::suggestionByName(word, stepForms));
+    if (std::ranges::find(stepForms, word, &StepForm::name) == stepForms.end()) refuseWord(word);
     const auto form = std::ranges::find_if(
         stepForms, [&](const StepForm& each) { return each.name == word && hasMembers(given, each); });
     if (form == stepForms.end()) refuse("a step '" + word + "' needs " + neededMembers(word));
@@ -101,12 +109,15 @@ const StepForm& findForm(const Json& given)
 /// Every member must belong to the form, and stand once.
 void checkMembers(const Json& given, const StepForm& form)
 {
+    // The word alone does not tell the form of a step "select".
+    std::string step = "a step '" + std::string{form.name} + "'";
+    if (!form.members[0].empty()) step.append(" with \"").append(form.members[0]).append("\"");
     std::set<std::string_view> seen;
     for (const auto& item : given.items()) {
         const std::string& key = item.key();
         const bool belongs =
             key == "do" || (!key.empty() && std::ranges::find(form.members, key) != form.members.end());
-        if (!belongs) refuse("a step '" + std::string{form.name} + "' has no member \"" + key + "\" here");
+        if (!belongs) refuse(step.append(" has no member \"").append(key).append("\""));
         if (!seen.insert(key).second) refuse("the member \"" + key + "\" stands twice");
     }
 }

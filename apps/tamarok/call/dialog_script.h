@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstdint>
+#include <vector>
+
 #include "call/json.h"
 
 #include "tamarok/platform.h"
