@@ -35,5 +35,6 @@ void showHarvestList(const Context& context);
 void showScreenLists(const Context& context);
 void showFieldChecks(const Context& context);
 void showPaperWork(const Context& context);
+void showLookUps(const Context& context);
 
 } // namespace tamarok::cli::day
