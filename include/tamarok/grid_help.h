@@ -12,14 +12,14 @@ namespace tamarok {
 class Grid_Help {
 public:
     /// Lets the user choose a row of a SELECT, or a date.
-    /// @param strSQL        a SELECT, whose first field is returned, or "DATUM" for a date. A SELECT runs on a connection
-    ///        of its own, opened by `TmkVar.strConnection`; with "#", which names a temporary table, on `TmkVar.db_ADO`
+    /// @param strSQL        a SELECT, whose first field is returned, or "DATUM" for a date. It runs on a connection of
+    ///        its own, opened by `TmkVar.strConnection`; with "#", a temporary table, on `TmkVar.db_ADO`
     /// @param strCaption    title of the dialog
     /// @param DefaultValue  value of the field so far: its row is the current one; without it that of which the table
     ///        says STANDART = 1
-    /// @param strConfig     a character for each wish: 1st "1": the first column is hidden, and a date that is not chosen
-    ///        gives ""; 2nd "1": several rows can be selected, and are returned with "," between; 3rd "1": rows can be
-    ///        added and changed, "2": the button for a new row gives "&New"; 4th "1": no Enter is sent after OK
+    /// @param strConfig     a character for each wish. 1st "1": the first column is hidden, and a date that is not
+    ///        chosen gives "". 2nd "1": several rows can be selected, and are returned with "," between. 3rd "1": rows
+    ///        can be added and changed; "2": the button for a new row gives "&New". 4th "1": no Enter is sent after OK
     /// @return the chosen value, `DefaultValue` if the user cancels or there is nothing to choose
     /// Errors: 5 for a SELECT with so many columns that no room is left for the relation of their widths; 91 if the
     /// platform opens no connections; those of the database.

@@ -29,12 +29,14 @@ struct LookupLayout {
 /// @param columns   of the text boxes
 LookupLayout layOutLookup(Size form, bool showsNew, const std::array<ColumnSpan, lookupBoxes>& columns);
 
-/// Returns the place of the frame around the month view, and the size of the window around the frame.
+/// Where the frame and the month view of a date picker stand.
 struct DateLayout {
     Size form;
     Box frame;
     Box month;
 };
+
+/// Returns the places around a month view of that size.
 DateLayout layOutDate(Size month);
 
 } // namespace tamarok::dialogs

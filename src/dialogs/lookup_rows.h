@@ -8,8 +8,9 @@
 
 namespace tamarok::dialogs {
 
-/// The rows of a lookup, read at once: the grid shows them and the search walks them without moving the recordset.
-/// Reading cells through a recordset costs more than a key press may take (bench: lookup).
+/// The rows of a lookup, read at once: the grid shows them and the search walks them without moving the recordset. That
+/// is 3 times as fast as walking a clone of it, and 10 times as fast as GetRows at each key (bench: typeCharacter,
+/// searchClone, searchArray).
 class LookupRows final : public GridRows {
 public:
     /// Reads all rows of a recordset through a clone, so that it keeps its position.

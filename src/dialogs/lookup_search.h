@@ -19,13 +19,14 @@ std::optional<std::size_t> findCut(const LookupRows& rows, std::size_t column, s
 /// begins with it. Case counts.
 std::optional<std::size_t> findDefault(const LookupRows& rows, std::size_t column, std::string_view value);
 
-/// Returns the typed text without its last character, and as `key` that character, so that typing it again gives the
-/// text after a backspace.
-/// @param typed  two characters at least
+/// A typed text before its last key, and that key.
 struct Retyped {
     std::string typed;
     char32_t key;
 };
+
+/// Returns what is typed anew after a backspace: the text without its last character, divided before its last key.
+/// @param typed  two characters at least
 Retyped afterBackspace(std::string_view typed);
 
 } // namespace tamarok::dialogs
