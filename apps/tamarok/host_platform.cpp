@@ -1,5 +1,6 @@
 #include "host_platform.h"
 
+#include "connections.h"
 #include "tamarok_loc/loc_service.h"
 
 namespace tamarok::cli {
@@ -18,6 +19,7 @@ Platform commandPlatform(std::string_view locale)
     Platform platform;
     if (!locale.empty()) platform.regional = Regional::named(locale);
     platform.makeLocService = loc::makeLocService;
+    platform.makeConnection = openConnection;
     return platform;
 }
 

@@ -35,6 +35,19 @@ private:
     std::vector<Shown> shown_;
 };
 
+/// A keyboard that records what was pressed.
+class RecordingKeyboard final : public Keyboard {
+public:
+    void pressEnter() override { pressed_.push_back(enter); }
+
+    /// The codes of the keys since the last call.
+    std::vector<std::int16_t> take() { return std::exchange(pressed_, {}); }
+
+private:
+    static constexpr std::int16_t enter = 13;
+    std::vector<std::int16_t> pressed_;
+};
+
 /// The machine's platform with the language service. @param locale  name of regional settings; empty: the
 /// machine's. Error 5 for an unknown name.
 Platform commandPlatform(std::string_view locale);

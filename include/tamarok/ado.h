@@ -247,6 +247,11 @@ public:
     /// Returns the columns. Error 3704 for a closed recordset.
     const FieldCollection& Fields() const;
 
+    /// Keeps the rows of a forward-only recordset from the current one on, so that it moves as a static one does. Reads
+    /// them all, so that the connection is free for other statements. Nothing happens to any other recordset.
+    /// Errors: 3704 for a closed recordset, failures of the database.
+    void keepRows();
+
     /// Reads all rows and returns their number; -1 for a forward-only or dynamic recordset.
     /// Error 3704 for a closed recordset.
     std::int64_t RecordCount() const;

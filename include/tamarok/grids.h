@@ -97,6 +97,7 @@ public:
     std::string DataField;
     std::int32_t Alignment = generalAlignment; ///< 0 left, 1 right, 2 centre, 3 by type; by name otherwise Error 380
     std::string NumberFormat;
+    std::string Text; ///< of the cell in the current row; read-only by name
 
 private:
     friend class GridColumns;
@@ -132,7 +133,7 @@ private:
     std::vector<GridColumnRef> columns_;
 };
 
-/// A grid that shows a recordset. It has no columns at first.
+/// A grid that shows a recordset. It has no columns and no rows at first; whoever binds it sets what the rows give.
 class DataGrid final : public WithMembers<DataGrid, Control> {
 public:
     static std::span<const Member<DataGrid>> members() noexcept;
@@ -141,6 +142,8 @@ public:
     const std::shared_ptr<GridColumns>& columns() const noexcept { return columns_; }
 
     std::string Caption;
+    std::int32_t Row = -1;        ///< the current row, from 0; -1 for none; read-only by name
+    std::int32_t ApproxCount = 0; ///< number of rows; read-only by name
 
 private:
     std::shared_ptr<GridColumns> columns_ = std::make_shared<GridColumns>();

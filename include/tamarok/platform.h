@@ -13,6 +13,13 @@
 namespace tamarok {
 
 class LocService;
+namespace ado {
+class Connection;
+}
+namespace dialogs {
+class DialogWindows;
+class ProgressForm;
+} // namespace dialogs
 
 /// The clock of the machine.
 class Clock {
@@ -40,6 +47,13 @@ public:
     virtual void pressEnter() = 0;
 };
 
+/// The addresses of the map service, which belong to the installation. The map dialog finds them in the addresses of
+/// pages as plain substrings.
+struct MapEndpoints {
+    std::string home;    ///< host of the vendor's home page
+    std::string service; ///< address of the service, such as "https://maps.example"; a "/" at its end does not count
+};
+
 /// The services of the machine that the library uses. Each thread has one. Every part can be replaced: tests
 /// fix the date, record messages and answer dialogs this way.
 struct Platform {
@@ -56,12 +70,29 @@ struct Platform {
     FileNumbers fileNumbers;
     /// Makes the language service for one operation; may be unset.
     std::function<std::unique_ptr<LocService>()> makeLocService;
+    /// Opens a connection by its text, for rows that the session's connection does not read; may be unset. A program
+    /// sets it to `ado::BackendRegistry::open` of its back ends.
+    std::function<std::shared_ptr<ado::Connection>(std::string_view connectionText)> makeConnection;
+    /// Makes the windows of dialogs; may be unset.
+    std::shared_ptr<dialogs::DialogWindows> dialogWindows;
+    /// The progress window that `Comm_Forms::Info_Init` shows and later calls go on with; mostly empty.
+    std::shared_ptr<dialogs::ProgressForm> progressForm;
+    MapEndpoints mapEndpoints; ///< empty where the installation has no map service
 
     /// Returns the platform of the calling thread.
     static Platform& current() noexcept;
 
     /// Makes the language service of the calling thread's platform. Error 91 if none is set.
     static std::unique_ptr<LocService> locService();
+
+    /// Opens a connection by the calling thread's platform. Error 91 if it opens none; whatever the back end raises.
+    static std::shared_ptr<ado::Connection> connection(std::string_view connectionText);
+
+    /// Presses Enter once on the keyboard of the calling thread's platform. Error 91 if none is set.
+    static void pressEnter();
+
+    /// Returns the maker of dialog windows of the calling thread's platform. Error 91 if none is set.
+    static dialogs::DialogWindows& windows();
 
     /// Returns the file operations of the calling thread's platform. Error 91 if none are set.
     static FileSystem& fileSystem();

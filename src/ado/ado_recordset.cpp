@@ -87,6 +87,11 @@ const FieldCollection& Recordset::Fields() const
     return fields_;
 }
 
+void Recordset::keepRows()
+{
+    opened(source_, "keepRows").keepRows();
+}
+
 std::int64_t Recordset::RecordCount() const
 {
     return opened(source_, "RecordCount").recordCount();

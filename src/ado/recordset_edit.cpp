@@ -102,10 +102,9 @@ void Field::Source::sendNewRow(std::span<const Assignment> assignments)
     const std::int64_t key = store_->cursor().insertRow(assignments);
     endEdit();
     leaveRow();
-    const std::size_t row = store_->append(key);
+    const std::size_t row = store_->append(key, assignments);
     position_ = static_cast<std::int64_t>(row);
-    // Read back, since the database fills in defaults and keys.
-    if (store_->refresh(row)) standOn(row);
+    standOn(row);
 }
 
 void Field::Source::cancelUpdate()

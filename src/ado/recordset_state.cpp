@@ -206,6 +206,19 @@ VariantArray Field::Source::getRows(std::int64_t rows)
         {0, static_cast<std::int32_t>(width) - 1}, {0, static_cast<std::int32_t>(taken) - 1}, std::move(elements)};
 }
 
+void Field::Source::keepRows()
+{
+    requireOpen("keepRows", recordsetSource);
+    if (scrolls()) return;
+    if (!store_) {
+        // The cursor stands on the first row to be kept.
+        store_ = std::make_shared<RowStore>(std::move(cursor_), 1, false, onRow());
+        position_ = 0;
+    }
+    guarded([&] { store_->reachEnd(); });
+    cursorType_ = CursorType::OpenStatic;
+}
+
 std::int64_t Field::Source::recordCount() const
 {
     requireOpen("RecordCount", recordsetSource);
@@ -262,6 +275,9 @@ void Field::Source::absolutePosition(std::int64_t position)
              "AbsolutePosition: " + std::to_string(position) + " is below 1, the first row.");
     finishEdit();
     guarded([&] {
+        const auto index = static_cast<std::size_t>(position - 1);
+        if (store_->reach(index) && store_->rowsBefore(index) == index && !store_->removed(index))
+            return moveToRowFrom(index);
         // Positions count the rows that are left, while the store keeps the places of deleted rows.
         std::int64_t left = position;
         std::size_t row = 0;

@@ -76,6 +76,7 @@ public:
     void move(std::int64_t rows, std::string_view operation);
 
     VariantArray getRows(std::int64_t rows);
+    void keepRows();
     std::int64_t recordCount() const;
     std::int64_t bookmark() const;
     void bookmark(std::int64_t mark);

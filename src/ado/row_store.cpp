@@ -10,8 +10,8 @@
 
 namespace tamarok::ado {
 
-RowStore::RowStore(std::unique_ptr<Cursor> cursor, std::int64_t firstMark, bool keyed) :
-    cursor_{std::move(cursor)}, width_{cursor_->columns().size()}, keyed_{keyed}, firstMark_{firstMark}
+RowStore::RowStore(std::unique_ptr<Cursor> cursor, std::int64_t firstMark, bool keyed, bool onRow) :
+    cursor_{std::move(cursor)}, width_{cursor_->columns().size()}, keyed_{keyed}, onRow_{onRow}, firstMark_{firstMark}
 {}
 
 bool RowStore::reach(std::size_t row)
@@ -32,7 +32,7 @@ bool RowStore::step()
     if (failure_) throw *failure_;
     if (ended_) return false;
     try {
-        if (!cursor_->next()) {
+        if (!std::exchange(onRow_, false) && !cursor_->next()) {
             ended_ = true;
             return false;
         }
@@ -65,22 +65,30 @@ std::size_t RowStore::rowsBefore(std::size_t row) const noexcept
 bool RowStore::refresh(std::size_t row)
 {
     // Another user may have deleted the row since it was read; then the store drops it too.
+    const bool found = readAgain(row);
+    if (!found) remove(row);
+    return found;
+}
+
+bool RowStore::readAgain(std::size_t row)
+{
     std::vector<Variant> fresh;
-    if (!cursor().readRow(rows_[row].key, fresh)) {
-        remove(row);
-        return false;
-    }
+    if (!cursor().readRow(rows_[row].key, fresh)) return false;
     fresh.resize(width_, Null{});
     std::ranges::move(fresh, values_.begin() + static_cast<std::ptrdiff_t>(row * width_));
     return true;
 }
 
-std::size_t RowStore::append(std::int64_t key)
+std::size_t RowStore::append(std::int64_t key, std::span<const Assignment> assignments)
 {
-    // First drops the values of a row that failed half-way, then adds one row of Nulls.
+    // First drops the values of a row that failed half-way, then adds one row.
     values_.resize(rows_.size() * width_);
     values_.resize((rows_.size() + 1) * width_, Null{});
+    for (const Assignment& assignment : assignments)
+        values_[rows_.size() * width_ + assignment.column] = assignment.value;
     rows_.push_back({key, false});
+    // The database fills in defaults and keys. A row that the statement's condition does not meet may not be found.
+    readAgain(rows_.size() - 1);
     return rows_.size() - 1;
 }
 

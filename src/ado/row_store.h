@@ -18,7 +18,8 @@ class RowStore {
 public:
     /// @param firstMark  the bookmark of the first row
     /// @param keyed      reads the keys of the rows, for editing
-    RowStore(std::unique_ptr<Cursor> cursor, std::int64_t firstMark, bool keyed);
+    /// @param onRow      the cursor stands on the first row of the store already
+    RowStore(std::unique_ptr<Cursor> cursor, std::int64_t firstMark, bool keyed, bool onRow = false);
 
     /// Reads rows up to index `row`. Returns false if there are fewer. A failure to read is final: every later
     /// call for a row after it fails again, since the rows are not complete.
@@ -39,8 +40,9 @@ public:
 
     /// Reads the present values of a row from the database. Removes a deleted row and returns false.
     bool refresh(std::size_t row);
-    /// Appends a new row and returns its index. Its values are Null until `refresh`.
-    std::size_t append(std::int64_t key);
+    /// Appends a new row, with its present values, and returns its index. A row that the cursor does not find again has
+    /// the assigned values alone.
+    std::size_t append(std::int64_t key, std::span<const Assignment> assignments);
     void remove(std::size_t row) noexcept;
 
     std::int64_t firstMark() const noexcept { return firstMark_; }
@@ -58,10 +60,12 @@ private:
     };
 
     bool step();
+    bool readAgain(std::size_t row);
 
     std::unique_ptr<Cursor> cursor_;
     std::size_t width_;
     bool keyed_;
+    bool onRow_; ///< the cursor stands on a row that is not in the store yet
     bool ended_ = false;
     std::optional<Error> failure_;
     std::int64_t firstMark_;

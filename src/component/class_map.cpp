@@ -38,8 +38,8 @@ std::string_view name(MemberKind kind) noexcept
 
 std::span<const ClassInfo> classes() noexcept
 {
-    static const std::array all{commFind, cVersion,   commAct, commCSel, commConv,   commLock,
-                                commSQL,  commModels, commGet, commSet,  locService, mCommModule};
+    static const std::array all{commFind, gridHelp, cVersion,   commForms, commAct, commCSel,   commConv,
+                                commLock, commSQL,  commModels, commGet,   commSet, locService, mCommModule};
     return all;
 }
 

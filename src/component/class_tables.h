@@ -7,7 +7,9 @@
 namespace tamarok::component {
 
 extern const ClassInfo commFind;
+extern const ClassInfo gridHelp;
 extern const ClassInfo cVersion;
+extern const ClassInfo commForms;
 extern const ClassInfo commAct;
 extern const ClassInfo commCSel;
 extern const ClassInfo commConv;

@@ -71,6 +71,7 @@ constexpr Member<GridColumn> columnMembers[]{
     textMember<&GridColumn::Caption>("Caption"),
     textMember<&GridColumn::DataField>("DataField"),
     textMember<&GridColumn::NumberFormat>("NumberFormat"),
+    {.name = "Text", .get = [](const GridColumn& column, Index) -> Variant { return column.Text; }},
 };
 
 Variant getColumns(const DataGrid& grid, Index index)
@@ -84,6 +85,8 @@ constexpr Member<DataGrid> gridMembers[]{
     {.name = "Caption",
      .get = [](const DataGrid& grid, Index) -> Variant { return grid.Caption; },
      .put = [](DataGrid& grid, const Variant& value) { grid.Caption = convert::toText(value); }},
+    {.name = "Row", .get = [](const DataGrid& grid, Index) -> Variant { return grid.Row; }},
+    {.name = "ApproxCount", .get = [](const DataGrid& grid, Index) -> Variant { return grid.ApproxCount; }},
 };
 
 [[noreturn]] void throwNoColumn(const std::string& index, std::size_t count)

@@ -101,6 +101,27 @@ std::unique_ptr<LocService> Platform::locService()
     return service;
 }
 
+std::shared_ptr<ado::Connection> Platform::connection(std::string_view connectionText)
+{
+    const auto& make = current().makeConnection;
+    if (!make) throw Error{errors::objectNotSet, "Object not set: the platform opens no connections."};
+    return make(connectionText);
+}
+
+void Platform::pressEnter()
+{
+    const auto& keyboard = current().keyboard;
+    if (!keyboard) throw Error{errors::objectNotSet, "Object not set: the platform has no keyboard."};
+    keyboard->pressEnter();
+}
+
+dialogs::DialogWindows& Platform::windows()
+{
+    const auto& windows = current().dialogWindows;
+    if (!windows) throw Error{errors::objectNotSet, "Object not set: the platform has no dialog windows."};
+    return *windows;
+}
+
 FileSystem& Platform::fileSystem()
 {
     const auto& files = current().files;

@@ -238,4 +238,42 @@ TEST_F(DynamicTest, CloneKeepsTheRowsItKnows)
     EXPECT_EQ(id(*clone), Variant{1});
 }
 
+TEST_F(ScrollingTest, ForwardOnlyRecordsetKeepsItsRows)
+{
+    const auto stream = open();
+    stream->MoveNext();
+    stream->keepRows();
+    EXPECT_EQ(id(*stream), Variant{2}) << "it stays on its row";
+    EXPECT_EQ(stream->RecordCount(), 2) << "the rows before it were not kept";
+    EXPECT_EQ(stream->AbsolutePosition(), 1);
+    stream->MoveLast();
+    EXPECT_EQ(id(*stream), Variant{3});
+    stream->MoveFirst();
+    EXPECT_EQ(id(*stream), Variant{2});
+    EXPECT_EQ(id(*stream->Clone()), Variant{2});
+    EXPECT_EQ(errorNumber([&] { stream->AddNew(); }), errors::readOnlyRecordset);
+    stream->keepRows(); // nothing is left to do
+    stream->Close();
+    EXPECT_EQ(errorNumber([&] { stream->keepRows(); }), errors::objectClosed);
+}
+
+TEST_F(ScrollingTest, KeepsNoRowOfAnEmptyRecordset)
+{
+    species->rows.clear();
+    const auto stream = open();
+    stream->keepRows();
+    EXPECT_TRUE(stream->AtEOF());
+    EXPECT_TRUE(stream->AtBOF());
+    EXPECT_EQ(stream->RecordCount(), 0);
+    EXPECT_EQ(errorNumber([&] { stream->MoveFirst(); }), errors::noCurrentRecord);
+}
+
+TEST_F(ScrollingTest, RowThatCannotBeReadFailsTheKeeping)
+{
+    species->unreadable = 3;
+    const auto stream = open();
+    EXPECT_EQ(errorNumber([&] { stream->keepRows(); }), errors::providerFailure);
+    EXPECT_EQ(id(*stream), Variant{1}) << "the rows before it are there";
+}
+
 } // namespace tamarok::ado

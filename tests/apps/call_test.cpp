@@ -81,6 +81,14 @@ TEST(Call, ConversationAboutLists)
     hold(host, "lists.txt", 47);
 }
 
+TEST(Call, ConversationAboutDialogs)
+{
+    const ScratchFolder folder;
+    const std::string file = makeDatabase(folder, 20);
+    Program host{{"call", "--db", file, "--locale", "de-AT"}};
+    hold(host, "dialogs.txt", 46);
+}
+
 TEST(Call, AQueryReturnsAtMost100000RowsUnlessItSaysOtherwise)
 {
     const ScratchFolder folder;
@@ -107,6 +115,14 @@ TEST(Call, FurtherConnectionsAreReachedByName)
     const std::string missing = host.ask(R"({"connect":"db3","db":"/nonexistent/x.db"})");
     EXPECT_NE(missing.find("/nonexistent/x.db"), std::string::npos) << missing;
     EXPECT_NE(missing.find("\"error\""), std::string::npos) << missing;
+}
+
+TEST(Call, ConversationAboutLookups)
+{
+    const ScratchFolder folder;
+    const std::string file = makeDatabase(folder, 20);
+    Program host{{"call", "--db", file, "--locale", "de-AT"}};
+    hold(host, "lookup.txt", 17);
 }
 
 TEST(Call, DescribeListsClassesWithSlotsAndParameters)

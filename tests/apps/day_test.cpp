@@ -125,9 +125,9 @@ TEST_F(Day, RunsAllStepsAndLeavesTheDatabaseAsItWas)
 {
     EXPECT_EQ(outcome_.status, 0);
     EXPECT_EQ(outcome_.errors, "");
-    for (int number = 1; number <= 12; ++number)
+    for (int number = 1; number <= 13; ++number)
         EXPECT_NE(step(number), "") << number;
-    EXPECT_EQ(step(13), "");
+    EXPECT_EQ(step(14), "");
     EXPECT_EQ(before_.find("\"error\""), std::string::npos) << "every table was read";
     EXPECT_EQ(everything(), before_);
     EXPECT_EQ(run({"day", "--db", database_, "--locale", "de-AT"}).output, outcome_.output) << "it can be shown again";
@@ -613,6 +613,19 @@ TEST_F(Day, NumbersFollowTheLastOnes)
     EXPECT_GT(number.substr(0, number.find(' ')), textOf(last[0][0]));
     EXPECT_NE(step(12).find("gedruckt; 30.12.2024; 17:00:00; EDER"), std::string::npos) << step(12);
     EXPECT_NE(step(12).find("    copies = 2\n"), std::string::npos) << step(12);
+}
+
+// ---- 13. lookups -------------------------------------------------------------------------------
+
+TEST_F(Day, LookupsFindAndAddRows)
+{
+    const Json fir = rows("SELECT TOP 1 HA, HA_LANG FROM HOLZART WHERE ISNULL(DISABLE,0)=0 AND HA_LANG LIKE 'tan%' "
+                          "ORDER BY HA_LANG");
+    const Json head = rows("SELECT GERMAN FROM STRINGS WHERE ID_STRING = 5245");
+    EXPECT_EQ(lineAfter(step(13), "HOLZART_GRID | "), " \xC2\xBB\xC2\xBB  " + textOf(head[0][0]) + " | tan | " +
+                                                          textOf(fir[0][1]) + " | taken: " + textOf(fir[0][0]));
+    EXPECT_TRUE(lineAfter(step(13), "RELTABLE3_KURZ_GRID | ").ends_with(" | Arbeitstag | taken: TAG")) << step(13);
+    EXPECT_TRUE(lineAfter(step(13), "EBENE1 | ").ends_with(" | taken: |1|1|1|1|1")) << step(13);
 }
 
 } // namespace

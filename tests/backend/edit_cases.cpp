@@ -101,4 +101,26 @@ TEST_F(BackendEdits, AggregatesAreReadOnly)
               errors::readOnlyRecordset);
 }
 
+TEST_F(BackendEdits, StaticRecordsetOfSomeColumnsTakesANewRow)
+{
+    fill(2);
+    const auto rows = open(select("SHORT_TEXT AS CODE,AMOUNT+1 AS MORE", "WHERE WHOLE > 0 ORDER BY SHORT_TEXT"),
+                           CursorType::OpenStatic, LockType::Optimistic);
+    EXPECT_EQ(rows->Fields().Item(0).BASECOLUMNNAME(), "SHORT_TEXT");
+    EXPECT_EQ(rows->Fields().Item(0).BASETABLENAME(), table);
+    EXPECT_EQ(rows->Fields().Item(1).BASECOLUMNNAME(), "");
+    rows->AddNew();
+    rows->Fields().Item(0).Value("a new one");
+    rows->Update();
+    EXPECT_EQ(rows->AbsolutePosition(), 3) << "it becomes the last row and the current one";
+    EXPECT_EQ(rows->Fields().Item("CODE").Value(), Variant{"a new one"});
+    const Variant mark = rows->Bookmark();
+    rows->MoveFirst();
+    rows->Find("CODE = 'row 2'");
+    EXPECT_EQ(rows->AbsolutePosition(), 2);
+    rows->Bookmark(mark);
+    EXPECT_EQ(rows->AbsolutePosition(), 3);
+    EXPECT_EQ(count("WHERE SHORT_TEXT = 'a new one'"), 1);
+}
+
 } // namespace tamarok::ado::backend

@@ -84,7 +84,7 @@ int main(int argc, char** argv)
     using namespace tamarok::ado::backend;
     const auto folder = databaseFolder();
     std::filesystem::create_directory(folder);
-    const int status = runBackendSuite(argc, argv, 53, 0);
+    const int status = runBackendSuite(argc, argv, 55, 0);
     std::error_code ignored;
     std::filesystem::remove_all(folder, ignored);
     return status;

@@ -147,4 +147,19 @@ TEST_F(BackendRows, ClosedRecordset)
     EXPECT_EQ(rows->Fields().Item(0).Value(), Variant{1});
 }
 
+TEST_F(BackendRows, ForwardOnlyRecordsetKeepsItsRows)
+{
+    fill(3);
+    const auto rows = open(select("WHOLE", "ORDER BY WHOLE"));
+    rows->keepRows();
+    connection->Execute(insert("WHOLE", "4"));
+    rows->MoveLast();
+    EXPECT_EQ(rows->Fields().Item(0).Value(), Variant{3});
+    rows->AbsolutePosition(2);
+    EXPECT_EQ(rows->Fields().Item(0).Value(), Variant{2});
+    const auto clone = rows->Clone();
+    EXPECT_EQ(clone->GetRows().bounds(2).upper, 2);
+    EXPECT_EQ(rows->Fields().Item(0).Value(), Variant{2});
+}
+
 } // namespace tamarok::ado::backend

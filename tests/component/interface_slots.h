@@ -16,12 +16,12 @@ inline const std::vector<InterfaceSlots>& interfaceSlots()
 {
     static const std::vector<InterfaceSlots> all{
         {"Comm_find", {"FindNumOfChar", "FindSubstring"}, {}},
-        {"GridHelp", {"GridHelp", "TreeviewHelp"}, {"GridHelp", "TreeviewHelp"}},
+        {"GridHelp", {"GridHelp", "TreeviewHelp"}, {}},
         {"C_Version", {"DLL_Version"}, {}},
         {"Comm_Forms",
          {"Info_ProgressLabel", "Info_ProgressLabel", "Info_ProgressValue", "Info_ProgressValue", "Info_Init",
           "Info_Release", "MessageBox_All", "WebBrowser_Run"},
-         {"Info_ProgressLabel", "Info_ProgressValue", "Info_Init", "Info_Release", "MessageBox_All", "WebBrowser_Run"}},
+         {}},
         {"Comm_Act", {"WriteReport", "SaveParam", "GetExistingParam", "GetParam", "GetPhotoesFormats"}, {}},
         {"Comm_CSel",
          {"SetListIndex2",

@@ -6,6 +6,7 @@
 #include <new>
 #include <nlohmann/json.hpp>
 
+#include "call/dialog_script.h"
 #include "call/request.h"
 #include "call/request_fields.h"
 
@@ -38,6 +39,25 @@ const Json* findId(const Json& request)
     return found == request.end() ? nullptr : &*found;
 }
 
+/// What a request gives: its result, or the description of its error.
+struct Outcome {
+    bool failed = false;
+    Json content;
+};
+
+Outcome outcomeOf(const std::function<Json()>& action)
+{
+    try {
+        return {false, action()};
+    } catch (const Error& error) {
+        return {true, describeError(error.number, error.source, error.description)};
+    } catch (const std::bad_alloc&) {
+        return {true, describeError(errors::outOfMemory, {}, "The memory does not suffice for this request.")};
+    } catch (const std::exception& error) {
+        return {true, describeError(internalError, {}, error.what())};
+    }
+}
+
 struct Line {
     enum class Kind { EndOfInput, Whole, TooLong };
     Kind kind = Kind::EndOfInput;
@@ -67,26 +87,22 @@ Line readLine(std::streambuf& source)
 std::string CallHost::answerByAction(const std::function<Json(Json& request, Json& args)>& action)
 {
     Json request;
-    Json outcome;
     Json args = Json::array();
-    const char* kind = "error";
     state_.sql.clear();
-    try {
-        outcome = action(request, args);
-        kind = "result";
-    } catch (const Error& error) {
-        outcome = describeError(error.number, error.source, error.description);
-    } catch (const std::bad_alloc&) {
-        outcome = describeError(errors::outOfMemory, {}, "The memory does not suffice for this request.");
-    } catch (const std::exception& error) {
-        outcome = describeError(internalError, {}, error.what());
-    }
+    Outcome outcome = outcomeOf([&] { return action(request, args); });
+    Json dialogs = Json::object();
+    Outcome described = outcomeOf([&] {
+        describeDialogs(dialogs, state_.dialogs->takeReport(), state_.keyboard->take(), state_.names);
+        return Json{};
+    });
+    if (described.failed && !outcome.failed) outcome = std::move(described);
     Json answer = Json::object();
     if (const Json* id = findId(request)) answer["id"] = *id;
-    answer[kind] = std::move(outcome);
+    answer[outcome.failed ? "error" : "result"] = std::move(outcome.content);
     answer["args"] = std::move(args);
     answer["messages"] = describeMessages(state_.messages->take());
     answer["sql"] = state_.sql;
+    answer.update(dialogs);
     state_.names.keepOnlyNamedIn(answer);
     return toLine(answer);
 }

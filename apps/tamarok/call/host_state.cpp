@@ -1,5 +1,8 @@
 #include "call/host_state.h"
 
+#include <utility>
+
+#include "connections.h"
 #include "session.h"
 
 #include "tamarok/component.h"
@@ -9,10 +12,14 @@ namespace tamarok::cli {
 
 namespace {
 
-Platform hostPlatform(std::string_view locale, const std::shared_ptr<RecordingMessageBox>& messages)
+/// A platform without windows, whose dialogs act by `dialogs`.
+Platform hostPlatform(std::string_view locale, std::shared_ptr<MessageBox> messages, std::shared_ptr<Keyboard> keyboard,
+                      std::shared_ptr<dialogs::DialogScripts> dialogs)
 {
     Platform platform = commandPlatform(locale);
-    platform.messageBox = messages;
+    platform.messageBox = std::move(messages);
+    platform.keyboard = std::move(keyboard);
+    platform.dialogWindows = std::make_shared<dialogs::ScriptedWindows>(std::move(dialogs));
     return platform;
 }
 
@@ -35,8 +42,15 @@ bool rollBack(ado::Connection& connection)
 } // namespace
 
 HostState::HostState(const ado::ConnectionRef& connection, std::string_view locale) :
-    scope{hostPlatform(locale, messages)}, systemClock{scope.platform().clock}, session{commandSession(connection)}
+    scope{hostPlatform(locale, messages, keyboard, dialogs)},
+    systemClock{scope.platform().clock}, session{commandSession(connection)}
 {
+    // The connection of a lookup is no named one, but its statements are those of the call too.
+    scope.platform().makeConnection = [this](std::string_view connectionText) {
+        ado::ConnectionRef opened = openConnection(connectionText);
+        opened->listen([this](std::string_view statement) { sql.emplace_back(statement); });
+        return opened;
+    };
     names.keep("TmkVar", component::makeRecordObject(session));
     names.keep("db", nullptr);
     if (connection) addConnection("db", connection);

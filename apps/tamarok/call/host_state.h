@@ -10,6 +10,7 @@
 
 #include "tamarok/ado.h"
 #include "tamarok/platform.h"
+#include "tamarok/scripted_windows.h"
 #include "tamarok/tmkvar.h"
 
 namespace tamarok::cli {
@@ -28,6 +29,8 @@ struct HostState {
 
     std::vector<std::string> sql; ///< statements of the current request
     std::shared_ptr<RecordingMessageBox> messages = std::make_shared<RecordingMessageBox>();
+    std::shared_ptr<RecordingKeyboard> keyboard = std::make_shared<RecordingKeyboard>();
+    std::shared_ptr<dialogs::DialogScripts> dialogs = std::make_shared<dialogs::DialogScripts>();
     PlatformScope scope;
     std::shared_ptr<Clock> systemClock; ///< the machine's, for {"now":null}
     TmkVar session;

@@ -16,17 +16,6 @@ namespace tamarok::cli {
 
 namespace {
 
-/// Members that wait for the dialogs. They are refused rather than ignored, so that no script takes a
-/// call for one that answered a dialog.
-void refuseDialogs(const Json& request)
-{
-    for (const std::string_view key : {"dialog", "map"}) {
-        if (findMember(request, key) != nullptr) {
-            refuse("\"" + std::string{key} + "\" is not supported: this program has no dialogs yet");
-        }
-    }
-}
-
 /// The one action of a request, or nullptr where it has none.
 const Action* findAction(const Json& request)
 {
@@ -83,11 +72,11 @@ void checkMembers(const Json& request, const Action* action)
 
 Json carryOut(HostState& state, const Json& request, Json& args)
 {
-    refuseDialogs(request);
     const Action* action = findAction(request);
     checkMembers(request, action);
     if (action == nullptr && !hasSetting(request)) {
-        refuse("the request asks for nothing; known are class, session, regional, now, answers, new, get, put, "
+        refuse("the request asks for nothing; known are class, session, regional, now, answers, dialog, map, new, get, "
+               "put, "
                "invoke, connect, exec, query, drop, describe");
     }
     applySettings(state, request);

@@ -11,13 +11,13 @@
 #include "call/host_state.h"
 #include "call/json_value.h"
 #include "call/object_makers.h"
-#include "call/object_path.h"
 #include "call/request_fields.h"
 #include "connections.h"
 
 #include "tamarok/component.h"
 #include "tamarok/controls.h"
 #include "tamarok/error.h"
+#include "tamarok/object_path.h"
 
 namespace tamarok::cli {
 

@@ -10,6 +10,7 @@
 #include <string>
 #include <utility>
 
+#include "call/dialog_script.h"
 #include "call/host_state.h"
 #include "call/json_value.h"
 #include "call/request_fields.h"
@@ -21,7 +22,7 @@ namespace tamarok::cli {
 
 namespace {
 
-constexpr std::array<std::string_view, 4> keys{"session", "regional", "now", "answers"};
+constexpr std::array<std::string_view, 6> keys{"session", "regional", "now", "answers", "dialog", "map"};
 
 /// What the settings of a request change. It is read as a whole before anything is changed.
 struct Settings {
@@ -29,6 +30,8 @@ struct Settings {
     std::optional<Regional> regional;
     std::shared_ptr<Clock> clock;
     std::optional<std::deque<std::int16_t>> answers;
+    std::optional<dialogs::DialogScript> script;
+    std::optional<MapEndpoints> map;
 };
 
 TmkVar readSession(const HostState& state, const Json& fields)
@@ -104,6 +107,8 @@ void apply(HostState& state, Settings settings)
     if (settings.regional) platform.regional = std::move(*settings.regional);
     if (settings.clock) platform.clock = std::move(settings.clock);
     if (settings.answers) state.messages->prepare(std::move(*settings.answers));
+    if (settings.script) state.dialogs->add(std::move(*settings.script));
+    if (settings.map) platform.mapEndpoints = std::move(*settings.map);
 }
 
 } // namespace
@@ -130,6 +135,9 @@ void applySettings(HostState& state, const Json& request)
     if (const Json* given = findMember(request, "regional")) settings.regional = readRegional(*given);
     if (const Json* given = findMember(request, "now")) settings.clock = readClock(state, *given);
     if (const Json* given = findMember(request, "answers")) settings.answers = readAnswers(*given);
+    if (const Json* given = findMember(request, "dialog")) settings.script = readScript(*given, state.names);
+    if (const Json* given = findMember(request, "map"))
+        settings.map = readMapEndpoints(Platform::current().mapEndpoints, *given);
     apply(state, std::move(settings));
 }
 

@@ -12,7 +12,7 @@ struct HostState;
 /// The members of a request that are settings.
 std::span<const std::string_view> settingKeys() noexcept;
 
-/// Whether `key` names a setting: session, regional, now, answers.
+/// Whether `key` names a setting: session, regional, now, answers, dialog, map.
 bool isSetting(std::string_view key) noexcept;
 
 /// Whether a request contains a setting.

@@ -19,6 +19,7 @@ std::span<const Step> steps() noexcept
         Step{"Lists on the screen: filled, sorted by clicks, with the widths of their columns", showScreenLists},
         Step{"Leaving a code field: the check of what was typed", showFieldChecks},
         Step{"Numbers of documents, a parameter file, the action protocol", showPaperWork},
+        Step{"Lookups: a species, a new row of a free list, a budget title", showLookUps},
     };
     return all;
 }

@@ -37,5 +37,6 @@ void showHarvestList(const Context& context);
 void showScreenLists(const Context& context);
 void showFieldChecks(const Context& context);
 void showPaperWork(const Context& context);
+void showLookUps(const Context& context);
 
 } // namespace tamarok::cli::day

@@ -8,7 +8,7 @@
 #include "tamarok/object.h"
 #include "tamarok/variant.h"
 
-namespace tamarok::cli {
+namespace tamarok {
 
 /// One step of a dotted name: a member and the arguments in its parentheses.
 struct PathStep {
@@ -33,4 +33,4 @@ void putPath(const ObjectRef& root, std::string_view path, const Variant& value)
 /// getPath.
 Variant callPath(const ObjectRef& root, std::string_view path, std::span<Variant> args);
 
-} // namespace tamarok::cli
+} // namespace tamarok

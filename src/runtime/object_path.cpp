@@ -1,4 +1,4 @@
-#include "call/object_path.h"
+#include "tamarok/object_path.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,7 +9,7 @@
 #include "tamarok/error.h"
 #include "tamarok/text.h"
 
-namespace tamarok::cli {
+namespace tamarok {
 
 namespace {
 
@@ -170,4 +170,4 @@ Variant callPath(const ObjectRef& root, std::string_view path, std::span<Variant
     }
 }
 
-} // namespace tamarok::cli
+} // namespace tamarok
