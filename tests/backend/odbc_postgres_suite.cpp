@@ -89,5 +89,5 @@ int main(int argc, char** argv)
     }
     const test::PostgresServer server;
     ado::backend::theServer = &server;
-    return ado::backend::runBackendSuite(argc, argv, 52, 1);
+    return ado::backend::runBackendSuite(argc, argv, 54, 1);
 }

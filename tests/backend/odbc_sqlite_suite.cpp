@@ -81,5 +81,5 @@ int main(int argc, char** argv)
 {
     // The driver has no wide functions: the driver manager converts by the locale.
     std::setlocale(LC_CTYPE, "C.UTF-8");
-    return tamarok::ado::backend::runBackendSuite(argc, argv, 40, 13);
+    return tamarok::ado::backend::runBackendSuite(argc, argv, 42, 13);
 }

@@ -69,5 +69,5 @@ std::unique_ptr<BackendContext> makeBackendContext()
 int main(int argc, char** argv)
 {
     if (!tamarok::test::tsqlServer()) return tamarok::ado::backend::serverMissing;
-    return tamarok::ado::backend::runBackendSuite(argc, argv, 52, 1);
+    return tamarok::ado::backend::runBackendSuite(argc, argv, 54, 1);
 }
