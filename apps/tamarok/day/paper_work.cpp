@@ -55,7 +55,7 @@ std::string proposeNumbers(const Context& context)
     const Comm_Get get;
     const std::string list = get.GetNewNumber(1, context.session, std::to_string(ranger.level));
     constexpr std::string_view lastInvoice = "SELECT MAX(R_NAME) FROM HEADERRECH";
-    const std::string invoice = get.GetNewNumber(0, context.session, lastInvoice);
+    std::string invoice = get.GetNewNumber(0, context.session, lastInvoice);
     context.output.write("Next timber list of EDER's district: " + list + "\nNext invoice: " + invoice + " (" +
                          std::string{lastInvoice} + ")\nReports: " + get.Get_Print_Name(context.session, "HV 31Z") +
                          "; " + get.Get_Print_Name(context.session, "STEH_STKL") + "\n\n");
