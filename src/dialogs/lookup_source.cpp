@@ -80,6 +80,7 @@ std::vector<std::string> LookupSource::names() const
 {
     const ado::FieldCollection& fields = recordset().Fields();
     std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(fields.Count()));
     for (std::int32_t column = 0; column < fields.Count(); ++column)
         names.push_back(fields.Item(column).Name());
     return names;
@@ -89,6 +90,7 @@ std::vector<std::string> LookupSource::baseColumns() const
 {
     const ado::FieldCollection& fields = recordset().Fields();
     std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(fields.Count()));
     for (std::int32_t column = 0; column < fields.Count(); ++column)
         names.push_back(fields.Item(column).BASECOLUMNNAME());
     return names;
