@@ -26,8 +26,8 @@ ado::ConnectionRef connectText(std::string_view connectionText);
 /// Checks that a connection reads dates as the session record writes them, by a probe in that format: under DMY, SQL
 /// Server reads the '2024-3-5' of "YYYY-MM-DD" as 3 May. A program calls it once it knows the session's format.
 /// @param strDateFormat  as TmkVar::strDateFormat
-/// Errors: 0x80004005 with the remedy where the probe is read as another day; 5 where the connection is not of this back
-/// end, 3709 closed.
+/// Errors: 0x80004005 with the remedy where the probe is read as another day; 5 where the connection is not of this
+/// back end, 3709 closed.
 void requireDateFormat(ado::Connection& connection, std::string_view strDateFormat);
 
 } // namespace tamarok::odbc
