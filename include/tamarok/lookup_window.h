@@ -33,7 +33,7 @@ class LookupEvents : public DialogEvents {
 public:
     /// The window has become the active one.
     virtual void activated() = 0;
-    /// A key was pressed in the grid: a character, or 8 for backspace, 13 for Enter, 27 for Escape.
+    /// A key was pressed in the grid: a character, or 8 for backspace, 13 for Enter (OK), 27 for Escape (cancel).
     virtual void keyPressed(char32_t key) = 0;
     /// The head of a column was clicked.
     virtual void headClicked(std::size_t column) = 0;

@@ -54,6 +54,9 @@ void LookupDialog::activated()
 
 void LookupDialog::keyPressed(char32_t key)
 {
+    // They are the keys of the buttons, as in the month view, and no cell contains them.
+    if (key == enter) return ok();
+    if (key == escape) return clicked("cmdClose");
     if (searchColumn_.empty()) search("1", typed_);
     if (key == backspace) {
         if (text::length(typed_) < 2) {

@@ -1,6 +1,5 @@
 #include "master_data_entry.h"
 
-#include <cmath>
 #include <utility>
 
 #include "ado/first_row.h"
@@ -262,9 +261,9 @@ void MasterDataEntry::giveLevel()
 {
     succeeds([this] {
         const std::string table = form_.recordset().Fields().Item(0).BASETABLENAME();
-        session_.db_ADO->Execute("UPDATE " + table +
-                                 " SET ID_ACCESS_LEVELS = " + std::to_string(session_.ID_Access_Levels) +
-                                 " WHERE ID IN (SELECT MAX(ID) FROM " + table + ")");
+        ado::require(session_.db_ADO)
+            .Execute("UPDATE " + table + " SET ID_ACCESS_LEVELS = " + std::to_string(session_.ID_Access_Levels) +
+                     " WHERE ID IN (SELECT MAX(ID) FROM " + table + ")");
     });
 }
 

@@ -177,6 +177,20 @@ TEST_F(Lookup, OkPressesEnterUnlessTheConfigurationForbidsIt)
     EXPECT_EQ(keyboard->pressed, 1);
 }
 
+TEST_F(Lookup, EnterTakesTheCurrentRowAndEscapeCancels)
+{
+    const auto press = [](char32_t key) {
+        return [key](LookupEvents& events) {
+            events.rowChosen(1);
+            events.keyPressed(key);
+        };
+    };
+    EXPECT_EQ(show(press(13), "FI"), "TA");
+    EXPECT_EQ(keyboard->pressed, 1);
+    EXPECT_EQ(show(press(27), "FI"), "FI");
+    EXPECT_EQ(keyboard->pressed, 1);
+}
+
 TEST_F(Lookup, TypingSearchesTheFirstColumnUntilAHeadIsClicked)
 {
     EXPECT_EQ(show([this](LookupEvents& events) {
