@@ -1,0 +1,14 @@
+#include "check/reference.h"
+
+#include "tamarok_database/reference_database.h"
+#include "tamarok_embedded/connect.h"
+
+namespace tamarok::cli::check {
+
+Reference::Reference() : database{embedded::connectInMemory()}
+{
+    database::createReferenceDatabase(*database, {.logs = 0, .records = 0});
+    tables = embeddedTables(*database);
+}
+
+} // namespace tamarok::cli::check

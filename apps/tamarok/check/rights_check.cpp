@@ -1,0 +1,97 @@
+#include <array>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "check/checks.h"
+#include "check/rows.h"
+#include "tamarok_database/scripts.h"
+
+#include "tamarok/text.h"
+
+namespace tamarok::cli::check {
+
+namespace {
+
+/// The rights that the application needs, in the order of the columns of the queries.
+constexpr std::array<std::string_view, 4> tableRights{"SELECT", "INSERT", "UPDATE", "DELETE"};
+
+/// The objects that lack the same rights, by these rights.
+using Lacking = std::map<std::string, std::vector<std::string>>;
+
+std::string permission(std::string_view object, std::string_view right)
+{
+    return "HAS_PERMS_BY_NAME('" + text::replaceAll(bracketed(object), "'", "''") + "', 'OBJECT', '" +
+           std::string{right} + "')";
+}
+
+/// The names of the rights that the login lacks on an object.
+template <class Rights>
+std::string lackingRights(const ado::ConnectionRef& connection, const std::string& object, const Rights& rights)
+{
+    std::string query = "SELECT ";
+    for (const std::string_view right : rights)
+        query += (query.ends_with(' ') ? "" : ", ") + permission(object, right);
+    const std::vector<std::string> row = readTexts(connection, query).at(0);
+    std::string lacking;
+    for (std::size_t i = 0; i < rights.size(); ++i)
+        if (row.at(i) != "1") lacking.append(lacking.empty() ? "" : ", ").append(rights[i]);
+    return lacking;
+}
+
+/// One GRANT for each of a few objects, or one for their schema.
+std::string grants(const std::string& rights, const std::vector<std::string>& objects, const std::string& user,
+                   const std::string& schema)
+{
+    constexpr std::size_t few = 3;
+    const std::string to = " TO " + bracketed(user);
+    if (objects.size() > few) return "GRANT " + rights + " ON SCHEMA::" + bracketed(schema) + to;
+    std::string text;
+    for (const std::string& object : objects)
+        text.append(text.empty() ? "" : "; ")
+            .append("GRANT ")
+            .append(rights)
+            .append(" ON ")
+            .append(bracketed(object)) += to;
+    return text;
+}
+
+void report(Context& context, const Lacking& lacking, const char* kind)
+{
+    const auto names = readTexts(context.installation.connection(), "SELECT USER_NAME(), SCHEMA_NAME()").at(0);
+    for (const auto& [rights, objects] : lacking)
+        context.report.add(State::Missing, "right " + rights,
+                           "on " + std::to_string(objects.size()) + " " + kind + " (" + shortList(objects) +
+                               "): " + grants(rights, objects, names.at(0), names.at(1)));
+}
+
+} // namespace
+
+/// What the login may do. An object that it does not see at all is missing by the checks before.
+void checkRights(Context& context)
+{
+    const ado::ConnectionRef& connection = context.installation.connection();
+    Lacking tables;
+    Lacking procedures;
+    std::size_t objects = 0;
+    for (const auto& [name, table] : context.reference.tables) {
+        if (!context.installation.tables.contains(name)) continue;
+        ++objects;
+        const std::string lacking = lackingRights(connection, name, tableRights);
+        if (!lacking.empty()) tables[lacking].push_back(name);
+    }
+    for (const database::ProcedureScript& procedure : database::procedureScripts()) {
+        const std::string name{procedure.name};
+        if (readText(connection, "SELECT OBJECT_ID('" + name + "')").empty()) continue;
+        ++objects;
+        const std::string lacking = lackingRights(connection, name, std::array{std::string_view{"EXECUTE"}});
+        if (!lacking.empty()) procedures[lacking].push_back(name);
+    }
+    if (tables.empty() && procedures.empty())
+        context.report.add(State::Ok, "rights",
+                           "the login may use all " + std::to_string(objects) + " tables and procedures");
+    report(context, tables, "tables");
+    report(context, procedures, "procedures");
+}
+
+} // namespace tamarok::cli::check
