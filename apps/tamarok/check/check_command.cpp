@@ -1,6 +1,6 @@
 #include "check/check_command.h"
 
-#include <exception>
+#include <memory>
 #include <string>
 
 #include "check/checks.h"
@@ -17,6 +17,14 @@ namespace {
 using check::Check;
 using check::Context;
 using check::State;
+
+/// A message of the library, such as that of an unknown date format, is not printed: the report has a line instead.
+Platform quietPlatform()
+{
+    Platform platform = commandPlatform({});
+    platform.messageBox = std::make_shared<RecordingMessageBox>();
+    return platform;
+}
 
 /// Runs one check. Its failure is a line of the report and stops no other check, unless the connection is lost.
 void runOne(const Check& check, Context& context)
@@ -51,7 +59,7 @@ void runAll(Context& context)
 
 int runCheck(const CheckOptions& options, Output& output)
 {
-    const PlatformScope scope{commandPlatform({})};
+    const PlatformScope scope{quietPlatform()};
     check::Installation installation{options.database, options.dateFormat};
     const check::Reference reference;
     check::Report report;

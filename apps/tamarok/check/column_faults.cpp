@@ -31,12 +31,13 @@ bool takes(const Type& found, const Type& expected)
     return found == expected;
 }
 
-std::string alteration(const TableShape& table, const ColumnShape& expected, bool onServer)
+/// @param nullability  " NULL", " NOT NULL", or "" for the server's own choice, which is NULL
+std::string alteration(const TableShape& table, const ColumnShape& expected, bool onServer, const char* nullability)
 {
     if (!onServer)
         return "the embedded database does not change columns: make a new database (tamarok init) and copy the rows";
     return "ALTER TABLE " + bracketed(table.name) + " ALTER COLUMN " + bracketed(expected.name) + " " +
-           expected.declared + (expected.nullable ? " NULL" : " NOT NULL");
+           expected.declared + nullability;
 }
 
 } // namespace
@@ -44,11 +45,12 @@ std::string alteration(const TableShape& table, const ColumnShape& expected, boo
 std::string faultOf(const TableShape& table, const ColumnShape& expected, const ColumnShape& found, bool onServer)
 {
     if (!takes(found.type, expected.type))
-        return found.declared + " instead of " + expected.declared + ": " + alteration(table, expected, onServer);
+        return found.declared + " instead of " + expected.declared + ": " +
+               alteration(table, expected, onServer, expected.nullable ? "" : " NOT NULL");
     if (expected.identity && !found.identity)
         return "it does not number the rows: make the table anew with " + expected.declared + " IDENTITY(1,1)";
     if (expected.nullable && !found.nullable && !found.hasDefault && !found.identity)
-        return "it refuses Null: " + alteration(table, expected, onServer);
+        return "it refuses Null: " + alteration(table, expected, onServer, " NULL");
     return {};
 }
 

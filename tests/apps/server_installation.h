@@ -1,0 +1,16 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "tamarok/ado.h"
+
+namespace tamarok::test {
+
+/// Makes the reference schema in an empty database of the T-SQL server, with its procedures, texts and master data.
+void makeInstallation(const ado::ConnectionRef& server);
+
+/// Everything that a database of the T-SQL server holds: the rows of each table, the columns and the procedures.
+std::map<std::string, std::string> dumpOf(const ado::ConnectionRef& server);
+
+} // namespace tamarok::test
