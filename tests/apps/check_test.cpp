@@ -108,7 +108,8 @@ TEST_F(CheckFile, NumberingNullAndCollationOfColumnsCount)
               "different: it does not number the rows: make the table anew with INT IDENTITY(1,1)");
     EXPECT_THAT(lines.of("column LOCK.ID_USERS"), StartsWith("different: it refuses Null"));
     EXPECT_EQ(lines.of("column LOCK.BELEGE"), "missing: ALTER TABLE [LOCK] ADD [BELEGE] INT");
-    EXPECT_THAT(lines.of("collation of OPTIONEN.PROPERTY_ID"), StartsWith("different: "));
+    EXPECT_THAT(lines.of("collation of OPTIONEN.PROPERTY_ID"),
+                StartsWith("different: it takes upper and lower case for the same"));
     EXPECT_THAT(lines.of("object lock"), StartsWith("failed: "));
 }
 

@@ -5,7 +5,9 @@
 #include <vector>
 
 #include "check/checks.h"
+#include "check/column_faults.h"
 #include "check/rows.h"
+#include "tamarok_tsql/type_rules.h"
 
 #include "tamarok/text.h"
 
@@ -39,7 +41,7 @@ constexpr const char* remedy = ": make the database with a collation _CI_AS, suc
 
 /// A column of the reference schema with texts, as the installation has it.
 struct TextColumn {
-    std::string name;
+    std::string table;
     const ColumnShape* expected;
     const ColumnShape* found;
 };
@@ -52,9 +54,9 @@ std::vector<TextColumn> textColumns(const Context& context)
         if (found == context.installation.tables.end()) continue;
         for (const ColumnShape& column : table.columns) {
             const ColumnShape* const actual = found->second.column(column.name);
-            const bool isText = column.type.kind == tsql::TypeKind::NVarChar;
+            const bool isText = tsql::isText(column.type);
             if (isText && actual != nullptr && actual->type.kind == column.type.kind)
-                all.push_back({name + "." + column.name, &column, actual});
+                all.push_back({name, &column, actual});
         }
     }
     return all;
@@ -70,18 +72,26 @@ std::string usualCollation(const std::vector<TextColumn>& columns)
     return most == counts.end() ? std::string{} : most->first;
 }
 
+void reportColumn(Context& context, const TextColumn& column, const std::string& fault, std::string_view wanted)
+{
+    const std::string change = context.installation.isFile()
+                                   ? std::string{newFile}
+                                   : alteration(column.table, *column.expected, wanted) +
+                                         "; drop a key or index on it before, and make it again";
+    context.report.add(State::Different, "collation of " + column.table + "." + column.expected->name,
+                       fault + ": " + change);
+}
+
 /// Columns that compare otherwise than the rest: a join between the two is error 468 on a server.
 void checkColumns(Context& context, const std::vector<TextColumn>& columns, const std::string& usual)
 {
     for (const TextColumn& column : columns) {
         if (column.expected->exact && !column.found->exact)
-            context.report.add(State::Different, "collation of " + column.name,
-                               column.found->collation + " does not tell upper from lower case, and the names in "
-                                                         "this column are compared exactly: give it a collation _BIN2");
+            reportColumn(context, column, "it takes upper and lower case for the same, and its names compare exactly",
+                         exactCollation);
         else if (!column.expected->exact && (column.found->exact || !tsql::sameName(column.found->collation, usual)))
-            context.report.add(State::Different, "collation of " + column.name,
-                               column.found->collation + " instead of " + usual +
-                                   ", as the other columns: ALTER TABLE ... ALTER COLUMN ... COLLATE " + usual);
+            reportColumn(context, column, column.found->collation + " instead of " + usual + ", as the other columns",
+                         usual);
     }
 }
 

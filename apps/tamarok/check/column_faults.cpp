@@ -31,37 +31,52 @@ bool takes(const Type& found, const Type& expected)
     return found == expected;
 }
 
-/// @param nullability  " NULL", " NOT NULL", or "" for the server's own choice, which is NULL
-std::string alteration(const TableShape& table, const ColumnShape& expected, bool onServer, const char* nullability)
+std::string_view collationOf(const ColumnShape& column)
 {
-    if (!onServer)
-        return "the embedded database does not change columns: make a new database (tamarok init) and copy the rows";
-    return "ALTER TABLE " + bracketed(table.name) + " ALTER COLUMN " + bracketed(expected.name) + " " +
-           expected.declared + nullability;
+    return column.exact ? exactCollation : std::string_view{};
+}
+
+/// A column's name and type as a definition has them.
+std::string definition(const ColumnShape& column, std::string_view collation)
+{
+    std::string text = bracketed(column.name);
+    text.append(" ").append(column.declared);
+    if (!collation.empty()) text.append(" COLLATE ").append(collation);
+    return text;
+}
+
+std::string alterTable(std::string_view table)
+{
+    return "ALTER TABLE " + bracketed(table);
 }
 
 } // namespace
 
+// Without a word about Null, ALTER COLUMN makes a column that takes it.
+std::string alteration(std::string_view table, const ColumnShape& column, std::string_view collation)
+{
+    return alterTable(table) + " ALTER COLUMN " + definition(column, collation) + (column.nullable ? "" : " NOT NULL");
+}
+
 std::string faultOf(const TableShape& table, const ColumnShape& expected, const ColumnShape& found, bool onServer)
 {
-    if (!takes(found.type, expected.type))
-        return found.declared + " instead of " + expected.declared + ": " +
-               alteration(table, expected, onServer, expected.nullable ? "" : " NOT NULL");
+    const std::string remedy =
+        onServer ? alteration(table.name, expected, collationOf(expected)) : std::string{newFile};
+    if (!takes(found.type, expected.type)) return found.declared + " instead of " + expected.declared + ": " + remedy;
     if (expected.identity && !found.identity)
         return "it does not number the rows: make the table anew with " + expected.declared + " IDENTITY(1,1)";
     if (expected.nullable && !found.nullable && !found.hasDefault && !found.identity)
-        return "it refuses Null: " + alteration(table, expected, onServer, " NULL");
+        return "it refuses Null: " + remedy + (onServer ? " NULL" : "");
     return {};
 }
 
 // A column that refuses Null cannot be added to a table with rows before it has values.
-std::string addition(const TableShape& table, const ColumnShape& column)
+std::string addition(const TableShape& table, const ColumnShape& column, bool onServer)
 {
-    const std::string begin = "ALTER TABLE " + bracketed(table.name);
-    const std::string type = bracketed(column.name) + " " + column.declared;
-    if (column.identity) return begin + " ADD " + type + " IDENTITY(1,1) NOT NULL";
-    if (column.nullable) return begin + " ADD " + type;
-    return begin + " ADD " + type + "; fill it; " + begin + " ALTER COLUMN " + type + " NOT NULL";
+    const std::string add = alterTable(table.name) + " ADD " + definition(column, collationOf(column));
+    if (column.identity) return onServer ? add + " IDENTITY(1,1) NOT NULL" : std::string{newFile};
+    if (column.nullable || !onServer) return add;
+    return add + "; fill it; " + alteration(table.name, column, collationOf(column));
 }
 
 } // namespace tamarok::cli::check

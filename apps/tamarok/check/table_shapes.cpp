@@ -6,6 +6,7 @@
 #include "check/rows.h"
 #include "tamarok_embedded/catalogue.h"
 #include "tamarok_tsql/schema.h"
+#include "tamarok_tsql/type_rules.h"
 
 #include "tamarok/text.h"
 
@@ -88,7 +89,7 @@ ColumnShape columnOf(const tsql::TableColumn& declared)
     column.declared = tsql::declaredText(declared.type);
     column.identity = declared.identity;
     column.nullable = declared.nullable;
-    column.exact = declared.binary;
+    column.exact = declared.binary && tsql::isText(declared.type);
     return column;
 }
 

@@ -54,7 +54,7 @@ std::size_t compareColumns(Context& context, const TableShape& expected, const T
         const std::string what = "column " + expected.name + "." + column.name;
         const ColumnShape* const actual = found.column(column.name);
         if (actual == nullptr) {
-            context.report.add(State::Missing, what, addition(expected, column));
+            context.report.add(State::Missing, what, addition(expected, column, !context.installation.isFile()));
             continue;
         }
         const std::string fault = faultOf(expected, column, *actual, !context.installation.isFile());
