@@ -6,6 +6,7 @@
 #include "apps/check_lines.h"
 #include "apps/server_installation.h"
 #include "odbc/support/servers.h"
+#include "tamarok_database/scripts.h"
 #include "tamarok_odbc/connect.h"
 
 #include "tamarok/ado.h"
@@ -99,6 +100,19 @@ TEST_F(CheckServer, OptionsWithoutRowsStayWithoutRows)
     EXPECT_TRUE(dumpOf(connection_) == before) << "the check has changed the database";
 }
 
+/// The text of a procedure with other comments, blanks and names in brackets.
+std::string reformatted(const std::string& procedure)
+{
+    for (const database::ProcedureScript& script : database::procedureScripts()) {
+        if (script.name != procedure) continue;
+        const std::string batch{script.text.substr(script.text.find("CREATE PROCEDURE"))};
+        const std::string named = text::replaceAll(batch, "CREATE PROCEDURE " + procedure,
+                                                   "/* ours */ create   procedure [dbo].[" + procedure + "]\n");
+        return text::replaceAll(text::replaceAll(named, "    ", "\t"), "SET NOCOUNT ON", "set nocount on; -- quiet");
+    }
+    return {};
+}
+
 /// Each fault is made, seen and mended again.
 TEST_F(CheckServer, EachFaultHasItsLineAndRemedy)
 {
@@ -107,22 +121,32 @@ TEST_F(CheckServer, EachFaultHasItsLineAndRemedy)
         const auto connection = odbc::connectText(damaged);
         makeInstallation(connection);
         for (const char* const statement :
-             {"DROP TABLE BB_JAGDHUNDE", "ALTER TABLE LOGS DROP COLUMN KUBATUR",
-              "ALTER TABLE STRINGS DROP COLUMN SHORT_FRENCH", "ALTER TABLE STRINGS ADD SHORT_FRENCH NVARCHAR(20)",
-              "ALTER TABLE STRINGS DROP COLUMN SHORT_ENGLISH", "ALTER TABLE STRINGS ADD SHORT_ENGLISH NVARCHAR(80)",
-              "ALTER TABLE MODELS DROP COLUMN MODEL", "ALTER TABLE MODELS ADD MODEL FLOAT",
+             {"DROP TABLE BB_JAGDHUNDE",
+              "ALTER TABLE LOGS DROP COLUMN KUBATUR",
+              "ALTER TABLE STRINGS DROP COLUMN SHORT_FRENCH",
+              "ALTER TABLE STRINGS ADD SHORT_FRENCH NVARCHAR(20)",
+              "ALTER TABLE STRINGS DROP COLUMN SHORT_ENGLISH",
+              "ALTER TABLE STRINGS ADD SHORT_ENGLISH NVARCHAR(80)",
+              "ALTER TABLE MODELS DROP COLUMN MODEL",
+              "ALTER TABLE MODELS ADD MODEL FLOAT",
               "DELETE FROM STRINGS WHERE ID_STRING IN (4887,20036)",
-              "UPDATE STRINGS SET FRENCH = NULL WHERE ID_STRING = 19", "DROP PROCEDURE tmk_MODELS_INS",
+              "UPDATE STRINGS SET FRENCH = NULL WHERE ID_STRING = 19",
+              "DROP PROCEDURE tmk_MODELS_INS",
               "DROP PROCEDURE tmk_NodeVisible",
+              "DROP PROCEDURE tmk_OPTIONEN_INS",
               "CREATE PROCEDURE tmk_NodeVisible @strKey VARCHAR(200) AS BEGIN SET NOCOUNT ON END",
-              "DELETE FROM FORMS_CONFIG", "ALTER TABLE FORMS_CONFIG DROP COLUMN NUMBER_VALUE",
-              "ALTER TABLE FORMS_CONFIG ADD NUMBER_VALUE INT NOT NULL", "ALTER TABLE USERS DROP COLUMN NAME",
-              "ALTER TABLE USERS ADD NAME NVARCHAR(80) COLLATE Latin1_General_CS_AS", "CREATE TABLE MY_OWN (ID INT)"})
+              "DELETE FROM FORMS_CONFIG",
+              "ALTER TABLE FORMS_CONFIG DROP COLUMN NUMBER_VALUE",
+              "ALTER TABLE FORMS_CONFIG ADD NUMBER_VALUE INT NOT NULL",
+              "ALTER TABLE USERS DROP COLUMN NAME",
+              "ALTER TABLE USERS ADD NAME NVARCHAR(80) COLLATE Latin1_General_CS_AS",
+              "CREATE TABLE MY_OWN (ID INT)"})
             try {
                 connection->Execute(statement);
             } catch (const Error& error) {
                 ADD_FAILURE() << statement << ": " << error.description;
             }
+        connection->Execute(reformatted("tmk_OPTIONEN_INS"));
         const auto before = dumpOf(connection);
         const CheckLines lines = check(1, damaged);
         EXPECT_TRUE(dumpOf(connection) == before) << "the check has changed the database";
@@ -144,6 +168,7 @@ TEST_F(CheckServer, EachFaultHasItsLineAndRemedy)
         EXPECT_EQ(
             lines.of("procedure tmk_NodeVisible"),
             "different: its text is another than that of this version: run database/sqlserver/02_procedures.sql again");
+        EXPECT_EQ(lines.of("procedure tmk_OPTIONEN_INS"), "ok: its text is that of this version");
         EXPECT_THAT(lines.of("list LOG"), StartsWith("failed: "));
         EXPECT_THAT(lines.of("list BBHAB"), StartsWith("ok: "));
         // The remedies mend what they stand for. The open server knows no NULL in ALTER COLUMN.
@@ -234,8 +259,8 @@ TEST_F(CheckServer, MissingRightsAreToldWithTheirGrants)
     const std::string words = "GRANT INSERT, UPDATE, DELETE ON ";
     const std::string to = " TO [" + login.name + "]";
     EXPECT_EQ(lines.of("right INSERT, UPDATE, DELETE"), "missing: on 3 tables (HOLZART, LOGS, STRINGS): " + words +
-                                                            "[HOLZART]" + to + "; " + words + "[LOGS]" + to + "; " +
-                                                            words + "[STRINGS]" + to);
+                                                            "[dbo].[HOLZART]" + to + "; " + words + "[dbo].[LOGS]" +
+                                                            to + "; " + words + "[dbo].[STRINGS]" + to);
     EXPECT_THAT(lines.of("tables"), HasSubstr("or grant the login a right on what it does not see"));
     EXPECT_THAT(lines.of("procedure tmk_OPTIONEN_INS"), HasSubstr("or grant the login the right to execute it"));
     EXPECT_EQ(lines.of("selection HOLZART_GRID"), "ok: 27 rows");

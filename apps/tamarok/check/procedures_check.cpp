@@ -11,7 +11,10 @@ namespace tamarok::cli::check {
 
 namespace {
 
-const std::string remedy = "run " + std::string{proceduresScript} + " again";
+std::string remedy()
+{
+    return "run " + std::string{proceduresScript} + " again";
+}
 
 void checkOnServer(Context& context, const database::ProcedureScript& procedure)
 {
@@ -19,7 +22,7 @@ void checkOnServer(Context& context, const database::ProcedureScript& procedure)
     const std::string name{procedure.name};
     const std::string what = "procedure " + name;
     if (readText(connection, "SELECT OBJECT_ID('" + name + "')").empty()) {
-        context.report.add(State::Missing, what, remedy + ", or grant the login the right to execute it");
+        context.report.add(State::Missing, what, remedy() + ", or grant the login the right to execute it");
         return;
     }
     const std::string text = readText(connection, "SELECT OBJECT_DEFINITION(OBJECT_ID('" + name + "'))");
@@ -31,7 +34,7 @@ void checkOnServer(Context& context, const database::ProcedureScript& procedure)
     else if (sameProcedure(name, text, procedure.text))
         context.report.add(State::Ok, what, "its text is that of this version");
     else
-        context.report.add(State::Different, what, "its text is another than that of this version: " + remedy);
+        context.report.add(State::Different, what, "its text is another than that of this version: " + remedy());
 }
 
 } // namespace

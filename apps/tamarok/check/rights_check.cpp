@@ -1,4 +1,5 @@
 #include <array>
+#include <compare>
 #include <map>
 #include <string>
 #include <vector>
@@ -16,8 +17,14 @@ namespace {
 /// The rights that the application needs, in the order of the columns of the queries.
 constexpr std::array<std::string_view, 4> tableRights{"SELECT", "INSERT", "UPDATE", "DELETE"};
 
-/// The objects that lack the same rights, by these rights.
-using Lacking = std::map<std::string, std::vector<std::string>>;
+/// Rights that are lacking on objects of a schema.
+struct Lack {
+    std::string rights;
+    std::string schema;
+    auto operator<=>(const Lack&) const = default;
+};
+
+using Lacking = std::map<Lack, std::vector<std::string>>;
 
 std::string permission(std::string_view object, std::string_view right)
 {
@@ -40,29 +47,27 @@ std::string lackingRights(const ado::ConnectionRef& connection, const std::strin
 }
 
 /// One GRANT for each of a few objects, or one for their schema.
-std::string grants(const std::string& rights, const std::vector<std::string>& objects, const std::string& user,
-                   const std::string& schema)
+std::string grants(const Lack& lack, const std::vector<std::string>& objects, const std::string& user)
 {
     constexpr std::size_t few = 3;
+    const std::string grant = "GRANT " + lack.rights + " ON ";
     const std::string to = " TO " + bracketed(user);
-    if (objects.size() > few) return "GRANT " + rights + " ON SCHEMA::" + bracketed(schema) + to;
+    if (objects.size() > few) return grant + "SCHEMA::" + bracketed(lack.schema) + to;
     std::string text;
-    for (const std::string& object : objects)
-        text.append(text.empty() ? "" : "; ")
-            .append("GRANT ")
-            .append(rights)
-            .append(" ON ")
-            .append(bracketed(object)) += to;
+    for (const std::string& object : objects) {
+        if (!text.empty()) text += "; ";
+        text += grant + bracketed(lack.schema) + "." + bracketed(object) + to;
+    }
     return text;
 }
 
 void report(Context& context, const Lacking& lacking, const char* kind)
 {
-    const auto names = readTexts(context.installation.connection(), "SELECT USER_NAME(), SCHEMA_NAME()").at(0);
-    for (const auto& [rights, objects] : lacking)
-        context.report.add(State::Missing, "right " + rights,
+    const std::string user = readText(context.installation.connection(), "SELECT USER_NAME()");
+    for (const auto& [lack, objects] : lacking)
+        context.report.add(State::Missing, "right " + lack.rights,
                            "on " + std::to_string(objects.size()) + " " + kind + " (" + shortList(objects) +
-                               "): " + grants(rights, objects, names.at(0), names.at(1)));
+                               "): " + grants(lack, objects, user));
 }
 
 } // namespace
@@ -75,17 +80,19 @@ void checkRights(Context& context)
     Lacking procedures;
     std::size_t objects = 0;
     for (const auto& [name, table] : context.reference.tables) {
-        if (!context.installation.tables.contains(name)) continue;
+        const auto found = context.installation.tables.find(name);
+        if (found == context.installation.tables.end()) continue;
         ++objects;
         const std::string lacking = lackingRights(connection, name, tableRights);
-        if (!lacking.empty()) tables[lacking].push_back(name);
+        if (!lacking.empty()) tables[{lacking, found->second.schema}].push_back(name);
     }
     for (const database::ProcedureScript& procedure : database::procedureScripts()) {
         const std::string name{procedure.name};
-        if (readText(connection, "SELECT OBJECT_ID('" + name + "')").empty()) continue;
+        const std::string schema = readText(connection, "SELECT OBJECT_SCHEMA_NAME(OBJECT_ID('" + name + "'))");
+        if (schema.empty()) continue;
         ++objects;
         const std::string lacking = lackingRights(connection, name, std::array{std::string_view{"EXECUTE"}});
-        if (!lacking.empty()) procedures[lacking].push_back(name);
+        if (!lacking.empty()) procedures[{lacking, schema}].push_back(name);
     }
     if (tables.empty() && procedures.empty())
         context.report.add(State::Ok, "rights",

@@ -125,6 +125,7 @@ TableShapes serverTables(const ado::ConnectionRef& connection)
         if (schema != row.at(at::schema)) continue;
         TableShape& shape = all[name];
         shape.name = name;
+        shape.schema = schema;
         shape.columns.push_back(columnOf(row));
     }
     return all;

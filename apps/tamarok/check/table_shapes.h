@@ -27,6 +27,7 @@ struct ColumnShape {
 
 struct TableShape {
     std::string name;
+    std::string schema; ///< empty for a file
     std::vector<ColumnShape> columns;
 
     /// Finds a column without regard to case; nullptr for none.

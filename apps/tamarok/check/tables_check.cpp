@@ -15,14 +15,12 @@ std::string counted(std::size_t number, const char* of)
     return std::to_string(number) + " " + of;
 }
 
-/// What mends missing tables of the server, and one of the file.
-const std::string serverRemedy =
-    "run " + std::string{tablesScript} + " again, or grant the login a right on what it does not see";
-
+/// What mends a missing table.
 std::string remedyOf(const Context& context, const std::string& table)
 {
-    if (!context.installation.isFile()) return serverRemedy;
-    return "run its CREATE TABLE of " + std::string{schemaFolder} + std::string{database::scriptOfTable(table)};
+    if (context.installation.isFile())
+        return "run its CREATE TABLE of " + std::string{schemaFolder} + std::string{database::scriptOfTable(table)};
+    return "run " + std::string{tablesScript} + " again, or grant the login a right on what it does not see";
 }
 
 /// One line for each missing table, or one for many.
