@@ -73,7 +73,7 @@ std::string faultOf(const TableShape& table, const ColumnShape& expected, const 
 // A column that refuses Null cannot be added to a table with rows before it has values.
 std::string addition(const TableShape& table, const ColumnShape& column, bool onServer)
 {
-    const std::string add = alterTable(table.name) + " ADD " + definition(column, collationOf(column));
+    std::string add = alterTable(table.name) + " ADD " + definition(column, collationOf(column));
     if (column.identity) return onServer ? add + " IDENTITY(1,1) NOT NULL" : std::string{newFile};
     if (column.nullable || !onServer) return add;
     return add + "; fill it; " + alteration(table.name, column, collationOf(column));

@@ -68,8 +68,10 @@ std::vector<std::string> partsOf(std::string_view name, std::string_view text)
         std::string part = canonical(text.substr(at, end - at));
         at = end;
         if (part == "[" || part == "]" || part == ";") continue;
-        if (named) parts.push_back(std::move(part));
-        named = named || part == upperName;
+        if (named)
+            parts.push_back(std::move(part));
+        else
+            named = part == upperName;
     }
     return parts;
 }

@@ -1,7 +1,7 @@
 #include <array>
-#include <compare>
 #include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "check/checks.h"
@@ -21,7 +21,10 @@ constexpr std::array<std::string_view, 4> tableRights{"SELECT", "INSERT", "UPDAT
 struct Lack {
     std::string rights;
     std::string schema;
-    auto operator<=>(const Lack&) const = default;
+    friend bool operator<(const Lack& a, const Lack& b)
+    {
+        return std::tie(a.rights, a.schema) < std::tie(b.rights, b.schema);
+    }
 };
 
 using Lacking = std::map<Lack, std::vector<std::string>>;
@@ -56,7 +59,7 @@ std::string grants(const Lack& lack, const std::vector<std::string>& objects, co
     std::string text;
     for (const std::string& object : objects) {
         if (!text.empty()) text += "; ";
-        text += grant + bracketed(lack.schema) + "." + bracketed(object) + to;
+        text.append(grant).append(bracketed(lack.schema)).append(".").append(bracketed(object)).append(to);
     }
     return text;
 }
