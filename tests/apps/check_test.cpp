@@ -78,9 +78,10 @@ TEST_F(CheckFile, EachFaultHasItsLineAndRemedy)
                 StartsWith("different: NVARCHAR(20) instead of NVARCHAR(60): the embedded database does not change"));
     EXPECT_EQ(lines.of("column STRINGS.SHORT_ENGLISH"), "no line") << "a wider text is no fault";
     EXPECT_THAT(lines.of("column MODELS.MODEL"), StartsWith("different: FLOAT instead of NVARCHAR("));
-    EXPECT_EQ(lines.of("texts"), "missing: 2 are missing (20036, 4887): copy them from a new database (tamarok init)");
+    EXPECT_EQ(lines.of("texts"), "missing: 2 are missing (4887, 20036): copy them from a new database (tamarok init)");
     EXPECT_EQ(lines.of("texts in FRENCH"), "missing: 1 are empty (19): copy them from a new database (tamarok init)");
     EXPECT_THAT(lines.of("list LOG"), StartsWith("failed: ")) << "it reads the missing column";
+    EXPECT_THAT(lines.of("list LOG"), HasSubstr("see the missing columns above"));
     EXPECT_THAT(lines.of("list BBHAB"), StartsWith("ok: "));
 }
 
@@ -140,7 +141,7 @@ TEST_F(CheckFile, AnEmptyDatabaseIsTold)
     embedded::connect(file_, {.mode = embedded::OpenMode::Create})->Close();
     const CheckLines lines = check(1);
     EXPECT_THAT(lines.of("tables"), StartsWith("missing: none of the 326 tables is there: make the database with"));
-    EXPECT_THAT(lines.of("key rows"), StartsWith("missing: "));
+    EXPECT_EQ(lines.of("key rows"), "skipped: no table is known");
     EXPECT_THAT(lines.of("texts"), StartsWith("failed: "));
     EXPECT_EQ(lines.of("date order for DD.MM.YYYY"), "ok: '5.3.2024' is read as 5 March 2024");
 }
@@ -158,6 +159,8 @@ TEST_F(CheckFile, AHalfFilledDatabaseIsTold)
     EXPECT_EQ(lines.of("column STRINGS.CUSTOM_FRENCH"),
               "missing: ALTER TABLE [STRINGS] ADD [CUSTOM_FRENCH] NVARCHAR(255)");
     EXPECT_THAT(lines.of("texts"), StartsWith("missing: 3912 are missing ("));
+    execute({"DELETE FROM STRINGS"});
+    EXPECT_THAT(check(1).of("key rows"), StartsWith("missing: no table of keys has rows: make the database with"));
 }
 
 TEST_F(CheckFile, WhatCannotBeOpenedIsTheErrorOfTheCommand)

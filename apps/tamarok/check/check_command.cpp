@@ -4,6 +4,7 @@
 #include <string>
 
 #include "check/checks.h"
+#include "check/failure_remark.h"
 #include "host_platform.h"
 #include "print/progress_bar.h"
 
@@ -36,7 +37,7 @@ void runOne(const Check& check, Context& context)
     try {
         check.run(context);
     } catch (const Error& error) {
-        context.report.add(State::Failed, std::string{check.name}, error.description);
+        context.report.add(State::Failed, std::string{check.name}, check::failureRemark(error));
         if (!context.installation.answers())
             context.installation.obstacle = "the connection to the database is lost; run the check again";
     }

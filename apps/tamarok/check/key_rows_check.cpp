@@ -20,6 +20,10 @@ bool hasRows(const ado::ConnectionRef& connection, const std::string& table)
 /// any of them its data were never loaded.
 void checkKeyRows(Context& context)
 {
+    if (context.installation.tables.empty()) {
+        context.report.add(State::Skipped, "key rows", "no table is known");
+        return;
+    }
     std::size_t filled = 0;
     std::vector<std::string> empty;
     for (const auto& [name, table] : context.reference.tables) {

@@ -97,7 +97,9 @@ void checkRights(Context& context)
         const std::string lacking = lackingRights(connection, name, std::array{std::string_view{"EXECUTE"}});
         if (!lacking.empty()) procedures[{lacking, schema}].push_back(name);
     }
-    if (tables.empty() && procedures.empty())
+    if (objects == 0)
+        context.report.add(State::Skipped, "rights", "no table and no procedure is known");
+    else if (tables.empty() && procedures.empty())
         context.report.add(State::Ok, "rights",
                            "the login may use all " + std::to_string(objects) + " tables and procedures");
     report(context, tables, "tables");

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "check/checks.h"
+#include "check/failure_remark.h"
 #include "check/rows.h"
 #include "list/list_query.h"
 
@@ -54,7 +55,7 @@ void tryOut(Context& context, const std::string& what, Trial&& trial)
         context.report.add(State::Ok, what, std::to_string(trial()) + " rows");
     } catch (const Error& error) {
         if (!context.installation.answers()) throw;
-        context.report.add(State::Failed, what, error.description);
+        context.report.add(State::Failed, what, failureRemark(error));
     }
 }
 

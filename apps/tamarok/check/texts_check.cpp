@@ -14,8 +14,16 @@ namespace {
 constexpr std::array<std::string_view, 3> languages{"GERMAN", "ENGLISH", "FRENCH"};
 constexpr std::string_view query = "SELECT ID_STRING, GERMAN, ENGLISH, FRENCH FROM STRINGS";
 
+/// Orders whole numbers above 0 that are written as texts.
+struct NumberLess {
+    bool operator()(const std::string& a, const std::string& b) const
+    {
+        return a.size() != b.size() ? a.size() < b.size() : a < b;
+    }
+};
+
 /// The texts of a number, in the order of the languages.
-using Texts = std::map<std::string, std::vector<std::string>>;
+using Texts = std::map<std::string, std::vector<std::string>, NumberLess>;
 
 Texts readAll(const ado::ConnectionRef& connection)
 {
