@@ -36,12 +36,19 @@ struct SelectionTrial {
     const char* fields; ///< divided by tabs
 };
 
-/// A list of ids, the rows of a code field, the check of a typed code, and a selection that depends on a code.
+/// One selection of each form: a list of ids, the rows of a code field, the check of a typed code, one that depends on
+/// another code; a group of labelled keys, a kind of measurement, a number, a level, a role, a path of forest places.
 constexpr std::array selectionTrials{
     SelectionTrial{"HOLZART", ""},
     SelectionTrial{"HOLZART_GRID", ""},
     SelectionTrial{"HOLZART_VALID", "FI"},
     SelectionTrial{"GUETEKLASSE_HS_LOGS_VALID", "BL\tB"},
+    SelectionTrial{"ABGANG_GRID", ""},
+    SelectionTrial{"HOLZSORTE_GRID", "1\t"},
+    SelectionTrial{"ARBEITSVERFAHEREN_LEISTUNGSART_GRID", "1"},
+    SelectionTrial{"ACCESS_LEVELS01_GRID", "1"},
+    SelectionTrial{"PERSONAL_GRID_LIEFERANT", ""},
+    SelectionTrial{"WALDORT_VALID", "01/ 01/ 01/ 101\t5,6\t"},
 };
 
 /// Runs a trial. Its failure is a line of its own, so that the others run. A list may read an option that has no row
