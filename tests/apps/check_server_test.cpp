@@ -121,26 +121,19 @@ TEST_F(CheckServer, EachFaultHasItsLineAndRemedy)
         const auto connection = odbc::connectText(damaged);
         makeInstallation(connection);
         for (const char* const statement :
-             {"DROP TABLE BB_JAGDHUNDE",
-              "ALTER TABLE LOGS DROP COLUMN KUBATUR",
-              "ALTER TABLE STRINGS DROP COLUMN SHORT_FRENCH",
-              "ALTER TABLE STRINGS ADD SHORT_FRENCH NVARCHAR(20)",
-              "ALTER TABLE STRINGS DROP COLUMN SHORT_ENGLISH",
-              "ALTER TABLE STRINGS ADD SHORT_ENGLISH NVARCHAR(80)",
-              "ALTER TABLE MODELS DROP COLUMN MODEL",
-              "ALTER TABLE MODELS ADD MODEL FLOAT",
+             {"DROP TABLE BB_JAGDHUNDE", "ALTER TABLE LOGS DROP COLUMN KUBATUR",
+              "ALTER TABLE STRINGS DROP COLUMN SHORT_FRENCH", "ALTER TABLE STRINGS ADD SHORT_FRENCH NVARCHAR(20)",
+              "ALTER TABLE STRINGS DROP COLUMN SHORT_ENGLISH", "ALTER TABLE STRINGS ADD SHORT_ENGLISH NVARCHAR(80)",
+              "ALTER TABLE MODELS DROP COLUMN MODEL", "ALTER TABLE MODELS ADD MODEL FLOAT",
               "DELETE FROM STRINGS WHERE ID_STRING IN (4887,20036)",
-              "UPDATE STRINGS SET FRENCH = NULL WHERE ID_STRING = 19",
-              "DROP PROCEDURE tmk_MODELS_INS",
-              "DROP PROCEDURE tmk_NodeVisible",
-              "DROP PROCEDURE tmk_OPTIONEN_INS",
+              "UPDATE STRINGS SET FRENCH = NULL WHERE ID_STRING = 19", "DROP PROCEDURE tmk_MODELS_INS",
+              "DROP PROCEDURE tmk_NodeVisible", "DROP PROCEDURE tmk_OPTIONEN_INS",
               "CREATE PROCEDURE tmk_NodeVisible @strKey VARCHAR(200) AS BEGIN SET NOCOUNT ON END",
-              "DELETE FROM FORMS_CONFIG",
-              "ALTER TABLE FORMS_CONFIG DROP COLUMN NUMBER_VALUE",
-              "ALTER TABLE FORMS_CONFIG ADD NUMBER_VALUE INT NOT NULL",
+              "DROP TABLE FORMS_CONFIG",
+              "CREATE TABLE FORMS_CONFIG (FORM_ID NVARCHAR(30) NOT NULL, PROPERTY_ID NVARCHAR(50) NOT NULL, "
+              "NUMBER_VALUE INT NOT NULL)",
               "ALTER TABLE USERS DROP COLUMN NAME",
-              "ALTER TABLE USERS ADD NAME NVARCHAR(80) COLLATE Latin1_General_CS_AS",
-              "CREATE TABLE MY_OWN (ID INT)"})
+              "ALTER TABLE USERS ADD NAME NVARCHAR(80) COLLATE Latin1_General_CS_AS", "CREATE TABLE MY_OWN (ID INT)"})
             try {
                 connection->Execute(statement);
             } catch (const Error& error) {
@@ -159,6 +152,8 @@ TEST_F(CheckServer, EachFaultHasItsLineAndRemedy)
         EXPECT_THAT(lines.of("column MODELS.MODEL"), StartsWith("different: FLOAT instead of NVARCHAR("));
         EXPECT_EQ(lines.of("column FORMS_CONFIG.NUMBER_VALUE"),
                   "different: it refuses Null: ALTER TABLE [FORMS_CONFIG] ALTER COLUMN [NUMBER_VALUE] INT NULL");
+        EXPECT_EQ(lines.of("key of FORMS_CONFIG"), "missing: its rows can be neither edited nor locked: ALTER TABLE "
+                                                   "[FORMS_CONFIG] ADD PRIMARY KEY ([FORM_ID], [PROPERTY_ID])");
         EXPECT_THAT(lines.of("collation of USERS.NAME"),
                     HasSubstr(": ALTER TABLE [USERS] ALTER COLUMN [NAME] NVARCHAR("));
         EXPECT_EQ(lines.of("texts"), "missing: 2 are missing (4887, 20036): run database/sqlserver/03_texts.sql again");
@@ -172,12 +167,12 @@ TEST_F(CheckServer, EachFaultHasItsLineAndRemedy)
         EXPECT_THAT(lines.of("list LOG"), StartsWith("failed: "));
         EXPECT_THAT(lines.of("list BBHAB"), StartsWith("ok: "));
         // The remedies mend what they stand for. The open server knows no NULL in ALTER COLUMN.
-        for (const std::string what : {"column LOGS.KUBATUR", "column STRINGS.SHORT_FRENCH"}) {
+        for (const std::string what : {"column LOGS.KUBATUR", "column STRINGS.SHORT_FRENCH", "key of FORMS_CONFIG"}) {
             const std::string line = lines.of(what);
             connection->Execute(line.substr(line.find("ALTER TABLE")));
         }
         const CheckLines mended = check(1, damaged);
-        for (const std::string what : {"column LOGS.KUBATUR", "column STRINGS.SHORT_FRENCH"})
+        for (const std::string what : {"column LOGS.KUBATUR", "column STRINGS.SHORT_FRENCH", "key of FORMS_CONFIG"})
             EXPECT_EQ(mended.of(what), "no line");
         EXPECT_EQ(mended.of("list LOG"), "ok: 5 rows");
     }

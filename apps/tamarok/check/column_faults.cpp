@@ -58,6 +58,18 @@ std::string alteration(std::string_view table, const ColumnShape& column, std::s
     return alterTable(table) + " ALTER COLUMN " + definition(column, collation) + (column.nullable ? "" : " NOT NULL");
 }
 
+std::string keyAddition(const TableShape& table)
+{
+    std::string columns;
+    for (const ColumnShape& column : table.columns) {
+        if (!column.inKey) continue;
+        if (!columns.empty()) columns += ", ";
+        columns += bracketed(column.name);
+    }
+    if (columns.empty()) return {};
+    return alterTable(table.name).append(" ADD PRIMARY KEY (").append(columns).append(")");
+}
+
 std::string faultOf(const TableShape& table, const ColumnShape& expected, const ColumnShape& found, bool onServer)
 {
     const std::string remedy =

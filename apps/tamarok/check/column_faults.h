@@ -18,6 +18,9 @@ std::string faultOf(const TableShape& table, const ColumnShape& expected, const 
 /// The statements that add a missing column.
 std::string addition(const TableShape& table, const ColumnShape& column, bool onServer);
 
+/// The statement that gives a table the primary key of the reference; empty where the reference has none.
+std::string keyAddition(const TableShape& table);
+
 /// The statement that gives a column of a server its type and a collation, "" for that of the database.
 std::string alteration(std::string_view table, const ColumnShape& column, std::string_view collation);
 

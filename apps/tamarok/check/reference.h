@@ -14,7 +14,7 @@ struct Reference {
     Reference();
 
     ado::ConnectionRef database;
-    TableShapes tables;
+    TableShapes tables; ///< their key columns are those of the primary key
 };
 
 } // namespace tamarok::cli::check

@@ -24,7 +24,12 @@ constexpr std::string_view serverQuery =
     "WHERE o.type IN ('U','V') AND (s.name = SCHEMA_NAME() OR s.name = 'dbo') "
     "ORDER BY CASE WHEN s.name = SCHEMA_NAME() THEN 0 ELSE 1 END, o.object_id, c.column_id";
 
-/// Positions in the rows of that query.
+constexpr std::string_view keylessQuery =
+    "SELECT s.name, o.name FROM sys.objects o INNER JOIN sys.schemas s ON s.schema_id = o.schema_id "
+    "WHERE o.type = 'U' AND NOT EXISTS (SELECT 1 FROM sys.indexes i WHERE i.object_id = o.object_id AND i.is_unique = "
+    "1)";
+
+/// Positions in the rows of the first query, and of schema and table in the second one.
 namespace at {
 constexpr std::size_t schema = 0;
 constexpr std::size_t table = 1;
@@ -89,6 +94,7 @@ ColumnShape columnOf(const tsql::TableColumn& declared)
     column.declared = tsql::declaredText(declared.type);
     column.identity = declared.identity;
     column.nullable = declared.nullable;
+    column.inKey = declared.inKey;
     column.exact = declared.binary && tsql::isText(declared.type);
     return column;
 }
@@ -127,6 +133,10 @@ TableShapes serverTables(const ado::ConnectionRef& connection)
         shape.name = name;
         shape.schema = schema;
         shape.columns.push_back(columnOf(row));
+    }
+    for (const Row& row : readTexts(connection, keylessQuery)) {
+        const auto found = all.find(row.at(at::table));
+        if (found != all.end() && found->second.schema == row.at(at::schema)) found->second.hasKey = false;
     }
     return all;
 }

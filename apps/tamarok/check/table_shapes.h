@@ -20,6 +20,7 @@ struct ColumnShape {
     std::string declared; ///< the type in words, such as "NVARCHAR(40)"
     bool identity = false;
     bool nullable = true;
+    bool inKey = false;      ///< of a primary key or a unique index; known for embedded databases alone
     bool hasDefault = false; ///< the database gives a value itself
     bool exact = false;      ///< texts compare with regard to case
     std::string collation;   ///< empty where the catalogue names none
@@ -28,6 +29,7 @@ struct ColumnShape {
 struct TableShape {
     std::string name;
     std::string schema; ///< empty for a file
+    bool hasKey = true; ///< a primary key or a unique index; views, and files with their row numbers, need none
     std::vector<ColumnShape> columns;
 
     /// Finds a column without regard to case; nullptr for none.

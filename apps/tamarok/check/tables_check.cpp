@@ -64,6 +64,15 @@ std::size_t compareColumns(Context& context, const TableShape& expected, const T
     return right;
 }
 
+/// Without a key no recordset can change or hold a row.
+void checkKey(Context& context, const TableShape& expected, const TableShape& found)
+{
+    const std::string remedy = keyAddition(expected);
+    if (found.hasKey || remedy.empty()) return;
+    context.report.add(State::Missing, "key of " + expected.name,
+                       "its rows can be neither edited nor locked: " + remedy);
+}
+
 /// What the customer has added is no fault.
 std::string additions(const Context& context)
 {
@@ -96,10 +105,12 @@ void checkTables(Context& context)
     std::size_t right = 0;
     for (const auto& [name, expected] : context.reference.tables) {
         const auto found = installation.tables.find(name);
-        if (found == installation.tables.end())
+        if (found == installation.tables.end()) {
             missing.push_back(name);
-        else
-            right += compareColumns(quiet, expected, found->second);
+            continue;
+        }
+        right += compareColumns(quiet, expected, found->second);
+        checkKey(quiet, expected, found->second);
     }
     reportMissing(quiet, missing);
     if (missing.size() < context.reference.tables.size())
