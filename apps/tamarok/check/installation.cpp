@@ -19,6 +19,7 @@ Installation::Installation(const DatabaseChoice& database, const std::string& da
 {
     session.strDateFormat = dateFormat;
     connection()->CommandTimeout(patience);
+    knowsOptionProcedure = isFile();
     trial = isFile() ? embedded::connectInMemory() : connection();
 }
 

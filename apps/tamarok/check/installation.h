@@ -26,6 +26,8 @@ struct Installation {
     /// Where statements that write are tried: the server within a transaction that is rolled back; for a file, a
     /// database in memory with copies of the tables concerned.
     ado::ConnectionRef trial;
+    /// Whether the procedure that writes options is that of this version, and so ends no transaction but its own.
+    bool knowsOptionProcedure = false;
     std::string obstacle; ///< why the remaining checks are left out; empty while they run
 
     const ado::ConnectionRef& connection() const noexcept { return session.db_ADO; }

@@ -1,4 +1,5 @@
 #include <string>
+#include <string_view>
 
 #include "check/checks.h"
 #include "check/procedure_text.h"
@@ -10,6 +11,8 @@
 namespace tamarok::cli::check {
 
 namespace {
+
+constexpr std::string_view optionProcedure = "tmk_OPTIONEN_INS";
 
 std::string remedy()
 {
@@ -31,9 +34,10 @@ void checkOnServer(Context& context, const database::ProcedureScript& procedure)
                            "its text cannot be read: it was made WITH ENCRYPTION, or the login lacks the right; "
                            "GRANT VIEW DEFINITION ON " +
                                bracketed(name) + " gives it");
-    else if (sameProcedure(name, text, procedure.text))
+    else if (sameProcedure(name, text, procedure.text)) {
         context.report.add(State::Ok, what, "its text is that of this version");
-    else
+        if (name == optionProcedure) context.installation.knowsOptionProcedure = true;
+    } else
         context.report.add(State::Different, what, "its text is another than that of this version: " + remedy());
 }
 

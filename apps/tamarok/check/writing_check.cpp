@@ -6,7 +6,6 @@
 #include "check/remedies.h"
 #include "check/rows.h"
 
-#include "tamarok/comm_get.h"
 #include "tamarok/comm_lock.h"
 #include "tamarok/comm_set.h"
 #include "tamarok/comm_sql.h"
@@ -60,17 +59,22 @@ std::string whereTried(const Context& context)
 
 } // namespace
 
-/// Reads the setting that never makes a row, then one that has none: the library makes its row by the procedure.
+/// Reads a setting, and writes one by the procedure. A procedure of another text might commit.
 void checkOptions(Context& context)
 {
-    const TmkVar reader = context.installation.session;
-    const std::int16_t models = Comm_SQL{}.OPTIONEN_glbModel(reader);
+    const std::int16_t models = Comm_SQL{}.OPTIONEN_glbModel(context.installation.session);
     context.report.add(State::Ok, "option read", "CHANGE_MODELS is " + std::to_string(models));
+    if (!context.installation.knowsOptionProcedure) {
+        context.report.add(State::Skipped, "option written",
+                           "the procedure tmk_OPTIONEN_INS is not known to be that of this version");
+        return;
+    }
     const TmkVar session = trialSession(context);
     const RolledBack scope{*session.db_ADO};
     const std::string property = "TAMAROK_CHECK";
     Comm_Set{}.SetOptionenNumber(session, property, std::int16_t{7});
-    const bool kept = Comm_Get{}.GetOptionenNumber(session, property) == 7;
+    const bool kept =
+        readText(session.db_ADO, "SELECT NUMBER_VALUE FROM OPTIONEN WHERE PROPERTY_ID = '" + property + "'") == "7";
     context.report.add(kept ? State::Ok : State::Different, "option written",
                        kept ? whereTried(context)
                             : "the option that was written has another value when it is read: run " +
