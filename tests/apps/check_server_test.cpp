@@ -105,7 +105,7 @@ std::string reformatted(const std::string& procedure)
 {
     for (const database::ProcedureScript& script : database::procedureScripts()) {
         if (script.name != procedure) continue;
-        const std::string batch{script.text.substr(script.text.find("CREATE PROCEDURE"))};
+        const std::string batch = withNewestCollation(script.text.substr(script.text.find("CREATE PROCEDURE")));
         const std::string named = text::replaceAll(batch, "CREATE PROCEDURE " + procedure,
                                                    "/* ours */ create   procedure [dbo].[" + procedure + "]\n");
         return text::replaceAll(text::replaceAll(named, "    ", "\t"), "SET NOCOUNT ON", "set nocount on; -- quiet");

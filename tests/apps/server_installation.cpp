@@ -87,15 +87,18 @@ std::string rowsOf(const ado::ConnectionRef& server, const std::string& query)
 
 } // namespace
 
-// The server at hand may have the newer one of the two collations that compare exactly.
+std::string withNewestCollation(std::string_view batch)
+{
+    const std::string older = text::replaceAll(batch, "Latin1_General_BIN2", "Latin1_General_BIN");
+    return text::replaceAll(older, "Latin1_General_BIN", "Latin1_General_BIN2");
+}
+
 void makeInstallation(const ado::ConnectionRef& server)
 {
     for (const char* group : {"schema", "procedures"})
         for (const database::Resource& file : database::resources(group))
-            for (const std::string_view batch : database::splitBatches(file.text)) {
-                const std::string newest = text::replaceAll(batch, "Latin1_General_BIN2", "Latin1_General_BIN");
-                server->Execute(text::replaceAll(newest, "Latin1_General_BIN", "Latin1_General_BIN2"));
-            }
+            for (const std::string_view batch : database::splitBatches(file.text))
+                server->Execute(withNewestCollation(batch));
     const auto reference = embedded::connectInMemory();
     database::createReferenceDatabase(*reference, {.logs = 50, .records = 2});
     for (const tsql::Table& table : embedded::tables(*reference))

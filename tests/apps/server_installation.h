@@ -2,10 +2,14 @@
 
 #include <map>
 #include <string>
+#include <string_view>
 
 #include "tamarok/ado.h"
 
 namespace tamarok::test {
+
+/// A batch with the newer one of the two collations that compare exactly; the server at hand may have that one alone.
+std::string withNewestCollation(std::string_view batch);
 
 /// Makes the reference schema in an empty database of the T-SQL server, with its procedures, texts and master data.
 void makeInstallation(const ado::ConnectionRef& server);
