@@ -8,6 +8,7 @@
 #include "file_checks.h"
 #include "opening.h"
 #include "session.h"
+#include "tamarok_embedded/catalogue.h"
 
 #include "tamarok/ado_backend.h"
 
@@ -19,6 +20,17 @@ ado::ConnectionRef connectionOf(std::unique_ptr<Database> database, const OpenOp
 {
     auto session = std::make_unique<EmbeddedSession>(std::make_unique<Engine>(std::move(database), options.procedures));
     return std::make_shared<ado::Connection>(std::move(session), std::move(text));
+}
+
+/// The session is known by its type: a connection may belong to any back end.
+Engine& engineOf(const ado::Connection& connection)
+{
+    auto* const session = dynamic_cast<EmbeddedSession*>(&connection.session());
+    if (session == nullptr) {
+        throw Error{errors::invalidArgument, "The connection is not one of the embedded database.",
+                    std::string{sourceName}};
+    }
+    return session->engine();
 }
 
 } // namespace
@@ -51,15 +63,14 @@ ado::ConnectionRef connectInMemory(const OpenOptions& options)
                         composeConnectionText(":memory:", options));
 }
 
-/// The session is known by its type: a connection may belong to any back end.
 std::string translate(ado::Connection& connection, std::string_view statement)
 {
-    auto* const session = dynamic_cast<EmbeddedSession*>(&connection.session());
-    if (session == nullptr) {
-        throw Error{errors::invalidArgument, "The connection is not one of the embedded database.",
-                    std::string{sourceName}};
-    }
-    return session->engine().translate(statement);
+    return engineOf(connection).translate(statement);
+}
+
+std::vector<tsql::Table> tables(ado::Connection& connection)
+{
+    return engineOf(connection).tables();
 }
 
 } // namespace tamarok::embedded

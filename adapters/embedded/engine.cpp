@@ -121,6 +121,19 @@ std::string Engine::translate(std::string_view text)
     });
 }
 
+std::vector<tsql::Table> Engine::tables()
+{
+    followFile();
+    database_->deadline().arm(0);
+    catalog_.refresh();
+    std::vector<tsql::Table> all;
+    for (const std::string& name : catalog_.names()) {
+        const tsql::Table* const table = catalog_.table(name);
+        if (table != nullptr) all.push_back(*table);
+    }
+    return all;
+}
+
 const std::shared_ptr<CachedStep>& Engine::stepOf(CachedBatch& batch, std::size_t index, bool withRowKey)
 {
     return batch.step(index, withRowKey, catalog_, database_->functionContext().dateOrder);

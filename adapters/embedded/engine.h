@@ -32,6 +32,7 @@ public:
     std::unique_ptr<ado::Cursor> open(const ado::Statement& statement);
     std::int64_t execute(const ado::Statement& statement);
     std::string translate(std::string_view text);
+    std::vector<tsql::Table> tables();
 
     void begin();
     void commit();

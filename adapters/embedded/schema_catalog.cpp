@@ -52,6 +52,18 @@ const tsql::Table* SchemaCatalog::table(std::string_view name) const
     return &*entry.table;
 }
 
+std::vector<std::string> SchemaCatalog::names() const
+{
+    if (!loaded_) {
+        loadNames();
+    }
+    std::vector<std::string> names;
+    for (const auto& [name, entry] : entries_) {
+        if (!entry.temporary) names.push_back(name);
+    }
+    return names;
+}
+
 void SchemaCatalog::forget()
 {
     entries_.clear();

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "database.h"
 #include "tamarok_embedded/procedures.h"
@@ -19,6 +20,8 @@ public:
     explicit SchemaCatalog(Database& database) : database_{database} {}
 
     const tsql::Table* table(std::string_view name) const override;
+    /// The names of all tables and views but the temporary ones, in their order.
+    std::vector<std::string> names() const;
 
     /// Counts the changes of the schema that have been seen; what was translated under an older
     /// number is out of date.

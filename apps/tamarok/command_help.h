@@ -76,6 +76,20 @@ that the library composes for them, and the lists that result.
 Example:
   tamarok init demo.db --logs 5000 && tamarok day --db demo.db)";
 
+inline constexpr const char* check =
+    R"(Checks an installation: compares its tables, columns, procedures and texts with those of this version, and tries
+one statement of each kind.
+
+A table shows what is right and what is not, each fault with its remedy. The states are ok, missing, different, failed
+and skipped. Nothing is changed: a server tries locks and options in a transaction that is rolled back, a file is opened
+for reading only. Tables and columns of your own and wider texts are no faults. The exit status is 1 where anything is
+missing, different or failed.
+
+Examples:
+  tamarok check --db demo.db
+  tamarok check --odbc 'DSN=timber' --date-format DD.MM.YYYY
+  tamarok check --odbc 'DSN=timber' --format csv > check.csv)";
+
 inline constexpr const char* call =
     R"(Reads requests from standard input, one JSON object a line, and answers each with one on one line.
 

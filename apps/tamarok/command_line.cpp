@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "call/call_command.h"
+#include "check/check_command.h"
 #include "command_help.h"
 #include "connections.h"
 #include "day/day_command.h"
@@ -258,6 +259,16 @@ void addCall(CLI::App& program, Command& chosen)
     addLocale(*sub.app, sub.options->locale, "the machine's by default");
 }
 
+void addCheck(CLI::App& program, Command& chosen)
+{
+    const auto sub = add(program, "check", help::check, runCheck, chosen);
+    addDatabase(*sub.app, sub.options->database);
+    sub.app->add_option("--date-format", sub.options->dateFormat, "date format of the application's sessions")
+        ->type_name("FORMAT")
+        ->capture_default_str();
+    addFormat(*sub.app, sub.options->format);
+}
+
 /// How timber is measured, and what counts where a table has no such column.
 void addVolumeSettings(CLI::App& app, VolumeSettings& settings)
 {
@@ -326,6 +337,7 @@ std::function<int(Output&)> parseCommandLine(int count, const char* const* argum
     program.set_version_flag("--version", version, "print the version");
     program.require_subcommand(1);
     addInit(program, chosen);
+    addCheck(program, chosen);
     addDay(program, chosen);
     addList(program, chosen);
     addSql(program, chosen);

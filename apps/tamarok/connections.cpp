@@ -46,6 +46,14 @@ embedded::Procedure defaultOption()
             }};
 }
 
+/// Opens a server without looking at the session's date format.
+ado::ConnectionRef openServer(std::string_view odbcText)
+{
+    // The driver manager converts for drivers without wide functions, by the locale of the process.
+    std::setlocale(LC_CTYPE, "");
+    return backends().open(odbcProvider, odbcText);
+}
+
 } // namespace
 
 ado::BackendRegistry backends()
@@ -85,9 +93,7 @@ bool hasOdbc()
 
 ado::ConnectionRef openOdbc(std::string_view odbcText)
 {
-    // The driver manager converts for drivers without wide functions, by the locale of the process.
-    std::setlocale(LC_CTYPE, "");
-    ado::ConnectionRef connection = backends().open(odbcProvider, odbcText);
+    ado::ConnectionRef connection = openServer(odbcText);
 #ifdef TAMAROK_WITH_ODBC
     odbc::requireDateFormat(*connection, commandDateFormat);
 #endif
@@ -102,6 +108,11 @@ ado::ConnectionRef openDatabase(const DatabaseChoice& choice)
 ado::ConnectionRef openForReading(const DatabaseChoice& choice)
 {
     return choice.odbc ? openOdbc(*choice.odbc) : openForReading(choice.file);
+}
+
+ado::ConnectionRef openToCheck(const DatabaseChoice& choice)
+{
+    return choice.odbc ? openServer(*choice.odbc) : openForReading(choice.file);
 }
 
 } // namespace tamarok::cli

@@ -36,6 +36,9 @@ ado::ConnectionRef openForReading(const std::string& file);
 /// Error 3706 where the program was built without it.
 ado::ConnectionRef openOdbc(std::string_view odbcText);
 
+/// The same as openForReading for a command that reports itself how the connection reads dates.
+ado::ConnectionRef openToCheck(const DatabaseChoice& choice);
+
 /// Opens what --db or --odbc has chosen, for reading and writing.
 ado::ConnectionRef openDatabase(const DatabaseChoice& choice);
 /// The same for a command that only reads. On a server, the rights of the user decide what can be written.
