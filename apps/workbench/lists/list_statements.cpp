@@ -86,9 +86,15 @@ ListStatements::ListStatements(ListSetup setup, const TmkVar& session) :
     if (!ordersBy(keyOrder_, key_.column)) keyOrder_.append(keyOrder_.empty() ? orderBy : ",").append(key_.column);
 }
 
+bool ListStatements::hasKeys() const
+{
+    return !setup_.grouped && query_.select.find("OVER(") == std::string::npos &&
+           query_.select.find("OVER (") == std::string::npos;
+}
+
 std::string ListStatements::rows() const
 {
-    return statement(query_.select, query_, query_.where, setup_.grouped ? query_.orderBy : keyOrder_);
+    return statement(query_.select, query_, query_.where, hasKeys() ? keyOrder_ : query_.orderBy);
 }
 
 std::string ListStatements::keys() const
@@ -141,7 +147,8 @@ bool canFilter(const std::string& type, std::int16_t column, const TmkVar& sessi
     const std::vector<catalogue::ColumnInfo> all = catalogue::columnsOf(type);
     const auto found = std::ranges::find(all, column, &catalogue::ColumnInfo::id);
     if (found == all.end() || !found->measure.empty()) return false;
-    return !Comm_CSel{}.IsStr(type, column, Variant{Null{}}, session).empty();
+    // Null has a condition in types without filter too.
+    return !Comm_CSel{}.IsStr(type, column, Variant{1}, session).empty();
 }
 
 } // namespace tamarok::workbench

@@ -20,9 +20,12 @@ public:
 
     const ListSetup& setup() const noexcept { return setup_; }
 
+    /// Tells whether rows can be read by the keys of their records: not those of a grouped list, and not where a column
+    /// is computed over all rows of the list.
+    bool hasKeys() const;
     /// Returns the statement of all rows with all columns.
     std::string rows() const;
-    /// Returns the statement of the record keys of all rows, in the order of the list. Not for a grouped list.
+    /// Returns the statement of the record keys of all rows, in the order of the list, if it has keys.
     std::string keys() const;
     /// Returns the statement of the rows of some records: the columns, and the key as the last one.
     /// @param keyTexts  of the records, as keys() gives them

@@ -48,10 +48,13 @@ RowKeys RowKeys::read(const ado::ConnectionRef& connection, const ListStatements
 {
     RowKeys keys;
     keys.isText_ = recordKeyOf(list.setup().type).isText;
-    readAllRows(connection, list.keys(), stop, [&](Row&& row) {
-        keys.add(row.front());
+    ado::Recordset rows;
+    for (rows.Open(list.keys(), connection); !rows.AtEOF(); rows.MoveNext()) {
+        if (stop.stop_requested()) throw Stopped{};
+        keys.add(rows.Fields().Item(0).Value());
         if (progress && keys.count() % rowsOfReport == 0) progress(keys.count());
-    });
+    }
+    rows.Close();
     keys.numberOccurrences();
     return keys;
 }
@@ -88,7 +91,7 @@ std::vector<std::optional<Row>> readRows(const ado::ConnectionRef& connection, c
         places.emplace(std::pair{std::move(key), keys.occurrence(row)}, row - first);
     }
     std::map<std::string, std::size_t> seen;
-    readAllRows(connection, list.records(wanted), {}, [&](Row&& row) {
+    readAllRows(connection, list.records(wanted), {}, [&](Row row) {
         const std::string key = convert::toText(row.back());
         row.pop_back();
         const auto place = places.find({key, seen[key]++});
@@ -98,7 +101,7 @@ std::vector<std::optional<Row>> readRows(const ado::ConnectionRef& connection, c
 }
 
 void readAllRows(const ado::ConnectionRef& connection, const std::string& statement, const std::stop_token& stop,
-                 const std::function<void(Row&&)>& take)
+                 const std::function<void(Row)>& take)
 {
     ado::Recordset rows;
     for (rows.Open(statement, connection); !rows.AtEOF(); rows.MoveNext()) {

@@ -24,7 +24,7 @@ namespace tamarok::workbench {
 /// Thrown by long work that was asked to stop.
 struct Stopped {};
 
-/// Told of the number of rows done, now and then. An exception that it throws ends the work.
+/// Told of the number of rows done, now and then.
 using RowProgress = std::function<void(std::size_t)>;
 
 /// The keys of a list's rows, in the order of the list.
@@ -60,6 +60,6 @@ std::vector<std::optional<Row>> readRows(const ado::ConnectionRef& connection, c
 
 /// Reads all rows of a list one after another. `take` receives each. Errors: those of the database; Stopped.
 void readAllRows(const ado::ConnectionRef& connection, const std::string& statement, const std::stop_token& stop,
-                 const std::function<void(Row&&)>& take);
+                 const std::function<void(Row)>& take);
 
 } // namespace tamarok::workbench
