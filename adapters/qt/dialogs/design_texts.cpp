@@ -15,7 +15,7 @@ struct Wording {
 };
 
 /// In the order of DesignText.
-constexpr std::array<Wording, 11> wordings{{
+constexpr std::array<Wording, 12> wordings{{
     {"OK", "OK", "OK"},
     {"Abbrechen", "Cancel", "Annuler"},
     {"Beenden", "Abort", "Abandonner"},
@@ -27,6 +27,7 @@ constexpr std::array<Wording, 11> wordings{{
     {"Neu", "New", "Nouveau"},
     {"Speichern", "Save", "Enregistrer"},
     {"Info", "Info", "Info"},
+    {"Tippen sucht", "Type to search", "Taper pour chercher"},
 }};
 
 } // namespace

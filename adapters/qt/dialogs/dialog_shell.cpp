@@ -230,7 +230,6 @@ void DialogShell::appear()
     }
     fitToScreen();
     show();
-    raise();
     activateWindow();
     QTimer::singleShot(0, this, [this] { becomeActive(); });
 }

@@ -1,11 +1,11 @@
 #include <QCalendarWidget>
 #include <QCoreApplication>
-#include <QGroupBox>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPointer>
 #include <QTableView>
+#include <QTextCharFormat>
 #include <algorithm>
 #include <array>
 #include <map>
@@ -15,6 +15,7 @@
 #include "dialogs/dialog_shell.h"
 #include "dialogs/grid_model.h"
 #include "dialogs/grid_view.h"
+#include "dialogs/search_frame.h"
 #include "dialogs/windows.h"
 #include "owned.h"
 #include "tamarok_qt/dates.h"
@@ -30,6 +31,13 @@ namespace {
 constexpr std::array<std::string_view, 3> boxes{"Text1", "Text2", "Text3"};
 constexpr char32_t enter = 13;
 constexpr char32_t escape = 27;
+
+// Of the first width of a column, in pixels.
+constexpr std::size_t measuredRows = 50;
+constexpr int besideText = 14;
+constexpr int leastWidth = 60;
+constexpr int mostWidth = 320;
+const QString headRoom = QStringLiteral(" »»  "); ///< the mark of the sorted column
 
 /// The data grid as Comm_Models takes it; its columns are shown by the table.
 class LookupDialog final : public Modal<dialogs::LookupWindow> {
@@ -103,10 +111,11 @@ private:
     void makeBox(std::string_view name);
     void showColumns();
     void nameBoxes();
+    float fittingWidth(const dialogs::GridRows& rows, std::span<const std::string> names, std::size_t column) const;
     void widthDragged(int column, int width);
     controls::GridColumn& at(std::size_t column) const { return *grid_->columns()->all().at(column); }
 
-    QGroupBox* frame_ = nullptr;
+    SearchFrame* frame_ = nullptr;
     GridView* view_ = nullptr;
     QCalendarWidget* month_ = nullptr;
     GridModel model_;
@@ -138,7 +147,7 @@ bool isEnter(int key)
 
 void LookupDialog::makeGrid()
 {
-    frame_ = &makeOwned<QGroupBox>(&shell().content());
+    frame_ = &makeOwned<SearchFrame>(&shell().content());
     shell().addControl("Frame1", *frame_);
     view_ = &makeOwned<GridView>(frame_);
     shell().addControl("DataGrid1", *view_);
@@ -161,6 +170,10 @@ void LookupDialog::makeMonth()
 {
     month_ = &makeOwned<QCalendarWidget>(&shell().content());
     month_->setGridVisible(false);
+    QTextCharFormat weekend; // a red that can be read on light and on dark
+    weekend.setForeground(QColor{0xD0, 0x4A, 0x42});
+    for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
+        month_->setWeekdayTextFormat(day, weekend);
     month_->setVerticalHeaderFormat(QCalendarWidget::ISOWeekNumbers);
     shell().addControl("MonthView1", *month_);
     month_->resize(month_->sizeHint());
@@ -199,8 +212,8 @@ void LookupDialog::showRows(const dialogs::GridRows& rows, std::span<const std::
     if (columns.all().size() != names.size()) {
         while (columns.Count() > 0)
             columns.Remove(Variant{0});
-        while (columns.all().size() < names.size())
-            columns.Add(columns.Count());
+        for (std::size_t column = 0; column < names.size(); ++column)
+            columns.Add(static_cast<std::int32_t>(column))->Width = fittingWidth(rows, names, column);
     }
     for (std::size_t column = 0; column < names.size(); ++column) {
         at(column).DataField = names[column];
@@ -213,6 +226,17 @@ void LookupDialog::showRows(const dialogs::GridRows& rows, std::span<const std::
     model_.show(rows, names);
     showing_ = former;
     showColumns();
+}
+
+/// Returns the first width of a column, which fits its head and the cells of the first rows.
+float LookupDialog::fittingWidth(const dialogs::GridRows& rows, std::span<const std::string> names,
+                                 std::size_t column) const
+{
+    const QFontMetrics metrics{view_->font()};
+    int widest = metrics.horizontalAdvance(headRoom + toQt(names[column]));
+    for (std::size_t row = 0; row < std::min(rows.count(), measuredRows); ++row)
+        widest = std::max(widest, metrics.horizontalAdvance(shownText(rows.text(row, column))));
+    return twips(std::clamp(widest + besideText, leastWidth, mostWidth));
 }
 
 /// Shows the widths, heads and visibility that the presenter or an operation has given to the grid.

@@ -20,6 +20,7 @@ constexpr std::array<std::string_view, 5> buttons{"cmdYes", "cmdYesAll", "cmdNo"
 constexpr int textLeft = 8;   ///< pixels
 constexpr int textTop = 8;    ///< likewise
 constexpr int belowText = 20; ///< to the buttons
+constexpr int buttonGap = 8;
 constexpr int leastButton = 84;
 
 /// The presenter makes the window as wide as the text or the buttons need. The window gives the label the size of its
@@ -46,7 +47,18 @@ public:
         if (control == "lblText") fitText();
         fitButtons();
     }
-    using Modal::place;
+    // The presenter puts the buttons side by side: the gap between them is part of their width.
+    dialogs::Box place(std::string_view control) const override
+    {
+        dialogs::Box box = Modal::place(control);
+        if (control != "lblText") box.width += twips(buttonGap);
+        return box;
+    }
+    void place(std::string_view control, const dialogs::Box& box) override
+    {
+        Modal::place(control,
+                     {box.left, box.top, box.width - (control != "lblText" ? twips(buttonGap) : 0), box.height});
+    }
 
 private:
     void fitText()
@@ -54,7 +66,7 @@ private:
         const QScreen* const screen = shell().screen();
         const int widest = screen != nullptr ? screen->availableGeometry().width() * 2 / 3 : 800;
         const QFontMetrics metrics{label_->font()};
-        QRect extent = metrics.boundingRect(QRect{0, 0, widest, 0}, Qt::TextWordWrap, label_->text());
+        const QRect extent = metrics.boundingRect(QRect{0, 0, widest, 0}, Qt::TextWordWrap, label_->text());
         label_->setWordWrap(true);
         label_->setGeometry(textLeft, textTop, extent.width() + 2, std::max(extent.height(), metrics.height()));
     }

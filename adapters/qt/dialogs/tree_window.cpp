@@ -22,6 +22,7 @@ namespace {
 constexpr dialogs::Size windowSize{6000, 7200};
 constexpr dialogs::Size button{1395, 420};
 constexpr float gap = 120;
+constexpr int aroundText = 6; ///< pixels above and below the text of a row together
 constexpr int keyRole = Qt::UserRole;
 
 /// The presenter of the tree leaves the places of the controls to the window.
@@ -87,6 +88,8 @@ public:
                         "Nodes"};
         made->setText(0, toQt(text));
         made->setData(0, keyRole, toQt(key));
+        // All rows are as high as the first one.
+        if (items_.size() == 1) made->setSizeHint(0, {0, QFontMetrics{tree_->font()}.height() + aroundText});
         above->addChild(made.release());
     }
     void expandNode(std::string_view key) override { item(key).setExpanded(true); }
