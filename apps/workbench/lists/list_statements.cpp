@@ -30,7 +30,7 @@ std::string visibleRecords(const ListSetup& setup, const TmkVar& session)
     std::string condition;
     Comm_Lock{}.Access_Levels(levels, condition, session, session.ID_Access_Levels);
     if (levels != timberLists || condition.empty()) return condition;
-    return "LOGS.LISTE IN (SELECT LISTENKOPF.LISTE FROM LISTENKOPF WHERE " + condition + ")";
+    return "EXISTS (SELECT 1 FROM LISTENKOPF WHERE LISTENKOPF.LISTE = LOGS.LISTE AND " + condition + ")";
 }
 
 /// Returns what the user may see, and what the filters leave of it.
