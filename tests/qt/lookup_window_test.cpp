@@ -1,12 +1,11 @@
-#include "qt/support/sample.h"
-#include "qt/support/user.h"
-
 #include "dialogs/grid_model.h"
 #include "dialogs/windows.h"
+#include "qt/support/sample.h"
+#include "qt/support/user.h"
+#include "tamarok_qt/twips.h"
 
 #include "tamarok/error.h"
 #include "tamarok/grid_help.h"
-#include "tamarok_qt/twips.h"
 
 // The lookup in its real window: keys and clicks of a user, on the sample database.
 
@@ -87,7 +86,10 @@ TEST_F(LookupWindowTest, MarksTheRowThatItTakes)
                   ASSERT_EQ(marked.size(), 1);
                   EXPECT_EQ(marked.front().row(), 2) << "the value of the field";
               },
-              pressKey(Qt::Key_Up), pressKey(Qt::Key_Up), pressKey(Qt::Key_PageDown), clickRow(3),
+              pressKey(Qt::Key_Up),
+              pressKey(Qt::Key_Up),
+              pressKey(Qt::Key_PageDown),
+              clickRow(3),
               [](QDialog& dialog) { EXPECT_EQ(grid(dialog).selectionModel()->selectedRows().size(), 1); },
               clickRow(1, Qt::ControlModifier),
               [](QDialog& dialog) { EXPECT_EQ(grid(dialog).selectionModel()->selectedRows().size(), 1); },
@@ -142,13 +144,20 @@ TEST_F(LookupWindowTest, ClosingIsRefusedWhileARowIsEdited)
 
 TEST_F(LookupWindowTest, ARowIsAddedAndTaken)
 {
-    User user{click("cmdNew"), typeKeys("1990"), pressKey(Qt::Key_Tab), typeKeys("Windwurf"), pressKey(Qt::Key_Tab),
-              typeKeys("Wind"), click("cmdNew"),
+    User user{click("cmdNew"),
+              typeKeys("1990"),
+              pressKey(Qt::Key_Tab),
+              typeKeys("Windwurf"),
+              pressKey(Qt::Key_Tab),
+              typeKeys("Wind"),
+              click("cmdNew"),
               [](QDialog& dialog) {
                   EXPECT_TRUE(grid(dialog).isEnabled());
                   EXPECT_EQ(grid(dialog).model()->rowCount(), 7);
               },
-              [](QDialog& dialog) { grid(dialog).setFocus(); }, typeKeys("199"), click("cmdOk")};
+              [](QDialog& dialog) { grid(dialog).setFocus(); },
+              typeKeys("199"),
+              click("cmdOk")};
     EXPECT_EQ(run("001"), "1990");
     EXPECT_TRUE(sample.messages->shown.empty());
     sample.session.db_ADO->Execute("DELETE FROM BB_T_PROJEKT_PLANUNG WHERE NUMMER = '1990'");
@@ -182,9 +191,7 @@ TEST_F(LookupWindowTest, WidthsAndSizePersist)
 TEST_F(LookupWindowTest, ADatabaseThatDisappearsEndsTheDialogWithItsError)
 {
     // Sorting keeps the rows that it has; a new row cannot be saved.
-    User user{clickHead(1),
-              [&](QDialog&) { sample.session.db_ADO->Execute("DROP TABLE VANISHING"); },
-              clickHead(1),
+    User user{clickHead(1), [&](QDialog&) { sample.session.db_ADO->Execute("DROP TABLE VANISHING"); }, clickHead(1),
               [](QDialog& dialog) { EXPECT_EQ(grid(dialog).model()->rowCount(), 2); }, click("cmdOk")};
     sample.session.db_ADO->Execute("CREATE TABLE VANISHING (CODE NVARCHAR(5) NOT NULL PRIMARY KEY, NAME NVARCHAR(9))");
     sample.session.db_ADO->Execute("INSERT INTO VANISHING (CODE, NAME) VALUES ('A', 'Ahorn'), ('B', 'Buche')");

@@ -1,10 +1,10 @@
 #include "qt/support/sample.h"
 #include "qt/support/user.h"
+#include "tamarok_qt/platform.h"
 
 #include "tamarok/comm_forms.h"
 #include "tamarok/error.h"
 #include "tamarok/grid_help.h"
-#include "tamarok_qt/platform.h"
 
 namespace tamarok::qt {
 namespace {
@@ -14,7 +14,7 @@ using namespace acting;
 User::Step pressButton(QMessageBox::StandardButton which)
 {
     return [which](QDialog& dialog) {
-        QAbstractButton* const button = qobject_cast<QMessageBox&>(dialog).button(which);
+        QAbstractButton* const button = dynamic_cast<QMessageBox&>(dialog).button(which);
         ASSERT_NE(button, nullptr);
         QTest::mouseClick(button, Qt::LeftButton);
     };
@@ -41,7 +41,7 @@ TEST(MessageBoxTest, ButtonsIconsAndAnswers)
     const Platform services = platform();
     for (const Row& row : rows) {
         User user{[&](QDialog& dialog) {
-                      const auto& box = qobject_cast<QMessageBox&>(dialog);
+                      const auto& box = dynamic_cast<QMessageBox&>(dialog);
                       EXPECT_EQ(box.icon(), row.icon);
                       EXPECT_EQ(box.text(), "Text <b> & mehr");
                       EXPECT_EQ(box.textFormat(), Qt::PlainText);
@@ -70,10 +70,11 @@ TEST(MessageBoxTest, TextsFollowTheLanguage)
         QLocale::Language language;
         const char* cancel;
     };
-    for (const Row& row : {Row{QLocale::German, "Abbrechen"}, Row{QLocale::French, "Annuler"}, Row{QLocale::Dutch, "Cancel"}}) {
+    for (const Row& row :
+         {Row{QLocale::German, "Abbrechen"}, Row{QLocale::French, "Annuler"}, Row{QLocale::Dutch, "Cancel"}}) {
         QLocale::setDefault(QLocale{row.language});
         User user{[&](QDialog& dialog) {
-                      EXPECT_EQ(qobject_cast<QMessageBox&>(dialog).button(QMessageBox::Cancel)->text(), row.cancel);
+                      EXPECT_EQ(dynamic_cast<QMessageBox&>(dialog).button(QMessageBox::Cancel)->text(), row.cancel);
                   },
                   pressButton(QMessageBox::Ok)};
         services.messageBox->show("x", 1, "");
@@ -105,7 +106,8 @@ TEST(KeyboardTest, EnterReachesTheCallersWindowAfterTheDialog)
     EXPECT_EQ(textAtEnter, "1002");
 
     User silent{click("cmdOk")};
-    Grid_Help{}.GridHelp(sample.session, "SELECT NUMMER FROM BB_T_PROJEKT_PLANUNG WHERE NUMMER = '1002'", "", "", "0001");
+    Grid_Help{}.GridHelp(sample.session, "SELECT NUMMER FROM BB_T_PROJEKT_PLANUNG WHERE NUMMER = '1002'", "", "",
+                         "0001");
     QTest::qWait(20);
     EXPECT_EQ(presses, 1) << "the fourth position of the configuration sends none";
 }

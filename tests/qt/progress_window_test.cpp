@@ -58,7 +58,8 @@ TEST(ProgressWindowTest, HandlesNoInputMeanwhile)
     box.setFocus();
     QCoreApplication::processEvents();
     // A key of the user waits in the queue of the program.
-    QCoreApplication::postEvent(&box, std::make_unique<QKeyEvent>(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, "a").release());
+    QCoreApplication::postEvent(
+        &box, std::make_unique<QKeyEvent>(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, "a").release());
     Comm_Forms forms;
     forms.Info_ProgressLabel("hidden"); // before it is shown
     forms.Info_ProgressValue(5);

@@ -23,7 +23,8 @@ TEST_F(QuestionWindowTest, EachButtonHasItsAnswer)
         const char* button;
         int answer;
     };
-    for (const Row& row : {Row{"cmdYes", 1}, Row{"cmdYesAll", 2}, Row{"cmdNo", 3}, Row{"cmdNoAll", 4}, Row{"cmdExit", 0}}) {
+    for (const Row& row :
+         {Row{"cmdYes", 1}, Row{"cmdYesAll", 2}, Row{"cmdNo", 3}, Row{"cmdNoAll", 4}, Row{"cmdExit", 0}}) {
         User user{click(row.button)};
         EXPECT_EQ(ask({91, 94, 268, 610, 223}), row.answer) << row.button;
     }

@@ -34,7 +34,7 @@ TEST_F(TreeWindowTest, ALeafIsFoundByTheKeyboardAndTaken)
 
 TEST_F(TreeWindowTest, ABranchIsRefusedAndTheDialogStays)
 {
-    User user{pressKey(Qt::Key_Home), click("cmdOk"),
+    User user{pressKey(Qt::Key_Down), pressKey(Qt::Key_Home), click("cmdOk"),
               [&](QDialog& dialog) {
                   EXPECT_EQ(sample.messages->shown.size(), 1U);
                   EXPECT_EQ(dialog.focusWidget(), &tree(dialog));
