@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QPointer>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -37,12 +38,14 @@ private:
             if (!steps_.empty() && ++waited_ < patience) next();
             return;
         }
-        // A dialog that has just appeared handles its first events before the user acts.
-        if (std::exchange(seen_, dialog) != dialog) return next();
         if (steps_.empty()) {
+            if (acted_ != dialog) return; // the dialog of the last step has gone
             ADD_FAILURE() << "the dialog stays open";
             return QCoreApplication::exit(1); // ends the loops of all dialogs
         }
+        // A dialog that has just appeared handles its first events before the user acts.
+        if (std::exchange(seen_, QPointer<QDialog>{dialog}) != dialog) return next();
+        acted_ = dialog;
         const Step step = std::move(steps_.front());
         steps_.pop_front();
         next(); // first: the step may open a further dialog
@@ -53,7 +56,8 @@ private:
     static constexpr int patience = 400;
     std::deque<Step> steps_;
     QObject context_;
-    const QDialog* seen_ = nullptr;
+    QPointer<QDialog> seen_;
+    QPointer<QDialog> acted_;
     int waited_ = 0;
 };
 
