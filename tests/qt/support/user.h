@@ -38,6 +38,7 @@ private:
             if (!steps_.empty() && ++waited_ < patience) next();
             return;
         }
+        if (acting_ && acted_ == dialog) return next(); // the step at hand waits
         if (steps_.empty()) {
             if (acted_ != dialog) return; // the dialog of the last step has gone
             ADD_FAILURE() << "the dialog stays open";
@@ -49,7 +50,9 @@ private:
         const Step step = std::move(steps_.front());
         steps_.pop_front();
         next(); // first: the step may open a further dialog
+        const bool former = std::exchange(acting_, true);
         step(*dialog);
+        acting_ = former;
     }
 
     static constexpr int delay = 5;
@@ -59,6 +62,7 @@ private:
     QPointer<QDialog> seen_;
     QPointer<QDialog> acted_;
     int waited_ = 0;
+    bool acting_ = false;
 };
 
 template <class Widget>
