@@ -162,8 +162,8 @@ QAction* ListWindow::addTool(Text text, Text hint, const QKeySequence& key, cons
     QAction* const tool = tools_.addAction(QString{});
     tool->setShortcut(key);
     tool->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    tool->setProperty("text", static_cast<int>(text));
-    tool->setProperty("hint", static_cast<int>(hint));
+    tool->setProperty("textNumber", static_cast<int>(text));
+    tool->setProperty("hintNumber", static_cast<int>(hint));
     connect(tool, &QAction::triggered, this, [action] { action(); });
     addAction(tool);
     return tool;
@@ -220,10 +220,10 @@ void ListWindow::retranslate()
     QList<QAction*> all = tools_.actions();
     all += table_.actions();
     for (QAction* const tool : all) {
-        if (!tool->property("text").isValid()) continue;
+        if (!tool->property("textNumber").isValid()) continue;
         const QString key = tool->shortcut().toString(QKeySequence::NativeText);
-        tool->setText(textOf(static_cast<Text>(tool->property("text").toInt())));
-        const QString hint = textOf(static_cast<Text>(tool->property("hint").toInt()));
+        tool->setText(textOf(static_cast<Text>(tool->property("textNumber").toInt())));
+        const QString hint = textOf(static_cast<Text>(tool->property("hintNumber").toInt()));
         tool->setToolTip(key.isEmpty() ? hint : hint + " (" + key + ")");
     }
     version_.setToolTip(textOf(Text::Settlement));
