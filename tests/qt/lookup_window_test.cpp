@@ -246,6 +246,23 @@ TEST_F(LookupWindowTest, EveryControlHasANameAndIsReachedByTab)
     run("001");
 }
 
+TEST_F(LookupWindowTest, AWindowWhoseScreenGoesAwayComesBack)
+{
+    User user{click("cmdNew"),
+              typeKeys("17"),
+              [](QDialog& dialog) {
+                  dialog.move(4000, 3000);
+                  emit qApp->screenRemoved(dialog.screen());
+              },
+              [](QDialog& dialog) {
+                  EXPECT_TRUE(dialog.screen()->availableGeometry().contains(dialog.geometry()));
+                  EXPECT_EQ(find<QLineEdit>(dialog, "Text1").text(), "17");
+              },
+              click("cmdSave"),
+              closeWindow()};
+    EXPECT_EQ(run("001", "kept"), "kept");
+}
+
 TEST_F(LookupWindowTest, ClosedWhileItLoads)
 {
     // The window is closed before its first events are handled.

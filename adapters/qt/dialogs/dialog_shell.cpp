@@ -168,7 +168,7 @@ void DialogShell::controlText(std::string_view name, std::string_view text)
 dialogs::Box DialogShell::place(std::string_view name) const
 {
     const QWidget& widget = control(name);
-    const QRect shown = widget.geometry();
+    const QRect shown = widget.geometry().adjusted(0, 0, gapOf(widget), 0);
     const auto given = places_.find(&widget);
     if (given != places_.end()) {
         const dialogs::Box& box = given->second;
@@ -181,7 +181,13 @@ void DialogShell::place(std::string_view name, const dialogs::Box& box)
 {
     QWidget& widget = control(name);
     places_[&widget] = box;
-    widget.setGeometry(pixels(box.left), pixels(box.top), pixels(box.width), pixels(box.height));
+    widget.setGeometry(pixels(box.left), pixels(box.top), pixels(box.width) - gapOf(widget), pixels(box.height));
+}
+
+/// Returns the part of a control's width that stays free.
+int DialogShell::gapOf(const QWidget& widget) const
+{
+    return qobject_cast<const QPushButton*>(&widget) != nullptr ? buttonGap_ : 0;
 }
 
 void DialogShell::focusControl(std::string_view name)
