@@ -255,7 +255,7 @@ TEST_F(LookupWindowTest, AWindowWhoseScreenGoesAwayComesBack)
                   emit qApp->screenRemoved(dialog.screen());
               },
               [](QDialog& dialog) {
-                  EXPECT_TRUE(dialog.screen()->availableGeometry().contains(dialog.geometry()));
+                  EXPECT_TRUE(dialog.screen()->availableGeometry().contains(dialog.frameGeometry()));
                   EXPECT_EQ(find<QLineEdit>(dialog, "Text1").text(), "17");
               },
               click("cmdSave"),

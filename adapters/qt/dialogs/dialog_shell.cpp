@@ -254,9 +254,10 @@ void DialogShell::fitToScreen()
     const QScreen* const on = screen() != nullptr ? screen() : QGuiApplication::primaryScreen();
     if (on == nullptr) return;
     const QRect room = on->availableGeometry();
-    const QSize fitting = size().boundedTo(room.size());
+    const QSize frame = frameGeometry().size() - size(); // of the system, known once the window was shown
+    const QSize fitting = size().boundedTo(room.size() - frame);
     if (fitting != size()) QWidget::resize(fitting);
-    const QPoint last = room.bottomRight() - QPoint{fitting.width() - 1, fitting.height() - 1};
+    const QPoint last = room.bottomRight() - QPoint{fitting.width() + frame.width(), fitting.height() + frame.height()};
     const QPoint corner{std::clamp(x(), room.left(), std::max(room.left(), last.x())),
                         std::clamp(y(), room.top(), std::max(room.top(), last.y()))};
     if (corner != pos()) move(corner);
