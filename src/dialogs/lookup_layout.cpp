@@ -39,7 +39,7 @@ LookupLayout layOutLookup(Size form, bool showsNew, const std::array<ColumnSpan,
     const auto at = [top](float buttonLeft) { return Box{buttonLeft, top, button.width, button.height}; };
     layout.closeButton = at(layout.form.width - closeMargin - button.width);
     layout.okButton = at(layout.closeButton.left - okMargin - button.width);
-    layout.newButton = at(layout.frame.left);
+    layout.newButton = at(layout.frame.left + layout.grid.left);
     layout.saveButton = at(layout.newButton.left + button.width + okMargin);
     return layout;
 }

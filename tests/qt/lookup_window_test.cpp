@@ -206,6 +206,63 @@ TEST_F(LookupWindowTest, ADatabaseThatDisappearsEndsTheDialogWithItsError)
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
+TEST_F(LookupWindowTest, ATypedRowOutlivesAFailureOfTheDatabase)
+{
+    sample.session.db_ADO->Execute(
+        "CREATE TABLE FLEETING (ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY, CODE NVARCHAR(5), "
+        "NAME NVARCHAR(9), ID_ACCESS_LEVELS INT)");
+    User user{click("cmdNew"),
+              typeKeys("AH"),
+              pressKey(Qt::Key_Tab),
+              typeKeys("Ahorn"),
+              [&](QDialog&) { sample.session.db_ADO->Execute("DROP TABLE FLEETING"); },
+              click("cmdNew"),
+              [&](QDialog& dialog) {
+                  EXPECT_EQ(sample.messages->shown.size(), 1U);
+                  EXPECT_EQ(find<QLineEdit>(dialog, "Text1").text(), "AH");
+                  EXPECT_EQ(find<QLineEdit>(dialog, "Text2").text(), "Ahorn");
+                  EXPECT_TRUE(find<QLineEdit>(dialog, "Text2").isEnabled());
+              },
+              click("cmdSave"),
+              closeWindow()};
+    run("001", "", "SELECT CODE, NAME FROM FLEETING ORDER BY CODE");
+}
+
+TEST_F(LookupWindowTest, EveryControlHasANameAndIsReachedByTab)
+{
+    User user{click("cmdNew"),
+              [](QDialog& dialog) {
+                  QStringList passed;
+                  for (int presses = 0; presses < 8; ++presses) {
+                      passed << dialog.focusWidget()->objectName();
+                      QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
+                  }
+                  for (const char* name : {"Text1", "Text2", "Text3", "cmdNew", "cmdSave"})
+                      EXPECT_TRUE(passed.contains(name)) << name;
+                  for (const char* name : {"DataGrid1", "Text1", "Text2", "Text3"})
+                      EXPECT_FALSE(find<QWidget>(dialog, name).accessibleName().isEmpty()) << name;
+              },
+              click("cmdSave"), closeWindow()};
+    run("001");
+}
+
+TEST_F(LookupWindowTest, AWindowWhoseScreenGoesAwayComesBack)
+{
+    User user{click("cmdNew"),
+              typeKeys("17"),
+              [](QDialog& dialog) {
+                  dialog.move(4000, 3000);
+                  emit qApp->screenRemoved(dialog.screen());
+              },
+              [](QDialog& dialog) {
+                  EXPECT_TRUE(dialog.screen()->availableGeometry().contains(dialog.frameGeometry()));
+                  EXPECT_EQ(find<QLineEdit>(dialog, "Text1").text(), "17");
+              },
+              click("cmdSave"),
+              closeWindow()};
+    EXPECT_EQ(run("001", "kept"), "kept");
+}
+
 TEST_F(LookupWindowTest, ClosedWhileItLoads)
 {
     // The window is closed before its first events are handled.

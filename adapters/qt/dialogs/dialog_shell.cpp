@@ -168,7 +168,7 @@ void DialogShell::controlText(std::string_view name, std::string_view text)
 dialogs::Box DialogShell::place(std::string_view name) const
 {
     const QWidget& widget = control(name);
-    const QRect shown = widget.geometry();
+    const QRect shown = widget.geometry().adjusted(0, 0, gapOf(widget), 0);
     const auto given = places_.find(&widget);
     if (given != places_.end()) {
         const dialogs::Box& box = given->second;
@@ -181,7 +181,13 @@ void DialogShell::place(std::string_view name, const dialogs::Box& box)
 {
     QWidget& widget = control(name);
     places_[&widget] = box;
-    widget.setGeometry(pixels(box.left), pixels(box.top), pixels(box.width), pixels(box.height));
+    widget.setGeometry(pixels(box.left), pixels(box.top), pixels(box.width) - gapOf(widget), pixels(box.height));
+}
+
+/// Returns the part of a control's width that stays free.
+int DialogShell::gapOf(const QWidget& widget) const
+{
+    return qobject_cast<const QPushButton*>(&widget) != nullptr ? buttonGap_ : 0;
 }
 
 void DialogShell::focusControl(std::string_view name)
@@ -248,9 +254,10 @@ void DialogShell::fitToScreen()
     const QScreen* const on = screen() != nullptr ? screen() : QGuiApplication::primaryScreen();
     if (on == nullptr) return;
     const QRect room = on->availableGeometry();
-    const QSize fitting = size().boundedTo(room.size());
+    const QSize frame = frameGeometry().size() - size(); // of the system, known once the window was shown
+    const QSize fitting = size().boundedTo(room.size() - frame);
     if (fitting != size()) QWidget::resize(fitting);
-    const QPoint last = room.bottomRight() - QPoint{fitting.width() - 1, fitting.height() - 1};
+    const QPoint last = room.bottomRight() - QPoint{fitting.width() + frame.width(), fitting.height() + frame.height()};
     const QPoint corner{std::clamp(x(), room.left(), std::max(room.left(), last.x())),
                         std::clamp(y(), room.top(), std::max(room.top(), last.y()))};
     if (corner != pos()) move(corner);

@@ -70,6 +70,9 @@ public:
     /// The name of the button that Escape presses; the window's own close if it is hidden or there is none.
     void escapeButton(std::string_view name) { escapeButton_ = name; }
 
+    /// The presenters put buttons side by side: so many pixels of a button's width are the gap behind it.
+    void buttonGap(int pixels) { buttonGap_ = pixels; }
+
     /// Called after each event, when the presenter is done with the window.
     std::function<void()> afterEvent;
     /// Called when the window has become the active one.
@@ -86,6 +89,7 @@ private:
     void clicked(std::string_view name);
     void becomeActive();
     void fitToScreen();
+    int gapOf(const QWidget& widget) const;
     void appear();
     QSize clientSize(const dialogs::Size& outer) const;
 
@@ -96,6 +100,7 @@ private:
     std::map<const QWidget*, dialogs::Box> places_; ///< as the presenter gave them, finer than pixels
     std::optional<dialogs::Size> size_;             ///< likewise
     std::string escapeButton_;
+    int buttonGap_ = 0;
 
     dialogs::DialogEvents* events_ = nullptr;
     QEventLoop* loop_ = nullptr;

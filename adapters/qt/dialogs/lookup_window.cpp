@@ -53,6 +53,7 @@ public:
         shell().addButton("cmdOk", designText(DesignText::Ok));
         shell().addButton("cmdClose", designText(DesignText::Close));
         shell().escapeButton("cmdClose");
+        shell().buttonGap(6);
         shell().afterEvent = [this] { showColumns(); };
         shell().activated = [this] { tell([](auto& events) { events.activated(); }); };
     }

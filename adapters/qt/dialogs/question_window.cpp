@@ -20,7 +20,6 @@ constexpr std::array<std::string_view, 5> buttons{"cmdYes", "cmdYesAll", "cmdNo"
 constexpr int textLeft = 8;   ///< pixels
 constexpr int textTop = 8;    ///< likewise
 constexpr int belowText = 20; ///< to the buttons
-constexpr int buttonGap = 8;
 constexpr int leastButton = 84;
 
 /// The presenter makes the window as wide as the text or the buttons need. The window gives the label the size of its
@@ -36,6 +35,7 @@ public:
         shell().addControl("lblText", *label_);
         for (const std::string_view button : buttons)
             shell().addButton(button, {});
+        shell().buttonGap(8);
         fitText();
         fitButtons();
     }
@@ -46,18 +46,6 @@ public:
         Modal::text(control, text);
         if (control == "lblText") fitText();
         fitButtons();
-    }
-    // The presenter puts the buttons side by side: the gap between them is part of their width.
-    dialogs::Box place(std::string_view control) const override
-    {
-        dialogs::Box box = Modal::place(control);
-        if (control != "lblText") box.width += twips(buttonGap);
-        return box;
-    }
-    void place(std::string_view control, const dialogs::Box& box) override
-    {
-        Modal::place(control,
-                     {box.left, box.top, box.width - (control != "lblText" ? twips(buttonGap) : 0), box.height});
     }
 
 private:
