@@ -7,18 +7,16 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QMenu>
-#include <QMetaObject>
 #include <QSaveFile>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <map>
-#include <set>
 
 #include "list/visible_services.h"
 #include "lists/csv_export.h"
 #include "tamarok_qt/texts.h"
 #include "windows/column_chooser.h"
+#include "windows/list_worker.h"
 #include "windows/statement_view.h"
 #include "windows/texts.h"
 
@@ -35,43 +33,12 @@ namespace {
 constexpr int widestColumn = 320;
 constexpr int narrowestColumn = 60;
 constexpr int cellMargin = 30; ///< margins of a cell, and the sign of the order in a head
-constexpr int rowsForWidths = 100;
-
-/// Opens a connection of its own for the list, with what the list needs on it.
-Worker::Open openerOf(const Workplace& place, const std::string& type)
-{
-    return [open = place.opener(), type, session = place.sessionOver({})] {
-        const ado::ConnectionRef connection = open();
-        TmkVar own = session;
-        own.db_ADO = connection;
-        cli::prepareList(type, own);
-        return connection;
-    };
-}
-
-/// The services of a worker: no windows, and the regional settings of this thread.
-Platform platformOfWorker()
-{
-    Platform platform;
-    platform.regional = Platform::current().regional;
-    platform.makeLocService = Platform::current().makeLocService;
-    return platform;
-}
-
-Worker::Deliver delivererTo(QObject& receiver)
-{
-    return [&receiver](std::function<void()> action) {
-        QMetaObject::invokeMethod(&receiver, std::move(action), Qt::QueuedConnection);
-    };
-}
 
 } // namespace
 
-ListWindow::ListWindow(const Workplace& place, ListSetup setup, OpenList openList, QWidget* parent) :
-    QWidget{parent}, place_{place}, setup_{std::move(setup)}, openList_{std::move(openList)},
-    columns_{listColumns(setup_.type, place.session())}, worker_{std::make_unique<Worker>(openerOf(place, setup_.type),
-                                                                                          platformOfWorker(),
-                                                                                          delivererTo(*this))},
+ListWindow::ListWindow(const Workplace& place, ListSetup setup, Actions actions, QWidget* parent) :
+    QWidget{parent}, place_{place}, setup_{std::move(setup)}, actions_{std::move(actions)},
+    columns_{listColumns(setup_.type, place.session())}, worker_{makeListWorker(place, setup_.type, *this)},
     chartPanel_{place}
 {
     model_ = std::make_unique<ListModel>(
@@ -390,6 +357,7 @@ void ListWindow::showMenu(const QPoint& point)
         }
         if (setup_.grouped) menu.addAction(textOf(Text::ShowRecords), this, [this, index] { showRecords(index); });
         menu.addAction(textOf(Text::CopyCell), this, [this] { copyCells(); });
+        addMeasuring(menu, index);
     }
     if (!setup_.filters.empty()) {
         menu.addAction(textOf(Text::RemoveFilters), this, [this] {
@@ -399,6 +367,17 @@ void ListWindow::showMenu(const QPoint& point)
         });
     }
     if (!menu.isEmpty()) menu.exec(table_.viewport()->mapToGlobal(point));
+}
+
+/// A row of the log list names its timber list where that column is shown.
+void ListWindow::addMeasuring(QMenu& menu, const QModelIndex& index)
+{
+    constexpr std::int16_t timberList = 1;
+    const auto place = std::ranges::find(setup_.columns, timberList);
+    if (setup_.type != "LOG" || !actions_.measure || place == setup_.columns.end()) return;
+    const QString list = index.siblingAtColumn(static_cast<int>(place - setup_.columns.begin())).data().toString();
+    if (list.isEmpty()) return;
+    menu.addAction(textOf(Text::MeasureList), this, [this, list] { actions_.measure(qt::fromQt(list)); });
 }
 
 void ListWindow::filterBy(const QModelIndex& index)
@@ -439,7 +418,7 @@ void ListWindow::showRecords(const QModelIndex& index)
         std::erase_if(records.filters, [&](const ValueFilter& filter) { return filter.column == shown.id; });
         records.filters.push_back({shown.id, *value});
     }
-    openList_(records);
+    actions_.openList(records);
 }
 
 /// The file appears when it is complete.

@@ -25,12 +25,15 @@ namespace tamarok::workbench {
 /// One list: its tools, its table with totals, the picture beside it, and how far its reading is.
 class ListWindow final : public QWidget {
 public:
-    /// Opens a further list beside this one.
-    using OpenList = std::function<void(const ListSetup&)>;
+    /// What the window asks the program for.
+    struct Actions {
+        std::function<void(const ListSetup&)> openList;             ///< opens a further list beside this one
+        std::function<void(const std::string& timberList)> measure; ///< measures in a timber list; nothing: not offered
+    };
 
     /// @param setup  without columns: those that the user chose last
     /// @param place  outlives the window
-    ListWindow(const Workplace& place, ListSetup setup, OpenList openList, QWidget* parent = nullptr);
+    ListWindow(const Workplace& place, ListSetup setup, Actions actions, QWidget* parent = nullptr);
     ~ListWindow() override;
 
     const ListSetup& setup() const noexcept { return setup_; }
@@ -59,6 +62,7 @@ private:
     void toggleGroup();
     void toggleChart();
     void showMenu(const QPoint& point);
+    void addMeasuring(QMenu& menu, const QModelIndex& index);
     void filterBy(const QModelIndex& index);
     void copyCells() const;
     void showRecords(const QModelIndex& index);
@@ -73,7 +77,7 @@ private:
 
     const Workplace& place_;
     ListSetup setup_;
-    OpenList openList_;
+    Actions actions_;
     std::vector<ListColumn> columns_; ///< all of the type
     std::unique_ptr<ListModel> model_;
     std::unique_ptr<Worker> worker_; ///< goes first: its jobs tell the model

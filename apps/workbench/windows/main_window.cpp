@@ -12,8 +12,10 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include "tamarok_qt/entry_controls.h"
 #include "tamarok_qt/texts.h"
 #include "windows/list_window.h"
+#include "windows/measure_window.h"
 #include "windows/theme.h"
 #include "work/navigation.h"
 
@@ -207,11 +209,33 @@ ListWindow& MainWindow::openList(const ListSetup& setup)
         const std::unique_ptr<QWidget> welcome{tabs_.widget(0)};
         tabs_.removeTab(0);
     }
-    auto list = std::make_unique<ListWindow>(place_, setup, [this](const ListSetup& further) { openList(further); });
+    auto list = std::make_unique<ListWindow>(
+        place_, setup,
+        ListWindow::Actions{[this](const ListSetup& further) { openList(further); },
+                            [this](const std::string& timberList) { measure(timberList); }});
     ListWindow& opened = *list;
     tabs_.setCurrentIndex(tabs_.addTab(list.release(), opened.title())); // the tabs take it over
     opened.table().setFocus();
     return opened;
+}
+
+/// One timber list is measured at a time: the library releases all object locks of a user together.
+void MainWindow::measure(const std::string& timberList)
+{
+    for (int tab = 0; tab < tabs_.count(); ++tab) {
+        auto* const open = dynamic_cast<MeasureWindow*>(tabs_.widget(tab));
+        if (open == nullptr) continue;
+        tabs_.setCurrentIndex(tab);
+        if (open->list() == timberList) return;
+        emit tabs_.tabCloseRequested(tab);
+        break;
+    }
+    qt::guarded([&] {
+        auto window = MeasureWindow::open(place_, timberList);
+        if (!window) return; // the holder was named
+        const QString title = textOf(Text::TimberList).arg(qt::toQt(timberList));
+        tabs_.setCurrentIndex(tabs_.addTab(window.release(), title)); // the tabs take it over
+    });
 }
 
 void MainWindow::showWelcome()
@@ -251,6 +275,10 @@ void MainWindow::retranslate()
     makeMenus();
     fillNavigation();
     for (int tab = 0; tab < tabs_.count(); ++tab) {
+        if (auto* const measuring = dynamic_cast<MeasureWindow*>(tabs_.widget(tab))) {
+            measuring->retranslate();
+            tabs_.setTabText(tab, textOf(Text::TimberList).arg(qt::toQt(measuring->list())));
+        }
         ListWindow* const list = listAt(tab);
         if (list == nullptr) continue;
         list->retranslate();

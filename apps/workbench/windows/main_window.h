@@ -26,6 +26,8 @@ public:
     ListWindow& openList(const std::string& type);
     /// Opens a further list.
     ListWindow& openList(const ListSetup& setup);
+    /// Measures in a timber list, in a window that locks it. A refusal names the holder.
+    void measure(const std::string& timberList);
     void useLanguage(Language language);
 
 protected:

@@ -92,6 +92,21 @@ constexpr std::array<Wording, static_cast<std::size_t>(Text::count_)> wordings{{
     {Text::Shortcuts, "Tasten", "Keys", "Raccourcis"},
     {Text::Retry, "Erneut versuchen", "Try again", "Réessayer"},
     {Text::NoRows, "Keine Zeilen", "No rows", "Aucune ligne"},
+    {Text::MeasureList, "In dieser Liste messen", "Measure in this list", "Mesurer dans cette liste"},
+    {Text::TimberList, "Holzliste %1", "Timber list %1", "Liste de bois %1"},
+    {Text::Species, "Holzart", "Species", "Essence"},
+    {Text::Assortment, "Sortiment", "Assortment", "Assortiment"},
+    {Text::Quality, "Güteklasse", "Quality", "Qualité"},
+    {Text::BarkKey, "Rinde", "Bark", "Écorce"},
+    {Text::Diameter, "Durchmesser (cm)", "Diameter (cm)", "Diamètre (cm)"},
+    {Text::Length, "Länge (m)", "Length (m)", "Longueur (m)"},
+    {Text::Pieces, "Stück", "Pieces", "Pièces"},
+    {Text::Volume, "Volumen", "Volume", "Volume"},
+    {Text::Bark, "Rindenabzug", "Bark deduction", "Déduction d’écorce"},
+    {Text::Class, "Stärkeklasse", "Strength class", "Classe de diamètre"},
+    {Text::SaveLine, "Stamm &speichern", "&Save log", "Enregi&strer la grume"},
+    {Text::LineSaved, "Stamm %1 gespeichert.", "Log %1 saved.", "Grume %1 enregistrée."},
+    {Text::LookUpHint, "F4 zeigt die Auswahl", "F4 shows the choice", "F4 affiche le choix"},
 }};
 
 constexpr bool isComplete()

@@ -83,6 +83,21 @@ enum class Text : std::uint8_t {
     Shortcuts,
     Retry,
     NoRows,
+    MeasureList,
+    TimberList,
+    Species,
+    Assortment,
+    Quality,
+    BarkKey,
+    Diameter,
+    Length,
+    Pieces,
+    Volume,
+    Bark,
+    Class,
+    SaveLine,
+    LineSaved,
+    LookUpHint,
     count_ ///< of the texts
 };
 

@@ -73,6 +73,7 @@ QTabBar::tab { padding: 7px 14px; border: none; border-bottom: 2px solid transpa
 QTabBar::tab:selected { border-bottom-color: palette(highlight); font-weight: 600; }
 QTabWidget::pane { border: none; border-top: 1px solid palette(mid); }
 QLabel#heading { font-size: 18pt; font-weight: 600; }
+QLabel#figure { font-size: 15pt; font-weight: 600; }
 QLabel#hint { color: palette(placeholder-text); }
 )";
 
