@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
@@ -18,8 +19,11 @@
 #include "tamarok_qt/platform.h"
 #include "windows/list_window.h"
 #include "windows/main_window.h"
+#include "windows/measure_window.h"
+#include "windows/options_window.h"
 #include "work/navigation.h"
 
+#include "tamarok/comm_get.h"
 #include "tamarok/list_catalogue.h"
 
 // The windows of the workbench on a sample database, drawn into memory.
@@ -279,6 +283,90 @@ TEST_F(Windows, SecondLogInOfTheSameUserIsRefused)
     const PlatformScope quiet{platform};
     EXPECT_FALSE(second.logIn(place->user()));
     EXPECT_EQ(messages->take().size(), 1U);
+}
+
+TEST_F(Windows, TimberListIsMeasuredAndLockedForOthers)
+{
+    logIn(1);
+    window->measure("L22-000001");
+    auto* const tabs = window->findChild<QTabWidget*>();
+    auto* const measuring = dynamic_cast<MeasureWindow*>(tabs->currentWidget());
+    ASSERT_NE(measuring, nullptr);
+    const auto box = [&](const char* name) { return measuring->findChild<QLineEdit*>(name); };
+    const auto type = [&](const char* name, const char* keys) {
+        box(name)->setFocus();
+        QTest::keyClicks(box(name), keys);
+        QTest::keyClick(box(name), Qt::Key_Return);
+        QTest::qWait(20); // the check of a code follows
+    };
+    type("species", "fi");
+    EXPECT_EQ(box("species")->text(), "FI");
+    type("assortment", "BL");
+    type("quality", "B");
+    type("barkKey", "OR");
+    type("diameter", "3x2,5");
+    type("length", "4,1");
+    EXPECT_EQ(box("diameter")->text(), "32,5") << "letters are refused";
+    QStringList figures;
+    for (const QLabel* const label : measuring->findChildren<QLabel*>("figure"))
+        figures += label->text();
+    EXPECT_TRUE(figures.contains(QString::fromUtf8("0,340 m³"))) << figures.join(" ").toStdString();
+
+    Workplace second{databaseOf(file())};
+    Platform platform = Platform::current();
+    const auto messages = std::make_shared<cli::RecordingMessageBox>();
+    platform.messageBox = messages;
+    {
+        const PlatformScope quiet{platform};
+        for (const Account& account : second.accounts())
+            if (account.id == 9) {
+                ASSERT_TRUE(second.logIn(account));
+            }
+        EXPECT_EQ(MeasureWindow::open(second, "L22-000001"), nullptr);
+        const auto shown = messages->take();
+        ASSERT_EQ(shown.size(), 1U);
+        EXPECT_NE(shown[0].text.find("ADMIN"), std::string::npos) << shown[0].text;
+    }
+    const auto lines = [&] {
+        return Comm_Get{}.Get_FieldValueN(place->session(), "COUNT(*)", "LOGS", "LISTE = 'L22-000001'");
+    };
+    const double before = lines();
+    QTest::keyClick(box("pieces"), Qt::Key_Return);
+    EXPECT_EQ(lines(), before + 1);
+    emit tabs->tabCloseRequested(tabs->currentIndex());
+    EXPECT_NE(MeasureWindow::open(second, "L22-000001"), nullptr) << "the lock went with the window";
+}
+
+TEST_F(Windows, WrongCodeIsToldAndNothingIsSaved)
+{
+    logIn(1);
+    Platform platform = Platform::current();
+    const auto messages = std::make_shared<cli::RecordingMessageBox>();
+    platform.messageBox = messages;
+    const PlatformScope quiet{platform};
+    const auto measuring = MeasureWindow::open(*place, "L22-000001");
+    ASSERT_NE(measuring, nullptr);
+    measuring->show();
+    auto* const species = measuring->findChild<QLineEdit*>("species");
+    QTest::keyClicks(species, "xx");
+    QTest::keyClick(species, Qt::Key_Return);
+    QTest::qWait(50);
+    EXPECT_EQ(messages->take().size(), 1U);
+}
+
+TEST_F(Windows, OptionIsChangedAndAWrongValueRefused)
+{
+    logIn(1);
+    window->openOptions();
+    auto& options = dynamic_cast<OptionsWindow&>(*window->findChild<QTabWidget*>()->currentWidget());
+    QTableWidget& table = options.table();
+    const auto row = table.row(table.findItems("KUBATURPLACE", Qt::MatchExactly).at(0));
+    table.item(row, 1)->setText("2");
+    EXPECT_EQ(Comm_Get{}.GetOptionenNumber(place->session(), "KUBATURPLACE"), 2);
+    table.item(row, 1)->setText("many");
+    EXPECT_EQ(table.item(row, 1)->text(), "2");
+    EXPECT_EQ(Comm_Get{}.GetOptionenNumber(place->session(), "KUBATURPLACE"), 2);
+    table.item(row, 1)->setText("3");
 }
 
 } // namespace

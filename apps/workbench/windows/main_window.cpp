@@ -16,8 +16,10 @@
 #include "tamarok_qt/texts.h"
 #include "windows/list_window.h"
 #include "windows/measure_window.h"
+#include "windows/options_window.h"
 #include "windows/theme.h"
 #include "work/navigation.h"
+#include "work/option_rows.h"
 
 #include "tamarok/c_version.h"
 #include "tamarok/list_catalogue.h"
@@ -99,6 +101,7 @@ void MainWindow::makeMenus()
 {
     menuBar()->clear();
     QMenu& file = *menuBar()->addMenu(textOf(Text::File));
+    if (mayReadOptions(place_.session())) file.addAction(textOf(Text::Options), this, [this] { openOptions(); });
     file.addAction(textOf(Text::CloseList), QKeySequence::Close, this, [this] {
         if (tabs_.count() > 0) emit tabs_.tabCloseRequested(tabs_.currentIndex());
     });
@@ -238,6 +241,16 @@ void MainWindow::measure(const std::string& timberList)
     });
 }
 
+void MainWindow::openOptions()
+{
+    for (int tab = 0; tab < tabs_.count(); ++tab)
+        if (dynamic_cast<OptionsWindow*>(tabs_.widget(tab)) != nullptr) return tabs_.setCurrentIndex(tab);
+    qt::guarded([&] {
+        auto options = std::make_unique<OptionsWindow>(place_);
+        tabs_.setCurrentIndex(tabs_.addTab(options.release(), textOf(Text::Options))); // the tabs take it over
+    });
+}
+
 void MainWindow::showWelcome()
 {
     auto page = std::make_unique<QWidget>();
@@ -278,6 +291,10 @@ void MainWindow::retranslate()
         if (auto* const measuring = dynamic_cast<MeasureWindow*>(tabs_.widget(tab))) {
             measuring->retranslate();
             tabs_.setTabText(tab, textOf(Text::TimberList).arg(qt::toQt(measuring->list())));
+        }
+        if (auto* const options = dynamic_cast<OptionsWindow*>(tabs_.widget(tab))) {
+            options->retranslate();
+            tabs_.setTabText(tab, textOf(Text::Options));
         }
         ListWindow* const list = listAt(tab);
         if (list == nullptr) continue;

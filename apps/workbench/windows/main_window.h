@@ -28,6 +28,7 @@ public:
     ListWindow& openList(const ListSetup& setup);
     /// Measures in a timber list, in a window that locks it. A refusal names the holder.
     void measure(const std::string& timberList);
+    void openOptions();
     void useLanguage(Language language);
 
 protected:

@@ -12,6 +12,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <utility>
 
 #include "tamarok_qt/entry_controls.h"
@@ -77,6 +78,7 @@ public:
     }
     bool isCode() const { return *info.format == '\0'; }
     std::string text() const { return qt::fromQt(box.text().trimmed()); }
+    bool isChecked() const { return checked && *checked == text(); }
 
     const FieldInfo& info;
     QLabel caption;
@@ -84,6 +86,7 @@ public:
     QLabel meaning;
     std::shared_ptr<qt::TextBox> control;
     std::shared_ptr<qt::Label> label;
+    std::optional<std::string> checked; ///< the code that was found valid last
 };
 
 std::unique_ptr<MeasureWindow> MeasureWindow::open(const Workplace& place, const std::string& list)
@@ -251,6 +254,7 @@ void MeasureWindow::showFigures()
 /// Checks a code as leaving the field does: a wrong one is told, and the field gets the focus again.
 bool MeasureWindow::check(Field& field)
 {
+    if (field.isChecked()) return true;
     if (checking_) return false;
     if (field.text().empty()) {
         field.meaning.clear();
@@ -263,6 +267,7 @@ bool MeasureWindow::check(Field& field)
                                   field.control, field.label, field.info.meaning, nullptr, "");
         if (valid) field.box.setText(qt::toQt(spelledCode(field.info.name, line(), place_.session())));
     });
+    field.checked = valid ? std::optional{field.text()} : std::nullopt;
     checking_ = false;
     return valid;
 }
@@ -320,10 +325,11 @@ bool MeasureWindow::eventFilter(QObject* watched, QEvent* event)
         return true;
     }
     if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-        if (field == fields_.back().get())
+        if (field == fields_.back().get()) {
             save();
-        else
+        } else if (!field->isCode() || check(*field)) {
             focusNextChild();
+        }
         return true;
     }
     return QWidget::eventFilter(watched, event);

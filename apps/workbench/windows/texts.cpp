@@ -107,6 +107,16 @@ constexpr std::array<Wording, static_cast<std::size_t>(Text::count_)> wordings{{
     {Text::SaveLine, "Stamm &speichern", "&Save log", "Enregi&strer la grume"},
     {Text::LineSaved, "Stamm %1 gespeichert.", "Log %1 saved.", "Grume %1 enregistrée."},
     {Text::LookUpHint, "F4 zeigt die Auswahl", "F4 shows the choice", "F4 affiche le choix"},
+    {Text::Options, "Einstellungen", "Options", "Options"},
+    {Text::OptionsHint, "Ein Doppelklick ändert einen Wert. Er gilt sofort für alle Arbeitsplätze.",
+     "A double click changes a value. It holds at once for all workstations.",
+     "Un double-clic modifie une valeur. Elle vaut aussitôt pour tous les postes."},
+    {Text::Option, "Einstellung", "Option", "Option"},
+    {Text::WholeNumber, "Ganze Zahl", "Whole number", "Nombre entier"},
+    {Text::DecimalNumber, "Dezimalzahl", "Decimal number", "Nombre décimal"},
+    {Text::TextWord, "Text", "Text", "Texte"},
+    {Text::DateWord, "Datum", "Date", "Date"},
+    {Text::OptionSaved, "%1 gespeichert.", "%1 saved.", "%1 enregistré."},
 }};
 
 constexpr bool isComplete()

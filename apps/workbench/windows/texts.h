@@ -98,6 +98,14 @@ enum class Text : std::uint8_t {
     SaveLine,
     LineSaved,
     LookUpHint,
+    Options,
+    OptionsHint,
+    Option,
+    WholeNumber,
+    DecimalNumber,
+    TextWord,
+    DateWord,
+    OptionSaved,
     count_ ///< of the texts
 };
 
