@@ -9,7 +9,7 @@ all: ## build into build/release (another preset: PRESET=debug)
 	@sh scripts/build $(PRESET)
 
 packages: ## install the Debian packages that are missing
-	@sh scripts/bootstrap packages.txt packages-check.txt
+	@sh scripts/bootstrap packages.txt packages-windows.txt packages-check.txt
 
 demo: ## build the program, make a database with timber data, and show the working day
 	@sh scripts/demo

@@ -1,12 +1,13 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 
 namespace tamarok::embedded {
 
-/// The time-out of a statement. The time begins with the first check, so that a statement whose rows come quickly
-/// never reads the clock.
+/// The end of a statement by time-out, or by another thread. The time begins with the first check, so that a statement
+/// whose rows come quickly never reads the clock.
 class Deadline {
 public:
     using Clock = std::chrono::steady_clock;
@@ -16,10 +17,18 @@ public:
     {
         seconds_ = seconds;
         running_ = false;
+        cancelled_.store(false, std::memory_order_relaxed);
     }
+
+    /// Lets the statement end at its next check. May be called by any thread.
+    void cancel() noexcept { cancelled_.store(true, std::memory_order_relaxed); }
+    bool cancelled() const noexcept { return cancelled_.load(std::memory_order_relaxed); }
 
     bool expired() noexcept
     {
+        if (cancelled()) {
+            return true;
+        }
         if (seconds_ <= 0) {
             return false;
         }
@@ -44,6 +53,7 @@ public:
 private:
     std::int32_t seconds_ = 0;
     bool running_ = false;
+    std::atomic<bool> cancelled_ = false;
     std::uint32_t work_ = 0;
     Clock::time_point end_;
 };

@@ -351,6 +351,7 @@ void Engine::rollBackAll()
 void Engine::settle(Error& error) noexcept
 {
     const bool fatal = std::exchange(doomed_, false) || rollsBack(error, xactAbort_);
+    if (error.number == errors::timeout && database_->deadline().cancelled()) nameCancelled(error);
     if (depth_ == 0 || (!fatal && database_->inTransaction())) {
         return;
     }

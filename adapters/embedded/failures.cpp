@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <charconv>
 #include <cstring>
+#include <new>
 #include <optional>
 #include <sqlite3.h>
 #include <system_error>
@@ -386,6 +387,17 @@ Error timeoutFailure(std::string_view what)
         text.append(": ").append(what);
     }
     return failure(native::timeout, text + ".");
+}
+
+void nameCancelled(Error& error) noexcept
+{
+    error.number = errors::cancelled;
+    error.nativeError = 0;
+    try {
+        error.sqlState = "HY008";
+        error.description = "The statement was cancelled.";
+    } catch (const std::bad_alloc&) { // NOLINT(bugprone-empty-catch): the number says it
+    }
 }
 
 Error rowGoneFailure(std::string_view table)

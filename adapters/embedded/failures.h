@@ -69,6 +69,9 @@ bool isNestingFailure(sqlite3* database);
 /// The statement took longer than it may. @param what  what it waited for, or empty
 Error timeoutFailure(std::string_view what);
 
+/// Makes the failure of a statement that another thread has ended of that of one that took too long.
+void nameCancelled(Error& error) noexcept;
+
 /// The current row of an editable cursor on `table` has been deleted: Error 0x80040E23.
 Error rowGoneFailure(std::string_view table);
 

@@ -22,6 +22,11 @@ std::int64_t EmbeddedSession::execute(const ado::Statement& statement)
     return engine_->execute(statement);
 }
 
+void EmbeddedSession::cancel() noexcept
+{
+    engine_->database().deadline().cancel();
+}
+
 void EmbeddedSession::begin()
 {
     engine_->begin();

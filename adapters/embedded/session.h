@@ -18,6 +18,7 @@ public:
     std::string_view name() const override;
     std::unique_ptr<ado::Cursor> open(const ado::Statement& statement) override;
     std::int64_t execute(const ado::Statement& statement) override;
+    void cancel() noexcept override;
     void begin() override;
     void commit() override;
     void rollback() override;

@@ -81,7 +81,7 @@ public:
     virtual bool readRow(std::int64_t key, std::vector<Variant>& values);
 };
 
-/// One session with a database. Used by one thread at a time.
+/// One session with a database. Used by one thread at a time, but for `cancel`.
 class Session {
 public:
     virtual ~Session() = default;
@@ -95,6 +95,10 @@ public:
     /// Runs a statement, batch or procedure to its end and discards its result sets.
     /// @return number of rows that the last counted statement changed, -1 if none was counted
     virtual std::int64_t execute(const Statement& statement) = 0;
+
+    /// Ends the statement that runs on another thread, if there is one: it fails with error 0x80040E4E. A back end that
+    /// cannot do so lets it run.
+    virtual void cancel() noexcept {}
 
     // Transactions. They nest: the outermost commit writes, a rollback ends all levels. A statement that fails in a
     // transaction may roll it back, as SQL Server's conversion errors do; its error then says so.

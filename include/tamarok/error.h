@@ -57,6 +57,7 @@ inline constexpr std::int32_t statementRefused = static_cast<std::int32_t>(0x800
 inline constexpr std::int32_t rowDeleted = static_cast<std::int32_t>(0x80040E23U);         ///< The row has gone.
 inline constexpr std::int32_t constraintViolated = static_cast<std::int32_t>(0x80040E2FU); ///< Broken constraint.
 inline constexpr std::int32_t timeout = static_cast<std::int32_t>(0x80040E31U);            ///< Time-out.
+inline constexpr std::int32_t cancelled = static_cast<std::int32_t>(0x80040E4EU);          ///< Connection::Cancel.
 inline constexpr std::int32_t rowChanged =
     static_cast<std::int32_t>(0x80040E38U); ///< Optimistic update of a row that changed since it was read.
 } // namespace errors

@@ -109,7 +109,15 @@ public:
     const std::vector<ListItemRef>& all() const;
 
     std::vector<std::string*> textsOf(std::size_t column) override;
-    void finishSort() override { settle(); }
+    void finishSort() override
+    {
+        settle();
+        touch();
+    }
+
+    /// Returns a number that grows with each change of rows, texts and order, by which a view tells whether it shows
+    /// the present ones. Texts changed through `textsOf` count when they are handed out and when the sort is finished.
+    std::uint64_t revision() const noexcept { return revision_; }
 
 private:
     friend class ColumnHeaders;
@@ -134,6 +142,8 @@ private:
     std::size_t positionOf(const Variant& index) const;
     std::size_t positionOf(const ListItem& item) const;
     std::size_t checkedSubItem(std::int32_t index) const;
+
+    void touch() noexcept { ++revision_; }
 
     void insertColumn(std::size_t column);
     void removeColumn(std::size_t column);
@@ -161,6 +171,7 @@ private:
     std::size_t sortColumn_ = 0;
     SortDirection direction_ = SortDirection::Ascending;
     bool sorted_ = false;
+    std::uint64_t revision_ = 0;
 };
 
 class ColumnHeaders;

@@ -21,6 +21,8 @@ public:
     virtual std::size_t columns() const = 0;
     /// Returns the text of a cell, "" for Null.
     virtual std::string text(std::size_t row, std::size_t column) const = 0;
+    /// Returns whether the column holds numbers, which a window aligns right.
+    virtual bool isNumber(std::size_t /*column*/) const { return false; }
 
 protected:
     GridRows() = default;

@@ -56,6 +56,11 @@ ObjectState Connection::State() const noexcept
     return session_ ? ObjectState::Open : ObjectState::Closed;
 }
 
+void Connection::Cancel() const noexcept
+{
+    if (session_) session_->cancel();
+}
+
 void Connection::Close()
 {
     if (!session_) fail(errors::objectClosed, connectionSource, "Close: the connection is closed already.");

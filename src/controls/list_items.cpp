@@ -133,6 +133,7 @@ const std::string& ListItem::text() const
 void ListItem::text(std::string_view value)
 {
     list().settleBefore(0);
+    list_->touch();
     cells_.front() = value;
 }
 
@@ -146,6 +147,7 @@ void ListItem::SubItems(std::int32_t index, std::string_view value)
 {
     const auto column = list().checkedSubItem(index);
     list_->settleBefore(column);
+    list_->touch();
     if (column >= cells_.size()) cells_.resize(column + 1);
     cells_[column] = value;
 }
@@ -219,6 +221,7 @@ void ListItems::Clear() noexcept
     for (const ListItemRef& item : items_)
         item->list_ = nullptr;
     items_.clear();
+    touch();
     sortIsDue_ = false;
     numbered_ = 0;
     blankPrefix_ = 0;
@@ -236,6 +239,7 @@ ListItemRef ListItems::Add(std::optional<std::int32_t> index, std::string_view k
     if (items_.size() == items_.capacity()) items_.reserve(std::max<std::size_t>(16, 2 * items_.size()));
     if (!key.empty() && !keys_.insert(item.get()).second) throwKeyNotUnique(key, source);
     items_.insert(items_.begin() + static_cast<std::ptrdiff_t>(position), item);
+    touch();
     if (sorted_ && sortColumn_ != 0 && direction_ == SortDirection::Ascending) ++blankPrefix_;
     if (items_.size() == 1) selected_ = item.get();
     // An item at the end of numbered ones gets the next number; behind an inserted one all numbers are void.
@@ -259,6 +263,7 @@ void ListItems::Remove(const Variant& index)
     if (!item->key_.empty()) keys_.erase(item.get());
     if (selected_ == item.get()) selected_ = nullptr;
     item->list_ = nullptr;
+    touch();
     numbered_ = std::min(numbered_, position);
     if (position < blankPrefix_) --blankPrefix_;
 }
@@ -272,6 +277,7 @@ const std::vector<ListItemRef>& ListItems::all() const
 std::vector<std::string*> ListItems::textsOf(std::size_t column)
 {
     settle();
+    touch();
     if (column != 0) checkedSubItem(static_cast<std::int32_t>(column));
     std::vector<std::string*> texts;
     texts.reserve(items_.size());
@@ -354,6 +360,7 @@ void ListItems::select(const ListItemRef& item)
 void ListItems::insertColumn(std::size_t column)
 {
     settle();
+    touch();
     // The first header is that of the texts that the items have already.
     if (columns_++ == 0) return;
     for (const ListItemRef& item : items_) {
@@ -365,6 +372,7 @@ void ListItems::insertColumn(std::size_t column)
 void ListItems::removeColumn(std::size_t column)
 {
     settle();
+    touch();
     --columns_;
     if (sortColumn_ >= columns_) sortColumn_ = 0;
     if (columns_ == 0) return;
@@ -383,6 +391,7 @@ void ListItems::sorted(bool value)
     if (!value) settle();
     sorted_ = value;
     sortIsDue_ = value;
+    touch();
 }
 
 void ListItems::sortKey(std::int32_t column)
@@ -393,6 +402,7 @@ void ListItems::sortKey(std::int32_t column)
     settle(); // rows that are equal in the new column stay in the order of the last one
     sortColumn_ = static_cast<std::size_t>(column);
     sortIsDue_ = sorted_;
+    touch();
 }
 
 void ListItems::sortOrder(std::int32_t order)
@@ -403,6 +413,7 @@ void ListItems::sortOrder(std::int32_t order)
     // A sort in the other direction leaves nothing of one by the same column, so that is not carried out.
     direction_ = direction;
     sortIsDue_ = sorted_;
+    touch();
 }
 
 void ListItems::settleBefore(std::size_t changedColumn) const

@@ -50,15 +50,11 @@ std::string LookupDialog::run(std::string_view select, std::string_view caption,
     return isDate_ && config_.hidesFirstColumn ? std::string{} : std::string{defaultValue};
 }
 
-/// Sets the title, the texts that the form was designed with, and hides what not every lookup has.
+/// Sets the title, reads the texts of the buttons, and hides what not every lookup has.
 void LookupDialog::showDesign(std::string_view caption)
 {
     window_.caption(caption);
     texts_ = Comm_CSel{}.LoadColString(buttonTexts, session_, false);
-    window_.text("cmdOk", "OK");
-    window_.text("cmdClose", "Schließen");
-    window_.text("cmdNew", "Neu");
-    window_.text("cmdSave", "Speichern");
     for (const std::string_view control : {"DataGrid1", "cmdOk", "cmdClose"})
         window_.visible(control, !isDate_);
     window_.visible("MonthView1", isDate_);

@@ -13,8 +13,8 @@ constexpr float gridLeft = 120;   ///< half of what the grid is narrower than th
 constexpr float gridTop = 240;    ///< below the caption of the frame
 constexpr float boxGap = 80;      ///< between frame and text boxes
 constexpr float boxHeight = 285;
-constexpr float buttonGap = 60; ///< between frame and buttons
-constexpr Size button{1095, 345};
+constexpr float buttonGap = 110; ///< between frame and buttons
+constexpr Size button{1275, 345};
 constexpr float closeMargin = 180; ///< from the right end of the window
 constexpr float okMargin = 30;     ///< from the button for closing
 
@@ -39,7 +39,7 @@ LookupLayout layOutLookup(Size form, bool showsNew, const std::array<ColumnSpan,
     const auto at = [top](float buttonLeft) { return Box{buttonLeft, top, button.width, button.height}; };
     layout.closeButton = at(layout.form.width - closeMargin - button.width);
     layout.okButton = at(layout.closeButton.left - okMargin - button.width);
-    layout.newButton = at(layout.frame.left);
+    layout.newButton = at(layout.frame.left + layout.grid.left);
     layout.saveButton = at(layout.newButton.left + button.width + okMargin);
     return layout;
 }

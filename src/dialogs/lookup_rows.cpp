@@ -6,6 +6,21 @@
 
 namespace tamarok::dialogs {
 
+namespace {
+
+bool holdsNumber(const Variant& value)
+{
+    switch (value.kind()) {
+    case Variant::Kind::Integer:
+    case Variant::Kind::Long:
+    case Variant::Kind::LongLong:
+    case Variant::Kind::Double: return true;
+    default: return false;
+    }
+}
+
+} // namespace
+
 void LookupRows::read(const ado::Recordset& recordset)
 {
     values_.clear();
@@ -27,6 +42,15 @@ void LookupRows::readRow(const ado::Recordset& recordset, std::size_t index)
 std::string LookupRows::text(std::size_t row, std::size_t column) const
 {
     return ado::fieldText(value(row, column));
+}
+
+bool LookupRows::isNumber(std::size_t column) const
+{
+    for (std::size_t row = 0; row < count_; ++row) {
+        const Variant& cell = value(row, column);
+        if (!cell.isNull()) return holdsNumber(cell);
+    }
+    return false;
 }
 
 } // namespace tamarok::dialogs

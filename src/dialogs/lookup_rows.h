@@ -21,6 +21,8 @@ public:
     std::size_t count() const override { return count_; }
     std::size_t columns() const override { return columns_; }
     std::string text(std::size_t row, std::size_t column) const override;
+    /// Decided by the first value that is not Null.
+    bool isNumber(std::size_t column) const override;
 
     const Variant& value(std::size_t row, std::size_t column) const { return values_[row * columns_ + column]; }
 

@@ -46,6 +46,10 @@ public:
             form.add(std::make_shared<controls::TextBox>(), box, {});
         for (const std::string_view button : {"cmdOk", "cmdClose", "cmdNew", "cmdSave"})
             form.addButton(button, {});
+        form.text("cmdOk", "OK");
+        form.text("cmdClose", "Schließen");
+        form.text("cmdNew", "Neu");
+        form.text("cmdSave", "Speichern");
     }
 
     Object& grid() override { return *grid_; }

@@ -117,17 +117,13 @@ void requireListType(const std::string& type)
 ListQuery composeList(const ListRequest& request, const TmkVar& session)
 {
     requireListType(request.type);
-    for (const std::int16_t id : request.ids)
-        requireColumn(request, id, session);
-    for (const std::int16_t id : request.orderIds)
-        requireColumn(request, id, session);
     const Comm_CSel columns;
     ListQuery query;
-    for (const std::int16_t id : request.ids) {
-        query.from = columns.GetFrom(request.type, id, query.from, request.version, session);
-    }
-    for (const std::int16_t id : request.orderIds) {
-        query.from = columns.GetFrom(request.type, id, query.from, request.version, session);
+    for (const auto* ids : {&request.ids, &request.orderIds, &request.whereIds}) {
+        for (const std::int16_t id : *ids) {
+            requireColumn(request, id, session);
+            query.from = columns.GetFrom(request.type, id, query.from, request.version, session);
+        }
     }
     query.where = columns.InsertToWhere("", request.where);
     query.select = composeSelect(request, query, session);

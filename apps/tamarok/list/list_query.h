@@ -13,9 +13,10 @@ namespace tamarok::cli {
 struct ListRequest {
     std::string type = "LOG";
     std::vector<std::int16_t> ids;
-    std::string version = "R"; ///< settlement, R or A1 to A8
-    bool group = false;        ///< sum the measures; one row for each combination of the other columns
-    std::string where;         ///< condition without the word WHERE
+    std::string version = "R";          ///< settlement, R or A1 to A8
+    bool group = false;                 ///< sum the measures; one row for each combination of the other columns
+    std::string where;                  ///< condition without the word WHERE
+    std::vector<std::int16_t> whereIds; ///< columns that the condition reads: their tables are joined
     std::vector<std::int16_t> orderIds;
     bool descending = false;           ///< on every order column
     std::optional<std::int64_t> limit; ///< greatest number of rows

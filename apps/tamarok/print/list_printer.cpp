@@ -5,6 +5,7 @@
 
 #include "call/json_value.h"
 #include "call/object_names.h"
+#include "print/csv_text.h"
 #include "print/table_printer.h"
 
 #include "tamarok/convert.h"
@@ -13,15 +14,6 @@
 namespace tamarok::cli {
 
 namespace {
-
-std::string quotedCsv(const std::string& text)
-{
-    if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
-    std::string quoted = "\"";
-    for (const char character : text)
-        quoted += character == '"' ? std::string{"\"\""} : std::string{character};
-    return quoted + "\"";
-}
 
 std::string csvText(const Variant& value)
 {
@@ -51,7 +43,7 @@ public:
         bool first = true;
         for (const Variant& value : values) {
             if (!std::exchange(first, false)) line += ',';
-            line += quotedCsv(csvText(value));
+            line += csvField(csvText(value), ',');
         }
         output_.write(line + "\n");
     }
@@ -62,7 +54,7 @@ private:
     static void append(std::string& line, const std::string& header)
     {
         if (!line.empty()) line += ',';
-        line += quotedCsv(header);
+        line += csvField(header, ',');
     }
 
     Output& output_;
