@@ -3,7 +3,7 @@
 PRESET ?= release
 BUILD := build/$(PRESET)
 
-.PHONY: all packages demo test check chaos sanitize fuzz core-only bench install format tidy clean help
+.PHONY: all packages demo workbench test check chaos sanitize fuzz core-only bench install format tidy clean help
 
 all: ## build into build/release (another preset: PRESET=debug)
 	@sh scripts/build $(PRESET)
@@ -13,6 +13,9 @@ packages: ## install the Debian packages that are missing
 
 demo: ## build the program, make a database with timber data, and show the working day
 	@sh scripts/demo
+
+workbench: ## build the desktop program and open it on a database with timber data
+	@sh scripts/workbench
 
 test: ## build and pass every test
 	@sh scripts/test $(PRESET)
