@@ -79,7 +79,7 @@ TEST_F(WorkbenchLists, RowsByKeysAreTheRowsOfTheListForEveryType)
     for (const std::string_view key : catalogue::listTypeKeys()) {
         const std::string type{key};
         const std::vector<ListColumn> columns = listColumns(type, session);
-        ListSetup setup = setupOf(type, firstColumns(columns));
+        ListSetup setup = setupOf(type, firstColumns(type, columns));
         ASSERT_GE(setup.columns.size(), 4U) << type;
         const ListStatements list{setup, session};
         const std::vector<Row> rows = allRows(list);
@@ -97,7 +97,7 @@ TEST_F(WorkbenchLists, OrderedListsHaveTheSameRowsByKeys)
     for (const std::string_view key : catalogue::listTypeKeys()) {
         const std::string type{key};
         const std::vector<ListColumn> columns = listColumns(type, session);
-        ListSetup setup = setupOf(type, firstColumns(columns));
+        ListSetup setup = setupOf(type, firstColumns(type, columns));
         for (const bool descending : {false, true}) {
             setup.order = {setup.columns.at(1)};
             setup.descending = descending;

@@ -1,6 +1,7 @@
 #include "lists/list_columns.h"
 
 #include <algorithm>
+#include <array>
 
 #include "list/column_labels.h"
 #include "lists/list_statements.h"
@@ -18,6 +19,10 @@ bool isNumberPattern(const std::string& pattern)
 {
     return pattern.find_first_of("0#") != std::string::npos;
 }
+
+/// The columns with which the log list opens: list, day, number, species, assortment, quality, class, length, diameter,
+/// pieces, volume.
+constexpr std::array<std::int16_t, 11> firstOfLogs{1, 2, 20, 22, 26, 29, 32, 33, 34, 35, 36};
 
 } // namespace
 
@@ -45,8 +50,9 @@ std::string cellText(const Variant& value, const ListColumn& column)
     return column.pattern.empty() ? convert::toText(value) : format::value(value, column.pattern);
 }
 
-std::vector<std::int16_t> firstColumns(const std::vector<ListColumn>& columns)
+std::vector<std::int16_t> firstColumns(const std::string& type, const std::vector<ListColumn>& columns)
 {
+    if (type == "LOG") return {firstOfLogs.begin(), firstOfLogs.end()};
     constexpr std::ptrdiff_t keys = 6;
     constexpr std::ptrdiff_t measures = 3;
     std::vector<std::int16_t> first;

@@ -26,7 +26,8 @@ std::vector<ListColumn> listColumns(const std::string& type, const TmkVar& sessi
 /// Returns the text of a cell under the regional settings of the calling thread.
 std::string cellText(const Variant& value, const ListColumn& column);
 
-/// Returns the columns with which a list of the type opens: the first ones, and its first measures.
-std::vector<std::int16_t> firstColumns(const std::vector<ListColumn>& columns);
+/// Returns the columns with which a list of the type opens: as a rule the first ones, and its first measures.
+/// @param columns  all of the type
+std::vector<std::int16_t> firstColumns(const std::string& type, const std::vector<ListColumn>& columns);
 
 } // namespace tamarok::workbench

@@ -20,6 +20,11 @@ namespace {
 
 constexpr std::size_t mostBars = 24; ///< the rest goes into one
 
+/// What the picture of the log list shows at first: volume by species. That of another type shows the first columns.
+constexpr const char* logs = "LOG";
+constexpr std::int16_t speciesOfLogs = 22;
+constexpr std::int16_t volumeOfLogs = 36;
+
 /// Returns the longest bars, and the sum of the rest as the last one.
 std::vector<Bar> barsOf(const std::vector<Row>& rows, const ListColumn& by, const ListColumn& measure,
                         const QString& others)
@@ -81,8 +86,12 @@ void ChartPanel::show(Worker& worker, const ListSetup& setup, const std::vector<
     worker_ = &worker;
     setup_ = setup;
     columns_ = columns;
-    offer(measure_, true, static_cast<std::int16_t>(measure_.currentData().toInt()));
-    offer(by_, false, static_cast<std::int16_t>(by_.currentData().toInt()));
+    const auto chosen = [&](const QComboBox& box, std::int16_t ofLogs) {
+        if (box.count() == 0 && setup.type == logs) return ofLogs;
+        return static_cast<std::int16_t>(box.currentData().toInt());
+    };
+    offer(measure_, true, chosen(measure_, volumeOfLogs));
+    offer(by_, false, chosen(by_, speciesOfLogs));
     draw();
 }
 

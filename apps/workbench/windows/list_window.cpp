@@ -49,7 +49,7 @@ ListWindow::ListWindow(const Workplace& place, ListSetup setup, Actions actions,
         for (const QVariant& id : QSettings{}.value(settingsKey("columns")).toList())
             if (column(static_cast<std::int16_t>(id.toInt())) != nullptr)
                 setup_.columns.push_back(static_cast<std::int16_t>(id.toInt()));
-        if (setup_.columns.empty()) setup_.columns = firstColumns(columns_);
+        if (setup_.columns.empty()) setup_.columns = firstColumns(setup_.type, columns_);
     }
     layOut();
     addTools();

@@ -9,6 +9,7 @@
 #include <QSettings>
 #include <QStyleFactory>
 #include <QStyleHints>
+#include <QStyleOption>
 #include <array>
 #include <memory>
 
@@ -39,6 +40,9 @@ QPalette paletteOf(const Tones& tones)
     palette.setColor(QPalette::ButtonText, QColor::fromRgb(tones.text));
     palette.setColor(QPalette::BrightText, QColor::fromRgb(tones.warning));
     palette.setColor(QPalette::Mid, QColor::fromRgb(tones.mid));
+    palette.setColor(QPalette::Light, QColor::fromRgb(tones.base));
+    palette.setColor(QPalette::Midlight, QColor::fromRgb(tones.button));
+    palette.setColor(QPalette::Dark, QColor::fromRgb(tones.mid));
     palette.setColor(QPalette::Highlight, QColor::fromRgb(tones.accent));
     palette.setColor(QPalette::HighlightedText, QColor::fromRgb(tones.accentText));
     palette.setColor(QPalette::Link, QColor::fromRgb(tones.accent));
@@ -69,6 +73,8 @@ QHeaderView::section { background: palette(window); border: none; border-bottom:
 QTableView { selection-background-color: palette(highlight); selection-color: palette(highlighted-text); }
 QTreeView { border: none; background: palette(window); }
 QTreeView::item { padding: 4px 2px; }
+QListView::item { padding: 3px 2px; }
+QTabBar { qproperty-drawBase: 0; }
 QTabBar::tab { padding: 7px 14px; border: none; border-bottom: 2px solid transparent; }
 QTabBar::tab:selected { border-bottom-color: palette(highlight); font-weight: 600; }
 QTabWidget::pane { border: none; border-top: 1px solid palette(mid); }
@@ -94,7 +100,8 @@ void drawLogs(QPainter& painter, double size)
     }
 }
 
-/// Fusion without pictures on the buttons of dialogs: they would be those of another program.
+/// Fusion without pictures on the buttons of dialogs, which would be those of another program, and with a plain cross
+/// on the tabs.
 class PlainButtons final : public QProxyStyle {
 public:
     PlainButtons() : QProxyStyle{QStyleFactory::create("Fusion")} {}
@@ -104,6 +111,22 @@ public:
     {
         if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
         return QProxyStyle::styleHint(hint, option, widget, data);
+    }
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override
+    {
+        if (element != PE_IndicatorTabClose) return QProxyStyle::drawPrimitive(element, option, painter, widget);
+        const bool isHot = option->state.testFlag(State_MouseOver);
+        const QPalette& palette = option->palette;
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(QPen{palette.color(isHot ? QPalette::BrightText : QPalette::PlaceholderText), 1.6});
+        QRectF cross(0, 0, 8, 8);
+        cross.moveCenter(QRectF{option->rect}.center());
+        painter->drawLine(cross.topLeft(), cross.bottomRight());
+        painter->drawLine(cross.topRight(), cross.bottomLeft());
+        painter->restore();
     }
 };
 
