@@ -37,6 +37,7 @@ void EditableCursor::findTable()
     if (columnInfos().empty()) return;
     nameBases(columnInfos());
     auto table = BaseTable::of(session().catalogue, columnInfos());
+    if (table && !table->showsKey() && !showsSingleRows(text())) return;
     if (table) changes_.emplace(link(), std::move(*table), columnInfos(), timeoutSeconds());
 }
 
@@ -82,9 +83,17 @@ void EditableCursor::updateRow(std::int64_t key, std::span<const ado::Assignment
     keys_.at(static_cast<std::size_t>(key)) = changes_->update(keyAt(key), assignments);
 }
 
+/// A new row without a known key keeps the values that were assigned: there is no way to read the defaults of the
+/// table.
 std::int64_t EditableCursor::insertRow(std::span<const ado::Assignment> assignments)
 {
-    keys_.push_back(changes_->insert(assignments));
+    keys_.push_back(changes_->insert(assignments, pessimistic_));
+    if (keys_.back().empty()) {
+        std::vector<Variant> values(columnInfos().size(), Null{});
+        for (const ado::Assignment& assignment : assignments)
+            values.at(assignment.column) = assignment.value;
+        added_.emplace(rowKey(), std::move(values));
+    }
     return rowKey();
 }
 
@@ -97,6 +106,11 @@ void EditableCursor::deleteRow(std::int64_t key)
 
 bool EditableCursor::readRow(std::int64_t key, std::vector<Variant>& values)
 {
+    if (const auto added = added_.find(key); added != added_.end()) {
+        values = added->second;
+        return true;
+    }
+    changes_->requireKey(keyAt(key));
     if (!changes_->table().plain) return readFromStatement(keyAt(key), values);
     auto row = changes_->read(keyAt(key));
     if (!row) return false;
