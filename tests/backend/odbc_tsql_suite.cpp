@@ -1,5 +1,6 @@
 #include "backend_context.h"
-#include "odbc/support/servers.h"
+#include "odbc/support/tsql_database.h"
+#include "support/tsql_server.h"
 #include "tamarok_odbc/connect.h"
 
 // The shared suite on the T-SQL server that the environment names, in a database of these tests.
@@ -13,8 +14,8 @@ class TsqlContext final : public BackendContext {
 public:
     ConnectionRef connect() override
     {
-        static const std::string text = test::tsqlDatabase("tamarok_suite");
-        return odbc::connectText(text);
+        static const test::TsqlDatabase database{"suite"};
+        return odbc::connectText(database.connectionText());
     }
 
     std::string createTable(std::string_view table) const override
