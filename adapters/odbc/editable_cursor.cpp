@@ -83,17 +83,10 @@ void EditableCursor::updateRow(std::int64_t key, std::span<const ado::Assignment
     keys_.at(static_cast<std::size_t>(key)) = changes_->update(keyAt(key), assignments);
 }
 
-/// A new row without a known key keeps the values that were assigned: there is no way to read the defaults of the
-/// table.
+/// A row that cannot be found again is refused where it would have to be locked.
 std::int64_t EditableCursor::insertRow(std::span<const ado::Assignment> assignments)
 {
     keys_.push_back(changes_->insert(assignments, pessimistic_));
-    if (keys_.back().empty()) {
-        std::vector<Variant> values(columnInfos().size(), Null{});
-        for (const ado::Assignment& assignment : assignments)
-            values.at(assignment.column) = assignment.value;
-        added_.emplace(rowKey(), std::move(values));
-    }
     return rowKey();
 }
 
@@ -104,13 +97,10 @@ void EditableCursor::deleteRow(std::int64_t key)
     if (held_ == key) unlockRow();
 }
 
+/// A row without key keeps its values: a new one those that were assigned, not the defaults of the table.
 bool EditableCursor::readRow(std::int64_t key, std::vector<Variant>& values)
 {
-    if (const auto added = added_.find(key); added != added_.end()) {
-        values = added->second;
-        return true;
-    }
-    changes_->requireKey(keyAt(key));
+    if (keyAt(key).empty()) return true;
     if (!changes_->table().plain) return readFromStatement(keyAt(key), values);
     auto row = changes_->read(keyAt(key));
     if (!row) return false;

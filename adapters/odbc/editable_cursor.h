@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <vector>
 
@@ -38,8 +37,7 @@ private:
     bool pessimistic_;
     bool described_ = false;
     std::optional<RowChanges> changes_;
-    std::vector<KeyValues> keys_;                        ///< an empty one for a row that cannot be found again
-    std::map<std::int64_t, std::vector<Variant>> added_; ///< the values of new rows that cannot be found again
+    std::vector<KeyValues> keys_; ///< an empty one for a row that cannot be found again
     std::optional<std::int64_t> held_;
 };
 

@@ -40,8 +40,6 @@ public:
 
     const BaseTable& table() const noexcept { return table_; }
     RowName rowName(const KeyValues& key) const;
-    /// Error 3251 for an empty key: the row is not known.
-    void requireKey(const KeyValues& key) const;
 
     // The key of a row is empty where it is not known. Changing and deleting such a row is error 3251.
 
@@ -55,6 +53,7 @@ public:
     std::optional<std::vector<Variant>> read(const KeyValues& key) const;
 
 private:
+    void requireKey(const KeyValues& key) const;
     std::vector<ado::Parameter> keyParameters(const KeyValues& key) const;
     const ado::ColumnInfo& target(std::size_t column) const;
     void change(const std::string& text, std::span<const ado::Parameter> parameters) const;

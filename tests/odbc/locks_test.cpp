@@ -179,6 +179,8 @@ TEST_P(OdbcEdits, RowsWithoutKeyTakeNewRowsButNoChanges)
         rows->CancelUpdate();
     };
     expectRefused();
+    rows->Move(0);
+    EXPECT_EQ(rows->Fields().Item("NOTE").Value(), Variant{"one"}) << "as it was read";
     rows->AddNew();
     rows->Fields().Item("CODE").Value("b");
     rows->Update();
