@@ -75,8 +75,7 @@ std::string ServerTest::numbers(std::int64_t count, std::string_view columns) co
     if (isTsql())
         return "SELECT TOP " + last + " " + list +
                " FROM (SELECT ROW_NUMBER() OVER (ORDER BY (SELECT NULL)) AS N FROM sys.all_columns a, sys.all_columns "
-               "b) "
-               "q";
+               "b, (SELECT TOP 10 1 AS N FROM sys.all_columns) c) q";
     if (isPostgres()) return "SELECT " + list + " FROM generate_series(1, " + last + ") AS q(N)";
     return "WITH RECURSIVE q(N) AS (SELECT 1 UNION ALL SELECT N + 1 FROM q WHERE N < " + last + ") SELECT " + list +
            " FROM q";
