@@ -217,4 +217,20 @@ TEST_P(OdbcStreams, NullOfEveryType)
         EXPECT_EQ(scalar("SELECT CAST(NULL AS " + std::string{type} + ")"), Variant{Null{}}) << type;
 }
 
+/// Each unit without partner becomes U+FFFD; a pair stays one character, also where it meets the end of a part.
+TEST(OdbcBrokenTexts, SurrogatesWithoutPartnerAreReplaced)
+{
+    const std::string replaced = "\xEF\xBF\xBD";
+    const auto connection = connectText(std::string{"DRIVER="}.append(BAD_UNITS_DRIVER).append(";SERVER=x"));
+    ado::Recordset rows;
+    rows.Open("SELECT S, L FROM T", connection);
+    EXPECT_EQ(rows.Fields().Item("S").Value(), Variant{replaced + "a" + replaced + "b" + replaced + "🌲c" + replaced});
+    std::string wanted = "x";
+    for (int pair = 0; pair < 100'000; ++pair)
+        wanted += "🌲";
+    EXPECT_EQ(rows.Fields().Item("L").Value(), Variant{wanted + replaced});
+    rows.MoveNext();
+    EXPECT_TRUE(rows.AtEOF());
+}
+
 } // namespace tamarok::odbc
