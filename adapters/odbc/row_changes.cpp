@@ -148,7 +148,10 @@ Variant RowChanges::insertNumbered(const std::string& text, std::span<const ado:
     default: break;
     }
     link_.runToEnd({text, parameters, timeoutSeconds_});
-    return link_.read({"SELECT last_insert_rowid()", {}, timeoutSeconds_}).at(0).at(0);
+    // The key need not be the number of the row.
+    const std::string row =
+        "SELECT " + column + " FROM " + link_.quoted(table_.name) + " WHERE rowid=last_insert_rowid()";
+    return link_.read({row, {}, timeoutSeconds_}).at(0).at(0);
 }
 
 // Columns without assignment have the defaults of the table.

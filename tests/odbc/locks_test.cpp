@@ -214,6 +214,25 @@ TEST_P(OdbcEdits, HiddenKeyOfANewRowComesFromTheServer)
     EXPECT_EQ(errorNumber([&] { rows->Delete(); }), errors::readOnlyRecordset);
 }
 
+TEST_P(OdbcEdits, KeyThatADefaultGivesIsKnownWhereTheServerTellsIt)
+{
+    const std::string table = makeTable("CODE VARCHAR(10) DEFAULT 'x' NOT NULL PRIMARY KEY, NOTE VARCHAR(20)");
+    const auto rows = open("SELECT * FROM " + table, ado::CursorType::OpenKeyset, ado::LockType::Optimistic);
+    rows->AddNew();
+    rows->Fields().Item("NOTE").Value("new");
+    rows->Update();
+    EXPECT_EQ(scalar("SELECT CODE FROM " + table), Variant{"x"});
+    EXPECT_EQ(rows->Fields().Item("NOTE").Value(), Variant{"new"});
+    if (isTsql()) {
+        EXPECT_TRUE(rows->Fields().Item("CODE").Value().isNull());
+        expectError(errors::readOnlyRecordset, "whole key", [&] { rows->Delete(); });
+        return;
+    }
+    EXPECT_EQ(rows->Fields().Item("CODE").Value(), Variant{"x"});
+    rows->Delete();
+    EXPECT_EQ(convert::toLong(scalar("SELECT COUNT(*) FROM " + table)), 0);
+}
+
 /// Each row of these stands for several rows of the table, or for none.
 TEST_P(OdbcEdits, GroupsAndUnionsAreReadOnly)
 {
