@@ -65,7 +65,27 @@ void resolve(const Catalogue& catalogue, std::string_view statement, std::vector
     }
 }
 
+bool hasOnlyTables(const tsql::FromItem& item)
+{
+    if (item.left != nullptr) return hasOnlyTables(*item.left) && hasOnlyTables(*item.right);
+    return item.kind == tsql::FromKind::Table;
+}
+
 } // namespace
+
+bool showsSingleRows(std::string_view statement)
+{
+    try {
+        const tsql::ParsedBatch batch{statement};
+        const auto step = std::ranges::find(batch.steps(), tsql::StepKind::Query, &tsql::ParsedStep::kind);
+        if (step == batch.steps().end() || step->query->select == nullptr) return false;
+        const tsql::Select& select = *step->query->select;
+        return !select.distinct && select.groupBy.empty() && select.having == nullptr && select.from != nullptr &&
+               hasOnlyTables(*select.from);
+    } catch (const Error&) {
+        return false;
+    }
+}
 
 /// The names are an aid: a text that cannot be described leaves them empty. A lost connection shows with the next
 /// statement.

@@ -37,6 +37,7 @@ void EditableCursor::findTable()
     if (columnInfos().empty()) return;
     nameBases(columnInfos());
     auto table = BaseTable::of(session().catalogue, columnInfos());
+    if (table && !table->showsKey() && !showsSingleRows(text())) return;
     if (table) changes_.emplace(link(), std::move(*table), columnInfos(), timeoutSeconds());
 }
 
@@ -82,9 +83,10 @@ void EditableCursor::updateRow(std::int64_t key, std::span<const ado::Assignment
     keys_.at(static_cast<std::size_t>(key)) = changes_->update(keyAt(key), assignments);
 }
 
+/// A row that cannot be found again is refused where it would have to be locked.
 std::int64_t EditableCursor::insertRow(std::span<const ado::Assignment> assignments)
 {
-    keys_.push_back(changes_->insert(assignments));
+    keys_.push_back(changes_->insert(assignments, pessimistic_));
     return rowKey();
 }
 
@@ -95,8 +97,10 @@ void EditableCursor::deleteRow(std::int64_t key)
     if (held_ == key) unlockRow();
 }
 
+/// A row without key keeps its values: a new one those that were assigned, not the defaults of the table.
 bool EditableCursor::readRow(std::int64_t key, std::vector<Variant>& values)
 {
+    if (keyAt(key).empty()) return true;
     if (!changes_->table().plain) return readFromStatement(keyAt(key), values);
     auto row = changes_->read(keyAt(key));
     if (!row) return false;

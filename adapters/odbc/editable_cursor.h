@@ -19,7 +19,8 @@ public:
 
     void start() override;
     bool next() override;
-    bool updatable() const override { return changes_.has_value(); }
+    /// A result that does not show its key takes new rows, but none of its rows can be locked.
+    bool updatable() const override { return changes_ && (!pessimistic_ || changes_->table().showsKey()); }
     std::int64_t rowKey() const override;
     void lockRow(std::int64_t key) override;
     void unlockRow() override;
@@ -36,7 +37,7 @@ private:
     bool pessimistic_;
     bool described_ = false;
     std::optional<RowChanges> changes_;
-    std::vector<KeyValues> keys_;
+    std::vector<KeyValues> keys_; ///< an empty one for a row that cannot be found again
     std::optional<std::int64_t> held_;
 };
 

@@ -27,24 +27,32 @@ std::string singleTable(std::span<const ado::ColumnInfo> columns)
 
 } // namespace
 
-// Every condition that fails makes the rows read-only: more than one table, no key, a key that the result does not
-// show.
+// More than one table makes the rows read-only.
 std::optional<BaseTable> BaseTable::of(const Catalogue& catalogue, std::span<const ado::ColumnInfo> columns)
 {
     BaseTable table;
     table.name = singleTable(columns);
     if (table.name.empty()) return std::nullopt;
     table.keyColumns = catalogue.key(table.name);
-    if (table.keyColumns.empty()) return std::nullopt;
     for (const std::string& key : table.keyColumns) {
         const auto found = std::ranges::find_if(
             columns, [&key](const ado::ColumnInfo& column) { return sameName(column.baseColumn, key); });
-        if (found == columns.end()) return std::nullopt;
+        if (found == columns.end()) {
+            table.keyPositions.clear();
+            break;
+        }
         table.keyPositions.push_back(static_cast<std::size_t>(found - columns.begin()));
     }
     table.identity = catalogue.identity(table.name);
     table.plain = std::ranges::none_of(columns, [](const auto& column) { return column.baseColumn.empty(); });
     return table;
+}
+
+void RowChanges::requireKey(const KeyValues& key) const
+{
+    if (key.empty())
+        throw unsupported("The columns of the recordset do not tell which row of table '" + table_.name +
+                          "' this is: add the whole key of the table to the statement.");
 }
 
 /// The first column outside the key serves a server that holds a row by writing it.
@@ -91,6 +99,7 @@ void RowChanges::change(const std::string& text, std::span<const ado::Parameter>
 // The key of the row may be among the assignments: the caller goes on with the new one.
 KeyValues RowChanges::update(const KeyValues& key, std::span<const ado::Assignment> assignments) const
 {
+    requireKey(key);
     KeyValues changed = key;
     if (assignments.empty()) return changed;
     std::string text = "UPDATE " + link_.quoted(table_.name) + " SET ";
@@ -108,11 +117,12 @@ KeyValues RowChanges::update(const KeyValues& key, std::span<const ado::Assignme
     return changed;
 }
 
-/// The key of a new row is what was assigned to it, and the number that the server gives. A key that comes from a
-/// default would not be known, so that such a row is refused before it is inserted.
+/// The key of a new row is what was assigned to it, and the number that the server gives. It is not known where a
+/// default of the table gives a part of it.
 KeyValues RowChanges::keyOfNewRow(std::span<const ado::Assignment> assignments) const
 {
     KeyValues key;
+    if (!table_.showsKey()) return key;
     for (const std::string& name : table_.keyColumns) {
         const auto assigned = std::ranges::find_if(assignments, [&](const ado::Assignment& assignment) {
             return sameName(target(assignment.column).baseColumn, name);
@@ -121,9 +131,7 @@ KeyValues RowChanges::keyOfNewRow(std::span<const ado::Assignment> assignments) 
         const NewKey numbering = link_.traits().newKey;
         const bool numbered =
             numbering == NewKey::ScopeIdentity ? sameName(name, table_.identity) : numbering != NewKey::Unknown;
-        if (assigned == assignments.end() && !(numbered && table_.keyColumns.size() == 1))
-            throw unsupported("A new row of table '" + table_.name + "' needs a value for '" + name +
-                              "', which is part of its key.");
+        if (assigned == assignments.end() && !(numbered && table_.keyColumns.size() == 1)) return {};
         key.push_back(assigned == assignments.end() ? Variant{} : assigned->value);
     }
     return key;
@@ -140,13 +148,17 @@ Variant RowChanges::insertNumbered(const std::string& text, std::span<const ado:
     default: break;
     }
     link_.runToEnd({text, parameters, timeoutSeconds_});
-    return link_.read({"SELECT last_insert_rowid()", {}, timeoutSeconds_}).at(0).at(0);
+    // The key need not be the number of the row.
+    const std::string row =
+        "SELECT " + column + " FROM " + link_.quoted(table_.name) + " WHERE rowid=last_insert_rowid()";
+    return link_.read({row, {}, timeoutSeconds_}).at(0).at(0);
 }
 
 // Columns without assignment have the defaults of the table.
-KeyValues RowChanges::insert(std::span<const ado::Assignment> assignments) const
+KeyValues RowChanges::insert(std::span<const ado::Assignment> assignments, bool toBeFound) const
 {
     KeyValues key = keyOfNewRow(assignments);
+    if (toBeFound) requireKey(key);
     std::string names;
     std::string values;
     std::vector<ado::Parameter> parameters;
@@ -171,6 +183,7 @@ KeyValues RowChanges::insert(std::span<const ado::Assignment> assignments) const
 
 void RowChanges::erase(const KeyValues& key) const
 {
+    requireKey(key);
     change("DELETE FROM " + link_.quoted(table_.name) + " WHERE " + keyCondition(link_, table_.keyColumns),
            keyParameters(key));
 }

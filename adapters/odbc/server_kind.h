@@ -29,7 +29,7 @@ enum class RowHold : std::uint8_t {
 enum class NewKey : std::uint8_t {
     ScopeIdentity, ///< SELECT SCOPE_IDENTITY() in the same batch
     Returning,     ///< INSERT ... RETURNING
-    LastRowId,     ///< SELECT last_insert_rowid() on the same connection
+    LastRowId,     ///< SELECT ... WHERE rowid = last_insert_rowid() on the same connection
     Unknown
 };
 

@@ -100,6 +100,12 @@ ado::ConnectionRef openOdbc(std::string_view odbcText)
     return connection;
 }
 
+ado::ConnectionRef ServerTexts::open(std::string_view connectionText) const
+{
+    const auto known = texts_.find(connectionText);
+    return known != texts_.end() ? openOdbc(known->second) : openConnection(connectionText);
+}
+
 ado::ConnectionRef openDatabase(const DatabaseChoice& choice)
 {
     return choice.odbc ? openOdbc(*choice.odbc) : openDatabase(choice.file);

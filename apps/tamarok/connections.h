@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -38,6 +40,22 @@ ado::ConnectionRef openOdbc(std::string_view odbcText);
 
 /// The same as openForReading for a command that reports itself how the connection reads dates.
 ado::ConnectionRef openToCheck(const DatabaseChoice& choice);
+
+/// The texts of the servers that a command has connected to, by the texts that the connections show, which have no
+/// password. A lookup opens a connection of its own by the text that its session shows.
+class ServerTexts {
+public:
+    /// Remembers by which text a connection was opened.
+    void remember(const ado::Connection& connection, const std::string& odbcText)
+    {
+        texts_.insert_or_assign(connection.ConnectionString(), odbcText);
+    }
+    /// Opens a connection by a remembered text where `connectionText` shows one, else as openConnection.
+    ado::ConnectionRef open(std::string_view connectionText) const;
+
+private:
+    std::map<std::string, std::string, std::less<>> texts_;
+};
 
 /// Opens what --db or --odbc has chosen, for reading and writing.
 ado::ConnectionRef openDatabase(const DatabaseChoice& choice);

@@ -77,7 +77,7 @@ public:
     virtual void updateRow(std::int64_t key, std::span<const Assignment> assignments);
     virtual std::int64_t insertRow(std::span<const Assignment> assignments);
     virtual void deleteRow(std::int64_t key);
-    /// Reads the present values of a row. Returns false for a deleted row.
+    /// Reads the present values of a row; leaves `values` empty for a row without key. Returns false if it is deleted.
     virtual bool readRow(std::int64_t key, std::vector<Variant>& values);
 };
 

@@ -87,7 +87,8 @@ void Field::Source::sendChange(std::span<const Assignment> assignments)
     // Without a lock the row may have changed since it was read: compare all its values first.
     if (!locking_) {
         std::vector<Variant> present;
-        if (!store_->cursor().readRow(key, present) || !std::ranges::equal(present, store_->values(row)))
+        const bool found = store_->cursor().readRow(key, present);
+        if (!found || (!present.empty() && !std::ranges::equal(present, store_->values(row))))
             fail(errors::rowChanged, recordsetSource, "Update: the row has been changed or deleted since it was read.");
     }
     // After a failure the edit stays pending, so that the caller can correct a value and try again.

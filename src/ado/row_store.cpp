@@ -74,6 +74,7 @@ bool RowStore::readAgain(std::size_t row)
 {
     std::vector<Variant> fresh;
     if (!cursor().readRow(rows_[row].key, fresh)) return false;
+    if (fresh.empty()) return true; // without a key the row stays as it was read
     fresh.resize(width_, Null{});
     std::ranges::move(fresh, values_.begin() + static_cast<std::ptrdiff_t>(row * width_));
     return true;

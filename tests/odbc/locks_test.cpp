@@ -166,11 +166,85 @@ TEST_P(OdbcEdits, KeysMayBeTextsOfSeveralColumnsAndMayChange)
     EXPECT_EQ(convert::toLong(scalar("SELECT COUNT(*) FROM " + table)), 2);
 }
 
-TEST_P(OdbcEdits, RowsWithoutKeyAreReadOnly)
+TEST_P(OdbcEdits, RowsWithoutKeyTakeNewRowsButNoChanges)
 {
-    const std::string table = makeTable("CODE VARCHAR(10), NOTE VARCHAR(20)");
+    const std::string table = makeTable("CODE VARCHAR(10), NOTE VARCHAR(20) DEFAULT 'given'");
+    connection->Execute("INSERT INTO " + table + " VALUES ('a', 'one')");
+    const std::string statement = "SELECT * FROM " + table;
+    const auto rows = open(statement, ado::CursorType::OpenKeyset, ado::LockType::Optimistic);
+    const auto expectRefused = [&] {
+        expectError(errors::readOnlyRecordset, "whole key", [&] { rows->Delete(); });
+        rows->Fields().Item("NOTE").Value("x");
+        expectError(errors::readOnlyRecordset, "whole key", [&] { rows->Update(); });
+        rows->CancelUpdate();
+    };
+    expectRefused();
+    rows->Move(0);
+    EXPECT_EQ(rows->Fields().Item("NOTE").Value(), Variant{"one"}) << "as it was read";
+    rows->AddNew();
+    rows->Fields().Item("CODE").Value("b");
+    rows->Update();
+    EXPECT_EQ(rows->Fields().Item("CODE").Value(), Variant{"b"});
+    EXPECT_TRUE(rows->Fields().Item("NOTE").Value().isNull()) << "the default of the table cannot be read";
+    rows->Move(0);
+    EXPECT_EQ(rows->Fields().Item("CODE").Value(), Variant{"b"});
+    expectRefused();
+    EXPECT_EQ(scalar("SELECT NOTE FROM " + table + " WHERE CODE = 'b'"), Variant{"given"});
+    EXPECT_EQ(convert::toLong(scalar("SELECT COUNT(*) FROM " + table)), 2);
+    if (GetParam() == TestServer::Sqlite) return; // holds no rows
+    EXPECT_EQ(errorNumber([&] { open(statement, ado::CursorType::OpenDynamic, ado::LockType::Pessimistic); }),
+              errors::readOnlyRecordset);
+}
+
+TEST_P(OdbcEdits, HiddenKeyOfANewRowComesFromTheServer)
+{
+    const std::string table =
+        makeTable(word("ID INT IDENTITY(1,1) PRIMARY KEY", "ID SERIAL PRIMARY KEY", "ID INTEGER PRIMARY KEY") +
+                  ", CODE VARCHAR(10), NOTE VARCHAR(20)");
+    connection->Execute("INSERT INTO " + table + " (CODE) VALUES ('a')");
+    const auto rows = open("SELECT NOTE,CODE FROM " + table, ado::CursorType::OpenStatic, ado::LockType::Optimistic);
+    for (const char* const code : {"b", "c"}) {
+        rows->AddNew();
+        rows->Fields().Item("CODE").Value(code);
+        rows->Update();
+    }
+    EXPECT_EQ(convert::toLong(scalar("SELECT MAX(ID) FROM " + table)), 3);
+    rows->MoveFirst();
+    EXPECT_EQ(rows->Fields().Item("CODE").Value(), Variant{"a"});
+    EXPECT_EQ(errorNumber([&] { rows->Delete(); }), errors::readOnlyRecordset);
+}
+
+TEST_P(OdbcEdits, KeyThatADefaultGivesIsKnownWhereTheServerTellsIt)
+{
+    const std::string table = makeTable("CODE VARCHAR(10) DEFAULT 'x' NOT NULL PRIMARY KEY, NOTE VARCHAR(20)");
     const auto rows = open("SELECT * FROM " + table, ado::CursorType::OpenKeyset, ado::LockType::Optimistic);
-    EXPECT_EQ(errorNumber([&] { rows->AddNew(); }), errors::readOnlyRecordset);
+    rows->AddNew();
+    rows->Fields().Item("NOTE").Value("new");
+    rows->Update();
+    EXPECT_EQ(scalar("SELECT CODE FROM " + table), Variant{"x"});
+    EXPECT_EQ(rows->Fields().Item("NOTE").Value(), Variant{"new"});
+    if (isTsql()) {
+        EXPECT_TRUE(rows->Fields().Item("CODE").Value().isNull());
+        expectError(errors::readOnlyRecordset, "whole key", [&] { rows->Delete(); });
+        return;
+    }
+    EXPECT_EQ(rows->Fields().Item("CODE").Value(), Variant{"x"});
+    rows->Delete();
+    EXPECT_EQ(convert::toLong(scalar("SELECT COUNT(*) FROM " + table)), 0);
+}
+
+/// Each row of these stands for several rows of the table, or for none.
+TEST_P(OdbcEdits, GroupsAndUnionsAreReadOnly)
+{
+    const std::string table = makeTable("ID INT NOT NULL PRIMARY KEY, CODE VARCHAR(10)");
+    connection->Execute("INSERT INTO " + table + " VALUES (1, 'a')");
+    for (const std::string& statement :
+         {"SELECT DISTINCT CODE FROM " + table, "SELECT CODE, COUNT(*) AS N FROM " + table + " GROUP BY CODE",
+          "SELECT CODE FROM " + table + " UNION SELECT CODE FROM " + table,
+          "SELECT CODE FROM (SELECT CODE FROM " + table + " GROUP BY CODE) q"}) {
+        const auto rows = open(statement, ado::CursorType::OpenStatic, ado::LockType::Optimistic);
+        EXPECT_EQ(errorNumber([&] { rows->AddNew(); }), errors::readOnlyRecordset) << statement;
+    }
 }
 
 TEST_P(OdbcEdits, UniqueIndexServesAsKey)

@@ -84,6 +84,19 @@ TEST_P(OdbcOpening, WrongHostFails)
     EXPECT_EQ(openDescriptors(), before);
 }
 
+TEST_P(OdbcOpening, UnknownHostFailsWithoutShowingThePassword)
+{
+    if (GetParam() == TestServer::Sqlite) GTEST_SKIP() << "no host";
+    std::string text = replaced(connectionText(), "SERVER=127.0.0.1", "SERVER=nowhere.invalid");
+    text = replaced(text, "PWD=" + property(text, "PWD"), "PWD={hidden;word}");
+    const std::size_t before = openDescriptors();
+    const Error failure = failureOf([&] { connectText(text); });
+    EXPECT_EQ(failure.number, errors::providerFailure);
+    EXPECT_FALSE(failure.sqlState.empty());
+    EXPECT_EQ(std::string{failure.what()}.find("hidden"), std::string::npos) << failure.what();
+    EXPECT_EQ(openDescriptors(), before);
+}
+
 TEST_P(OdbcOpening, WrongPasswordFailsWithoutShowingIt)
 {
     if (!isTsql()) GTEST_SKIP() << "this server asks for no password";

@@ -1,11 +1,8 @@
 #include "server_test.h"
 
-#include <iostream>
 #include <random>
 
 #include "support/scratch_folder.h"
-
-#include "tamarok/error.h"
 
 namespace tamarok::odbc {
 
@@ -15,32 +12,10 @@ test::PostgresServer& postgres()
     return server;
 }
 
-namespace {
-
-/// A database of this process, so that runs beside each other do not meet.
-struct ProcessDatabase {
-    ProcessDatabase() : name{"tmt_" + std::to_string(std::random_device{}())}, text{test::tsqlDatabase(name)} {}
-    ~ProcessDatabase()
-    {
-        try {
-            test::dropTsqlDatabase(name);
-        } catch (const Error& error) {
-            std::cerr << "The database " << name << " could not be dropped: " << error.what() << '\n';
-        }
-    }
-    ProcessDatabase(const ProcessDatabase&) = delete;
-    ProcessDatabase& operator=(const ProcessDatabase&) = delete;
-
-    std::string name;
-    std::string text;
-};
-
-} // namespace
-
 const std::string& tsqlText()
 {
-    static const ProcessDatabase database;
-    return database.text;
+    static const test::TsqlDatabase database{"odbc"};
+    return database.connectionText();
 }
 
 std::string serverName(const ::testing::TestParamInfo<TestServer>& server)
@@ -100,8 +75,7 @@ std::string ServerTest::numbers(std::int64_t count, std::string_view columns) co
     if (isTsql())
         return "SELECT TOP " + last + " " + list +
                " FROM (SELECT ROW_NUMBER() OVER (ORDER BY (SELECT NULL)) AS N FROM sys.all_columns a, sys.all_columns "
-               "b) "
-               "q";
+               "b, (SELECT TOP 10 1 AS N FROM sys.all_columns) c) q";
     if (isPostgres()) return "SELECT " + list + " FROM generate_series(1, " + last + ") AS q(N)";
     return "WITH RECURSIVE q(N) AS (SELECT 1 UNION ALL SELECT N + 1 FROM q WHERE N < " + last + ") SELECT " + list +
            " FROM q";

@@ -1,6 +1,8 @@
+#include <chrono>
 #include <memory>
 
 #include "server_test.h"
+#include "support/child_process.h"
 #include "support/platforms.h"
 #include "support/surroundings.h"
 
@@ -98,6 +100,33 @@ TEST_P(OdbcSessions, ObjectLockIsRefusedWhileItsHolderLives)
     locks.LockOff("LISTE", "'4711'", other->session);
     locks.LogOut(&other->rsLock, "True");
     EXPECT_EQ(rowsOfLock(), 0);
+}
+
+TEST_P(OdbcSessions, AnotherProcessHoldsAnObjectUntilItReleasesItOrIsKilled)
+{
+    const Comm_Lock locks;
+    const std::vector<std::string> words{tsqlText(), "1", "LISTE", "'4711'"};
+    auto other = station(2);
+    ASSERT_TRUE(logIn(*other));
+    test::ChildProcess holder{SESSION_CHILD, words};
+    ASSERT_EQ(holder.line(), "held");
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_FALSE(locks.LockOn("LISTE", "'4711'", other->session));
+    EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::seconds{4}) << "the holder is given its time";
+    ASSERT_EQ(messages->shown.size(), 1U);
+    EXPECT_EQ(messages->shown[0].text, "T4890 '4711' T4892 HÜBER T4893");
+    EXPECT_TRUE(locks.LockOn("LISTE", "'4712'", other->session)) << "another object is free";
+    EXPECT_FALSE(logIn(*station(1))) << "the session of the process lives";
+    EXPECT_EQ(holder.ask("go"), "released");
+    EXPECT_TRUE(locks.LockOn("LISTE", "'4711'", other->session));
+    locks.LockOff("LISTE", "'4711'", other->session);
+    holder.kill();
+
+    test::ChildProcess victim{SESSION_CHILD, words};
+    ASSERT_EQ(victim.line(), "held") << "the killed session of the same user gives way";
+    victim.kill();
+    EXPECT_TRUE(locks.LockOn("LISTE", "'4711'", other->session));
+    EXPECT_TRUE(logIn(*station(1)));
 }
 
 } // namespace tamarok::odbc

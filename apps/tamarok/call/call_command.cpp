@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <iostream>
 #include <system_error>
+#include <utility>
 
 #include "call/call_host.h"
 #include "connections.h"
@@ -26,7 +27,10 @@ ado::ConnectionRef openWanted(const CallOptions& options)
 
 int runCall(const CallOptions& options, Output& output)
 {
-    CallHost host{openWanted(options), options.locale};
+    const ado::ConnectionRef connection = openWanted(options);
+    ServerTexts servers;
+    if (options.odbc) servers.remember(*connection, *options.odbc);
+    CallHost host{connection, options.locale, std::move(servers)};
     host.run(std::cin, output);
     // The stream does not distinguish a failed read from the end of the input; the file below it does.
     const int reason = errno;

@@ -17,7 +17,10 @@ namespace tamarok::cli {
 class CallHost {
 public:
     /// @param connection  the connection "db"; may be empty
-    CallHost(const ado::ConnectionRef& connection, std::string_view locale) : state_{connection, locale} {}
+    /// @param servers     the text by which it was opened, where it is one of a server
+    CallHost(const ado::ConnectionRef& connection, std::string_view locale, ServerTexts servers = {}) :
+        state_{connection, locale, std::move(servers)}
+    {}
 
     /// Answers every line of `requests`, each answer flushed at once.
     void run(std::istream& requests, Output& output);

@@ -41,13 +41,13 @@ bool rollBack(ado::Connection& connection)
 
 } // namespace
 
-HostState::HostState(const ado::ConnectionRef& connection, std::string_view locale) :
+HostState::HostState(const ado::ConnectionRef& connection, std::string_view locale, ServerTexts known) :
     scope{hostPlatform(locale, messages, keyboard, dialogs)},
-    systemClock{scope.platform().clock}, session{commandSession(connection)}
+    systemClock{scope.platform().clock}, servers{std::move(known)}, session{commandSession(connection)}
 {
     // The connection of a lookup is no named one, but its statements are those of the call too.
     scope.platform().makeConnection = [this](std::string_view connectionText) {
-        ado::ConnectionRef opened = openConnection(connectionText);
+        ado::ConnectionRef opened = servers.open(connectionText);
         opened->listen([this](std::string_view statement) { sql.emplace_back(statement); });
         return opened;
     };

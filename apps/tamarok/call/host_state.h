@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "call/object_names.h"
+#include "connections.h"
 #include "host_platform.h"
 
 #include "tamarok/ado.h"
@@ -19,7 +20,7 @@ namespace tamarok::cli {
 struct HostState {
     /// Fills the session record and names it "TmkVar", and the connection "db".
     /// @param connection  may be empty
-    HostState(const ado::ConnectionRef& connection, std::string_view locale);
+    HostState(const ado::ConnectionRef& connection, std::string_view locale, ServerTexts known = {});
 
     /// Keeps a connection under a name and records the statements that it is sent.
     void addConnection(std::string_view name, const ado::ConnectionRef& connection);
@@ -33,6 +34,7 @@ struct HostState {
     std::shared_ptr<dialogs::DialogScripts> dialogs = std::make_shared<dialogs::DialogScripts>();
     PlatformScope scope;
     std::shared_ptr<Clock> systemClock; ///< the machine's, for {"now":null}
+    ServerTexts servers;
     TmkVar session;
     ObjectNames names;
 

@@ -187,19 +187,23 @@ Json drop(HostState& state, const Json& request, Json&)
 
 // ---- connections -------------------------------------------------------------------------------
 
-ado::ConnectionRef openWanted(const Json& request)
+ado::ConnectionRef openWanted(HostState& state, const Json& request)
 {
     const Json* odbc = findMember(request, "odbc");
     const Json* file = findMember(request, "db");
     if ((odbc == nullptr) == (file == nullptr)) refuse("a request \"connect\" needs either \"db\" or \"odbc\"");
-    return odbc != nullptr ? openOdbc(requireText(*odbc, "odbc")) : openDatabase(requireText(*file, "db"));
+    if (odbc == nullptr) return openDatabase(requireText(*file, "db"));
+    const std::string& text = requireText(*odbc, "odbc");
+    ado::ConnectionRef connection = openOdbc(text);
+    state.servers.remember(*connection, text);
+    return connection;
 }
 
 Json connect(HostState& state, const Json& request, Json&)
 {
     const std::string& name = textMember(request, "connect");
     refuseFixedName(name, false);
-    const ado::ConnectionRef connection = openWanted(request);
+    const ado::ConnectionRef connection = openWanted(state, request);
     state.addConnection(name, connection);
     if (name == "db") {
         state.session.db_ADO = connection;

@@ -11,8 +11,13 @@ namespace tamarok::cli {
 
 int runDay(const DayOptions& options, Output& output)
 {
-    const PlatformScope scope{commandPlatform(options.locale)};
-    const TmkVar session = commandSession(openDatabase(options.database));
+    const ado::ConnectionRef connection = openDatabase(options.database);
+    ServerTexts servers;
+    if (options.database.odbc) servers.remember(*connection, *options.database.odbc);
+    Platform platform = commandPlatform(options.locale);
+    platform.makeConnection = [&servers](std::string_view text) { return servers.open(text); };
+    const PlatformScope scope{platform};
+    const TmkVar session = commandSession(connection);
     std::size_t number = 0;
     for (const day::Step& step : day::steps()) {
         if (number > 0) output.write("\n");

@@ -26,10 +26,7 @@ bool openElsewhere(SecondProcess& elsewhere, const DatabaseChoice& database, con
     const json session{{"$ref", "TmkVar"}};
     elsewhere.ask(json{{"session", {{"ID_User", colleague.user}, {"bolLan", true}}}}.dump());
     elsewhere.ask(json{{"new", "ADODB.Recordset"}, {"as", "rsLock"}}.dump());
-    const json where = database.odbc ? json{{"odbc", *database.odbc}} : json{{"db", database.file}};
-    json connect{{"connect", "dbLock"}};
-    connect.update(where);
-    elsewhere.ask(connect.dump());
+    elsewhere.connect("dbLock", database);
     const auto call = [&](const char* operation, const json& arguments) {
         return elsewhere.ask(json{{"class", "Comm_Lock"}, {"op", operation}, {"args", arguments}}.dump());
     };

@@ -10,7 +10,6 @@
 #include <system_error>
 #include <unistd.h>
 #include <utility>
-#include <vector>
 
 #include "tamarok/error.h"
 
@@ -35,9 +34,15 @@ void closeOnce(int& descriptor) noexcept
 
 } // namespace
 
+/// The process is complete before it connects: a failure of that ends it by the destructor.
+SecondProcess::SecondProcess(const DatabaseChoice& database) : SecondProcess{}
+{
+    connect("db", database);
+}
+
 /// Starts the program with its standard input and output tied to two pipes. Both ends are closed on
 /// execution, so that the child keeps only the two that become its streams.
-SecondProcess::SecondProcess(const DatabaseChoice& database)
+SecondProcess::SecondProcess()
 {
     std::array<int, 2> in{-1, -1};
     std::array<int, 2> out{-1, -1};
@@ -47,13 +52,8 @@ SecondProcess::SecondProcess(const DatabaseChoice& database)
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, in[0], STDIN_FILENO);
     posix_spawn_file_actions_adddup2(&actions, out[1], STDOUT_FILENO);
-    std::vector<std::string> words{"tamarok", "call", database.odbc ? "--odbc" : "--db",
-                                   database.odbc ? *database.odbc : database.file};
-    std::vector<char*> pointers;
-    pointers.reserve(words.size() + 1);
-    for (std::string& word : words)
-        pointers.push_back(word.data());
-    pointers.push_back(nullptr);
+    std::array<std::string, 2> words{"tamarok", "call"};
+    std::array<char*, 3> pointers{words[0].data(), words[1].data(), nullptr};
     const int failure = ::posix_spawn(&process_, ownProgram, &actions, nullptr, pointers.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     closeOnce(in[0]);
@@ -72,6 +72,14 @@ SecondProcess::~SecondProcess()
     crash();
     closeOnce(input_);
     closeOnce(output_);
+}
+
+/// The text of a server may hold a password: all users of the machine see the words of a command line, none the pipe.
+void SecondProcess::connect(const std::string& name, const DatabaseChoice& database)
+{
+    nlohmann::json request{{"connect", name}};
+    request[database.odbc ? "odbc" : "db"] = database.odbc ? *database.odbc : database.file;
+    ask(request.dump());
 }
 
 bool SecondProcess::ask(const std::string& request)

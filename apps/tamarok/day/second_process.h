@@ -16,6 +16,9 @@ public:
     SecondProcess(const SecondProcess&) = delete;
     SecondProcess& operator=(const SecondProcess&) = delete;
 
+    /// Opens a connection there under a name. Errors as `ask`.
+    void connect(const std::string& name, const DatabaseChoice& database);
+
     /// Sends one request of the call host. @return whether the result is true
     /// Error 57 where the process does not answer or answers with an error.
     bool ask(const std::string& request);
@@ -24,6 +27,7 @@ public:
     void crash() noexcept;
 
 private:
+    SecondProcess();
     std::string answer();
 
     pid_t process_ = -1;

@@ -26,7 +26,7 @@ constexpr ListDescription description{
             {10, 30510, amount, "PA_GRUPPE.JAHRESUMSATZ", sum},
             {11, 30511, text, "PA_GRUPPE.BEMERKUNG"},
             {12, 30512, text, "(CASE WHEN PA_GRUPPE.DISABLE = 1 THEN 'Ja' ELSE 'Nein' END)"},
-            {13, 30513, amount, "(CASE WHEN ISNULL(PA_GRUPPE.MITGLIEDER,0)=0 THEN 0 ELSE ROUND(PA_GRUPPE.JAHRESUMSATZ/PA_GRUPPE.MITGLIEDER,2) END)", max},
+            {13, 30513, amount, "(CASE WHEN ISNULL(PA_GRUPPE.MITGLIEDER,0)<>0 THEN ROUND(PA_GRUPPE.JAHRESUMSATZ/PA_GRUPPE.MITGLIEDER,2) ELSE 0 END)", max},
             {20, 30514, text, "PRODUKT.NUMBER"},
             {21, 30515, text, "PRODUKT.NAME"},
             {30, 30516, text, "PERSONAL.NUMMER"},

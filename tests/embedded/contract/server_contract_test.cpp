@@ -7,12 +7,13 @@
 
 #include "embedded/contract/contract.h"
 #include "embedded/contract/server_session.h"
+#include "odbc/support/tsql_database.h"
+#include "support/tsql_server.h"
 
-/// answers.txt, run on the T-SQL server that the environment variable TAMAROK_TSQL_SERVER names by an ODBC connection
-/// text with the rights to create a database. Where the server's answer is not the documented one, a file of known
-/// differences must say so: server_differences.txt, or the file of this folder that TAMAROK_TSQL_DIFFERENCES names.
-/// Its blocks are reasons, their cases statements with the server's answer. A block named "Setup" has statements to run
-/// at the beginning of each connection.
+/// answers.txt, run on the T-SQL server of the tests, in a database of its own. Where the server's answer is not the
+/// documented one, a file of known differences must say so: server_differences.txt, or the file of this folder that
+/// TAMAROK_TSQL_DIFFERENCES names. Its blocks are reasons, their cases statements with the server's answer. A block
+/// named "Setup" has statements to run at the beginning of each connection.
 namespace tamarok::embedded::contract {
 namespace {
 
@@ -69,48 +70,28 @@ private:
     std::map<std::string, std::vector<Entry>> known_;
 };
 
-/// A database of the test's own on the server, dropped at the end.
-class ServerDatabase {
-public:
-    explicit ServerDatabase(const std::string& server) : server_{server}, admin_{server}
-    {
-        admin_.answer("DROP DATABASE " + name_);
-        admin_.run("CREATE DATABASE " + name_);
-    }
-    ~ServerDatabase() { admin_.answer("DROP DATABASE " + name_); }
-    ServerDatabase(const ServerDatabase&) = delete;
-    ServerDatabase& operator=(const ServerDatabase&) = delete;
-
-    /// A connection to the database, in which the table WOOD alone stands.
-    std::unique_ptr<ServerSession> connect(const std::vector<std::string>& setup)
-    {
-        auto session = std::make_unique<ServerSession>(server_);
-        session->run("USE " + name_);
-        for (const std::string& statement : setup)
-            session->run(statement);
-        session->answer("DROP TABLE WOOD");
-        for (const std::string& statement : woodStatements())
-            session->run(statement);
-        return session;
-    }
-
-private:
-    std::string name_ = "tamarok_contract";
-    std::string server_;
-    ServerSession admin_;
-};
+/// A connection to the database of the test, in which the table WOOD alone stands.
+std::unique_ptr<ServerSession> connect(const test::TsqlDatabase& database, const std::vector<std::string>& setup)
+{
+    auto session = std::make_unique<ServerSession>(database.connectionText());
+    for (const std::string& statement : setup)
+        session->run(statement);
+    session->answer("DROP TABLE WOOD");
+    for (const std::string& statement : woodStatements())
+        session->run(statement);
+    return session;
+}
 
 TEST(ServerContract, HasTheDocumentedAnswers)
 {
-    const std::string server = environment("TAMAROK_TSQL_SERVER", "");
-    if (server.empty()) GTEST_SKIP() << "TAMAROK_TSQL_SERVER names no server: the contract was not compared with one.";
+    if (!test::tsqlServer()) GTEST_SKIP() << "no T-SQL server: the contract was not compared with one";
     Differences differences{environment("TAMAROK_TSQL_DIFFERENCES", "server_differences.txt")};
-    ServerDatabase database{server};
+    const test::TsqlDatabase database{"contract"};
     std::size_t cases = 0;
     std::size_t known = 0;
     for (const Block& block : readBlocks("answers.txt")) {
         if (block.isEmbeddedOnly()) continue;
-        const auto session = database.connect(differences.setup());
+        const auto session = connect(database, differences.setup());
         for (const Case& row : block.cases) {
             ++cases;
             const std::string answer = session->answer(row.statement);

@@ -2,7 +2,6 @@
 
 #include <arpa/inet.h>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <netinet/in.h>
@@ -11,45 +10,10 @@
 #include <unistd.h>
 
 #include "support/child_process.h"
-#include "tamarok_odbc/connect.h"
 
 namespace tamarok::test {
 
 namespace {
-
-std::string environment(const char* name)
-{
-    const char* const value = std::getenv(name);
-    return value == nullptr ? std::string{} : std::string{value};
-}
-
-std::string lastLine(std::string text)
-{
-    while (text.ends_with('\n'))
-        text.pop_back();
-    const std::size_t start = text.rfind('\n');
-    return start == std::string::npos ? text : text.substr(start + 1);
-}
-
-/// DATABASE is added anew for each database.
-std::string withoutDatabase(const std::string& text)
-{
-    return text.substr(0, text.find("DATABASE="));
-}
-
-std::optional<std::string> findTsqlServer()
-{
-    const std::string text = environment("TAMAROK_TSQL_SERVER");
-    if (!text.empty()) return withoutDatabase(text);
-    const std::string command = environment("TAMAROK_TSQL_START");
-    if (!command.empty()) {
-        const Outcome outcome = runProgram("/bin/sh", {"-c", command});
-        if (outcome.status != 0) throw std::runtime_error{"TAMAROK_TSQL_START failed: " + outcome.errors};
-        return withoutDatabase(lastLine(outcome.output));
-    }
-    tellSkipped("the T-SQL server: neither TAMAROK_TSQL_SERVER nor TAMAROK_TSQL_START is set");
-    return std::nullopt;
-}
 
 int freePort()
 {
@@ -79,30 +43,6 @@ std::string findPrograms()
 constexpr unsigned nobody = 65534;
 
 } // namespace
-
-void tellSkipped(std::string_view what)
-{
-    std::cerr << "**** SKIPPED: tests on " << what << " ****\n";
-}
-
-const std::optional<std::string>& tsqlServer()
-{
-    static const std::optional<std::string> text = findTsqlServer();
-    return text;
-}
-
-std::string tsqlDatabase(const std::string& name)
-{
-    const std::string& server = tsqlServer().value();
-    const auto master = odbc::connectText(server + "DATABASE=master");
-    master->Execute("IF DB_ID('" + name + "') IS NULL CREATE DATABASE " + name);
-    return server + "DATABASE=" + name;
-}
-
-void dropTsqlDatabase(const std::string& name)
-{
-    odbc::connectText(tsqlServer().value() + "DATABASE=master")->Execute("DROP DATABASE " + name);
-}
 
 bool PostgresServer::isInstalled()
 {
