@@ -25,6 +25,10 @@ using namespace tamarok;
 int run(const cli::DatabaseChoice& database)
 {
     workbench::Workplace place{database};
+    // A look-up opens a connection of its own by the text that the session shows, which has no password.
+    cli::ServerTexts servers;
+    if (database.odbc) servers.remember(*place.session().db_ADO, *database.odbc);
+    Platform::current().makeConnection = [servers](std::string_view text) { return servers.open(text); };
     if (!workbench::logIn(place)) return 0;
     workbench::MainWindow window{place};
     window.show();

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "day/kept_widths.h"
 #include "day/steps.h"
 #include "host_platform.h"
 
@@ -38,12 +39,16 @@ DialogStep write(std::string box, std::string_view text)
 }
 
 constexpr std::string_view newCode = "TAG";
+constexpr std::string_view newName = "Arbeitstag";
 
-/// Dialogs in which scripts act for the user. The widths and the row that they leave are removed, also those of a day
-/// that was broken off.
+/// Dialogs in which scripts act for the user. The row that they add is removed, also that of a day that was broken off.
 class ScriptedDialogs {
 public:
-    explicit ScriptedDialogs(const Context& context) : context_{context}, scope_{platform()} { remove(); }
+    explicit ScriptedDialogs(const Context& context) :
+        context_{context}, widths_{context.session.db_ADO, {"GH_HOLZARTHAHANU", "GH_RELTABLEKULA"}}, scope_{platform()}
+    {
+        remove();
+    }
     ~ScriptedDialogs()
     {
         try {
@@ -71,8 +76,11 @@ public:
 private:
     void remove()
     {
-        context_.session.db_ADO->Execute("DELETE FROM MODELS WHERE RELATION IN ('GH_HOLZARTHAHANU','GH_RELTABLEKULA')");
-        context_.session.db_ADO->Execute("DELETE FROM RELTABLE WHERE KURZNAME = '" + std::string{newCode} + "'");
+        context_.session.db_ADO->Execute(std::string{"DELETE FROM RELTABLE WHERE RELTABLE_ID = 3 AND KURZNAME = '"}
+                                             .append(newCode)
+                                             .append("' AND LANGNAME = '")
+                                             .append(newName)
+                                             .append("'"));
     }
     Platform platform() const
     {
@@ -91,6 +99,7 @@ private:
     }
 
     const Context& context_;
+    KeptWidths widths_;
     std::shared_ptr<dialogs::ScriptedWindows> windows_ = std::make_shared<dialogs::ScriptedWindows>();
     PlatformScope scope_;
 };
@@ -107,9 +116,8 @@ void showLookUps(const Context& context)
                     step(StepKind::Ok)});
     dialogs.lookUp("RELTABLE3_KURZ_GRID", "001",
                    {step(StepKind::Click, "cmdNew"), step(StepKind::Type, std::string{newCode}),
-                    write("Text2", "Arbeitstag"), step(StepKind::Read, "cmdNew.Caption"),
-                    step(StepKind::Click, "cmdNew"), step(StepKind::Read, "DataGrid1.Columns(1).Text"),
-                    step(StepKind::Ok)});
+                    write("Text2", newName), step(StepKind::Read, "cmdNew.Caption"), step(StepKind::Click, "cmdNew"),
+                    step(StepKind::Read, "DataGrid1.Columns(1).Text"), step(StepKind::Ok)});
     dialogs.lookUpBudget({step(StepKind::Read, "TreeView1.Nodes.Count"), step(StepKind::SelectNode, "|1|1|1|1|1"),
                           step(StepKind::Read, "TreeView1.SelectedItem"), step(StepKind::Ok)});
 }
