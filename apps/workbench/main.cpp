@@ -1,6 +1,8 @@
 #include <CLI/CLI.hpp>
 #include <QApplication>
 #include <QMessageBox>
+#include <chrono>
+#include <cstdlib>
 #include <iostream>
 #include <string>
 
@@ -22,9 +24,9 @@ namespace {
 using namespace tamarok;
 
 /// Opens the database, lets the user log in, and runs until the main window closes.
-int run(const cli::DatabaseChoice& database)
+int run(const cli::DatabaseChoice& database, workbench::Yard& yard)
 {
-    workbench::Workplace place{database};
+    workbench::Workplace place{database, yard};
     // A look-up opens a connection of its own by the text that the session shows, which has no password.
     cli::ServerTexts servers;
     if (database.odbc) servers.remember(*place.session().db_ADO, *database.odbc);
@@ -65,7 +67,11 @@ int main(int count, char** arguments)
             if (!sample) return 0;
             database.file = *sample;
         }
-        return run(database);
+        workbench::Yard yard;
+        const int status = run(database, yard);
+        // A statement that a server goes on with does not keep the program: the connection ends with the process.
+        if (!yard.isEmptyWithin(std::chrono::seconds{2})) std::_Exit(status);
+        return status;
     } catch (const Error& error) {
         std::cerr << "tamarok-workbench: " << error.description << '\n';
         QMessageBox::critical(nullptr, workbench::textOf(workbench::Text::Program), qt::toQt(error.description));

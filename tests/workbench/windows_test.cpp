@@ -55,7 +55,7 @@ protected:
         Platform platform = cli::commandPlatform("de-AT");
         qt::equip(platform);
         scope = std::make_unique<PlatformScope>(platform);
-        place = std::make_unique<Workplace>(databaseOf(file()));
+        place = std::make_unique<Workplace>(databaseOf(file()), yard);
     }
     static cli::DatabaseChoice databaseOf(const std::string& path)
     {
@@ -99,6 +99,7 @@ protected:
 
     static std::unique_ptr<QTemporaryDir> folder_;
     std::unique_ptr<PlatformScope> scope;
+    Yard yard;
     std::unique_ptr<Workplace> place;
     std::unique_ptr<MainWindow> window; ///< goes before the workplace
 };
@@ -236,7 +237,7 @@ TEST_F(Windows, DatabaseThatDisappearsIsToldInTheList)
 {
     const QString copy = folder_->filePath("gone.db");
     ASSERT_TRUE(QFile::copy(QString::fromStdString(file()), copy));
-    place = std::make_unique<Workplace>(databaseOf(copy.toStdString()));
+    place = std::make_unique<Workplace>(databaseOf(copy.toStdString()), yard);
     logIn();
     for (const char* suffix : {"", "-wal", "-shm"})
         QFile::remove(copy + suffix);
@@ -276,7 +277,7 @@ TEST_F(Windows, UserSeesOnlyWhatHisRightsShow)
 TEST_F(Windows, SecondLogInOfTheSameUserIsRefused)
 {
     logIn();
-    Workplace second{databaseOf(file())};
+    Workplace second{databaseOf(file()), yard};
     Platform platform = Platform::current();
     const auto messages = std::make_shared<cli::RecordingMessageBox>();
     platform.messageBox = messages;
@@ -312,7 +313,7 @@ TEST_F(Windows, TimberListIsMeasuredAndLockedForOthers)
         figures += label->text();
     EXPECT_TRUE(figures.contains(QString::fromUtf8("0,340 m³"))) << figures.join(" ").toStdString();
 
-    Workplace second{databaseOf(file())};
+    Workplace second{databaseOf(file()), yard};
     Platform platform = Platform::current();
     const auto messages = std::make_shared<cli::RecordingMessageBox>();
     platform.messageBox = messages;

@@ -1,3 +1,5 @@
+#include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <gtest/gtest.h>
@@ -56,12 +58,13 @@ protected:
     /// A job that tells the window a word.
     Worker::Job tell(const std::string& word)
     {
-        return [this, word](const ado::ConnectionRef&, const std::stop_token&) {
-            loop.deliver()([this, word] { told.push_back(word); });
+        return [this, word](const ado::ConnectionRef&, const std::stop_token&, const Worker::Tell& tell) {
+            tell([this, word] { told.push_back(word); });
         };
     }
     Worker::Failed failed = [this](const std::string& reason) { told.push_back("failed: " + reason); };
 
+    Yard yard;
     Loop loop;
     int opened = 0;
     std::vector<std::string> told;
@@ -69,7 +72,7 @@ protected:
 
 TEST_F(WorkerTest, CarriesJobsOutInTheirOrderOnOneConnection)
 {
-    Worker worker{open, Platform::current(), loop.deliver()};
+    Worker worker{open, Platform::current(), loop.deliver(), yard};
     worker.post(tell("one"), failed);
     worker.post(tell("two"), failed);
     loop.runOne();
@@ -80,8 +83,9 @@ TEST_F(WorkerTest, CarriesJobsOutInTheirOrderOnOneConnection)
 
 TEST_F(WorkerTest, FailureIsToldAndALostConnectionIsOpenedAnew)
 {
-    Worker worker{open, Platform::current(), loop.deliver()};
-    worker.post([](const ado::ConnectionRef& connection, const std::stop_token&) { connection->Execute("NONSENSE"); },
+    Worker worker{open, Platform::current(), loop.deliver(), yard};
+    worker.post([](const ado::ConnectionRef& connection, const std::stop_token&,
+                   const Worker::Tell&) { connection->Execute("NONSENSE"); },
                 failed);
     loop.runOne();
     ASSERT_EQ(told.size(), 1U);
@@ -104,7 +108,7 @@ TEST_F(WorkerTest, ConnectionThatCannotBeOpenedIsToldForEachJob)
     Worker worker{[]() -> ado::ConnectionRef {
                       throw Error{errors::providerFailure, "No way."};
                   },
-                  Platform::current(), loop.deliver()};
+                  Platform::current(), loop.deliver(), yard};
     worker.post(tell("one"), failed);
     loop.runOne();
     EXPECT_EQ(told, (std::vector<std::string>{"failed: No way."}));
@@ -125,7 +129,7 @@ void runForHours(const ado::ConnectionRef& connection, const std::function<void(
 TEST_F(WorkerTest, EndsWhileAStatementRuns)
 {
     {
-        Worker worker{open, Platform::current(), loop.deliver()};
+        Worker worker{open, Platform::current(), loop.deliver(), yard};
         worker.post([this](const ado::ConnectionRef& connection,
                            const std::stop_token&) { runForHours(connection, [this] { loop.deliver()([] {}); }); },
                     failed);
@@ -138,9 +142,9 @@ TEST_F(WorkerTest, EndsWhileAStatementRuns)
 
 TEST_F(WorkerTest, StopDropsWhatWaitsAndLetsLaterJobsRun)
 {
-    Worker worker{open, Platform::current(), loop.deliver()};
+    Worker worker{open, Platform::current(), loop.deliver(), yard};
     worker.post(
-        [this](const ado::ConnectionRef&, const std::stop_token& stop) {
+        [this](const ado::ConnectionRef&, const std::stop_token& stop, const Worker::Tell&) {
             loop.deliver()([] {});
             while (!stop.stop_requested())
                 std::this_thread::yield();
@@ -153,6 +157,27 @@ TEST_F(WorkerTest, StopDropsWhatWaitsAndLetsLaterJobsRun)
     worker.post(tell("later"), failed);
     loop.runOne();
     EXPECT_EQ(told, (std::vector<std::string>{"later"}));
+}
+
+TEST_F(WorkerTest, LeavesAStatementThatCannotBeEndedToTheYard)
+{
+    std::atomic<bool> goOn = false;
+    {
+        Worker worker{open, Platform::current(), loop.deliver(), yard};
+        worker.post(
+            [&goOn, this](const ado::ConnectionRef&, const std::stop_token&, const Worker::Tell& tell) {
+                tell([] {});
+                while (!goOn)
+                    std::this_thread::yield();
+                tell([this] { told.emplace_back("too late"); });
+            },
+            failed);
+        loop.runOne();
+    }
+    EXPECT_FALSE(yard.isEmptyWithin(std::chrono::milliseconds{0}));
+    goOn = true;
+    EXPECT_TRUE(yard.isEmptyWithin(std::chrono::seconds{20}));
+    EXPECT_TRUE(loop.isEmpty());
 }
 
 } // namespace

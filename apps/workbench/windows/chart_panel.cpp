@@ -1,7 +1,6 @@
 #include "windows/chart_panel.h"
 
 #include <QFormLayout>
-#include <QMetaObject>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -124,16 +123,15 @@ void ChartPanel::draw()
     const auto columnOf = [this](std::int16_t column) { return *std::ranges::find(columns_, column, &ListColumn::id); };
     worker_->post(
         [this, generation = ++generation_, wanted, session = place_.sessionOver({}), by = columnOf(id(by_)),
-         measure = columnOf(id(measure_)),
-         others = textOf(Text::Others)](const ado::ConnectionRef& connection, const std::stop_token& stop) {
+         measure = columnOf(id(measure_)), others = textOf(Text::Others)](
+            const ado::ConnectionRef& connection, const std::stop_token& stop, const Worker::Tell& tell) {
             TmkVar own = session;
             own.db_ADO = connection;
             std::vector<Row> rows;
             readAllRows(connection, ListStatements(wanted, own).rows(), stop,
                         [&](Row row) { rows.push_back(std::move(row)); });
             auto bars = std::make_shared<std::vector<Bar>>(barsOf(rows, by, measure, others));
-            QMetaObject::invokeMethod(
-                this, [this, generation, bars] { take(generation, std::move(*bars)); }, Qt::QueuedConnection);
+            tell([this, generation, bars] { take(generation, std::move(*bars)); });
         },
         [this, generation = generation_](const std::string& reason) {
             if (generation == generation_) bars_->show(qt::toQt(reason), {});

@@ -73,14 +73,6 @@ void ListModel::forget()
 void ListModel::read()
 {
     loading_ = true;
-    const auto deliver = [this, generation = generation_](auto action) {
-        QMetaObject::invokeMethod(
-            this,
-            [this, generation, action = std::move(action)] {
-                if (generation == generation_) action();
-            },
-            Qt::QueuedConnection);
-    };
     const auto fail = [this, generation = generation_](const std::string& reason) {
         if (generation != generation_) return;
         loading_ = false;
@@ -95,7 +87,7 @@ void ListModel::read()
             Reading reading;
             reading.generation = generation;
             reading.list = std::make_shared<const ListStatements>(setup, own);
-            const auto progress = [this, deliver](std::size_t rows) {
+            const auto progress = [this, &deliver](std::size_t rows) {
                 deliver([this, rows] { listener_.progress(rows); });
             };
             if (reading.list->hasKeys()) {
@@ -192,16 +184,13 @@ void ListModel::readNext()
         listener_.failed(reason);
     };
     worker_.post(
-        [this, number, generation = generation_, list = list_, keys = keys_](const ado::ConnectionRef& connection,
-                                                                             const std::stop_token&) {
+        [this, number, generation = generation_, list = list_,
+         keys = keys_](const ado::ConnectionRef& connection, const std::stop_token&, const Worker::Tell& tell) {
             auto rows = std::make_shared<std::vector<std::optional<Row>>>(
                 readRows(connection, *list, *keys, number * blockRows, blockRows));
-            QMetaObject::invokeMethod(
-                this,
-                [this, number, generation, rows] {
-                    if (generation == generation_) takeBlock(number, std::move(*rows));
-                },
-                Qt::QueuedConnection);
+            tell([this, number, generation, rows] {
+                if (generation == generation_) takeBlock(number, std::move(*rows));
+            });
         },
         fail);
 }

@@ -429,10 +429,9 @@ void ListWindow::exportList()
     const QString path = QFileDialog::getSaveFileName(this, textOf(Text::Export), title() + ".csv", "CSV (*.csv)");
     if (path.isEmpty()) return;
     showProgress(0);
-    const auto tell = delivererTo(*this);
     worker_->post(
-        [this, tell, path, list, columns = model_->columns()](const ado::ConnectionRef& connection,
-                                                              const std::stop_token& stop) {
+        [this, path, list, columns = model_->columns()](const ado::ConnectionRef& connection,
+                                                        const std::stop_token& stop, const Worker::Tell& tell) {
             QSaveFile file{path};
             const auto check = [&file](bool good) {
                 if (!good) throw Error{errors::deviceError, qt::fromQt(file.fileName() + ": " + file.errorString())};
@@ -444,7 +443,7 @@ void ListWindow::exportList()
                     check(file.write(text.data(), static_cast<qint64>(text.size())) ==
                           static_cast<qint64>(text.size()));
                 },
-                stop, [this, tell](std::size_t done) { tell([this, done] { showProgress(done); }); });
+                stop, [this, &tell](std::size_t done) { tell([this, done] { showProgress(done); }); });
             check(file.commit());
             tell([this, rows, path] {
                 progress_.hide();

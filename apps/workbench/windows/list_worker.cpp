@@ -33,14 +33,12 @@ Platform platformOfWorker()
 
 std::unique_ptr<Worker> makeListWorker(const Workplace& place, const std::string& type, QObject& window)
 {
-    return std::make_unique<Worker>(openerOf(place, type), platformOfWorker(), delivererTo(window));
-}
-
-Worker::Deliver delivererTo(QObject& window)
-{
-    return [&window](std::function<void()> action) {
-        QMetaObject::invokeMethod(&window, std::move(action), Qt::QueuedConnection);
-    };
+    return std::make_unique<Worker>(
+        openerOf(place, type), platformOfWorker(),
+        [&window](std::function<void()> action) {
+            QMetaObject::invokeMethod(&window, std::move(action), Qt::QueuedConnection);
+        },
+        place.yard());
 }
 
 } // namespace tamarok::workbench

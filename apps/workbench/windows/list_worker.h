@@ -15,7 +15,4 @@ namespace tamarok::workbench {
 /// @param window  on whose thread the results arrive; outlives the worker
 std::unique_ptr<Worker> makeListWorker(const Workplace& place, const std::string& type, QObject& window);
 
-/// Returns what carries functions out on a window's thread.
-Worker::Deliver delivererTo(QObject& window);
-
 } // namespace tamarok::workbench

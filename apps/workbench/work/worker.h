@@ -1,12 +1,12 @@
 #pragma once
 
-#include <condition_variable>
-#include <deque>
 #include <functional>
-#include <mutex>
+#include <memory>
 #include <stop_token>
 #include <string>
 #include <thread>
+
+#include "work/yard.h"
 
 #include "tamarok/ado.h"
 #include "tamarok/platform.h"
@@ -19,16 +19,19 @@ class Worker {
 public:
     /// Opens the worker's connection, on its thread, before the first job and after a failure of the provider.
     using Open = std::function<ado::ConnectionRef()>;
-    /// Carries a function out on the window's thread, later. May be called by any thread.
+    /// Carries a function out on the window's thread, later. Called by the worker's thread while the worker exists.
     using Deliver = std::function<void(std::function<void()>)>;
-    /// A job delivers its result itself. It ends soon after the token asks for it, by throwing Stopped or otherwise.
-    using Job = std::function<void(const ado::ConnectionRef&, const std::stop_token&)>;
+    /// What a job tells the window, as Deliver does; nothing once the worker has gone.
+    using Tell = Deliver;
+    /// A job ends soon after its token asks for it, by throwing Stopped or otherwise.
+    using Job = std::function<void(const ado::ConnectionRef&, const std::stop_token&, const Tell&)>;
     /// Told, on the window's thread, why a job has failed. Not called for one that was stopped.
     using Failed = std::function<void(const std::string& reason)>;
 
     /// @param platform  of the thread: regional settings, language service
-    Worker(Open open, Platform platform, Deliver deliver);
-    /// Stops everything and waits for the running job's end.
+    /// @param yard      takes the thread of a worker that ends while the database still runs its statement; outlives it
+    Worker(Open open, const Platform& platform, Deliver deliver, Yard& yard);
+    /// Stops everything. Does not wait for a statement that the database goes on with.
     ~Worker();
     Worker(const Worker&) = delete;
     Worker& operator=(const Worker&) = delete;
@@ -39,28 +42,11 @@ public:
     void stop();
 
 private:
-    struct Task {
-        Job job;
-        Failed failed;
-        std::stop_token stop;
-    };
+    class State; ///< what the thread uses, which may outlive the worker
 
-    void run(const std::stop_token& ending, Platform platform);
-    bool next(const std::stop_token& ending, Task& task);
-    void carryOut(const Task& task);
-    void beBusy(const ado::Connection* connection);
-
-    Open open_;
-    Deliver deliver_;
-    ado::ConnectionRef connection_; ///< of the thread alone
-    std::mutex mutex_;
-    std::condition_variable_any wake_;
-    // Guarded by the mutex.
-    std::deque<Task> tasks_;
-    std::stop_source stop_;                 ///< of all tasks since the last stop
-    const ado::Connection* busy_ = nullptr; ///< the connection while a job uses it
-    bool ended_ = false;                    ///< the thread
-    std::jthread thread_;                   ///< last: it uses all others
+    std::shared_ptr<State> state_;
+    Yard& yard_;
+    std::thread thread_;
 };
 
 } // namespace tamarok::workbench

@@ -33,8 +33,8 @@ std::string_view sharedCode(std::string_view code)
 
 } // namespace
 
-Workplace::Workplace(cli::DatabaseChoice database) :
-    database_{std::move(database)}, session_{cli::commandSession(cli::openDatabase(database_))}
+Workplace::Workplace(cli::DatabaseChoice database, Yard& yard) :
+    database_{std::move(database)}, yard_{yard}, session_{cli::commandSession(cli::openDatabase(database_))}
 {}
 
 Workplace::~Workplace()

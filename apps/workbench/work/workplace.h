@@ -25,8 +25,8 @@ struct Account {
 /// The session of a user at a database: its connections, the record that all operations receive, and the login.
 class Workplace {
 public:
-    /// Opens the database. Errors: those of the back end.
-    explicit Workplace(cli::DatabaseChoice database);
+    /// Opens the database. Errors: those of the back end. @param yard  outlives the workplace
+    Workplace(cli::DatabaseChoice database);
     ~Workplace();
     Workplace(const Workplace&) = delete;
     Workplace& operator=(const Workplace&) = delete;
@@ -51,6 +51,8 @@ public:
     TmkVar sessionOver(const ado::ConnectionRef& connection) const;
     /// Returns what opens a further connection to the database, for a worker.
     Worker::Open opener() const;
+    /// Returns where the threads of workers go whose windows have gone.
+    Yard& yard() const noexcept { return yard_; }
     /// Names the database for a title, without password.
     std::string databaseName() const;
 
@@ -58,6 +60,7 @@ private:
     std::string visibleLevels(std::int32_t level) const;
 
     cli::DatabaseChoice database_;
+    Yard& yard_;
     TmkVar session_;
     Account user_;
     ado::ConnectionRef dbLock_; ///< for nothing but the session row
