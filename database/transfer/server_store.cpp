@@ -1,0 +1,109 @@
+#include <utility>
+
+#include "server_catalogue.h"
+#include "tamarok_database/server_scripts.h"
+#include "tamarok_database/transfer.h"
+#include "tamarok_tsql/types.h"
+
+#include "tamarok/convert.h"
+#include "tamarok/error.h"
+#include "tamarok/text.h"
+
+namespace tamarok::database {
+namespace {
+
+/// The name of a table inside a text of a statement.
+std::string quotedName(const tsql::TableDefinition& table)
+{
+    return "'[dbo]." + text::replaceAll(tsql::bracketed(table.name), "'", "''") + "'";
+}
+
+/// A condition that finds values which a double, or milliseconds, do not hold; empty for any other type.
+std::string lossCondition(const tsql::DefinedColumn& column)
+{
+    constexpr std::uint8_t digitsOfDouble = 15;
+    const tsql::Type type = tsql::parseDeclaredType(column.type);
+    const std::string name = tsql::bracketed(column.name);
+    const bool isWide = (type.kind == tsql::TypeKind::Decimal && type.precision > digitsOfDouble) ||
+                        type.kind == tsql::TypeKind::Money;
+    if (isWide) return "CONVERT(" + column.type + ", CONVERT(FLOAT, " + name + ")) <> " + name;
+    const bool isFine = type.kind == tsql::TypeKind::DateTime2 || type.kind == tsql::TypeKind::Time;
+    return isFine ? "DATEPART(NANOSECOND, " + name + ") % 1000000 <> 0" : std::string{};
+}
+
+class ServerStore final : public Store {
+public:
+    ServerStore(ado::ConnectionRef connection, bool isOpen) : Store{std::move(connection)}, isOpen_{isOpen} {}
+
+    tsql::SchemaDefinition schema() override
+    {
+        tsql::SchemaDefinition schema = readServerSchema(connection());
+        for (const tsql::TableDefinition& table : schema.tables)
+            for (const tsql::DefinedColumn& column : table.columns)
+                requireHeld(table, column);
+        return schema;
+    }
+
+    std::int64_t lastIdentity(const tsql::TableDefinition& table) override
+    {
+        const Rows rows = rowsOf(connection(), "SELECT CONVERT(BIGINT, last_value), CONVERT(BIGINT, IDENT_SEED(" +
+                                                   quotedName(table) +
+                                                   ")) FROM sys.identity_columns WHERE object_id = OBJECT_ID(" +
+                                                   quotedName(table) + ")");
+        if (rows.empty()) return 0;
+        const std::int64_t last = numberAt(rows[0], 0);
+        // The open server tells the first number before it has been given out.
+        const bool isUnused = isOpen_ && last == numberAt(rows[0], 1) && isEmpty(table);
+        return isUnused ? 0 : last;
+    }
+
+    /// A table into which nothing was ever inserted begins with the number itself on SQL Server, any other one after it.
+    void raiseIdentity(const tsql::TableDefinition& table, std::int64_t number, std::int64_t rows) override
+    {
+        if (number == 0) return;
+        const std::int64_t seed = rows == 0 && !isOpen_ ? number + 1 : number;
+        connection()->Execute("DBCC CHECKIDENT (" + quotedName(table) + ", RESEED, " + std::to_string(seed) + ")");
+    }
+
+    bool takesManyRows() const noexcept override { return true; }
+
+    void finish() override { runScript(*connection(), procedureScript().text); }
+
+private:
+    bool isEmpty(const tsql::TableDefinition& table)
+    {
+        return rowsOf(connection(), "SELECT TOP 1 1 FROM " + tsql::bracketed(table.name)).empty();
+    }
+
+    void requireHeld(const tsql::TableDefinition& table, const tsql::DefinedColumn& column)
+    {
+        const std::string condition = lossCondition(column);
+        if (condition.empty()) return;
+        const Rows rows =
+            rowsOf(connection(), "SELECT COUNT(*) FROM " + tsql::bracketed(table.name) + " WHERE " + condition);
+        if (numberAt(rows.at(0), 0) == 0) return;
+        throw Error{errors::providerFailure,
+                    textAt(rows[0], 0) + " values of column " + column.name + " of table " + table.name +
+                        " have more digits than the library reads (15 of a decimal, milliseconds of a time). Round "
+                        "them, and try again.",
+                    "moveDatabase"};
+    }
+
+    bool isOpen_; ///< the open T-SQL server on PostgreSQL
+};
+
+} // namespace
+
+std::unique_ptr<Store> serverStore(ado::ConnectionRef connection)
+{
+    try {
+        const Rows rows = rowsOf(connection, "SELECT CONVERT(NVARCHAR(20), SERVERPROPERTY('ProductVersion')), "
+                                             "CONVERT(NVARCHAR(20), SERVERPROPERTY('Babelfish'))");
+        const bool isOpen = !textAt(rows.at(0), 1).empty();
+        return std::make_unique<ServerStore>(std::move(connection), isOpen);
+    } catch (Error& error) {
+        throw error.addContext("The connection leads to no T-SQL server (SQL Server, or the open one on PostgreSQL)");
+    }
+}
+
+} // namespace tamarok::database
