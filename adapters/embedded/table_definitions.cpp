@@ -61,8 +61,12 @@ void readColumns(Engine& engine, TableDefinition& table, std::vector<std::string
              [&](sqlite3_stmt* row) {
                  const tsql::TableColumn& told = known->columns.at(table.columns.size());
                  const bool isText = tsql::isText(told.type);
-                 DefinedColumn column{told.name,     declaredType(columnText(row, 1), told, table), told.identity,
-                                      told.nullable, told.binary && isText,                         columnText(row, 2)};
+                 DefinedColumn column{told.name,
+                                      declaredType(columnText(row, 1), told, table),
+                                      told.identity,
+                                      told.nullable,
+                                      told.binary && isText,
+                                      columnText(row, 2)};
                  if (!column.defaultValue.empty() && !tsql::isPlainDefault(column.defaultValue)) {
                      omissions.push_back("the default of column " + column.name + " of table " + table.name);
                      column.defaultValue.clear();
@@ -136,7 +140,7 @@ tsql::SchemaDefinition schemaDefinition(ado::Connection& connection)
                      schema.omissions.push_back("the view " + name);
                      return;
                  }
-                 TableDefinition table{.name = name, .columns = {}, .primaryKey = {}, .uniqueKeys = {}, .indexes = {}};
+                 TableDefinition table{.name = name};
                  readColumns(engine, table, schema.omissions);
                  readPrimaryKey(database, table);
                  readIndexes(database, table);

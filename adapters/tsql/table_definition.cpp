@@ -35,8 +35,7 @@ std::string columnText(const DefinedColumn& column)
 bool isNumber(std::string_view value) noexcept
 {
     if (value.starts_with('-') || value.starts_with('+')) value.remove_prefix(1);
-    return !value.empty() && value.front() >= '0' && value.front() <= '9' &&
-           std::ranges::count(value, '.') <= 1 &&
+    return !value.empty() && value.front() >= '0' && value.front() <= '9' && std::ranges::count(value, '.') <= 1 &&
            std::ranges::all_of(value, [](char c) { return (c >= '0' && c <= '9') || c == '.'; });
 }
 

@@ -20,7 +20,8 @@ void writeScripts(const std::filesystem::path& folder)
     for (const database::ServerScript& script : database::serverScripts(master)) {
         std::ofstream file{folder / script.name, std::ios::binary};
         file << script.text;
-        if (!file.flush()) throw Error{errors::providerFailure, "Cannot write " + (folder / script.name).string() + "."};
+        if (!file.flush())
+            throw Error{errors::providerFailure, "Cannot write " + (folder / script.name).string() + "."};
     }
 }
 

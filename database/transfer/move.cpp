@@ -125,6 +125,17 @@ void removeLimits(Store& source, Store& target)
     target.connection()->CommandTimeout(0);
 }
 
+/// The answer to the last step may get lost, and nobody knows then whether it was carried out.
+void commit(Transaction& transaction)
+{
+    try {
+        transaction.commit();
+    } catch (Error& error) {
+        throw error.addContext("The rows are written, but the end of the transaction failed. If the target has tables "
+                               "now, it is complete; otherwise try again");
+    }
+}
+
 /// Error 0x80004005 for a table that is none of the schema or has rows.
 void requireFillable(Store& server, const tsql::SchemaDefinition& schema)
 {
@@ -140,8 +151,8 @@ void requireFillable(Store& server, const tsql::SchemaDefinition& schema)
             filled.push_back(table.name);
     }
     if (strange.empty() && filled.empty()) return;
-    const std::string found = strange.empty() ? "rows in " + firstNames(filled)
-                                              : "other tables: " + firstNames(strange);
+    const std::string found =
+        strange.empty() ? "rows in " + firstNames(filled) : "other tables: " + firstNames(strange);
     throw Error{errors::providerFailure,
                 "The database is not empty. It has " + found +
                     ". Nothing was changed. Name a database of its own (CREATE DATABASE name makes one).",
@@ -180,7 +191,7 @@ Move moveDatabase(Store& source, Store& target, const ProgressListener& progress
         }
         target.finish();
     });
-    transaction.commit();
+    commit(transaction);
     return result;
 }
 
@@ -193,7 +204,7 @@ Move loadReferenceDatabase(Store& sample, Store& server, const ProgressListener&
     Transaction transaction{*server.connection()};
     runPhase(reporter, "Tables", [&] { runScript(*server.connection(), tableScript().text); });
     Move result = moveRows(sample, server, schema, reporter, [&] { server.finish(); });
-    transaction.commit();
+    commit(transaction);
     return result;
 }
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <map>
+#include <set>
 #include <utility>
 
 #include "tamarok_tsql/names.h"
@@ -31,18 +31,21 @@ constexpr std::size_t datePrecision = 7;
 constexpr std::size_t nullable = 8;
 constexpr std::size_t collation = 9;
 constexpr std::size_t fallback = 10;
-constexpr std::size_t identity = 11;
-constexpr std::size_t computed = 12;
 } // namespace at
 
-// INFORMATION_SCHEMA keeps the spelling of the names, which sys.columns of the open server has in lower case.
+// The queries are not joined: the open server takes 7 s for what it answers one by one in 1 s. INFORMATION_SCHEMA keeps
+// the spelling of the names, which sys.columns of that server has in lower case.
+constexpr std::string_view tablesQuery =
+    "SELECT TABLE_SCHEMA, TABLE_NAME FROM INFORMATION_SCHEMA.TABLES WHERE TABLE_TYPE = 'BASE TABLE'";
+
 constexpr std::string_view columnsQuery =
-    "SELECT C.TABLE_SCHEMA, C.TABLE_NAME, C.COLUMN_NAME, C.DATA_TYPE, C.CHARACTER_MAXIMUM_LENGTH, "
-    "C.NUMERIC_PRECISION, C.NUMERIC_SCALE, C.DATETIME_PRECISION, C.IS_NULLABLE, C.COLLATION_NAME, C.COLUMN_DEFAULT, "
-    "S.is_identity, S.is_computed FROM INFORMATION_SCHEMA.TABLES AS T INNER JOIN INFORMATION_SCHEMA.COLUMNS AS C ON "
-    "C.TABLE_SCHEMA = T.TABLE_SCHEMA AND C.TABLE_NAME = T.TABLE_NAME LEFT JOIN sys.columns AS S ON S.object_id = "
-    "OBJECT_ID(QUOTENAME(C.TABLE_SCHEMA) + N'.' + QUOTENAME(C.TABLE_NAME)) AND S.column_id = C.ORDINAL_POSITION WHERE "
-    "T.TABLE_TYPE = 'BASE TABLE' ORDER BY C.TABLE_SCHEMA, C.TABLE_NAME, C.ORDINAL_POSITION";
+    "SELECT TABLE_SCHEMA, TABLE_NAME, COLUMN_NAME, DATA_TYPE, CHARACTER_MAXIMUM_LENGTH, NUMERIC_PRECISION, "
+    "NUMERIC_SCALE, DATETIME_PRECISION, IS_NULLABLE, COLLATION_NAME, COLUMN_DEFAULT FROM INFORMATION_SCHEMA.COLUMNS "
+    "ORDER BY TABLE_SCHEMA, TABLE_NAME, ORDINAL_POSITION";
+
+constexpr std::string_view marksQuery =
+    "SELECT T.name, C.name, C.is_identity FROM sys.tables AS T INNER JOIN sys.columns AS C ON C.object_id = "
+    "T.object_id WHERE C.is_identity = 1 OR C.is_computed = 1";
 
 constexpr std::string_view indexesQuery =
     "SELECT T.name, I.name, I.is_unique, I.is_primary_key, I.is_unique_constraint, I.has_filter, C.name, "
@@ -61,18 +64,18 @@ struct ObjectKind {
     std::string_view words;
 };
 
-constexpr std::array objectKinds{
-    ObjectKind{"V", "the view "},      ObjectKind{"F", "the reference "}, ObjectKind{"C", "the check "},
-    ObjectKind{"TR", "the trigger "},  ObjectKind{"P", "the procedure "}, ObjectKind{"FN", "the function "},
-    ObjectKind{"IF", "the function "}, ObjectKind{"TF", "the function "}};
+constexpr std::array objectKinds{ObjectKind{"V", "the view "},      ObjectKind{"F", "the reference "},
+                                 ObjectKind{"C", "the check "},     ObjectKind{"TR", "the trigger "},
+                                 ObjectKind{"P", "the procedure "}, ObjectKind{"FN", "the function "},
+                                 ObjectKind{"IF", "the function "}, ObjectKind{"TF", "the function "}};
 
 /// The type as a declaration of a column has it.
 std::string declaredType(const std::vector<Variant>& row)
 {
     std::string type = text::toUpper(textAt(row, at::type));
     const std::int64_t length = numberAt(row, at::length);
-    static constexpr std::array<std::string_view, 6> sized{"CHAR", "VARCHAR", "NCHAR", "NVARCHAR", "BINARY",
-                                                           "VARBINARY"};
+    static constexpr std::array<std::string_view, 6> sized{"CHAR",     "VARCHAR", "NCHAR",
+                                                           "NVARCHAR", "BINARY",  "VARBINARY"};
     if (std::ranges::find(sized, type) != sized.end())
         type += length < 0 ? std::string{"(MAX)"} : "(" + std::to_string(length) + ")";
     else if (type == "DECIMAL" || type == "NUMERIC")
@@ -99,14 +102,12 @@ void addColumn(TableDefinition& table, const std::vector<Variant>& row, std::vec
     DefinedColumn column;
     column.name = textAt(row, at::column);
     column.type = declaredType(row);
-    column.identity = numberAt(row, at::identity) != 0;
     column.nullable = text::equalsNoCase(textAt(row, at::nullable), "YES");
     column.binary = text::findNoCase(textAt(row, at::collation), "_bin") != 0;
     column.defaultValue = plainDefault(textAt(row, at::fallback));
     const std::string place = column.name + " of table " + table.name;
     if (tsql::parseDeclaredType(column.type).kind == tsql::TypeKind::Unknown)
         problems.push_back("column " + place + " has the type " + column.type);
-    if (numberAt(row, at::computed) != 0) problems.push_back("column " + place + " is computed");
     if (!column.defaultValue.empty() && !tsql::isPlainDefault(column.defaultValue)) {
         omissions.push_back("the default of column " + place);
         column.defaultValue.clear();
@@ -130,8 +131,8 @@ std::string indexName(std::string name, const std::string& table)
 /// A column's name as INFORMATION_SCHEMA spells it.
 std::string spelled(const TableDefinition& table, const std::string& name)
 {
-    const auto found =
-        std::ranges::find_if(table.columns, [&](const DefinedColumn& column) { return tsql::sameName(column.name, name); });
+    const auto found = std::ranges::find_if(
+        table.columns, [&](const DefinedColumn& column) { return tsql::sameName(column.name, name); });
     return found == table.columns.end() ? name : found->name;
 }
 
@@ -157,14 +158,50 @@ void addIndexColumn(TableDefinition& table, const std::vector<Variant>& row, std
     table.indexes.back().parts.push_back({column, numberAt(row, 7) != 0});
 }
 
+TableDefinition* tableNamed(tsql::SchemaDefinition& schema, std::string_view name)
+{
+    const auto found = std::ranges::find_if(
+        schema.tables, [&](const TableDefinition& known) { return tsql::sameName(known.name, name); });
+    return found == schema.tables.end() ? nullptr : &*found;
+}
+
+void readColumns(const ado::ConnectionRef& connection, tsql::SchemaDefinition& schema,
+                 std::vector<std::string>& problems)
+{
+    std::set<std::pair<std::string, std::string>> tables;
+    for (const std::vector<Variant>& row : rowsOf(connection, tablesQuery))
+        tables.emplace(textAt(row, at::schema), textAt(row, at::table));
+    for (const auto& [owner, name] : tables)
+        if (!text::equalsNoCase(owner, "dbo")) problems.push_back("table " + name + " stands in schema " + owner);
+    for (const std::vector<Variant>& row : rowsOf(connection, columnsQuery)) {
+        const std::string name = textAt(row, at::table);
+        const bool isTable = tables.contains({textAt(row, at::schema), name});
+        if (!isTable || !text::equalsNoCase(textAt(row, at::schema), "dbo")) continue;
+        if (schema.tables.empty() || schema.tables.back().name != name) schema.tables.push_back({.name = name});
+        addColumn(schema.tables.back(), row, problems, schema.omissions);
+    }
+}
+
+/// Identity and computed columns.
+void readMarks(const ado::ConnectionRef& connection, tsql::SchemaDefinition& schema, std::vector<std::string>& problems)
+{
+    for (const std::vector<Variant>& row : rowsOf(connection, marksQuery)) {
+        TableDefinition* const table = tableNamed(schema, textAt(row, 0));
+        if (table == nullptr) continue;
+        const std::string name = spelled(*table, textAt(row, 1));
+        const auto column = std::ranges::find(table->columns, name, &DefinedColumn::name);
+        if (column == table->columns.end()) continue;
+        column->identity = numberAt(row, 2) != 0;
+        if (!column->identity) problems.push_back("column " + name + " of table " + table->name + " is computed");
+    }
+}
+
 void readIndexes(const ado::ConnectionRef& connection, tsql::SchemaDefinition& schema)
 {
     std::string current;
     for (const std::vector<Variant>& row : rowsOf(connection, indexesQuery)) {
-        const std::string name = textAt(row, 0);
-        const auto table = std::ranges::find_if(
-            schema.tables, [&](const TableDefinition& known) { return tsql::sameName(known.name, name); });
-        if (table != schema.tables.end()) addIndexColumn(*table, row, current, schema.omissions);
+        TableDefinition* const table = tableNamed(schema, textAt(row, 0));
+        if (table != nullptr) addIndexColumn(*table, row, current, schema.omissions);
     }
 }
 
@@ -224,17 +261,8 @@ tsql::SchemaDefinition readServerSchema(const ado::ConnectionRef& connection)
 {
     tsql::SchemaDefinition schema;
     std::vector<std::string> problems;
-    for (const std::vector<Variant>& row : rowsOf(connection, columnsQuery)) {
-        const std::string name = textAt(row, at::table);
-        if (!text::equalsNoCase(textAt(row, at::schema), "dbo")) {
-            const std::string problem = "table " + name + " stands in schema " + textAt(row, at::schema);
-            if (problems.empty() || problems.back() != problem) problems.push_back(problem);
-            continue;
-        }
-        if (schema.tables.empty() || schema.tables.back().name != name)
-            schema.tables.push_back({.name = name, .columns = {}, .primaryKey = {}, .uniqueKeys = {}, .indexes = {}});
-        addColumn(schema.tables.back(), row, problems, schema.omissions);
-    }
+    readColumns(connection, schema, problems);
+    readMarks(connection, schema, problems);
     if (!problems.empty()) refuse(problems);
     readIndexes(connection, schema);
     readObjects(connection, schema.omissions);

@@ -124,8 +124,14 @@ void appendTexts(std::string& text, Store& master, const tsql::TableDefinition& 
     const std::vector<RowColumn> columns = reader.columns();
     for (std::string rows = nextRows(reader, columns); !rows.empty(); rows = nextRows(reader, columns)) {
         text.append(characterCheck).append("INSERT INTO dbo.").append(table.name).append(" (");
-        text.append(columnNames(columns)).append(")\nSELECT ").append(columnNames(columns, "V.")).append(" FROM (VALUES\n");
-        text.append(rows).append("\n) AS V (").append(columnNames(columns)).append(")\nWHERE NOT EXISTS (SELECT 1 FROM dbo.");
+        text.append(columnNames(columns))
+            .append(")\nSELECT ")
+            .append(columnNames(columns, "V."))
+            .append(" FROM (VALUES\n");
+        text.append(rows)
+            .append("\n) AS V (")
+            .append(columnNames(columns))
+            .append(")\nWHERE NOT EXISTS (SELECT 1 FROM dbo.");
         text.append(table.name).append(" AS T WHERE T.").append(key).append(" = V.").append(key).append(")\nGO\n");
     }
 }

@@ -24,8 +24,8 @@ std::string lossCondition(const tsql::DefinedColumn& column)
     constexpr std::uint8_t digitsOfDouble = 15;
     const tsql::Type type = tsql::parseDeclaredType(column.type);
     const std::string name = tsql::bracketed(column.name);
-    const bool isWide = (type.kind == tsql::TypeKind::Decimal && type.precision > digitsOfDouble) ||
-                        type.kind == tsql::TypeKind::Money;
+    const bool isWide =
+        (type.kind == tsql::TypeKind::Decimal && type.precision > digitsOfDouble) || type.kind == tsql::TypeKind::Money;
     if (isWide) return "CONVERT(" + column.type + ", CONVERT(FLOAT, " + name + ")) <> " + name;
     const bool isFine = type.kind == tsql::TypeKind::DateTime2 || type.kind == tsql::TypeKind::Time;
     return isFine ? "DATEPART(NANOSECOND, " + name + ") % 1000000 <> 0" : std::string{};
@@ -46,10 +46,9 @@ public:
 
     std::int64_t lastIdentity(const tsql::TableDefinition& table) override
     {
-        const Rows rows = rowsOf(connection(), "SELECT CONVERT(BIGINT, last_value), CONVERT(BIGINT, IDENT_SEED(" +
-                                                   quotedName(table) +
-                                                   ")) FROM sys.identity_columns WHERE object_id = OBJECT_ID(" +
-                                                   quotedName(table) + ")");
+        const Rows rows = rowsOf(
+            connection(), "SELECT CONVERT(BIGINT, last_value), CONVERT(BIGINT, IDENT_SEED(" + quotedName(table) +
+                              ")) FROM sys.identity_columns WHERE object_id = OBJECT_ID(" + quotedName(table) + ")");
         if (rows.empty()) return 0;
         const std::int64_t last = numberAt(rows[0], 0);
         // The open server tells the first number before it has been given out.
@@ -57,7 +56,8 @@ public:
         return isUnused ? 0 : last;
     }
 
-    /// A table into which nothing was ever inserted begins with the number itself on SQL Server, any other one after it.
+    /// A table into which nothing was ever inserted begins with the number itself on SQL Server, any other one after
+    /// it.
     void raiseIdentity(const tsql::TableDefinition& table, std::int64_t number, std::int64_t rows) override
     {
         if (number == 0) return;

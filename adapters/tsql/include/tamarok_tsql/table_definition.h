@@ -13,8 +13,8 @@ struct DefinedColumn {
     std::string type;      ///< as declared: "NVARCHAR(20)"
     bool identity = false; ///< numbered from 1 by the database
     bool nullable = true;
-    bool binary = false;      ///< a text column that compares byte by byte
-    std::string defaultValue; ///< a literal or GETDATE(); empty for none
+    bool binary = false;           ///< a text column that compares byte by byte
+    std::string defaultValue = {}; ///< a literal or GETDATE(); empty for none
 };
 
 struct IndexPart {
@@ -30,10 +30,10 @@ struct TableIndex {
 
 struct TableDefinition {
     std::string name;
-    std::vector<DefinedColumn> columns;
-    std::vector<std::string> primaryKey;
-    std::vector<std::vector<std::string>> uniqueKeys;
-    std::vector<TableIndex> indexes;
+    std::vector<DefinedColumn> columns = {};
+    std::vector<std::string> primaryKey = {};
+    std::vector<std::vector<std::string>> uniqueKeys = {};
+    std::vector<TableIndex> indexes = {};
 
     /// The column that the database numbers; nullptr for none.
     const DefinedColumn* identity() const noexcept;
