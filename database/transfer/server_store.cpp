@@ -1,3 +1,4 @@
+#include <map>
 #include <utility>
 
 #include "server_catalogue.h"
@@ -46,14 +47,11 @@ public:
 
     std::int64_t lastIdentity(const tsql::TableDefinition& table) override
     {
-        const Rows rows = rowsOf(
-            connection(), "SELECT CONVERT(BIGINT, last_value), CONVERT(BIGINT, IDENT_SEED(" + quotedName(table) +
-                              ")) FROM sys.identity_columns WHERE object_id = OBJECT_ID(" + quotedName(table) + ")");
-        if (rows.empty()) return 0;
-        const std::int64_t last = numberAt(rows[0], 0);
+        if (lastNumbers_.empty()) readLastNumbers();
+        const auto found = lastNumbers_.find(text::toUpper(table.name));
+        const std::int64_t last = found == lastNumbers_.end() ? 0 : found->second;
         // The open server tells the first number before it has been given out.
-        const bool isUnused = isOpen_ && last == numberAt(rows[0], 1) && isEmpty(table);
-        return isUnused ? 0 : last;
+        return isOpen_ && last == 1 && isEmpty(table) ? 0 : last;
     }
 
     /// A table into which nothing was ever inserted begins with the number itself on SQL Server, any other one after
@@ -70,6 +68,16 @@ public:
     void finish() override { runScript(*connection(), procedureScript().text); }
 
 private:
+    /// One query for all tables: the open server takes 0.1 s for each question of this kind.
+    void readLastNumbers()
+    {
+        constexpr std::string_view query =
+            "SELECT T.name, CONVERT(BIGINT, I.last_value) FROM sys.identity_columns AS I INNER JOIN sys.tables AS T ON "
+            "T.object_id = I.object_id";
+        for (const std::vector<Variant>& row : rowsOf(connection(), query))
+            lastNumbers_[text::toUpper(textAt(row, 0))] = numberAt(row, 1);
+    }
+
     bool isEmpty(const tsql::TableDefinition& table)
     {
         return rowsOf(connection(), "SELECT TOP 1 1 FROM " + tsql::bracketed(table.name)).empty();
@@ -89,7 +97,8 @@ private:
                     "moveDatabase"};
     }
 
-    bool isOpen_; ///< the open T-SQL server on PostgreSQL
+    std::map<std::string, std::int64_t> lastNumbers_; ///< by the names of the tables in upper case
+    bool isOpen_;                                     ///< the open T-SQL server on PostgreSQL
 };
 
 } // namespace
@@ -101,8 +110,11 @@ std::unique_ptr<Store> serverStore(ado::ConnectionRef connection)
                                              "CONVERT(NVARCHAR(20), SERVERPROPERTY('Babelfish'))");
         const bool isOpen = !textAt(rows.at(0), 1).empty();
         return std::make_unique<ServerStore>(std::move(connection), isOpen);
-    } catch (Error& error) {
-        throw error.addContext("The connection leads to no T-SQL server (SQL Server, or the open one on PostgreSQL)");
+    } catch (const Error& error) {
+        throw Error{errors::providerFailure,
+                    "The connection leads to no T-SQL server (SQL Server, or the open one on PostgreSQL): " +
+                        error.description,
+                    "serverStore"};
     }
 }
 

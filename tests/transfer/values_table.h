@@ -1,0 +1,12 @@
+#pragma once
+
+#include "tamarok/ado.h"
+
+namespace tamarok::test {
+
+/// Makes tables of a user with a column of each type, and rows with the values that are easily changed on their way:
+/// Null and "", trailing blanks, umlauts, an emoji, backslashes before line ends, 1 MB of text, the ends of the
+/// numbers, dates before 1900 and with times. The names of tables and columns contain blanks, quotes and brackets.
+void makeValueTables(ado::Connection& connection);
+
+} // namespace tamarok::test
