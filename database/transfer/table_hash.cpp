@@ -1,9 +1,11 @@
 #include "table_hash.h"
 
 #include <bit>
+#include <cmath>
 #include <string>
 #include <string_view>
 
+#include "tamarok/date.h"
 #include "tamarok/error.h"
 
 namespace tamarok::database {
@@ -52,6 +54,13 @@ void addWhole(Hash& hash, Tag tag, std::int64_t number)
     hash.word(static_cast<std::uint64_t>(number));
 }
 
+/// A time of day without its day has lost the last bits of its fraction on some ways; its milliseconds are the same.
+void addDate(Hash& hash, Date date)
+{
+    constexpr double millisecondsOfDay = 86'400'000.0;
+    addWhole(hash, Tag::Date, std::llround(date.days * millisecondsOfDay));
+}
+
 void addValue(Hash& hash, const Variant& value)
 {
     switch (value.kind()) {
@@ -62,7 +71,7 @@ void addValue(Hash& hash, const Variant& value)
     case Variant::Kind::Long: addWhole(hash, Tag::Whole, value.asLong()); return;
     case Variant::Kind::LongLong: addWhole(hash, Tag::Whole, value.asLongLong()); return;
     case Variant::Kind::Double: addNumber(hash, Tag::Real, value.asDouble()); return;
-    case Variant::Kind::Date: addNumber(hash, Tag::Date, value.asDate().days); return;
+    case Variant::Kind::Date: addDate(hash, value.asDate()); return;
     case Variant::Kind::String:
         hash.byte(static_cast<std::uint8_t>(Tag::Text));
         hash.text(value.asString());

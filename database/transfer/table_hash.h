@@ -10,7 +10,7 @@
 namespace tamarok::database {
 
 /// Returns the hash of a row. Null, "" and 0 differ, as do 1 and True; the width of a whole number and the sign of a
-/// zero do not count. Error 13 for a value that no column holds.
+/// zero do not count. Dates count to the millisecond. Error 13 for a value that no column holds.
 std::uint64_t hashOf(std::span<const Variant> row);
 
 /// Adds a row to the sum of its table.

@@ -68,7 +68,7 @@ TEST(Move, NamesWhatItLeavesOut)
 {
     const auto source = emptyStore();
     source->connection()->Execute(
-        "CREATE TABLE A (N INT NOT NULL PRIMARY KEY, C INT CHECK (C > 0), D INT DEFAULT 1 + 1)");
+        "CREATE TABLE A (N INT NOT NULL PRIMARY KEY, C INT CHECK (C > 0), D INT DEFAULT (1 + 1))");
     source->connection()->Execute("CREATE TABLE B (N INT REFERENCES A (N))");
     source->connection()->Execute("CREATE VIEW V AS SELECT N FROM A");
     const auto target = emptyStore();

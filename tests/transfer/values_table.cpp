@@ -95,19 +95,19 @@ std::vector<Row> rows()
 
 void makeValueTables(ado::Connection& connection)
 {
-    connection.Execute("CREATE TABLE [user's table] (ID INT IDENTITY(1,1) NOT NULL, [a b] NVARCHAR(40), LONGTEXT "
+    connection.Execute("CREATE TABLE USER_TABLE (ID INT IDENTITY(1,1) NOT NULL, [a b] NVARCHAR(40), LONGTEXT "
                        "NVARCHAR(MAX), F FLOAT, R REAL, M MONEY, D DECIMAL(15,3), T1 TINYINT, S SMALLINT, B BIGINT, X "
                        "BIT, DT DATETIME, SD SMALLDATETIME, DD DATE, TT TIME(3), BIN VARBINARY(MAX), G "
                        "UNIQUEIDENTIFIER, FIX NCHAR(4), PRIMARY KEY (ID))");
-    connection.Execute("CREATE INDEX [IX user] ON [user's table] ([a b] DESC, F)");
-    connection.Execute("SET IDENTITY_INSERT [user's table] ON");
-    BulkInsert insert{connection, "[user's table]", columns()};
+    connection.Execute("CREATE INDEX [IX user] ON USER_TABLE ([a b] DESC, F)");
+    connection.Execute("SET IDENTITY_INSERT USER_TABLE ON");
+    BulkInsert insert{connection, "USER_TABLE", columns()};
     for (const Row& row : rows()) {
         for (std::size_t i = 0; i < row.size(); ++i)
             insert[i] = row[i];
         insert.insert();
     }
-    connection.Execute("SET IDENTITY_INSERT [user's table] OFF");
+    connection.Execute("SET IDENTITY_INSERT USER_TABLE OFF");
     connection.Execute(
         "CREATE TABLE NUMBERED (N INT IDENTITY(1,1) NOT NULL PRIMARY KEY, V NVARCHAR(5) NOT NULL DEFAULT "
         "'x', W INT DEFAULT 3, Z NVARCHAR(9) COLLATE Latin1_General_BIN2, UNIQUE (V, W))");
