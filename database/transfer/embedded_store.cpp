@@ -12,6 +12,8 @@ public:
 
     tsql::SchemaDefinition schema() override { return embedded::schemaDefinition(*connection()); }
 
+    void requireReadable(const tsql::TableDefinition&) override {} // it holds what the library reads
+
     std::int64_t lastIdentity(const tsql::TableDefinition& table) override
     {
         return embedded::lastIdentity(*connection(), table.name);

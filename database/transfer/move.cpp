@@ -178,6 +178,8 @@ Move moveDatabase(Store& source, Store& target, const ProgressListener& progress
     requireEmpty(target);
     const Transaction snapshot{*source.connection()}; // one state of all tables; ends by itself
     const tsql::SchemaDefinition schema = source.schema();
+    for (const TableDefinition& table : schema.tables)
+        source.requireReadable(table);
     Transaction transaction{*target.connection()};
     for (const TableDefinition& table : schema.tables) {
         target.connection()->Execute(tsql::createTableText(table));

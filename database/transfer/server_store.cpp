@@ -19,30 +19,42 @@ std::string quotedName(const tsql::TableDefinition& table)
     return "'[dbo]." + text::replaceAll(tsql::bracketed(table.name), "'", "''") + "'";
 }
 
+/// A condition for numbers that may have more digits than a double holds. The conversion alone does not tell it: the
+/// open server converts with 15 digits, although a double holds most numbers of 16.
+std::string digitsCondition(const std::string& name, const std::string& type, int scale)
+{
+    constexpr int digitsOfDouble = 15;
+    const std::string changed = "CONVERT(" + type + ", CONVERT(FLOAT, " + name + ")) <> " + name;
+    if (scale >= digitsOfDouble) return changed;
+    const std::string limit = "1" + std::string(static_cast<std::size_t>(digitsOfDouble - scale), '0');
+    return "(" + name + " >= " + limit + " OR " + name + " <= -" + limit + ") AND " + changed;
+}
+
 /// A condition that finds values which a double, or milliseconds, do not hold; empty for any other type.
 std::string lossCondition(const tsql::DefinedColumn& column)
 {
-    constexpr std::uint8_t digitsOfDouble = 15;
+    constexpr int moneyScale = 4;
     const tsql::Type type = tsql::parseDeclaredType(column.type);
     const std::string name = tsql::bracketed(column.name);
-    const bool isWide =
-        (type.kind == tsql::TypeKind::Decimal && type.precision > digitsOfDouble) || type.kind == tsql::TypeKind::Money;
-    if (isWide) return "CONVERT(" + column.type + ", CONVERT(FLOAT, " + name + ")) <> " + name;
-    const bool isFine = type.kind == tsql::TypeKind::DateTime2 || type.kind == tsql::TypeKind::Time;
-    return isFine ? "DATEPART(NANOSECOND, " + name + ") % 1000000 <> 0" : std::string{};
+    switch (type.kind) {
+    case tsql::TypeKind::Money: return digitsCondition(name, column.type, moneyScale);
+    case tsql::TypeKind::Decimal: return digitsCondition(name, column.type, type.scale);
+    case tsql::TypeKind::DateTime2:
+    case tsql::TypeKind::Time: return "DATEPART(NANOSECOND, " + name + ") % 1000000 <> 0";
+    default: return {};
+    }
 }
 
 class ServerStore final : public Store {
 public:
     ServerStore(ado::ConnectionRef connection, bool isOpen) : Store{std::move(connection)}, isOpen_{isOpen} {}
 
-    tsql::SchemaDefinition schema() override
+    tsql::SchemaDefinition schema() override { return readServerSchema(connection()); }
+
+    void requireReadable(const tsql::TableDefinition& table) override
     {
-        tsql::SchemaDefinition schema = readServerSchema(connection());
-        for (const tsql::TableDefinition& table : schema.tables)
-            for (const tsql::DefinedColumn& column : table.columns)
-                requireHeld(table, column);
-        return schema;
+        for (const tsql::DefinedColumn& column : table.columns)
+            requireHeld(table, column);
     }
 
     std::int64_t lastIdentity(const tsql::TableDefinition& table) override

@@ -240,12 +240,13 @@ TEST_F(ServerMove, RefusesValuesThatTheLibraryWouldRound)
     const auto server = serverStore(database.connect());
     server->connection()->Execute("CREATE TABLE WIDE (A DECIMAL(28,10), T DATETIME2(7))");
     server->connection()->Execute("INSERT INTO WIDE VALUES ('12.5', '20240305 10:15:00.123')");
-    EXPECT_EQ(server->schema().tables.size(), 1U);
+    const tsql::TableDefinition table = server->schema().tables.at(0);
+    server->requireReadable(table);
     server->connection()->Execute("INSERT INTO WIDE VALUES ('123456789012345678.0123456789', NULL)");
-    test::expectError(errors::providerFailure, "1 values of column A", [&] { server->schema(); });
+    test::expectError(errors::providerFailure, "1 values of column A", [&] { server->requireReadable(table); });
     server->connection()->Execute("DELETE FROM WIDE");
     server->connection()->Execute("INSERT INTO WIDE VALUES (NULL, '20240305 10:15:00.123456')");
-    test::expectError(errors::providerFailure, "1 values of column T", [&] { server->schema(); });
+    test::expectError(errors::providerFailure, "1 values of column T", [&] { server->requireReadable(table); });
 }
 
 TEST_F(ServerMove, AViewIsNamed)

@@ -25,6 +25,9 @@ public:
     /// The tables, with what cannot be moved by name. Errors: 0x80004005 for a table that the other end could not
     /// hold, with its name; failures of the database.
     virtual tsql::SchemaDefinition schema() = 0;
+    /// Error 0x80004005 where the table has values that the library would read with a loss: decimals of more digits
+    /// than a double holds, times finer than milliseconds.
+    virtual void requireReadable(const tsql::TableDefinition& table) = 0;
     /// The last number that the table's identity column has given out, 0 for none.
     virtual std::int64_t lastIdentity(const tsql::TableDefinition& table) = 0;
     /// Makes the identity column of a filled table go on after `number`.
