@@ -1,4 +1,3 @@
-#include <map>
 #include <utility>
 
 #include "server_catalogue.h"
@@ -47,7 +46,7 @@ std::string lossCondition(const tsql::DefinedColumn& column)
 
 class ServerStore final : public Store {
 public:
-    ServerStore(ado::ConnectionRef connection, bool isOpen) : Store{std::move(connection)}, isOpen_{isOpen} {}
+    explicit ServerStore(ado::ConnectionRef connection) : Store{std::move(connection)} {}
 
     tsql::SchemaDefinition schema() override { return readServerSchema(connection()); }
 
@@ -57,21 +56,21 @@ public:
             requireHeld(table, column);
     }
 
+    /// A table into which nothing has been inserted yet tells the first number, or that of the last RESEED: sure of
+    /// never giving a number out twice, the latter counts as given out.
     std::int64_t lastIdentity(const tsql::TableDefinition& table) override
     {
-        if (isOpen_) return lastIdentityOfOpenServer(table);
-        if (!numbersRead_) readLastNumbers();
-        const auto found = lastNumbers_.find(text::toUpper(table.name));
-        return found == lastNumbers_.end() ? 0 : found->second;
+        const Rows rows = rowsOf(connection(), "SELECT CONVERT(BIGINT, IDENT_CURRENT(" + quotedName(table) + "))");
+        const std::int64_t last = numberAt(rows.at(0), 0);
+        return last == 1 && isEmpty(table) ? 0 : last;
     }
 
-    /// A table into which nothing was ever inserted begins with the number itself on SQL Server, any other one after
-    /// it.
+    /// A table into which nothing was ever inserted begins with the number itself, any other one goes on after it.
     void raiseIdentity(const tsql::TableDefinition& table, std::int64_t number, std::int64_t rows) override
     {
         if (number == 0) return;
-        const std::int64_t seed = rows == 0 && !isOpen_ ? number + 1 : number;
-        connection()->Execute("DBCC CHECKIDENT (" + quotedName(table) + ", RESEED, " + std::to_string(seed) + ")");
+        connection()->Execute("DBCC CHECKIDENT (" + quotedName(table) + ", RESEED, " +
+                              std::to_string(rows == 0 ? number + 1 : number) + ")");
     }
 
     bool takesManyRows() const noexcept override { return true; }
@@ -79,26 +78,6 @@ public:
     void finish() override { runScript(*connection(), procedureScript().text); }
 
 private:
-    /// Null, which is 0 here, for a column that has given out none.
-    void readLastNumbers()
-    {
-        constexpr std::string_view query =
-            "SELECT T.name, CONVERT(BIGINT, I.last_value) FROM sys.identity_columns AS I INNER JOIN sys.tables AS T ON "
-            "T.object_id = I.object_id";
-        for (const std::vector<Variant>& row : rowsOf(connection(), query))
-            lastNumbers_[text::toUpper(textAt(row, 0))] = numberAt(row, 1);
-        numbersRead_ = true;
-    }
-
-    /// That server has the number of the session in sys.identity_columns, and tells the first number of a column before
-    /// it has been given out.
-    std::int64_t lastIdentityOfOpenServer(const tsql::TableDefinition& table)
-    {
-        const Rows rows = rowsOf(connection(), "SELECT IDENT_CURRENT(" + quotedName(table) + ")");
-        const std::int64_t last = numberAt(rows.at(0), 0);
-        return last == 1 && isEmpty(table) ? 0 : last;
-    }
-
     bool isEmpty(const tsql::TableDefinition& table)
     {
         return rowsOf(connection(), "SELECT TOP 1 1 FROM " + tsql::bracketed(table.name)).empty();
@@ -117,10 +96,6 @@ private:
                         "them, and try again.",
                     "moveDatabase"};
     }
-
-    std::map<std::string, std::int64_t> lastNumbers_; ///< by the names of the tables in upper case
-    bool numbersRead_ = false;
-    bool isOpen_; ///< the open T-SQL server on PostgreSQL
 };
 
 } // namespace
@@ -128,10 +103,8 @@ private:
 std::unique_ptr<Store> serverStore(ado::ConnectionRef connection)
 {
     try {
-        const Rows rows = rowsOf(connection, "SELECT CONVERT(NVARCHAR(20), SERVERPROPERTY('ProductVersion')), "
-                                             "CONVERT(NVARCHAR(20), SERVERPROPERTY('Babelfish'))");
-        const bool isOpen = !textAt(rows.at(0), 1).empty();
-        return std::make_unique<ServerStore>(std::move(connection), isOpen);
+        rowsOf(connection, "SELECT SERVERPROPERTY('ProductVersion')");
+        return std::make_unique<ServerStore>(std::move(connection));
     } catch (const Error& error) {
         throw Error{errors::providerFailure,
                     "The connection leads to no T-SQL server (SQL Server, or the open one on PostgreSQL): " +

@@ -76,7 +76,7 @@ std::vector<Row> rows()
     constexpr double quarter = 0.25;
     using Double = std::numeric_limits<double>;
     return {
-        {1, "", "", 0.1, 1.5, -922337203685.4775, 123456789.125, std::int16_t{255}, std::int16_t{-32768},
+        {1, "", "", 0.1, 1.5, -99999999999.9999, 123456789.125, std::int16_t{255}, std::int16_t{-32768},
          std::numeric_limits<std::int64_t>::min(), true, at(1753, 1, 1, 0.0), at(1900, 1, 1, 0.0),
          at(1582, 10, 15, 0.0), Date{quarter}, "0x", "6F9619FF-8B86-D011-B42D-00C04FC964FF", "ab"},
         {2, "Lärche ß  ", "Ende mit Blanks   ", 5e-324, 1.100000023841858, 0.0001, -0.001, std::int16_t{0},
