@@ -162,7 +162,8 @@ TEST_F(ServerMove, ThereAndBackNothingChanges)
     for (const tsql::TableDefinition& table : source->schema().tables) {
         EXPECT_EQ(sumOf(*source, table), sumOf(*back, table)) << table.name;
         // The server does not tell the number of a table into which it has not inserted.
-        if (table.name != "EMPTIED") EXPECT_EQ(source->lastIdentity(table), back->lastIdentity(table)) << table.name;
+        if (table.name == "EMPTIED") continue;
+        EXPECT_EQ(source->lastIdentity(table), back->lastIdentity(table)) << table.name;
     }
     for (const tsql::TableDefinition& table : back->schema().tables) {
         const bool indexed = text::equalsNoCase(table.name, "USER_TABLE");
@@ -176,7 +177,7 @@ TEST_F(ServerMove, ThereAndBackNothingChanges)
             store->connection()->Execute("INSERT INTO " + std::string{table} + column);
         }
         EXPECT_EQ(valueOf(store->connection(), "SELECT MAX(N) FROM NUMBERED"), "4");
-        if (store != back.get()) EXPECT_EQ(valueOf(store->connection(), "SELECT MAX(N) FROM EMPTIED"), "3");
+        EXPECT_EQ(valueOf(store->connection(), "SELECT MAX(N) FROM EMPTIED"), store == back.get() ? "1" : "3");
         EXPECT_EQ(valueOf(store->connection(), "SELECT MAX(N) FROM UNUSED"), "1");
     }
 }
