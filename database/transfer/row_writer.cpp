@@ -1,5 +1,6 @@
 #include "row_writer.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "literals.h"
@@ -12,12 +13,36 @@ namespace {
 constexpr std::size_t mostRows = 1000;
 constexpr std::size_t mostBytes = 128 * 1024;
 
+/// About the bytes of a literal.
+std::size_t bytesOf(const Variant& value)
+{
+    constexpr std::size_t bytesOfNumber = 12;
+    if (value.isNull()) return 1;
+    return value.kind() == Variant::Kind::String ? value.asString().size() + 4 : bytesOfNumber;
+}
+
+/// The columns that a statement names. Most columns of a wide table are Null in all rows of a statement; the server
+/// reads their literals as slowly as any others.
+std::vector<std::size_t> usedColumns(std::span<const std::vector<Variant>> rows, const std::vector<bool>& omittable)
+{
+    std::vector<std::size_t> used;
+    for (std::size_t i = 0; i < omittable.size(); ++i) {
+        const bool isUsed =
+            !omittable[i] || std::ranges::any_of(rows, [i](const auto& row) { return !row[i].isNull(); });
+        if (isUsed) used.push_back(i);
+    }
+    if (used.empty()) used.push_back(0);
+    return used;
+}
+
 } // namespace
 
 RowWriter::RowWriter(Store& store, const tsql::TableDefinition& table, std::vector<RowColumn> columns) :
-    store_{store}, table_{tsql::bracketed(table.name)}, columns_{std::move(columns)},
-    hasIdentity_{table.identity() != nullptr}, front_{insertText(table_, columns_)}
+    store_{store}, table_{tsql::bracketed(table.name)}, columns_{std::move(columns)}, hasIdentity_{table.identity() !=
+                                                                                                   nullptr}
 {
+    for (const tsql::DefinedColumn& column : table.columns)
+        omittable_.push_back(column.defaultValue.empty());
     if (hasIdentity_) execute("SET IDENTITY_INSERT " + table_ + " ON");
     if (store_.takesManyRows()) return;
     std::vector<std::string> names;
@@ -38,9 +63,10 @@ void RowWriter::write(std::span<const Variant> row)
         single_->insert();
         return;
     }
-    statement_ += rows_ == 0 ? front_ : ",\n";
-    appendRow(statement_, row, columns_);
-    if (++rows_ == mostRows || statement_.size() >= mostBytes) send();
+    for (const Variant& value : row)
+        bytes_ += bytesOf(value);
+    rows_.emplace_back(row.begin(), row.end());
+    if (rows_.size() == mostRows || bytes_ >= mostBytes) send();
 }
 
 void RowWriter::finish()
@@ -51,28 +77,29 @@ void RowWriter::finish()
 
 void RowWriter::send()
 {
-    if (rows_ == 0) return;
-    execute(statement_);
-    statement_.clear();
-    rows_ = 0;
+    if (rows_.empty()) return;
+    execute(statementOf(table_, rows_, columns_, omittable_));
+    rows_.clear();
+    bytes_ = 0;
 }
 
-std::string RowWriter::insertText(const std::string& table, const std::vector<RowColumn>& columns)
+std::string RowWriter::statementOf(const std::string& table, std::span<const std::vector<Variant>> rows,
+                                   const std::vector<RowColumn>& columns, const std::vector<bool>& omittable)
 {
+    const std::vector<std::size_t> used = usedColumns(rows, omittable);
     std::string text = "INSERT INTO " + table + " (";
-    for (const RowColumn& column : columns)
-        text.append(&column == columns.data() ? "" : ", ").append(tsql::bracketed(column.name));
-    return text + ") VALUES\n";
-}
-
-void RowWriter::appendRow(std::string& text, std::span<const Variant> row, const std::vector<RowColumn>& columns)
-{
-    text += '(';
-    for (std::size_t i = 0; i < row.size(); ++i) {
-        if (i != 0) text += ',';
-        appendLiteral(text, row[i], columns[i].type);
+    for (const std::size_t i : used)
+        text.append(i == used.front() ? "" : ", ").append(tsql::bracketed(columns[i].name));
+    text += ") VALUES\n";
+    for (const std::vector<Variant>& row : rows) {
+        text += &row == rows.data() ? "(" : ",\n(";
+        for (const std::size_t i : used) {
+            if (i != used.front()) text += ',';
+            appendLiteral(text, row[i], columns[i].type);
+        }
+        text += ')';
     }
-    text += ')';
+    return text;
 }
 
 } // namespace tamarok::database

@@ -32,10 +32,10 @@ public:
     /// Inserts what is left.
     void finish();
 
-    /// The beginning of a statement with many rows, up to VALUES.
-    static std::string insertText(const std::string& table, const std::vector<RowColumn>& columns);
-    /// Appends "(...)" with a literal for each value.
-    static void appendRow(std::string& text, std::span<const Variant> row, const std::vector<RowColumn>& columns);
+    /// An INSERT of rows as literals. Columns that are Null in all rows are left out where `omittable`.
+    /// @param omittable  one for each column: it has no default
+    static std::string statementOf(const std::string& table, std::span<const std::vector<Variant>> rows,
+                                   const std::vector<RowColumn>& columns, const std::vector<bool>& omittable);
 
 private:
     void execute(const std::string& statement) { store_.connection()->Execute(statement); }
@@ -44,10 +44,10 @@ private:
     Store& store_;
     std::string table_;
     std::vector<RowColumn> columns_;
+    std::vector<bool> omittable_;
     bool hasIdentity_;
-    std::string front_;
-    std::string statement_;
-    std::size_t rows_ = 0; ///< in the statement
+    std::vector<std::vector<Variant>> rows_;
+    std::size_t bytes_ = 0; ///< of the texts in `rows_`, about
     std::unique_ptr<BulkInsert> single_;
 };
 

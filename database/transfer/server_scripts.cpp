@@ -104,16 +104,21 @@ std::string columnNames(const std::vector<RowColumn>& columns, std::string_view 
     return names;
 }
 
-/// Reads up to `rowsOfStatement` rows as the lines of a VALUES clause; empty after the last row.
-std::string nextRows(RowReader& reader, const std::vector<RowColumn>& columns)
+/// Reads up to `rowsOfStatement` rows; none after the last one.
+std::vector<std::vector<Variant>> nextRows(RowReader& reader)
 {
-    std::string rows;
+    std::vector<std::vector<Variant>> rows;
     std::vector<Variant> row;
-    for (std::size_t count = 0; count < rowsOfStatement && reader.read(row); ++count) {
-        if (count != 0) rows += ",\n";
-        RowWriter::appendRow(rows, row, columns);
-    }
+    while (rows.size() < rowsOfStatement && reader.read(row))
+        rows.push_back(row);
     return rows;
+}
+
+/// The rows as the lines of a VALUES clause with all columns.
+std::string valuesText(const std::vector<std::vector<Variant>>& rows, const std::vector<RowColumn>& columns)
+{
+    std::string text = RowWriter::statementOf({}, rows, columns, std::vector<bool>(columns.size(), false));
+    return text.substr(text.find('\n') + 1);
 }
 
 /// Texts come by their numbers, so that a run after an update adds the new ones. The customer's wording stays.
@@ -122,17 +127,13 @@ void appendTexts(std::string& text, Store& master, const tsql::TableDefinition& 
     const std::string key = tsql::bracketed(table.primaryKey.front());
     RowReader reader{master, table};
     const std::vector<RowColumn> columns = reader.columns();
-    for (std::string rows = nextRows(reader, columns); !rows.empty(); rows = nextRows(reader, columns)) {
-        text.append(characterCheck).append("INSERT INTO dbo.").append(table.name).append(" (");
-        text.append(columnNames(columns))
-            .append(")\nSELECT ")
-            .append(columnNames(columns, "V."))
-            .append(" FROM (VALUES\n");
-        text.append(rows)
-            .append("\n) AS V (")
-            .append(columnNames(columns))
-            .append(")\nWHERE NOT EXISTS (SELECT 1 FROM dbo.");
-        text.append(table.name).append(" AS T WHERE T.").append(key).append(" = V.").append(key).append(")\nGO\n");
+    const std::string names = columnNames(columns);
+    for (auto rows = nextRows(reader); !rows.empty(); rows = nextRows(reader)) {
+        text.append(characterCheck).append("INSERT INTO dbo.").append(table.name).append(" (").append(names);
+        text.append(")\nSELECT ").append(columnNames(columns, "V.")).append(" FROM (VALUES\n");
+        text.append(valuesText(rows, columns)).append("\n) AS V (").append(names);
+        text.append(")\nWHERE NOT EXISTS (SELECT 1 FROM dbo.").append(table.name).append(" AS T WHERE T.");
+        text.append(key).append(" = V.").append(key).append(")\nGO\n");
     }
 }
 
@@ -142,13 +143,13 @@ void appendMasterTable(std::string& text, Store& master, const tsql::TableDefini
     RowReader reader{master, table};
     const std::vector<RowColumn> columns = reader.columns();
     const std::string name = "dbo." + table.name;
-    std::string rows = nextRows(reader, columns);
+    auto rows = nextRows(reader);
     if (rows.empty()) return;
     text.append(characterCheck).append("IF NOT EXISTS (SELECT 1 FROM ").append(name).append(")\nBEGIN\n");
     text += "    BEGIN TRANSACTION\n";
     if (table.identity() != nullptr) text += "    SET IDENTITY_INSERT " + name + " ON\n";
-    for (; !rows.empty(); rows = nextRows(reader, columns))
-        text.append("    ").append(RowWriter::insertText(name, columns)).append(rows).append("\n");
+    for (; !rows.empty(); rows = nextRows(reader))
+        text += "    " + RowWriter::statementOf(name, rows, columns, std::vector<bool>(columns.size(), true)) + "\n";
     if (table.identity() != nullptr) text += "    SET IDENTITY_INSERT " + name + " OFF\n";
     text += "    COMMIT TRANSACTION\nEND\nGO\n";
 }
