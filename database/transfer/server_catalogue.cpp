@@ -52,7 +52,7 @@ constexpr std::string_view indexesQuery =
     "K.is_descending_key, K.is_included_column FROM sys.indexes AS I INNER JOIN sys.tables AS T ON T.object_id = "
     "I.object_id INNER JOIN sys.index_columns AS K ON K.object_id = I.object_id AND K.index_id = I.index_id INNER JOIN "
     "sys.columns AS C ON C.object_id = K.object_id AND C.column_id = K.column_id ORDER BY T.name, I.index_id, "
-    "K.key_ordinal";
+    "K.is_included_column, K.key_ordinal";
 
 constexpr std::string_view objectsQuery =
     "SELECT O.type, O.name, P.name FROM sys.objects AS O LEFT JOIN sys.objects AS P ON P.object_id = "

@@ -102,15 +102,22 @@ private:
 
 std::unique_ptr<Store> serverStore(ado::ConnectionRef connection)
 {
+    std::string schema;
     try {
-        rowsOf(connection, "SELECT SERVERPROPERTY('ProductVersion')");
-        return std::make_unique<ServerStore>(std::move(connection));
+        const Rows rows = rowsOf(connection, "SELECT SCHEMA_NAME(), SERVERPROPERTY('ProductVersion')");
+        schema = textAt(rows.at(0), 0);
     } catch (const Error& error) {
         throw Error{errors::providerFailure,
                     "The connection leads to no T-SQL server (SQL Server, or the open one on PostgreSQL): " +
                         error.description,
                     "serverStore"};
     }
+    if (!text::equalsNoCase(schema, "dbo"))
+        throw Error{errors::providerFailure,
+                    "The tables belong into schema dbo, but the default schema of the login is '" + schema +
+                        "'. ALTER USER name WITH DEFAULT_SCHEMA = dbo changes it.",
+                    "serverStore"};
+    return std::make_unique<ServerStore>(std::move(connection));
 }
 
 } // namespace tamarok::database

@@ -78,6 +78,8 @@ int runInit(const InitOptions& options, Output& output)
 {
     using Time = std::chrono::steady_clock;
     if (options.file.empty() && !options.odbc) throw UsageError{"init: name a FILE, or a server with --odbc"};
+    if (options.odbc && options.force)
+        throw UsageError{"init: --force replaces files; a server's database must be empty"};
     const InterruptScope interrupts;
     const Time::time_point start = Time::now();
     if (options.odbc)
