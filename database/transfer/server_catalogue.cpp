@@ -230,6 +230,18 @@ void readObjects(const ado::ConnectionRef& connection, std::vector<std::string>&
                 "moveDatabase"};
 }
 
+/// The server hides what a login has no right to.
+void requireSight(const ado::ConnectionRef& connection)
+{
+    const Rows rows = rowsOf(connection, "SELECT HAS_PERMS_BY_NAME(DB_NAME(), 'DATABASE', 'SELECT')");
+    if (numberAt(rows.at(0), 0) != 0) return;
+    throw Error{
+        errors::providerFailure,
+        "The login may not read the whole database, so that the server might hide tables from it. GRANT SELECT TO "
+        "it, or make it a member of db_owner.",
+        "serverStore"};
+}
+
 } // namespace
 
 Rows rowsOf(const ado::ConnectionRef& connection, std::string_view query)
@@ -259,6 +271,7 @@ std::int64_t numberAt(const std::vector<Variant>& row, std::size_t column)
 
 tsql::SchemaDefinition readServerSchema(const ado::ConnectionRef& connection)
 {
+    requireSight(connection);
     tsql::SchemaDefinition schema;
     std::vector<std::string> problems;
     readColumns(connection, schema, problems);

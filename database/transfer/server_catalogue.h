@@ -23,7 +23,7 @@ std::int64_t numberAt(const std::vector<Variant>& row, std::size_t column);
 
 /// Reads tables with columns, keys and indexes, and names what they do not express.
 /// Error 0x80004005 that names all tables which the embedded database cannot hold: those of other schemas than dbo,
-/// with computed columns, or with types that it does not know.
+/// with computed columns, or with types that it does not know; and where the login may not read the whole database.
 tsql::SchemaDefinition readServerSchema(const ado::ConnectionRef& connection);
 
 } // namespace tamarok::database
