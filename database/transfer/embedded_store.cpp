@@ -24,7 +24,7 @@ public:
         embedded::raiseIdentity(*connection(), table.name, number);
     }
 
-    bool takesManyRows() const noexcept override { return false; }
+    RowForm rowForm() const noexcept override { return RowForm::Parameters; }
     void finish() override {} // its procedures are native code
 };
 

@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <utility>
 
+#include "json_rows.h"
 #include "literals.h"
 
 namespace tamarok::database {
 namespace {
 
-/// A VALUES clause takes 1000 rows. Statements of this size are the fastest on the open server; see
-/// bench_transfer_loading.
+/// A VALUES clause takes 1000 rows. Larger statements are not faster; see bench_transfer_loading.
 constexpr std::size_t mostRows = 1000;
 constexpr std::size_t mostBytes = 128 * 1024;
 
@@ -44,7 +44,7 @@ RowWriter::RowWriter(Store& store, const tsql::TableDefinition& table, std::vect
     for (const tsql::DefinedColumn& column : table.columns)
         omittable_.push_back(column.defaultValue.empty());
     if (hasIdentity_) execute("SET IDENTITY_INSERT " + table_ + " ON");
-    if (store_.takesManyRows()) return;
+    if (store_.rowForm() != RowForm::Parameters) return;
     std::vector<std::string> names;
     std::vector<BulkInsert::Column> parameters;
     names.reserve(columns_.size());
@@ -78,7 +78,9 @@ void RowWriter::finish()
 void RowWriter::send()
 {
     if (rows_.empty()) return;
-    execute(statementOf(table_, rows_, columns_, omittable_));
+    const bool asJson = store_.rowForm() == RowForm::Json && jsonHolds(rows_, columns_);
+    execute(asJson ? jsonStatementOf(table_, rows_, columns_, usedColumns(rows_, omittable_))
+                   : statementOf(table_, rows_, columns_, omittable_));
     rows_.clear();
     bytes_ = 0;
 }

@@ -7,17 +7,12 @@
 #include <vector>
 
 #include "bulk_insert.h"
+#include "row_column.h"
 #include "tamarok_database/transfer.h"
 
 #include "tamarok/ado.h"
 
 namespace tamarok::database {
-
-/// A column of the rows to write.
-struct RowColumn {
-    std::string name;
-    ado::DataType type = ado::DataType::VarWChar;
-};
 
 /// Inserts rows into a table. Values of the identity column are taken as they are.
 class RowWriter {

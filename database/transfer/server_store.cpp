@@ -46,7 +46,7 @@ std::string lossCondition(const tsql::DefinedColumn& column)
 
 class ServerStore final : public Store {
 public:
-    explicit ServerStore(ado::ConnectionRef connection) : Store{std::move(connection)} {}
+    ServerStore(ado::ConnectionRef connection, bool readsJson) : Store{std::move(connection)}, readsJson_{readsJson} {}
 
     tsql::SchemaDefinition schema() override { return readServerSchema(connection()); }
 
@@ -73,7 +73,7 @@ public:
                               std::to_string(rows == 0 ? number + 1 : number) + ")");
     }
 
-    bool takesManyRows() const noexcept override { return true; }
+    RowForm rowForm() const noexcept override { return readsJson_ ? RowForm::Json : RowForm::Values; }
 
     void finish() override { runScript(*connection(), procedureScript().text); }
 
@@ -96,7 +96,20 @@ private:
                         "them, and try again.",
                     "moveDatabase"};
     }
+
+    bool readsJson_;
 };
+
+/// Servers before 2016 do not, nor does a database with an older compatibility level.
+bool readsJson(const ado::ConnectionRef& connection)
+{
+    try {
+        const Rows rows = rowsOf(connection, "SELECT V FROM OPENJSON(N'[[\"x\"]]') WITH (V NVARCHAR(MAX) '$[0]')");
+        return rows.size() == 1 && textAt(rows[0], 0) == "x";
+    } catch (const Error&) {
+        return false; // a lost connection is met by the next statement
+    }
+}
 
 } // namespace
 
@@ -117,7 +130,8 @@ std::unique_ptr<Store> serverStore(ado::ConnectionRef connection)
                     "The tables belong into schema dbo, but the default schema of the login is '" + schema +
                         "'. ALTER USER name WITH DEFAULT_SCHEMA = dbo changes it.",
                     "serverStore"};
-    return std::make_unique<ServerStore>(std::move(connection));
+    const bool json = readsJson(connection);
+    return std::make_unique<ServerStore>(std::move(connection), json);
 }
 
 } // namespace tamarok::database

@@ -64,5 +64,28 @@ TEST(Literals, ThereIsNoneOfAnArray)
     test::expectError(13, "Array", [] { literalOf(VariantArray{}, DataType::VarWChar); });
 }
 
+TEST(JsonRows, AreOneTextOfAllRows)
+{
+    const std::vector<RowColumn> columns{
+        {"A", DataType::VarWChar}, {"B", DataType::Double}, {"C", DataType::DBTimeStamp}};
+    const std::vector<std::vector<Variant>> rows{
+        {"it's \"x\"\\\n", 0.5, Null{}}, {Null{}, Null{}, makeDate(2024, 3, 5)}, {"ä ", 1.0, Null{}}};
+    const std::vector<std::size_t> used{0, 1, 2};
+    EXPECT_EQ(
+        jsonStatementOf("[T]", rows, columns, used),
+        "INSERT INTO [T] ([A], [B], [C]) SELECT V0, V1, V2 FROM OPENJSON(N'[[\"it''s \\\"x\\\"\\\\\\u000a\",5e-01,"
+        "null],[null,null,\"20240305\"],[\"ä \",1e+00,null]]') WITH (V0 NVARCHAR(MAX) '$[0]', V1 NVARCHAR(MAX) "
+        "'$[1]', V2 NVARCHAR(MAX) '$[2]')");
+    EXPECT_TRUE(jsonHolds(rows, columns));
+}
+
+TEST(JsonRows, DoNotHoldBinaryValuesAndTheCharacterZero)
+{
+    const std::vector<std::vector<Variant>> plain{{"a"}};
+    const std::vector<std::vector<Variant>> zero{{std::string{"a\0", 2}}};
+    EXPECT_FALSE(jsonHolds(plain, {{"A", DataType::VarBinary}}));
+    EXPECT_FALSE(jsonHolds(zero, {{"A", DataType::VarWChar}}));
+}
+
 } // namespace
 } // namespace tamarok::database

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <map>
 #include <memory>
@@ -118,31 +119,40 @@ TEST_F(ServerMove, TheSampleIsThatOfAFile)
                       [&] { loadReferenceDatabase(*sample, *server); });
 }
 
-/// Value by value, so that a change names its column.
+void compareRows(RowReader& sender, RowReader& receiver, const tsql::TableDefinition& table)
+{
+    std::vector<Variant> sent;
+    std::vector<Variant> arrived;
+    while (sender.read(sent)) {
+        ASSERT_TRUE(receiver.read(arrived)) << table.name;
+        for (std::size_t i = 0; i < sent.size(); ++i)
+            EXPECT_EQ(hashOf({&sent[i], 1}), hashOf({&arrived[i], 1}))
+                << table.name << " row " << convert::toText(sent[0]) << ", column " << table.columns[i].name << ": "
+                << (sent[i].isNull() ? "Null" : convert::toText(sent[i]).substr(0, 60)) << " arrived as "
+                << (arrived[i].isNull() ? "Null" : convert::toText(arrived[i]).substr(0, 60));
+    }
+}
+
+/// Value by value, so that a change names its column; as literals (the table with binary values) and as JSON.
 TEST_F(ServerMove, EachValueArrives)
 {
     const ServerDatabase database;
     const auto source = memory();
     test::makeValueTables(*source->connection());
     const auto server = serverStore(database.connect());
-    const tsql::TableDefinition table = source->schema().tables.at(0);
-    server->connection()->Execute(tsql::createTableText(table));
-    std::vector<Variant> sent;
-    std::vector<Variant> arrived;
-    RowReader sender{*source, table};
-    RowWriter writer{*server, table, sender.columns()};
-    while (sender.read(sent))
-        writer.write(sent);
-    writer.finish();
-    RowReader all{*source, table};
-    RowReader receiver{*server, table};
-    while (all.read(sent)) {
-        ASSERT_TRUE(receiver.read(arrived));
-        for (std::size_t i = 0; i < sent.size(); ++i)
-            EXPECT_EQ(hashOf({&sent[i], 1}), hashOf({&arrived[i], 1}))
-                << "row " << convert::toText(sent[0]) << ", column " << table.columns[i].name << ": "
-                << (sent[i].isNull() ? "Null" : convert::toText(sent[i]).substr(0, 60)) << " arrived as "
-                << (arrived[i].isNull() ? "Null" : convert::toText(arrived[i]).substr(0, 60));
+    for (const char* name : {"USER_TABLE", "USER_SHORT"}) {
+        const tsql::SchemaDefinition schema = source->schema();
+        const auto table = std::ranges::find(schema.tables, name, &tsql::TableDefinition::name);
+        server->connection()->Execute(tsql::createTableText(*table));
+        RowReader reader{*source, *table};
+        RowWriter writer{*server, *table, reader.columns()};
+        std::vector<Variant> row;
+        while (reader.read(row))
+            writer.write(row);
+        writer.finish();
+        RowReader sender{*source, *table};
+        RowReader receiver{*server, *table};
+        compareRows(sender, receiver, *table);
     }
 }
 
@@ -168,7 +178,7 @@ TEST_F(ServerMove, ThereAndBackNothingChanges)
     for (const tsql::TableDefinition& table : back->schema().tables) {
         const bool indexed = text::equalsNoCase(table.name, "USER_TABLE");
         EXPECT_EQ(table.indexes.size(), indexed ? 1U : 0U) << table.name;
-        EXPECT_EQ(table.primaryKey.size(), table.name == "PAIRS" ? 2U : 1U) << table.name;
+        EXPECT_EQ(table.primaryKey.size(), text::equalsNoCase(table.name, "PAIRS") ? 2U : 1U) << table.name;
     }
     // Each numbers its next row alike.
     for (Store* const store : {source.get(), server.get(), back.get()}) {

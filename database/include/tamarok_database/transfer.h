@@ -13,6 +13,13 @@
 /// Moves whole databases between the embedded database and a T-SQL server.
 namespace tamarok::database {
 
+/// How rows are written.
+enum class RowForm : std::uint8_t {
+    Parameters, ///< a statement with parameters for each row
+    Values,     ///< statements of many rows as literals, which save a server's answers
+    Json        ///< statements of many rows as one JSON text, which save the server reading the literals too
+};
+
 /// One end of a move. The statements that copy rows are the same for all; an end knows what differs.
 class Store {
 public:
@@ -32,9 +39,7 @@ public:
     virtual std::int64_t lastIdentity(const tsql::TableDefinition& table) = 0;
     /// Makes the identity column of a filled table go on after `number`.
     virtual void raiseIdentity(const tsql::TableDefinition& table, std::int64_t number, std::int64_t rows) = 0;
-    /// Whether rows are written as literals of statements with many rows, which saves a server's answers; else by a
-    /// statement with parameters for each row.
-    virtual bool takesManyRows() const noexcept = 0;
+    virtual RowForm rowForm() const noexcept = 0;
     /// Adds what belongs to a complete database besides its tables, such as procedures.
     virtual void finish() = 0;
 
