@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <string>
+#include <vector>
 
+#include "json_rows.h"
 #include "literals.h"
 #include "support/errors.h"
 
@@ -17,6 +19,14 @@ std::string literalOf(const Variant& value, DataType type)
 {
     std::string text;
     appendLiteral(text, value, type);
+    return text;
+}
+
+std::string longText()
+{
+    std::string text;
+    for (int i = 0; i < 4001; ++i)
+        text += 'x';
     return text;
 }
 
@@ -69,22 +79,28 @@ TEST(JsonRows, AreOneTextOfAllRows)
     const std::vector<RowColumn> columns{
         {"A", DataType::VarWChar}, {"B", DataType::Double}, {"C", DataType::DBTimeStamp}};
     const std::vector<std::vector<Variant>> rows{
-        {"it's \"x\"\\\n", 0.5, Null{}}, {Null{}, Null{}, makeDate(2024, 3, 5)}, {"ä ", 1.0, Null{}}};
+        {"it's", 0.5, Null{}}, {Null{}, Null{}, makeDate(2024, 3, 5)}, {"ä ", 1.0, Null{}}};
     const std::vector<std::size_t> used{0, 1, 2};
-    EXPECT_EQ(
-        jsonStatementOf("[T]", rows, columns, used),
-        "INSERT INTO [T] ([A], [B], [C]) SELECT V0, V1, V2 FROM OPENJSON(N'[[\"it''s \\\"x\\\"\\\\\\u000a\",5e-01,"
-        "null],[null,null,\"20240305\"],[\"ä \",1e+00,null]]') WITH (V0 NVARCHAR(MAX) '$[0]', V1 NVARCHAR(MAX) "
-        "'$[1]', V2 NVARCHAR(MAX) '$[2]')");
+    EXPECT_EQ(jsonStatementOf("[T]", rows, columns, used),
+              "INSERT INTO [T] ([A], [B], [C]) SELECT V0, V1, V2 FROM OPENJSON(N'[[\"it''s\",5e-01,null],"
+              "[null,null,\"20240305\"],[\"ä \",1e+00,null]]') WITH (V0 NVARCHAR(MAX) '$[0]', V1 NVARCHAR(MAX) "
+              "'$[1]', V2 NVARCHAR(MAX) '$[2]')");
     EXPECT_TRUE(jsonHolds(rows, columns));
 }
 
-TEST(JsonRows, DoNotHoldBinaryValuesAndTheCharacterZero)
+TEST(JsonRows, HoldPlainTextsAlone)
 {
-    const std::vector<std::vector<Variant>> plain{{"a"}};
-    const std::vector<std::vector<Variant>> zero{{std::string{"a\0", 2}}};
-    EXPECT_FALSE(jsonHolds(plain, {{"A", DataType::VarBinary}}));
-    EXPECT_FALSE(jsonHolds(zero, {{"A", DataType::VarWChar}}));
+    const auto holds = [](const Variant& value, DataType type) {
+        const std::vector<std::vector<Variant>> rows{{value}};
+        return jsonHolds(rows, {{"A", type}});
+    };
+    for (const char* plain : {"", "ä 🌲 ", "it's / {x} [y]"})
+        EXPECT_TRUE(holds(plain, DataType::VarWChar)) << plain;
+    for (const std::string& other :
+         {std::string{"a\"b"}, std::string{"a\\b"}, std::string{"a\nb"}, std::string{"a\0", 2}, longText()})
+        EXPECT_FALSE(holds(other, DataType::VarWChar)) << other.substr(0, 10);
+    EXPECT_FALSE(holds("0x00", DataType::VarBinary));
+    EXPECT_TRUE(holds(1.5, DataType::Double));
 }
 
 } // namespace

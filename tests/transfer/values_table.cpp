@@ -108,6 +108,14 @@ void makeValueTables(ado::Connection& connection)
         insert.insert();
     }
     connection.Execute("SET IDENTITY_INSERT USER_TABLE OFF");
+    // The same without binary values, which take another way to a server.
+    connection.Execute(
+        "CREATE TABLE USER_SHORT (ID INT NOT NULL PRIMARY KEY, [a b] NVARCHAR(40), LONGTEXT NVARCHAR(MAX), "
+        "F FLOAT, R REAL, M MONEY, D DECIMAL(15,3), T1 TINYINT, S SMALLINT, B BIGINT, X BIT, DT DATETIME, "
+        "SD SMALLDATETIME, DD DATE, TT TIME(3), G UNIQUEIDENTIFIER, FIX NCHAR(4))");
+    connection.Execute(
+        "INSERT INTO USER_SHORT SELECT ID, [a b], LONGTEXT, F, R, M, D, T1, S, B, X, DT, SD, DD, TT, G, FIX "
+        "FROM USER_TABLE");
     connection.Execute(
         "CREATE TABLE NUMBERED (N INT IDENTITY(1,1) NOT NULL PRIMARY KEY, V NVARCHAR(5) NOT NULL DEFAULT "
         "'x', W INT DEFAULT 3, Z NVARCHAR(9) COLLATE Latin1_General_BIN2, UNIQUE (V, W))");
