@@ -81,10 +81,10 @@ std::string jsonStatementOf(const std::string& table, std::span<const std::vecto
     std::string paths;
     for (std::size_t place = 0; place < used.size(); ++place) {
         const std::string number = std::to_string(place);
-        const std::string comma = place == 0 ? "" : ", ";
-        names += comma + tsql::bracketed(columns[used[place]].name);
-        values += comma + "V" + number;
-        paths += comma + "V" + number + " NVARCHAR(MAX) '$[" + number + "]'";
+        const std::string_view comma = place == 0 ? "" : ", ";
+        names.append(comma).append(tsql::bracketed(columns[used[place]].name));
+        values.append(comma).append("V").append(number);
+        paths.append(comma).append("V").append(number).append(" NVARCHAR(MAX) '$[").append(number).append("]'");
     }
     return "INSERT INTO " + table + " (" + names + ") SELECT " + values + " FROM OPENJSON(N'" +
            text::replaceAll(jsonOf(rows, columns, used), "'", "''") + "') WITH (" + paths + ")";

@@ -11,7 +11,7 @@ namespace {
 
 /// A VALUES clause takes 1000 rows. Larger statements are not faster; see bench_transfer_loading.
 constexpr std::size_t mostRows = 1000;
-constexpr std::size_t mostBytes = 128 * 1024;
+constexpr std::size_t mostBytes = std::size_t{1} << 17U;
 
 /// About the bytes of a literal.
 std::size_t bytesOf(const Variant& value)

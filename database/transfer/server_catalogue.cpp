@@ -172,7 +172,8 @@ void readColumns(const ado::ConnectionRef& connection, tsql::SchemaDefinition& s
     for (const std::vector<Variant>& row : rowsOf(connection, tablesQuery))
         tables.emplace(textAt(row, at::schema), textAt(row, at::table));
     for (const auto& [owner, name] : tables)
-        if (!text::equalsNoCase(owner, "dbo")) problems.push_back("table " + name + " stands in schema " + owner);
+        if (!text::equalsNoCase(owner, "dbo"))
+            problems.push_back(std::string{"table "}.append(name).append(" stands in schema ").append(owner));
     for (const std::vector<Variant>& row : rowsOf(connection, columnsQuery)) {
         const std::string name = textAt(row, at::table);
         const bool isTable = tables.contains({textAt(row, at::schema), name});

@@ -177,8 +177,8 @@ ServerScript procedureScript()
     for (const Resource& file : resources("procedures")) {
         for (const std::string_view batch : splitBatches(file.text)) {
             const std::string name{nameBehind(batch, create)};
-            script.text += "IF OBJECT_ID(N'dbo." + name + "', N'P') IS NULL\n    EXEC (N'CREATE PROCEDURE dbo." + name +
-                           " AS RETURN')\nGO\n";
+            script.text.append("IF OBJECT_ID(N'dbo.").append(name).append("', N'P') IS NULL\n");
+            script.text.append("    EXEC (N'CREATE PROCEDURE dbo.").append(name).append(" AS RETURN')\nGO\n");
             std::string alter{trimEnd(batch)};
             alter.replace(alter.find(create), create.size(), "ALTER PROCEDURE dbo.");
             script.text += alter + "\nGO\n";

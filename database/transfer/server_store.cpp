@@ -23,7 +23,7 @@ std::string quotedName(const tsql::TableDefinition& table)
 std::string digitsCondition(const std::string& name, const std::string& type, int scale)
 {
     constexpr int digitsOfDouble = 15;
-    const std::string changed = "CONVERT(" + type + ", CONVERT(FLOAT, " + name + ")) <> " + name;
+    std::string changed = "CONVERT(" + type + ", CONVERT(FLOAT, " + name + ")) <> " + name;
     if (scale >= digitsOfDouble) return changed;
     const std::string limit = "1" + std::string(static_cast<std::size_t>(digitsOfDouble - scale), '0');
     return "(" + name + " >= " + limit + " OR " + name + " <= -" + limit + ") AND " + changed;
