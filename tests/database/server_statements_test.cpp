@@ -76,7 +76,7 @@ protected:
         for (const char* group : {"schema", "procedures"})
             for (const Resource& file : resources(group))
                 for (const std::string_view batch : splitBatches(file.text))
-                    session->run(collated(batch));
+                    session->run(std::string{batch});
         for (const Resource& file : resources("schema"))
             for (const std::string_view batch : splitBatches(file.text))
                 copyRows(*session, tableOf(batch));
@@ -111,12 +111,6 @@ protected:
     static ado::ConnectionRef sample_;
 
 private:
-    /// Both collations compare a name exactly; the server at hand may have the newer one only.
-    static std::string collated(std::string_view batch)
-    {
-        return text::replaceAll(batch, "Latin1_General_BIN", "Latin1_General_BIN2");
-    }
-
     /// Returns the name of the table that a batch makes, "" for any other batch.
     static std::string tableOf(std::string_view batch)
     {
