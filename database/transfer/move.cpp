@@ -83,8 +83,7 @@ public:
         throw Error{errors::providerFailure,
                     "The " + std::to_string(moved.source.rows) + " rows of table " + table.name +
                         " did not arrive as they were sent: the target has " + std::to_string(moved.target.rows) +
-                        " rows with another sum. Nothing was written. Check the collation and the client character "
-                        "set of the connection.",
+                        " rows with another sum. Check the collation and the client character set of the connection.",
                     "moveDatabase"};
     }
 
@@ -118,11 +117,32 @@ Move moveRows(Store& source, Store& target, const tsql::SchemaDefinition& schema
     return result;
 }
 
+void createIndexes(Store& target, const tsql::SchemaDefinition& schema, Reporter& reporter)
+{
+    for (const TableDefinition& table : schema.tables) {
+        for (const tsql::TableIndex& index : table.indexes)
+            target.connection()->Execute(tsql::createIndexText(table, index));
+        reporter.reportThrottled({"Indexes", 0, 1});
+    }
+}
+
 /// No statement of a move has a limit: it may take as long as the rows do.
 void removeLimits(Store& source, Store& target)
 {
     source.connection()->CommandTimeout(0);
     target.connection()->CommandTimeout(0);
+}
+
+/// Runs what writes inside the transaction; an error tells that the transaction takes it back.
+template <class Work>
+auto allOrNothing(Work work)
+{
+    try {
+        return work();
+    } catch (Error& error) {
+        error.description += " The target is as it was before; remove the cause and try again.";
+        throw;
+    }
 }
 
 /// The answer to the last step may get lost, and nobody knows then whether it was carried out.
@@ -181,17 +201,15 @@ Move moveDatabase(Store& source, Store& target, const ProgressListener& progress
     for (const TableDefinition& table : schema.tables)
         source.requireReadable(table);
     Transaction transaction{*target.connection()};
-    for (const TableDefinition& table : schema.tables) {
-        target.connection()->Execute(tsql::createTableText(table));
-        reporter.reportThrottled({"Tables", 0, 1});
-    }
-    Move result = moveRows(source, target, schema, reporter, [&] {
+    Move result = allOrNothing([&] {
         for (const TableDefinition& table : schema.tables) {
-            for (const tsql::TableIndex& index : table.indexes)
-                target.connection()->Execute(tsql::createIndexText(table, index));
-            reporter.reportThrottled({"Indexes", 0, 1});
+            target.connection()->Execute(tsql::createTableText(table));
+            reporter.reportThrottled({"Tables", 0, 1});
         }
-        target.finish();
+        return moveRows(source, target, schema, reporter, [&] {
+            createIndexes(target, schema, reporter);
+            target.finish();
+        });
     });
     commit(transaction);
     return result;
@@ -204,8 +222,10 @@ Move loadReferenceDatabase(Store& sample, Store& server, const ProgressListener&
     const tsql::SchemaDefinition schema = sample.schema();
     requireFillable(server, schema);
     Transaction transaction{*server.connection()};
-    runPhase(reporter, "Tables", [&] { runScript(*server.connection(), tableScript().text); });
-    Move result = moveRows(sample, server, schema, reporter, [&] { server.finish(); });
+    Move result = allOrNothing([&] {
+        runPhase(reporter, "Tables", [&] { runScript(*server.connection(), tableScript().text); });
+        return moveRows(sample, server, schema, reporter, [&] { server.finish(); });
+    });
     commit(transaction);
     return result;
 }
