@@ -87,7 +87,8 @@ TEST_F(ServerMove, ScriptsRunAgainAndGiveTheRowsOfTheEmbeddedDatabase)
               "20240305");
 }
 
-/// A failing row takes its whole table with it, so that the next run writes it.
+/// A script that was misread writes nothing. A failing row takes its whole table with it, so that the next run writes
+/// it.
 TEST_F(ServerMove, ATableOfAScriptIsWrittenAsAWhole)
 {
     const ServerDatabase database;
@@ -95,6 +96,10 @@ TEST_F(ServerMove, ATableOfAScriptIsWrittenAsAWhole)
     createMasterDatabase(*master->connection());
     const std::string rows = serverScripts(master->connection()).at(3).text;
     runScript(*database.connect(), tableScript().text);
+    // As a client sends it that takes UTF-8 for Windows-1252.
+    const std::string misread = text::replaceAll(rows, "N'ä'", "N'Ã¤'");
+    EXPECT_THROW(runScript(*database.connect(), misread), Error);
+    EXPECT_EQ(valueOf(database.connect(), "SELECT COUNT(*) FROM HOLZART"), "0");
     const std::size_t at = rows.find("INSERT INTO dbo.HOLZART");
     const std::size_t end = rows.find("\n    COMMIT", at);
     std::string broken = rows;
