@@ -43,8 +43,9 @@ if(TAMAROK_WITH_EMBEDDED)
         install(TARGETS tamarok RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
     endif()
     install(DIRECTORY loc/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
-    # Of the front end, programs need what the options of a connection name, nothing else.
-    install(FILES adapters/tsql/include/tamarok_tsql/date_order.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tamarok_tsql)
+    # Of the front end, programs need the options of a connection and the definitions of tables, nothing else.
+    install(FILES adapters/tsql/include/tamarok_tsql/date_order.h adapters/tsql/include/tamarok_tsql/table_definition.h
+            DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tamarok_tsql)
     foreach(part adapters/embedded database)
         install(DIRECTORY ${part}/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
     endforeach()

@@ -1,6 +1,10 @@
 #include "parameters.h"
 
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
 #include <string>
+#include <vector>
 
 #include "failures.h"
 #include "stored_date.h"
@@ -60,6 +64,36 @@ bool fits(Variant::Kind kind, Wanted wanted)
         return wanted == Wanted::AsIs || wanted == Wanted::Text;
     default: return wanted == Wanted::AsIs;
     }
+}
+
+constexpr bool isBinary(DataType type) noexcept
+{
+    return type == DataType::Binary || type == DataType::VarBinary || type == DataType::LongVarBinary;
+}
+
+/// Returns the bytes of a binary value, which is shown as 0x and two digits a byte. Error 13 for another text.
+std::vector<std::uint8_t> bytesOf(std::string_view text)
+{
+    const std::string_view digits = text.substr(std::min<std::size_t>(text.size(), 2));
+    std::vector<std::uint8_t> bytes(digits.size() / 2);
+    bool isRight = text.starts_with("0x") && digits.size() % 2 == 0;
+    for (std::size_t i = 0; isRight && i < bytes.size(); ++i) {
+        const char* const pair = digits.data() + 2 * i;
+        const auto [rest, problem] = std::from_chars(pair, pair + 2, bytes[i], 16);
+        isRight = problem == std::errc{} && rest == pair + 2;
+    }
+    if (!isRight)
+        throw Error{errors::typeMismatch, "A binary parameter is not 0x and an even number of hexadecimal digits.",
+                    std::string{sourceName}};
+    return bytes;
+}
+
+void bindBinary(sqlite3_stmt* statement, int position, std::string_view text)
+{
+    const std::vector<std::uint8_t> bytes = bytesOf(text);
+    // No address would be Null.
+    const void* const address = bytes.empty() ? static_cast<const void*>("") : bytes.data();
+    sqlite3_bind_blob64(statement, position, address, bytes.size(), SQLITE_TRANSIENT);
 }
 
 /// Converts as the value types of the system do, with their errors.
@@ -130,6 +164,10 @@ void bindParameters(sqlite3_stmt* statement, std::span<const std::int32_t> wante
     int position = 0;
     for (const std::int32_t index : wanted) {
         const ado::Parameter& parameter = parameterAt(parameters, index);
+        if (isBinary(parameter.type) && parameter.value.kind() == Variant::Kind::String) {
+            bindBinary(statement, ++position, parameter.value.asString());
+            continue;
+        }
         // A value that needs no conversion is bound without a copy.
         if (hasDeclaredType(parameter)) {
             bindValue(statement, ++position, parameter.value);

@@ -15,14 +15,36 @@ Examples:
 Exit status: 0 done, 1 failed, 2 wrong usage. Errors come as one line on standard error.)";
 
 inline constexpr const char* init =
-    R"(Makes an embedded database with the schema, master data, texts and a reproducible set of logs.
+    R"(Makes a database with the schema, texts, master data and a reproducible set of logs: a file, or with --odbc in an
+empty database of a server.
 
-The same number of logs and the same seed give the same data. The file appears only when it is
-complete: an interrupted run leaves nothing under its name. With --force an existing file is replaced in
-the same way, with its owner and mode, but not while another session has it open.
+The same number of logs and the same seed give the same data. With --empty there are texts and master data alone.
 
-Example:
-  tamarok init demo.db --logs 1000000 --seed 7)";
+The file appears only when it is complete: an interrupted run leaves nothing under its name. With --force an
+existing file is replaced in the same way, with its owner and mode, but not while another session has it open.
+
+A server's database must be empty: tables of the schema may be there, but no rows and no other tables. All is
+one transaction, so that an interrupted run leaves it as it was. The rows are made in memory first.
+
+Examples:
+  tamarok init demo.db --logs 1000000 --seed 7
+  tamarok init --odbc 'DSN=timber' --logs 20000
+  tamarok init --odbc 'DSN=timber' --empty)";
+
+inline constexpr const char* copy =
+    R"(Moves an embedded database into an empty database of a server, or with --from-odbc back into a new file.
+
+All tables are copied with their rows, keys, indexes and identity numbers, those of the user too. At the end the
+rows are read back, and the counts and sums of each table on both sides are printed. A sum is computed from
+the values that the library reads and does not depend on the order of the rows. Where they differ, nothing is copied.
+
+All is one transaction of the server, and a file appears only when it is complete: an interrupted run, a lost
+connection or a full disk leaves the target as it was. Views, triggers, checks and references are not copied;
+each is named. Nobody should work on the source meanwhile.
+
+Examples:
+  tamarok copy --db timber.db --odbc 'DSN=timber'
+  tamarok copy --db back.db --odbc 'DSN=timber' --from-odbc --format csv > tables.csv)";
 
 inline constexpr const char* list = R"(Composes a list of numbered columns, runs it and prints it.
 

@@ -13,6 +13,7 @@
 #include "check/check_command.h"
 #include "command_help.h"
 #include "connections.h"
+#include "copy/copy_command.h"
 #include "day/day_command.h"
 #include "init/init_command.h"
 #include "list/columns_command.h"
@@ -145,7 +146,8 @@ void addInit(CLI::App& program, Command& chosen)
 {
     const auto sub = add(program, "init", help::init, runInit, chosen);
     InitOptions& options = *sub.options;
-    sub.app->add_option("FILE", options.file, "database file to make")->required()->type_name("");
+    auto* file = sub.app->add_option("FILE", options.file, "database file to make")->type_name("");
+    addOdbc(*sub.app, options.odbc, file);
     sub.app->add_option("--logs", options.logs, "number of logs")
         ->type_name("N")
         ->check(CLI::Range(std::int64_t{0}, std::int64_t{100'000'000}).description(""))
@@ -158,6 +160,7 @@ void addInit(CLI::App& program, Command& chosen)
         ->type_name("S")
         ->check(wholeNumber())
         ->capture_default_str();
+    sub.app->add_flag("--empty", options.empty, "texts and master data alone");
     sub.app->add_flag("--force", options.force, "replace an existing file");
 }
 
@@ -166,6 +169,16 @@ void addFormat(CLI::App& app, ListFormat& format)
     const auto choose = [&format](const std::string& name) { format = formatNamed(name); };
     app.add_option_function<std::string>("--format", choose, "table, csv or json; table by default")
         ->type_name("FORMAT");
+}
+
+void addCopy(CLI::App& program, Command& chosen)
+{
+    const auto sub = add(program, "copy", help::copy, runCopy, chosen);
+    CopyOptions& options = *sub.options;
+    sub.app->add_option("--db", options.file, "database file")->required()->type_name("FILE");
+    sub.app->add_option("--odbc", options.odbc, "connection text of the server")->required()->type_name("TEXT");
+    sub.app->add_flag("--from-odbc", options.fromOdbc, "from the server to a new file");
+    addFormat(*sub.app, options.format);
 }
 
 /// Grouping, condition and order of a list.
@@ -337,6 +350,7 @@ std::function<int(Output&)> parseCommandLine(int count, const char* const* argum
     program.set_version_flag("--version", version, "print the version");
     program.require_subcommand(1);
     addInit(program, chosen);
+    addCopy(program, chosen);
     addCheck(program, chosen);
     addDay(program, chosen);
     addList(program, chosen);

@@ -1,6 +1,5 @@
 #include "tamarok_database/reference_database.h"
 
-#include <chrono>
 #include <memory>
 #include <string>
 
@@ -8,73 +7,16 @@
 #include "delivery_generator.h"
 #include "delivery_writer.h"
 #include "master_keys.h"
+#include "reporter.h"
 #include "table_loader.h"
 #include "tamarok_database/schema.h"
+#include "transaction.h"
 
 #include "tamarok/convert.h"
 #include "tamarok/error.h"
 
 namespace tamarok::database {
 namespace {
-
-/// Rolls back at its end unless it was committed.
-class Transaction {
-public:
-    explicit Transaction(ado::Connection& connection) : connection_{connection} { connection_.BeginTrans(); }
-    Transaction(const Transaction&) = delete;
-    Transaction& operator=(const Transaction&) = delete;
-
-    ~Transaction()
-    {
-        if (committed_) return;
-        try {
-            connection_.RollbackTrans();
-        } catch (const std::exception&) {
-            // The exception that led here is the caller's to see; the database rolls back when the session ends.
-        }
-    }
-
-    void commit()
-    {
-        connection_.CommitTrans();
-        committed_ = true;
-    }
-
-private:
-    ado::Connection& connection_;
-    bool committed_ = false;
-};
-
-/// Calls the listener, and drops reports that follow the last one within a tenth of a second.
-class Reporter {
-public:
-    explicit Reporter(const ProgressListener& listener) : listener_{listener} {}
-
-    void report(const Progress& progress)
-    {
-        last_ = Clock::now();
-        if (listener_) listener_(progress);
-    }
-
-    void reportThrottled(const Progress& progress)
-    {
-        if (listener_ && Clock::now() - last_ >= std::chrono::milliseconds{100}) report(progress);
-    }
-
-private:
-    using Clock = std::chrono::steady_clock;
-    const ProgressListener& listener_;
-    Clock::time_point last_ = Clock::now();
-};
-
-/// Runs a phase whose work is not counted.
-template <class Work>
-void runPhase(Reporter& reporter, std::string_view name, Work work)
-{
-    reporter.report({name, 0, 1});
-    work();
-    reporter.report({name, 1, 1});
-}
 
 /// Fails if a row of LOGS_RECH has no log: DeliveryWriter counts the logs from 1 and expects the database to
 /// give them the same numbers.
@@ -135,7 +77,26 @@ void writeRecords(ado::Connection& connection, const ReferenceOptions& options, 
     reporter.report({name, done, std::size(areas)});
 }
 
+void writeMasterTables(ado::Connection& connection, Reporter& reporter)
+{
+    runPhase(reporter, "Tables", [&] { createTables(connection); });
+    runPhase(reporter, "Texts", [&] { loadTexts(connection); });
+    runPhase(reporter, "Master data", [&] {
+        loadMasterData(connection);
+        loadSelectionKeys(connection);
+    });
+}
+
 } // namespace
+
+void createMasterDatabase(ado::Connection& connection, const ProgressListener& progress)
+{
+    Reporter reporter{progress};
+    Transaction transaction{connection};
+    writeMasterTables(connection, reporter);
+    runPhase(reporter, "Indexes", [&] { createIndexes(connection); });
+    transaction.commit();
+}
 
 void createReferenceDatabase(ado::Connection& connection, const ReferenceOptions& options,
                              const ProgressListener& progress)
@@ -147,12 +108,7 @@ void createReferenceDatabase(ado::Connection& connection, const ReferenceOptions
                     "createReferenceDatabase"};
     Reporter reporter{progress};
     Transaction transaction{connection};
-    runPhase(reporter, "Tables", [&] { createTables(connection); });
-    runPhase(reporter, "Texts", [&] { loadTexts(connection); });
-    runPhase(reporter, "Master data", [&] {
-        loadMasterData(connection);
-        loadSelectionKeys(connection);
-    });
+    writeMasterTables(connection, reporter);
     createLogs(connection, options, reporter);
     writeRecords(connection, options, reporter);
     runPhase(reporter, "Indexes", [&] { createIndexes(connection); });

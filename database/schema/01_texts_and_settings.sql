@@ -22,7 +22,7 @@ GO
 -- Settings of the installation, one row per property and one column per kind of value. Written by tmk_OPTIONEN_INS.
 -- Names compare exactly, as the readers of texts and dates expect.
 CREATE TABLE OPTIONEN (
-    PROPERTY_ID NVARCHAR(30) COLLATE Latin1_General_BIN NOT NULL PRIMARY KEY,
+    PROPERTY_ID NVARCHAR(30) COLLATE Latin1_General_BIN2 NOT NULL PRIMARY KEY,
     NUMBER_VALUE INT,
     DOUBLE_VALUE FLOAT,
     TEXT_VALUE NVARCHAR(100),

@@ -14,6 +14,7 @@ TEST(CommandLine, HelpIsThereForTheProgramAndEachCommand)
 {
     for (const std::vector<std::string>& words : {std::vector<std::string>{"--help"},
                                                   {"init", "--help"},
+                                                  {"copy", "--help"},
                                                   {"day", "--help"},
                                                   {"list", "--help"},
                                                   {"sql", "--help"},
@@ -54,6 +55,11 @@ TEST(CommandLine, WrongUsageIsStatus2AndOneLine)
                                                   {"init", "x.db", "--seed", "-1"},
                                                   {"init", "x.db", "--seed", "18446744073709551616"},
                                                   {"init", "x.db", "--seed", ""},
+                                                  {"init", "x.db", "--odbc", "DSN=x"},
+                                                  {"init", "--odbc", "DSN=x", "--force"},
+                                                  {"copy"},
+                                                  {"copy", "--db", "x.db"},
+                                                  {"copy", "--odbc", "DSN=x"},
                                                   {"columns"},
                                                   {"call", "--db", "a", "--odbc", "b"},
                                                   {"day", "--nothing"}}) {

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <csignal>
 #include <fstream>
 #include <poll.h>
@@ -15,6 +16,36 @@ TEST(Init, MakesOneFileAndTellsRowsAndRate)
     EXPECT_NE(outcome.output.find("100 logs in "), std::string::npos) << outcome.output;
     EXPECT_NE(outcome.output.find("logs/s"), std::string::npos) << outcome.output;
     EXPECT_EQ(outcome.errors, "");
+    EXPECT_EQ(folder.fileCount(), 1U);
+}
+
+TEST(Init, EmptyHasTextsAndMasterDataAlone)
+{
+    const ScratchFolder folder;
+    const std::string file = folder / "a.db";
+    ASSERT_EQ(run({"init", file, "--empty"}).status, 0);
+    const std::string query =
+        "SELECT (SELECT COUNT(*) FROM LOGS) AS A, (SELECT COUNT(*) FROM HOLZART WHERE HA = 'FI') AS B";
+    const Outcome count = run({"call", "--db", file}, "{\"query\":\"" + query + "\"}\n");
+    EXPECT_NE(count.output.find("[[0,1]]"), std::string::npos) << count.output;
+}
+
+/// Without a server there is no more to say than what is missing, and that no file is made.
+TEST(Copy, AMissingFileOrServerIsOneLine)
+{
+    const ScratchFolder folder;
+    const std::string file = makeDatabase(folder, 5);
+    const std::string fresh = folder / "new.db";
+    const std::string odbc = "DRIVER=/no/driver.so;SERVER=x;UID=u;PWD=secret";
+    for (const std::vector<std::string>& words : {std::vector<std::string>{"copy", "--db", fresh, "--odbc", odbc},
+                                                  {"copy", "--db", file, "--odbc", odbc},
+                                                  {"copy", "--db", fresh, "--odbc", odbc, "--from-odbc"}}) {
+        const Outcome refused = run(words);
+        EXPECT_EQ(refused.status, 1);
+        EXPECT_EQ(std::ranges::count(refused.errors, '\n'), 1) << refused.errors;
+        EXPECT_EQ(refused.errors.find("secret"), std::string::npos) << refused.errors;
+        EXPECT_EQ(refused.output, "");
+    }
     EXPECT_EQ(folder.fileCount(), 1U);
 }
 

@@ -12,8 +12,9 @@
 --
 --     EXEC sp_set_session_context N'tamarok_date_order', N'dmy'
 --
--- with dmy, mdy, ymd or ydm, the order of its short date. Where a connection has not been told, dates are read day
--- first with points, year first with hyphens, and with slashes in the session's date order (SET DATEFORMAT).
+-- with dmy, mdy, ymd or ydm, the order of its short date. Where a connection has not been told, and on a server before
+-- 2016, which has no session context, dates are read day first with points, year first with hyphens, and with slashes
+-- in the session's date order (SET DATEFORMAT).
 --
 -- Two users may store the same new property at once. The first call locks the row, or the gap where it
 -- would be (UPDLOCK, HOLDLOCK), until the end of its transaction; the second call waits and then finds the
@@ -46,7 +47,10 @@ BEGIN
         SET @GIVEN = REPLACE(@GIVEN, '. ', '.')
         IF @GIVEN LIKE '%.' SET @GIVEN = LEFT(@GIVEN, LEN(@GIVEN) - 1)
         DECLARE @ORDER VARCHAR(3)
-        SET @ORDER = CONVERT(VARCHAR(3), SESSION_CONTEXT(N'tamarok_date_order'))
+        -- Servers before 2016 have no session context, and would refuse a procedure that names the function.
+        IF OBJECT_ID(N'sys.sp_set_session_context') IS NOT NULL
+            EXEC sp_executesql N'SET @ORDER = CONVERT(VARCHAR(3), SESSION_CONTEXT(N''tamarok_date_order''))',
+                N'@ORDER VARCHAR(3) OUTPUT', @ORDER = @ORDER OUTPUT
         -- The order of a procedure ends with it.
         IF @ORDER = 'dmy' SET DATEFORMAT dmy
         IF @ORDER = 'mdy' SET DATEFORMAT mdy
@@ -66,7 +70,7 @@ BEGIN
     DECLARE @BYTES INT
     SET @BYTES = DATALENGTH(CONVERT(NVARCHAR(30), @PROPERTY))
     IF NOT EXISTS (SELECT 1 FROM OPTIONEN WITH (UPDLOCK, HOLDLOCK)
-                   WHERE PROPERTY_ID = @PROPERTY COLLATE Latin1_General_BIN AND DATALENGTH(PROPERTY_ID) = @BYTES)
+                   WHERE PROPERTY_ID = @PROPERTY COLLATE Latin1_General_BIN2 AND DATALENGTH(PROPERTY_ID) = @BYTES)
         INSERT INTO OPTIONEN (PROPERTY_ID) VALUES (@PROPERTY)
 
     -- A blank text is a text; only the empty one means Null.
@@ -75,7 +79,7 @@ BEGIN
             NUMBER_VALUE = CASE WHEN @KIND = 2 THEN @NUMBER ELSE NUMBER_VALUE END,
             DOUBLE_VALUE = CASE WHEN @KIND = 3 THEN @DOUBLE ELSE DOUBLE_VALUE END,
             DATE_VALUE = CASE WHEN @KIND = 4 THEN @DATE ELSE DATE_VALUE END
-        WHERE PROPERTY_ID = @PROPERTY COLLATE Latin1_General_BIN AND DATALENGTH(PROPERTY_ID) = @BYTES
+        WHERE PROPERTY_ID = @PROPERTY COLLATE Latin1_General_BIN2 AND DATALENGTH(PROPERTY_ID) = @BYTES
 
     COMMIT TRANSACTION
 END

@@ -1,0 +1,7167 @@
+-- Made by tamarok_server_scripts from the files of database/schema and database/data. Do not edit.
+SET QUOTED_IDENTIFIER ON
+SET ANSI_NULLS ON
+SET ANSI_PADDING ON
+SET NOCOUNT ON
+SET XACT_ABORT ON
+GO
+-- Texts of the user interface, options, form settings and labelled key groups.
+
+-- One row per text number. Each language suffix (GERMAN, ENGLISH, FRENCH) has the text itself, the customer's own
+-- wording (CUSTOM_), a short form and a long form; Null where there is none.
+IF OBJECT_ID(N'dbo.STRINGS', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.STRINGS (
+        ID_STRING INT NOT NULL PRIMARY KEY,
+        GERMAN NVARCHAR(255),
+        CUSTOM_GERMAN NVARCHAR(255),
+        SHORT_GERMAN NVARCHAR(60),
+        LONG_GERMAN NVARCHAR(400),
+        ENGLISH NVARCHAR(255),
+        CUSTOM_ENGLISH NVARCHAR(255),
+        SHORT_ENGLISH NVARCHAR(60),
+        LONG_ENGLISH NVARCHAR(400),
+        FRENCH NVARCHAR(255),
+        CUSTOM_FRENCH NVARCHAR(255),
+        SHORT_FRENCH NVARCHAR(60),
+        LONG_FRENCH NVARCHAR(400)
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- Settings of the installation, one row per property and one column per kind of value. Written by tmk_OPTIONEN_INS.
+-- Names compare exactly, as the readers of texts and dates expect.
+IF OBJECT_ID(N'dbo.OPTIONEN', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.OPTIONEN (
+        PROPERTY_ID NVARCHAR(30) COLLATE Latin1_General_BIN2 NOT NULL PRIMARY KEY,
+        NUMBER_VALUE INT,
+        DOUBLE_VALUE FLOAT,
+        TEXT_VALUE NVARCHAR(100),
+        DATE_VALUE SMALLDATETIME
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per setting of one form.
+IF OBJECT_ID(N'dbo.FORMS_CONFIG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.FORMS_CONFIG (
+        FORM_ID NVARCHAR(30) NOT NULL,
+        PROPERTY_ID NVARCHAR(50) NOT NULL,
+        NUMBER_VALUE INT,
+        PRIMARY KEY (FORM_ID, PROPERTY_ID)
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per entry of a small key list. LABEL_GROUP names the list: MENGEN holds the units of quantity.
+IF OBJECT_ID(N'dbo.STAMM_TABELLEN', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.STAMM_TABELLEN (
+        ID_STRING INT NOT NULL PRIMARY KEY,
+        LABEL_GROUP NVARCHAR(20) NOT NULL,
+        SHORTNAME NVARCHAR(20),
+        LONGNAME NVARCHAR(60),
+        DISABLE BIT,
+        SHOW_ORDER INT
+    )
+    CREATE INDEX IX_STAMM_TABELLEN_GROUP ON dbo.STAMM_TABELLEN (LABEL_GROUP, SHORTNAME)
+    COMMIT TRANSACTION
+END
+GO
+-- Organisation levels, users, their grants, sessions and record locks.
+
+-- One row per organisational unit. The code ACCESS_LEVELS is read as two-digit groups from coarse to fine; the last
+-- three are AFF, OBF and REV. "00" ends the level, zeros alone are the root.
+IF OBJECT_ID(N'dbo.ACCESS_LEVELS', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.ACCESS_LEVELS (
+        ID INT NOT NULL PRIMARY KEY,
+        ACCESS_LEVELS NVARCHAR(20) NOT NULL,
+        NAME NVARCHAR(20) NOT NULL,
+        NAME_LANG NVARCHAR(60),
+        FUNKTIONSBEREICH NVARCHAR(60),
+        ID_ACL_0 INT,
+        ID_ACL_1 INT,
+        ID_ACL_2 INT,
+        ID_ACL_3 INT,
+        ID_ACL_4 INT,
+        ID_PERSONAL INT,
+        DISABLE BIT
+    )
+    CREATE UNIQUE INDEX IX_ACCESS_LEVELS_CODE ON dbo.ACCESS_LEVELS (ACCESS_LEVELS)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per user of the application. ID_USERS_VERTRETER names the deputy.
+IF OBJECT_ID(N'dbo.USERS', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.USERS (
+        ID INT NOT NULL PRIMARY KEY,
+        NAME NVARCHAR(30) NOT NULL,
+        LONGNAME NVARCHAR(60),
+        [PASSWORD] NVARCHAR(60),
+        ID_USERS_VERTRETER INT,
+        ID_ACCESS_LEVELS INT,
+        ID_PERSONAL INT,
+        DISABLE BIT
+    )
+    CREATE UNIQUE INDEX IX_USERS_NAME ON dbo.USERS (NAME)
+    CREATE INDEX IX_USERS_VERTRETER ON dbo.USERS (ID_USERS_VERTRETER)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per user: the numbered properties. B055: lends his rights to his deputy.
+IF OBJECT_ID(N'dbo.USERS_PROPERTY', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.USERS_PROPERTY (
+        ID_USERS INT NOT NULL PRIMARY KEY,
+        B001 BIT,
+        B002 BIT,
+        B003 BIT,
+        B004 BIT,
+        B005 BIT,
+        B006 BIT,
+        B007 BIT,
+        B008 BIT,
+        B009 BIT,
+        B010 BIT,
+        B011 BIT,
+        B012 BIT,
+        B013 BIT,
+        B014 BIT,
+        B015 BIT,
+        B016 BIT,
+        B017 BIT,
+        B018 BIT,
+        B019 BIT,
+        B020 BIT,
+        B021 BIT,
+        B022 BIT,
+        B023 BIT,
+        B024 BIT,
+        B025 BIT,
+        B026 BIT,
+        B027 BIT,
+        B028 BIT,
+        B029 BIT,
+        B030 BIT,
+        B031 BIT,
+        B032 BIT,
+        B033 BIT,
+        B034 BIT,
+        B035 BIT,
+        B036 BIT,
+        B037 BIT,
+        B038 BIT,
+        B039 BIT,
+        B040 BIT,
+        B041 BIT,
+        B042 BIT,
+        B043 BIT,
+        B044 BIT,
+        B045 BIT,
+        B046 BIT,
+        B047 BIT,
+        B048 BIT,
+        B049 BIT,
+        B050 BIT,
+        B051 BIT,
+        B052 BIT,
+        B053 BIT,
+        B054 BIT,
+        B055 BIT,
+        B056 BIT,
+        B057 BIT,
+        B058 BIT,
+        B059 BIT,
+        B060 BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per pair of related rows of two tables, which RELATION names. USERS.ACCESS_LEVELS: the levels (ID_SLAVE)
+-- in which a user (ID_MASTER) may work.
+IF OBJECT_ID(N'dbo.ONETOMANY', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.ONETOMANY (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        RELATION NVARCHAR(50) NOT NULL,
+        ID_MASTER INT NOT NULL,
+        ID_SLAVE INT NOT NULL
+    )
+    CREATE UNIQUE INDEX IX_ONETOMANY_MASTER ON dbo.ONETOMANY (RELATION, ID_MASTER, ID_SLAVE)
+    CREATE INDEX IX_ONETOMANY_SLAVE ON dbo.ONETOMANY (RELATION, ID_SLAVE)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per user and right key: the personal grant to read and to write. 1 may, 0 or Null may not.
+IF OBJECT_ID(N'dbo.USERS_TREEVIEW', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.USERS_TREEVIEW (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_USERS INT NOT NULL,
+        TREEVIEW NVARCHAR(60) NOT NULL,
+        LESEN SMALLINT,
+        SCHREIBEN SMALLINT
+    )
+    CREATE UNIQUE INDEX IX_USERS_TREEVIEW_USER ON dbo.USERS_TREEVIEW (ID_USERS, TREEVIEW)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per right key: the organisational grants. The digit is the depth of the level: 3 for codes ending in
+-- 000000, 2 for 0000, 1 for 00, 0 for any other.
+IF OBJECT_ID(N'dbo.BB_ORGANISATIONS_RECHTE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_ORGANISATIONS_RECHTE (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ANWENDUNGSOBJEKTE NVARCHAR(60) NOT NULL,
+        LESEN_0 SMALLINT,
+        LESEN_1 SMALLINT,
+        LESEN_2 SMALLINT,
+        LESEN_3 SMALLINT,
+        SCHREIBEN_0 SMALLINT,
+        SCHREIBEN_1 SMALLINT,
+        SCHREIBEN_2 SMALLINT,
+        SCHREIBEN_3 SMALLINT
+    )
+    CREATE UNIQUE INDEX IX_BB_ORGANISATIONS_RECHTE_KEY ON dbo.BB_ORGANISATIONS_RECHTE (ANWENDUNGSOBJEKTE)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per session (LOGIN holds the server's clock at login) and one row per locked object (LOGIN Null, and
+-- exactly one of the object columns filled).
+IF OBJECT_ID(N'dbo.[LOCK]', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.[LOCK] (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_USERS INT,
+        LOGIN NVARCHAR(30),
+        LISTE NVARCHAR(40),
+        RECHNUNG NVARCHAR(40),
+        BELEGE INT,
+        HAB INT,
+        FAKTURA INT,
+        LOHNERFASSUNG INT,
+        BELEGBUCHUNG INT,
+        MASCHINEN INT,
+        PLANN INT,
+        PLAN_BB INT,
+        ZV_BB INT,
+        BB_MAP INT,
+        JAGD_BB INT,
+        WILD_BB INT,
+        HUNDE_BB INT,
+        STRK_BB INT,
+        WAL_BB INT,
+        STEH INT
+    )
+    CREATE INDEX IX_LOCK_USERS ON dbo.[LOCK] (ID_USERS, LOGIN)
+    CREATE INDEX IX_LOCK_LISTE ON dbo.[LOCK] (LISTE)
+    CREATE INDEX IX_LOCK_RECHNUNG ON dbo.[LOCK] (RECHNUNG)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per database login and node of the navigation tree that it has seen, kept by tmk_NodeVisible.
+IF OBJECT_ID(N'dbo.USERS_TREEVIEW_SEEN', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.USERS_TREEVIEW_SEEN (
+        LOGIN NVARCHAR(128) NOT NULL,
+        TREEVIEW NVARCHAR(200) NOT NULL,
+        SEEN DATETIME NOT NULL,
+        CONSTRAINT PK_USERS_TREEVIEW_SEEN PRIMARY KEY (LOGIN, TREEVIEW)
+    )
+    COMMIT TRANSACTION
+END
+GO
+-- Head records that can be locked besides timber lists and invoices: what a refused lock shows of them.
+
+-- One row per voucher of cost accounting. NETTO, MWST and BRUTTO are the sums of its positions, costs positive and
+-- revenues negative. ID_PERSONAL carried out the work, ID_LIEFERANT sent the invoice, ID_ACCESS_LEVELS_LAGER is the
+-- unit whose store receives material, ID_ACCESS_LEVELS_BW the unit whose budget pays.
+IF OBJECT_ID(N'dbo.BB_BELEGE_KOPF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_BELEGE_KOPF (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        BELEGNUMMER NVARCHAR(20),
+        ID_ACCESS_LEVELS INT,
+        BELEGDATUM SMALLDATETIME,
+        EINGANGSDATUM SMALLDATETIME,
+        BUCHUNGSDATUM SMALLDATETIME,
+        FALLIGKEITSDATUM SMALLDATETIME,
+        ZAHLDATUM SMALLDATETIME,
+        STORNODATUM SMALLDATETIME,
+        STORNOGRUND NVARCHAR(60),
+        JAHR SMALLINT,
+        MONAT SMALLINT,
+        BETREFF NVARCHAR(80),
+        BEMERKUNG NVARCHAR(MAX),
+        NETTO FLOAT,
+        MWST FLOAT,
+        BRUTTO FLOAT,
+        SKONTO FLOAT,
+        GEBUCHT BIT,
+        ID_PERSONAL INT,
+        ID_LIEFERANT INT,
+        ID_WALDBESITZER INT,
+        ID_BUCHNR INT,
+        ID_BB_HAUSHALT INT,
+        ID_BB_T_RECHNUNGSTYP_BELEG INT,
+        ID_BB_RECHNUNGSNUMMER_BELEG INT,
+        ID_ACCESS_LEVELS_LAGER INT,
+        ID_ACCESS_LEVELS_BW INT
+    )
+    CREATE INDEX IX_BB_BELEGE_KOPF_NUMMER ON dbo.BB_BELEGE_KOPF (BELEGNUMMER)
+    CREATE INDEX IX_BB_BELEGE_KOPF_LEVEL ON dbo.BB_BELEGE_KOPF (ID_ACCESS_LEVELS)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per timber harvest record. FWJ is the forest year, RECHTSWERT and HOCHWERT the place of the piles in metres,
+-- MENGE and STUCK the sums of its lines in solid cubic metres and pieces.
+IF OBJECT_ID(N'dbo.BB_HAB_KOPF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_HAB_KOPF (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        HAB_NUMMER NVARCHAR(20),
+        ID_ACCESS_LEVELS INT,
+        HAB_DATUM SMALLDATETIME,
+        EINSCHLAG_VON SMALLDATETIME,
+        EINSCHLAG_BIS SMALLDATETIME,
+        AUFNAHMEDATUM SMALLDATETIME,
+        FREIGABEDATUM SMALLDATETIME,
+        STORNODATUM SMALLDATETIME,
+        STORNOGRUND NVARCHAR(60),
+        FWJ SMALLINT,
+        BEZEICHNUNG NVARCHAR(80),
+        BEMERKUNG NVARCHAR(MAX),
+        AUFNEHMER NVARCHAR(60),
+        RECHTSWERT FLOAT,
+        HOCHWERT FLOAT,
+        MENGE FLOAT,
+        STUCK INT,
+        FREIGABE BIT,
+        LISTENART SMALLINT,
+        ID_WALDBESITZER INT,
+        ID_KOSTENSTELLE INT,
+        ID_BB_AUFTRAG_KOPF INT,
+        ID_BB_T_PROJEKT_PLANUNG INT,
+        ID_BB_T_OBJEKTE INT,
+        ID_BB_T_LEI_ARBEITSVERFAHEREN INT,
+        ID_BB_T_KZ_LEISTUNG INT,
+        ID_BB_T_MESSVERFAHREN INT,
+        ID_BB_T_VERKAUFSZIEL INT,
+        ID_BB_T_HAB_STATUS INT,
+        ID_HOLZPLATZ INT,
+        ID_WALDORT INT
+    )
+    CREATE INDEX IX_BB_HAB_KOPF_NUMMER ON dbo.BB_HAB_KOPF (HAB_NUMMER)
+    CREATE INDEX IX_BB_HAB_KOPF_LEVEL ON dbo.BB_HAB_KOPF (ID_ACCESS_LEVELS)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per billing record: an offer (with ID_BB_T_ANGEBOTSTYP) or an invoice (with ID_BB_T_RECHNUNGSTYP), which may
+-- rest on the offer ID_ANGEBOT. NETTO, MWST and BRUTTO are the totals of its positions and further receipts.
+IF OBJECT_ID(N'dbo.BB_FAKTURA_KOPF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_FAKTURA_KOPF (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        FA_NUMMER NVARCHAR(20),
+        ID_ACCESS_LEVELS INT,
+        ID_LIEFERANT INT,
+        ID_BB_T_RECHNUNGSTYP INT,
+        ID_BB_T_ANGEBOTSTYP INT,
+        FA_DATUM SMALLDATETIME,
+        STORNODATUM SMALLDATETIME,
+        ID_PERSONAL INT,
+        ID_ANGEBOT INT,
+        BETREFF NVARCHAR(60),
+        BEMERKUNG NVARCHAR(120),
+        KASSENZEICHEN NVARCHAR(20),
+        GULTIG_BIS SMALLDATETIME,
+        LEISTUNG_VON SMALLDATETIME,
+        LEISTUNG_BIS SMALLDATETIME,
+        FALLIG_AM SMALLDATETIME,
+        BEZAHLT_AM SMALLDATETIME,
+        SKONTO FLOAT,
+        NETTO FLOAT,
+        MWST FLOAT,
+        BRUTTO FLOAT,
+        FREIGABE BIT,
+        ID_BB_HAUSHALT INT,
+        ID_HH_KAPITEL INT,
+        ID_HH_TITEL INT,
+        ID_BB_T_UNTERKONTO INT,
+        ID_BUCHNR INT,
+        ID_BB_T_KASSE INT,
+        ID_BB_T_FSC INT,
+        ID_BB_HAB_RECHNUNG INT,
+        ID_BB_HAB_ANGEBOT INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per month of wage entry of one level. SUMME_: totals of the entries.
+IF OBJECT_ID(N'dbo.LOHNERFASSUNG_KOPF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.LOHNERFASSUNG_KOPF (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        BUCHUNGS_YEAR SMALLINT,
+        BUCHUNGS_MONTH SMALLINT,
+        ID_ACCESS_LEVELS INT,
+        NUMMER NVARCHAR(20),
+        DATUM SMALLDATETIME,
+        ID_USERS INT,
+        ABGESCHLOSSEN BIT,
+        ABSCHLUSSDATUM SMALLDATETIME,
+        SUMME_STUNDEN FLOAT,
+        SUMME_BETRAG FLOAT,
+        BEMERKUNG NVARCHAR(80)
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per voucher booking of the document book. EINNAHME 1: receipt from a customer, 0: expense to a supplier.
+-- KONTO, GEGENKONTO and KOSTENSTELLE are numbers as booked. MWST in percent; NETTOBETRAG is the sum of the lines,
+-- SKONTO the discount granted or taken.
+IF OBJECT_ID(N'dbo.SCH_BELEGE_KOPF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.SCH_BELEGE_KOPF (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        BELEGNUMMER NVARCHAR(20),
+        ID_ACCESS_LEVELS INT,
+        BELEGART NVARCHAR(20),
+        EINNAHME BIT,
+        BELEGDATUM SMALLDATETIME,
+        BUCHUNGSDATUM SMALLDATETIME,
+        FALLIG_AM SMALLDATETIME,
+        BEZAHLT_AM SMALLDATETIME,
+        ID_PERSONAL INT,
+        ID_BB_T_ZAHLART INT,
+        ID_USERS INT,
+        KONTO NVARCHAR(10),
+        GEGENKONTO NVARCHAR(10),
+        KOSTENSTELLE NVARCHAR(10),
+        BUCHUNGSTEXT NVARCHAR(80),
+        EXTERNE_NUMMER NVARCHAR(30),
+        MWST FLOAT,
+        NETTOBETRAG FLOAT,
+        MWST_BETRAG FLOAT,
+        BRUTTOBETRAG FLOAT,
+        SKONTO FLOAT,
+        BEMERKUNG NVARCHAR(255),
+        ERSTELLUNGSDATUM SMALLDATETIME,
+        STORNODATUM SMALLDATETIME
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per machine log. SATZ: rate per operating hour; the sums of hours, fuel and costs run since the purchase.
+IF OBJECT_ID(N'dbo.SCH_MASCHINENBUCH', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.SCH_MASCHINENBUCH (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        ID_ACCESS_LEVELS INT,
+        BEZEICHNUNG NVARCHAR(60),
+        DISABLE BIT,
+        ID_USERS INT,
+        ID_BBF_GRUPPE INT,
+        HERSTELLER NVARCHAR(40),
+        TYP NVARCHAR(40),
+        KENNZEICHEN NVARCHAR(15),
+        FAHRGESTELLNUMMER NVARCHAR(20),
+        BAUJAHR SMALLINT,
+        LEISTUNG_KW INT,
+        GEWICHT FLOAT,
+        ANSCHAFFUNGSDATUM SMALLDATETIME,
+        ANSCHAFFUNGSWERT FLOAT,
+        NUTZUNGSDAUER INT,
+        ABSCHREIBUNG FLOAT,
+        RESTWERT FLOAT,
+        SATZ FLOAT,
+        BETRIEBSSTUNDEN FLOAT,
+        TREIBSTOFF FLOAT,
+        TREIBSTOFFKOSTEN FLOAT,
+        REPARATURKOSTEN FLOAT,
+        PRUEFDATUM SMALLDATETIME,
+        AUSSCHEIDUNGSDATUM SMALLDATETIME
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per plan.
+IF OBJECT_ID(N'dbo.PLAN_KOPF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.PLAN_KOPF (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        PLANNUMMER NVARCHAR(20),
+        ID_ACCESS_LEVELS INT,
+        BEZEICHNUNG NVARCHAR(60),
+        BESCHREIBUNG NVARCHAR(255),
+        JAHR SMALLINT,
+        DATUM SMALLDATETIME,
+        DATUM_VON SMALLDATETIME,
+        DATUM_BIS SMALLDATETIME,
+        MENGE FLOAT,
+        STUNDEN FLOAT,
+        KOSTEN FLOAT,
+        ERLOESE FLOAT,
+        DECKUNGSBEITRAG FLOAT,
+        GENEHMIGT BIT,
+        ABGESCHLOSSEN BIT,
+        ID_USER INT,
+        ID_PRODUKT INT,
+        ID_OBJEKT INT,
+        ID_VERFAHREN INT,
+        ID_BB_T_PROJEKT_PLANUNG INT,
+        ID_BB_T_AUFTRAGS_PLANUNG INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per plan of the BB edition.
+IF OBJECT_ID(N'dbo.BB_PLAN_KOPF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_PLAN_KOPF (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        PLAN_NUMMER NVARCHAR(20),
+        ID_ACCESS_LEVELS INT,
+        BEZEICHNUNG NVARCHAR(60),
+        DATUM SMALLDATETIME,
+        JAHR SMALLINT,
+        GENEHMIGUNGSDATUM SMALLDATETIME,
+        STORNODATUM SMALLDATETIME,
+        BEMERKUNG NVARCHAR(255),
+        SUMME_STUNDEN FLOAT,
+        SUMME_KOSTEN FLOAT,
+        SUMME_ERLOESE FLOAT,
+        ID_KOSTENSTELLE INT,
+        ID_PERSONAL INT,
+        ID_BB_T_PROJEKT_PLANUNG INT,
+        ID_WALDORT INT,
+        ID_BB_T_MASSNAHMETYP INT,
+        ID_BB_T_PLANSTATUS INT,
+        ID_BB_T_PRIORITAT INT,
+        ID_BB_T_ZEITRAUM INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per order.
+IF OBJECT_ID(N'dbo.BB_AUFTRAG_KOPF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_AUFTRAG_KOPF (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        AUFTRAG_NUMMER NVARCHAR(20),
+        ID_ACCESS_LEVELS INT,
+        DATUM SMALLDATETIME,
+        ID_BB_T_AUFTRAGSTYP INT,
+        ID_BB_T_AUFTRAGSSTATUS INT,
+        BEZEICHNUNG NVARCHAR(80),
+        JAHR SMALLINT,
+        BEGINN SMALLDATETIME,
+        ENDE SMALLDATETIME,
+        FREIGABEDATUM SMALLDATETIME,
+        STORNODATUM SMALLDATETIME,
+        BEMERKUNG NVARCHAR(255),
+        SUMME_STUNDEN FLOAT,
+        SUMME_KOSTEN FLOAT,
+        ID_PERSONAL INT,
+        ID_BB_PLAN_KOPF INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per monthly work plan.
+IF OBJECT_ID(N'dbo.BB_MAP_KOPF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_MAP_KOPF (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        MAP_NUMMER NVARCHAR(20),
+        ID_ACCESS_LEVELS INT,
+        DATUM SMALLDATETIME,
+        MONAT SMALLINT,
+        JAHR SMALLINT,
+        ARBEITSTAGE SMALLINT,
+        FREIGABEDATUM SMALLDATETIME,
+        STORNODATUM SMALLDATETIME,
+        BEMERKUNG NVARCHAR(255),
+        SUMME_STUNDEN FLOAT,
+        ID_BB_T_ARBEITSGRUPPE INT,
+        ID_BB_T_MAP_STATUS INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per hunting plan of a district and a hunting year (April to March, such as 2024/25). FLACHE in hectares;
+-- VERBISSPROZENT: browsed young trees in percent. The sums are those of the plan's positions.
+IF OBJECT_ID(N'dbo.BB_ABSCHUSSPLAN_KOPF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_ABSCHUSSPLAN_KOPF (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        JAGDJAHR NVARCHAR(9),
+        ID_ACCESS_LEVELS INT,
+        NUMMER NVARCHAR(20),
+        ID_BB_JAGDBEZIRKE INT,
+        DATUM SMALLDATETIME,
+        GULTIG_VON SMALLDATETIME,
+        GULTIG_BIS SMALLDATETIME,
+        GENEHMIGT_AM SMALLDATETIME,
+        GENEHMIGT_VON NVARCHAR(60),
+        HEGEGEMEINSCHAFT NVARCHAR(60),
+        FLACHE FLOAT,
+        VERBISSPROZENT FLOAT,
+        SUMME_SOLL INT,
+        SUMME_IST INT,
+        SUMME_FALLWILD INT,
+        BEMERKUNG NVARCHAR(255),
+        ERSTELLUNGSDATUM SMALLDATETIME,
+        STORNODATUM SMALLDATETIME
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per game origin record: a piece of game, with its mark. ERLEGER brought it down, PERSONAL1 bought it,
+-- PERSONAL2 guided the hunt. REV: forest district of the place. GEWICHT in kg, dressed; PREIS per kg; MWST in
+-- percent. ID_BB_FAKTURA_KOPF bills the venison, ID_BB_FAKTURA_KOPF_GEBUHR the fee for the trophy. TROPHAENGEWICHT
+-- in kg.
+IF OBJECT_ID(N'dbo.BB_WILDURSPRUNGS', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_WILDURSPRUNGS (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        WILDMARKENNUMMER NVARCHAR(20),
+        ID_ACCESS_LEVELS INT,
+        DATUM SMALLDATETIME,
+        UHRZEIT NVARCHAR(5),
+        ID_ACCESS_LEVELS_ERSTELLER INT,
+        ID_ACCESS_LEVELS_REV INT,
+        ID_BB_JAGDBEZIRKE INT,
+        ID_PERSONAL_ERLEGER INT,
+        ID_PERSONAL1 INT,
+        ID_PERSONAL2 INT,
+        ID_WALDORT INT,
+        ID_BB_T_WILDART INT,
+        ID_BB_T_GESCHLECHT INT,
+        ID_BB_T_ALTERSKLASSE INT,
+        ID_BB_T_TODESURSACHE INT,
+        ID_BB_T_JAGDART INT,
+        ID_BB_FAKTURA_KOPF INT,
+        ID_BB_FAKTURA_KOPF_GEBUHR INT,
+        ID_WARENKATALOG INT,
+        STUCK INT,
+        GEWICHT FLOAT,
+        PREIS FLOAT,
+        NETTOBETRAG FLOAT,
+        MWST FLOAT,
+        MWST_BETRAG FLOAT,
+        BRUTTOBETRAG FLOAT,
+        ABSCHUSSGEBUHR FLOAT,
+        ALTER_JAHRE INT,
+        TROPHAE NVARCHAR(40),
+        ENDENZAHL INT,
+        TROPHAENGEWICHT FLOAT,
+        SCHUSSZAHL INT,
+        NACHSUCHE BIT,
+        FLEISCHBESCHAU NVARCHAR(40),
+        TRICHINENPROBE NVARCHAR(20),
+        WILDKAMMER NVARCHAR(40),
+        BEMERKUNG NVARCHAR(255),
+        ERSTELLUNGSDATUM SMALLDATETIME,
+        STORNODATUM SMALLDATETIME
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per hunting dog. GEBURTSNAME: name in the stud book. SCHULTERHOHE in cm, GEWICHT in kg. NACHSUCHEN:
+-- searches for wounded game, NACHSUCHEN_ERFOLG those that found it. ENTSCHADIGUNG: allowance of the year.
+IF OBJECT_ID(N'dbo.BB_JAGDHUNDE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_JAGDHUNDE (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        ID_ACCESS_LEVELS INT,
+        GEBURTSNAME NVARCHAR(60),
+        RUFNAME NVARCHAR(30),
+        ID_ACCESS_LEVELS_ERSTELLER INT,
+        ID_ACCESS_LEVELS_REV INT,
+        ID_BB_JAGDBEZIRKE INT,
+        ID_PERSONAL_HUNDEFUHRER INT,
+        ID_BB_T_HUNDERASSE INT,
+        ID_BB_T_JAGERSTATUS INT,
+        GESCHLECHT NVARCHAR(10),
+        FARBE NVARCHAR(30),
+        WURFDATUM SMALLDATETIME,
+        ZUCHTBUCHNUMMER NVARCHAR(20),
+        CHIPNUMMER NVARCHAR(20),
+        STEUERMARKE NVARCHAR(20),
+        SCHULTERHOHE INT,
+        GEWICHT FLOAT,
+        PRUFUNG NVARCHAR(40),
+        PRUFUNG_DATUM SMALLDATETIME,
+        PRUFUNG_PUNKTE INT,
+        ANERKANNT BIT,
+        ANERKANNT_AB SMALLDATETIME,
+        ANERKANNT_BIS SMALLDATETIME,
+        IMPFUNG_BIS SMALLDATETIME,
+        VERSICHERUNG_BIS SMALLDATETIME,
+        NACHSUCHEN INT,
+        NACHSUCHEN_ERFOLG INT,
+        EINSATZTAGE INT,
+        ENTSCHADIGUNG FLOAT,
+        ABGANGSDATUM SMALLDATETIME,
+        ABGANGSGRUND NVARCHAR(40),
+        BEMERKUNG NVARCHAR(255),
+        ERSTELLUNGSDATUM SMALLDATETIME,
+        STORNODATUM SMALLDATETIME
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per small-game bag: the game of one species of one hunt. OBF: senior forest office. PERSONAL2 led the hunt.
+-- STUCK = MANNLICH + WEIBLICH + unknown. GEWICHT in kg, PREIS per piece, ERLOS = STUCK x PREIS.
+IF OBJECT_ID(N'dbo.BB_STRECKE_NIEDER', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_STRECKE_NIEDER (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        ID_ACCESS_LEVELS INT,
+        JAGDJAHR NVARCHAR(9),
+        DATUM SMALLDATETIME,
+        ID_ACCESS_LEVELS_ERSTELLER INT,
+        ID_ACCESS_LEVELS_OBF INT,
+        ID_BB_JAGDBEZIRKE INT,
+        ID_PERSONAL_ERLEGER INT,
+        ID_PERSONAL2 INT,
+        ID_BB_T_WILDART INT,
+        ID_BB_T_JAGDART INT,
+        ID_BB_T_LANDKREIS INT,
+        ID_BB_T_TODESURSACHE INT,
+        ID_BB_T_JAGERSTATUS INT,
+        ID_WALDORT INT,
+        STUCK INT,
+        MANNLICH INT,
+        WEIBLICH INT,
+        GEWICHT FLOAT,
+        SCHUTZEN INT,
+        TREIBER INT,
+        HUNDE INT,
+        VERWERTUNG NVARCHAR(30),
+        PREIS FLOAT,
+        ERLOS FLOAT,
+        UNTERSUCHT BIT,
+        BEMERKUNG NVARCHAR(255),
+        ERSTELLUNGSDATUM SMALLDATETIME,
+        STORNODATUM SMALLDATETIME
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per month of forest workers' wages of one level. SUMME_: totals of the bookings.
+IF OBJECT_ID(N'dbo.BB_WALDARBEITERLOHN_KOPF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_WALDARBEITERLOHN_KOPF (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ABRECHNUNGSMONAT SMALLINT,
+        JAHR SMALLINT,
+        ID_ACCESS_LEVELS INT,
+        NUMMER NVARCHAR(20),
+        DATUM SMALLDATETIME,
+        ID_BB_SCHNITTSTELLE_KOPF INT,
+        ABGERECHNET BIT,
+        AUSZAHLUNGSDATUM SMALLDATETIME,
+        ARBEITER INT,
+        SUMME_STUNDEN FLOAT,
+        SUMME_LOHN FLOAT,
+        SUMME_AUFSCHLAG FLOAT,
+        SUMME_GESAMT FLOAT,
+        BEMERKUNG NVARCHAR(80)
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per survey of standing timber: FLACHE in hectares, SEEHOHE, RUCKEDISTANZ in m, HANGNEIGUNG in percent.
+-- RELTABLE1 to RELTABLE16 point to the free lists of T_STEH_RELTABLE. STAMMZAHL to DECKUNGSBEITRAG are the sums of its
+-- rows in STEH_AUFNAHMEPROTOKOLL.
+IF OBJECT_ID(N'dbo.STEH_AUFNAHMEPROTOKOLL_KOPF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.STEH_AUFNAHMEPROTOKOLL_KOPF (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        ID_ACCESS_LEVELS INT,
+        BEZEICHNUNG NVARCHAR(60),
+        AUFNAHMEDATUM SMALLDATETIME,
+        ERFASSUNGSDATUM SMALLDATETIME,
+        FWJ SMALLINT,
+        AUFNEHMER NVARCHAR(40),
+        WALDORT NVARCHAR(80),
+        FLACHE FLOAT,
+        SEEHOHE INT,
+        HANGNEIGUNG INT,
+        RUCKEDISTANZ INT,
+        BESTANDESALTER INT,
+        BONITAT FLOAT,
+        BESTOCKUNGSGRAD FLOAT,
+        KOORDINATE_X FLOAT,
+        KOORDINATE_Y FLOAT,
+        ID_T_STEH_WUCHSREGION INT,
+        RELTABLE1 INT,
+        RELTABLE2 INT,
+        RELTABLE3 INT,
+        RELTABLE4 INT,
+        RELTABLE5 INT,
+        RELTABLE6 INT,
+        RELTABLE7 INT,
+        RELTABLE8 INT,
+        RELTABLE9 INT,
+        RELTABLE10 INT,
+        RELTABLE11 INT,
+        RELTABLE12 INT,
+        RELTABLE13 INT,
+        RELTABLE14 INT,
+        RELTABLE15 INT,
+        RELTABLE16 INT,
+        ID_NUTZUNGSART INT,
+        ID_KALAMITAET INT,
+        ID_PERSONAL INT,
+        ID_USERS INT,
+        ID_PRODUKT INT,
+        ID_OBJEKT INT,
+        ID_BB_T_PROJEKT_PLANUNG INT,
+        ID_BB_T_AUFTRAGS_PLANUNG INT,
+        ID_VERFAHREN INT,
+        STAMMZAHL INT,
+        VOLUMEN FLOAT,
+        ERNTEVOLUMEN FLOAT,
+        ERLOS FLOAT,
+        KOSTEN FLOAT,
+        DECKUNGSBEITRAG FLOAT,
+        ABGESCHLOSSEN BIT,
+        ABSCHLUSSDATUM SMALLDATETIME,
+        BEMERKUNG NVARCHAR(255)
+    )
+    COMMIT TRANSACTION
+END
+GO
+-- Keys of timber measurement: species, assortments, classes, units, bark and conversion factors.
+
+-- One row per tree species. LNH tells softwood from hardwood, ZUORD_MSZ assigns the species to the price table
+-- D_MSZ.
+IF OBJECT_ID(N'dbo.HOLZART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.HOLZART (
+        ID INT NOT NULL PRIMARY KEY,
+        HA NVARCHAR(10) NOT NULL,
+        HA_LANG NVARCHAR(50) NOT NULL,
+        LNH NVARCHAR(10),
+        HAGR1 NVARCHAR(30),
+        HAGR2 NVARCHAR(30),
+        HAGR3 NVARCHAR(30),
+        HAGR4 NVARCHAR(30),
+        HAGR5 NVARCHAR(30),
+        ZUORD_MSZ NVARCHAR(10),
+        ID_BB_TSM_BAGUMF INT,
+        SHOW_ORDER INT,
+        NUMMER NVARCHAR(10),
+        ID_BB_TSM_BAGLA INT,
+        STANDART_PLAN BIT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    CREATE UNIQUE INDEX IX_HOLZART_HA ON dbo.HOLZART (HA)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per assortment. STKL, GKL, HOLZART, RINDENKENNZ and MENGENEINHEIT are comma lists of the keys that the
+-- assortment allows, empty for all; the four factors are defaults where no rule of U_FAKT applies. RUND to MANTEL
+-- are the measure kinds it is offered for, SOR_1 to SOR_9 the kinds of sorting, EINGABE_KLST the kind of a measured
+-- line.
+IF OBJECT_ID(N'dbo.HOLZSORTE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.HOLZSORTE (
+        ID INT NOT NULL PRIMARY KEY,
+        HS NVARCHAR(10) NOT NULL,
+        HS_LANG NVARCHAR(50) NOT NULL,
+        HSGR1 NVARCHAR(30),
+        HSGR2 NVARCHAR(30),
+        HSGR3 NVARCHAR(30),
+        HSGR4 NVARCHAR(30),
+        HSGR5 NVARCHAR(30),
+        ZUORD_MSZ NVARCHAR(10),
+        NOT_CALC_STKL BIT,
+        STKL NVARCHAR(255),
+        ATO_UFA FLOAT,
+        LUT_UFA FLOAT,
+        RM_UFA FLOAT,
+        STK100_UFA FLOAT,
+        ID_TSM_SOG_UMF INT,
+        SHOW_ORDER INT,
+        NUMMER NVARCHAR(10),
+        GKL NVARCHAR(255),
+        HOLZART NVARCHAR(255),
+        RINDENKENNZ NVARCHAR(255),
+        MENGENEINHEIT NVARCHAR(255),
+        RUND BIT,
+        SCHICHT BIT,
+        STANG BIT,
+        GEWICHT BIT,
+        WERK BIT,
+        MANTEL BIT,
+        EINGABE_KLST SMALLINT,
+        ID_BB_TSM_SOGLA INT,
+        ID_BB_TSM_STKLG INT,
+        STANDART_PLAN BIT,
+        LDNR INT,
+        SOR_1 BIT,
+        SOR_2 BIT,
+        SOR_3 BIT,
+        SOR_4 BIT,
+        SOR_5 BIT,
+        SOR_6 BIT,
+        SOR_7 BIT,
+        SOR_8 BIT,
+        SOR_9 BIT,
+        DISABLE BIT
+    )
+    CREATE UNIQUE INDEX IX_HOLZSORTE_HS ON dbo.HOLZSORTE (HS)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per quality class.
+IF OBJECT_ID(N'dbo.GUETEKLASSE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.GUETEKLASSE (
+        ID INT NOT NULL PRIMARY KEY,
+        GKL NVARCHAR(10) NOT NULL,
+        GKL_LANG NVARCHAR(50) NOT NULL,
+        GKL_GRUPPE1 NVARCHAR(30),
+        GKL_GRUPPE2 NVARCHAR(30),
+        GKL_GRUPPE3 NVARCHAR(30),
+        GKL_GRUPPE4 NVARCHAR(30),
+        GKL_GRUPPE5 NVARCHAR(30),
+        SHOW_ORDER INT,
+        DISABLE BIT
+    )
+    CREATE UNIQUE INDEX IX_GUETEKLASSE_GKL ON dbo.GUETEKLASSE (GKL)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per strength class with inclusive diameter bounds in cm, under bark and (_OR) over bark. STANDART_LEER:
+-- offered where no class fits.
+IF OBJECT_ID(N'dbo.STKL', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.STKL (
+        ID INT NOT NULL PRIMARY KEY,
+        STKL NVARCHAR(10) NOT NULL,
+        STKL_LANG NVARCHAR(50),
+        STKL_GR1 NVARCHAR(30),
+        DM_VON FLOAT,
+        DM_BIS FLOAT,
+        DM_VON_OR FLOAT,
+        DM_BIS_OR FLOAT,
+        ID_TSM_STKLG_UMF INT,
+        SHOW_ORDER INT,
+        [LONG] NVARCHAR(60),
+        ID_BB_TSM_STKLG INT,
+        STANDART_LEER BIT,
+        DISABLE BIT
+    )
+    CREATE UNIQUE INDEX IX_STKL_STKL ON dbo.STKL (STKL)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per bark key. CALCULATION: the deduction is computed from RINDENABZUG.
+IF OBJECT_ID(N'dbo.RINDENKENNZ', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.RINDENKENNZ (
+        ID_RINDENKENNZ INT NOT NULL PRIMARY KEY,
+        RINDENKENNZ NVARCHAR(10) NOT NULL,
+        RINDENKZ_LANG NVARCHAR(50),
+        CALCULATION BIT,
+        SHOW_ORDER INT,
+        DISABLE BIT
+    )
+    CREATE UNIQUE INDEX IX_RINDENKENNZ_KEY ON dbo.RINDENKENNZ (RINDENKENNZ)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per tree species and period of a bark table: up to twenty support points, diameters in cm (SW) ascending
+-- with the deduction (RA) in cm, or in percent where RINDEPROZENT is set.
+IF OBJECT_ID(N'dbo.RINDENABZUG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.RINDENABZUG (
+        ID INT NOT NULL PRIMARY KEY,
+        HA NVARCHAR(10) NOT NULL,
+        GUELTIG_BIS SMALLDATETIME,
+        RINDENTABELLE INT,
+        RINDEPROZENT BIT,
+        SW1 FLOAT,
+        SW2 FLOAT,
+        SW3 FLOAT,
+        SW4 FLOAT,
+        SW5 FLOAT,
+        SW6 FLOAT,
+        SW7 FLOAT,
+        SW8 FLOAT,
+        SW9 FLOAT,
+        SW10 FLOAT,
+        SW11 FLOAT,
+        SW12 FLOAT,
+        SW13 FLOAT,
+        SW14 FLOAT,
+        SW15 FLOAT,
+        SW16 FLOAT,
+        SW17 FLOAT,
+        SW18 FLOAT,
+        SW19 FLOAT,
+        SW20 FLOAT,
+        RA1 FLOAT,
+        RA2 FLOAT,
+        RA3 FLOAT,
+        RA4 FLOAT,
+        RA5 FLOAT,
+        RA6 FLOAT,
+        RA7 FLOAT,
+        RA8 FLOAT,
+        RA9 FLOAT,
+        RA10 FLOAT,
+        RA11 FLOAT,
+        RA12 FLOAT,
+        RA13 FLOAT,
+        RA14 FLOAT,
+        RA15 FLOAT,
+        RA16 FLOAT,
+        RA17 FLOAT,
+        RA18 FLOAT,
+        RA19 FLOAT,
+        RA20 FLOAT
+    )
+    CREATE INDEX IX_RINDENABZUG_HA ON dbo.RINDENABZUG (HA)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per unit. The flags say what a unit measures; MENGE_DECIMAL its decimals.
+IF OBJECT_ID(N'dbo.WARENEINHEIT', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.WARENEINHEIT (
+        EINHEIT_ID INT NOT NULL PRIMARY KEY,
+        EINHEIT NVARCHAR(10) NOT NULL,
+        EINHEIT_LANG NVARCHAR(50),
+        FM BIT,
+        RM BIT,
+        GEWICHT_ATRO BIT,
+        STUCK BIT,
+        HSTUCK BIT,
+        GEWICHT_LUTRO BIT,
+        SRM BIT,
+        ENERGIE BIT,
+        MENGE_DECIMAL SMALLINT,
+        SHOW_ORDER INT,
+        NUMMER NVARCHAR(10),
+        BESCHREIBUNG NVARCHAR(60),
+        HOLZ BIT,
+        MEMENGE BIT,
+        MEFLACHE BIT,
+        EST BIT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    CREATE UNIQUE INDEX IX_WARENEINHEIT_EINHEIT ON dbo.WARENEINHEIT (EINHEIT)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per rule for conversion factors; Null in a condition is any value, the lowest ORDERBY wins.
+IF OBJECT_ID(N'dbo.U_FAKT', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.U_FAKT (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_DSART INT,
+        ID_HA INT,
+        ID_HS INT,
+        ID_ME INT,
+        ID_GKL INT,
+        ID_STKL INT,
+        ID_RINDENKENNZ INT,
+        LANGE_VON FLOAT,
+        LANGE_BIS FLOAT,
+        ORDERBY INT NOT NULL,
+        ATO_UFA FLOAT,
+        LUT_UFA FLOAT,
+        RM_UFA FLOAT,
+        STK100_UFA FLOAT
+    )
+    CREATE INDEX IX_U_FAKT_ORDERBY ON dbo.U_FAKT (ORDERBY)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per pair of assortment and unit: CALC says whether it is convertible. Null in a key is any.
+IF OBJECT_ID(N'dbo.TSM_MENGECALC', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.TSM_MENGECALC (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_HOLZSORTE INT,
+        ID_WARENEINHEIT INT,
+        CALC SMALLINT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per conversion value by species, assortment and strength class groups and unit.
+IF OBJECT_ID(N'dbo.TSP_UMF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.TSP_UMF (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_BB_TSM_BAGUMF INT,
+        ID_TSM_SOG_UMF INT,
+        ID_TSM_STKLG_UMF INT,
+        ID_WARENEINHEIT INT,
+        UMF_WERT FLOAT
+    )
+    CREATE INDEX IX_TSP_UMF_GROUPS ON dbo.TSP_UMF (ID_BB_TSM_BAGUMF, ID_TSM_SOG_UMF, ID_TSM_STKLG_UMF, ID_WARENEINHEIT)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per class of the mean piece volume, inclusive bounds in cubic metres.
+IF OBJECT_ID(N'dbo.KUBATURKLASSE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.KUBATURKLASSE (
+        KKLASSE NVARCHAR(10) NOT NULL PRIMARY KEY,
+        [TEXT] NVARCHAR(30),
+        VOLUME_FROM FLOAT,
+        VOLUME_TO FLOAT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of a measured line: 1 single log, 2 logs of one strength class, 3 collective entry.
+IF OBJECT_ID(N'dbo.KLST', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.KLST (
+        ID SMALLINT NOT NULL PRIMARY KEY,
+        [SHORT] NVARCHAR(10),
+        [LONG] NVARCHAR(50)
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per measure kind. ALLOW_MENGE: entered as a quantity, without single logs.
+IF OBJECT_ID(N'dbo.DSART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.DSART (
+        ID SMALLINT NOT NULL PRIMARY KEY,
+        NAME NVARCHAR(50),
+        KURZ NVARCHAR(10),
+        [SHORT] NVARCHAR(10),
+        NUMMER NVARCHAR(10),
+        ALLOW_MENGE BIT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of timber list.
+IF OBJECT_ID(N'dbo.LISTENART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.LISTENART (
+        LISTENART SMALLINT NOT NULL PRIMARY KEY,
+        [TEXT] NVARCHAR(50),
+        [SHORT] NVARCHAR(10),
+        NUMMER NVARCHAR(10),
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of felling.
+IF OBJECT_ID(N'dbo.NUTZUNGSART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.NUTZUNGSART (
+        ID INT NOT NULL PRIMARY KEY,
+        NA NVARCHAR(10) NOT NULL,
+        NA_LANG NVARCHAR(50),
+        NA_GROUP NVARCHAR(30),
+        ALLOW_HOLZ BIT,
+        DISABLE BIT
+    )
+    CREATE UNIQUE INDEX IX_NUTZUNGSART_NA ON dbo.NUTZUNGSART (NA)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per cause of calamity fellings.
+IF OBJECT_ID(N'dbo.KALAMITAET', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.KALAMITAET (
+        ID INT NOT NULL PRIMARY KEY,
+        KA NVARCHAR(10) NOT NULL,
+        KA_LANG NVARCHAR(50),
+        GRUPPE NVARCHAR(30),
+        DISABLE BIT
+    )
+    CREATE UNIQUE INDEX IX_KALAMITAET_KA ON dbo.KALAMITAET (KA)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per guide price in euro per cubic metre by measure kind, strength class and the price groups of species
+-- and assortment.
+IF OBJECT_ID(N'dbo.D_MSZ', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.D_MSZ (
+        ID INT NOT NULL PRIMARY KEY,
+        DSART SMALLINT NOT NULL,
+        STKL NVARCHAR(10) NOT NULL,
+        HA NVARCHAR(10) NOT NULL,
+        HS NVARCHAR(10) NOT NULL,
+        MSZ_EURO FLOAT
+    )
+    CREATE UNIQUE INDEX IX_D_MSZ_KEY ON dbo.D_MSZ (DSART, STKL, HA, HS)
+    COMMIT TRANSACTION
+END
+GO
+-- Partners, forest locations and the free relation lists.
+
+-- One row per partner: customers, forest owners, carriers, contractors and staff. The flags WALDBESITZER to
+-- SONSTIGER are their roles; KOSTENART to VERFAHREN name the charts (TABLE_NAME of those tables) that an owner
+-- uses. ANTEILSFAKTOR: share in a common forest, BEITRAGSFAKTOR: share in the association's contributions.
+IF OBJECT_ID(N'dbo.PERSONAL', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.PERSONAL (
+        ID_PERSONAL INT NOT NULL PRIMARY KEY,
+        KURZBEZEICHNUNG NVARCHAR(40) NOT NULL,
+        NUMMER NVARCHAR(20),
+        GRUPPE NVARCHAR(30),
+        ANREDE NVARCHAR(20),
+        TITEL NVARCHAR(20),
+        VORNAME NVARCHAR(40),
+        NAME NVARCHAR(60),
+        BEZEICHNUNG NVARCHAR(80),
+        POSTFACH NVARCHAR(20),
+        STRASSE NVARCHAR(60),
+        PLZ NVARCHAR(10),
+        NATION NVARCHAR(3),
+        ORT NVARCHAR(60),
+        TELEFON NVARCHAR(30),
+        EMAIL NVARCHAR(80),
+        MWST FLOAT,
+        KUN_GR0 NVARCHAR(20),
+        KUN_GR1 NVARCHAR(20),
+        KUN_GR2 NVARCHAR(20),
+        KUN_GR3 NVARCHAR(20),
+        KUN_GR4 NVARCHAR(20),
+        KUN_GR5 NVARCHAR(20),
+        KUN_GR6 NVARCHAR(20),
+        KUN_GR7 NVARCHAR(20),
+        KUN_GR8 NVARCHAR(20),
+        ZERTIFIZIENUNG NVARCHAR(40),
+        ZERTIFIZIENUNG_DATUM SMALLDATETIME,
+        ZERTIFIZIENUNG_DATUM_BIS SMALLDATETIME,
+        MITGLIED BIT,
+        OPTIERENDERBETRIEB BIT,
+        HEKTAR FLOAT,
+        ID_BB_T_EIGENTUMSART INT,
+        ID_T_MITGLIEDSART INT,
+        ID_ACCESS_LEVELS INT,
+        ANGEMELDET BIT,
+        ERINNERUNGAKTIV BIT,
+        BEMERKUNG NVARCHAR(MAX),
+        WALDBESITZER BIT,
+        LIEFERANT BIT,
+        ARBEITER BIT,
+        KUNDE BIT,
+        MANDANTEN BIT,
+        ABRECH1 BIT,
+        ABRECH2 BIT,
+        ABRECH3 BIT,
+        ABRECH4 BIT,
+        ABRECH5 BIT,
+        ABRECH6 BIT,
+        ABRECH7 BIT,
+        ABRECH8 BIT,
+        SONSTIGER BIT,
+        KOSTENART NVARCHAR(30),
+        KOSTENSTELLE NVARCHAR(30),
+        OBJEKT NVARCHAR(30),
+        LEISTUNGSART NVARCHAR(30),
+        PRODUKT NVARCHAR(30),
+        HH_KAPITEL NVARCHAR(30),
+        HH_TITEL NVARCHAR(30),
+        VERFAHREN NVARCHAR(30),
+        ID_BB_T_BESTEUERUNGSART INT,
+        DISABLE BIT,
+        FAX NVARCHAR(30),
+        MOBIL NVARCHAR(30),
+        INTERNET NVARCHAR(80),
+        GEBURTSDATUM SMALLDATETIME,
+        UID_NUMMER NVARCHAR(20),
+        STEUERNUMMER NVARCHAR(20),
+        BETRIEBSNUMMER NVARCHAR(20),
+        BANK NVARCHAR(60),
+        IBAN NVARCHAR(34),
+        BIC NVARCHAR(11),
+        ZAHLUNGSZIEL INT,
+        SKONTO FLOAT,
+        SKONTOTAGE INT,
+        KREDITLIMIT FLOAT,
+        BURGSCHAFT FLOAT,
+        BURGSCHAFT_BIS SMALLDATETIME,
+        ANLAGEDATUM SMALLDATETIME,
+        ERINNERUNGDATUM SMALLDATETIME,
+        ERINNERUNGTEXT NVARCHAR(80),
+        EINTRITTSDATUM SMALLDATETIME,
+        AUSTRITTSDATUM SMALLDATETIME,
+        LOHNGRUPPE NVARCHAR(10),
+        WALDFLAECHE FLOAT,
+        KOORDINATE_BREITE FLOAT,
+        KOORDINATE_LAENGE FLOAT,
+        ANTEILSFAKTOR FLOAT,
+        BEITRAGSFAKTOR FLOAT,
+        ID_BB_T_JAGERSTATUS INT,
+        JAGDKARTE NVARCHAR(20),
+        JAGDKARTE_BIS SMALLDATETIME,
+        ID_USERS INT,
+        ID_T_BUNDESLAND INT,
+        ID_T_BEZIRK INT,
+        ID_T_GEMEINDE INT,
+        ID_T_ARBEITSGEMEINSCHAFTEN INT,
+        ID_T_ABBUCHUNGSAUFTRAG INT
+    )
+    CREATE INDEX IX_PERSONAL_KURZ ON dbo.PERSONAL (KURZBEZEICHNUNG)
+    CREATE INDEX IX_PERSONAL_LEVEL ON dbo.PERSONAL (ID_ACCESS_LEVELS)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of forest ownership.
+IF OBJECT_ID(N'dbo.BB_T_EIGENTUMSART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_EIGENTUMSART (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of membership in the association.
+IF OBJECT_ID(N'dbo.T_MITGLIEDSART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_MITGLIEDSART (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per forest location, a path of up to six levels, with its area in hectares.
+IF OBJECT_ID(N'dbo.WALDORT', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.WALDORT (
+        ID_WALDORT INT NOT NULL PRIMARY KEY,
+        WO1 NVARCHAR(20),
+        WO2 NVARCHAR(20),
+        WO3 NVARCHAR(20),
+        WO4 NVARCHAR(20),
+        WO5 NVARCHAR(20),
+        WO6 NVARCHAR(20),
+        LANGNAME NVARCHAR(80),
+        FLAECHE FLOAT,
+        ID_ACCESS_LEVELS INT,
+        DISABLE BIT
+    )
+    CREATE INDEX IX_WALDORT_LEVEL ON dbo.WALDORT (ID_ACCESS_LEVELS)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per entry of the ten free lists of a timber list. RELTABLE_ID names the list: 11 to 20.
+IF OBJECT_ID(N'dbo.RELTABLE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.RELTABLE (
+        ID INT NOT NULL PRIMARY KEY,
+        RELTABLE_ID INT NOT NULL,
+        KURZNAME NVARCHAR(20),
+        LANGNAME NVARCHAR(60),
+        ID_ACCESS_LEVELS INT,
+        GRUPPE INT,
+        DISABLE BIT
+    )
+    CREATE INDEX IX_RELTABLE_LIST ON dbo.RELTABLE (RELTABLE_ID, KURZNAME)
+    COMMIT TRANSACTION
+END
+GO
+-- Keys of invoicing, budget, cost accounting and planning.
+
+-- One row per kind of invoice.
+IF OBJECT_ID(N'dbo.RECHNUNGSART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.RECHNUNGSART (
+        RART_ID INT NOT NULL PRIMARY KEY,
+        RECHNUNGSART NVARCHAR(50),
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per booking number.
+IF OBJECT_ID(N'dbo.BUCHNR', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BUCHNR (
+        BUCHNR_ID INT NOT NULL PRIMARY KEY,
+        BUCHNR NVARCHAR(20),
+        BUCHUNGSTEXT NVARCHAR(60),
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per occasion of an invoice.
+IF OBJECT_ID(N'dbo.ANLASSART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.ANLASSART (
+        ID INT NOT NULL PRIMARY KEY,
+        NAME NVARCHAR(50)
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per chapter of the budget.
+IF OBJECT_ID(N'dbo.HH_KAPITEL', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.HH_KAPITEL (
+        ID INT NOT NULL PRIMARY KEY,
+        [NUMBER] NVARCHAR(20),
+        NAME NVARCHAR(60),
+        [SHORT] NVARCHAR(20),
+        TABLE_NAME NVARCHAR(30),
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per title of the budget.
+IF OBJECT_ID(N'dbo.HH_TITEL', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.HH_TITEL (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_HH_KAPITEL INT,
+        [NUMBER] NVARCHAR(20),
+        NAME NVARCHAR(60),
+        [SHORT] NVARCHAR(20),
+        TABLE_NAME NVARCHAR(30),
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of sale.
+IF OBJECT_ID(N'dbo.VERKAUFSART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.VERKAUFSART (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        ID_ACCESS_LEVELS INT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per product of cost accounting.
+IF OBJECT_ID(N'dbo.PRODUKT', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.PRODUKT (
+        ID INT NOT NULL PRIMARY KEY,
+        [NUMBER] NVARCHAR(10),
+        NAME NVARCHAR(50),
+        TABLE_NAME NVARCHAR(30),
+        ID_BB_TSM_PRG INT,
+        VERTEILSCHLUESSEL BIT,
+        JWP BIT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per cost object: roads, buildings, machines.
+IF OBJECT_ID(N'dbo.OBJEKT', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.OBJEKT (
+        ID INT NOT NULL PRIMARY KEY,
+        TABLE_NAME NVARCHAR(30),
+        OBJEKT NVARCHAR(30),
+        [NUMBER] NVARCHAR(10),
+        NAME NVARCHAR(50),
+        GRUPPE INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per working method.
+IF OBJECT_ID(N'dbo.VERFAHREN', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.VERFAHREN (
+        ID INT NOT NULL PRIMARY KEY,
+        [NUMBER] NVARCHAR(10),
+        NAME NVARCHAR(50),
+        TABLE_NAME NVARCHAR(30),
+        ID_LEISTUNGSART INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per project.
+IF OBJECT_ID(N'dbo.BB_T_PROJEKT_PLANUNG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_PROJEKT_PLANUNG (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(15),
+        [SHORT] NVARCHAR(50),
+        [LONG] NVARCHAR(50),
+        ID_ACCESS_LEVELS INT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    CREATE INDEX IX_BB_T_PROJEKT_PLANUNG_NUMMER ON dbo.BB_T_PROJEKT_PLANUNG (NUMMER)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per planned order.
+IF OBJECT_ID(N'dbo.BB_T_AUFTRAGS_PLANUNG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_AUFTRAGS_PLANUNG (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(50),
+        [LONG] NVARCHAR(50),
+        ABGESCHLOSSEN BIT,
+        IST_STUNDEN_ZV FLOAT,
+        ERSTELLERDATUM SMALLDATETIME,
+        ID_ACCESS_LEVELS INT,
+        ID_USER INT,
+        ID_BB_T_PROJEKT_PLANUNG INT,
+        DISABLE BIT,
+        GUELTIG_VON SMALLDATETIME,
+        GUELTIG_BIS SMALLDATETIME,
+        PLAN_STUNDEN FLOAT,
+        PLAN_MENGE FLOAT,
+        PLAN_KOSTEN FLOAT,
+        BEMERKUNG NVARCHAR(255)
+    )
+    CREATE INDEX IX_BB_T_AUFTRAGS_PLANUNG_NUMMER ON dbo.BB_T_AUFTRAGS_PLANUNG (NUMMER)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per head of work orders. The number of an order is made of year (NAME_FWJ), forest district (NAME_REVIER)
+-- and a running number (NAME_NUMMER).
+IF OBJECT_ID(N'dbo.ARBEITSAUFTRAG_KOPF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.ARBEITSAUFTRAG_KOPF (
+        ID INT NOT NULL PRIMARY KEY,
+        NAME NVARCHAR(30),
+        PLANUNG_LANG NVARCHAR(80),
+        ID_WALDORT INT,
+        ID_PRODUKT INT,
+        ID_OBJEKT INT,
+        ID_VERFAHREN INT,
+        DATUM_VON SMALLDATETIME,
+        DATUM_BIS SMALLDATETIME,
+        ID_ACCESS_LEVELS INT,
+        PERSONAL_ID INT,
+        PRODUKT_ID INT,
+        BESCHREIBUNG NVARCHAR(255),
+        NAME_FWJ NVARCHAR(4),
+        NAME_REVIER NVARCHAR(10),
+        NAME_NUMMER INT,
+        ABGENSCHLOSEN BIT,
+        JAHR SMALLINT,
+        PRIORITAET SMALLINT,
+        ERSTELLDATUM SMALLDATETIME,
+        SOLL_STUNDEN FLOAT,
+        SOLL_KOSTEN FLOAT,
+        ID_KOSTENSTELLE INT,
+        ID_HH_KAPITEL INT,
+        ID_HH_TITEL INT,
+        ID_UNTERNEHMER INT,
+        ID_PA_GRUPPE INT,
+        RELTABLE1 INT,
+        RELTABLE2 INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per head of planned work orders.
+IF OBJECT_ID(N'dbo.ARBEITSAUFTRAG_KOPF_PLANN', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.ARBEITSAUFTRAG_KOPF_PLANN (
+        ID INT NOT NULL PRIMARY KEY,
+        NAME NVARCHAR(30),
+        PLANUNG_LANG NVARCHAR(80),
+        ID_WALDORT INT,
+        ID_PRODUKT INT,
+        ID_OBJEKT INT,
+        ID_VERFAHREN INT,
+        DATUM_VON SMALLDATETIME,
+        DATUM_BIS SMALLDATETIME,
+        ID_ACCESS_LEVELS INT,
+        PERSONAL_ID INT,
+        BESCHREIBUNG NVARCHAR(255),
+        NAME_FWJ NVARCHAR(4),
+        NAME_REVIER NVARCHAR(10),
+        NAME_NUMMER INT,
+        ABGENSCHLOSEN BIT,
+        JAHR SMALLINT,
+        PRIORITAET SMALLINT,
+        ERSTELLDATUM SMALLDATETIME,
+        SOLL_STUNDEN FLOAT,
+        SOLL_KOSTEN FLOAT,
+        ID_KOSTENSTELLE INT,
+        ID_HH_KAPITEL INT,
+        ID_HH_TITEL INT,
+        ID_UNTERNEHMER INT,
+        ID_PA_GRUPPE INT,
+        RELTABLE1 INT,
+        RELTABLE2 INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per position of work orders; ORDERS is the position's number.
+IF OBJECT_ID(N'dbo.ARBEITSAUFTRAG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.ARBEITSAUFTRAG (
+        ID INT NOT NULL PRIMARY KEY,
+        ARBEITSAUFTRAG_KOPF_ID INT,
+        ORDERS INT,
+        STUNDEN FLOAT,
+        LEISTUNGSART_ID INT,
+        DATUM_NR NVARCHAR(20),
+        DATUM SMALLDATETIME,
+        MENGE FLOAT,
+        ID_WARENEINHEIT INT,
+        PREIS FLOAT,
+        KOSTEN FLOAT,
+        FESTMETER FLOAT,
+        ARBEITER SMALLINT,
+        ID_KOSTENART INT,
+        ID_ARBEITSAUFTRAG_PLANN INT
+    )
+    CREATE INDEX IX_ARBEITSAUFTRAG_KOPF ON dbo.ARBEITSAUFTRAG (ARBEITSAUFTRAG_KOPF_ID)
+    COMMIT TRANSACTION
+END
+GO
+-- Contracts, provision of lots and transport.
+
+-- One row per contract of supply and purchase.
+IF OBJECT_ID(N'dbo.VERTRAEGE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.VERTRAEGE (
+        ID_VERTRAG INT NOT NULL PRIMARY KEY,
+        VERTRAG_NAME NVARCHAR(30) NOT NULL,
+        INVDATE SMALLDATETIME,
+        ID_PERSONAL INT,
+        ID_FAKTART SMALLINT,
+        ID_USER INT,
+        ABGESCHLOSSEN BIT,
+        ZUSATZTEXT_1 NVARCHAR(255),
+        ZUSATZTEXT_2 NVARCHAR(MAX),
+        KOPF1 NVARCHAR(60),
+        KOPF2 NVARCHAR(60),
+        KOPF3 NVARCHAR(60),
+        KOPF4 NVARCHAR(60),
+        KOPF5 NVARCHAR(60),
+        KOPF6 NVARCHAR(60),
+        KOPF7 NVARCHAR(60),
+        KOPF8 NVARCHAR(60),
+        KOPF9 NVARCHAR(60),
+        KOPF10 NVARCHAR(60),
+        LIEFERVON SMALLDATETIME,
+        LIEFERBIS SMALLDATETIME,
+        ID_ACCESS_LEVELS INT
+    )
+    CREATE UNIQUE INDEX IX_VERTRAEGE_NAME ON dbo.VERTRAEGE (VERTRAG_NAME)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per quantity of a contract by species and assortment.
+IF OBJECT_ID(N'dbo.VERTRAG_MENGEN', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.VERTRAG_MENGEN (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_VERTRAG INT NOT NULL,
+        HA NVARCHAR(10),
+        HS NVARCHAR(10),
+        MENGE FLOAT,
+        PREIS FLOAT
+    )
+    CREATE INDEX IX_VERTRAG_MENGEN_VERTRAG ON dbo.VERTRAG_MENGEN (ID_VERTRAG)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per lot made ready for collection.
+IF OBJECT_ID(N'dbo.BEREITSTELLUNG_KOPF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BEREITSTELLUNG_KOPF (
+        ID INT NOT NULL PRIMARY KEY,
+        BEREITSTELLUNGSNAME NVARCHAR(30),
+        ERSTELLUNGSDATUM DATETIME,
+        ID_PERSONAL INT,
+        ID_ACCESS_LEVELS INT,
+        ID_PERSONAL_LIEFERADRESSE INT,
+        FREIGABEDATUM SMALLDATETIME,
+        ABFUHR_BIS SMALLDATETIME,
+        LAGERORT NVARCHAR(60),
+        BEMERKUNG NVARCHAR(255),
+        ABGESCHLOSSEN BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per log of a lot.
+IF OBJECT_ID(N'dbo.BEREITSTELLUNG_LOGS', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BEREITSTELLUNG_LOGS (
+        ID_LOGS INT NOT NULL PRIMARY KEY,
+        ID_BEREITSTELLUNG_KOPF INT NOT NULL
+    )
+    CREATE INDEX IX_BEREITSTELLUNG_LOGS_KOPF ON dbo.BEREITSTELLUNG_LOGS (ID_BEREITSTELLUNG_KOPF)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per railway wagon.
+IF OBJECT_ID(N'dbo.TRANSPORTLOGISTIK_WAGGON', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.TRANSPORTLOGISTIK_WAGGON (
+        ID INT NOT NULL PRIMARY KEY,
+        WAGGON_NR NVARCHAR(20),
+        DATUM_VERLADE SMALLDATETIME
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per delivery by lorry and rail. Weights in tons; FRACHT is MENGE times FRACHTSATZ in euro.
+IF OBJECT_ID(N'dbo.TRANSPORTLOGISTIK', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.TRANSPORTLOGISTIK (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_TRANSPORTLOGISTIK_WAGGON INT,
+        EINGANGS_DATUM SMALLDATETIME,
+        Z_TEXT_1 NVARCHAR(60),
+        Z_TEXT_2 NVARCHAR(60),
+        Z_DATUM_1 SMALLDATETIME,
+        PID INT,
+        POLTER NVARCHAR(20),
+        LKW_NR NVARCHAR(20),
+        BAHNHOF NVARCHAR(40),
+        LIEFERSCHEIN_NR NVARCHAR(20),
+        STUCK INT,
+        ID_TRANSPORTLOGISTIK_KOPF INT,
+        MENGE FLOAT,
+        GEWICHT_BRUTTO FLOAT,
+        GEWICHT_TARA FLOAT,
+        GEWICHT_NETTO FLOAT,
+        KILOMETER INT,
+        FRACHTSATZ FLOAT,
+        FRACHT FLOAT
+    )
+    CREATE INDEX IX_TRANSPORTLOGISTIK_KOPF ON dbo.TRANSPORTLOGISTIK (ID_TRANSPORTLOGISTIK_KOPF)
+    COMMIT TRANSACTION
+END
+GO
+-- The measured lines and the heads of their timber lists.
+
+-- One row per timber list: free head fields, forest year, marks of closure, owner and organisation level.
+IF OBJECT_ID(N'dbo.LISTENKOPF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.LISTENKOPF (
+        LISTE NVARCHAR(15) NOT NULL PRIMARY KEY,
+        TEXT1 NVARCHAR(60),
+        TEXT2 NVARCHAR(60),
+        TEXT3 NVARCHAR(60),
+        TEXT4 NVARCHAR(60),
+        TEXT5 NVARCHAR(60),
+        TEXT6 NVARCHAR(60),
+        TEXT7 NVARCHAR(60),
+        TEXT8 NVARCHAR(60),
+        TEXT9 NVARCHAR(60),
+        TEXT10 NVARCHAR(60),
+        TEXT11 NVARCHAR(60),
+        TEXT12 NVARCHAR(60),
+        TEXT13 NVARCHAR(60),
+        TEXT14 NVARCHAR(60),
+        TEXT15 NVARCHAR(60),
+        NUMBER1 FLOAT,
+        NUMBER2 FLOAT,
+        NUMBER3 FLOAT,
+        NUMBER4 FLOAT,
+        NUMBER5 FLOAT,
+        NUMBER6 FLOAT,
+        NUMBER7 FLOAT,
+        NUMBER8 FLOAT,
+        NUMBER9 FLOAT,
+        NUMBER10 FLOAT,
+        DATE1 SMALLDATETIME,
+        DATE2 SMALLDATETIME,
+        DATE3 SMALLDATETIME,
+        DATE4 SMALLDATETIME,
+        DATE5 SMALLDATETIME,
+        FWJ SMALLINT,
+        GESPERRT BIT,
+        GESPERRTLISTE BIT,
+        LISTENKOPFZUSTXT NVARCHAR(MAX),
+        ID_USER INT,
+        ID_ACCESS_LEVELS INT,
+        ID INT IDENTITY(1,1) NOT NULL
+    )
+    CREATE INDEX IX_LISTENKOPF_LEVEL ON dbo.LISTENKOPF (ID_ACCESS_LEVELS)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per measured line. Lengths in metres, diameters in centimetres, volumes in cubic metres; RINDEPROZENT
+-- tells whether RINDE_WERT is cm (0), percent (1) or unused (2). LOGS_HISTORY repeats the columns in this order.
+IF OBJECT_ID(N'dbo.LOGS', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.LOGS (
+        ID_LOG INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        LISTE NVARCHAR(15) NOT NULL,
+        LISTDATUM SMALLDATETIME,
+        LISTZUSTXT NVARCHAR(60),
+        LISTENART SMALLINT,
+        BLNR INT,
+        LOS NVARCHAR(15),
+        HA NVARCHAR(10),
+        HS NVARCHAR(10),
+        GKL NVARCHAR(10),
+        STKL NVARCHAR(10),
+        LAENGE FLOAT,
+        DURCH FLOAT,
+        STK INT,
+        KUBATUR FLOAT,
+        ID_RINDENKENNZ INT,
+        RINDE_WERT FLOAT,
+        RINDEPROZENT SMALLINT,
+        MENGE FLOAT,
+        ID_MASSEINHEIT INT,
+        MENGEANDERUNG BIT,
+        UFAKT FLOAT,
+        UFAKT_RM FLOAT,
+        UFAKT_ATO FLOAT,
+        UFAKT_LUT FLOAT,
+        UFAKT_STK FLOAT,
+        TROCKENPROZENT FLOAT,
+        KLST SMALLINT,
+        DSART SMALLINT,
+        KKLASSE NVARCHAR(10),
+        ID_WALDORT INT,
+        NA NVARCHAR(10),
+        KA NVARCHAR(10),
+        ZUSTXT NVARCHAR(80),
+        ZUSTEXT1 NVARCHAR(60),
+        ZUSTEXT2 NVARCHAR(60),
+        ZUSTEXT3 NVARCHAR(60),
+        ZUSTEXT4 NVARCHAR(60),
+        ZUSTEXT5 NVARCHAR(60),
+        FARBE NVARCHAR(20),
+        WAGNR NVARCHAR(20),
+        FREI1 NVARCHAR(30),
+        FREI2 NVARCHAR(30),
+        FREI3 NVARCHAR(30),
+        FREI4 NVARCHAR(30),
+        FREI5 NVARCHAR(30),
+        ANGEBOT NVARCHAR(20),
+        SPALT FLOAT,
+        MEFVERF NVARCHAR(20),
+        EST NVARCHAR(10),
+        ZUGANG NVARCHAR(20),
+        ABGANG NVARCHAR(20),
+        RUCKE NVARCHAR(20),
+        LKW_BRUTTO FLOAT,
+        LKW_TARA FLOAT,
+        SCHALE_BRUTTO FLOAT,
+        SCHALE_NETTO FLOAT,
+        ENERGIE_MWH FLOAT,
+        COORDINATE1 NVARCHAR(20),
+        COORDINATE2 NVARCHAR(20),
+        POLTNR INT,
+        RELTABLE1 INT,
+        RELTABLE2 INT,
+        RELTABLE3 INT,
+        RELTABLE4 INT,
+        RELTABLE5 INT,
+        RELTABLE6 INT,
+        RELTABLE7 INT,
+        RELTABLE8 INT,
+        RELTABLE9 INT,
+        RELTABLE10 INT,
+        MANDANTEN_ID INT,
+        ARBEITSAUFTRAG_KOPF_ID INT,
+        AA_ID INT,
+        PLAN_ID INT,
+        ID_PRODUKT_KLR INT,
+        ID_OBJEKT_KLR INT,
+        ID_VERFAHREN_KLR INT,
+        ID_BB_T_PROJEKT_PLANUNG_KLR INT,
+        ID_BB_T_AUFTRAGS_PLANUNG_KLR INT,
+        ID_TRANSPORTLOGISTIK INT,
+        ID_VERKAUFSART INT
+    )
+    CREATE INDEX IX_LOGS_LISTE ON dbo.LOGS (LISTE, BLNR)
+    CREATE INDEX IX_LOGS_LISTDATUM ON dbo.LOGS (LISTDATUM)
+    CREATE INDEX IX_LOGS_WALDORT ON dbo.LOGS (ID_WALDORT)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per archived line: the columns of LOGS in the same order, filled by INSERT ... SELECT *.
+IF OBJECT_ID(N'dbo.LOGS_HISTORY', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.LOGS_HISTORY (
+        ID_LOG INT NOT NULL,
+        LISTE NVARCHAR(15) NOT NULL,
+        LISTDATUM SMALLDATETIME,
+        LISTZUSTXT NVARCHAR(60),
+        LISTENART SMALLINT,
+        BLNR INT,
+        LOS NVARCHAR(15),
+        HA NVARCHAR(10),
+        HS NVARCHAR(10),
+        GKL NVARCHAR(10),
+        STKL NVARCHAR(10),
+        LAENGE FLOAT,
+        DURCH FLOAT,
+        STK INT,
+        KUBATUR FLOAT,
+        ID_RINDENKENNZ INT,
+        RINDE_WERT FLOAT,
+        RINDEPROZENT SMALLINT,
+        MENGE FLOAT,
+        ID_MASSEINHEIT INT,
+        MENGEANDERUNG BIT,
+        UFAKT FLOAT,
+        UFAKT_RM FLOAT,
+        UFAKT_ATO FLOAT,
+        UFAKT_LUT FLOAT,
+        UFAKT_STK FLOAT,
+        TROCKENPROZENT FLOAT,
+        KLST SMALLINT,
+        DSART SMALLINT,
+        KKLASSE NVARCHAR(10),
+        ID_WALDORT INT,
+        NA NVARCHAR(10),
+        KA NVARCHAR(10),
+        ZUSTXT NVARCHAR(80),
+        ZUSTEXT1 NVARCHAR(60),
+        ZUSTEXT2 NVARCHAR(60),
+        ZUSTEXT3 NVARCHAR(60),
+        ZUSTEXT4 NVARCHAR(60),
+        ZUSTEXT5 NVARCHAR(60),
+        FARBE NVARCHAR(20),
+        WAGNR NVARCHAR(20),
+        FREI1 NVARCHAR(30),
+        FREI2 NVARCHAR(30),
+        FREI3 NVARCHAR(30),
+        FREI4 NVARCHAR(30),
+        FREI5 NVARCHAR(30),
+        ANGEBOT NVARCHAR(20),
+        SPALT FLOAT,
+        MEFVERF NVARCHAR(20),
+        EST NVARCHAR(10),
+        ZUGANG NVARCHAR(20),
+        ABGANG NVARCHAR(20),
+        RUCKE NVARCHAR(20),
+        LKW_BRUTTO FLOAT,
+        LKW_TARA FLOAT,
+        SCHALE_BRUTTO FLOAT,
+        SCHALE_NETTO FLOAT,
+        ENERGIE_MWH FLOAT,
+        COORDINATE1 NVARCHAR(20),
+        COORDINATE2 NVARCHAR(20),
+        POLTNR INT,
+        RELTABLE1 INT,
+        RELTABLE2 INT,
+        RELTABLE3 INT,
+        RELTABLE4 INT,
+        RELTABLE5 INT,
+        RELTABLE6 INT,
+        RELTABLE7 INT,
+        RELTABLE8 INT,
+        RELTABLE9 INT,
+        RELTABLE10 INT,
+        MANDANTEN_ID INT,
+        ARBEITSAUFTRAG_KOPF_ID INT,
+        AA_ID INT,
+        PLAN_ID INT,
+        ID_PRODUKT_KLR INT,
+        ID_OBJEKT_KLR INT,
+        ID_VERFAHREN_KLR INT,
+        ID_BB_T_PROJEKT_PLANUNG_KLR INT,
+        ID_BB_T_AUFTRAGS_PLANUNG_KLR INT,
+        ID_TRANSPORTLOGISTIK INT,
+        ID_VERKAUFSART INT
+    )
+    CREATE INDEX IX_LOGS_HISTORY_LOG ON dbo.LOGS_HISTORY (ID_LOG)
+    COMMIT TRANSACTION
+END
+GO
+-- Invoices and settlements: version R is the invoice, A1 to A8 are settlements with others for the same logs.
+
+-- One row per log with the columns of its nine versions: document name, partner, price, quantity, currency flag (1
+-- euro, 0 national currency), guide price, contract and unit.
+IF OBJECT_ID(N'dbo.LOGS_RECH', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.LOGS_RECH (
+        ID_LOG INT NOT NULL PRIMARY KEY,
+        R_NAME NVARCHAR(15),
+        R_KUNDE INT,
+        R_PREIS FLOAT,
+        R_MENGE FLOAT,
+        R_EURO SMALLINT,
+        R_MSZ FLOAT,
+        R_VERTRAG NVARCHAR(30),
+        R_ID_WARENEINHEIT INT,
+        A1_NAME NVARCHAR(15),
+        A1_KUNDE INT,
+        A1_PREIS FLOAT,
+        A1_MENGE FLOAT,
+        A1_EURO SMALLINT,
+        A1_MSZ FLOAT,
+        A1_VERTRAG NVARCHAR(30),
+        A1_ID_WARENEINHEIT INT,
+        A2_NAME NVARCHAR(15),
+        A2_KUNDE INT,
+        A2_PREIS FLOAT,
+        A2_MENGE FLOAT,
+        A2_EURO SMALLINT,
+        A2_MSZ FLOAT,
+        A2_VERTRAG NVARCHAR(30),
+        A2_ID_WARENEINHEIT INT,
+        A3_NAME NVARCHAR(15),
+        A3_KUNDE INT,
+        A3_PREIS FLOAT,
+        A3_MENGE FLOAT,
+        A3_EURO SMALLINT,
+        A3_MSZ FLOAT,
+        A3_VERTRAG NVARCHAR(30),
+        A3_ID_WARENEINHEIT INT,
+        A4_NAME NVARCHAR(15),
+        A4_KUNDE INT,
+        A4_PREIS FLOAT,
+        A4_MENGE FLOAT,
+        A4_EURO SMALLINT,
+        A4_MSZ FLOAT,
+        A4_VERTRAG NVARCHAR(30),
+        A4_ID_WARENEINHEIT INT,
+        A5_NAME NVARCHAR(15),
+        A5_KUNDE INT,
+        A5_PREIS FLOAT,
+        A5_MENGE FLOAT,
+        A5_EURO SMALLINT,
+        A5_MSZ FLOAT,
+        A5_VERTRAG NVARCHAR(30),
+        A5_ID_WARENEINHEIT INT,
+        A6_NAME NVARCHAR(15),
+        A6_KUNDE INT,
+        A6_PREIS FLOAT,
+        A6_MENGE FLOAT,
+        A6_EURO SMALLINT,
+        A6_MSZ FLOAT,
+        A6_VERTRAG NVARCHAR(30),
+        A6_ID_WARENEINHEIT INT,
+        A7_NAME NVARCHAR(15),
+        A7_KUNDE INT,
+        A7_PREIS FLOAT,
+        A7_MENGE FLOAT,
+        A7_EURO SMALLINT,
+        A7_MSZ FLOAT,
+        A7_VERTRAG NVARCHAR(30),
+        A7_ID_WARENEINHEIT INT,
+        A8_NAME NVARCHAR(15),
+        A8_KUNDE INT,
+        A8_PREIS FLOAT,
+        A8_MENGE FLOAT,
+        A8_EURO SMALLINT,
+        A8_MSZ FLOAT,
+        A8_VERTRAG NVARCHAR(30),
+        A8_ID_WARENEINHEIT INT
+    )
+    CREATE INDEX IX_LOGS_RECH_R ON dbo.LOGS_RECH (R_NAME)
+    CREATE INDEX IX_LOGS_RECH_A1 ON dbo.LOGS_RECH (A1_NAME)
+    CREATE INDEX IX_LOGS_RECH_A2 ON dbo.LOGS_RECH (A2_NAME)
+    CREATE INDEX IX_LOGS_RECH_A3 ON dbo.LOGS_RECH (A3_NAME)
+    CREATE INDEX IX_LOGS_RECH_A4 ON dbo.LOGS_RECH (A4_NAME)
+    CREATE INDEX IX_LOGS_RECH_A5 ON dbo.LOGS_RECH (A5_NAME)
+    CREATE INDEX IX_LOGS_RECH_A6 ON dbo.LOGS_RECH (A6_NAME)
+    CREATE INDEX IX_LOGS_RECH_A7 ON dbo.LOGS_RECH (A7_NAME)
+    CREATE INDEX IX_LOGS_RECH_A8 ON dbo.LOGS_RECH (A8_NAME)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per log: its additional prices, two per version.
+IF OBJECT_ID(N'dbo.LOGS_RECH_PRICE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.LOGS_RECH_PRICE (
+        ID_LOG INT NOT NULL PRIMARY KEY,
+        R_PREIS_1 FLOAT,
+        R_PREIS_2 FLOAT,
+        A1_PREIS_1 FLOAT,
+        A1_PREIS_2 FLOAT,
+        A2_PREIS_1 FLOAT,
+        A2_PREIS_2 FLOAT,
+        A3_PREIS_1 FLOAT,
+        A3_PREIS_2 FLOAT,
+        A4_PREIS_1 FLOAT,
+        A4_PREIS_2 FLOAT,
+        A5_PREIS_1 FLOAT,
+        A5_PREIS_2 FLOAT,
+        A6_PREIS_1 FLOAT,
+        A6_PREIS_2 FLOAT,
+        A7_PREIS_1 FLOAT,
+        A7_PREIS_2 FLOAT,
+        A8_PREIS_1 FLOAT,
+        A8_PREIS_2 FLOAT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per invoice or settlement, named by its number and version. STORNO: cancelled.
+IF OBJECT_ID(N'dbo.HEADERRECH', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.HEADERRECH (
+        R_NAME NVARCHAR(15) NOT NULL,
+        VER_TYPE NVARCHAR(2) NOT NULL,
+        INVDATE SMALLDATETIME,
+        ZAHLDATUM SMALLDATETIME,
+        DATE1 SMALLDATETIME,
+        DATE2 SMALLDATETIME,
+        DATE3 SMALLDATETIME,
+        KOPF1 NVARCHAR(60),
+        KOPF2 NVARCHAR(60),
+        KOPF3 NVARCHAR(60),
+        KOPF4 NVARCHAR(60),
+        KOPF5 NVARCHAR(60),
+        KOPF6 NVARCHAR(60),
+        KOPF7 NVARCHAR(60),
+        KOPF8 NVARCHAR(60),
+        KOPF9 NVARCHAR(60),
+        KOPF10 NVARCHAR(60),
+        NUMM1 FLOAT,
+        NUMM2 FLOAT,
+        NUMM3 FLOAT,
+        NUMM4 FLOAT,
+        NUMM5 FLOAT,
+        NUMM6 FLOAT,
+        NUMM7 FLOAT,
+        NUMM8 FLOAT,
+        NUMM9 FLOAT,
+        NUMM10 FLOAT,
+        VERTRAG NVARCHAR(30),
+        HULNR NVARCHAR(20),
+        RART_ID INT,
+        BUCHNR_ID INT,
+        KAPITEL_ID INT,
+        TITEL_ID INT,
+        MANDANTEN_ID INT,
+        KUNDEN_ID INT,
+        ID_ANLASSART INT,
+        GESPERRT BIT,
+        ID_USER INT,
+        ID_ACCESS_LEVELS INT,
+        STORNO BIT,
+        PRIMARY KEY (R_NAME, VER_TYPE)
+    )
+    CREATE INDEX IX_HEADERRECH_INVDATE ON dbo.HEADERRECH (INVDATE)
+    CREATE INDEX IX_HEADERRECH_LEVEL ON dbo.HEADERRECH (ID_ACCESS_LEVELS)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per article position of invoices. MENGE_VE is the quantity in the sales unit ID_WARENEINHEIT_VE. WILDURS is
+-- the mark of origin of game, or the name of the final invoice that settles this position.
+IF OBJECT_ID(N'dbo.NN_POSITIONEN', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.NN_POSITIONEN (
+        NN_ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        NN_NAME NVARCHAR(15) NOT NULL,
+        VER_TYPE NVARCHAR(2) NOT NULL,
+        NUMMER NVARCHAR(20),
+        BEZEICHNUNG NVARCHAR(60),
+        MENGE FLOAT,
+        EINHPREIS FLOAT,
+        RABATT FLOAT,
+        MWST FLOAT,
+        WILDURS NVARCHAR(20),
+        ID_WARENEINHEIT INT,
+        ID_PERSONAL INT,
+        ID_WALDORT INT,
+        DATUM SMALLDATETIME,
+        MENGE_VE FLOAT,
+        ID_WARENEINHEIT_VE INT,
+        ID_WARENKATALOG INT,
+        ARBEITSAUFTRAG_KOPF_ID INT,
+        PLAN_ID INT,
+        ID_BB_T_AUFTRAGS_PLANUNG INT,
+        ID_LEISTUNGSART INT,
+        ID_VERFAHREN INT,
+        ID_OBJEKT INT,
+        ID_T_ERLEGER INT,
+        ID_T_JAGDBEZIRK INT,
+        ID_T_JAGDBEZIRKE INT,
+        RELTABLE1 INT,
+        RELTABLE2 INT,
+        RELTABLE3 INT,
+        RELTABLE4 INT,
+        RELTABLE5 INT,
+        RELTABLE6 INT,
+        RELTABLE7 INT,
+        RELTABLE8 INT,
+        RELTABLE9 INT,
+        RELTABLE10 INT,
+        BEMERKUNG NVARCHAR(80)
+    )
+    CREATE INDEX IX_NN_POSITIONEN_NAME ON dbo.NN_POSITIONEN (NN_NAME, VER_TYPE)
+    COMMIT TRANSACTION
+END
+GO
+-- Forest description, silviculture and planning keys, as the base selections offer and check them. LDNR is the
+-- manual order of a list.
+
+-- One row per region of provenance of forest reproductive material.
+IF OBJECT_ID(N'dbo.T_BAUM_HERK_GEB', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_BAUM_HERK_GEB (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per category of forest reproductive material; the code is number and short text alike.
+IF OBJECT_ID(N'dbo.T_HERK_KATEGORIE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_HERK_KATEGORIE (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per origin of seed.
+IF OBJECT_ID(N'dbo.BB_T_SAATGUTHERKUNFT', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_SAATGUTHERKUNFT (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per quality of seed.
+IF OBJECT_ID(N'dbo.BB_T_SAATGUTQUALITAT', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_SAATGUTQUALITAT (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of stand.
+IF OBJECT_ID(N'dbo.BB_T_BESTANDESART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_BESTANDESART (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per group of stands.
+IF OBJECT_ID(N'dbo.BB_T_BESTANDESGRUPPE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_BESTANDESGRUPPE (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of forest management.
+IF OBJECT_ID(N'dbo.BB_T_BETRIEBSART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_BETRIEBSART (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per biotope.
+IF OBJECT_ID(N'dbo.BB_T_BIOTOP', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_BIOTOP (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per site.
+IF OBJECT_ID(N'dbo.BB_T_STANDORT', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_STANDORT (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per form of mixture. TYPE 1: of a stand, 2: of a planting.
+IF OBJECT_ID(N'dbo.BB_T_MISCHUNGSFORM', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_MISCHUNGSFORM (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        [TYPE] INT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of measure carried out. ALLOW_HOLZ: yields timber.
+IF OBJECT_ID(N'dbo.BB_T_VOLLZUGSMASSNAHME', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_VOLLZUGSMASSNAHME (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        ALLOW_HOLZ BIT,
+        ID_BB_TSM_VMGLA INT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per working method of a service. HOLZ: of timber harvesting.
+IF OBJECT_ID(N'dbo.BB_T_LEI_ARBEITSVERFAHEREN', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_LEI_ARBEITSVERFAHEREN (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        HOLZ BIT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per method of measurement.
+IF OBJECT_ID(N'dbo.BB_T_MESSVERFAHREN', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_MESSVERFAHREN (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per state of debarking.
+IF OBJECT_ID(N'dbo.BB_T_ENTRINDUNGSZUSTAND', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_ENTRINDUNGSZUSTAND (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per state of extraction.
+IF OBJECT_ID(N'dbo.BB_T_RUCKEZUSTAND', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_RUCKEZUSTAND (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per extraction distance.
+IF OBJECT_ID(N'dbo.BB_T_RUCKE_ENTFERN', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_RUCKE_ENTFERN (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per mean volume of a tree.
+IF OBJECT_ID(N'dbo.BB_T_STUCK_VOL_BAUM', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_STUCK_VOL_BAUM (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per damage of timber.
+IF OBJECT_ID(N'dbo.BB_T_HOLZSCHADEN', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_HOLZSCHADEN (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per chance event that forces a felling.
+IF OBJECT_ID(N'dbo.BB_T_ZUFALLIGES_EREIGNIS', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_ZUFALLIGES_EREIGNIS (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of damaged timber.
+IF OBJECT_ID(N'dbo.BB_T_SCHADHOLZ', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_SCHADHOLZ (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of stock receipt. ALLOW_HOLZ: of timber.
+IF OBJECT_ID(N'dbo.BB_T_ZUGANGSART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_ZUGANGSART (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        ALLOW_HOLZ BIT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of stock issue. ABGANG: takes timber out of stock.
+IF OBJECT_ID(N'dbo.BB_T_ABGANGSART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_ABGANGSART (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        ABGANG BIT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per reason of a planned issue.
+IF OBJECT_ID(N'dbo.BB_T_SOLLABGANGSGRUND', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_SOLLABGANGSGRUND (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of sorting; the numbers 01 to 09 belong to the flags SOR_1 to SOR_9 of an assortment.
+IF OBJECT_ID(N'dbo.BB_T_SORTIERUNG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_SORTIERUNG (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per group of quality in the yearly plan. STANDART_PLAN: the default of planning.
+IF OBJECT_ID(N'dbo.BB_T_GUGJP', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_GUGJP (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        STANDART_PLAN BIT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per group of strength classes in the yearly plan. STANDART_PLAN: the default of planning.
+IF OBJECT_ID(N'dbo.BB_T_STKLGJP', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_STKLGJP (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        STANDART_PLAN BIT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per group of species in planning.
+IF OBJECT_ID(N'dbo.BB_TSM_BAG_PLV', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TSM_BAG_PLV (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per group of quality in planning.
+IF OBJECT_ID(N'dbo.BB_TSM_GUG_PLV', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TSM_GUG_PLV (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per group of assortments in planning.
+IF OBJECT_ID(N'dbo.BB_TSM_SOG_PLV', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TSM_SOG_PLV (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per group of strength classes in planning.
+IF OBJECT_ID(N'dbo.BB_TSM_STKLG_PLV', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TSM_STKLG_PLV (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per group of products.
+IF OBJECT_ID(N'dbo.BB_TSM_PRG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TSM_PRG (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per priority of a planned measure.
+IF OBJECT_ID(N'dbo.BB_T_PRIORITAT', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_PRIORITAT (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per period of a planned measure.
+IF OBJECT_ID(N'dbo.BB_T_ZEITRAUM', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_ZEITRAUM (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per forest function, with the number of its map layer.
+IF OBJECT_ID(N'dbo.BB_T_LNK', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_LNK (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LNK INT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per type of planned measure.
+IF OBJECT_ID(N'dbo.BB_T_MASSNAHMETYP', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_MASSNAHMETYP (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per state of a plan. PLAB_VOR, PLAB_NACH: allowed before and after the closing of the plan.
+IF OBJECT_ID(N'dbo.BB_T_PLANSTATUS', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_PLANSTATUS (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        PLAB_VOR BIT,
+        PLAB_NACH BIT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per mark of a planned measure.
+IF OBJECT_ID(N'dbo.BB_T_PLANMERKMAL', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_PLANMERKMAL (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- Growth regions of standing timber surveys.
+IF OBJECT_ID(N'dbo.T_STEH_WUCHSREGION', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_STEH_WUCHSREGION (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per colour that a log is marked with.
+IF OBJECT_ID(N'dbo.FARBE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.FARBE (
+        ID INT NOT NULL PRIMARY KEY,
+        FARBE NVARCHAR(10),
+        FARBE_LANG NVARCHAR(50),
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per value of the first free mark of a log.
+IF OBJECT_ID(N'dbo.F1', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.F1 (
+        ID INT NOT NULL PRIMARY KEY,
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per value of the second free mark of a log.
+IF OBJECT_ID(N'dbo.F2', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.F2 (
+        ID INT NOT NULL PRIMARY KEY,
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per special mark of stands.
+IF OBJECT_ID(N'dbo.SONDERMERKMAL', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.SONDERMERKMAL (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        NAME NVARCHAR(60),
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per stand type.
+IF OBJECT_ID(N'dbo.BZT', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BZT (
+        ID INT NOT NULL PRIMARY KEY,
+        [NUMBER] NVARCHAR(20),
+        BZT_SHORT NVARCHAR(20),
+        BZT_LANG NVARCHAR(60)
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per diameter step of standing timber, with the breast height diameter in cm.
+IF OBJECT_ID(N'dbo.T_STEH_BHD_STUFEN', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_STEH_BHD_STUFEN (
+        ID INT NOT NULL PRIMARY KEY,
+        STUFE NVARCHAR(10),
+        BHD INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per closed planning year by forest office.
+IF OBJECT_ID(N'dbo.BB_PLANN_ABSCHLUSS', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_PLANN_ABSCHLUSS (
+        ID INT NOT NULL PRIMARY KEY,
+        JAHR SMALLINT,
+        AFF NVARCHAR(10)
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per working method of a kind of service.
+IF OBJECT_ID(N'dbo.BB_TSP_LA_AV', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TSP_LA_AV (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_LEISTUNGSART INT,
+        ID_BB_T_LEI_ARBEITSVERFAHEREN INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+-- Sale, invoicing, tax and payment keys, as the base selections offer and check them. LDNR is the manual order of a
+-- list.
+
+-- One row per country.
+IF OBJECT_ID(N'dbo.BB_T_LAND', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_LAND (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per rate of turnover tax.
+IF OBJECT_ID(N'dbo.MWST', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.MWST (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of taxation of a supplier, with the tax key to be proposed. PFLICHTEINGABE_LIEFERANT: must be
+-- entered.
+IF OBJECT_ID(N'dbo.BB_T_BESTEUERUNGSART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_BESTEUERUNGSART (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        PFLICHTEINGABE_LIEFERANT BIT,
+        ID_BB_T_MEHRWERTSTEUER_ST INT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per tax key of invoices.
+IF OBJECT_ID(N'dbo.BB_T_MEHRWERTSTEUER', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_MEHRWERTSTEUER (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per tax mark. ZULASSIGKEIT_: of timber sale and of billing; STANDART_ZARP2: the default of sales.
+IF OBJECT_ID(N'dbo.BB_T_KZ_MEHRWERTSTEUER', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_KZ_MEHRWERTSTEUER (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        ZULASSIGKEIT_HV BIT,
+        ZULASSIGKEIT_FA BIT,
+        STANDART_ZARP2 BIT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per way of deriving a tax rate.
+IF OBJECT_ID(N'dbo.BB_T_MEHRWERTSTEUER_HERLEITUNG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_MEHRWERTSTEUER_HERLEITUNG (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of billing.
+IF OBJECT_ID(N'dbo.BB_T_RECHNUNGSART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_RECHNUNGSART (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per type of invoice, with what may use them. PRUFUNG_BESTEUERUNGSART: the supplier's taxation is checked.
+IF OBJECT_ID(N'dbo.BB_T_RECHNUNGSTYP', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_RECHNUNGSTYP (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        ZULASSIGKEIT_BB BIT,
+        ZULASSIGKEIT_HV BIT,
+        ZULASSIGKEIT_FA BIT,
+        PRUFUNG_BESTEUERUNGSART BIT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per type of offer.
+IF OBJECT_ID(N'dbo.BB_T_ANGEBOTSTYP', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_ANGEBOTSTYP (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per sales procedure.
+IF OBJECT_ID(N'dbo.BB_T_VERKAUFSVERFAHREN', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_VERKAUFSVERFAHREN (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per destination of sale.
+IF OBJECT_ID(N'dbo.BB_T_VERKAUFSZIEL', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_VERKAUFSZIEL (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per place of fulfilment.
+IF OBJECT_ID(N'dbo.BB_T_ERFULLUNGSORT', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_ERFULLUNGSORT (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per price group.
+IF OBJECT_ID(N'dbo.BB_T_PREIS_GRUPPE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_PREIS_GRUPPE (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per statement of a price about bark.
+IF OBJECT_ID(N'dbo.BB_T_PREIS_RINDE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_PREIS_RINDE (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per statement of a price about extraction.
+IF OBJECT_ID(N'dbo.BB_T_PREIS_RUCKEN', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_PREIS_RUCKEN (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of receipt.
+IF OBJECT_ID(N'dbo.BB_T_EINNAHMEART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_EINNAHMEART (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per cash office.
+IF OBJECT_ID(N'dbo.BB_T_KASSE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_KASSE (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of payment. STORNO: of cancellations.
+IF OBJECT_ID(N'dbo.BB_T_ZAHLART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_ZAHLART (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        STORNO BIT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per rhythm of payment.
+IF OBJECT_ID(N'dbo.BB_T_ZAHLRHYTHMUS', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_ZAHLRHYTHMUS (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per way of payment.
+IF OBJECT_ID(N'dbo.BB_T_ZAHLWEISE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_ZAHLWEISE (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per sub-account.
+IF OBJECT_ID(N'dbo.BB_T_UNTERKONTO', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_UNTERKONTO (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per bank account of the enterprise.
+IF OBJECT_ID(N'dbo.BB_T_BANKVERBINDUNG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_BANKVERBINDUNG (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of framework contract.
+IF OBJECT_ID(N'dbo.BB_T_VERTRAG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_VERTRAG (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        ID_ACCESS_LEVELS INT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per certificate of timber.
+IF OBJECT_ID(N'dbo.BB_T_FSC', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_FSC (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        ID_ACCESS_LEVELS INT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per use of sold timber. ID_BB_TSM_VWBRG: group of uses.
+IF OBJECT_ID(N'dbo.BB_T_ABGABEART_VERWENDUNG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_ABGABEART_VERWENDUNG (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        ID_BB_TSM_VWBRG INT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of a change of an invoice.
+IF OBJECT_ID(N'dbo.BB_T_ART_DER_ANDERUNG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_ART_DER_ANDERUNG (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of claim.
+IF OBJECT_ID(N'dbo.BB_T_ART_DER_FORDERUNG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_ART_DER_FORDERUNG (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of payment order.
+IF OBJECT_ID(N'dbo.BB_T_ANORDNUNGSTYP', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_ANORDNUNGSTYP (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per value of the first level of the accounting structure, under a budget title (ID_HH_TITEL).
+IF OBJECT_ID(N'dbo.T_EBENE1', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_EBENE1 (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_HH_TITEL INT,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per value of the second level of the accounting structure, under a value of the first (ID_T_EBENE1).
+IF OBJECT_ID(N'dbo.T_EBENE2', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_EBENE2 (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_T_EBENE1 INT,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per value of the third level of the accounting structure, under a value of the second (ID_T_EBENE2).
+IF OBJECT_ID(N'dbo.T_EBENE3', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_EBENE3 (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_T_EBENE2 INT,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per value of the fourth level of the accounting structure, under a value of the third (ID_T_EBENE3).
+IF OBJECT_ID(N'dbo.T_EBENE4', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_EBENE4 (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_T_EBENE3 INT,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per value of the first reason of a posting.
+IF OBJECT_ID(N'dbo.T_GRUND1', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_GRUND1 (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per value of the second reason of a posting.
+IF OBJECT_ID(N'dbo.T_GRUND2', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_GRUND2 (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per mark of payment orders.
+IF OBJECT_ID(N'dbo.T_ANONRDNUNGSKZ', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_ANONRDNUNGSKZ (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per mark of payment.
+IF OBJECT_ID(N'dbo.T_ZAHLARTKZ', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_ZAHLARTKZ (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per key of payment advice.
+IF OBJECT_ID(N'dbo.T_ZAHLANZEIGENSCH', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_ZAHLANZEIGENSCH (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per key of dunning.
+IF OBJECT_ID(N'dbo.T_MAHNSCH', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_MAHNSCH (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per key of interest.
+IF OBJECT_ID(N'dbo.T_ZINSSCH', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_ZINSSCH (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of posting.
+IF OBJECT_ID(N'dbo.T_BUCHUNGSART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_BUCHUNGSART (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of commission.
+IF OBJECT_ID(N'dbo.T_PROVISIONSART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_PROVISIONSART (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of print log.
+IF OBJECT_ID(N'dbo.T_DRUCKPROTOKOLL', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_DRUCKPROTOKOLL (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per currency.
+IF OBJECT_ID(N'dbo.T_WAHRUNGS', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_WAHRUNGS (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per category of articles.
+IF OBJECT_ID(N'dbo.T_KATEGORIE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_KATEGORIE (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of supply of an association's contract.
+IF OBJECT_ID(N'dbo.WVO_T_BELIEFERUNG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.WVO_T_BELIEFERUNG (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per set of terms of delivery of an association's contract.
+IF OBJECT_ID(N'dbo.WVO_T_LIEFERPARITAT', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.WVO_T_LIEFERPARITAT (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per tax key of timber sales by type of invoice and kind of taxation.
+IF OBJECT_ID(N'dbo.BB_TSP_MW_HOLZ', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TSP_MW_HOLZ (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_BB_T_ID_RECHNUNGSTYP INT,
+        ID_BB_T_BESTEUERUNGSART INT,
+        ID_BB_T_MEHRWERTSTEUER INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per tax key of timber sales by type of offer and kind of taxation.
+IF OBJECT_ID(N'dbo.BB_TSP_MW_HOLZ_AG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TSP_MW_HOLZ_AG (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_BB_T_ANGEBOTSTYP INT,
+        ID_BB_T_BESTEUERUNGSART INT,
+        ID_BB_T_MEHRWERTSTEUER INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per tax key of surcharges on raw timber by type of invoice and kind of taxation.
+IF OBJECT_ID(N'dbo.BB_TSP_MW_ZARP', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TSP_MW_ZARP (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_BB_T_ID_RECHNUNGSTYP INT,
+        ID_BB_T_BESTEUERUNGSART INT,
+        ID_BB_T_MEHRWERTSTEUER INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per tax key of surcharges on raw timber by type of offer and kind of taxation.
+IF OBJECT_ID(N'dbo.BB_TSP_MW_ZARP_AG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TSP_MW_ZARP_AG (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_BB_T_ANGEBOTSTYP INT,
+        ID_BB_T_BESTEUERUNGSART INT,
+        ID_BB_T_MEHRWERTSTEUER INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per use of sold timber that a type of offer allows.
+IF OBJECT_ID(N'dbo.BB_TSP_VWBR_AG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TSP_VWBR_AG (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_BB_T_ANGEBOTSTYP INT,
+        ID_BB_T_ABGABEART_VERWENDUNG INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per use of sold timber that a type of invoice allows; TYP 1 for invoices.
+IF OBJECT_ID(N'dbo.BB_TSP_VWBR_RE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TSP_VWBR_RE (
+        ID INT NOT NULL PRIMARY KEY,
+        TYP SMALLINT,
+        ID_BB_T_RECHNUNGSTYP INT,
+        ID_BB_T_ABGABEART_VERWENDUNG INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+-- Places, partners, wages and work keys, as the base selections offer and check them. LDNR is the manual order of a
+-- list.
+
+-- One row per federal province; its number begins the number of a district.
+IF OBJECT_ID(N'dbo.T_BUNDESLAND', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_BUNDESLAND (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per district: the province's number and two digits.
+IF OBJECT_ID(N'dbo.T_BEZIRK', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_BEZIRK (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per municipality: the district's number and two digits.
+IF OBJECT_ID(N'dbo.T_GEMEINDE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_GEMEINDE (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per county; ID_BB_T_LANDKREIS_U_JAGDBEHORDE is the county whose hunting authority is in charge.
+IF OBJECT_ID(N'dbo.BB_T_LANDKREIS', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_LANDKREIS (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        ID_BB_T_LANDKREIS_U_JAGDBEHORDE INT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per cadastral district.
+IF OBJECT_ID(N'dbo.BB_T_GEMARKUNG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_GEMARKUNG (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per cadastral section.
+IF OBJECT_ID(N'dbo.BB_T_FLUR', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_FLUR (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per parcel.
+IF OBJECT_ID(N'dbo.BB_T_FLURSTUCK', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_FLURSTUCK (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per timber yard.
+IF OBJECT_ID(N'dbo.HOLZPLATZ', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.HOLZPLATZ (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per group of objects.
+IF OBJECT_ID(N'dbo.BB_T_OBJEKTGRUPPE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_OBJEKTGRUPPE (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per object: roads, buildings, facilities for visitors, vehicles, machines. STANDART: the default.
+-- NUTZUNGSDAUER in years, LEISTUNG_KW in kW, TANKINHALT in litres, LANGE in metres, FLACHE in square metres;
+-- STUNDENSATZ and KM_SATZ in euro.
+IF OBJECT_ID(N'dbo.BB_T_OBJEKTE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_OBJEKTE (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        ID_BB_T_OBJEKTGRUPPE INT,
+        LDNR INT,
+        DISABLE BIT,
+        BEZEICHNUNG NVARCHAR(80),
+        KENNZEICHEN NVARCHAR(20),
+        ID_ACCESS_LEVELS INT,
+        ID_KOSTENSTELLE INT,
+        ID_PERSONAL INT,
+        ID_BB_T_EINSATZART INT,
+        STANDART BIT,
+        HERSTELLER NVARCHAR(40),
+        TYP NVARCHAR(40),
+        SERIENNUMMER NVARCHAR(30),
+        BAUJAHR INT,
+        ANSCHAFFUNGSDATUM SMALLDATETIME,
+        ANSCHAFFUNGSWERT FLOAT,
+        NUTZUNGSDAUER INT,
+        ABSCHREIBUNG FLOAT,
+        RESTWERT FLOAT,
+        LEISTUNG_KW INT,
+        KRAFTSTOFF NVARCHAR(20),
+        TANKINHALT INT,
+        KM_STAND INT,
+        BETRIEBSSTUNDEN FLOAT,
+        STUNDENSATZ FLOAT,
+        KM_SATZ FLOAT,
+        LANGE FLOAT,
+        FLACHE FLOAT,
+        VERSICHERUNG NVARCHAR(40),
+        PRUFUNG_BIS SMALLDATETIME,
+        ABGANGSDATUM SMALLDATETIME,
+        BEMERKUNG NVARCHAR(255)
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per factor of hours.
+IF OBJECT_ID(N'dbo.T_STUNDENFAKTOR', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_STUNDENFAKTOR (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per factor of cost.
+IF OBJECT_ID(N'dbo.T_KOSTENFAKTOR', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_KOSTENFAKTOR (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of piecework.
+IF OBJECT_ID(N'dbo.T_AKKORD', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_AKKORD (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per working community.
+IF OBJECT_ID(N'dbo.T_ARBEITSGEMEINSCHAFTEN', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_ARBEITSGEMEINSCHAFTEN (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per direct debit mandate.
+IF OBJECT_ID(N'dbo.T_ABBUCHUNGSAUFTRAG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_ABBUCHUNGSAUFTRAG (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per division.
+IF OBJECT_ID(N'dbo.T_GESCHAFTSBEREICH', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_GESCHAFTSBEREICH (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per special title of the budget.
+IF OBJECT_ID(N'dbo.T_SONDERTITEL', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_SONDERTITEL (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per work gang.
+IF OBJECT_ID(N'dbo.BB_T_ARBEITSGRUPPE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_ARBEITSGRUPPE (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of pay.
+IF OBJECT_ID(N'dbo.BB_T_ENTGELTART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_ENTGELTART (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per position of the wage agreement.
+IF OBJECT_ID(N'dbo.BB_T_TARIFSTELLE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_TARIFSTELLE (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per month.
+IF OBJECT_ID(N'dbo.BB_T_MONAT', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_MONAT (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per mark of services. STANDART: the default; ZV: of own labour; ARBEITER: of a worker.
+IF OBJECT_ID(N'dbo.BB_T_KZ_LEISTUNG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_KZ_LEISTUNG (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        STANDART BIT,
+        ZV BIT,
+        ARBEITER BIT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per category of partner groups. ZENTRAL: kept centrally; NOEDIT: not to be chosen.
+IF OBJECT_ID(N'dbo.T_PA_KATEGORIE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_PA_KATEGORIE (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        ZENTRAL BIT,
+        NOEDIT BIT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per entry of the sixteen free lists of standing timber surveys. RELTABLE_ID names the list: 1 to 16.
+-- STAMMDATEN_EXPORT: handed over with the master data.
+IF OBJECT_ID(N'dbo.T_STEH_RELTABLE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_STEH_RELTABLE (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        RELTABLE_ID INT,
+        STAMMDATEN_EXPORT BIT,
+        LDNR INT,
+        DISABLE BIT,
+        ID_ACCESS_LEVELS INT
+    )
+    CREATE INDEX IX_T_STEH_RELTABLE_LIST ON dbo.T_STEH_RELTABLE (RELTABLE_ID, [SHORT])
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per hunter who brings down game.
+IF OBJECT_ID(N'dbo.T_ERLEGER', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_ERLEGER (
+        ID INT NOT NULL PRIMARY KEY,
+        LANGNAME NVARCHAR(60),
+        ID_ACCESS_LEVELS INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per hunting district, found by name.
+IF OBJECT_ID(N'dbo.T_JAGDBEZIRK', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_JAGDBEZIRK (
+        ID INT NOT NULL PRIMARY KEY,
+        LANGNAME NVARCHAR(60),
+        ID_ACCESS_LEVELS INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per group of cost objects and of list keys.
+IF OBJECT_ID(N'dbo.BBF_GRUPPE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BBF_GRUPPE (
+        ID INT NOT NULL PRIMARY KEY,
+        LABEL_GROUP NVARCHAR(20),
+        [NUMBER] NVARCHAR(10),
+        NAME NVARCHAR(60)
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per group of partners of one owner.
+IF OBJECT_ID(N'dbo.PA_GRUPPE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.PA_GRUPPE (
+        ID INT NOT NULL PRIMARY KEY,
+        BEZEICHNUNG NVARCHAR(60),
+        PA_NUMMER NVARCHAR(20),
+        ID_PERSONAL INT,
+        ID_T_PA_KATEGORIE INT,
+        ID_PRODUKT INT,
+        LANGBEZEICHNUNG NVARCHAR(80),
+        ANLAGEDATUM SMALLDATETIME,
+        GUELTIG_VON SMALLDATETIME,
+        GUELTIG_BIS SMALLDATETIME,
+        RABATT FLOAT,
+        MITGLIEDER INT,
+        JAHRESMENGE FLOAT,
+        JAHRESUMSATZ FLOAT,
+        BEMERKUNG NVARCHAR(80),
+        DISABLE BIT
+    )
+    CREATE INDEX IX_PA_GRUPPE_OWNER ON dbo.PA_GRUPPE (ID_PERSONAL)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per other time of wage entry: MENGE hours or pieces of a worker on a day. ID_AUFTRAG names the planned
+-- order. BETRAG: the wage; KOSTEN: its share by the factor of cost. ID_NN_POSITIONEN Null: not billed yet.
+IF OBJECT_ID(N'dbo.LOHNERFASSUNG_ZEIT_SONST', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.LOHNERFASSUNG_ZEIT_SONST (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_AUFTRAG INT,
+        MENGE FLOAT,
+        ID_NN_POSITIONEN INT,
+        ID_LOHNERFASSUNG_KOPF INT,
+        ID_ARBEITER INT,
+        DATUM SMALLDATETIME,
+        ID_LOHNARTEN INT,
+        ID_SCH_MASCHINENBUCH INT,
+        ID_SCH_MASCHINENBUCH_BEZOGEN INT,
+        ID_PRODUKT INT,
+        ID_LEISTUNGSART INT,
+        ID_KOSTENART INT,
+        ID_BB_T_PROJEKT_PLANUNG INT,
+        ID_BB_T_LEI_ARBEITSVERFAHEREN INT,
+        ID_OBJEKT INT,
+        ID_VERFAHREN INT,
+        ID_WALDORT INT,
+        ID_WARENEINHEIT INT,
+        LEISTUNGSMENGE FLOAT,
+        ID_T_STUNDENFAKTOR INT,
+        ID_T_KOSTENFAKTOR INT,
+        SATZ FLOAT,
+        BETRAG FLOAT,
+        KOSTEN FLOAT,
+        BEMERKUNG NVARCHAR(80)
+    )
+    CREATE INDEX IX_LOHNERFASSUNG_ZEIT_SONST_KOPF ON dbo.LOHNERFASSUNG_ZEIT_SONST (ID_LOHNERFASSUNG_KOPF, ID_ARBEITER)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per line of a voucher booking: machine costs and receipts, net. BETRAG = MENGE x EINZELPREIS stands in
+-- KOSTEN or in ERLOSE too. ID_NN_POSITIONEN Null: not billed yet.
+IF OBJECT_ID(N'dbo.SCH_BELEGE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.SCH_BELEGE (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_AUFTRAGSNUMMER INT,
+        KOSTEN FLOAT,
+        ERLOSE FLOAT,
+        ID_NN_POSITIONEN INT,
+        ID_SCH_BELEGE_KOPF INT,
+        ZEILE INT,
+        ID_OBJEKT INT,
+        BEZEICHNUNG NVARCHAR(80),
+        MENGE FLOAT,
+        EINZELPREIS FLOAT,
+        BETRAG FLOAT,
+        BEMERKUNG NVARCHAR(255)
+    )
+    CREATE INDEX IX_SCH_BELEGE_KOPF ON dbo.SCH_BELEGE (ID_SCH_BELEGE_KOPF)
+    COMMIT TRANSACTION
+END
+GO
+-- Hunting keys, as the base selections offer and check them. LDNR is the manual order of a list.
+
+-- One row per game species. WILDBRETVERKAUF: sold as venison; SCHALENWILD hoofed, NIEDER_U_RAUBWILD small game and
+-- predators.
+IF OBJECT_ID(N'dbo.BB_T_WILDART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_WILDART (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        WILDBRETVERKAUF BIT,
+        SCHALENWILD BIT,
+        NIEDER_U_RAUBWILD BIT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per sex of game.
+IF OBJECT_ID(N'dbo.BB_T_GESCHLECHT', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_GESCHLECHT (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per age class of game.
+IF OBJECT_ID(N'dbo.BB_T_ALTERSKLASSE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_ALTERSKLASSE (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per cause of death of game.
+IF OBJECT_ID(N'dbo.BB_T_TODESURSACHE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_TODESURSACHE (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of hunting.
+IF OBJECT_ID(N'dbo.BB_T_JAGDART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_JAGDART (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of hunting district.
+IF OBJECT_ID(N'dbo.BB_T_JAGDBEZIRKSART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_JAGDBEZIRKSART (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per status of a hunter.
+IF OBJECT_ID(N'dbo.BB_T_JAGERSTATUS', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_JAGERSTATUS (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per breed of hunting dogs.
+IF OBJECT_ID(N'dbo.BB_T_HUNDERASSE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_HUNDERASSE (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per hunting district of the survey.
+IF OBJECT_ID(N'dbo.T_JAGDBEZIRKE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_JAGDBEZIRKE (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per hunting district of an organisation level and a hunting year. ID_PERSONAL: holder of the hunting
+-- right. Areas in hectares, PACHTPREIS in euro per hectare and year, PACHTSUMME per year, ZAUNLANGE in metres.
+IF OBJECT_ID(N'dbo.BB_JAGDBEZIRKE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_JAGDBEZIRKE (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        NAME NVARCHAR(60),
+        ID_ACCESS_LEVELS INT,
+        DISABLE BIT,
+        BEZEICHNUNG NVARCHAR(80),
+        JAGDJAHR NVARCHAR(9),
+        ID_BB_T_JAGDBEZIRKSART INT,
+        ID_PERSONAL INT,
+        GESAMTFLACHE FLOAT,
+        WALDFLACHE FLOAT,
+        FELDFLACHE FLOAT,
+        WASSERFLACHE FLOAT,
+        BEFRIEDETE_FLACHE FLOAT,
+        PACHTBEGINN SMALLDATETIME,
+        PACHTENDE SMALLDATETIME,
+        PACHTPREIS FLOAT,
+        PACHTSUMME FLOAT,
+        WILDSCHADENPAUSCHALE FLOAT,
+        PACHTER INT,
+        BEGEHUNGSSCHEINE INT,
+        HOCHSITZE INT,
+        KIRRUNGEN INT,
+        WILDACKER FLOAT,
+        ZAUNLANGE INT,
+        BEMERKUNG NVARCHAR(255),
+        ERSTELLUNGSDATUM SMALLDATETIME,
+        STORNODATUM SMALLDATETIME
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of hunting that belongs to a cause of death.
+IF OBJECT_ID(N'dbo.BB_TSP_TOD_JGD', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TSP_TOD_JGD (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_BB_T_TODESURSACHE INT,
+        ID_BB_T_JAGDART INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per age class of a species and sex.
+IF OBJECT_ID(N'dbo.BB_TSP_WA_G_AKL', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TSP_WA_G_AKL (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_BB_T_WILDART INT,
+        ID_BB_T_GESCHLECHT INT,
+        ID_BB_T_ALTERSKLASSE INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+-- Charts of accounts, orders and goods, as the base selections offer and check them. LDNR is the manual order of a
+-- list.
+
+-- One row per state of an order.
+IF OBJECT_ID(N'dbo.BB_T_AUFTRAGSSTATUS', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_AUFTRAGSSTATUS (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per type of order.
+IF OBJECT_ID(N'dbo.BB_T_AUFTRAGSTYP', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_AUFTRAGSTYP (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per cost and revenue type; TABLE_NAME is the chart to which it belongs. ERLOSE: revenue, LAGERBUCHUNG:
+-- booked through the stock.
+IF OBJECT_ID(N'dbo.KOSTENART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.KOSTENART (
+        ID INT NOT NULL PRIMARY KEY,
+        TABLE_NAME NVARCHAR(30),
+        [NUMBER] NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        NAME NVARCHAR(60),
+        ERLOSE BIT,
+        LAGERBUCHUNG BIT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per cost centre; TABLE_NAME is the chart to which it belongs.
+IF OBJECT_ID(N'dbo.KOSTENSTELLE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.KOSTENSTELLE (
+        ID INT NOT NULL PRIMARY KEY,
+        TABLE_NAME NVARCHAR(30),
+        [NUMBER] NVARCHAR(10),
+        NUMMER NVARCHAR(10),
+        NAME NVARCHAR(60),
+        ID_ACCESS_LEVELS INT,
+        ID_KOSTENSTELLE_TYP INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of service; TABLE_NAME is the chart to which it belongs. ALLOW_HOLZ: yields timber, JWP: of the
+-- yearly plan.
+IF OBJECT_ID(N'dbo.LEISTUNGSART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.LEISTUNGSART (
+        ID INT NOT NULL PRIMARY KEY,
+        TABLE_NAME NVARCHAR(30),
+        [NUMBER] NVARCHAR(10),
+        NAME NVARCHAR(60),
+        PRODUKT_ID INT,
+        ALLOW_HOLZ BIT,
+        JWP BIT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per cost type that a kind of wage may use.
+IF OBJECT_ID(N'dbo.TSM_LOHNARTEN_KOSTENART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.TSM_LOHNARTEN_KOSTENART (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_LOHNARTEN INT,
+        ID_KOSTENART INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per group of goods, with its rate of turnover tax in percent.
+IF OBJECT_ID(N'dbo.WARENGRUPPE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.WARENGRUPPE (
+        GRUPPE_ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        GRUPPE NVARCHAR(40),
+        MWST FLOAT,
+        EINHEIT_ID INT,
+        LFNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per article. FAKTURA: may be billed, MATERIALART 1: material of the stock, EINHPREIS in euro per
+-- ID_WARENEINHEIT, ID_PERSONAL: supplier, ID_BB_T_MEHRWERTSTEUER1 and 2: tax keys of sales and of purchases.
+IF OBJECT_ID(N'dbo.WARENKATALOG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.WARENKATALOG (
+        ART_ID INT NOT NULL PRIMARY KEY,
+        NUMMER INT,
+        BEZEICH1 NVARCHAR(60),
+        BEZEICH2 NVARCHAR(60),
+        GRUPPE_ID INT,
+        FAKTURA BIT,
+        MATERIALART SMALLINT,
+        ID_FORMULA INT,
+        EINHPREIS FLOAT,
+        DISABLE BIT,
+        LAGERORT NVARCHAR(30),
+        MINDESTBESTAND FLOAT,
+        GUELTIG_AB SMALLDATETIME,
+        BEMERKUNG NVARCHAR(80),
+        ID_ACCESS_LEVELS INT,
+        ID_PERSONAL INT,
+        ID_WARENEINHEIT INT,
+        ID_LEISTUNGSART INT,
+        ID_KOSTENART INT,
+        ID_PRODUKT INT,
+        ID_WALDORT INT,
+        ID_BB_T_BESTEUERUNGSART INT,
+        ID_BB_T_MEHRWERTSTEUER1 INT,
+        ID_BB_T_MEHRWERTSTEUER2 INT,
+        ID_BB_T_MEHRWERTSTEUER_HERLEITUNG INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per single measure of an order.
+IF OBJECT_ID(N'dbo.BB_AUFTRAG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_AUFTRAG (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_BB_AUFTRAG_KOPF INT,
+        EINZELMASSNAHME_NR INT,
+        ID_LEISTUNGSART INT,
+        STORNODATUM SMALLDATETIME,
+        BEZEICHNUNG NVARCHAR(60),
+        BEGINN SMALLDATETIME,
+        ENDE SMALLDATETIME,
+        MENGE FLOAT,
+        FLACHE FLOAT,
+        STUNDEN_PLAN FLOAT,
+        STUNDENSATZ FLOAT,
+        KOSTEN_PLAN FLOAT,
+        ID_PRODUKT INT,
+        ID_KOSTENSTELLE INT,
+        ID_WALDORT INT,
+        ID_HOLZART INT,
+        ID_BB_T_PRIORITAT INT,
+        ID_BB_T_PROJEKT_PLANUNG INT,
+        ID_BB_T_LEI_ARBEITSVERFAHEREN INT,
+        ID_BB_T_OBJEKTE INT,
+        ID_BB_T_VOLLZUGSMASSNAHME INT,
+        ID_BB_T_KZ_LEISTUNG INT,
+        ID_BB_NATURALVOLLZUG_DSW INT
+    )
+    CREATE INDEX IX_BB_AUFTRAG_KOPF ON dbo.BB_AUFTRAG (ID_BB_AUFTRAG_KOPF)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per cost type that a planned order is bound to.
+IF OBJECT_ID(N'dbo.BB_T_AUFTRAGS_PLANUNG_KOSTENART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_AUFTRAGS_PLANUNG_KOSTENART (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_BB_T_AUFTRAGS_PLANUNG INT,
+        ID_KOSTENART INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per service that a planned order is bound to.
+IF OBJECT_ID(N'dbo.BB_T_AUFTRAGS_PLANUNG_LEISTUNGSART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_AUFTRAGS_PLANUNG_LEISTUNGSART (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_BB_T_AUFTRAGS_PLANUNG INT,
+        ID_LEISTUNGSART INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per cost object that a planned order is bound to.
+IF OBJECT_ID(N'dbo.BB_T_AUFTRAGS_PLANUNG_OBJEKT', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_AUFTRAGS_PLANUNG_OBJEKT (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_BB_T_AUFTRAGS_PLANUNG INT,
+        ID_OBJEKT INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per product that a planned order is bound to.
+IF OBJECT_ID(N'dbo.BB_T_AUFTRAGS_PLANUNG_PRODUKT', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_AUFTRAGS_PLANUNG_PRODUKT (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_BB_T_AUFTRAGS_PLANUNG INT,
+        ID_PRODUKT INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per working method that a planned order is bound to.
+IF OBJECT_ID(N'dbo.BB_T_AUFTRAGS_PLANUNG_VERFAHREN', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_AUFTRAGS_PLANUNG_VERFAHREN (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_BB_T_AUFTRAGS_PLANUNG INT,
+        ID_VERFAHREN INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of sale that a planned order is bound to.
+IF OBJECT_ID(N'dbo.BB_T_AUFTRAGS_PLANUNG_VERKAUFSART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_AUFTRAGS_PLANUNG_VERKAUFSART (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_BB_T_AUFTRAGS_PLANUNG INT,
+        ID_VERKAUFSART INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per project that a planned order is bound to.
+IF OBJECT_ID(N'dbo.BB_T_AUFTRAGS_PLANUNG_BB_T_PROJEKT_PLANUNG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_AUFTRAGS_PLANUNG_BB_T_PROJEKT_PLANUNG (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_BB_T_AUFTRAGS_PLANUNG INT,
+        ID_BB_T_PROJEKT_PLANUNG INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per machine that a planned order is bound to.
+IF OBJECT_ID(N'dbo.BB_T_AUFTRAGS_PLANUNG_MASCHINE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_AUFTRAGS_PLANUNG_MASCHINE (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_BB_T_AUFTRAGS_PLANUNG INT,
+        ID_SCH_MASCHINENBUCH INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per machine that a planned order refers to.
+IF OBJECT_ID(N'dbo.BB_T_AUFTRAGS_PLANUNG_BEZOGENAUF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_AUFTRAGS_PLANUNG_BEZOGENAUF (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_BB_T_AUFTRAGS_PLANUNG INT,
+        ID_SCH_MASCHINENBUCH INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+-- Sales: terms of an association's contracts, transport orders, stock of articles and billing.
+
+-- One row per contract of supply with an association of forest owners (WVO). ORIGINAL: number of the signed original;
+-- ANGEMELDETEMENGE: the quantity has been announced; ANGEMELDETE, MENGENMELDUNG and BEREITSELLUNGS: dates of
+-- announcement, of the report of quantities and of provision.
+IF OBJECT_ID(N'dbo.WVO_VERTRAG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.WVO_VERTRAG (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_VERTRAG INT NOT NULL,
+        ORIGINAL NVARCHAR(20),
+        ANGEMELDETEMENGE BIT,
+        ANGEMELDETE SMALLDATETIME,
+        MENGENMELDUNG SMALLDATETIME,
+        BEREITSELLUNGS SMALLDATETIME
+    )
+    CREATE UNIQUE INDEX IX_WVO_VERTRAG_VERTRAG ON dbo.WVO_VERTRAG (ID_VERTRAG)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per transport order: carrier, place, the partner and the contract of each version (R, A1 to A8) and the
+-- entries of the ten free lists. MENGE, GEWICHT and FRACHT are the totals of its trips in TRANSPORTLOGISTIK.
+IF OBJECT_ID(N'dbo.TRANSPORTLOGISTIK_KOPF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.TRANSPORTLOGISTIK_KOPF (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        TRANSPORTNUMMER NVARCHAR(20),
+        AUFTRAGSDATUM SMALLDATETIME,
+        ABFUHR_VON SMALLDATETIME,
+        ABFUHR_BIS SMALLDATETIME,
+        MENGE_GEPLANT FLOAT,
+        MENGE FLOAT,
+        GEWICHT FLOAT,
+        FRACHT FLOAT,
+        ABGESCHLOSSEN BIT,
+        BEMERKUNG NVARCHAR(80),
+        ID_PERSONAL INT,
+        ID_WALDORT INT,
+        ID_OBJEKT INT,
+        ID_BB_T_PROJEKT_PLANUNG INT,
+        ID_BB_T_AUFTRAGS_PLANUNG INT,
+        RELTABLE1 INT,
+        RELTABLE2 INT,
+        RELTABLE3 INT,
+        RELTABLE4 INT,
+        RELTABLE5 INT,
+        RELTABLE6 INT,
+        RELTABLE7 INT,
+        RELTABLE8 INT,
+        RELTABLE9 INT,
+        RELTABLE10 INT,
+        R_KUNDE INT,
+        A1_KUNDE INT,
+        A2_KUNDE INT,
+        A3_KUNDE INT,
+        A4_KUNDE INT,
+        A5_KUNDE INT,
+        A6_KUNDE INT,
+        A7_KUNDE INT,
+        A8_KUNDE INT,
+        R_VERTRAG NVARCHAR(30),
+        A1_VERTRAG NVARCHAR(30),
+        A2_VERTRAG NVARCHAR(30),
+        A3_VERTRAG NVARCHAR(30),
+        A4_VERTRAG NVARCHAR(30),
+        A5_VERTRAG NVARCHAR(30),
+        A6_VERTRAG NVARCHAR(30),
+        A7_VERTRAG NVARCHAR(30),
+        A8_VERTRAG NVARCHAR(30),
+        ID_ACCESS_LEVELS INT
+    )
+    CREATE INDEX IX_TRANSPORTLOGISTIK_KOPF_LEVEL ON dbo.TRANSPORTLOGISTIK_KOPF (ID_ACCESS_LEVELS)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per article with its stock, in the unit of the article.
+IF OBJECT_ID(N'dbo.LAGER_ARTIKEL_MENGE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.LAGER_ARTIKEL_MENGE (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_WARENKATALOG INT NOT NULL,
+        MENGE FLOAT,
+        RESERVIERT FLOAT,
+        LETZTER_ZUGANG SMALLDATETIME,
+        LETZTER_ABGANG SMALLDATETIME
+    )
+    CREATE UNIQUE INDEX IX_LAGER_ARTIKEL_MENGE_ARTIKEL ON dbo.LAGER_ARTIKEL_MENGE (ID_WARENKATALOG)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per position of a billing record. NETTO is MENGE times EINZELPREIS less RABATT in percent, MWST the tax of
+-- MWST_SATZ percent on it, BRUTTO their sum.
+IF OBJECT_ID(N'dbo.BB_FAKTURA_ARTIKEL', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_FAKTURA_ARTIKEL (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_FAKTURA_KOPF INT NOT NULL,
+        POSITIONSNUMMER INT,
+        BEZEICHNUNG NVARCHAR(80),
+        LEISTUNGSDATUM SMALLDATETIME,
+        MENGE FLOAT,
+        EINZELPREIS FLOAT,
+        RABATT FLOAT,
+        NETTO FLOAT,
+        MWST_SATZ FLOAT,
+        MWST FLOAT,
+        BRUTTO FLOAT,
+        STUNDEN FLOAT,
+        ID_WARENKATALOG INT,
+        ID_WARENEINHEIT INT,
+        ID_KOSTENSTELLE INT,
+        ID_KOSTENART INT,
+        ID_LEISTUNGSART INT,
+        ID_PRODUKT INT,
+        ID_BB_AUFTRAG_KOPF INT,
+        ID_BB_T_PROJEKT_PLANUNG INT,
+        ID_BB_T_OBJEKTE INT,
+        ID_BB_T_LEI_ARBEITSVERFAHEREN INT,
+        ID_WALDORT INT,
+        ID_HOLZART INT,
+        ID_BB_HAB INT,
+        ID_BB_JAGDBEZIRKE INT,
+        ID_BB_WILDURSPRUNGS INT,
+        ID_BB_T_WILDART INT,
+        ID_BB_T_ABGABEART_VERWENDUNG INT,
+        ID_BB_T_TARIFSTELLE INT,
+        ID_BB_T_ENTGELTART INT,
+        ID_MWST INT,
+        ID_BB_T_MEHRWERTSTEUER_HERLEITUNG INT,
+        ID_BB_T_KZ_MEHRWERTSTEUER INT,
+        ID_BB_T_MEHRWERTSTEUER INT,
+        ID_BB_TSP_MWSCHL INT,
+        ID_ACCESS_LEVELS INT
+    )
+    CREATE INDEX IX_BB_FAKTURA_ARTIKEL_KOPF ON dbo.BB_FAKTURA_ARTIKEL (ID_BB_FAKTURA_KOPF)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per further receipt of a billing record besides its positions, at most one of each NUMMER: 1 surcharge or
+-- deduction, 2 charge of the administration. A deduction is negative.
+IF OBJECT_ID(N'dbo.BB_FAKTURA_ZARP', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_FAKTURA_ZARP (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_FAKTURA_KOPF INT NOT NULL,
+        NUMMER SMALLINT NOT NULL,
+        ID_BB_T_ZU_U_ABSCHLAGE_Z_ROH INT,
+        BEZEICHNUNG NVARCHAR(60),
+        PROZENT FLOAT,
+        NETTO FLOAT,
+        MWST_SATZ FLOAT,
+        MWST FLOAT,
+        BRUTTO FLOAT
+    )
+    CREATE UNIQUE INDEX IX_BB_FAKTURA_ZARP_KOPF ON dbo.BB_FAKTURA_ZARP (ID_BB_FAKTURA_KOPF, NUMMER)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per tax code of the accounts.
+IF OBJECT_ID(N'dbo.BB_TSM_MWSTSCHLUSSEL', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TSM_MWSTSCHLUSSEL (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per tax key and tax mark with the tax code of the accounts that they are posted under.
+IF OBJECT_ID(N'dbo.BB_TSP_MWSCHL', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TSP_MWSCHL (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        ID_BB_T_MEHRWERTSTEUER INT,
+        ID_BB_T_KZ_MEHRWERTSTEUER INT,
+        ID_BB_TSM_MWSTSCHLUSSEL INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+-- Vouchers of cost accounting and timber harvest records: their keys, positions, nature records and sales. The heads
+-- BB_BELEGE_KOPF and BB_HAB_KOPF stand with the other lockable heads.
+
+-- One row per type of an invoice that a voucher of cost accounting books.
+IF OBJECT_ID(N'dbo.BB_T_RECHNUNGSTYP_BELEG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_RECHNUNGSTYP_BELEG (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per state of a timber harvest record, from entry to settlement.
+IF OBJECT_ID(N'dbo.BB_T_HAB_STATUS', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_HAB_STATUS (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per state of sale of harvested timber.
+IF OBJECT_ID(N'dbo.BB_T_HOLZVERKAUFSSTATUS', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_HOLZVERKAUFSSTATUS (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of sale of harvested timber.
+IF OBJECT_ID(N'dbo.BB_T_VERKAUFSART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_VERKAUFSART (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per surcharge or deduction on the price of raw timber. ABSCHLAG: reduces the price.
+IF OBJECT_ID(N'dbo.BB_T_ZU_U_ABSCHLAGE_Z_ROH', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_ZU_U_ABSCHLAGE_Z_ROH (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        ABSCHLAG BIT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per item of the budget, with its chapter and title.
+IF OBJECT_ID(N'dbo.BB_HAUSHALT', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_HAUSHALT (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        ID_HH_KAPITEL INT,
+        ID_HH_TITEL INT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per group of species in services.
+IF OBJECT_ID(N'dbo.BB_TSM_BAGLA', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TSM_BAGLA (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per group of species in timber sales by bid.
+IF OBJECT_ID(N'dbo.BB_TSM_BAGMV1', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TSM_BAGMV1 (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per group of assortments in timber sales by bid.
+IF OBJECT_ID(N'dbo.BB_TSM_SOGMV', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TSM_SOGMV (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per group of strength classes in timber sales by bid.
+IF OBJECT_ID(N'dbo.BB_TSM_STKLGMV', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TSM_STKLGMV (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per invoice that a supplier sent, by the number on the paper.
+IF OBJECT_ID(N'dbo.BB_RECHNUNGSNUMMER_BELEG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_RECHNUNGSNUMMER_BELEG (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        RECHNUNGSNUMMER NVARCHAR(30),
+        RECHNUNGSDATUM SMALLDATETIME,
+        BETRAG FLOAT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per position of a voucher. KOSTENART is the account of a cost position, ERLOSART (a row of KOSTENART) that of
+-- a revenue position; KOSTEN and ERLOSE hold the net amount of the one or the other. EINZELPREIS is net per unit, MWST
+-- the tax of the position and MWST_SATZ its rate in percent.
+IF OBJECT_ID(N'dbo.BB_BELEGE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_BELEGE (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_BELEGE_KOPF INT,
+        POSITIONSNUMMER INT,
+        LEISTUNG_VON SMALLDATETIME,
+        LEISTUNG_BIS SMALLDATETIME,
+        BUCHUNGSTEXT NVARCHAR(80),
+        MENGE FLOAT,
+        STUNDEN FLOAT,
+        EINZELPREIS FLOAT,
+        KOSTEN FLOAT,
+        ERLOSE FLOAT,
+        MWST_SATZ FLOAT,
+        MWST FLOAT,
+        BRUTTO FLOAT,
+        LAGERBUCHUNG BIT,
+        ID_KOSTENSTELLE INT,
+        ID_BB_AUFTRAG_KOPF INT,
+        ID_BB_T_PROJEKT_PLANUNG INT,
+        ID_KOSTENART INT,
+        ID_ERLOSART INT,
+        ID_WARENKATALOG INT,
+        ID_LEISTUNGSART INT,
+        ID_BB_T_LEI_ARBEITSVERFAHEREN INT,
+        ID_PRODUKT INT,
+        ID_BB_T_OBJEKTE INT,
+        ID_WALDORT INT,
+        ID_BB_T_UNTERKONTO INT,
+        ID_BB_T_KZ_LEISTUNG INT,
+        ID_WARENEINHEIT INT,
+        ID_BB_T_VOLLZUGSMASSNAHME INT,
+        ID_HOLZSORTE INT,
+        ID_HOLZART INT,
+        ID_BB_T_ABGABEART_VERWENDUNG INT,
+        ID_BB_T_KZ_MEHRWERTSTEUER INT,
+        ID_BB_T_MEHRWERTSTEUER INT
+    )
+    CREATE INDEX IX_BB_BELEGE_KOPF ON dbo.BB_BELEGE (ID_BB_BELEGE_KOPF)
+    CREATE INDEX IX_BB_BELEGE_AUFTRAG ON dbo.BB_BELEGE (ID_BB_AUFTRAG_KOPF)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per nature record: what a position of a voucher did in the forest. FLACHE is in hectares, ALTER_PFLANZEN the
+-- age of plants in years, PFLANZABSTAND_REIHE and PFLANZABSTAND the spacing in metres.
+IF OBJECT_ID(N'dbo.BB_NATURALVOLLZUG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_NATURALVOLLZUG (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_BELEGE INT,
+        DATUM SMALLDATETIME,
+        MENGE FLOAT,
+        FLACHE FLOAT,
+        STUCK INT,
+        ALTER_PFLANZEN INT,
+        PFLANZABSTAND_REIHE FLOAT,
+        PFLANZABSTAND FLOAT,
+        BEMERKUNG NVARCHAR(255),
+        ID_WALDORT INT,
+        ID_BB_T_VOLLZUGSMASSNAHME INT,
+        ID_HOLZART INT,
+        ID_WARENEINHEIT INT,
+        ID_BB_T_BESTANDESART INT,
+        ID_BB_T_MISCHUNGSFORM1 INT,
+        ID_BB_T_MISCHUNGSFORM2 INT,
+        ID_BB_T_BETRIEBSART INT,
+        ID_BB_T_STANDORT INT,
+        ID_BB_T_SAATGUTHERKUNFT INT,
+        ID_BB_T_SAATGUTQUALITAT INT
+    )
+    CREATE INDEX IX_BB_NATURALVOLLZUG_BELEGE ON dbo.BB_NATURALVOLLZUG (ID_BB_BELEGE)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per nature record that was handed over to the forest inventory, from a position of a voucher or from a
+-- harvest record (BB_HAB_NATURALVOLLZUG names it). FLACHE is in hectares.
+IF OBJECT_ID(N'dbo.BB_NATURALVOLLZUG_DSW', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_NATURALVOLLZUG_DSW (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_BELEGE INT,
+        MENGE FLOAT,
+        FLACHE FLOAT,
+        DATUM SMALLDATETIME,
+        BESTAND NVARCHAR(20),
+        UBERNAHMEDATUM SMALLDATETIME
+    )
+    CREATE INDEX IX_BB_NATURALVOLLZUG_DSW_BELEGE ON dbo.BB_NATURALVOLLZUG_DSW (ID_BB_BELEGE)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per line of a timber harvest record: a log, or the logs of one class together. MENGE is in the line's unit,
+-- KUBATUR in solid cubic metres, LAENGE in metres, DURCHMESSER in centimetres. ID_BB_HAB_FAKTURA is the line's sale,
+-- ID_BB_HAB_FAKTURA_ANGEBOT its offer.
+IF OBJECT_ID(N'dbo.BB_HAB', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_HAB (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_HAB_KOPF INT,
+        POSITIONSNUMMER INT,
+        LOS NVARCHAR(20),
+        POLTERNUMMER NVARCHAR(20),
+        STAMMNUMMER INT,
+        LAENGE FLOAT,
+        DURCHMESSER INT,
+        STUCK INT,
+        MENGE FLOAT,
+        KUBATUR FLOAT,
+        ZUGANGSDATUM SMALLDATETIME,
+        ABGANGSDATUM SMALLDATETIME,
+        ABFUHRDATUM SMALLDATETIME,
+        ABGANGSMENGE FLOAT,
+        BEMERKUNG NVARCHAR(255),
+        GESPERRT BIT,
+        ID_FARBE INT,
+        ID_HOLZART INT,
+        ID_HOLZSORTE INT,
+        ID_GUETEKLASSE INT,
+        ID_STKL INT,
+        ID_BB_T_HOLZSCHADEN INT,
+        ID_BB_T_ZUFALLIGES_EREIGNIS INT,
+        ID_WARENEINHEIT INT,
+        ID_BB_T_ZUGANGSART INT,
+        ID_BB_T_ABGANGSART INT,
+        ID_BB_T_VERKAUFSZIEL INT,
+        ID_BB_T_HOLZVERKAUFSSTATUS INT,
+        ID_BB_TSM_BAGMV1 INT,
+        ID_BB_TSM_SOGMV INT,
+        ID_BB_TSM_STKLGMV INT,
+        ID_BB_HAB_FAKTURA INT,
+        ID_BB_HAB_FAKTURA_ANGEBOT INT
+    )
+    CREATE INDEX IX_BB_HAB_KOPF ON dbo.BB_HAB (ID_BB_HAB_KOPF)
+    CREATE INDEX IX_BB_HAB_FAKTURA ON dbo.BB_HAB (ID_BB_HAB_FAKTURA)
+    CREATE INDEX IX_BB_HAB_ANGEBOT ON dbo.BB_HAB (ID_BB_HAB_FAKTURA_ANGEBOT)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per sale or offer (ANGEBOT 1) of a harvested line, on a document of BB_FAKTURA_KOPF. PREIS is the net price
+-- of the unit before the surcharges and deductions ZARP1 to ZARP3, which are per unit too, deductions negative. NETTO is
+-- MENGE times the sum of the four, MWST the tax at MWST_SATZ percent.
+IF OBJECT_ID(N'dbo.BB_HAB_FAKTURA', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_HAB_FAKTURA (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_HAB INT,
+        ID_BB_FAKTURA_KOPF INT,
+        ANGEBOT BIT,
+        DATUM SMALLDATETIME,
+        GULTIG_BIS SMALLDATETIME,
+        MENGE FLOAT,
+        PREIS FLOAT,
+        ZARP1 FLOAT,
+        ZARP2 FLOAT,
+        ZARP3 FLOAT,
+        NETTO FLOAT,
+        MWST_SATZ FLOAT,
+        MWST FLOAT,
+        BRUTTO FLOAT,
+        ZAHLUNGSZIEL INT,
+        SKONTO FLOAT,
+        ID_KUNDE INT,
+        ID_LIEFERANT INT,
+        ID_BB_T_VERTRAG INT,
+        ID_BB_T_ZAHLART INT,
+        ID_BB_T_ABGABEART_VERWENDUNG INT,
+        ID_BB_T_VERKAUFSVERFAHREN INT,
+        ID_BB_T_VERKAUFSART INT,
+        ID_BB_T_ERFULLUNGSORT INT,
+        ID_BB_T_PREIS_RINDE INT,
+        ID_BB_T_PREIS_RUCKEN INT,
+        ID_BB_T_PREIS_GRUPPE INT,
+        ID_BB_T_MEHRWERTSTEUER INT,
+        ID_BB_HAUSHALT INT,
+        ID_ZARP1 INT,
+        ID_ZARP2 INT,
+        ID_ZARP3 INT
+    )
+    CREATE INDEX IX_BB_HAB_FAKTURA_HAB ON dbo.BB_HAB_FAKTURA (ID_BB_HAB)
+    CREATE INDEX IX_BB_HAB_FAKTURA_KOPF ON dbo.BB_HAB_FAKTURA (ID_BB_FAKTURA_KOPF)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per nature record of a timber harvest record: the measure that was carried out at one forest location, with
+-- its area in hectares and its volume in solid cubic metres.
+IF OBJECT_ID(N'dbo.BB_HAB_NATURALVOLLZUG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_HAB_NATURALVOLLZUG (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_HAB_KOPF INT,
+        DATUM SMALLDATETIME,
+        FLACHE FLOAT,
+        MENGE FLOAT,
+        BEMERKUNG NVARCHAR(255),
+        ID_WALDORT INT,
+        ID_BB_T_VOLLZUGSMASSNAHME INT,
+        ID_BB_NATURALVOLLZUG_DSW INT
+    )
+    CREATE INDEX IX_BB_HAB_NATURALVOLLZUG_KOPF ON dbo.BB_HAB_NATURALVOLLZUG (ID_BB_HAB_KOPF)
+    COMMIT TRANSACTION
+END
+GO
+-- Work orders, plans, monthly work plans, the order catalogue and the provision of timber: the tables that their
+-- lists read besides the heads.
+
+-- One row per position of planned work orders; ID_ARBEITSAUFTRAG is the position of a work order that was made of it.
+IF OBJECT_ID(N'dbo.ARBEITSAUFTRAG_PLANN', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.ARBEITSAUFTRAG_PLANN (
+        ID INT NOT NULL PRIMARY KEY,
+        ARBEITSAUFTRAG_KOPF_PLANN_ID INT,
+        ORDERS INT,
+        STUNDEN FLOAT,
+        LEISTUNGSART_ID INT,
+        DATUM_NR NVARCHAR(20),
+        DATUM SMALLDATETIME,
+        MENGE FLOAT,
+        ID_WARENEINHEIT INT,
+        PREIS FLOAT,
+        KOSTEN FLOAT,
+        FESTMETER FLOAT,
+        ARBEITER SMALLINT,
+        ID_KOSTENART INT,
+        ID_ARBEITSAUFTRAG INT
+    )
+    CREATE INDEX IX_ARBEITSAUFTRAG_PLANN_KOPF ON dbo.ARBEITSAUFTRAG_PLANN (ARBEITSAUFTRAG_KOPF_PLANN_ID)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of payment of a voucher. The name of the table is a historical spelling.
+IF OBJECT_ID(N'dbo.ZUHLUNGSART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.ZUHLUNGSART (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per reason of payment of a voucher. The name of the table is a historical spelling.
+IF OBJECT_ID(N'dbo.ZUHLUNGSGRUND', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.ZUHLUNGSGRUND (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per voucher of a work order position: work of a contractor or own hours, net, tax and gross in euro.
+IF OBJECT_ID(N'dbo.BELEGE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BELEGE (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ARBEITSAUFTRAG_ID INT,
+        BELEGNUMMER NVARCHAR(20),
+        ZEILE INT,
+        DATUM SMALLDATETIME,
+        BUCHUNGSDATUM SMALLDATETIME,
+        JAHR SMALLINT,
+        STUNDEN FLOAT,
+        MENGE FLOAT,
+        ID_WARENEINHEIT INT,
+        PREIS FLOAT,
+        BETRAG FLOAT,
+        MWST FLOAT,
+        MWST_BETRAG FLOAT,
+        BRUTTO FLOAT,
+        ID_ZUHLUNGSART INT,
+        ID_ZUHLUNGSGRUND INT
+    )
+    CREATE INDEX IX_BELEGE_ARBEITSAUFTRAG ON dbo.BELEGE (ARBEITSAUFTRAG_ID)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per voucher whose work was carried out in the forest: area in hectares, quantity and pieces.
+IF OBJECT_ID(N'dbo.NATURALVOLLZUG_KLR', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.NATURALVOLLZUG_KLR (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BELEGE INT NOT NULL,
+        FLAECHE FLOAT,
+        MENGE FLOAT,
+        STUECK INT,
+        BESTANDESALTER SMALLINT,
+        ID_HOLZART INT,
+        ID_NUTZUNGSART INT,
+        ID_SONDERMERKMAL INT
+    )
+    CREATE UNIQUE INDEX IX_NATURALVOLLZUG_KLR_BELEGE ON dbo.NATURALVOLLZUG_KLR (ID_BELEGE)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per line of a plan of the BB edition: a measure with its hours, costs and revenue in euro.
+IF OBJECT_ID(N'dbo.BB_PLAN', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_PLAN (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_PLAN_KOPF INT,
+        ZEILE_NR INT,
+        MENGE FLOAT,
+        FLACHE FLOAT,
+        STUECK INT,
+        STUNDEN FLOAT,
+        STUNDENSATZ FLOAT,
+        LOHNKOSTEN FLOAT,
+        FREMDKOSTEN FLOAT,
+        KOSTEN FLOAT,
+        PREIS FLOAT,
+        ERLOES FLOAT,
+        ID_LEISTUNGSART INT,
+        ID_PRODUKT INT,
+        ID_BB_T_LEI_ARBEITSVERFAHEREN INT,
+        ID_BB_T_KZ_LEISTUNG INT,
+        ID_BB_T_OBJEKTE INT,
+        ID_BB_T_VOLLZUGSMASSNAHME INT,
+        ID_BB_T_PLANMERKMAL INT,
+        ID_WARENEINHEIT_MENGE INT,
+        ID_WARENEINHEIT_FLACHE INT,
+        ID_HOLZART INT,
+        ID_HOLZSORTE INT,
+        ID_BB_T_WILDART INT,
+        ID_BB_T_GUGJP INT,
+        ID_BB_T_STKLGJP INT,
+        ID_BB_T_STUCK_VOL_BAUM INT,
+        ID_BB_T_RUCKE_ENTFERN INT
+    )
+    CREATE INDEX IX_BB_PLAN_KOPF ON dbo.BB_PLAN (ID_BB_PLAN_KOPF)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per material that a plan line needs, with the month in which it is needed.
+IF OBJECT_ID(N'dbo.BB_PLAN_MATERIAL', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_PLAN_MATERIAL (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_PLAN INT,
+        MENGE FLOAT,
+        PREIS FLOAT,
+        BETRAG FLOAT,
+        ID_WARENKATALOG INT,
+        ID_KOSTENART INT,
+        ID_HOLZART INT,
+        ID_BB_T_MONAT INT,
+        ID_WARENEINHEIT INT
+    )
+    CREATE INDEX IX_BB_PLAN_MATERIAL_PLAN ON dbo.BB_PLAN_MATERIAL (ID_BB_PLAN)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per state of a monthly work plan.
+IF OBJECT_ID(N'dbo.BB_T_MAP_STATUS', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_MAP_STATUS (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per line of a monthly work plan: a single measure of an order, with the hours planned for the month.
+IF OBJECT_ID(N'dbo.BB_MAP', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_MAP (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_MAP_KOPF INT,
+        ID_BB_AUFTRAG INT,
+        ZEILE_NR INT,
+        BEGINN SMALLDATETIME,
+        ENDE SMALLDATETIME,
+        TAGE INT,
+        ARBEITER INT,
+        STUNDEN_PLAN FLOAT,
+        MENGE_PLAN FLOAT,
+        BEMERKUNG NVARCHAR(255)
+    )
+    CREATE INDEX IX_BB_MAP_KOPF ON dbo.BB_MAP (ID_BB_MAP_KOPF)
+    CREATE INDEX IX_BB_MAP_AUFTRAG ON dbo.BB_MAP (ID_BB_AUFTRAG)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per settled line of a monthly work plan: hours worked and their cost in euro.
+IF OBJECT_ID(N'dbo.BB_AUFTRAG_ABRECHNUNG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_AUFTRAG_ABRECHNUNG (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_MAP INT NOT NULL,
+        ID_BB_AUFTRAG INT,
+        DATUM SMALLDATETIME,
+        STUNDEN FLOAT,
+        STUNDENSATZ FLOAT,
+        BETRAG FLOAT,
+        MENGE FLOAT
+    )
+    CREATE UNIQUE INDEX IX_BB_AUFTRAG_ABRECHNUNG_MAP ON dbo.BB_AUFTRAG_ABRECHNUNG (ID_BB_MAP)
+    CREATE INDEX IX_BB_AUFTRAG_ABRECHNUNG_AUFTRAG ON dbo.BB_AUFTRAG_ABRECHNUNG (ID_BB_AUFTRAG)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per catalogue order: the values that a new timber list head takes from it.
+IF OBJECT_ID(N'dbo.BB_T_AUFTRAGS_LISTENKOPF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_AUFTRAGS_LISTENKOPF (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_T_AUFTRAGS_PLANUNG INT NOT NULL,
+        FWJ SMALLINT,
+        TEXT1 NVARCHAR(60),
+        TEXT2 NVARCHAR(60),
+        TEXT3 NVARCHAR(60),
+        TEXT4 NVARCHAR(60),
+        TEXT5 NVARCHAR(60),
+        NUMBER1 FLOAT,
+        NUMBER2 FLOAT,
+        DATE1 SMALLDATETIME,
+        DATE2 SMALLDATETIME
+    )
+    CREATE UNIQUE INDEX IX_BB_T_AUFTRAGS_LISTENKOPF_ORDER ON dbo.BB_T_AUFTRAGS_LISTENKOPF (ID_BB_T_AUFTRAGS_PLANUNG)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per catalogue order: the values that a new measured line takes from it. ID_EST is a row of STAMM_TABELLEN.
+IF OBJECT_ID(N'dbo.BB_T_AUFTRAGS_LOGS', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_AUFTRAGS_LOGS (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_T_AUFTRAGS_PLANUNG INT NOT NULL,
+        HA NVARCHAR(10),
+        HS NVARCHAR(10),
+        GKL NVARCHAR(10),
+        LAENGE FLOAT,
+        NA NVARCHAR(10),
+        ID_EST INT,
+        RELTABLE1 INT,
+        RELTABLE2 INT,
+        RELTABLE3 INT,
+        RELTABLE4 INT,
+        RELTABLE5 INT,
+        RELTABLE6 INT,
+        RELTABLE7 INT,
+        RELTABLE8 INT,
+        RELTABLE9 INT,
+        RELTABLE10 INT,
+        ID_PRODUKT_KLR INT,
+        ID_OBJEKT_KLR INT,
+        ID_VERFAHREN_KLR INT
+    )
+    CREATE UNIQUE INDEX IX_BB_T_AUFTRAGS_LOGS_ORDER ON dbo.BB_T_AUFTRAGS_LOGS (ID_BB_T_AUFTRAGS_PLANUNG)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per catalogue order: partner, contract and price that the settlements of new logs take from it. R is the
+-- invoice, A1 to A8 are settlements.
+IF OBJECT_ID(N'dbo.BB_T_AUFTRAGS_LOGS_RECH', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_AUFTRAGS_LOGS_RECH (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_T_AUFTRAGS_PLANUNG INT NOT NULL,
+        R_KUNDE INT,
+        R_ID_VERTRAG INT,
+        R_PREIS FLOAT,
+        A1_KUNDE INT,
+        A1_ID_VERTRAG INT,
+        A1_PREIS FLOAT,
+        A2_KUNDE INT,
+        A2_ID_VERTRAG INT,
+        A2_PREIS FLOAT,
+        A3_KUNDE INT,
+        A3_ID_VERTRAG INT,
+        A3_PREIS FLOAT,
+        A4_KUNDE INT,
+        A4_ID_VERTRAG INT,
+        A4_PREIS FLOAT,
+        A5_KUNDE INT,
+        A5_ID_VERTRAG INT,
+        A5_PREIS FLOAT,
+        A6_KUNDE INT,
+        A6_ID_VERTRAG INT,
+        A6_PREIS FLOAT,
+        A7_KUNDE INT,
+        A7_ID_VERTRAG INT,
+        A7_PREIS FLOAT,
+        A8_KUNDE INT,
+        A8_ID_VERTRAG INT,
+        A8_PREIS FLOAT
+    )
+    CREATE UNIQUE INDEX IX_BB_T_AUFTRAGS_LOGS_RECH_ORDER ON dbo.BB_T_AUFTRAGS_LOGS_RECH (ID_BB_T_AUFTRAGS_PLANUNG)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per provision of timber that was passed to the portal for timber transport.
+IF OBJECT_ID(N'dbo.NETLOGISTIK_TRANSPORT', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.NETLOGISTIK_TRANSPORT (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BEREITSTELLUNG_KOPF INT NOT NULL,
+        AUFTRAGSNUMMER NVARCHAR(20),
+        STATUS NVARCHAR(30),
+        UEBERGABEDATUM SMALLDATETIME,
+        RUECKMELDUNG SMALLDATETIME
+    )
+    CREATE UNIQUE INDEX IX_NETLOGISTIK_TRANSPORT_KOPF ON dbo.NETLOGISTIK_TRANSPORT (ID_BEREITSTELLUNG_KOPF)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per journey that takes piles of provided timber away.
+IF OBJECT_ID(N'dbo.POLTER_TRANSPORT_KOPF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.POLTER_TRANSPORT_KOPF (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        DATUM SMALLDATETIME,
+        KENNZEICHEN NVARCHAR(20),
+        ID_PERSONAL INT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per provided log that a journey took away.
+IF OBJECT_ID(N'dbo.POLTER_TRANSPORT', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.POLTER_TRANSPORT (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_POLTER_TRANSPORT_KOPF INT,
+        ID_LOGS INT NOT NULL,
+        POLTER NVARCHAR(20),
+        LIEFERSCHEIN_NR NVARCHAR(20),
+        MENGE FLOAT
+    )
+    CREATE INDEX IX_POLTER_TRANSPORT_KOPF ON dbo.POLTER_TRANSPORT (ID_POLTER_TRANSPORT_KOPF)
+    CREATE UNIQUE INDEX IX_POLTER_TRANSPORT_LOGS ON dbo.POLTER_TRANSPORT (ID_LOGS)
+    COMMIT TRANSACTION
+END
+GO
+-- Further data of partners, kinds of wage, records of services and forest workers' wages.
+
+-- One row per forest owner whose forest a level looks after, with the contract and its yearly fee.
+IF OBJECT_ID(N'dbo.WALDB_VERWALTUNG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.WALDB_VERWALTUNG (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_PERSONAL INT NOT NULL,
+        ID_ACCESS_LEVELS INT,
+        VERTRAGSNUMMER NVARCHAR(20),
+        VERTRAGSDATUM SMALLDATETIME,
+        VERTRAGSENDE SMALLDATETIME,
+        FLAECHE FLOAT,
+        ENTGELT FLOAT,
+        BEMERKUNG NVARCHAR(80)
+    )
+    CREATE UNIQUE INDEX IX_WALDB_VERWALTUNG_PERSONAL ON dbo.WALDB_VERWALTUNG (ID_PERSONAL)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per partner with free fields: texts, numbers and dates that each enterprise names as it likes.
+IF OBJECT_ID(N'dbo.PERSONAL_FREE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.PERSONAL_FREE (
+        ID_PERSONAL INT NOT NULL PRIMARY KEY,
+        TEXT1 NVARCHAR(60),
+        TEXT2 NVARCHAR(60),
+        TEXT3 NVARCHAR(60),
+        TEXT4 NVARCHAR(60),
+        TEXT5 NVARCHAR(60),
+        ZAHL1 FLOAT,
+        ZAHL2 FLOAT,
+        ZAHL3 FLOAT,
+        DATUM1 SMALLDATETIME,
+        DATUM2 SMALLDATETIME
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per forest location that belongs, in part or as a whole, to a forest owner. ANTEIL: share in percent.
+IF OBJECT_ID(N'dbo.WB_WALDORT_ZUORD', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.WB_WALDORT_ZUORD (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_PERSONAL INT NOT NULL,
+        ID_WALDORT INT NOT NULL,
+        FLAECHE FLOAT,
+        ANTEIL FLOAT,
+        GUELTIG_VON SMALLDATETIME,
+        GUELTIG_BIS SMALLDATETIME
+    )
+    CREATE UNIQUE INDEX IX_WB_WALDORT_ZUORD_PERSONAL ON dbo.WB_WALDORT_ZUORD (ID_PERSONAL, ID_WALDORT)
+    CREATE INDEX IX_WB_WALDORT_ZUORD_WALDORT ON dbo.WB_WALDORT_ZUORD (ID_WALDORT)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per destination of sale of a partner and year, with the quantity in solid cubic metres. EXPORT: sold abroad.
+IF OBJECT_ID(N'dbo.PERSONAL_VERKAUFSZIEL', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.PERSONAL_VERKAUFSZIEL (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_PERSONAL INT NOT NULL,
+        ID_BB_T_VERKAUFSZIEL INT,
+        JAHR SMALLINT,
+        EXPORT BIT,
+        MENGE FLOAT,
+        UMSATZ FLOAT
+    )
+    CREATE INDEX IX_PERSONAL_VERKAUFSZIEL_PERSONAL ON dbo.PERSONAL_VERKAUFSZIEL (ID_PERSONAL, EXPORT)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per unit of wages.
+IF OBJECT_ID(N'dbo.EINHEIT', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.EINHEIT (
+        ID INT NOT NULL PRIMARY KEY,
+        NAME NVARCHAR(20),
+        LANGNAME NVARCHAR(60)
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of wage. EINHEIT: its unit, a row of EINHEIT. SLA: its rate is kept by date, else it follows from the
+-- machine or the worker's wage group. ABWESENHEIT: paid without work.
+IF OBJECT_ID(N'dbo.LOHNARTEN', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.LOHNARTEN (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        EINHEIT INT,
+        SLA BIT,
+        SATZ FLOAT,
+        ABWESENHEIT BIT,
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per worker and month of services. ID_ACCESS_LEVELS: where the work was done, ID_ACCESS_LEVELS_ERSTELLER: who
+-- recorded it. SUMME_STUNDEN and SUMME_BETRAG: totals of the services, SUMME_SONST: of the other wages, SUMME_GESAMT:
+-- both and what is paid by result.
+IF OBJECT_ID(N'dbo.BB_LEISTUNGS_KOPF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_LEISTUNGS_KOPF (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_PERSONAL INT,
+        MONAT SMALLINT,
+        JAHR SMALLINT,
+        ID_ACCESS_LEVELS INT,
+        ID_ACCESS_LEVELS_ERSTELLER INT,
+        NUMMER NVARCHAR(20),
+        ERSTELLUNGSDATUM SMALLDATETIME,
+        ABGESCHLOSSEN BIT,
+        ABSCHLUSSDATUM SMALLDATETIME,
+        STORNODATUM SMALLDATETIME,
+        SUMME_STUNDEN FLOAT,
+        SUMME_BETRAG FLOAT,
+        SUMME_SONST FLOAT,
+        SUMME_GESAMT FLOAT,
+        BEMERKUNG NVARCHAR(80)
+    )
+    CREATE INDEX IX_BB_LEISTUNGS_KOPF_PERSONAL ON dbo.BB_LEISTUNGS_KOPF (ID_PERSONAL)
+    CREATE INDEX IX_BB_LEISTUNGS_KOPF_MONAT ON dbo.BB_LEISTUNGS_KOPF (JAHR, MONAT)
+    CREATE INDEX IX_BB_LEISTUNGS_KOPF_LEVEL ON dbo.BB_LEISTUNGS_KOPF (ID_ACCESS_LEVELS)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per service of a worker in a month: BETRAG is STUNDEN times SATZ.
+IF OBJECT_ID(N'dbo.BB_LEISTUNGS', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_LEISTUNGS (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_LEISTUNGS_KOPF INT,
+        POSITION INT,
+        ID_WALDBESITZER INT,
+        ID_KOSTENSTELLE INT,
+        ID_BB_T_AUFTRAGS_PLANUNG INT,
+        ID_BB_T_PROJEKT_PLANUNG INT,
+        ID_BB_T_OBJEKTE INT,
+        ID_WALDORT INT,
+        ID_LEISTUNGSART INT,
+        ID_BB_T_LEI_ARBEITSVERFAHEREN INT,
+        ID_PRODUKT INT,
+        ID_BB_AUFTRAG INT,
+        ID_BB_T_KZ_LEISTUNG INT,
+        ID_WARENEINHEIT INT,
+        MENGE FLOAT,
+        STUNDEN FLOAT,
+        SATZ FLOAT,
+        BETRAG FLOAT,
+        BEMERKUNG NVARCHAR(80)
+    )
+    CREATE INDEX IX_BB_LEISTUNGS_KOPF ON dbo.BB_LEISTUNGS (ID_BB_LEISTUNGS_KOPF)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per day of a service, with its hours.
+IF OBJECT_ID(N'dbo.BB_LEISTUNGS_STD', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_LEISTUNGS_STD (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_LEISTUNGS INT,
+        DATUM SMALLDATETIME,
+        STUNDEN FLOAT
+    )
+    CREATE INDEX IX_BB_LEISTUNGS_STD_LEISTUNG ON dbo.BB_LEISTUNGS_STD (ID_BB_LEISTUNGS)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per service that is paid by result besides its hours: kind of wage, unit, quantity, rate and amount.
+IF OBJECT_ID(N'dbo.BB_LEISTUNGS_WERT', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_LEISTUNGS_WERT (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_LEISTUNGS INT NOT NULL,
+        ID_LOHNARTEN INT,
+        ID_WARENEINHEIT INT,
+        MENGE FLOAT,
+        SATZ FLOAT,
+        BETRAG FLOAT
+    )
+    CREATE UNIQUE INDEX IX_BB_LEISTUNGS_WERT_LEISTUNG ON dbo.BB_LEISTUNGS_WERT (ID_BB_LEISTUNGS)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per other wage of a worker in a month, such as leave, sickness and allowances: BETRAG is STUNDEN times SATZ.
+IF OBJECT_ID(N'dbo.BB_LEISTUNGS_SONST', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_LEISTUNGS_SONST (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_LEISTUNGS_KOPF INT,
+        POSITION INT,
+        ID_LOHNARTEN INT,
+        STUNDEN FLOAT,
+        SATZ FLOAT,
+        BETRAG FLOAT,
+        BEMERKUNG NVARCHAR(80)
+    )
+    CREATE INDEX IX_BB_LEISTUNGS_SONST_KOPF ON dbo.BB_LEISTUNGS_SONST (ID_BB_LEISTUNGS_KOPF)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per day of an other wage, with its hours.
+IF OBJECT_ID(N'dbo.BB_LEISTUNGS_SONST_STD', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_LEISTUNGS_SONST_STD (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_LEISTUNGS_SONST INT,
+        DATUM SMALLDATETIME,
+        STUNDEN FLOAT
+    )
+    CREATE INDEX IX_BB_LEISTUNGS_SONST_STD_SONST ON dbo.BB_LEISTUNGS_SONST_STD (ID_BB_LEISTUNGS_SONST)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per month: surcharges on the wages in percent, for leave, sickness, public holidays and social insurance.
+IF OBJECT_ID(N'dbo.BB_LEISTUNGS_AUFSCHLAG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_LEISTUNGS_AUFSCHLAG (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        JAHR SMALLINT NOT NULL,
+        MONAT SMALLINT NOT NULL,
+        URLAUB FLOAT,
+        KRANK FLOAT,
+        FEIERTAG FLOAT,
+        SOZIAL FLOAT,
+        GESAMT FLOAT
+    )
+    CREATE UNIQUE INDEX IX_BB_LEISTUNGS_AUFSCHLAG_MONAT ON dbo.BB_LEISTUNGS_AUFSCHLAG (JAHR, MONAT)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per kind of service: the group under which wages show it.
+IF OBJECT_ID(N'dbo.BB_TSP_LA_LARTG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TSP_LA_LARTG (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        ID_LEISTUNGSART INT NOT NULL,
+        LDNR INT,
+        DISABLE BIT
+    )
+    CREATE UNIQUE INDEX IX_BB_TSP_LA_LARTG_LEISTUNGSART ON dbo.BB_TSP_LA_LARTG (ID_LEISTUNGSART)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per file that an interface handed to the payroll, with the number of its records.
+IF OBJECT_ID(N'dbo.BB_SCHNITTSTELLE_KOPF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_SCHNITTSTELLE_KOPF (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        DATUM SMALLDATETIME,
+        DATEINAME NVARCHAR(60),
+        SAETZE INT,
+        BETRAG FLOAT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per booking of a month's wages: a worker's record of services, charged to a cost centre by a voucher.
+-- AUFSCHLAG: surcharge on BETRAG; GESAMT: their sum.
+IF OBJECT_ID(N'dbo.BB_WALDARBEITERLOHN_BUCHUNG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_WALDARBEITERLOHN_BUCHUNG (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_WALDARBEITERLOHN_KOPF INT,
+        POSITION INT,
+        ID_BB_LEISTUNGS_KOPF INT,
+        ID_BB_BELEGE_KOPF INT,
+        ID_KOSTENSTELLE INT,
+        BUCHUNGSDATUM SMALLDATETIME,
+        STUNDEN FLOAT,
+        BETRAG FLOAT,
+        AUFSCHLAG FLOAT,
+        GESAMT FLOAT,
+        BUCHUNGSTEXT NVARCHAR(80)
+    )
+    CREATE INDEX IX_BB_WALDARBEITERLOHN_BUCHUNG_KOPF ON dbo.BB_WALDARBEITERLOHN_BUCHUNG (ID_BB_WALDARBEITERLOHN_KOPF)
+    CREATE INDEX IX_BB_WALDARBEITERLOHN_BUCHUNG_LEISTUNG ON dbo.BB_WALDARBEITERLOHN_BUCHUNG (ID_BB_LEISTUNGS_KOPF)
+    COMMIT TRANSACTION
+END
+GO
+-- Hunting and objects: positions of plans, log books, and their keys.
+
+-- One row per kind of use of an object.
+IF OBJECT_ID(N'dbo.BB_T_EINSATZART', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_EINSATZART (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per position of a hunting plan: species, sex and age class, as texts, since an approved plan keeps its
+-- wording when a key changes. BESTAND: stock in spring, VORJAHR: brought down in the year before, FALLWILD: found
+-- dead.
+IF OBJECT_ID(N'dbo.BB_ABSCHLUSSPLAN', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_ABSCHLUSSPLAN (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_ABSCHUSSPLAN_KOPF INT,
+        ZEILE INT,
+        WILDART NVARCHAR(20),
+        WILDART_LANG NVARCHAR(60),
+        GESCHLECHT NVARCHAR(20),
+        ALTERSKLASSE NVARCHAR(20),
+        BESTAND INT,
+        VORJAHR INT,
+        SOLL INT,
+        IST INT,
+        FALLWILD INT,
+        BEMERKUNG NVARCHAR(255)
+    )
+    CREATE INDEX IX_BB_ABSCHLUSSPLAN_KOPF ON dbo.BB_ABSCHLUSSPLAN (ID_BB_ABSCHUSSPLAN_KOPF)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per log book of an object and a month. KM: distances in kilometres; KRAFTSTOFF in litres. Distance,
+-- hours, fuel and fuel costs are the sums of the entries; GESAMTKOSTEN is the sum of all costs.
+IF OBJECT_ID(N'dbo.BB_FAHRTENBUCH_KOPF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_FAHRTENBUCH_KOPF (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_ACCESS_LEVELS INT,
+        NUMMER NVARCHAR(20),
+        JAHR INT,
+        MONAT INT,
+        ID_BB_T_OBJEKTE INT,
+        DATUM_VON SMALLDATETIME,
+        DATUM_BIS SMALLDATETIME,
+        HALTER NVARCHAR(60),
+        KM_BEGINN INT,
+        KM_ENDE INT,
+        KM_GESAMT INT,
+        KM_PRIVAT INT,
+        BETRIEBSSTUNDEN FLOAT,
+        KRAFTSTOFF FLOAT,
+        KRAFTSTOFFKOSTEN FLOAT,
+        REPARATURKOSTEN FLOAT,
+        SONSTIGE_KOSTEN FLOAT,
+        GESAMTKOSTEN FLOAT,
+        ABGESCHLOSSEN BIT,
+        ABSCHLUSSDATUM SMALLDATETIME,
+        BEMERKUNG NVARCHAR(255),
+        ERSTELLUNGSDATUM SMALLDATETIME,
+        STORNODATUM SMALLDATETIME
+    )
+    CREATE INDEX IX_BB_FAHRTENBUCH_KOPF_OBJEKT ON dbo.BB_FAHRTENBUCH_KOPF (ID_BB_T_OBJEKTE)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per entry of a log book: a trip or a refuelling. KM = KM_BIS - KM_VON.
+IF OBJECT_ID(N'dbo.BB_FAHRTENBUCH', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_FAHRTENBUCH (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_FAHRTENBUCH_KOPF INT,
+        ZEILE INT,
+        DATUM SMALLDATETIME,
+        FAHRER NVARCHAR(60),
+        FAHRTZWECK NVARCHAR(60),
+        STARTORT NVARCHAR(40),
+        ZIELORT NVARCHAR(40),
+        KM_VON INT,
+        KM_BIS INT,
+        KM INT,
+        PRIVAT BIT,
+        BETRIEBSSTUNDEN FLOAT,
+        KRAFTSTOFF FLOAT,
+        KRAFTSTOFFKOSTEN FLOAT,
+        BEMERKUNG NVARCHAR(255)
+    )
+    CREATE INDEX IX_BB_FAHRTENBUCH_KOPF ON dbo.BB_FAHRTENBUCH (ID_BB_FAHRTENBUCH_KOPF)
+    COMMIT TRANSACTION
+END
+GO
+-- Surveys of standing timber, timber sales by bid, exchange of timber data, and cost accounting records.
+
+-- One row per group of assortments in the valuation of standing timber. LDNR is the manual order of a list.
+IF OBJECT_ID(N'dbo.T_HS_GR1', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.T_HS_GR1 (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per group of assortments that trees of a species and diameter step yield: ANTEIL is its share of their
+-- volume in percent, PREIS its price in euro per cubic metre. The shares of a species and step add up to 100.
+IF OBJECT_ID(N'dbo.TSP_STEH_HS_VERT_GR1', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.TSP_STEH_HS_VERT_GR1 (
+        ID INT NOT NULL PRIMARY KEY,
+        ID_HOLZART INT NOT NULL,
+        ID_T_STEH_BHD_STUFEN INT NOT NULL,
+        ID_T_HS_GR1 INT NOT NULL,
+        ANTEIL FLOAT,
+        PREIS FLOAT
+    )
+    CREATE UNIQUE INDEX IX_TSP_STEH_HS_VERT_GR1_KEY ON dbo.TSP_STEH_HS_VERT_GR1 (ID_HOLZART, ID_T_STEH_BHD_STUFEN, ID_T_HS_GR1)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per species and diameter step of a survey: STAMMZAHL trees of the mean height HOHE in m, with their basal
+-- area in square metres. VOLUMEN is over bark, standing; ERNTEVOLUMEN without bark and harvest loss, both in cubic
+-- metres. ERLOS, KOSTEN and DECKUNGSBEITRAG are in euro.
+IF OBJECT_ID(N'dbo.STEH_AUFNAHMEPROTOKOLL', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.STEH_AUFNAHMEPROTOKOLL (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_STEH_AUFNAHMEPROTOKOLL_KOPF INT NOT NULL,
+        LAUFNUMMER INT,
+        ID_HOLZART INT,
+        ID_T_STEH_BHD_STUFEN INT,
+        STAMMZAHL INT,
+        HOHE FLOAT,
+        FORMZAHL FLOAT,
+        KREISFLACHE FLOAT,
+        VOLUMEN FLOAT,
+        ERNTEVERLUST FLOAT,
+        ERNTEVOLUMEN FLOAT,
+        PREIS FLOAT,
+        ERLOS FLOAT,
+        KOSTENSATZ FLOAT,
+        KOSTEN FLOAT,
+        DECKUNGSBEITRAG FLOAT,
+        BEMERKUNG NVARCHAR(80)
+    )
+    CREATE INDEX IX_STEH_AUFNAHMEPROTOKOLL_KOPF ON dbo.STEH_AUFNAHMEPROTOKOLL (ID_STEH_AUFNAHMEPROTOKOLL_KOPF)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per database of an owner or office from which lots are taken over.
+IF OBJECT_ID(N'dbo.BB_T_DATENBANK', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_DATENBANK (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per mark of the award of a bid.
+IF OBJECT_ID(N'dbo.BB_T_KZ_ZUSCHLAG', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_T_KZ_ZUSCHLAG (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per group of qualities in sales by bid.
+IF OBJECT_ID(N'dbo.BB_TSM_GUGMV1', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TSM_GUGMV1 (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per group of kinds of forest ownership in sales by bid.
+IF OBJECT_ID(N'dbo.BB_TSM_EAGMV1', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TSM_EAGMV1 (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(10),
+        [SHORT] NVARCHAR(20),
+        [LONG] NVARCHAR(60),
+        LDNR INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per timber sale by bid: the destination for which lots are put together, with day and hour of the opening of
+-- the bids. UHRZEIT holds the time of day on 1 January 1900.
+IF OBJECT_ID(N'dbo.BB_MV_VERKAUFSZIEL', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_MV_VERKAUFSZIEL (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        BEZEICHNUNG NVARCHAR(60),
+        ID_ACCESS_LEVELS INT,
+        ID_BB_T_VERKAUFSZIEL INT,
+        ID_BB_T_VERKAUFSVERFAHREN INT,
+        ABGABESCHLUSS SMALLDATETIME,
+        VERKAUFSDATUM SMALLDATETIME,
+        UHRZEIT SMALLDATETIME,
+        VERKAUFSORT NVARCHAR(60),
+        FWJ SMALLINT,
+        ANZAHL_LOSE INT,
+        MENGE FLOAT,
+        ANSCHLAG FLOAT,
+        ERLOS FLOAT,
+        ZAHLUNGSZIEL INT,
+        ABFUHRFRIST SMALLDATETIME,
+        ABGESCHLOSSEN BIT,
+        STORNODATUM SMALLDATETIME,
+        BEMERKUNG NVARCHAR(255)
+    )
+    CREATE INDEX IX_BB_MV_VERKAUFSZIEL_NUMMER ON dbo.BB_MV_VERKAUFSZIEL (NUMMER)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per lot of a sale. LOS_NUMMER '0' holds timber that is not divided into lots yet. STUCK, MENGE in cubic
+-- metres and ANSCHLAG, the reserve price in euro, are the sums of its timber data; ID_BB_MV_BIETER is the buyer.
+IF OBJECT_ID(N'dbo.BB_MV_LOSE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_MV_LOSE (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_MV_VERKAUFSZIEL INT NOT NULL,
+        LOS_NUMMER NVARCHAR(10),
+        BEZEICHNUNG NVARCHAR(60),
+        ID_ACCESS_LEVELS INT,
+        ID_HOLZPLATZ INT,
+        LAGERORT NVARCHAR(60),
+        ID_BB_T_EIGENTUMSART INT,
+        ID_BB_TSM_EAGMV1 INT,
+        ID_BB_T_DATENBANK INT,
+        ID_T_BUNDESLAND INT,
+        LOSDATUM SMALLDATETIME,
+        STUCK INT,
+        MENGE FLOAT,
+        ANSCHLAG FLOAT,
+        ID_BB_MV_BIETER INT,
+        ZUSCHLAGSPREIS FLOAT,
+        ZUSCHLAGSDATUM SMALLDATETIME,
+        BEMERKUNG NVARCHAR(255)
+    )
+    CREATE INDEX IX_BB_MV_LOSE_VERKAUFSZIEL ON dbo.BB_MV_LOSE (ID_BB_MV_VERKAUFSZIEL)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per measured line of a lot. ANSCHLAGSPREIS is the reserve price in euro per cubic metre.
+IF OBJECT_ID(N'dbo.BB_MV_HOLZDATEN', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_MV_HOLZDATEN (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_MV_LOSE INT NOT NULL,
+        STAMMNUMMER NVARCHAR(20),
+        ID_HOLZART INT,
+        ID_BB_TSM_BAGMV1 INT,
+        ID_HOLZSORTE INT,
+        ID_BB_TSM_SOGMV INT,
+        ID_GUETEKLASSE INT,
+        ID_BB_TSM_GUGMV1 INT,
+        ID_STKL INT,
+        ID_BB_T_MESSVERFAHREN INT,
+        ID_BB_T_HOLZSCHADEN INT,
+        LANGE FLOAT,
+        DURCHMESSER INT,
+        STUCK INT,
+        MENGE FLOAT,
+        ANSCHLAGSPREIS FLOAT,
+        ANSCHLAG FLOAT,
+        BEMERKUNG NVARCHAR(80)
+    )
+    CREATE INDEX IX_BB_MV_HOLZDATEN_LOSE ON dbo.BB_MV_HOLZDATEN (ID_BB_MV_LOSE)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per bidder in sales by bid.
+IF OBJECT_ID(N'dbo.BB_MV_BIETER', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_MV_BIETER (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        NAME NVARCHAR(60),
+        STRASSE NVARCHAR(60),
+        PLZ NVARCHAR(10),
+        ORT NVARCHAR(60),
+        ID_T_BUNDESLAND INT,
+        ID_BB_T_LAND INT,
+        ID_PERSONAL INT,
+        TELEFON NVARCHAR(30),
+        EMAIL NVARCHAR(80),
+        BURGSCHAFT FLOAT,
+        BURGSCHAFT_BIS SMALLDATETIME
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per bid of a bidder for a lot: GEBOT is the price in euro per cubic metre, BETRAG that for the whole lot,
+-- RANG 1 the highest bid. UHRZEIT holds the time of day on 1 January 1900.
+IF OBJECT_ID(N'dbo.BB_MV_GEBOTE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_MV_GEBOTE (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_MV_LOSE INT NOT NULL,
+        ID_BB_MV_BIETER INT,
+        ID_BB_T_KZ_ZUSCHLAG INT,
+        EINGANGSDATUM SMALLDATETIME,
+        UHRZEIT SMALLDATETIME,
+        GEBOT FLOAT,
+        BETRAG FLOAT,
+        RANG INT,
+        BEMERKUNG NVARCHAR(80)
+    )
+    CREATE INDEX IX_BB_MV_GEBOTE_LOSE ON dbo.BB_MV_GEBOTE (ID_BB_MV_LOSE)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per contract of sale to which partners refer in exchanged timber data.
+IF OBJECT_ID(N'dbo.FHP_KA', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.FHP_KA (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        BEZEICHNUNG NVARCHAR(60),
+        DATUM_VON SMALLDATETIME,
+        DATUM_BIS SMALLDATETIME,
+        MENGE FLOAT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per carrier in exchanged timber data; ID_PERSONAL is the partner it stands for.
+IF OBJECT_ID(N'dbo.FHP_KFR', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.FHP_KFR (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        NAME NVARCHAR(60),
+        PLZ NVARCHAR(10),
+        ORT NVARCHAR(60),
+        ID_PERSONAL INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per customer in exchanged timber data, such as a mill; ID_PERSONAL is the partner it stands for.
+IF OBJECT_ID(N'dbo.FHP_KKU', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.FHP_KKU (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        NAME NVARCHAR(60),
+        PLZ NVARCHAR(10),
+        ORT NVARCHAR(60),
+        WERK NVARCHAR(40),
+        ID_PERSONAL INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per supplier in exchanged timber data; ID_PERSONAL is the partner it stands for.
+IF OBJECT_ID(N'dbo.FHP_KLI', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.FHP_KLI (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        NAME NVARCHAR(60),
+        PLZ NVARCHAR(10),
+        ORT NVARCHAR(60),
+        ID_PERSONAL INT,
+        DISABLE BIT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per imported measurement record of a delivery. STUCK, MENGE in cubic metres and BETRAG in euro are the sums
+-- of its summary lines. UHRZEIT holds the time of the import on 1 January 1900.
+IF OBJECT_ID(N'dbo.FHP_IMPORT', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.FHP_IMPORT (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        ID_ACCESS_LEVELS INT,
+        ID_FHP_KA INT,
+        ID_FHP_KFR INT,
+        ID_FHP_KKU INT,
+        ID_FHP_KLI INT,
+        IMPORTDATUM SMALLDATETIME,
+        UHRZEIT SMALLDATETIME,
+        DATEINAME NVARCHAR(80),
+        [VERSION] NVARCHAR(10),
+        PROTOKOLL_NR NVARCHAR(20),
+        MESSDATUM SMALLDATETIME,
+        LIEFERSCHEIN_NR NVARCHAR(20),
+        LIEFERDATUM SMALLDATETIME,
+        FUHREN_NR INT,
+        KENNZEICHEN NVARCHAR(15),
+        GEWICHT_BRUTTO FLOAT,
+        GEWICHT_TARA FLOAT,
+        ANZAHL_SATZE INT,
+        STUCK INT,
+        MENGE FLOAT,
+        BETRAG FLOAT,
+        UBERNOMMEN BIT,
+        UBERNAHMEDATUM SMALLDATETIME,
+        FEHLERTEXT NVARCHAR(80),
+        BEMERKUNG NVARCHAR(255)
+    )
+    CREATE INDEX IX_FHP_IMPORT_NUMMER ON dbo.FHP_IMPORT (NUMMER)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per summary line of a measurement record: pieces and volumes of one assortment. MENGE is MENGE_BRUTTO less
+-- the bark deduction, in cubic metres.
+IF OBJECT_ID(N'dbo.FHP_SUPRO', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.FHP_SUPRO (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_FHP_IMPORT INT NOT NULL,
+        LAUFNUMMER INT,
+        HA NVARCHAR(10),
+        HS NVARCHAR(10),
+        GKL NVARCHAR(10),
+        STKL NVARCHAR(10),
+        STUCK INT,
+        MENGE_BRUTTO FLOAT,
+        RINDENABZUG FLOAT,
+        MENGE FLOAT,
+        PREIS FLOAT,
+        BETRAG FLOAT
+    )
+    CREATE INDEX IX_FHP_SUPRO_IMPORT ON dbo.FHP_SUPRO (ID_FHP_IMPORT)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per stem of a summary line: length in m, diameters at mid-length and at the top in cm, volume in cubic metres.
+IF OBJECT_ID(N'dbo.FHP_ESTPRO', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.FHP_ESTPRO (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_FHP_SUPRO INT NOT NULL,
+        STAMMNUMMER INT,
+        LANGE FLOAT,
+        DURCHMESSER INT,
+        ZOPF INT,
+        RINDE INT,
+        MENGE FLOAT,
+        FEHLER NVARCHAR(40)
+    )
+    CREATE INDEX IX_FHP_ESTPRO_SUPRO ON dbo.FHP_ESTPRO (ID_FHP_SUPRO)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per taking over of cost accounting records. UHRZEIT holds the time of day on 1 January 1900. ANZAHL_SATZE and
+-- ANZAHL_FEHLER count its records and those with an error; KOSTEN and ERLOSE are their sums in euro.
+-- ID_ACCESS_LEVELS_ERSTELLER is the level of the unit that sent them.
+IF OBJECT_ID(N'dbo.BB_TAKL01_KLR', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TAKL01_KLR (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        BEZEICHNUNG NVARCHAR(60),
+        ID_ACCESS_LEVELS INT,
+        ID_ACCESS_LEVELS_ERSTELLER INT,
+        JAHR SMALLINT,
+        MONAT SMALLINT,
+        UBERNAHMEDATUM SMALLDATETIME,
+        UHRZEIT DATETIME,
+        DATEINAME NVARCHAR(80),
+        QUELLE NVARCHAR(20),
+        ANZAHL_SATZE INT,
+        ANZAHL_FEHLER INT,
+        KOSTEN FLOAT,
+        ERLOSE FLOAT,
+        ABGESCHLOSSEN BIT,
+        FREIGABEDATUM SMALLDATETIME,
+        STORNODATUM SMALLDATETIME,
+        BEMERKUNG NVARCHAR(255)
+    )
+    CREATE INDEX IX_BB_TAKL01_KLR_NUMMER ON dbo.BB_TAKL01_KLR (NUMMER)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per operating record of a taking over, with the keys to which it is booked. KOSTEN is MENGE times PREIS.
+IF OBJECT_ID(N'dbo.BB_TAKL02_KLR_BETRIEB', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TAKL02_KLR_BETRIEB (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_TAKL01_KLR INT NOT NULL,
+        SATZNUMMER INT,
+        BELEGNUMMER NVARCHAR(20),
+        BELEGDATUM SMALLDATETIME,
+        BUCHUNGSTEXT NVARCHAR(60),
+        ID_KOSTENSTELLE INT,
+        ID_WALDORT INT,
+        ID_PERSONAL_WALDBESITZER INT,
+        ID_BB_AUFTRAG_KOPF INT,
+        ID_BB_T_PROJEKT_PLANUNG INT,
+        ID_BB_T_OBJEKTE INT,
+        ID_LEISTUNGSART INT,
+        ID_BB_T_LEI_ARBEITSVERFAHEREN INT,
+        ID_PRODUKT INT,
+        ID_BB_T_KZ_LEISTUNG INT,
+        ID_HOLZART INT,
+        ID_HOLZSORTE INT,
+        ID_WARENKATALOG INT,
+        ID_WARENEINHEIT INT,
+        ID_KOSTENART INT,
+        ID_ERLOSART INT,
+        ID_BB_T_VOLLZUGSMASSNAHME INT,
+        ID_BB_T_UNTERKONTO INT,
+        STUNDEN FLOAT,
+        MENGE FLOAT,
+        PREIS FLOAT,
+        KOSTEN FLOAT,
+        ERLOSE FLOAT
+    )
+    CREATE INDEX IX_BB_TAKL02_KLR_BETRIEB_KLR ON dbo.BB_TAKL02_KLR_BETRIEB (ID_BB_TAKL01_KLR)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per operating record that a check refused, with the first error that it found.
+IF OBJECT_ID(N'dbo.BB_TAKL22_KLR_FEHLER', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_TAKL22_KLR_FEHLER (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_TAKL02_KLR_BETRIEB INT NOT NULL,
+        FEHLERNUMMER INT,
+        FEHLERTEXT NVARCHAR(80),
+        FELDNAME NVARCHAR(40),
+        FELDWERT NVARCHAR(40),
+        ERLEDIGT BIT,
+        ERLEDIGT_DATUM SMALLDATETIME
+    )
+    CREATE UNIQUE INDEX IX_BB_TAKL22_KLR_FEHLER_BETRIEB ON dbo.BB_TAKL22_KLR_FEHLER (ID_BB_TAKL02_KLR_BETRIEB)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per key figure record of cost accounting: numbers and names of the keys as they were when it was booked, so
+-- that a later change of a key leaves it as it is. ACCESSLEVEL is the code of the level itself. DECKUNGSBEITRAG is
+-- ERLOSE less KOSTEN, in euro.
+IF OBJECT_ID(N'dbo.KLR', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.KLR (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        QUELLE_NAME NVARCHAR(30),
+        QUELLE_NUMMER NVARCHAR(20),
+        BELEG_NUMMER NVARCHAR(20),
+        BELEG_DATUM SMALLDATETIME,
+        BUCHUNG_DATUM SMALLDATETIME,
+        JAHR SMALLINT,
+        MONAT SMALLINT,
+        ACCESSLEVEL NVARCHAR(20),
+        AFF_NAME NVARCHAR(60),
+        OBF_NAME NVARCHAR(60),
+        REVIER_NAME NVARCHAR(60),
+        KOSTENSTELLE_NUMMER NVARCHAR(10),
+        KOSTENSTELLE_NAME NVARCHAR(60),
+        KOSTENART_NUMMER NVARCHAR(10),
+        KOSTENART_NAME NVARCHAR(60),
+        LEISTUNGSART_NUMMER NVARCHAR(10),
+        LEISTUNGSART_NAME NVARCHAR(60),
+        PRODUKT_NUMMER NVARCHAR(10),
+        PRODUKT_NAME NVARCHAR(60),
+        OBJEKT_NUMMER NVARCHAR(10),
+        OBJEKT_NAME NVARCHAR(60),
+        VERFAHREN_NUMMER NVARCHAR(10),
+        VERFAHREN_NAME NVARCHAR(60),
+        PROJEKT_NUMMER NVARCHAR(15),
+        PROJEKT_NAME NVARCHAR(60),
+        WALDORT_NAME NVARCHAR(80),
+        HOLZART_NAME NVARCHAR(60),
+        HOLZSORTE_NAME NVARCHAR(60),
+        PARTNER_NAME NVARCHAR(80),
+        BUCHUNG_TEXT NVARCHAR(60),
+        EINHEIT_NAME NVARCHAR(10),
+        MENGE FLOAT,
+        STUNDEN FLOAT,
+        PREIS FLOAT,
+        KOSTEN FLOAT,
+        ERLOSE FLOAT,
+        DECKUNGSBEITRAG FLOAT
+    )
+    CREATE INDEX IX_KLR_ACCESSLEVEL ON dbo.KLR (ACCESSLEVEL)
+    COMMIT TRANSACTION
+END
+GO
+-- Distribution keys and stock.
+
+-- One row per key by which the costs of a cost centre are distributed. VERTEILBASIS: what the shares are measured by.
+-- SUMME_BASIS, SUMME_ANTEIL (percent) and UMGELEGT are the sums of the positions.
+IF OBJECT_ID(N'dbo.BB_VERTEILSCHLUSSEL_KOPF', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_VERTEILSCHLUSSEL_KOPF (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_ACCESS_LEVELS INT,
+        NUMMER NVARCHAR(20),
+        BEZEICHNUNG NVARCHAR(80),
+        JAHR INT,
+        ID_KOSTENSTELLE INT,
+        VERTEILBASIS NVARCHAR(30),
+        GULTIG_VON SMALLDATETIME,
+        GULTIG_BIS SMALLDATETIME,
+        VERTEILBETRAG FLOAT,
+        SUMME_BASIS FLOAT,
+        SUMME_ANTEIL FLOAT,
+        UMGELEGT FLOAT,
+        ABGESCHLOSSEN BIT,
+        ABSCHLUSSDATUM SMALLDATETIME,
+        ERSTELLER NVARCHAR(30),
+        BEMERKUNG NVARCHAR(255),
+        ERSTELLUNGSDATUM SMALLDATETIME,
+        STORNODATUM SMALLDATETIME
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per share of a distribution key: the receiving cost centre and product, by number and name as booked.
+IF OBJECT_ID(N'dbo.BB_VERTEILSCHLUSSEL', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_VERTEILSCHLUSSEL (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_BB_VERTEILSCHLUSSEL_KOPF INT,
+        ZEILE INT,
+        KOSTENSTELLE NVARCHAR(10),
+        KOSTENSTELLE_LANG NVARCHAR(60),
+        PRODUKT NVARCHAR(10),
+        PRODUKT_LANG NVARCHAR(60),
+        BASISWERT FLOAT,
+        ANTEIL FLOAT,
+        BETRAG FLOAT,
+        BEMERKUNG NVARCHAR(255)
+    )
+    CREATE INDEX IX_BB_VERTEILSCHLUSSEL_KOPF ON dbo.BB_VERTEILSCHLUSSEL (ID_BB_VERTEILSCHLUSSEL_KOPF)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per movement of the stock, booked by a line of a voucher. MENGE and WERT are negative where material
+-- leaves the stock; ZUGANG and ABGANG hold the quantity without sign. PREIS per unit, WERT = MENGE x PREIS.
+-- ID_PERSONAL: supplier or recipient.
+IF OBJECT_ID(N'dbo.BB_BELEGE_LAGER', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.BB_BELEGE_LAGER (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        ID_ACCESS_LEVELS INT,
+        ID_BB_BELEGE INT,
+        ID_WARENKATALOG INT,
+        ID_WARENEINHEIT INT,
+        ID_KOSTENSTELLE INT,
+        ID_KOSTENART INT,
+        ID_PERSONAL INT,
+        BUCHUNGSART NVARCHAR(20),
+        BUCHUNGSDATUM SMALLDATETIME,
+        MENGE FLOAT,
+        ZUGANG FLOAT,
+        ABGANG FLOAT,
+        PREIS FLOAT,
+        WERT FLOAT,
+        LAGERORT NVARCHAR(40),
+        CHARGE NVARCHAR(20),
+        LIEFERSCHEIN NVARCHAR(20),
+        INVENTUR BIT,
+        BEMERKUNG NVARCHAR(255),
+        ERSTELLUNGSDATUM SMALLDATETIME
+    )
+    CREATE INDEX IX_BB_BELEGE_LAGER_ARTIKEL ON dbo.BB_BELEGE_LAGER (ID_WARENKATALOG, ID_ACCESS_LEVELS)
+    CREATE INDEX IX_BB_BELEGE_LAGER_BELEG ON dbo.BB_BELEGE_LAGER (ID_BB_BELEGE)
+    COMMIT TRANSACTION
+END
+GO
+-- Saved models, rates that change with time, and the journal of invoices.
+
+-- One row per saved model of a list or dialog, which RELATION names. MODEL: its text; of a row named STANDARD, which
+-- tmk_MODELS_INS writes, the widths of the columns. STANDARD: 1 for a default of the relation. A model belongs to a user
+-- (ID_USER) or to an access level; without either only a fixed one (NICHT_ANDERBAR) is seen, by all. A model of the
+-- relations ABSCHLAG has several rows of the same name, one for each part.
+IF OBJECT_ID(N'dbo.MODELS', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.MODELS (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        RELATION NVARCHAR(60) NOT NULL,
+        NAME NVARCHAR(80) NOT NULL,
+        MODEL NVARCHAR(1000),
+        STANDARD BIT,
+        ID_USER INT,
+        NICHT_ANDERBAR BIT,
+        ID_ACCESS_LEVELS INT
+    )
+    CREATE INDEX IX_MODELS_RELATION ON dbo.MODELS (RELATION, NAME)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per value of a column and the day from which it holds. TABLE_COLUMN names table and column, TABLE_ID the row.
+-- RATE holds a number, TEXT a text: 'LOHNARTEN.SATZ' in euro per unit, 'PERSONAL.LOHNGRUPPE' a name of LOHNGRUPPE.
+IF OBJECT_ID(N'dbo.ONETODATE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.ONETODATE (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        TABLE_COLUMN NVARCHAR(60) NOT NULL,
+        TABLE_ID INT NOT NULL,
+        DATUM SMALLDATETIME NOT NULL,
+        RATE FLOAT,
+        TEXT NVARCHAR(60)
+    )
+    CREATE UNIQUE INDEX IX_ONETODATE_ROW ON dbo.ONETODATE (TABLE_COLUMN, TABLE_ID, DATUM)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per wage group and the day from which its wage holds. BETRAG: euro per hour.
+IF OBJECT_ID(N'dbo.LOHNGRUPPE', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.LOHNGRUPPE (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        NAME NVARCHAR(10) NOT NULL,
+        DATEWHILE SMALLDATETIME NOT NULL,
+        BETRAG FLOAT
+    )
+    CREATE UNIQUE INDEX IX_LOHNGRUPPE_NAME ON dbo.LOHNGRUPPE (NAME, DATEWHILE)
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per machine whose driver is paid by the machine. The ID is that of its log, SCH_MASCHINENBUCH. SATZ: euro per
+-- hour for the driver.
+IF OBJECT_ID(N'dbo.MASCHINENBUCH', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.MASCHINENBUCH (
+        ID INT NOT NULL PRIMARY KEY,
+        NUMMER NVARCHAR(20),
+        BEZEICHNUNG NVARCHAR(60),
+        SATZ FLOAT
+    )
+    COMMIT TRANSACTION
+END
+GO
+
+-- One row per invoice or settlement, in the order of their dates. R_NAME and VER_TYPE name the document, HEADERRECH.
+IF OBJECT_ID(N'dbo.RECHNUNGSJOURNAL', N'U') IS NULL
+BEGIN
+    BEGIN TRANSACTION
+    CREATE TABLE dbo.RECHNUNGSJOURNAL (
+        ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
+        R_NAME NVARCHAR(15) NOT NULL,
+        VER_TYPE NVARCHAR(2) NOT NULL,
+        INVDATE SMALLDATETIME,
+        KUNDEN_ID INT,
+        MANDANTEN_ID INT,
+        RART_ID INT,
+        STORNO BIT,
+        ID_ACCESS_LEVELS INT
+    )
+    CREATE UNIQUE INDEX IX_RECHNUNGSJOURNAL_DOCUMENT ON dbo.RECHNUNGSJOURNAL (R_NAME, VER_TYPE)
+    CREATE INDEX IX_RECHNUNGSJOURNAL_INVDATE ON dbo.RECHNUNGSJOURNAL (INVDATE)
+    COMMIT TRANSACTION
+END
+GO
