@@ -1,3 +1,5 @@
+#include <thread>
+
 #include "qt/support/sample.h"
 #include "qt/support/user.h"
 #include "tamarok_qt/platform.h"
@@ -110,6 +112,37 @@ TEST(KeyboardTest, EnterReachesTheCallersWindowAfterTheDialog)
                          "0001");
     QTest::qWait(20);
     EXPECT_EQ(presses, 1) << "the fourth position of the configuration sends none";
+}
+
+TEST(MessageBoxTest, TheCallersWindowMayGoFirst)
+{
+    const Platform services = platform();
+    auto caller = std::make_unique<QWidget>();
+    caller->show();
+    caller->activateWindow();
+    QCoreApplication::processEvents();
+    User user{[&](QDialog&) { caller.reset(); }, pressButton(QMessageBox::Ok)};
+    EXPECT_EQ(services.messageBox->show("x", 1, ""), 1);
+}
+
+TEST(WindowsTest, OnlyTheThreadOfTheApplicationShowsThem)
+{
+    const Platform services = platform();
+    std::vector<std::int32_t> numbers;
+    std::thread other{[&] {
+        const std::function<void()> ways[]{[&] { services.messageBox->show("x", 0, ""); },
+                                           [&] { services.dialogWindows->makeTree(); },
+                                           [&] { services.dialogWindows->makeProgress(); }};
+        for (const auto& way : ways) {
+            try {
+                way();
+            } catch (const Error& error) {
+                numbers.push_back(error.number);
+            }
+        }
+    }};
+    other.join();
+    EXPECT_EQ(numbers, std::vector<std::int32_t>(3, errors::invalidArgument));
 }
 
 TEST(WindowsTest, WithoutTheMapItsDialogIsRefused)

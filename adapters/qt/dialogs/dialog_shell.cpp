@@ -9,7 +9,6 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
-#include <QWindow>
 #include <algorithm>
 #include <utility>
 
@@ -222,18 +221,9 @@ void DialogShell::runModal(dialogs::DialogEvents& events)
     if (failure_) std::rethrow_exception(std::exchange(failure_, nullptr));
 }
 
-/// Shows the window in the middle of the active one, as its child window, though not owned by it: either may end first.
 void DialogShell::appear()
 {
-    QWidget* const parent = QApplication::activeWindow();
-    winId(); // makes the window of the system
-    if (parent != nullptr && parent->windowHandle() != nullptr) {
-        windowHandle()->setTransientParent(parent->windowHandle());
-        windowHandle()->setScreen(parent->windowHandle()->screen());
-        move(parent->frameGeometry().center() - rect().center());
-    } else if (screen() != nullptr) {
-        move(screen()->availableGeometry().center() - rect().center());
-    }
+    putAboveActiveWindow(*this);
     fitToScreen();
     show();
     activateWindow();
@@ -244,7 +234,7 @@ void DialogShell::showBeside()
 {
     setWindowModality(Qt::NonModal);
     setAttribute(Qt::WA_ShowWithoutActivating);
-    if (QWidget* const parent = QApplication::activeWindow()) move(parent->frameGeometry().center() - rect().center());
+    putAboveActiveWindow(*this);
     show();
 }
 

@@ -201,7 +201,8 @@ void LookupDialog::makeBox(std::string_view name)
     watch.focused = [this, name] { tell([name](auto& events) { events.boxEntered(name); }); };
     watch.pressed = [&box](int key) {
         if (!isEnter(key)) return false;
-        if (QWidget* const next = box.nextInFocusChain()) next->setFocus(Qt::TabFocusReason);
+        QKeyEvent tab{QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier};
+        QCoreApplication::sendEvent(&box, &tab);
         return true;
     };
     box.installEventFilter(&watch);
