@@ -130,6 +130,7 @@ std::vector<ListView::Model::Head> ListView::Model::wantedHeads() const
 
 void ListView::Model::showRows(std::vector<Head> heads)
 {
+    // A reset would scroll to the top.
     const int scrolled = view_->verticalScrollBar()->value();
     const int scrolledAside = view_->horizontalScrollBar()->value();
     beginResetModel();
@@ -152,6 +153,7 @@ void ListView::Model::showHeads(std::vector<Head> heads)
     view_->viewport()->update();
 }
 
+/// Moves the view to the selected item, unless it is there: a user who has scrolled away stays where he is.
 void ListView::Model::showSelected()
 {
     const controls::ListItemRef item = rows_ == 0 ? nullptr : list_->SelectedItem();

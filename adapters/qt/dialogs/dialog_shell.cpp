@@ -260,6 +260,8 @@ void DialogShell::finish()
     if (depth_ == 0) loop_->quit();
 }
 
+/// The window is not hidden before the outermost event has ended: an event may show further dialogs, and closes its
+/// window in the middle of its work.
 void DialogShell::deliver(const std::function<void()>& event)
 {
     if (events_ == nullptr || closing_) return;
@@ -291,6 +293,7 @@ void DialogShell::reject()
 
 void DialogShell::closeEvent(QCloseEvent* event)
 {
+    // A modal window is hidden by `runModal`, which the presenter's answer ends; the progress window at once.
     event->setAccepted(loop_ == nullptr);
     deliver([&] { events_->closeAsked(); });
 }
