@@ -76,6 +76,7 @@ public:
         for (std::size_t index = 0; index < buttons.size(); ++index) {
             QPushButton* const button = box.addButton(buttons[index].button);
             button->setText(designText(buttons[index].text));
+            button->setIcon({});
             if (index == (preset < buttons.size() ? preset : 0)) box.setDefaultButton(button);
         }
         box.setWindowModality(Qt::ApplicationModal);
