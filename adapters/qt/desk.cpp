@@ -2,10 +2,36 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QScreen>
+#include <QThread>
 #include <QTimer>
+#include <QWindow>
 #include <utility>
 
+#include "tamarok/error.h"
+
 namespace tamarok::qt {
+
+void requireApplication()
+{
+    if (qobject_cast<QApplication*>(QCoreApplication::instance()) == nullptr ||
+        QThread::currentThread() != QCoreApplication::instance()->thread())
+        throw Error{errors::invalidArgument,
+                    "Windows can be shown by the thread of a QApplication only, and there must be one."};
+}
+
+void putAboveActiveWindow(QWidget& window)
+{
+    const QWidget* const above = QApplication::activeWindow();
+    window.winId(); // makes the window of the system
+    if (above != nullptr && above->windowHandle() != nullptr && above != &window) {
+        window.windowHandle()->setTransientParent(above->windowHandle());
+        window.windowHandle()->setScreen(above->windowHandle()->screen());
+        window.move(above->frameGeometry().center() - window.rect().center());
+    } else if (window.screen() != nullptr) {
+        window.move(window.screen()->availableGeometry().center() - window.rect().center());
+    }
+}
 
 void Desk::pressEnter()
 {

@@ -6,6 +6,13 @@
 
 namespace tamarok::qt {
 
+/// Error 5 unless the calling thread is that of a QApplication, which alone may show windows.
+void requireApplication();
+
+/// Shows a window above the active one and on its screen, though not owned by it: either may end first. To be called
+/// before the window is shown.
+void putAboveActiveWindow(QWidget& window);
+
 /// Which dialogs of a program are open, and the Enter that waits until they are gone.
 class Desk : public std::enable_shared_from_this<Desk> {
 public:

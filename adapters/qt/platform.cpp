@@ -66,7 +66,8 @@ class QtMessageBox final : public MessageBox {
 public:
     std::int16_t show(std::string_view text, std::int32_t flags, std::string_view title) override
     {
-        QMessageBox box{iconOf(flags), toQt(title), toQt(text), QMessageBox::NoButton, QApplication::activeWindow()};
+        requireApplication();
+        QMessageBox box{iconOf(flags), toQt(title), toQt(text)};
         box.setTextFormat(Qt::PlainText);
         box.setTextInteractionFlags(Qt::TextSelectableByMouse);
         const std::span<const AnswerButton> buttons = buttonsOf(flags);
@@ -75,8 +76,13 @@ public:
         for (std::size_t index = 0; index < buttons.size(); ++index) {
             QPushButton* const button = box.addButton(buttons[index].button);
             button->setText(designText(buttons[index].text));
+            button->setIcon({});
             if (index == (preset < buttons.size() ? preset : 0)) box.setDefaultButton(button);
         }
+        box.setWindowModality(Qt::ApplicationModal);
+        box.ensurePolished();
+        box.adjustSize();
+        putAboveActiveWindow(box);
         // Closing the window answers as its Cancel, or as its only button; where there is neither, it cannot be closed.
         const int pressed = box.exec();
         for (const AnswerButton& button : buttons)
@@ -101,7 +107,7 @@ std::unique_ptr<dialogs::MapWindow> Windows::makeMap()
     if (!makeMap_)
         throw Error{errors::cannotCreateObject,
                     "The map dialog cannot be shown: the program was built without its browser."};
-    return makeMap_(desk_);
+    return makeMap_(checkedDesk());
 }
 
 void equip(Platform& platform, MapMaker makeMap)

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -476,6 +477,37 @@ TEST(ListViews, ManyRowsInAnyOrderAreSortedLikeAStableSort)
         ASSERT_EQ(list->text(row, 1), origin);
         ASSERT_EQ(list->items()->Item(test::joined({"K", origin}))->Index(), row);
     }
+}
+
+TEST(ListItemsRevision, GrowsWithEachChange)
+{
+    const auto list = listOf({"b", "a"});
+    struct Row {
+        const char* what;
+        std::function<void()> change;
+    };
+    const Row rows[]{
+        {"Add", [&] { list->items()->Add({}, "", "c"); }},
+        {"Text", [&] { list->items()->Item(number(1))->text("x"); }},
+        {"SubItems", [&] { list->items()->Item(number(1))->SubItems(1, "y"); }},
+        {"Sorted", [&] { list->put("Sorted", true); }},
+        {"SortOrder", [&] { list->put("SortOrder", 1); }},
+        {"SortKey", [&] { list->put("SortKey", 1); }},
+        {"textsOf", [&] { list->items()->textsOf(0); }},
+        {"finishSort", [&] { list->items()->finishSort(); }},
+        {"new column", [&] { list->headers()->Add({}, "", "New"); }},
+        {"removed column", [&] { list->headers()->Remove(number(3)); }},
+        {"Remove", [&] { list->items()->Remove(number(1)); }},
+        {"Clear", [&] { list->items()->Clear(); }},
+    };
+    for (const Row& row : rows) {
+        const std::uint64_t before = list->items()->revision();
+        row.change();
+        EXPECT_GT(list->items()->revision(), before) << row.what;
+    }
+    const std::uint64_t before = list->items()->revision();
+    list->items()->Count();
+    EXPECT_EQ(list->items()->revision(), before) << "reading changes nothing";
 }
 
 } // namespace

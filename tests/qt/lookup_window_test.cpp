@@ -263,6 +263,22 @@ TEST_F(LookupWindowTest, AWindowWhoseScreenGoesAwayComesBack)
     EXPECT_EQ(run("001", "kept"), "kept");
 }
 
+TEST_F(LookupWindowTest, NumbersAreAlignedRight)
+{
+    sample.session.db_ADO->Execute("INSERT INTO MANY (CODE, AMOUNT, NAME) VALUES ('A', NULL, 'x'), ('B', 12.5, '7')");
+    User user{[](QDialog& dialog) {
+                  const auto isRight = [&](int column) {
+                      const QModelIndex cell = grid(dialog).model()->index(1, column);
+                      return (cell.data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight) != 0;
+                  };
+                  EXPECT_FALSE(isRight(0));
+                  EXPECT_TRUE(isRight(1)) << "the first value is Null";
+                  EXPECT_FALSE(isRight(2)) << "a text of digits";
+              },
+              closeWindow()};
+    run("000", "", "SELECT CODE, AMOUNT, NAME FROM MANY ORDER BY CODE");
+}
+
 TEST_F(LookupWindowTest, ClosedWhileItLoads)
 {
     // The window is closed before its first events are handled.

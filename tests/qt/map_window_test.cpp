@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QLocale>
+#include <QSignalSpy>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QWebEngineView>
@@ -84,8 +85,13 @@ TEST_F(MapWindowTest, APageThatIsNotThereLeavesTheDialogOpen)
     Platform::current().mapEndpoints = {"vendor.example", "http://127.0.0.1:1"};
     StringArray point;
     point.values = {"x", "y"};
-    User user{[](QDialog&) { QTest::qWait(200); }, [](QDialog& dialog) { EXPECT_TRUE(dialog.isVisible()); },
-              closeWindow()};
+    User user{[](QDialog& dialog) {
+                  auto& browser = find<QWebEngineView>(dialog, "WebBrowser1");
+                  QSignalSpy finished{&browser, &QWebEngineView::loadFinished};
+                  browser.reload();
+                  EXPECT_TRUE(finished.wait(30'000));
+              },
+              [](QDialog& dialog) { EXPECT_TRUE(dialog.isVisible()); }, closeWindow()};
     Comm_Forms{}.WebBrowser_Run(sample.session, "http://127.0.0.1:1/map", point);
     EXPECT_THAT(point.values, ::testing::ElementsAre("x", "y"));
 }

@@ -1,3 +1,5 @@
+#include <thread>
+
 #include "qt/support/sample.h"
 #include "qt/support/user.h"
 #include "tamarok_qt/platform.h"
@@ -101,8 +103,7 @@ TEST(KeyboardTest, EnterReachesTheCallersWindowAfterTheDialog)
     field.setText(toQt(Grid_Help{}.GridHelp(
         sample.session, "SELECT NUMMER,LONG FROM BB_T_PROJEKT_PLANUNG WHERE NUMMER = '1002'", "", "", "")));
     EXPECT_EQ(presses, 0) << "the caller has the result first";
-    QTest::qWait(20);
-    EXPECT_EQ(presses, 1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return presses == 1; }, 30'000));
     EXPECT_EQ(textAtEnter, "1002");
 
     User silent{click("cmdOk")};
@@ -110,6 +111,37 @@ TEST(KeyboardTest, EnterReachesTheCallersWindowAfterTheDialog)
                          "0001");
     QTest::qWait(20);
     EXPECT_EQ(presses, 1) << "the fourth position of the configuration sends none";
+}
+
+TEST(MessageBoxTest, TheCallersWindowMayGoFirst)
+{
+    const Platform services = platform();
+    auto caller = std::make_unique<QWidget>();
+    caller->show();
+    caller->activateWindow();
+    QCoreApplication::processEvents();
+    User user{[&](QDialog&) { caller.reset(); }, pressButton(QMessageBox::Ok)};
+    EXPECT_EQ(services.messageBox->show("x", 1, ""), 1);
+}
+
+TEST(WindowsTest, OnlyTheThreadOfTheApplicationShowsThem)
+{
+    const Platform services = platform();
+    std::vector<std::int32_t> numbers;
+    std::thread other{[&] {
+        const std::function<void()> ways[]{[&] { services.messageBox->show("x", 0, ""); },
+                                           [&] { services.dialogWindows->makeTree(); },
+                                           [&] { services.dialogWindows->makeProgress(); }};
+        for (const auto& way : ways) {
+            try {
+                way();
+            } catch (const Error& error) {
+                numbers.push_back(error.number);
+            }
+        }
+    }};
+    other.join();
+    EXPECT_EQ(numbers, std::vector<std::int32_t>(3, errors::invalidArgument));
 }
 
 TEST(WindowsTest, WithoutTheMapItsDialogIsRefused)

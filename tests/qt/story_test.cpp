@@ -23,7 +23,14 @@ void act(const QStringList& arguments)
     while (tool.state() != QProcess::NotRunning && !tool.waitForFinished(5))
         QCoreApplication::processEvents();
     EXPECT_EQ(tool.exitCode(), 0) << arguments.join(' ').toStdString() << tool.readAllStandardError().toStdString();
-    QTest::qWait(60);
+}
+
+constexpr int patience = 30'000; ///< milliseconds until the display must have brought an event
+
+/// Waits until the program has handled what the user did.
+User::Step eventually(std::function<bool(QDialog&)> condition)
+{
+    return [condition](QDialog& dialog) { EXPECT_TRUE(QTest::qWaitFor([&] { return condition(dialog); }, patience)); };
 }
 
 User::Step keys(const QStringList& names)
@@ -35,7 +42,7 @@ User::Step takeKeyboard()
 {
     return [](QDialog& dialog) {
         dialog.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog, patience));
     };
 }
 User::Step clickAt(std::string name)
@@ -67,10 +74,10 @@ protected:
         next.setGeometry(20, 60, 200, 30);
         QObject::connect(&field, &QLineEdit::returnPressed, &next, [this] { next.setFocus(); });
         caller.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&caller));
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&caller, patience));
         caller.activateWindow();
         field.setFocus();
-        QTest::qWait(50);
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&caller, patience));
     }
     Sample sample;
     QWidget caller;
@@ -81,26 +88,28 @@ protected:
 TEST_F(Story, FindSortTypeAndTake)
 {
     User user{takeKeyboard(), clickHead(1), keys({"w", "e", "r"}),
-              [](QDialog& dialog) { EXPECT_EQ(find<QGroupBox>(dialog, "Frame1").title(), "wer"); },
+              eventually([](QDialog& dialog) { return find<QGroupBox>(dialog, "Frame1").title() == "wer"; }),
               keys({"BackSpace", "Up", "Down", "Return"})};
     field.setText(toQt(Grid_Help{}.GridHelp(sample.session, projects, "Projekte", "", "")));
     EXPECT_EQ(field.text(), "1006");
-    QTest::qWait(50);
-    EXPECT_EQ(caller.focusWidget(), &next) << "Enter reached the caller's field and moved on";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return caller.focusWidget() == &next; }, patience))
+        << "Enter reached the caller's field and moved on";
 }
 
 TEST_F(Story, AnEditIsNotLostByClosing)
 {
     User user{takeKeyboard(),
               clickAt("cmdNew"),
-              keys({"4", "2", "Tab", "x"}),
-              keys({"Escape"}),
+              eventually([](QDialog& dialog) { return dialog.focusWidget()->objectName() == "Text1"; }),
+              keys({"4", "2", "Tab", "x", "Escape"}),
+              eventually([](QDialog& dialog) { return find<QLineEdit>(dialog, "Text2").text() == "x"; }),
               [](QDialog& dialog) { dialog.close(); },
               [](QDialog& dialog) {
                   EXPECT_EQ(find<QLineEdit>(dialog, "Text1").text(), "42");
                   EXPECT_EQ(find<QLineEdit>(dialog, "Text2").text(), "x");
               },
               clickAt("cmdSave"),
+              eventually([](QDialog& dialog) { return find<QPushButton>(dialog, "cmdClose").isEnabled(); }),
               clickAt("cmdClose")};
     EXPECT_EQ(Grid_Help{}.GridHelp(sample.session, projects, "Projekte", "kept", "001"), "kept");
 }

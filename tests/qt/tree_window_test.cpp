@@ -62,6 +62,56 @@ TEST_F(TreeWindowTest, ControlsFollowTheSize)
     run("EBENE1");
 }
 
+/// A presenter of the test.
+class Events final : public dialogs::DialogEvents {
+public:
+    std::function<void()> onClick = [] {};
+    void clicked(std::string_view) override { onClick(); }
+    void closeAsked() override { asked = true; }
+    bool asked = false;
+};
+
+TEST(DialogShellTest, AnErrorOfAnEventClosesTheWindowAndReachesTheCaller)
+{
+    const auto window = makeTreeWindow(std::make_shared<Desk>());
+    Events events;
+    events.onClick = [] { throw Error{errors::timeout, "Timeout expired."}; };
+    User user{click("cmdOk")};
+    try {
+        window->showModal(events);
+        ADD_FAILURE() << "no error";
+    } catch (const Error& error) {
+        EXPECT_EQ(error.number, errors::timeout);
+    }
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    QCoreApplication::processEvents();
+}
+
+TEST(DialogShellTest, TheWindowStaysUntilTheEventThatClosesItHasEnded)
+{
+    const auto window = makeTreeWindow(std::make_shared<Desk>());
+    Events events;
+    bool wasVisible = false;
+    events.onClick = [&] {
+        window->close();
+        QCoreApplication::processEvents();
+        wasVisible = QApplication::activeModalWidget() != nullptr;
+        window->caption("still there");
+    };
+    User user{click("cmdClose")};
+    window->showModal(events);
+    EXPECT_TRUE(wasVisible);
+}
+
+TEST(DialogShellTest, ARefusedCloseLeavesTheWindowOpen)
+{
+    const auto window = makeTreeWindow(std::make_shared<Desk>());
+    Events events;
+    events.onClick = [&] { window->close(); };
+    User user{closeWindow(), [&](QDialog& dialog) { EXPECT_TRUE(events.asked && dialog.isVisible()); }, click("cmdOk")};
+    window->showModal(events);
+}
+
 TEST(TreeNodesTest, KeysAreUniqueAndParentsKnown)
 {
     const auto window = makeTreeWindow(std::make_shared<Desk>());

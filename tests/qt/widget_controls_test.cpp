@@ -111,6 +111,25 @@ TEST_F(WidgetControls, TheProgramsOwnChangesAreSeen)
     EXPECT_EQ(read(entries, "ListIndex"), Variant{1});
 }
 
+TEST_F(WidgetControls, AComboBoxThatIsNotEditable)
+{
+    QComboBox combo{&window};
+    const auto box = form->add<ComboBox>(combo);
+    std::vector<Variant> arguments{"Fichte"};
+    box->call("AddItem", arguments);
+    EXPECT_EQ(combo.currentIndex(), -1) << "Qt would select the first entry";
+    EXPECT_EQ(read(box, "ListIndex"), Variant{-1});
+    box->put("ListIndex", 0);
+    EXPECT_EQ(combo.currentText(), "Fichte");
+    box->put("Text", "anything");
+    EXPECT_EQ(read(box, "Text"), Variant{"anything"});
+    EXPECT_EQ(combo.currentText(), "Fichte");
+    arguments = {"Tanne"};
+    box->call("AddItem", arguments);
+    combo.setCurrentIndex(1); // by the user
+    EXPECT_EQ(read(box, "Text"), Variant{"Tanne"});
+}
+
 TEST_F(WidgetControls, TheUserIsBoundByMaxLengthAndTheFilter)
 {
     QLineEdit edit{&window};

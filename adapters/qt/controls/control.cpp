@@ -53,6 +53,9 @@ QWidget& WidgetControl::widget() const
     return *widget_;
 }
 
+// Each member works on the state, which is read from the widget before and shown after: so values are checked,
+// converted and refused as those of the controls without windows are.
+
 Variant WidgetControl::get(std::string_view name, std::span<const Variant> args) const
 {
     widget();

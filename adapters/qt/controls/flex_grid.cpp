@@ -78,6 +78,7 @@ QVariant FlexGrid::Model::headerData(int section, Qt::Orientation orientation, i
 void FlexGrid::Model::show()
 {
     if (!isStale || std::exchange(showing_, true)) return;
+    // Cells have no objects of their own, so that each change has passed the control.
     beginResetModel();
     rows_ = grid_->Rows() - grid_->FixedRows();
     columns_ = grid_->Cols() - grid_->FixedCols();

@@ -69,7 +69,10 @@ bool guarded(const std::function<void()>& work)
     } catch (const std::exception& error) {
         message = error.what();
     }
-    if (const auto& box = Platform::current().messageBox) box->show(message, stopIcon, "");
+    if (const auto& box = Platform::current().messageBox)
+        box->show(message, stopIcon, "");
+    else
+        qCritical("%s", message.c_str());
     return false;
 }
 

@@ -16,6 +16,12 @@
 
 namespace tamarok::qt {
 
+namespace {
+
+constexpr int aroundText = 6; ///< pixels above and below the text of a row together
+
+} // namespace
+
 /// The rows of a headless list view, and the bond between its columns and selection and those of the view.
 class ListView::Model final : public QAbstractTableModel {
 public:
@@ -94,6 +100,7 @@ QVariant ListView::Model::data(const QModelIndex& index, int role) const
         index.column() >= list_->headers()->Count())
         return {};
     if (role == Qt::TextAlignmentRole) return QVariant{alignmentOf(heads_[column].alignment)};
+    if (role == Qt::SizeHintRole) return QSize{0, view_->fontMetrics().height() + aroundText};
     if (role != Qt::DisplayRole && role != Qt::AccessibleTextRole) return {};
     const controls::ListItem& item = *items[row];
     return shownText(column == 0 ? item.text() : item.SubItems(index.column()));
@@ -130,6 +137,7 @@ std::vector<ListView::Model::Head> ListView::Model::wantedHeads() const
 
 void ListView::Model::showRows(std::vector<Head> heads)
 {
+    // A reset would scroll to the top.
     const int scrolled = view_->verticalScrollBar()->value();
     const int scrolledAside = view_->horizontalScrollBar()->value();
     beginResetModel();
@@ -152,6 +160,7 @@ void ListView::Model::showHeads(std::vector<Head> heads)
     view_->viewport()->update();
 }
 
+/// Moves the view to the selected item, unless it is there: a user who has scrolled away stays where he is.
 void ListView::Model::showSelected()
 {
     const controls::ListItemRef item = rows_ == 0 ? nullptr : list_->SelectedItem();

@@ -9,7 +9,6 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
-#include <QWindow>
 #include <algorithm>
 #include <utility>
 
@@ -222,18 +221,9 @@ void DialogShell::runModal(dialogs::DialogEvents& events)
     if (failure_) std::rethrow_exception(std::exchange(failure_, nullptr));
 }
 
-/// Shows the window in the middle of the active one, as its child window, though not owned by it: either may end first.
 void DialogShell::appear()
 {
-    QWidget* const parent = QApplication::activeWindow();
-    winId(); // makes the window of the system
-    if (parent != nullptr && parent->windowHandle() != nullptr) {
-        windowHandle()->setTransientParent(parent->windowHandle());
-        windowHandle()->setScreen(parent->windowHandle()->screen());
-        move(parent->frameGeometry().center() - rect().center());
-    } else if (screen() != nullptr) {
-        move(screen()->availableGeometry().center() - rect().center());
-    }
+    putAboveActiveWindow(*this);
     fitToScreen();
     show();
     activateWindow();
@@ -244,7 +234,7 @@ void DialogShell::showBeside()
 {
     setWindowModality(Qt::NonModal);
     setAttribute(Qt::WA_ShowWithoutActivating);
-    if (QWidget* const parent = QApplication::activeWindow()) move(parent->frameGeometry().center() - rect().center());
+    putAboveActiveWindow(*this);
     show();
 }
 
@@ -270,6 +260,8 @@ void DialogShell::finish()
     if (depth_ == 0) loop_->quit();
 }
 
+/// The window is not hidden before the outermost event has ended: an event may show further dialogs, and closes its
+/// window in the middle of its work.
 void DialogShell::deliver(const std::function<void()>& event)
 {
     if (events_ == nullptr || closing_) return;
@@ -301,6 +293,7 @@ void DialogShell::reject()
 
 void DialogShell::closeEvent(QCloseEvent* event)
 {
+    // A modal window is hidden by `runModal`, which the presenter's answer ends; the progress window at once.
     event->setAccepted(loop_ == nullptr);
     deliver([&] { events_->closeAsked(); });
 }

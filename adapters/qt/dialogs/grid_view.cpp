@@ -89,7 +89,7 @@ void GridView::keyPressEvent(QKeyEvent* event)
     }
     // AltGr, by which some keyboards write a character, comes as Ctrl and Alt together.
     const bool writes = !isCommand || event->modifiers() == (Qt::ControlModifier | Qt::AltModifier);
-    if (writes && !text.isEmpty() && text.front().isPrint()) return type(text);
+    if (writes && !text.isEmpty() && QChar::isPrint(text.toUcs4().front())) return type(text);
     QTableView::keyPressEvent(event);
 }
 
@@ -132,6 +132,7 @@ void GridView::currentChanged(const QModelIndex& current, const QModelIndex& pre
     if (!silent_ && current.isValid() && current.row() != previous.row()) moved_ = true;
 }
 
+// Qt tells what was added and removed, from which the order of the selection follows.
 void GridView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)
 {
     QTableView::selectionChanged(selected, deselected);
@@ -147,6 +148,8 @@ void GridView::selectionChanged(const QItemSelection& selected, const QItemSelec
     changed_ = true;
 }
 
+/// By the mouse Qt moves first and selects then, by the keyboard the other way round: the presenter always hears of the
+/// row first, since it keeps the current one of several selected rows.
 void GridView::tell()
 {
     if (silent_) return;

@@ -39,7 +39,8 @@ constexpr int leastWidth = 60;
 constexpr int mostWidth = 320;
 const QString headRoom = QStringLiteral(" »»  "); ///< the mark of the sorted column
 
-/// The data grid as Comm_Models takes it; its columns are shown by the table.
+/// The window of the lookup. `grid_` is the data grid as Comm_Models takes it: what an operation writes to its columns
+/// is shown by the table behind each event, what the user drags is written to them at once.
 class LookupDialog final : public Modal<dialogs::LookupWindow> {
 public:
     explicit LookupDialog(const std::shared_ptr<Desk>& desk) : Modal{"frmViewGrid", desk}
@@ -184,7 +185,8 @@ void LookupDialog::makeMonth()
         tell([key](auto& events) { events.monthKeyPressed(isEnter(key) ? enter : escape); });
         return true;
     };
-    // The days are a view inside the calendar, which takes the keys.
+    // The days are a view inside the calendar, which takes the keys. Enter and Escape would activate a date and close
+    // the dialog without the presenter.
     for (QTableView* const days : month_->findChildren<QTableView*>())
         days->installEventFilter(&watch);
     month_->installEventFilter(&watch);
@@ -201,7 +203,8 @@ void LookupDialog::makeBox(std::string_view name)
     watch.focused = [this, name] { tell([name](auto& events) { events.boxEntered(name); }); };
     watch.pressed = [&box](int key) {
         if (!isEnter(key)) return false;
-        if (QWidget* const next = box.nextInFocusChain()) next->setFocus(Qt::TabFocusReason);
+        QKeyEvent tab{QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier};
+        QCoreApplication::sendEvent(&box, &tab);
         return true;
     };
     box.installEventFilter(&watch);

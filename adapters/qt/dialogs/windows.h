@@ -20,13 +20,19 @@ class Windows final : public dialogs::DialogWindows {
 public:
     Windows(std::shared_ptr<Desk> desk, MapMaker makesMap) : desk_{std::move(desk)}, makeMap_{std::move(makesMap)} {}
 
-    std::unique_ptr<dialogs::QuestionWindow> makeQuestion() override { return makeQuestionWindow(desk_); }
-    std::unique_ptr<dialogs::ProgressWindow> makeProgress() override { return makeProgressWindow(desk_); }
-    std::unique_ptr<dialogs::TreeWindow> makeTree() override { return makeTreeWindow(desk_); }
-    std::unique_ptr<dialogs::LookupWindow> makeLookup() override { return makeLookupWindow(desk_); }
+    std::unique_ptr<dialogs::QuestionWindow> makeQuestion() override { return makeQuestionWindow(checkedDesk()); }
+    std::unique_ptr<dialogs::ProgressWindow> makeProgress() override { return makeProgressWindow(checkedDesk()); }
+    std::unique_ptr<dialogs::TreeWindow> makeTree() override { return makeTreeWindow(checkedDesk()); }
+    std::unique_ptr<dialogs::LookupWindow> makeLookup() override { return makeLookupWindow(checkedDesk()); }
     std::unique_ptr<dialogs::MapWindow> makeMap() override;
 
 private:
+    /// Error 5 where no window can be shown.
+    const std::shared_ptr<Desk>& checkedDesk() const
+    {
+        requireApplication();
+        return desk_;
+    }
     std::shared_ptr<Desk> desk_;
     MapMaker makeMap_;
 };

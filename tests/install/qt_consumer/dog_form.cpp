@@ -19,13 +19,23 @@ DogForm::DogForm(const TmkVar& session) : session_{session}
     codeName_.setObjectName("lblProject");
     amount_.setObjectName("txtAmount");
     amount_.setAccessibleName("Menge");
-    for (QWidget* const widget : {static_cast<QWidget*>(&list_), static_cast<QWidget*>(&code_),
-                                  static_cast<QWidget*>(&codeName_), static_cast<QWidget*>(&amount_)})
-        layout_.addWidget(widget);
+    layout_.addWidget(&list_);
+    layout_.addLayout(&fields_);
+    fields_.addRow("&Projekt (F4)", &code_);
+    fields_.addRow("", &codeName_);
+    fields_.addRow("&Menge (fm)", &amount_);
+    amount_.setAlignment(Qt::AlignRight);
 
-    // The key of a header names its column.
-    for (const char* column : {"COL_1", "COL_2", "COL_3"})
-        dogs_->headers()->Add({}, column, column);
+    // The key of a header names its column; widths are twips.
+    struct Column {
+        const char* key;
+        const char* text;
+        float width;
+    };
+    for (const Column& column :
+         {Column{"COL_1", "Nummer", 1500}, Column{"COL_2", "Zuchtname", 4200}, Column{"COL_3", "Rufname", 1800}})
+        dogs_->headers()->Add({}, column.key, column.text)->Width = column.width;
+    list_.setAlternatingRowColors(true);
     connect(list_.header(), &QHeaderView::sectionClicked, this, [this](int section) {
         qt::guarded([&] {
             Comm_Set{}.OrderColumnListview(session_, *dogs_->headers()->Item(Variant{section + 1}), *dogs_, false);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTreeView>
@@ -30,6 +31,7 @@ private:
 
     const tamarok::TmkVar& session_;
     QVBoxLayout layout_{this};
+    QFormLayout fields_;
     QTreeView list_;
     QLineEdit code_;
     QLabel codeName_;

@@ -56,7 +56,7 @@ private:
     }
 
     static constexpr int delay = 5;
-    static constexpr int patience = 400;
+    static constexpr int patience = 6000;
     std::deque<Step> steps_;
     QObject context_;
     QPointer<QDialog> seen_;
