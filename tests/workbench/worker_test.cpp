@@ -91,7 +91,7 @@ TEST_F(WorkerTest, FailureIsToldAndALostConnectionIsOpenedAnew)
     ASSERT_EQ(told.size(), 1U);
     EXPECT_TRUE(told[0].starts_with("failed: ")) << told[0];
     worker.post(
-        [](const ado::ConnectionRef&, const std::stop_token&) {
+        [](const ado::ConnectionRef&, const std::stop_token&, const Worker::Tell&) {
             throw Error{errors::providerFailure, "Gone."};
         },
         failed);
@@ -130,8 +130,8 @@ TEST_F(WorkerTest, EndsWhileAStatementRuns)
 {
     {
         Worker worker{open, Platform::current(), loop.deliver(), yard};
-        worker.post([this](const ado::ConnectionRef& connection,
-                           const std::stop_token&) { runForHours(connection, [this] { loop.deliver()([] {}); }); },
+        worker.post([this](const ado::ConnectionRef& connection, const std::stop_token&,
+                           const Worker::Tell&) { runForHours(connection, [this] { loop.deliver()([] {}); }); },
                     failed);
         worker.post(tell("never"), failed);
         loop.runOne();

@@ -21,7 +21,6 @@ constexpr int longestCell = 400;        ///< characters that a cell shows
 
 /// What the worker has found out about a list: its number of rows, and either their keys or all of them.
 struct ListModel::Reading {
-    std::size_t generation = 0;
     std::shared_ptr<const ListStatements> list;
     std::shared_ptr<const RowKeys> keys;
     std::vector<std::optional<Row>> rows;
@@ -79,32 +78,42 @@ void ListModel::read()
         listener_.failed(reason);
     };
     worker_.post(
-        [this, deliver, generation = generation_, setup = setup_,
-         session = place_.sessionOver({})](const ado::ConnectionRef& connection, const std::stop_token& stop) {
+        [this, generation = generation_, setup = setup_, session = place_.sessionOver({})](
+            const ado::ConnectionRef& connection, const std::stop_token& stop, const Worker::Tell& tell) {
             TmkVar own = session;
             own.db_ADO = connection;
-            connection->CommandTimeout(0); // the user stops what takes too long
-            Reading reading;
-            reading.generation = generation;
-            reading.list = std::make_shared<const ListStatements>(setup, own);
-            const auto progress = [this, &deliver](std::size_t rows) {
-                deliver([this, rows] { listener_.progress(rows); });
-            };
-            if (reading.list->hasKeys()) {
-                reading.keys =
-                    std::make_shared<const RowKeys>(RowKeys::read(connection, *reading.list, stop, progress));
-            } else {
-                readAllRows(connection, reading.list->rows(), stop, [&](Row row) {
-                    reading.rows.emplace_back(std::move(row));
-                    if (reading.rows.size() % blockRows == 0) progress(reading.rows.size());
+            const auto deliver = [this, generation, &tell](std::function<void()> action) {
+                tell([this, generation, action = std::move(action)] {
+                    if (generation == generation_) action();
                 });
-            }
-            if (const std::string totals = reading.list->totals(own); !totals.empty())
-                readAllRows(connection, totals, stop, [&](Row row) { reading.totals = std::move(row); });
-            const auto shared = std::make_shared<Reading>(std::move(reading));
-            deliver([this, shared] { take(std::move(*shared)); });
+            };
+            const auto reading =
+                std::make_shared<Reading>(readList(connection, setup, own, stop, [this, &deliver](std::size_t rows) {
+                    deliver([this, rows] { listener_.progress(rows); });
+                }));
+            deliver([this, reading] { take(std::move(*reading)); });
         },
         fail);
+}
+
+/// Runs on the worker's thread.
+ListModel::Reading ListModel::readList(const ado::ConnectionRef& connection, const ListSetup& setup,
+                                       const TmkVar& session, const std::stop_token& stop, const RowProgress& progress)
+{
+    connection->CommandTimeout(0); // the user stops what takes too long
+    Reading reading;
+    reading.list = std::make_shared<const ListStatements>(setup, session);
+    if (reading.list->hasKeys()) {
+        reading.keys = std::make_shared<const RowKeys>(RowKeys::read(connection, *reading.list, stop, progress));
+    } else {
+        readAllRows(connection, reading.list->rows(), stop, [&](Row row) {
+            reading.rows.emplace_back(std::move(row));
+            if (reading.rows.size() % blockRows == 0) progress(reading.rows.size());
+        });
+    }
+    if (const std::string totals = reading.list->totals(session); !totals.empty())
+        readAllRows(connection, totals, stop, [&](Row row) { reading.totals = std::move(row); });
+    return reading;
 }
 
 void ListModel::take(Reading reading)

@@ -62,6 +62,8 @@ private:
     struct Reading; ///< what the worker has found out about a list
 
     void read();
+    static Reading readList(const ado::ConnectionRef& connection, const ListSetup& setup, const TmkVar& session,
+                            const std::stop_token& stop, const RowProgress& progress);
     void take(Reading reading);
     const Block* block(std::size_t number) const;
     void want(std::size_t number) const;

@@ -26,7 +26,7 @@ struct Account {
 class Workplace {
 public:
     /// Opens the database. Errors: those of the back end. @param yard  outlives the workplace
-    Workplace(cli::DatabaseChoice database);
+    Workplace(cli::DatabaseChoice database, Yard& yard);
     ~Workplace();
     Workplace(const Workplace&) = delete;
     Workplace& operator=(const Workplace&) = delete;
