@@ -9,7 +9,7 @@ cmake_minimum_required(VERSION 3.25)
 # The floors from the ground up: "rooms | public headers". Rooms of one floor meet through their public headers.
 set(floors
     "runtime | collection column_texts convert date date_order decimal_digits early_date english_dates error files format loc_service members object object_path pivot_years platform powers_of_ten regional spelling string_array text variant windows_1252"
-    "ado dialect session | ado ado_backend backend_registry c_version connection_text mcomm tmkvar"
+    "ado dialect session | ado ado_backend backend_registry c_version connection_text mcomm tmkvar transaction"
     "values | comm_conv comm_find comm_get comm_set"
     "catalogue selections settings rights timber lists | comm_act comm_csel comm_lock comm_models comm_sql list_catalogue round_wood selection_book"
     "controls | controls form grids list_view tree_view"

@@ -10,10 +10,10 @@
 #include "reporter.h"
 #include "table_loader.h"
 #include "tamarok_database/schema.h"
-#include "transaction.h"
 
 #include "tamarok/convert.h"
 #include "tamarok/error.h"
+#include "tamarok/transaction.h"
 
 namespace tamarok::database {
 namespace {
@@ -92,7 +92,7 @@ void writeMasterTables(ado::Connection& connection, Reporter& reporter)
 void createMasterDatabase(ado::Connection& connection, const ProgressListener& progress)
 {
     Reporter reporter{progress};
-    Transaction transaction{connection};
+    ado::Transaction transaction{connection};
     writeMasterTables(connection, reporter);
     runPhase(reporter, "Indexes", [&] { createIndexes(connection); });
     transaction.commit();
@@ -107,7 +107,7 @@ void createReferenceDatabase(ado::Connection& connection, const ReferenceOptions
                         std::to_string(options.records) + ".",
                     "createReferenceDatabase"};
     Reporter reporter{progress};
-    Transaction transaction{connection};
+    ado::Transaction transaction{connection};
     writeMasterTables(connection, reporter);
     createLogs(connection, options, reporter);
     writeRecords(connection, options, reporter);

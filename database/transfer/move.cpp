@@ -8,9 +8,9 @@
 #include "tamarok_database/server_scripts.h"
 #include "tamarok_database/transfer.h"
 #include "tamarok_tsql/names.h"
-#include "transaction.h"
 
 #include "tamarok/error.h"
+#include "tamarok/transaction.h"
 
 namespace tamarok::database {
 namespace {
@@ -146,7 +146,7 @@ auto allOrNothing(Work work)
 }
 
 /// The answer to the last step may get lost, and nobody knows then whether it was carried out.
-void commit(Transaction& transaction)
+void commit(ado::Transaction& transaction)
 {
     try {
         transaction.commit();
@@ -196,11 +196,11 @@ Move moveDatabase(Store& source, Store& target, const ProgressListener& progress
     removeLimits(source, target);
     Reporter reporter{progress};
     requireEmpty(target);
-    const Transaction snapshot{*source.connection()}; // one state of all tables; ends by itself
+    const ado::Transaction snapshot{*source.connection()}; // one state of all tables; ends by itself
     const tsql::SchemaDefinition schema = source.schema();
     for (const TableDefinition& table : schema.tables)
         source.requireReadable(table);
-    Transaction transaction{*target.connection()};
+    ado::Transaction transaction{*target.connection()};
     Move result = allOrNothing([&] {
         for (const TableDefinition& table : schema.tables) {
             target.connection()->Execute(tsql::createTableText(table));
@@ -221,7 +221,7 @@ Move loadReferenceDatabase(Store& sample, Store& server, const ProgressListener&
     Reporter reporter{progress};
     const tsql::SchemaDefinition schema = sample.schema();
     requireFillable(server, schema);
-    Transaction transaction{*server.connection()};
+    ado::Transaction transaction{*server.connection()};
     Move result = allOrNothing([&] {
         runPhase(reporter, "Tables", [&] { runScript(*server.connection(), tableScript().text); });
         return moveRows(sample, server, schema, reporter, [&] { server.finish(); });

@@ -1,6 +1,7 @@
 #include "check/column_faults.h"
 
 #include "check/rows.h"
+#include "tamarok_tsql/table_definition.h"
 
 namespace tamarok::cli::check {
 
@@ -39,7 +40,7 @@ std::string_view collationOf(const ColumnShape& column)
 /// A column's name and type as a definition has them.
 std::string definition(const ColumnShape& column, std::string_view collation)
 {
-    std::string text = bracketed(column.name);
+    std::string text = tsql::bracketed(column.name);
     text.append(" ").append(column.declared);
     if (!collation.empty()) text.append(" COLLATE ").append(collation);
     return text;
@@ -47,7 +48,7 @@ std::string definition(const ColumnShape& column, std::string_view collation)
 
 std::string alterTable(std::string_view table)
 {
-    return "ALTER TABLE " + bracketed(table);
+    return "ALTER TABLE " + tsql::bracketed(table);
 }
 
 } // namespace
@@ -64,7 +65,7 @@ std::string keyAddition(const TableShape& table)
     for (const ColumnShape& column : table.columns) {
         if (!column.inKey) continue;
         if (!columns.empty()) columns += ", ";
-        columns += bracketed(column.name);
+        columns += tsql::bracketed(column.name);
     }
     if (columns.empty()) return {};
     return alterTable(table.name).append(" ADD PRIMARY KEY (").append(columns).append(")");

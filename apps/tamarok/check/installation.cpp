@@ -33,13 +33,4 @@ bool Installation::answers() const
     }
 }
 
-RolledBack::~RolledBack()
-{
-    try {
-        connection_.RollbackTrans();
-    } catch (const Error&) {
-        // The server has rolled back already, with the failure that the check reports, or when the connection was lost.
-    }
-}
-
 } // namespace tamarok::cli::check

@@ -33,16 +33,4 @@ struct Installation {
     const ado::ConnectionRef& connection() const noexcept { return session.db_ADO; }
 };
 
-/// A transaction that is rolled back at the end, whatever happens.
-class RolledBack {
-public:
-    explicit RolledBack(ado::Connection& connection) : connection_{connection} { connection_.BeginTrans(); }
-    RolledBack(const RolledBack&) = delete;
-    RolledBack& operator=(const RolledBack&) = delete;
-    ~RolledBack();
-
-private:
-    ado::Connection& connection_;
-};
-
 } // namespace tamarok::cli::check

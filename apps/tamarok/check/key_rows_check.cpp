@@ -4,6 +4,7 @@
 #include "check/checks.h"
 #include "check/remedies.h"
 #include "check/rows.h"
+#include "tamarok_tsql/table_definition.h"
 
 namespace tamarok::cli::check {
 
@@ -11,7 +12,7 @@ namespace {
 
 bool hasRows(const ado::ConnectionRef& connection, const std::string& table)
 {
-    return countRows(connection, "SELECT TOP 1 1 AS N FROM " + bracketed(table)) > 0;
+    return countRows(connection, "SELECT TOP 1 1 AS N FROM " + tsql::bracketed(table)) > 0;
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "check/rows.h"
 #include "tamarok_database/scripts.h"
 #include "tamarok_embedded/procedures.h"
+#include "tamarok_tsql/table_definition.h"
 
 namespace tamarok::cli::check {
 
@@ -33,7 +34,7 @@ void checkOnServer(Context& context, const database::ProcedureScript& procedure)
         context.report.add(State::Skipped, what,
                            "its text cannot be read: it was made WITH ENCRYPTION, or the login lacks the right; "
                            "GRANT VIEW DEFINITION ON " +
-                               bracketed(name) + " gives it");
+                               tsql::bracketed(name) + " gives it");
     else if (sameProcedure(name, text, procedure.text)) {
         context.report.add(State::Ok, what, "its text is that of this version");
         if (name == optionProcedure) context.installation.knowsOptionProcedure = true;

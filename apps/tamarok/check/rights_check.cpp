@@ -7,6 +7,7 @@
 #include "check/checks.h"
 #include "check/rows.h"
 #include "tamarok_database/scripts.h"
+#include "tamarok_tsql/table_definition.h"
 
 #include "tamarok/text.h"
 
@@ -31,7 +32,7 @@ using Lacking = std::map<Lack, std::vector<std::string>>;
 
 std::string permission(std::string_view object, std::string_view right)
 {
-    return "HAS_PERMS_BY_NAME('" + text::replaceAll(bracketed(object), "'", "''") + "', 'OBJECT', '" +
+    return "HAS_PERMS_BY_NAME('" + text::replaceAll(tsql::bracketed(object), "'", "''") + "', 'OBJECT', '" +
            std::string{right} + "')";
 }
 
@@ -54,12 +55,12 @@ std::string grants(const Lack& lack, const std::vector<std::string>& objects, co
 {
     constexpr std::size_t few = 3;
     const std::string grant = "GRANT " + lack.rights + " ON ";
-    const std::string to = " TO " + bracketed(user);
-    if (objects.size() > few) return grant + "SCHEMA::" + bracketed(lack.schema) + to;
+    const std::string to = " TO " + tsql::bracketed(user);
+    if (objects.size() > few) return grant + "SCHEMA::" + tsql::bracketed(lack.schema) + to;
     std::string text;
     for (const std::string& object : objects) {
         if (!text.empty()) text += "; ";
-        text.append(grant).append(bracketed(lack.schema)).append(".").append(bracketed(object)).append(to);
+        text.append(grant).append(tsql::bracketed(lack.schema)).append(".").append(tsql::bracketed(object)).append(to);
     }
     return text;
 }

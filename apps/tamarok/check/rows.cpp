@@ -1,7 +1,6 @@
 #include "check/rows.h"
 
 #include "tamarok/convert.h"
-#include "tamarok/text.h"
 
 namespace tamarok::cli::check {
 
@@ -33,11 +32,6 @@ std::int64_t countRows(const ado::ConnectionRef& connection, std::string_view st
     for (records.Open(statement, connection); !records.AtEOF(); records.MoveNext())
         ++count;
     return count;
-}
-
-std::string bracketed(std::string_view name)
-{
-    return "[" + text::replaceAll(name, "]", "]]") + "]";
 }
 
 } // namespace tamarok::cli::check

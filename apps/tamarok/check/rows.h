@@ -18,7 +18,4 @@ std::string readText(const ado::ConnectionRef& connection, std::string_view stat
 /// Runs a statement and reads its rows to their end. @return their number
 std::int64_t countRows(const ado::ConnectionRef& connection, std::string_view statement);
 
-/// A name in brackets, as a statement for a T-SQL server has it.
-std::string bracketed(std::string_view name);
-
 } // namespace tamarok::cli::check

@@ -3,6 +3,7 @@
 
 #include "check/checks.h"
 #include "check/rows.h"
+#include "tamarok_tsql/table_definition.h"
 
 #include "tamarok/error.h"
 #include "tamarok/text.h"
@@ -61,7 +62,7 @@ void checkLogin(Context& context)
                        "user " + row.at(1) + ", database " + database + ", default schema " + row.at(3));
     if (text::equalsNoCase(row.at(4), "READ_ONLY"))
         context.report.add(State::Different, "database " + database,
-                           "it is set to read only: ALTER DATABASE " + bracketed(database) + " SET READ_WRITE");
+                           "it is set to read only: ALTER DATABASE " + tsql::bracketed(database) + " SET READ_WRITE");
 }
 
 /// Whether readers wait for writers. Both settings work; the remark tells what the present one means.

@@ -11,6 +11,7 @@
 
 #include "tamarok/comm_set.h"
 #include "tamarok/error.h"
+#include "tamarok/transaction.h"
 
 namespace tamarok::cli::check {
 
@@ -57,7 +58,7 @@ template <class Trial>
 void tryOut(Context& context, const std::string& what, Trial&& trial)
 {
     try {
-        std::optional<RolledBack> scope;
+        std::optional<ado::Transaction> scope;
         if (!context.installation.isFile()) scope.emplace(*context.installation.connection());
         context.report.add(State::Ok, what, std::to_string(trial()) + " rows");
     } catch (const Error& error) {

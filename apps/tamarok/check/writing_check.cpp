@@ -5,10 +5,12 @@
 #include "check/checks.h"
 #include "check/remedies.h"
 #include "check/rows.h"
+#include "tamarok_tsql/table_definition.h"
 
 #include "tamarok/comm_lock.h"
 #include "tamarok/comm_set.h"
 #include "tamarok/comm_sql.h"
+#include "tamarok/transaction.h"
 
 namespace tamarok::cli::check {
 
@@ -24,9 +26,9 @@ constexpr std::array<std::string_view, 2> writtenTables{"LOCK", "OPTIONEN"};
 /// Makes a table with the columns that the file's own has.
 std::string definitionOf(const TableShape& table)
 {
-    std::string text = "CREATE TABLE " + bracketed(table.name) + " (";
+    std::string text = "CREATE TABLE " + tsql::bracketed(table.name) + " (";
     for (const ColumnShape& column : table.columns) {
-        text += (text.ends_with('(') ? "" : ", ") + bracketed(column.name) + " " + column.declared;
+        text += (text.ends_with('(') ? "" : ", ") + tsql::bracketed(column.name) + " " + column.declared;
         if (column.exact) text += " COLLATE Latin1_General_BIN";
         text += column.identity ? " IDENTITY(1,1) NOT NULL PRIMARY KEY" : column.nullable ? "" : " NOT NULL";
     }
@@ -45,7 +47,7 @@ TmkVar trialSession(const Context& context)
     for (const std::string_view name : writtenTables) {
         const auto table = installation.tables.find(name);
         if (table == installation.tables.end()) continue;
-        installation.trial->Execute("DROP TABLE IF EXISTS " + bracketed(name));
+        installation.trial->Execute("DROP TABLE IF EXISTS " + tsql::bracketed(name));
         installation.trial->Execute(definitionOf(table->second));
     }
     return session;
@@ -70,7 +72,7 @@ void checkOptions(Context& context)
         return;
     }
     const TmkVar session = trialSession(context);
-    const RolledBack scope{*session.db_ADO};
+    const ado::Transaction scope{*session.db_ADO};
     const std::string property = "TAMAROK_CHECK";
     Comm_Set{}.SetOptionenNumber(session, property, std::int16_t{7});
     const bool kept =
@@ -86,7 +88,7 @@ void checkLocks(Context& context)
 {
     const TmkVar session = trialSession(context);
     const std::string rows = "SELECT COUNT(*) FROM LOCK WHERE ID_USERS = " + std::to_string(nobody);
-    const RolledBack scope{*session.db_ADO};
+    const ado::Transaction scope{*session.db_ADO};
     const Comm_Lock locks;
     const bool taken = locks.LockOn("BELEGE", noRecord, session) && readText(session.db_ADO, rows) == "1";
     locks.LockOff("BELEGE", noRecord, session);
@@ -112,7 +114,7 @@ void checkRowLock(Context& context)
         return;
     }
     const std::string query = "SELECT ID_STRING, GERMAN FROM STRINGS WHERE ID_STRING = " + number;
-    const RolledBack scope{*connection};
+    const ado::Transaction scope{*connection};
     ado::Recordset held;
     held.Open(query, connection, ado::CursorType::OpenDynamic, ado::LockType::Pessimistic);
     const ado::ConnectionRef reader = openToCheck(context.installation.choice);

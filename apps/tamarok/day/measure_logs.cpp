@@ -13,6 +13,7 @@
 #include "tamarok/controls.h"
 #include "tamarok/convert.h"
 #include "tamarok/platform.h"
+#include "tamarok/transaction.h"
 
 namespace tamarok::cli::day {
 
@@ -50,28 +51,6 @@ struct MeasuredLog {
     std::string volume;
     double stackedFactor = 0;
     double dryFactor = 0;
-};
-
-/// Rolls back, at its end, everything that the connection wrote during its lifetime.
-class RollbackScope {
-public:
-    explicit RollbackScope(const ado::ConnectionRef& connection) : connection_{connection}
-    {
-        connection_->BeginTrans();
-    }
-    ~RollbackScope()
-    {
-        try {
-            connection_->RollbackTrans();
-        } catch (const std::exception&) {
-            // A connection that has failed has rolled back already.
-        }
-    }
-    RollbackScope(const RollbackScope&) = delete;
-    RollbackScope& operator=(const RollbackScope&) = delete;
-
-private:
-    ado::ConnectionRef connection_;
 };
 
 /// The text of a number box after the keys were pressed in it; its filter refuses some of them.
@@ -172,7 +151,7 @@ void measureLogs(const Context& context)
 {
     const Comm_Set set;
     const auto& connection = context.session.db_ADO;
-    const RollbackScope rollback{connection};
+    const ado::Transaction rollback{ado::require(connection)};
     printMeasuring(context);
     const std::string ofList = "LISTE = '" + std::string{list} + "'";
     set.CalculateKubaturKlasse(connection, "SELECT ID_LOG FROM LOGS WHERE " + ofList, false);

@@ -19,7 +19,8 @@ constexpr int longestCell = 400;        ///< characters that a cell shows
 
 } // namespace
 
-/// What the worker has found out about a list: its number of rows, and either their keys or all of them.
+/// What the worker has found out about a list: its number of rows, and either their keys and the first rows, or all of
+/// them.
 struct ListModel::Reading {
     std::shared_ptr<const ListStatements> list;
     std::shared_ptr<const RowKeys> keys;
@@ -105,6 +106,7 @@ ListModel::Reading ListModel::readList(const ado::ConnectionRef& connection, con
     reading.list = std::make_shared<const ListStatements>(setup, session);
     if (reading.list->hasKeys()) {
         reading.keys = std::make_shared<const RowKeys>(RowKeys::read(connection, *reading.list, stop, progress));
+        reading.rows = readRows(connection, *reading.list, *reading.keys, 0, blockRows);
     } else {
         readAllRows(connection, reading.list->rows(), stop, [&](Row row) {
             reading.rows.emplace_back(std::move(row));
@@ -129,11 +131,12 @@ void ListModel::take(Reading reading)
         totals_[column] = qt::toQt(cellText(*total++, columns_[column]));
     }
     // Rows that were read as a whole stay: they cannot be read again in pieces.
-    for (std::size_t first = 0; !keys_ && first < reading.rows.size(); first += blockRows) {
+    for (std::size_t first = 0; first < reading.rows.size(); first += blockRows) {
         const std::size_t end = std::min(first + blockRows, reading.rows.size());
-        blocks_.emplace(first / blockRows,
-                        makeBlock({std::make_move_iterator(reading.rows.begin() + static_cast<std::ptrdiff_t>(first)),
-                                   std::make_move_iterator(reading.rows.begin() + static_cast<std::ptrdiff_t>(end))}));
+        const auto at = [&](std::size_t row) {
+            return std::make_move_iterator(reading.rows.begin() + static_cast<std::ptrdiff_t>(row));
+        };
+        keep(first / blockRows, makeBlock({at(first), at(end)}));
     }
     endResetModel();
     listener_.loaded();
@@ -211,13 +214,31 @@ void ListModel::takeBlock(std::size_t number, std::vector<std::optional<Row>> ro
         blocks_.erase(used_.back());
         used_.pop_back();
     }
-    Block made = makeBlock(std::move(rows));
-    used_.push_front(number);
-    made.used = used_.begin();
-    const auto last = static_cast<int>(number * blockRows + made.rows.size()) - 1;
-    blocks_.insert_or_assign(number, std::move(made));
+    const auto last = static_cast<int>(number * blockRows + rows.size()) - 1;
+    keep(number, makeBlock(std::move(rows)));
     emit dataChanged(index(static_cast<int>(number * blockRows), 0), index(last, columnCount() - 1));
     readNext();
+}
+
+void ListModel::keep(std::size_t number, Block block)
+{
+    if (keys_) {
+        used_.push_front(number);
+        block.used = used_.begin();
+    }
+    blocks_.insert_or_assign(number, std::move(block));
+}
+
+int ListModel::widestText(std::size_t column, const QFontMetrics& metrics) const
+{
+    constexpr std::size_t rows = 100;
+    const auto first = blocks_.find(0);
+    if (first == blocks_.end()) return 0;
+    const std::vector<QString>& texts = first->second.texts;
+    int widest = metrics.horizontalAdvance(totals_[column]);
+    for (std::size_t cell = column; cell < std::min(texts.size(), rows * columns_.size()); cell += columns_.size())
+        widest = std::max(widest, metrics.horizontalAdvance(texts[cell]));
+    return widest;
 }
 
 std::string ListModel::statement() const

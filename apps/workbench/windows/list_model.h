@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QFontMetrics>
 #include <cstddef>
 #include <functional>
 #include <list>
@@ -45,6 +46,8 @@ public:
     std::string statement() const;
     /// Returns the list's statements, nothing before they were composed.
     std::shared_ptr<const ListStatements> statements() const noexcept { return list_; }
+    /// Returns the width of the widest text among the first rows and the total of a column, 0 while there are none.
+    int widestText(std::size_t column, const QFontMetrics& metrics) const;
     /// Returns the value of a cell, nothing if its row is not there (yet).
     std::optional<Variant> value(const QModelIndex& index) const;
 
@@ -70,6 +73,7 @@ private:
     void readNext();
     void takeBlock(std::size_t number, std::vector<std::optional<Row>> rows);
     Block makeBlock(std::vector<std::optional<Row>> rows) const;
+    void keep(std::size_t number, Block block);
     void forget();
 
     Worker& worker_;

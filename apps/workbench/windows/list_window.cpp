@@ -61,7 +61,6 @@ ListWindow::ListWindow(const Workplace& place, ListSetup setup, Actions actions,
 /// The worker ends first, so that no job tells a model that has gone.
 ListWindow::~ListWindow()
 {
-    keepWidths();
     worker_.reset();
 }
 
@@ -169,8 +168,8 @@ void ListWindow::addTools()
 void ListWindow::connectTable()
 {
     connect(table_.horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int section) { sortBy(section); });
-    connect(table_.horizontalHeader(), &QHeaderView::sectionResized, this, [this] {
-        if (!fitting_) keepWidths();
+    connect(table_.horizontalHeader(), &QHeaderView::sectionResized, this, [this](int section, int, int width) {
+        if (!fitting_) keepWidth(section, width);
     });
     connect(&table_, &QTableView::customContextMenuRequested, this, [this](const QPoint& point) { showMenu(point); });
     connect(&table_, &QTableView::activated, this, [this](const QModelIndex& index) {
@@ -208,9 +207,8 @@ QString ListWindow::title() const
 /// Reads the list anew. @param setup  of the same type
 void ListWindow::show(ListSetup setup)
 {
-    keepWidths();
+    fitting_ = true; // until the columns have their widths
     setup_ = std::move(setup);
-    widthsFitted_ = false;
     QVariantList ids;
     for (const std::int16_t id : setup_.columns)
         ids.push_back(id);
@@ -252,6 +250,7 @@ void ListWindow::showLoaded()
     progress_.hide();
     stop_->setEnabled(false);
     state_.setText(model_->rows() == 0 ? textOf(Text::NoRows) : rowsText(model_->rows()));
+    fitWidths();
     totals_.show(model_->totals());
     table_.setAccessibleDescription(state_.text());
     if (model_->rows() > 0) table_.setCurrentIndex(model_->index(0, 0));
@@ -477,23 +476,21 @@ void ListWindow::fitWidths()
     for (std::size_t place = 0; place < setup_.columns.size(); ++place) {
         const ListColumn& shown = model_->columns()[place];
         const auto chosen = kept.find(QString::number(shown.id));
-        const int usual = metrics.horizontalAdvance(shown.isNumber ? "0.000.000,00" : "Mustermann Fr");
+        const int usual = model_->widestText(place, metrics) + cellMargin;
         const int head = headMetrics.horizontalAdvance(qt::toQt(shown.header)) + cellMargin;
         const int width =
             chosen != kept.end() ? chosen->toInt() : std::clamp(std::max(usual, head), narrowestColumn, widestColumn);
         table_.setColumnWidth(static_cast<int>(place), width);
     }
     fitting_ = false;
-    widthsFitted_ = true;
 }
 
-/// Keeps the widths by the ids of the columns.
-void ListWindow::keepWidths()
+/// Keeps a width that the user has chosen, by the id of its column.
+void ListWindow::keepWidth(int section, int width)
 {
-    if (!widthsFitted_) return;
+    if (section < 0 || section >= static_cast<int>(setup_.columns.size())) return;
     QVariantMap kept = QSettings{}.value(settingsKey("widths")).toMap();
-    for (std::size_t place = 0; place < setup_.columns.size(); ++place)
-        kept.insert(QString::number(setup_.columns[place]), table_.columnWidth(static_cast<int>(place)));
+    kept.insert(QString::number(setup_.columns[static_cast<std::size_t>(section)]), width);
     QSettings{}.setValue(settingsKey("widths"), kept);
 }
 

@@ -71,7 +71,7 @@ private:
 
     QString rowsText(std::size_t rows) const;
     void fitWidths();
-    void keepWidths();
+    void keepWidth(int section, int width);
     QString settingsKey(const char* what) const;
     const ListColumn* column(std::int16_t id) const;
 
@@ -93,8 +93,7 @@ private:
     QLabel state_;
     QProgressBar progress_;
     QAction* stop_ = nullptr;
-    bool widthsFitted_ = false;
-    bool fitting_ = false;
+    bool fitting_ = true; ///< the program itself sets the widths of the columns
 };
 
 } // namespace tamarok::workbench

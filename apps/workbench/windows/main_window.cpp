@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QScreen>
 #include <QScrollArea>
 #include <QSettings>
 #include <QShortcut>
@@ -52,7 +53,7 @@ MainWindow::MainWindow(Workplace& place) : place_{place}
     layOut();
     retranslate();
     showWelcome();
-    resize(1240, 780);
+    resize(QSize{1240, 780}.boundedTo(screen()->availableSize()));
     restoreGeometry(QSettings{}.value(geometryKey).toByteArray());
     restoreState(QSettings{}.value(stateKey).toByteArray());
 }

@@ -4,8 +4,6 @@
 #include <cstdint>
 #include <string_view>
 
-#include "work/transaction.h"
-
 #include "tamarok/ado.h"
 #include "tamarok/comm_get.h"
 #include "tamarok/comm_set.h"
@@ -13,6 +11,7 @@
 #include "tamarok/error.h"
 #include "tamarok/platform.h"
 #include "tamarok/text.h"
+#include "tamarok/transaction.h"
 
 namespace tamarok::workbench {
 
@@ -131,7 +130,7 @@ std::int32_t addLine(const std::string& list, const MeasuredLine& line, const Tm
     const LineFigures figures = figuresOf(line, session);
     if (figures.volume.empty())
         throw Error{errors::invalidArgument, "A line needs a diameter and a length.", "Workbench"};
-    Transaction transaction{*session.db_ADO};
+    ado::Transaction transaction{*session.db_ADO};
     const Comm_Get get;
     const std::string ofList = "LISTE = " + quoted(list);
     const auto number = static_cast<std::int32_t>(get.Get_FieldValueN(session, "MAX(BLNR)", "LOGS", ofList)) + 1;

@@ -4,12 +4,14 @@
 
 #include "tamarok/ado.h"
 
-namespace tamarok::database {
+namespace tamarok::ado {
 
-/// Rolls back at its end unless it was committed.
+/// A transaction of a connection that is rolled back at its end unless it was committed.
 class Transaction {
 public:
-    explicit Transaction(ado::Connection& connection) : connection_{connection} { connection_.BeginTrans(); }
+    /// Begins the transaction. @param connection  outlives it
+    /// Errors: 3709 for a closed connection, failures of the database.
+    explicit Transaction(Connection& connection) : connection_{connection} { connection_.BeginTrans(); }
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
 
@@ -18,11 +20,12 @@ public:
         if (committed_) return;
         try {
             connection_.RollbackTrans();
-        } catch (const std::exception&) {
+        } catch (const std::exception&) { // NOLINT(bugprone-empty-catch)
             // The exception that led here is the caller's to see; the database rolls back when the session ends.
         }
     }
 
+    /// Errors as BeginTrans; the transaction is then rolled back.
     void commit()
     {
         connection_.CommitTrans();
@@ -30,8 +33,8 @@ public:
     }
 
 private:
-    ado::Connection& connection_;
+    Connection& connection_;
     bool committed_ = false;
 };
 
-} // namespace tamarok::database
+} // namespace tamarok::ado
