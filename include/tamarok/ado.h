@@ -117,8 +117,8 @@ public:
     const std::string& ConnectionString() const noexcept;
     ObjectState State() const noexcept;
 
-    /// Asks the statement that runs to end; it then fails with error 0x80040E4E. Nothing happens if none runs, and where
-    /// the back end cannot end one. May be called by any thread while the connection is open.
+    /// Asks the statement that runs to end; it then fails with error 0x80040E4E. Nothing happens if none runs, and
+    /// where the back end cannot end one. May be called by any thread while the connection is open.
     void Cancel() const noexcept;
 
     /// Closes the recordsets of the connection, ends its session and releases the session's locks. Error 3704
