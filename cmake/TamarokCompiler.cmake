@@ -27,9 +27,9 @@ function(tamarok_defaults target)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         # Lets the compiler cache see what a precompiled header holds.
         target_compile_options(${target} PRIVATE -fpch-preprocess)
-        # g++ 12 sees overlapping copies in plain string concatenation (GCC bug 105651, fixed in 13).
+        # g++ 12 sees overlapping and endless copies in plain string concatenation (GCC bugs 105651 and 105329, fixed in 13).
         if(CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-            target_compile_options(${target} PRIVATE -Wno-restrict)
+            target_compile_options(${target} PRIVATE -Wno-restrict -Wno-stringop-overflow -Wno-array-bounds)
         endif()
     endif()
     if(TAMAROK_SANITIZE)
@@ -42,6 +42,22 @@ function(tamarok_defaults target)
             -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
         target_link_options(${target} PUBLIC -fsanitize=address,undefined)
     endif()
+endfunction()
+
+# tamarok_standard_headers(target): gives a target of the project the standard headers that most sources include, compiled
+# once: a quarter of the time of a build. Each source still includes what it names; check_headers and clang-tidy work
+# without them. The target has the options of tamarok_defaults alone.
+function(tamarok_standard_headers target)
+    if(NOT TARGET tamarok_standard_headers)
+        set(source ${PROJECT_BINARY_DIR}/standard_headers.cpp)
+        file(GENERATE OUTPUT ${source} CONTENT "// Carries the precompiled header.\n")
+        add_library(tamarok_standard_headers OBJECT ${source})
+        tamarok_defaults(tamarok_standard_headers)
+        target_precompile_headers(tamarok_standard_headers PRIVATE
+            <algorithm> <array> <cstddef> <cstdint> <functional> <map> <memory> <optional> <span> <string> <string_view>
+            <utility> <variant> <vector>)
+    endif()
+    target_precompile_headers(${target} REUSE_FROM tamarok_standard_headers)
 endfunction()
 
 # tamarok_exact_arithmetic(target): forbids fused multiply-add, which would change last digits from one

@@ -7,6 +7,7 @@ function(tamarok_room name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES")
     add_library(tamarok_${name} OBJECT ${arg_SOURCES})
     tamarok_defaults(tamarok_${name})
+    tamarok_standard_headers(tamarok_${name})
     target_include_directories(tamarok_${name}
         PUBLIC ${PROJECT_SOURCE_DIR}/include ${CMAKE_CURRENT_SOURCE_DIR}/include
         PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})

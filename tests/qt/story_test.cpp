@@ -1,7 +1,6 @@
-#include <QProcess>
 #include <QScreen>
-#include <cstdio>
 
+#include "qt/support/display.h"
 #include "qt/support/sample.h"
 #include "qt/support/user.h"
 
@@ -14,16 +13,6 @@ namespace tamarok::qt {
 namespace {
 
 using namespace acting;
-
-/// Runs xdotool with these arguments, and lets the program handle what it does.
-void act(const QStringList& arguments)
-{
-    QProcess tool;
-    tool.start("xdotool", arguments);
-    while (tool.state() != QProcess::NotRunning && !tool.waitForFinished(5))
-        QCoreApplication::processEvents();
-    EXPECT_EQ(tool.exitCode(), 0) << arguments.join(' ').toStdString() << tool.readAllStandardError().toStdString();
-}
 
 constexpr int patience = 30'000; ///< milliseconds until the display must have brought an event
 
@@ -142,56 +131,10 @@ TEST_F(Story, TheProgressWindowIsDrawnWithoutAnEventLoop)
     forms.Info_Release({});
 }
 
-/// Starts a display of its own and stops it at the end.
-class Display {
-public:
-    Display()
-    {
-        server_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        // The server chooses a free number and writes it to its standard output.
-        server_.start("Xvfb", {"-displayfd", "1", "-screen", "0", "1280x1024x24", "-nolisten", "tcp"});
-        if (!server_.waitForStarted(10'000) || !server_.waitForReadyRead(20'000)) return;
-        const QByteArray number = server_.readLine().trimmed();
-        qputenv("DISPLAY", ":" + number);
-        isUp = !number.isEmpty();
-    }
-    ~Display()
-    {
-        server_.terminate();
-        if (!server_.waitForFinished(5'000)) server_.kill();
-    }
-    Display(const Display&) = delete;
-    Display& operator=(const Display&) = delete;
-
-    bool isUp = false;
-
-private:
-    QProcess server_;
-};
-
-bool isInstalled(const char* program)
-{
-    return !QStandardPaths::findExecutable(program).isEmpty();
-}
-
 } // namespace
 } // namespace tamarok::qt
 
 int main(int argc, char** argv)
 {
-    testing::InitGoogleTest(&argc, argv);
-    if (!tamarok::qt::isInstalled("Xvfb") || !tamarok::qt::isInstalled("xdotool")) {
-        std::fputs("**** SKIPPED: the stories on a display; Xvfb or xdotool is missing ****\n", stderr);
-        return 77; // CTest takes it for skipped
-    }
-    const tamarok::qt::Display display;
-    if (!display.isUp) {
-        std::fputs("Xvfb did not start\n", stderr);
-        return 1;
-    }
-    qputenv("QT_QPA_PLATFORM", "xcb");
-    const QApplication application{argc, argv};
-    QApplication::setStyle(QStyleFactory::create("Fusion"));
-    QLocale::setDefault(QLocale{QLocale::German, QLocale::Austria});
-    return RUN_ALL_TESTS();
+    return tamarok::qt::acting::runOnDisplay(argc, argv);
 }
