@@ -121,8 +121,9 @@ void ChartPanel::draw()
     wanted.columns = {id(by_), id(measure_)};
     wanted.order.clear();
     const auto columnOf = [this](std::int16_t column) { return *std::ranges::find(columns_, column, &ListColumn::id); };
+    const std::size_t generation = ++generation_;
     worker_->post(
-        [this, generation = ++generation_, wanted, session = place_.sessionOver({}), by = columnOf(id(by_)),
+        [this, generation, wanted, session = place_.sessionOver({}), by = columnOf(id(by_)),
          measure = columnOf(id(measure_)), others = textOf(Text::Others)](
             const ado::ConnectionRef& connection, const std::stop_token& stop, const Worker::Tell& tell) {
             TmkVar own = session;
@@ -133,7 +134,7 @@ void ChartPanel::draw()
             auto bars = std::make_shared<std::vector<Bar>>(barsOf(rows, by, measure, others));
             tell([this, generation, bars] { take(generation, std::move(*bars)); });
         },
-        [this, generation = generation_](const std::string& reason) {
+        [this, generation](const std::string& reason) {
             if (generation == generation_) bars_->show(qt::toQt(reason), {});
         });
 }

@@ -53,6 +53,7 @@ public:
     std::vector<std::int16_t> chosen() const
     {
         std::vector<std::int16_t> ids;
+        ids.reserve(static_cast<std::size_t>(shown_.count()));
         for (int row = 0; row < shown_.count(); ++row)
             ids.push_back(static_cast<std::int16_t>(shown_.item(row)->data(idRole).toInt()));
         return ids;

@@ -13,7 +13,7 @@ namespace {
 Worker::Open openerOf(const Workplace& place, const std::string& type)
 {
     return [open = place.opener(), type, session = place.sessionOver({})] {
-        const ado::ConnectionRef connection = open();
+        ado::ConnectionRef connection = open();
         TmkVar own = session;
         own.db_ADO = connection;
         cli::prepareList(type, own);
