@@ -372,7 +372,7 @@ TEST(CheckOtherServer, ThatIsNoTsqlServerIsTold)
 {
     if (!PostgresServer::isInstalled()) {
         tellSkipped("PostgreSQL: its programs are missing");
-        GTEST_SKIP();
+        GTEST_SKIP() << "PostgreSQL is not installed";
     }
     const PostgresServer postgres;
     const Outcome outcome = runCheck({"--odbc", postgres.connectionText()});

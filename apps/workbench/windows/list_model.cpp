@@ -1,6 +1,5 @@
 #include "windows/list_model.h"
 
-#include <QMetaObject>
 #include <algorithm>
 #include <memory>
 #include <utility>
@@ -30,7 +29,10 @@ struct ListModel::Reading {
 
 ListModel::ListModel(Worker& worker, const Workplace& place, Listener listener) :
     worker_{worker}, place_{place}, listener_{std::move(listener)}
-{}
+{
+    soon_.setSingleShot(true);
+    connect(&soon_, &QTimer::timeout, this, [this] { readNext(); });
+}
 
 void ListModel::show(const ListSetup& setup, const std::vector<ListColumn>& columns)
 {
@@ -177,9 +179,7 @@ void ListModel::want(std::size_t number) const
     wanted_.push_back(number);
     if (wanted_.size() > wantedBlocks) wanted_.erase(wanted_.begin());
     if (reading_) return;
-    auto* const self = const_cast<ListModel*>(this); // NOLINT(cppcoreguidelines-pro-type-const-cast): a cache
-    QMetaObject::invokeMethod(
-        self, [self] { self->readNext(); }, Qt::QueuedConnection);
+    soon_.start();
 }
 
 /// Reads the block that was wanted last, one at a time: while the user scrolls, most wishes become outdated.

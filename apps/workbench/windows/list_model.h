@@ -2,6 +2,7 @@
 
 #include <QAbstractTableModel>
 #include <QFontMetrics>
+#include <QTimer>
 #include <cstddef>
 #include <functional>
 #include <list>
@@ -90,6 +91,7 @@ private:
     mutable std::unordered_map<std::size_t, Block> blocks_;
     mutable std::list<std::size_t> used_; ///< the block used last in front
     mutable std::vector<std::size_t> wanted_;
+    mutable QTimer soon_;  ///< lets the wishes of one painting come together before one is read
     bool reading_ = false; ///< a block is being read
 };
 

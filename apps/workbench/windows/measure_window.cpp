@@ -92,10 +92,11 @@ public:
 std::unique_ptr<MeasureWindow> MeasureWindow::open(const Workplace& place, const std::string& list)
 {
     if (!Comm_Lock{}.LockOn(lockKind, lockKey(list), place.session())) return nullptr;
-    return std::unique_ptr<MeasureWindow>{new MeasureWindow{place, list}}; // NOLINT: the constructor is private
+    return std::make_unique<MeasureWindow>(Locked{}, place, list);
 }
 
-MeasureWindow::MeasureWindow(const Workplace& place, std::string list) : place_{place}, list_{std::move(list)}
+MeasureWindow::MeasureWindow(Locked /*proof*/, const Workplace& place, std::string list) :
+    place_{place}, list_{std::move(list)}
 {
     worker_ = makeListWorker(place_, "LOG", *this);
     model_ = std::make_unique<ListModel>(

@@ -21,6 +21,13 @@ public:
     /// Locks a timber list and opens it. Returns nothing, after a message that names the holder, if another session has
     /// it. @param place  outlives the window
     static std::unique_ptr<MeasureWindow> open(const Workplace& place, const std::string& list);
+
+    /// Proves that the list was locked: `open` alone makes one.
+    class Locked {
+        friend class MeasureWindow;
+        Locked() = default;
+    };
+    MeasureWindow(Locked, const Workplace& place, std::string list);
     ~MeasureWindow() override;
 
     const std::string& list() const noexcept { return list_; }
@@ -29,7 +36,6 @@ public:
 private:
     class Field; ///< a box with its caption and, of a code, what it stands for
 
-    MeasureWindow(const Workplace& place, std::string list);
     void layOut();
     void connectFields();
     MeasuredLine line() const;
