@@ -377,7 +377,7 @@ std::vector<std::string> callersTables()
             "INSERT INTO #BB_LEISTUNGS_KOPF (ID) SELECT ID FROM BB_LEISTUNGS_KOPF"};
 }
 
-std::vector<FixedStatement> fixedStatements(const ado::ConnectionRef& sample)
+TmkVar sessionOf(const ado::ConnectionRef& sample)
 {
     TmkVar session;
     session.db_ADO = sample;
@@ -388,7 +388,12 @@ std::vector<FixedStatement> fixedStatements(const ado::ConnectionRef& sample)
     session.strID_Access_Levels = "4,5,6,7";
     session.DateFrom = makeDate(2022, 1, 1);
     session.DateTo = makeDate(2024, 12, 31);
+    return session;
+}
 
+std::vector<FixedStatement> fixedStatements(const ado::ConnectionRef& sample)
+{
+    const TmkVar session = sessionOf(sample);
     std::vector<FixedStatement> all;
     for (const StatementRow& row : statements)
         all.push_back({std::string{row.name}, std::string{row.text}, row.expect});

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "tamarok/ado.h"
+#include "tamarok/tmkvar.h"
 
 namespace tamarok::database::test {
 
@@ -18,6 +19,9 @@ struct FixedStatement {
 
 /// Makes the temporary table that the caller of a list of services fills.
 std::vector<std::string> callersTables();
+
+/// The session in which the statements are composed: a user of level 5 who sees four levels and three years.
+TmkVar sessionOf(const ado::ConnectionRef& sample);
 
 /// All of them: those that a table lists, and those that operations of the library compose or send when they run on the
 /// sample database: options, numbers, default models and wage rates, the tags and keys of lists, rights, and the

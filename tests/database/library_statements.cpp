@@ -23,20 +23,6 @@ namespace {
 
 using tamarok::test::ListOnForm;
 
-TmkVar sessionOf(const ado::ConnectionRef& sample)
-{
-    TmkVar session;
-    session.db_ADO = sample;
-    session.strLanguage = "GERMAN";
-    session.strDateFormat = "YYYY-MM-DD";
-    session.ID_User = 3;
-    session.ID_Access_Levels = 5;
-    session.strID_Access_Levels = "4,5,6,7";
-    session.DateFrom = makeDate(2022, 1, 1);
-    session.DateTo = makeDate(2024, 12, 31);
-    return session;
-}
-
 std::string firstCode(const std::string& statement, const ado::ConnectionRef& sample)
 {
     ado::Recordset offered;
