@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPointer>
+#include <QStyle>
 #include <QTableView>
 #include <QTextCharFormat>
 #include <algorithm>
@@ -34,7 +35,6 @@ constexpr char32_t escape = 27;
 
 // Of the first width of a column, in pixels.
 constexpr std::size_t measuredRows = 50;
-constexpr int besideText = 14;
 constexpr int leastWidth = 60;
 constexpr int mostWidth = 320;
 const QString headRoom = QStringLiteral(" »»  "); ///< the mark of the sorted column
@@ -77,6 +77,7 @@ public:
     {
         at(column).Caption = caption;
         showColumns();
+        if (!view_->isVisible()) widenForHead(column); // until then no width is the user's
     }
     void columnVisible(std::size_t column, bool visible) override
     {
@@ -114,6 +115,7 @@ private:
     void showColumns();
     void nameBoxes();
     float fittingWidth(const dialogs::GridRows& rows, std::span<const std::string> names, std::size_t column) const;
+    void widenForHead(std::size_t column);
     void widthDragged(int column, int width);
     controls::GridColumn& at(std::size_t column) const { return *grid_->columns()->all().at(column); }
 
@@ -237,10 +239,20 @@ float LookupDialog::fittingWidth(const dialogs::GridRows& rows, std::span<const 
                                  std::size_t column) const
 {
     const QFontMetrics metrics{view_->font()};
+    const int besideText = 2 * (view_->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, view_) + 1) + 6;
     int widest = metrics.horizontalAdvance(headRoom + toQt(names[column]));
     for (std::size_t row = 0; row < std::min(rows.count(), measuredRows); ++row)
         widest = std::max(widest, metrics.horizontalAdvance(shownText(rows.text(row, column))));
     return twips(std::clamp(widest + besideText, leastWidth, mostWidth));
+}
+
+/// Makes a column as wide as its head with the mark of the order.
+void LookupDialog::widenForHead(std::size_t column)
+{
+    const int mark = QFontMetrics{view_->font()}.horizontalAdvance(headRoom);
+    const int head = view_->horizontalHeader()->sectionSizeHint(static_cast<int>(column)) + mark;
+    at(column).Width = std::max(at(column).Width, twips(std::min(head, mostWidth)));
+    showColumns();
 }
 
 /// Shows the widths, heads and visibility that the presenter or an operation has given to the grid.

@@ -65,6 +65,7 @@ ChartPanel::ChartPanel(const Workplace& place, QWidget* parent) : QWidget{parent
     scroll_.setWidget(bars.release()); // the scroll area takes it over
     scroll_.setWidgetResizable(true);
     scroll_.setFrameShape(QFrame::NoFrame);
+    scroll_.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // the bars take the room that is left
     setLayout(layout.release());
     for (QComboBox* const box : {&measure_, &by_}) {
         box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -142,7 +143,10 @@ void ChartPanel::draw()
 void ChartPanel::take(std::size_t generation, std::vector<Bar> bars)
 {
     if (generation != generation_) return;
-    bars_->show(measure_.currentText() + " " + textOf(Text::By) + " " + by_.currentText(), std::move(bars));
+    const auto measure =
+        std::ranges::find(columns_, static_cast<std::int16_t>(measure_.currentData().toInt()), &ListColumn::id);
+    const QString title = measure == columns_.end() ? measure_.currentText() : qt::toQt(measure->header); // with unit
+    bars_->show(title + " " + textOf(Text::By) + " " + by_.currentText(), std::move(bars));
 }
 
 } // namespace tamarok::workbench

@@ -1,5 +1,6 @@
 #include "windows/column_chooser.h"
 
+#include <QApplication>
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QLabel>
@@ -22,6 +23,7 @@ QListWidgetItem* itemOf(const ListColumn& column)
 {
     auto* const item = std::make_unique<QListWidgetItem>(qt::toQt(column.label)).release(); // the list takes it over
     item->setData(idRole, column.id);
+    item->setSizeHint({0, QFontMetrics{QApplication::font()}.height() + 8}); // the height of a table's rows
     item->setToolTip(qt::toQt(column.header) + (column.isMeasure ? " – " + textOf(Text::Measure) : QString{}));
     if (column.isMeasure) {
         QFont italic = item->font();

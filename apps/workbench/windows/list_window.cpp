@@ -18,6 +18,7 @@
 #include "windows/column_chooser.h"
 #include "windows/list_worker.h"
 #include "windows/statement_view.h"
+#include "windows/tables.h"
 #include "windows/texts.h"
 
 #include "tamarok/convert.h"
@@ -27,14 +28,6 @@
 #include "tamarok/platform.h"
 
 namespace tamarok::workbench {
-
-namespace {
-
-constexpr int widestColumn = 320;
-constexpr int narrowestColumn = 60;
-constexpr int cellMargin = 30; ///< margins of a cell, and the sign of the order in a head
-
-} // namespace
 
 ListWindow::ListWindow(const Workplace& place, ListSetup setup, Actions actions, QWidget* parent) :
     QWidget{parent}, place_{place}, setup_{std::move(setup)}, actions_{std::move(actions)},
@@ -67,24 +60,12 @@ ListWindow::~ListWindow()
 void ListWindow::layOut()
 {
     table_.setModel(model_.get());
-    table_.setAlternatingRowColors(true);
-    table_.setShowGrid(false);
-    table_.setWordWrap(false);
-    table_.setSelectionBehavior(QAbstractItemView::SelectRows);
+    layOutTable(table_);
     table_.setContextMenuPolicy(Qt::CustomContextMenu);
-    table_.setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    table_.setFrameShape(QFrame::NoFrame);
-    table_.setTabKeyNavigation(false);
     QHeaderView& heads = *table_.horizontalHeader();
     heads.setSectionsClickable(true);
     heads.setSectionsMovable(false);
-    heads.setHighlightSections(false);
     heads.setSortIndicatorShown(true);
-    heads.setMinimumSectionSize(narrowestColumn);
-    QHeaderView& numbers = *table_.verticalHeader();
-    numbers.setVisible(false);
-    numbers.setDefaultSectionSize(fontMetrics().height() + 8);
-    numbers.setSectionResizeMode(QHeaderView::Fixed);
 
     auto tableSide = std::make_unique<QWidget>();
     auto tableLayout = std::make_unique<QVBoxLayout>();
@@ -161,8 +142,8 @@ void ListWindow::addTools()
     tools_.addSeparator();
     addTool(Text::Export, Text::ExportHint, QKeySequence::Save, [this] { exportList(); });
     addTool(Text::Statement, Text::StatementHint, QKeySequence{Qt::Key_F8}, [this] { showStatement(); });
-    addTool(Text::Refresh, Text::Refresh, QKeySequence::Refresh, [this] { refresh(); });
-    stop_ = addTool(Text::Stop, Text::Stop, QKeySequence{Qt::Key_Escape}, [this] { stop(); });
+    addTool(Text::Refresh, Text::RefreshHint, QKeySequence::Refresh, [this] { refresh(); });
+    stop_ = addTool(Text::Stop, Text::StopHint, QKeySequence{Qt::Key_Escape}, [this] { stop(); });
 }
 
 void ListWindow::connectTable()
@@ -204,11 +185,24 @@ QString ListWindow::title() const
     return qt::toQt(Platform::locService()->GetText(label, place_.session()));
 }
 
+/// Returns the title with what tells this list from others of its type: groups, and the values of the filters.
+QString ListWindow::fullTitle() const
+{
+    QString full = setup_.grouped ? textOf(Text::Groups).arg(title()) : title();
+    for (const ValueFilter& filter : setup_.filters) {
+        const ListColumn* const filtered = column(filter.column);
+        const QString value = qt::toQt(cellText(filter.value, filtered == nullptr ? ListColumn{} : *filtered));
+        full += " · " + (value.isEmpty() ? textOf(Text::FilterEmpty) : value);
+    }
+    return full;
+}
+
 /// Reads the list anew. @param setup  of the same type
 void ListWindow::show(ListSetup setup)
 {
     fitting_ = true; // until the columns have their widths
     setup_ = std::move(setup);
+    setWindowTitle(fullTitle());
     QVariantList ids;
     for (const std::int16_t id : setup_.columns)
         ids.push_back(id);
@@ -464,24 +458,10 @@ const ListColumn* ListWindow::column(std::int16_t id) const
     return found == columns_.end() ? nullptr : &*found;
 }
 
-/// Gives each column the width that the user chose for it, or that its head and a usual cell need.
 void ListWindow::fitWidths()
 {
     fitting_ = true;
-    const QVariantMap kept = QSettings{}.value(settingsKey("widths")).toMap();
-    const QFontMetrics metrics = table_.fontMetrics();
-    QFont headFont = table_.font();
-    headFont.setWeight(QFont::DemiBold); // as the style sheet has it
-    const QFontMetrics headMetrics{headFont};
-    for (std::size_t place = 0; place < setup_.columns.size(); ++place) {
-        const ListColumn& shown = model_->columns()[place];
-        const auto chosen = kept.find(QString::number(shown.id));
-        const int usual = model_->widestText(place, metrics) + cellMargin;
-        const int head = headMetrics.horizontalAdvance(qt::toQt(shown.header)) + cellMargin;
-        const int width =
-            chosen != kept.end() ? chosen->toInt() : std::clamp(std::max(usual, head), narrowestColumn, widestColumn);
-        table_.setColumnWidth(static_cast<int>(place), width);
-    }
+    fitColumns(table_, *model_, QSettings{}.value(settingsKey("widths")).toMap());
     fitting_ = false;
 }
 

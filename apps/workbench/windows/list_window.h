@@ -37,7 +37,7 @@ public:
     ~ListWindow() override;
 
     const ListSetup& setup() const noexcept { return setup_; }
-    QString title() const;
+    QString title() const; ///< of the list type; the window's own title tells groups and filters too
     QTableView& table() noexcept { return table_; }
     bool isLoading() const noexcept { return model_->isLoading(); }
     /// Labels and texts anew, in the language of the session.
@@ -50,6 +50,7 @@ private:
     QAction* addTool(Text text, Text hint, const QKeySequence& key, const std::function<void()>& action);
     void connectTable();
 
+    QString fullTitle() const;
     void show(ListSetup setup);
     void showProgress(std::size_t rows);
     void showLoaded();

@@ -65,6 +65,9 @@ private:
         userLabel_.setBuddy(&user_);
         passwordLabel_.setBuddy(&password_);
         languageLabel_.setBuddy(&language_);
+        buttons_.addButton(&logIn_, QDialogButtonBox::AcceptRole);
+        buttons_.addButton(&cancel_, QDialogButtonBox::RejectRole);
+        logIn_.setDefault(true);
         auto layout = std::make_unique<QVBoxLayout>();
         layout->setContentsMargins(24, 20, 24, 20);
         layout->setSpacing(14);
@@ -98,8 +101,8 @@ private:
         passwordLabel_.setText(textOf(Text::Password));
         levelLabel_.setText(textOf(Text::Level));
         languageLabel_.setText(textOf(Text::LanguageWord));
-        buttons_.button(QDialogButtonBox::Ok)->setText(textOf(Text::LogIn));
-        buttons_.button(QDialogButtonBox::Cancel)->setText(textOf(Text::Cancel));
+        logIn_.setText(textOf(Text::LogIn));
+        cancel_.setText(textOf(Text::Cancel));
         place_.language(nameOf(usedLanguage()));
     }
 
@@ -140,7 +143,9 @@ private:
     QLabel level_;
     QComboBox language_;
     QLabel message_;
-    QDialogButtonBox buttons_{QDialogButtonBox::Ok | QDialogButtonBox::Cancel};
+    QDialogButtonBox buttons_; ///< before its buttons, which leave it when they go
+    QPushButton logIn_;
+    QPushButton cancel_;
 };
 
 } // namespace

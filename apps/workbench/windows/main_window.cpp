@@ -4,13 +4,12 @@
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QHeaderView>
-#include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QScreen>
-#include <QScrollArea>
 #include <QSettings>
 #include <QShortcut>
+#include <QTabBar>
 #include <QVBoxLayout>
 
 #include "tamarok_qt/entry_controls.h"
@@ -19,6 +18,7 @@
 #include "windows/measure_window.h"
 #include "windows/options_window.h"
 #include "windows/theme.h"
+#include "windows/welcome_page.h"
 #include "work/navigation.h"
 #include "work/option_rows.h"
 
@@ -92,10 +92,7 @@ void MainWindow::layOut()
         const QString type = item->data(0, typeRole).toString();
         if (!type.isEmpty()) openList(qt::fromQt(type));
     });
-    connect(&tabs_, &QTabWidget::tabCloseRequested, this, [this](int tab) {
-        const std::unique_ptr<QWidget> closed{tabs_.widget(tab)};
-        tabs_.removeTab(tab);
-    });
+    connect(&tabs_, &QTabWidget::tabCloseRequested, this, [this](int tab) { closePage(tab); });
 }
 
 void MainWindow::makeMenus()
@@ -104,7 +101,7 @@ void MainWindow::makeMenus()
     QMenu& file = *menuBar()->addMenu(textOf(Text::File));
     if (mayReadOptions(place_.session())) file.addAction(textOf(Text::Options), this, [this] { openOptions(); });
     file.addAction(textOf(Text::CloseList), QKeySequence::Close, this, [this] {
-        if (tabs_.count() > 0) emit tabs_.tabCloseRequested(tabs_.currentIndex());
+        if (tabs_.count() > 0) closePage(tabs_.currentIndex());
     });
     file.addAction(textOf(Text::Quit), QKeySequence::Quit, this, &QMainWindow::close);
 
@@ -209,8 +206,8 @@ ListWindow& MainWindow::openList(const std::string& type)
 
 ListWindow& MainWindow::openList(const ListSetup& setup)
 {
-    if (tabs_.count() == 1 && listAt(0) == nullptr) {
-        const std::unique_ptr<QWidget> welcome{tabs_.widget(0)};
+    if (tabs_.count() == 1 && dynamic_cast<WelcomePage*>(tabs_.widget(0)) != nullptr) {
+        tabs_.widget(0)->deleteLater(); // one of its buttons may have been clicked
         tabs_.removeTab(0);
     }
     auto list = std::make_unique<ListWindow>(
@@ -218,7 +215,7 @@ ListWindow& MainWindow::openList(const ListSetup& setup)
         ListWindow::Actions{[this](const ListSetup& further) { openList(further); },
                             [this](const std::string& timberList) { measure(timberList); }});
     ListWindow& opened = *list;
-    tabs_.setCurrentIndex(tabs_.addTab(list.release(), opened.title())); // the tabs take it over
+    addPage(std::move(list), opened.windowTitle());
     opened.table().setFocus();
     return opened;
 }
@@ -231,14 +228,13 @@ void MainWindow::measure(const std::string& timberList)
         if (open == nullptr) continue;
         tabs_.setCurrentIndex(tab);
         if (open->list() == timberList) return;
-        emit tabs_.tabCloseRequested(tab);
+        if (!closePage(tab)) return;
         break;
     }
     qt::guarded([&] {
         auto window = MeasureWindow::open(place_, timberList);
         if (!window) return; // the holder was named
-        const QString title = textOf(Text::TimberList).arg(qt::toQt(timberList));
-        tabs_.setCurrentIndex(tabs_.addTab(window.release(), title)); // the tabs take it over
+        addPage(std::move(window), textOf(Text::TimberList).arg(qt::toQt(timberList)));
     });
 }
 
@@ -246,30 +242,34 @@ void MainWindow::openOptions()
 {
     for (int tab = 0; tab < tabs_.count(); ++tab)
         if (dynamic_cast<OptionsWindow*>(tabs_.widget(tab)) != nullptr) return tabs_.setCurrentIndex(tab);
-    qt::guarded([&] {
-        auto options = std::make_unique<OptionsWindow>(place_);
-        tabs_.setCurrentIndex(tabs_.addTab(options.release(), textOf(Text::Options))); // the tabs take it over
-    });
+    qt::guarded([&] { addPage(std::make_unique<OptionsWindow>(place_), textOf(Text::Options)); });
 }
 
 void MainWindow::showWelcome()
 {
-    auto page = std::make_unique<QWidget>();
-    auto layout = std::make_unique<QVBoxLayout>();
-    layout->setContentsMargins(48, 40, 48, 40);
-    layout->setSpacing(16);
-    auto picture = std::make_unique<QLabel>();
-    picture->setPixmap(programIcon().pixmap(96, 96));
-    auto heading = std::make_unique<QLabel>(textOf(Text::Welcome) + ", " + qt::toQt(place_.user().name));
-    heading->setObjectName("heading");
-    auto text = std::make_unique<QLabel>(textOf(Text::WelcomeText));
-    text->setWordWrap(true);
-    text->setMaximumWidth(620);
-    for (auto* const label : {picture.release(), heading.release(), text.release()})
-        layout->addWidget(label);
-    layout->addStretch();
-    page->setLayout(layout.release());
-    tabs_.setCurrentIndex(tabs_.addTab(page.release(), textOf(Text::Welcome)));
+    for (int tab = 0; tab < tabs_.count(); ++tab)
+        if (dynamic_cast<WelcomePage*>(tabs_.widget(tab)) != nullptr) return tabs_.setCurrentIndex(tab);
+    addPage(std::make_unique<WelcomePage>(place_, [this](const std::string& type) { openList(type); }),
+            textOf(Text::Welcome));
+}
+
+/// Appends a page and brings it forward. A page's own title becomes that of its tab.
+void MainWindow::addPage(std::unique_ptr<QWidget> page, const QString& title)
+{
+    QWidget* const added = page.release(); // the tabs take it over
+    connect(added, &QWidget::windowTitleChanged, this,
+            [this, added](const QString& changed) { tabs_.setTabText(tabs_.indexOf(added), changed); });
+    tabs_.setCurrentIndex(tabs_.addTab(added, title));
+}
+
+/// Closes a page, unless the user wants to keep what he has typed in it.
+bool MainWindow::closePage(int tab)
+{
+    auto* const measuring = dynamic_cast<MeasureWindow*>(tabs_.widget(tab));
+    if (measuring != nullptr && !measuring->mayClose()) return false;
+    const std::unique_ptr<QWidget> closed{tabs_.widget(tab)};
+    tabs_.removeTab(tab);
+    return true;
 }
 
 void MainWindow::useLanguage(Language language)
@@ -301,12 +301,32 @@ void MainWindow::retranslate()
         if (list == nullptr) continue;
         list->retranslate();
         list->refresh();
-        tabs_.setTabText(tab, list->title());
+    }
+    retranslateWelcome();
+}
+
+/// The page is made anew, in its place.
+void MainWindow::retranslateWelcome()
+{
+    for (int tab = 0; tab < tabs_.count(); ++tab) {
+        if (dynamic_cast<WelcomePage*>(tabs_.widget(tab)) == nullptr) continue;
+        const int current = tabs_.currentIndex();
+        tabs_.widget(tab)->deleteLater();
+        tabs_.removeTab(tab);
+        showWelcome();
+        tabs_.tabBar()->moveTab(tabs_.count() - 1, tab);
+        tabs_.setCurrentIndex(current);
     }
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
+    for (int tab = 0; tab < tabs_.count(); ++tab) {
+        auto* const measuring = dynamic_cast<MeasureWindow*>(tabs_.widget(tab));
+        if (measuring == nullptr) continue;
+        tabs_.setCurrentIndex(tab);
+        if (!measuring->mayClose()) return event->ignore();
+    }
     QSettings{}.setValue(geometryKey, saveGeometry());
     QSettings{}.setValue(stateKey, saveState());
     QMainWindow::closeEvent(event);

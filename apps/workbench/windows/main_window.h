@@ -6,6 +6,7 @@
 #include <QTabWidget>
 #include <QTreeWidget>
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "lists/list_setup.h"
@@ -40,7 +41,10 @@ private:
     void fillNavigation();
     void findInNavigation(const QString& text);
     void showWelcome();
+    void addPage(std::unique_ptr<QWidget> page, const QString& title);
+    bool closePage(int tab);
     void retranslate();
+    void retranslateWelcome();
     ListWindow* listAt(int tab) const;
 
     Workplace& place_;

@@ -8,6 +8,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -18,6 +19,7 @@
 #include "tamarok_qt/entry_controls.h"
 #include "tamarok_qt/texts.h"
 #include "windows/list_worker.h"
+#include "windows/tables.h"
 #include "windows/texts.h"
 
 #include "tamarok/comm_csel.h"
@@ -32,6 +34,8 @@ namespace tamarok::workbench {
 namespace {
 
 constexpr const char* lockKind = "LISTE";
+constexpr int widestMeaning = 190;
+constexpr int widestFigure = 130;
 
 /// A field of the form, in the order of the keys.
 struct FieldInfo {
@@ -103,6 +107,7 @@ MeasureWindow::MeasureWindow(Locked /*proof*/, const Workplace& place, std::stri
         *worker_, place_,
         ListModel::Listener{[](std::size_t) {},
                             [this] {
+                                fitColumns(lines_, *model_);
                                 totals_.show(model_->totals());
                                 lines_.scrollToBottom();
                             },
@@ -136,10 +141,12 @@ void MeasureWindow::layOut()
         form->addWidget(&field->meaning, row, 2);
         ++row;
     }
-    form->setColumnStretch(2, 1);
+    form->setColumnMinimumWidth(2, widestMeaning);
 
     auto figures = std::make_unique<QGridLayout>();
-    figures->setHorizontalSpacing(18);
+    figures->setContentsMargins(20, 14, 20, 14);
+    figures->setHorizontalSpacing(24);
+    figures->setVerticalSpacing(14);
     const std::array pairs{std::pair{&volumeCaption_, &volume_}, std::pair{&barkCaption_, &bark_},
                            std::pair{&classCaption_, &strengthClass_}};
     int place = 0;
@@ -151,13 +158,16 @@ void MeasureWindow::layOut()
         figures->addWidget(value, place, 1, Qt::AlignRight);
         ++place;
     }
-    figures->setRowStretch(place, 1);
-    figures->setColumnMinimumWidth(1, 130);
+    figures->setColumnMinimumWidth(1, widestFigure);
+    auto card = std::make_unique<QFrame>();
+    card->setObjectName("card");
+    card->setLayout(figures.release());
 
     auto upper = std::make_unique<QHBoxLayout>();
-    upper->setSpacing(36);
-    upper->addLayout(form.release(), 1);
-    upper->addLayout(figures.release());
+    upper->setSpacing(24);
+    upper->addLayout(form.release());
+    upper->addWidget(card.release(), 0, Qt::AlignTop);
+    upper->addStretch(1);
 
     auto buttons = std::make_unique<QHBoxLayout>();
     buttons->addWidget(&save_);
@@ -165,12 +175,7 @@ void MeasureWindow::layOut()
     save_.setDefault(true);
 
     lines_.setModel(model_.get());
-    lines_.setAlternatingRowColors(true);
-    lines_.setShowGrid(false);
-    lines_.setSelectionBehavior(QAbstractItemView::SelectRows);
-    lines_.verticalHeader()->hide();
-    lines_.verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
-    lines_.setFrameShape(QFrame::NoFrame);
+    layOutTable(lines_);
 
     auto layout = std::make_unique<QVBoxLayout>();
     layout->setContentsMargins(20, 16, 20, 8);
@@ -288,25 +293,42 @@ void MeasureWindow::lookUp(Field& field)
     field.box.setFocus();
 }
 
-void MeasureWindow::save()
+/// Returns whether the line was saved. A failure leaves what was typed.
+bool MeasureWindow::save()
 {
     const bool valid =
         std::ranges::all_of(fields_, [this](const auto& field) { return !field->isCode() || check(*field); });
-    if (!valid) return;
+    if (!valid) return false;
     try {
         const std::int32_t number = addLine(list_, line(), place_.session());
         state_.setText(textOf(Text::LineSaved).arg(number));
     } catch (const Error& error) {
-        state_.setText(qt::toQt(error.description)); // what was typed stays
-        return;
+        state_.setText(qt::toQt(error.description));
+        return false;
     }
-    for (const char* typed : {"diameter", "length"})
-        std::ranges::find(fields_, std::string_view{typed},
-                          [](const auto& field) { return std::string_view{field->info.name}; })
-            ->get()
-            ->box.clear();
-    fields_[4]->box.setFocus();
+    field("length").box.clear();
+    field("diameter").box.clear();
+    field("diameter").box.setFocus();
     showLines();
+    return true;
+}
+
+bool MeasureWindow::mayClose()
+{
+    if (field("diameter").box.text().isEmpty() && field("length").box.text().isEmpty()) return true;
+    QMessageBox question{QMessageBox::Question, heading_.text(), textOf(Text::LineUnsaved), QMessageBox::NoButton,
+                         this};
+    const QPushButton* const saving = question.addButton(textOf(Text::SaveWord), QMessageBox::AcceptRole);
+    const QPushButton* const discarding = question.addButton(textOf(Text::Discard), QMessageBox::DestructiveRole);
+    question.addButton(textOf(Text::Cancel), QMessageBox::RejectRole);
+    question.exec();
+    if (question.clickedButton() == saving) return save();
+    return question.clickedButton() == discarding;
+}
+
+MeasureWindow::Field& MeasureWindow::field(std::string_view name) const
+{
+    return **std::ranges::find(fields_, name, [](const auto& field) { return std::string_view{field->info.name}; });
 }
 
 MeasureWindow::Field* MeasureWindow::fieldOf(const QObject* box) const

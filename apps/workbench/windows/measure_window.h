@@ -6,6 +6,7 @@
 #include <QWidget>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "windows/list_model.h"
@@ -32,6 +33,8 @@ public:
 
     const std::string& list() const noexcept { return list_; }
     void retranslate();
+    /// Returns whether the window may close: asks where a log was typed and not saved.
+    bool mayClose();
 
 private:
     class Field; ///< a box with its caption and, of a code, what it stands for
@@ -43,7 +46,8 @@ private:
     void showFigures();
     bool check(Field& field);
     void lookUp(Field& field);
-    void save();
+    bool save();
+    Field& field(std::string_view name) const;
     bool eventFilter(QObject* watched, QEvent* event) override;
     Field* fieldOf(const QObject* box) const;
 

@@ -6,11 +6,23 @@
 #include <memory>
 
 #include "tamarok_qt/texts.h"
+#include "windows/tables.h"
 #include "windows/texts.h"
 
 #include "tamarok/error.h"
 
 namespace tamarok::workbench {
+
+namespace {
+
+/// Numbers and dates stand right, the name and texts left.
+Qt::Alignment alignmentOf(int column)
+{
+    const bool isText = column == 0 || column == 1 + static_cast<int>(OptionKind::Text);
+    return (isText ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter;
+}
+
+} // namespace
 
 OptionsWindow::OptionsWindow(const Workplace& place, QWidget* parent) : QWidget{parent}, place_{place}
 {
@@ -18,10 +30,8 @@ OptionsWindow::OptionsWindow(const Workplace& place, QWidget* parent) : QWidget{
     hint_.setObjectName("hint");
     hint_.setWordWrap(true);
     table_.setColumnCount(1 + static_cast<int>(optionKinds));
-    table_.verticalHeader()->hide();
-    table_.setAlternatingRowColors(true);
-    table_.setShowGrid(false);
-    table_.setFrameShape(QFrame::NoFrame);
+    layOutTable(table_);
+    table_.setSelectionBehavior(QAbstractItemView::SelectItems);
     if (!mayWriteOptions(place_.session())) table_.setEditTriggers(QAbstractItemView::NoEditTriggers);
     auto layout = std::make_unique<QVBoxLayout>();
     layout->setContentsMargins(20, 16, 20, 8);
@@ -47,6 +57,8 @@ void OptionsWindow::retranslate()
     for (const Text text : {Text::Option, Text::WholeNumber, Text::DecimalNumber, Text::TextWord, Text::DateWord})
         heads += textOf(text);
     table_.setHorizontalHeaderLabels(heads);
+    for (int column = 0; column < table_.columnCount(); ++column)
+        table_.horizontalHeaderItem(column)->setTextAlignment(alignmentOf(column));
     showOptions();
 }
 
@@ -56,16 +68,15 @@ void OptionsWindow::showOptions()
     options_ = readOptions(place_.session());
     table_.setRowCount(static_cast<int>(options_.size()));
     for (std::size_t row = 0; row < options_.size(); ++row) {
-        const auto put = [&](int column, const std::string& text, bool isNumber) {
+        const auto put = [&](int column, const std::string& text) {
             auto item = std::make_unique<QTableWidgetItem>(qt::toQt(text));
             if (column == 0) item->setFlags(item->flags() & ~Qt::ItemIsEditable);
-            if (isNumber) item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+            item->setTextAlignment(alignmentOf(column));
             table_.setItem(static_cast<int>(row), column, item.release()); // the table takes it over
         };
-        put(0, options_[row].name, false);
+        put(0, options_[row].name);
         for (std::size_t kind = 0; kind < optionKinds; ++kind)
-            put(static_cast<int>(kind) + 1, options_[row].values.at(kind),
-                kind != static_cast<std::size_t>(OptionKind::Text));
+            put(static_cast<int>(kind) + 1, options_[row].values.at(kind));
     }
 }
 

@@ -23,7 +23,6 @@ void showStatement(QWidget* parent, const QString& title, const QString& stateme
     text.setReadOnly(true);
     text.setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     text.setAccessibleName(textOf(Text::Statement));
-    text.selectAll();
     QDialogButtonBox buttons{QDialogButtonBox::Close};
     buttons.button(QDialogButtonBox::Close)->setText(textOf(Text::Close));
     QPushButton* const copy = buttons.addButton(textOf(Text::Copy), QDialogButtonBox::ActionRole);

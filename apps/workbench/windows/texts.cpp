@@ -1,8 +1,12 @@
 #include "windows/texts.h"
 
+#include <QApplication>
+#include <QLibraryInfo>
 #include <QLocale>
+#include <QTranslator>
 #include <array>
 #include <cstddef>
+#include <memory>
 
 namespace tamarok::workbench {
 
@@ -20,6 +24,7 @@ constexpr std::array<Wording, static_cast<std::size_t>(Text::count_)> wordings{{
     {Text::LogIn, "Anmelden", "Log in", "Se connecter"},
     {Text::User, "Benutzer", "User", "Utilisateur"},
     {Text::Password, "Kennwort", "Password", "Mot de passe"},
+    {Text::LoggingIn, "Die Anmeldung wird geprüft …", "Checking the login …", "Vérification de la connexion …"},
     {Text::Level, "Berechtigungsebene", "Access level", "Niveau d’accès"},
     {Text::LanguageWord, "Sprache", "Language", "Langue"},
     {Text::WrongPassword, "Das Kennwort stimmt nicht.", "The password is wrong.", "Le mot de passe est incorrect."},
@@ -28,6 +33,8 @@ constexpr std::array<Wording, static_cast<std::size_t>(Text::count_)> wordings{{
     {Text::Lists, "Listen", "Lists", "Listes"},
     {Text::ReadOnly, "nur lesen", "read only", "lecture seule"},
     {Text::Search, "Suchen", "Search", "Rechercher"},
+    {Text::SearchHint, "Eine Liste suchen; die Eingabetaste öffnet sie", "Find a list; Enter opens it",
+     "Chercher une liste ; Entrée l’ouvre"},
     {Text::Columns, "Spalten …", "Columns …", "Colonnes …"},
     {Text::ColumnsHint, "Spalten der Liste wählen und ordnen", "Choose and order the columns of the list",
      "Choisir et ordonner les colonnes de la liste"},
@@ -55,6 +62,7 @@ constexpr std::array<Wording, static_cast<std::size_t>(Text::count_)> wordings{{
     {Text::Copy, "Kopieren", "Copy", "Copier"},
     {Text::Copied, "Kopiert.", "Copied.", "Copié."},
     {Text::Refresh, "Neu lesen", "Refresh", "Actualiser"},
+    {Text::RefreshHint, "Die Liste neu lesen", "Read the list again", "Relire la liste"},
     {Text::FilterBy, "Nur %1 = %2", "Only %1 = %2", "Seulement %1 = %2"},
     {Text::FilterEmpty, "leer", "empty", "vide"},
     {Text::RemoveFilters, "Alle Filter entfernen", "Remove all filters", "Retirer tous les filtres"},
@@ -64,6 +72,7 @@ constexpr std::array<Wording, static_cast<std::size_t>(Text::count_)> wordings{{
     {Text::OneRow, "1 Zeile", "1 row", "1 ligne"},
     {Text::Reading, "Lese … %1", "Reading … %1", "Lecture … %1"},
     {Text::Stop, "Anhalten", "Stop", "Arrêter"},
+    {Text::StopHint, "Das Lesen anhalten", "Stop the reading", "Arrêter la lecture"},
     {Text::Stopped, "Angehalten. Neu lesen mit F5.", "Stopped. Refresh with F5.", "Arrêté. Actualiser avec F5."},
     {Text::Total, "Summe", "Total", "Total"},
     {Text::Saved, "%1 Zeilen gespeichert: %2", "%1 rows saved: %2", "%1 lignes enregistrées : %2"},
@@ -90,8 +99,8 @@ constexpr std::array<Wording, static_cast<std::size_t>(Text::count_)> wordings{{
     {Text::MakingSample, "Die Beispieldatenbank wird angelegt …", "Making the sample database …",
      "Création de la base d’exemple …"},
     {Text::Shortcuts, "Tasten", "Keys", "Raccourcis"},
-    {Text::Retry, "Erneut versuchen", "Try again", "Réessayer"},
     {Text::NoRows, "Keine Zeilen", "No rows", "Aucune ligne"},
+    {Text::Groups, "%1, Gruppen", "%1, groups", "%1, groupes"},
     {Text::MeasureList, "In dieser Liste messen", "Measure in this list", "Mesurer dans cette liste"},
     {Text::TimberList, "Holzliste %1", "Timber list %1", "Liste de bois %1"},
     {Text::Species, "Holzart", "Species", "Essence"},
@@ -106,6 +115,10 @@ constexpr std::array<Wording, static_cast<std::size_t>(Text::count_)> wordings{{
     {Text::Class, "Stärkeklasse", "Strength class", "Classe de diamètre"},
     {Text::SaveLine, "Stamm &speichern", "&Save log", "Enregi&strer la grume"},
     {Text::LineSaved, "Stamm %1 gespeichert.", "Log %1 saved.", "Grume %1 enregistrée."},
+    {Text::LineUnsaved, "Der Stamm ist noch nicht gespeichert.", "The log is not saved yet.",
+     "La grume n’est pas encore enregistrée."},
+    {Text::Discard, "Verwerfen", "Discard", "Abandonner"},
+    {Text::SaveWord, "Speichern", "Save", "Enregistrer"},
     {Text::LookUpHint, "F4 zeigt die Auswahl", "F4 shows the choice", "F4 affiche le choix"},
     {Text::Options, "Einstellungen", "Options", "Options"},
     {Text::OptionsHint, "Ein Doppelklick ändert einen Wert. Er gilt sofort für alle Arbeitsplätze.",
@@ -149,7 +162,19 @@ std::string_view nameOf(Language language)
 
 void useLanguage(Language language)
 {
-    QLocale::setDefault(QLocale{QString::fromLatin1(locales.at(static_cast<std::size_t>(language)))});
+    const QLocale locale{QString::fromLatin1(locales.at(static_cast<std::size_t>(language)))};
+    QLocale::setDefault(locale);
+    if (qApp == nullptr) return;
+    // Qt's own texts, such as those of the file dialog. Without its package of translations they are English.
+    constexpr const char* name = "textsOfQt";
+    auto* texts = qApp->findChild<QTranslator*>(name);
+    if (texts == nullptr) {
+        texts = std::make_unique<QTranslator>(qApp).release(); // the application's own
+        texts->setObjectName(name);
+    }
+    QCoreApplication::removeTranslator(texts);
+    if (texts->load(locale, "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(texts);
 }
 
 Language usedLanguage()

@@ -60,7 +60,7 @@ bool isSystemDark()
     return QApplication::style()->standardPalette().color(QPalette::Window).lightness() < 128;
 }
 
-/// Spacing and lines that the palette does not give.
+/// Spacing and lines that the palette does not give. %1 is the muted colour, which a style sheet cannot name.
 constexpr const char* styleSheet = R"(
 QToolBar { border: none; border-bottom: 1px solid palette(mid); padding: 4px 6px; spacing: 4px; }
 QToolBar QToolButton { border: 1px solid transparent; border-radius: 4px; padding: 4px 9px; }
@@ -69,18 +69,20 @@ QToolBar QToolButton:checked { background: palette(highlight); color: palette(hi
 QToolBar QToolButton:focus { border-color: palette(highlight); }
 QToolButton#chip { border: 1px solid palette(mid); border-radius: 9px; padding: 2px 10px; }
 QHeaderView::section { background: palette(window); border: none; border-bottom: 1px solid palette(mid);
-    border-right: 1px solid palette(button); padding: 5px 4px; font-weight: 600; }
+    border-right: 1px solid palette(button); padding: 5px 7px; font-weight: 600; }
 QTableView { selection-background-color: palette(highlight); selection-color: palette(highlighted-text); }
 QTreeView { border: none; background: palette(window); }
 QTreeView::item { padding: 4px 2px; }
-QListView::item { padding: 3px 2px; }
+QLineEdit { padding: 3px 4px; }
 QTabBar { qproperty-drawBase: 0; }
 QTabBar::tab { padding: 7px 14px; border: none; border-bottom: 2px solid transparent; }
-QTabBar::tab:selected { border-bottom-color: palette(highlight); font-weight: 600; }
+QTabBar::tab:selected { border-bottom-color: palette(highlight); }
 QTabWidget::pane { border: none; border-top: 1px solid palette(mid); }
 QLabel#heading { font-size: 18pt; font-weight: 600; }
 QLabel#figure { font-size: 15pt; font-weight: 600; }
-QLabel#hint { color: palette(placeholder-text); }
+QLabel#hint { color: %1; }
+QFrame#card { border: 1px solid palette(mid); border-radius: 6px; background: palette(base); }
+QLabel#key { border: 1px solid palette(mid); border-radius: 4px; padding: 1px 7px; background: palette(base); }
 )";
 
 void drawLogs(QPainter& painter, double size)
@@ -100,8 +102,8 @@ void drawLogs(QPainter& painter, double size)
     }
 }
 
-/// Fusion without pictures on the buttons of dialogs, which would be those of another program, and with a plain cross
-/// on the tabs.
+/// Fusion with room beside the texts of buttons and cells, without pictures on the buttons of dialogs, which would be
+/// those of another program, and with a plain cross on the tabs.
 class PlainButtons final : public QProxyStyle {
 public:
     PlainButtons() : QProxyStyle{QStyleFactory::create("Fusion")} {}
@@ -111,6 +113,20 @@ public:
     {
         if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
         return QProxyStyle::styleHint(hint, option, widget, data);
+    }
+
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override
+    {
+        constexpr int beside = 6;
+        if (metric == PM_FocusFrameHMargin) return beside; // of the text in a cell
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+
+    QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                           const QWidget* widget) const override
+    {
+        const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+        return type == CT_PushButton ? size + QSize{20, 4} : size;
     }
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
@@ -136,8 +152,9 @@ void useColours(QApplication& application, Colours colours)
 {
     QApplication::setStyle(std::make_unique<PlainButtons>().release()); // the application takes it over
     const bool isDark = colours == Colours::Dark || (colours == Colours::System && isSystemDark());
-    QApplication::setPalette(paletteOf(isDark ? dark : light));
-    application.setStyleSheet(QString::fromLatin1(styleSheet));
+    const Tones& tones = isDark ? dark : light;
+    QApplication::setPalette(paletteOf(tones));
+    application.setStyleSheet(QString::fromLatin1(styleSheet).arg(QColor::fromRgb(tones.muted).name()));
 }
 
 Colours keptColours()

@@ -12,7 +12,8 @@ namespace tamarok::workbench {
 
 namespace {
 
-constexpr int margin = 4; ///< beside a text, as in the cells of the table
+constexpr int margin = 7; ///< beside a text, as in the cells of the table
+constexpr int above = 4;
 
 } // namespace
 
@@ -42,7 +43,7 @@ void TotalsRow::show(const std::vector<QString>& totals)
 
 QSize TotalsRow::sizeHint() const
 {
-    return {0, fontMetrics().height() + 2 * margin};
+    return {0, fontMetrics().height() + 2 * above};
 }
 
 void TotalsRow::paintEvent(QPaintEvent* /*event*/)
