@@ -222,6 +222,11 @@ bool Database::hasMoved() const
     return moved != 0;
 }
 
+void Database::requireInPlace() const
+{
+    if (hasMoved()) raise(SQLITE_READONLY_DBMOVED);
+}
+
 void Database::configure()
 {
     // DQS: a name in double quotes is a name; SQLite would take an unknown one for a text.

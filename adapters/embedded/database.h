@@ -52,6 +52,10 @@ public:
     bool isOutdated() const { return reading_ && (!isOpen_ || reading_->isOutdated()); }
     void reopen() { open(); }
 
+    /// Fails if the file has been moved, removed or replaced since it was opened: SQLite would write into a file that
+    /// nobody finds any more. Called before each COMMIT.
+    void requireInPlace() const;
+
     /// Compiles one statement; `rest` becomes the text after it. Null for a text without a statement.
     Compiled compile(std::string_view text, std::string_view* rest = nullptr, bool keep = false) const;
 

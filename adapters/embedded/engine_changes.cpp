@@ -42,6 +42,7 @@ public:
     void commit()
     {
         if (isOutermost_) {
+            engine_.database_->requireInPlace();
             runKept(engine_.commit_.get());
         }
     }
@@ -313,6 +314,7 @@ void Engine::commit()
                                                   "failure has rolled it back.");
     }
     if (depth_ == 1) {
+        database_->requireInPlace();
         database_->run("COMMIT");
     }
     --depth_;

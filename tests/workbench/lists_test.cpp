@@ -74,6 +74,32 @@ protected:
 };
 ado::ConnectionRef WorkbenchLists::sample_;
 
+TEST_F(WorkbenchLists, FirstRowsAreThoseOfTheList)
+{
+    const ListStatements list{setupOf("LOG", {1, 20, 36}), cli::commandSession(sample_)};
+    const std::vector<Row> all = allRows(list);
+    const FirstRows first = readFirstRows(sample_, list, 40, {});
+    ASSERT_EQ(first.rows.size(), 40U);
+    for (std::size_t row = 0; row < first.rows.size(); ++row)
+        EXPECT_EQ(first.rows[row], all[row]) << row;
+    EXPECT_TRUE(areFirst(first, RowKeys::read(sample_, list, {}), 40));
+    const FirstRows whole = readFirstRows(sample_, list, 5000, {});
+    EXPECT_EQ(whole.rows.size(), all.size());
+    EXPECT_TRUE(areFirst(whole, RowKeys::read(sample_, list, {}), 5000));
+}
+
+TEST_F(WorkbenchLists, FirstRowsThatHaveChangedMeanwhileAreNotTakenForTheFirstOnes)
+{
+    const ListStatements list{setupOf("LOG", {1, 20, 36}), cli::commandSession(sample_)};
+    const RowKeys keys = RowKeys::read(sample_, list, {});
+    FirstRows first = readFirstRows(sample_, list, 40, {});
+    std::swap(first.keys[3], first.keys[4]);
+    EXPECT_FALSE(areFirst(first, keys, 40)) << "another order";
+    std::swap(first.keys[3], first.keys[4]);
+    first.keys.pop_back();
+    EXPECT_FALSE(areFirst(first, keys, 40)) << "a row has come";
+}
+
 TEST_F(WorkbenchLists, RowsByKeysAreTheRowsOfTheListForEveryType)
 {
     for (const std::string_view key : catalogue::listTypeKeys()) {

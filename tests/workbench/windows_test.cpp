@@ -1,7 +1,10 @@
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QMessageBox>
+#include <QScreen>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
@@ -14,6 +17,7 @@
 #include <string>
 
 #include "host_platform.h"
+#include "qt/support/user.h"
 #include "tamarok_database/reference_database.h"
 #include "tamarok_embedded/new_database.h"
 #include "tamarok_qt/platform.h"
@@ -90,9 +94,9 @@ protected:
             if (action->shortcut() == key) return action;
         return nullptr;
     }
-    static QString stateOf(ListWindow& list)
+    static QString stateOf(const QWidget& page)
     {
-        for (const QLabel* const label : list.findChildren<QLabel*>())
+        for (const QLabel* const label : page.findChildren<QLabel*>())
             if (label->textInteractionFlags() & Qt::TextSelectableByMouse) return label->text();
         return {};
     }
@@ -353,6 +357,119 @@ TEST_F(Windows, WrongCodeIsToldAndNothingIsSaved)
     QTest::keyClick(species, Qt::Key_Return);
     QTest::qWait(50);
     EXPECT_EQ(messages->take().size(), 1U);
+}
+
+/// Returns the controls of a window that the keyboard reaches and that have no name for screen readers.
+QStringList namelessControls(const QWidget& window)
+{
+    QStringList nameless;
+    for (QWidget* const widget : window.findChildren<QWidget*>()) {
+        const bool isReached = widget->isVisible() && (widget->focusPolicy() & Qt::TabFocus) != 0;
+        // A box inside another control, such as the list of a combo box, is read with it.
+        if (!isReached || widget->focusProxy() != nullptr) continue;
+        QAccessibleInterface* const spoken = QAccessible::queryAccessibleInterface(widget);
+        if (spoken == nullptr || spoken->text(QAccessible::Name).isEmpty())
+            nameless += QString{widget->metaObject()->className()} + " " + widget->objectName();
+    }
+    return nameless;
+}
+
+TEST_F(Windows, EachControlThatTheKeyboardReachesHasANameForScreenReaders)
+{
+    logIn(1);
+    const auto expectNames = [this](const char* page) {
+        EXPECT_EQ(namelessControls(*window).join(", ").toStdString(), "") << page;
+    };
+    expectNames("welcome");
+    ListWindow& list = window->openList("LOG");
+    waitFor(list);
+    tool(list, QKeySequence{Qt::CTRL | Qt::Key_B})->trigger();
+    expectNames("list");
+    window->measure("L22-000001");
+    expectNames("measuring");
+    window->openOptions();
+    expectNames("options");
+}
+
+TEST_F(Windows, LogThatIsNotSavedIsAskedForBeforeItsWindowCloses)
+{
+    logIn(1);
+    window->measure("L22-000001");
+    auto* const tabs = window->findChild<QTabWidget*>();
+    auto& measuring = dynamic_cast<MeasureWindow&>(*tabs->currentWidget());
+    auto* const diameter = measuring.findChild<QLineEdit*>("diameter");
+    QTest::keyClicks(diameter, "32");
+    const int pages = tabs->count();
+    const auto answer = [](QMessageBox::ButtonRole role) {
+        return [role](QDialog& dialog) {
+            auto& question = dynamic_cast<QMessageBox&>(dialog);
+            for (QAbstractButton* const button : question.buttons())
+                if (question.buttonRole(button) == role) return QTest::mouseClick(button, Qt::LeftButton);
+        };
+    };
+    {
+        const qt::acting::User user{answer(QMessageBox::RejectRole)};
+        emit tabs->tabCloseRequested(tabs->currentIndex());
+    }
+    ASSERT_EQ(tabs->count(), pages);
+    EXPECT_EQ(diameter->text(), "32");
+    {
+        const qt::acting::User user{answer(QMessageBox::RejectRole)};
+        EXPECT_FALSE(window->close());
+    }
+    {
+        const qt::acting::User user{answer(QMessageBox::AcceptRole)};
+        emit tabs->tabCloseRequested(tabs->currentIndex());
+    }
+    EXPECT_EQ(tabs->count(), pages) << "a line without a length cannot be saved";
+    {
+        const qt::acting::User user{answer(QMessageBox::DestructiveRole)};
+        emit tabs->tabCloseRequested(tabs->currentIndex());
+    }
+    EXPECT_EQ(tabs->count(), pages - 1);
+}
+
+TEST_F(Windows, DatabaseThatDisappearsLeavesWhatWasTyped)
+{
+    const QString copy = folder_->filePath("lost.db");
+    ASSERT_TRUE(QFile::copy(QString::fromStdString(file()), copy));
+    place = std::make_unique<Workplace>(databaseOf(copy.toStdString()), yard);
+    logIn(1);
+    Platform platform = Platform::current();
+    const auto messages = std::make_shared<cli::RecordingMessageBox>();
+    platform.messageBox = messages;
+    const PlatformScope quiet{platform};
+    auto measuring = MeasureWindow::open(*place, "L22-000001");
+    ASSERT_NE(measuring, nullptr);
+    measuring->show();
+    const auto type = [&](const char* name, const char* keys) {
+        QTest::keyClicks(measuring->findChild<QLineEdit*>(name), keys);
+    };
+    type("diameter", "32");
+    type("length", "4");
+    for (const char* suffix : {"", "-wal", "-shm"})
+        QFile::remove(copy + suffix);
+    QTest::keyClick(measuring->findChild<QLineEdit*>("pieces"), Qt::Key_Return);
+    EXPECT_EQ(measuring->findChild<QLineEdit*>("diameter")->text(), "32");
+    QStringList shown;
+    for (const QLabel* const label : measuring->findChildren<QLabel*>())
+        shown += label->text();
+    EXPECT_TRUE(shown.join(" ").contains("lost.db")) << shown.join(" ").toStdString();
+    measuring.reset();
+    EXPECT_EQ(messages->take().size(), 1U) << "the lock could not be taken back";
+    window.reset();
+    place.reset();
+}
+
+TEST_F(Windows, WindowOfAScreenThatHasGoneComesBackToOneThatIsThere)
+{
+    logIn(1);
+    window->setGeometry(9000, 7000, 600, 400);
+    window->close();
+    window = std::make_unique<MainWindow>(*place);
+    window->show();
+    EXPECT_TRUE(QGuiApplication::primaryScreen()->availableGeometry().contains(window->frameGeometry().topLeft()))
+        << window->x() << " " << window->y();
 }
 
 TEST_F(Windows, OptionIsChangedAndAWrongValueRefused)

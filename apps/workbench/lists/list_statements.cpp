@@ -102,6 +102,13 @@ std::string ListStatements::keys() const
     return statement(key_.column, query_, query_.where, keyOrder_);
 }
 
+std::string ListStatements::firstRows(std::size_t most) const
+{
+    const std::string select =
+        "TOP " + std::to_string(most) + " " + query_.select + "," + std::string{key_.column};
+    return statement(select, query_, query_.where, keyOrder_);
+}
+
 std::string ListStatements::records(std::span<const std::string> keyTexts) const
 {
     std::string wanted;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -27,6 +28,8 @@ public:
     std::string rows() const;
     /// Returns the statement of the record keys of all rows, in the order of the list, if it has keys.
     std::string keys() const;
+    /// Returns the statement of the first rows, if it has keys: the columns, and the key as the last one.
+    std::string firstRows(std::size_t most) const;
     /// Returns the statement of the rows of some records: the columns, and the key as the last one.
     /// @param keyTexts  of the records, as keys() gives them
     std::string records(std::span<const std::string> keyTexts) const;

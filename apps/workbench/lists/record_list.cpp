@@ -77,6 +77,26 @@ std::string RowKeys::text(std::size_t row) const
     return isText_ ? texts_.at(row) : std::to_string(numbers_.at(row));
 }
 
+FirstRows readFirstRows(const ado::ConnectionRef& connection, const ListStatements& list, std::size_t most,
+                        const std::stop_token& stop)
+{
+    FirstRows first;
+    readAllRows(connection, list.firstRows(most), stop, [&](Row row) {
+        first.keys.push_back(convert::toText(row.back()));
+        row.pop_back();
+        first.rows.emplace_back(std::move(row));
+    });
+    return first;
+}
+
+bool areFirst(const FirstRows& first, const RowKeys& keys, std::size_t most)
+{
+    if (first.keys.size() != std::min(most, keys.count())) return false;
+    for (std::size_t row = 0; row < first.keys.size(); ++row)
+        if (keys.text(row) != first.keys[row]) return false;
+    return true;
+}
+
 std::vector<std::optional<Row>> readRows(const ado::ConnectionRef& connection, const ListStatements& list,
                                          const RowKeys& keys, std::size_t first, std::size_t count)
 {

@@ -16,9 +16,10 @@
 
 /// The rows of a list, read where they are looked at.
 ///
-/// First the keys of all rows are read, in the order of the list: 8 bytes a row. Then any rows are read by their keys,
+/// The keys of all rows are read, in the order of the list: 8 bytes a row. Then any rows are read by their keys,
 /// so that the end of a list of a million rows is shown as fast as its beginning. A key that several rows have tells
-/// them apart by its occurrence: the rows of a record come in the order of the list both times.
+/// them apart by its occurrence: the rows of a record come in the order of the list both times. A list in the order of
+/// its key shows its first rows before the keys are there.
 namespace tamarok::workbench {
 
 /// Thrown by long work that was asked to stop.
@@ -51,6 +52,20 @@ private:
 };
 
 using Row = std::vector<Variant>;
+
+/// The first rows of a list, read before the keys of all.
+struct FirstRows {
+    std::vector<std::string> keys;
+    std::vector<std::optional<Row>> rows;
+};
+
+/// Reads the first rows of a list that has keys. Errors: those of the database; Stopped.
+FirstRows readFirstRows(const ado::ConnectionRef& connection, const ListStatements& list, std::size_t most,
+                        const std::stop_token& stop);
+
+/// Returns whether rows that were read as the first ones still are, now that the keys of all have been read.
+/// @param most  how many rows were asked for
+bool areFirst(const FirstRows& first, const RowKeys& keys, std::size_t most);
 
 /// Reads rows of a list by their keys.
 /// @param first, count  rows of `keys`

@@ -79,6 +79,7 @@ void ChartPanel::retranslate()
 {
     measureLabel_.setText(textOf(Text::Measure));
     byLabel_.setText(textOf(Text::By));
+    scroll_.setAccessibleName(textOf(Text::Chart));
 }
 
 void ChartPanel::show(Worker& worker, const ListSetup& setup, const std::vector<ListColumn>& columns)

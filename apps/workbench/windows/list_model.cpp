@@ -18,13 +18,83 @@ constexpr int longestCell = 400;        ///< characters that a cell shows
 
 } // namespace
 
-/// What the worker has found out about a list: its number of rows, and either their keys and the first rows, or all of
-/// them.
-struct ListModel::Reading {
-    std::shared_ptr<const ListStatements> list;
-    std::shared_ptr<const RowKeys> keys;
-    std::vector<std::optional<Row>> rows;
-    Row totals;
+/// Reads a list on the worker's thread, and gives the model what is there: the first rows, or all of them; the keys; the
+/// totals.
+class ListModel::Reading {
+public:
+    Reading(ListModel& model, ListSetup setup, TmkVar session) :
+        model_{model}, generation_{model.generation_}, setup_{std::move(setup)}, session_{std::move(session)}
+    {}
+
+    void operator()(const ado::ConnectionRef& connection, const std::stop_token& stop, const Worker::Tell& tell)
+    {
+        connection->CommandTimeout(0); // the user stops what takes too long
+        session_.db_ADO = connection;
+        const auto list = std::make_shared<const ListStatements>(setup_, session_);
+        if (list->hasKeys())
+            readByKeys(connection, list, stop, tell);
+        else
+            readWhole(connection, list, stop, tell);
+        Row totals;
+        if (const std::string statement = list->totals(session_); !statement.empty())
+            readAllRows(connection, statement, stop, [&](Row row) { totals = std::move(row); });
+        deliver(tell, [totals = std::move(totals)](ListModel& model) { model.takeTotals(totals); });
+    }
+
+private:
+    using List = std::shared_ptr<const ListStatements>;
+    using Rows = std::vector<std::optional<Row>>;
+
+    void readByKeys(const ado::ConnectionRef& connection, const List& list, const std::stop_token& stop,
+                    const Worker::Tell& tell)
+    {
+        // In another order than that of the key, the database sorts all rows for the first ones already.
+        FirstRows first;
+        if (setup_.order.empty()) {
+            first = readFirstRows(connection, *list, blockRows, stop);
+            giveRows(tell, list, first.rows);
+        }
+        const auto keys = std::make_shared<const RowKeys>(
+            RowKeys::read(connection, *list, stop, [&](std::size_t rows) { giveProgress(tell, rows); }));
+        if (!setup_.order.empty() || !areFirst(first, *keys, blockRows))
+            giveRows(tell, list, readRows(connection, *list, *keys, 0, blockRows));
+        deliver(tell, [keys](ListModel& model) { model.takeKeys(keys); });
+    }
+
+    void readWhole(const ado::ConnectionRef& connection, const List& list, const std::stop_token& stop,
+                   const Worker::Tell& tell)
+    {
+        Rows rows;
+        readAllRows(connection, list->rows(), stop, [&](Row row) {
+            rows.emplace_back(std::move(row));
+            if (rows.size() % blockRows == 0) giveProgress(tell, rows.size());
+        });
+        giveRows(tell, list, std::move(rows));
+    }
+
+    void giveProgress(const Worker::Tell& tell, std::size_t rows)
+    {
+        deliver(tell, [rows](ListModel& model) { model.listener_.progress(rows); });
+    }
+
+    void giveRows(const Worker::Tell& tell, const List& list, Rows rows)
+    {
+        const auto given = std::make_shared<Rows>(std::move(rows));
+        deliver(tell, [list, given](ListModel& model) { model.takeFirst(list, std::move(*given)); });
+    }
+
+    /// Carries an action out in the window, unless the model shows another list by then.
+    void deliver(const Worker::Tell& tell, std::function<void(ListModel&)> action)
+    {
+        tell([&model = model_, generation = generation_, action = std::move(action)] {
+            if (generation == model.generation_) action(model);
+        });
+    }
+
+    ListModel& model_;
+    std::size_t generation_;
+    ListSetup setup_;
+    TmkVar session_;
 };
 
 ListModel::ListModel(Worker& worker, const Workplace& place, Listener listener) :
@@ -71,76 +141,55 @@ void ListModel::forget()
     reading_ = false;
 }
 
-/// Posts the composing and the reading of the keys, or of all rows.
+/// Posts the composing and the reading.
 void ListModel::read()
 {
     loading_ = true;
-    const auto fail = [this, generation = generation_](const std::string& reason) {
-        if (generation != generation_) return;
-        loading_ = false;
-        listener_.failed(reason);
-    };
-    worker_.post(
-        [this, generation = generation_, setup = setup_, session = place_.sessionOver({})](
-            const ado::ConnectionRef& connection, const std::stop_token& stop, const Worker::Tell& tell) {
-            TmkVar own = session;
-            own.db_ADO = connection;
-            const auto deliver = [this, generation, &tell](std::function<void()> action) {
-                tell([this, generation, action = std::move(action)] {
-                    if (generation == generation_) action();
-                });
-            };
-            const auto reading =
-                std::make_shared<Reading>(readList(connection, setup, own, stop, [this, &deliver](std::size_t rows) {
-                    deliver([this, rows] { listener_.progress(rows); });
-                }));
-            deliver([this, reading] { take(std::move(*reading)); });
-        },
-        fail);
+    worker_.post(Reading{*this, setup_, place_.sessionOver({})},
+                 [this, generation = generation_](const std::string& reason) {
+                     if (generation != generation_) return;
+                     loading_ = false;
+                     listener_.failed(reason);
+                 });
 }
 
-/// Runs on the worker's thread.
-ListModel::Reading ListModel::readList(const ado::ConnectionRef& connection, const ListSetup& setup,
-                                       const TmkVar& session, const std::stop_token& stop, const RowProgress& progress)
-{
-    connection->CommandTimeout(0); // the user stops what takes too long
-    Reading reading;
-    reading.list = std::make_shared<const ListStatements>(setup, session);
-    if (reading.list->hasKeys()) {
-        reading.keys = std::make_shared<const RowKeys>(RowKeys::read(connection, *reading.list, stop, progress));
-        reading.rows = readRows(connection, *reading.list, *reading.keys, 0, blockRows);
-    } else {
-        readAllRows(connection, reading.list->rows(), stop, [&](Row row) {
-            reading.rows.emplace_back(std::move(row));
-            if (reading.rows.size() % blockRows == 0) progress(reading.rows.size());
-        });
-    }
-    if (const std::string totals = reading.list->totals(session); !totals.empty())
-        readAllRows(connection, totals, stop, [&](Row row) { reading.totals = std::move(row); });
-    return reading;
-}
-
-void ListModel::take(Reading reading)
+/// Shows the first rows, or all of a list without keys.
+void ListModel::takeFirst(std::shared_ptr<const ListStatements> list, std::vector<std::optional<Row>> rows)
 {
     beginResetModel();
-    loading_ = false;
-    list_ = std::move(reading.list);
-    keys_ = std::move(reading.keys);
-    count_ = keys_ ? keys_->count() : reading.rows.size();
-    auto total = reading.totals.begin();
-    for (std::size_t column = 0; column < columns_.size(); ++column) {
-        if (!columns_[column].isMeasure || total == reading.totals.end()) continue;
-        totals_[column] = qt::toQt(cellText(*total++, columns_[column]));
-    }
-    // Rows that were read as a whole stay: they cannot be read again in pieces.
-    for (std::size_t first = 0; first < reading.rows.size(); first += blockRows) {
-        const std::size_t end = std::min(first + blockRows, reading.rows.size());
+    list_ = std::move(list);
+    count_ = rows.size();
+    blocks_.clear();
+    used_.clear();
+    for (std::size_t first = 0; first < rows.size(); first += blockRows) {
+        const std::size_t end = std::min(first + blockRows, rows.size());
         const auto at = [&](std::size_t row) {
-            return std::make_move_iterator(reading.rows.begin() + static_cast<std::ptrdiff_t>(row));
+            return std::make_move_iterator(rows.begin() + static_cast<std::ptrdiff_t>(row));
         };
         keep(first / blockRows, makeBlock({at(first), at(end)}));
     }
     endResetModel();
+    listener_.shown();
+}
+
+/// Appends all further rows. They are read when they come into view.
+void ListModel::takeKeys(std::shared_ptr<const RowKeys> keys)
+{
+    keys_ = std::move(keys);
+    if (keys_->count() <= count_) return;
+    beginInsertRows({}, static_cast<int>(count_), static_cast<int>(keys_->count()) - 1);
+    count_ = keys_->count();
+    endInsertRows();
+}
+
+void ListModel::takeTotals(const Row& totals)
+{
+    loading_ = false;
+    auto total = totals.begin();
+    for (std::size_t column = 0; column < columns_.size(); ++column) {
+        if (!columns_[column].isMeasure || total == totals.end()) continue;
+        totals_[column] = qt::toQt(cellText(*total++, columns_[column]));
+    }
     listener_.loaded();
 }
 
@@ -169,7 +218,7 @@ const ListModel::Block* ListModel::block(std::size_t number) const
         if (keys_) want(number);
         return nullptr;
     }
-    if (keys_) used_.splice(used_.begin(), used_, found->second.used);
+    used_.splice(used_.begin(), used_, found->second.used);
     return &found->second;
 }
 
@@ -222,10 +271,8 @@ void ListModel::takeBlock(std::size_t number, std::vector<std::optional<Row>> ro
 
 void ListModel::keep(std::size_t number, Block block)
 {
-    if (keys_) {
-        used_.push_front(number);
-        block.used = used_.begin();
-    }
+    used_.push_front(number);
+    block.used = used_.begin();
     blocks_.insert_or_assign(number, std::move(block));
 }
 

@@ -25,7 +25,8 @@ public:
     /// Told how the reading goes, on the window's thread.
     struct Listener {
         std::function<void(std::size_t rows)> progress;
-        std::function<void()> loaded; ///< the number of rows and the totals are known
+        std::function<void()> shown;  ///< the first rows are there
+        std::function<void()> loaded; ///< all rows and the totals are known
         std::function<void(const std::string& reason)> failed;
     };
 
@@ -63,12 +64,12 @@ private:
         std::vector<QString> texts; ///< of all cells, row after row
         std::list<std::size_t>::iterator used;
     };
-    struct Reading; ///< what the worker has found out about a list
+    class Reading; ///< reads a list on the worker's thread
 
     void read();
-    static Reading readList(const ado::ConnectionRef& connection, const ListSetup& setup, const TmkVar& session,
-                            const std::stop_token& stop, const RowProgress& progress);
-    void take(Reading reading);
+    void takeFirst(std::shared_ptr<const ListStatements> list, std::vector<std::optional<Row>> rows);
+    void takeKeys(std::shared_ptr<const RowKeys> keys);
+    void takeTotals(const Row& totals);
     const Block* block(std::size_t number) const;
     void want(std::size_t number) const;
     void readNext();

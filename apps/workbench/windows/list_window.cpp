@@ -36,7 +36,8 @@ ListWindow::ListWindow(const Workplace& place, ListSetup setup, Actions actions,
 {
     model_ = std::make_unique<ListModel>(
         *worker_, place_,
-        ListModel::Listener{[this](std::size_t rows) { showProgress(rows); }, [this] { showLoaded(); },
+        ListModel::Listener{[this](std::size_t rows) { showProgress(rows); }, [this] { showFirstRows(); },
+                            [this] { showLoaded(); },
                             [this](const std::string& reason) { showFailure(reason); }});
     if (setup_.columns.empty()) {
         for (const QVariant& id : QSettings{}.value(settingsKey("columns")).toList())
@@ -239,6 +240,13 @@ void ListWindow::showProgress(std::size_t rows)
     state_.setText(textOf(Text::Reading).arg(rows == 0 ? QString{} : rowsText(rows)));
 }
 
+/// The user can begin to read, while the rest is counted.
+void ListWindow::showFirstRows()
+{
+    fitWidths();
+    if (model_->rows() > 0) table_.setCurrentIndex(model_->index(0, 0));
+}
+
 void ListWindow::showLoaded()
 {
     progress_.hide();
@@ -247,7 +255,6 @@ void ListWindow::showLoaded()
     fitWidths();
     totals_.show(model_->totals());
     table_.setAccessibleDescription(state_.text());
-    if (model_->rows() > 0) table_.setCurrentIndex(model_->index(0, 0));
 }
 
 void ListWindow::showFailure(const std::string& reason)

@@ -53,6 +53,7 @@ private:
     QString fullTitle() const;
     void show(ListSetup setup);
     void showProgress(std::size_t rows);
+    void showFirstRows();
     void showLoaded();
     void showFailure(const std::string& reason);
     void showFilters();

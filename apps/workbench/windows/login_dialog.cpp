@@ -13,6 +13,7 @@
 #include <array>
 
 #include "tamarok_qt/texts.h"
+#include "windows/patience.h"
 #include "windows/theme.h"
 
 #include "tamarok/error.h"
@@ -110,15 +111,13 @@ private:
     {
         try {
             if (!place_.isPassword(chosen(), qt::fromQt(password_.text()))) return show(textOf(Text::WrongPassword));
-            setCursor(Qt::WaitCursor); // finding out whether another session is alive takes up to 5 seconds
-            const bool done = place_.logIn(chosen());
-            unsetCursor();
+            bool done = false;
+            doPatiently(this, textOf(Text::LoggingIn), [this, &done] { done = place_.logIn(chosen()); });
             if (!done) return;
             QSettings{}.setValue(userKey, chosen().id);
             QSettings{}.setValue(languageKey, language_.currentIndex());
             accept();
         } catch (const Error& error) {
-            unsetCursor();
             show(qt::toQt(error.description));
         }
     }

@@ -1,5 +1,6 @@
 #include "windows/measure_window.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QFormLayout>
 #include <QFrame>
@@ -19,6 +20,7 @@
 #include "tamarok_qt/entry_controls.h"
 #include "tamarok_qt/texts.h"
 #include "windows/list_worker.h"
+#include "windows/patience.h"
 #include "windows/tables.h"
 #include "windows/texts.h"
 
@@ -34,8 +36,7 @@ namespace tamarok::workbench {
 namespace {
 
 constexpr const char* lockKind = "LISTE";
-constexpr int widestMeaning = 190;
-constexpr int widestFigure = 130;
+constexpr int usualFigure = 110;
 
 /// A field of the form, in the order of the keys.
 struct FieldInfo {
@@ -69,6 +70,7 @@ public:
         box.setObjectName(info.name);
         caption.setBuddy(&box);
         meaning.setObjectName("hint");
+        meaning.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // cut in a narrow window
         control = std::make_shared<qt::TextBox>(box);
         label = std::make_shared<qt::Label>(meaning);
         if (isCode()) {
@@ -95,7 +97,10 @@ public:
 
 std::unique_ptr<MeasureWindow> MeasureWindow::open(const Workplace& place, const std::string& list)
 {
-    if (!Comm_Lock{}.LockOn(lockKind, lockKey(list), place.session())) return nullptr;
+    bool locked = false;
+    doPatiently(QApplication::activeWindow(), textOf(Text::Locking).arg(qt::toQt(list)),
+                [&] { locked = Comm_Lock{}.LockOn(lockKind, lockKey(list), place.session()); });
+    if (!locked) return nullptr;
     return std::make_unique<MeasureWindow>(Locked{}, place, list);
 }
 
@@ -105,7 +110,7 @@ MeasureWindow::MeasureWindow(Locked /*proof*/, const Workplace& place, std::stri
     worker_ = makeListWorker(place_, "LOG", *this);
     model_ = std::make_unique<ListModel>(
         *worker_, place_,
-        ListModel::Listener{[](std::size_t) {},
+        ListModel::Listener{[](std::size_t) {}, [this] { fitColumns(lines_, *model_); },
                             [this] {
                                 fitColumns(lines_, *model_);
                                 totals_.show(model_->totals());
@@ -141,7 +146,7 @@ void MeasureWindow::layOut()
         form->addWidget(&field->meaning, row, 2);
         ++row;
     }
-    form->setColumnMinimumWidth(2, widestMeaning);
+    form->setColumnStretch(2, 1);
 
     auto figures = std::make_unique<QGridLayout>();
     figures->setContentsMargins(20, 14, 20, 14);
@@ -158,16 +163,16 @@ void MeasureWindow::layOut()
         figures->addWidget(value, place, 1, Qt::AlignRight);
         ++place;
     }
-    figures->setColumnMinimumWidth(1, widestFigure);
+    figures->setColumnMinimumWidth(1, usualFigure);
     auto card = std::make_unique<QFrame>();
     card->setObjectName("card");
     card->setLayout(figures.release());
 
     auto upper = std::make_unique<QHBoxLayout>();
     upper->setSpacing(24);
-    upper->addLayout(form.release());
+    upper->addLayout(form.release(), 3);
     upper->addWidget(card.release(), 0, Qt::AlignTop);
-    upper->addStretch(1);
+    upper->addStretch(2);
 
     auto buttons = std::make_unique<QHBoxLayout>();
     buttons->addWidget(&save_);
@@ -300,7 +305,8 @@ bool MeasureWindow::save()
         std::ranges::all_of(fields_, [this](const auto& field) { return !field->isCode() || check(*field); });
     if (!valid) return false;
     try {
-        const std::int32_t number = addLine(list_, line(), place_.session());
+        std::int32_t number = 0;
+        doPatiently(this, textOf(Text::SaveWord), [&] { number = addLine(list_, line(), place_.session()); });
         state_.setText(textOf(Text::LineSaved).arg(number));
     } catch (const Error& error) {
         state_.setText(qt::toQt(error.description));

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "tamarok_qt/texts.h"
+#include "windows/patience.h"
 #include "windows/tables.h"
 #include "windows/texts.h"
 
@@ -85,9 +86,10 @@ void OptionsWindow::write(int row, int column)
 {
     if (column == 0) return;
     const std::string name = options_.at(static_cast<std::size_t>(row)).name;
+    const std::string typed = qt::fromQt(table_.item(row, column)->text());
     try {
-        writeOption(place_.session(), name, static_cast<OptionKind>(column - 1),
-                    qt::fromQt(table_.item(row, column)->text()));
+        doPatiently(this, textOf(Text::SaveWord),
+                    [&] { writeOption(place_.session(), name, static_cast<OptionKind>(column - 1), typed); });
         state_.setText(textOf(Text::OptionSaved).arg(qt::toQt(name)));
     } catch (const Error& error) {
         state_.setText(qt::toQt(error.description));

@@ -14,6 +14,7 @@ namespace {
 constexpr int widestColumn = 320;
 constexpr int narrowestColumn = 60;
 constexpr int cellMargin = 34; ///< margins of a cell, and the sign of the order in a head
+const QString usualTotal = QStringLiteral("00000000,000"); ///< has room before it is known, so that columns stay
 
 } // namespace
 
@@ -43,7 +44,8 @@ void fitColumns(QTableView& table, const ListModel& model, const QVariantMap& ch
     for (std::size_t place = 0; place < model.columns().size(); ++place) {
         const ListColumn& shown = model.columns()[place];
         const auto kept = chosen.find(QString::number(shown.id));
-        const int usual = model.widestText(place, metrics) + cellMargin;
+        const int total = shown.isMeasure ? metrics.horizontalAdvance(usualTotal) : 0;
+        const int usual = std::max(model.widestText(place, metrics), total) + cellMargin;
         const int head = headMetrics.horizontalAdvance(qt::toQt(shown.header)) + cellMargin;
         const int width =
             kept != chosen.end() ? kept->toInt() : std::clamp(std::max(usual, head), narrowestColumn, widestColumn);

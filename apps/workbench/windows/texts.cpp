@@ -103,6 +103,8 @@ constexpr std::array<Wording, static_cast<std::size_t>(Text::count_)> wordings{{
     {Text::Groups, "%1, Gruppen", "%1, groups", "%1, groupes"},
     {Text::MeasureList, "In dieser Liste messen", "Measure in this list", "Mesurer dans cette liste"},
     {Text::TimberList, "Holzliste %1", "Timber list %1", "Liste de bois %1"},
+    {Text::Locking, "Die Holzliste %1 wird gesperrt …", "Locking timber list %1 …",
+     "Verrouillage de la liste de bois %1 …"},
     {Text::Species, "Holzart", "Species", "Essence"},
     {Text::Assortment, "Sortiment", "Assortment", "Assortiment"},
     {Text::Quality, "Güteklasse", "Quality", "Qualité"},

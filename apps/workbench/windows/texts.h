@@ -89,6 +89,7 @@ enum class Text : std::uint8_t {
     Groups,
     MeasureList,
     TimberList,
+    Locking,
     Species,
     Assortment,
     Quality,

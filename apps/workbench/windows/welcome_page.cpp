@@ -62,11 +62,16 @@ WelcomePage::WelcomePage(const Workplace& place, std::function<void(const std::s
     column->setContentsMargins(48, 40, 48, 40);
     column->setSpacing(24);
     // Qt owns what a page contains.
-    column->addWidget(heading(place), 0, Qt::AlignLeft);
-    column->addWidget(beginnings(place), 0, Qt::AlignLeft);
+    column->addWidget(heading(place));
+    column->addWidget(beginnings(place));
     column->addWidget(keys(), 0, Qt::AlignLeft);
     column->addStretch();
-    setLayout(column.release());
+    auto page = std::make_unique<QWidget>();
+    page->setLayout(column.release());
+    setWidget(page.release()); // the area takes it over
+    setWidgetResizable(true);
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::NoFocus);
 }
 
 QWidget* WelcomePage::heading(const Workplace& place)
@@ -95,8 +100,10 @@ QWidget* WelcomePage::beginnings(const Workplace& place)
 {
     auto text = std::make_unique<QLabel>(textOf(Text::WelcomeText));
     text->setWordWrap(true);
-    text->setMinimumWidth(readableWidth);
     text->setMaximumWidth(readableWidth);
+    auto line = std::make_unique<QHBoxLayout>();
+    line->addWidget(text.release(), 1000); // up to its greatest width, then the room beside it grows
+    line->addStretch(1);
     auto buttons = std::make_unique<QHBoxLayout>();
     for (const std::string type : firstLists) {
         if (!maySee(type, place.session())) continue;
@@ -109,7 +116,7 @@ QWidget* WelcomePage::beginnings(const Workplace& place)
     auto column = std::make_unique<QVBoxLayout>();
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(14);
-    column->addWidget(text.release());
+    column->addLayout(line.release());
     column->addLayout(buttons.release());
     auto part = std::make_unique<QWidget>();
     part->setLayout(column.release());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPushButton>
+#include <QScrollArea>
 #include <QWidget>
 #include <functional>
 #include <string>
@@ -10,7 +11,7 @@
 namespace tamarok::workbench {
 
 /// The first page: what the program shows, where to begin, and its keys.
-class WelcomePage final : public QWidget {
+class WelcomePage final : public QScrollArea {
 public:
     /// @param openList  opens a list by its type
     WelcomePage(const Workplace& place, std::function<void(const std::string& type)> openList);

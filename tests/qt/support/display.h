@@ -3,46 +3,15 @@
 #include <QApplication>
 #include <QLocale>
 #include <QProcess>
-#include <QStandardPaths>
 #include <QStyleFactory>
 #include <QTest>
 #include <cstdio>
 #include <gtest/gtest.h>
 
-/// A display of the test's own, on which keys and clicks come from the system.
+#include "qt/support/x_display.h"
+
+/// Stories on a display of the test's own, on which keys and clicks come from the system.
 namespace tamarok::qt::acting {
-
-/// Starts a display of its own and stops it at the end.
-class Display {
-public:
-    Display()
-    {
-        server_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        // The server chooses a free number and writes it to its standard output.
-        server_.start("Xvfb", {"-displayfd", "1", "-screen", "0", "1280x1024x24", "-nolisten", "tcp"});
-        if (!server_.waitForStarted(10'000) || !server_.waitForReadyRead(20'000)) return;
-        const QByteArray number = server_.readLine().trimmed();
-        qputenv("DISPLAY", ":" + number);
-        isUp = !number.isEmpty();
-    }
-    ~Display()
-    {
-        server_.terminate();
-        if (!server_.waitForFinished(5'000)) server_.kill();
-    }
-    Display(const Display&) = delete;
-    Display& operator=(const Display&) = delete;
-
-    bool isUp = false;
-
-private:
-    QProcess server_;
-};
-
-inline bool isInstalled(const char* program)
-{
-    return !QStandardPaths::findExecutable(program).isEmpty();
-}
 
 /// Runs xdotool with these arguments, and lets the program handle what it does.
 inline void act(const QStringList& arguments)
