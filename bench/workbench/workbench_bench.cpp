@@ -178,10 +178,13 @@ void endOfALongReading(benchmark::State& state)
 }
 BENCHMARK(endOfALongReading)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
 
-/// Waits for the window of a name on the display. @return whether it came
-bool waitForWindow(const char* name)
+/// Waits for the window of a name on a display. @return whether it came
+bool waitForWindow(const qt::acting::Display& display, const char* name)
 {
-    return QProcess::execute("xdotool", {"search", "--sync", "--onlyvisible", "--name", name}) == 0;
+    QProcess tool;
+    tool.setProcessEnvironment(display.environment());
+    tool.start("xdotool", {"search", "--sync", "--onlyvisible", "--name", name});
+    return tool.waitForFinished() && tool.exitCode() == 0;
 }
 
 /// From the start of the process to its window for the login.
@@ -193,8 +196,7 @@ void start(benchmark::State& state)
     }
     const qt::acting::Display display;
     const QTemporaryDir home;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("QT_QPA_PLATFORM", "xcb");
+    QProcessEnvironment environment = display.environment();
     environment.insert("XDG_CONFIG_HOME", home.path());
     for ([[maybe_unused]] const auto _ : state) {
         QProcess program;
@@ -203,7 +205,7 @@ void start(benchmark::State& state)
         program.setStandardErrorFile(QProcess::nullDevice());
         const Clock::time_point begin = Clock::now();
         program.start(TAMAROK_WORKBENCH, {"--db", QString::fromStdString(Desk::get().file())});
-        if (!waitForWindow("Tamarok")) std::abort();
+        if (!waitForWindow(display, "Tamarok")) std::abort();
         state.SetIterationTime(millisecondsSince(begin) / 1000);
         program.kill();
         program.waitForFinished();

@@ -18,8 +18,8 @@ constexpr int longestCell = 400;        ///< characters that a cell shows
 
 } // namespace
 
-/// Reads a list on the worker's thread, and gives the model what is there: the first rows, or all of them; the keys; the
-/// totals.
+/// Reads a list on the worker's thread, and gives the model what is there: the first rows, or all of them; the keys;
+/// the totals.
 class ListModel::Reading {
 public:
     Reading(ListModel& model, ListSetup setup, TmkVar session) :

@@ -37,8 +37,7 @@ ListWindow::ListWindow(const Workplace& place, ListSetup setup, Actions actions,
     model_ = std::make_unique<ListModel>(
         *worker_, place_,
         ListModel::Listener{[this](std::size_t rows) { showProgress(rows); }, [this] { showFirstRows(); },
-                            [this] { showLoaded(); },
-                            [this](const std::string& reason) { showFailure(reason); }});
+                            [this] { showLoaded(); }, [this](const std::string& reason) { showFailure(reason); }});
     if (setup_.columns.empty()) {
         for (const QVariant& id : QSettings{}.value(settingsKey("columns")).toList())
             if (column(static_cast<std::int16_t>(id.toInt())) != nullptr)
@@ -62,6 +61,7 @@ void ListWindow::layOut()
 {
     table_.setModel(model_.get());
     layOutTable(table_);
+    setFocusProxy(&table_);
     table_.setContextMenuPolicy(Qt::CustomContextMenu);
     QHeaderView& heads = *table_.horizontalHeader();
     heads.setSectionsClickable(true);

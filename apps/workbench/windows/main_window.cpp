@@ -216,7 +216,6 @@ ListWindow& MainWindow::openList(const ListSetup& setup)
                             [this](const std::string& timberList) { measure(timberList); }});
     ListWindow& opened = *list;
     addPage(std::move(list), opened.windowTitle());
-    opened.table().setFocus();
     return opened;
 }
 
@@ -260,6 +259,7 @@ void MainWindow::addPage(std::unique_ptr<QWidget> page, const QString& title)
     connect(added, &QWidget::windowTitleChanged, this,
             [this, added](const QString& changed) { tabs_.setTabText(tabs_.indexOf(added), changed); });
     tabs_.setCurrentIndex(tabs_.addTab(added, title));
+    added->setFocus();
 }
 
 /// Closes a page, unless the user wants to keep what he has typed in it.

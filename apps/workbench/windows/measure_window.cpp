@@ -123,7 +123,7 @@ MeasureWindow::MeasureWindow(Locked /*proof*/, const Workplace& place, std::stri
     connectFields();
     retranslate();
     fields_.back()->box.setText("1");
-    fields_.front()->box.setFocus();
+    setFocusProxy(&fields_.front()->box);
 }
 
 /// The lock goes with the window. It is the only one of the user's: the workbench opens one list at a time.

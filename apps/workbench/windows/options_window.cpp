@@ -32,6 +32,7 @@ OptionsWindow::OptionsWindow(const Workplace& place, QWidget* parent) : QWidget{
     hint_.setWordWrap(true);
     table_.setColumnCount(1 + static_cast<int>(optionKinds));
     layOutTable(table_);
+    setFocusProxy(&table_);
     table_.setSelectionBehavior(QAbstractItemView::SelectItems);
     if (!mayWriteOptions(place_.session())) table_.setEditTriggers(QAbstractItemView::NoEditTriggers);
     auto layout = std::make_unique<QVBoxLayout>();

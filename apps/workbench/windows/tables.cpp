@@ -13,8 +13,8 @@ namespace {
 
 constexpr int widestColumn = 320;
 constexpr int narrowestColumn = 60;
-constexpr int cellMargin = 34; ///< margins of a cell, and the sign of the order in a head
-const QString usualTotal = QStringLiteral("00000000,000"); ///< has room before it is known, so that columns stay
+constexpr int cellMargin = 34;                            ///< margins of a cell, and the sign of the order in a head
+const QString usualTotal = QStringLiteral("0000000,000"); ///< has room before it is known, so that columns stay
 
 } // namespace
 

@@ -126,7 +126,11 @@ public:
                            const QWidget* widget) const override
     {
         const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
-        return type == CT_PushButton ? size + QSize{20, 4} : size;
+        switch (type) {
+        case CT_PushButton: return size + QSize{20, 4};
+        case CT_MenuItem: return size + QSize{12, 6};
+        default: return size;
+        }
     }
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,

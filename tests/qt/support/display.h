@@ -33,10 +33,11 @@ inline int runOnDisplay(int argc, char** argv)
         return 77;
     }
     const Display display;
-    if (!display.isUp) {
+    if (display.name.isEmpty()) {
         std::fputs("Xvfb did not start\n", stderr);
         return 1;
     }
+    qputenv("DISPLAY", display.name);
     qputenv("QT_QPA_PLATFORM", "xcb");
     const QApplication application{argc, argv};
     QApplication::setStyle(QStyleFactory::create("Fusion"));

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QByteArray>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QStandardPaths>
 
 /// A display of a program's own.
@@ -16,8 +18,7 @@ public:
         server_.start("Xvfb", {"-displayfd", "1", "-screen", "0", "1280x1024x24", "-nolisten", "tcp"});
         if (!server_.waitForStarted(10'000) || !server_.waitForReadyRead(20'000)) return;
         const QByteArray number = server_.readLine().trimmed();
-        qputenv("DISPLAY", ":" + number);
-        isUp = !number.isEmpty();
+        if (!number.isEmpty()) name = ":" + number;
     }
     ~Display()
     {
@@ -27,7 +28,16 @@ public:
     Display(const Display&) = delete;
     Display& operator=(const Display&) = delete;
 
-    bool isUp = false;
+    /// Returns the environment in which programs use the display.
+    QProcessEnvironment environment() const
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("DISPLAY", name);
+        environment.insert("QT_QPA_PLATFORM", "xcb");
+        return environment;
+    }
+
+    QByteArray name; ///< such as ":1"; empty if it did not start
 
 private:
     QProcess server_;
