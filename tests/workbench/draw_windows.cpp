@@ -1,5 +1,6 @@
 #include <QAction>
 #include <QApplication>
+#include <QDir>
 #include <QLineEdit>
 #include <QSettings>
 #include <QTabWidget>
@@ -165,7 +166,9 @@ int main(int argc, char** argv)
     useLanguage(language);
     QSettings{}.setValue("language", static_cast<int>(language));
     useColours(application, QString{argv[3]} == "dark" ? Colours::Dark : Colours::Light);
-    const std::string file = folder.filePath("holz.db").toStdString();
+    const QString pictures = QDir{argv[1]}.absolutePath();
+    QDir::setCurrent(folder.path()); // the windows name the file as it was given
+    const std::string file = "timber.db";
     makeDatabase(file);
 
     Platform platform = cli::commandPlatform("de-AT");
@@ -175,6 +178,6 @@ int main(int argc, char** argv)
     cli::DatabaseChoice database;
     database.file = file;
     Workplace place{database, yard};
-    drawAll(place, language, Artist{argv[1]});
+    drawAll(place, language, Artist{pictures});
     return 0;
 }
