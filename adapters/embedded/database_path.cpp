@@ -1,11 +1,10 @@
 #include "database_path.h"
 
-#include <cerrno>
 #include <filesystem>
-#include <sys/stat.h>
 #include <system_error>
 
 #include "failures.h"
+#include "system_files.h"
 
 namespace tamarok::embedded {
 
@@ -15,8 +14,8 @@ namespace fs = std::filesystem;
 
 bool isLink(const std::string& path)
 {
-    struct stat status {};
-    return ::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+    const std::optional<FileStatus> entry = entryOf(path);
+    return entry && entry->kind == FileKind::Link;
 }
 
 } // namespace
@@ -37,17 +36,17 @@ DatabasePath resolvePath(const std::string& file)
         throw openFailure(file, "the current folder cannot be found: " + failed.message());
     }
     DatabasePath path{absolute.string(), absolute.string()};
-    const fs::path whole = fs::canonical(absolute, failed);
+    const std::string whole = realPath(path.shown, failed);
     if (!failed) {
-        path.real = whole.string();
+        path.real = whole;
         return path;
     }
     if (isLink(path.shown)) {
         throw openFailure(path.shown, "the symbolic link leads to no file: " + failed.message());
     }
-    const fs::path folder = fs::canonical(absolute.parent_path(), failed);
+    const std::string folder = realPath(absolute.parent_path().string(), failed);
     if (!failed && absolute.has_filename()) {
-        path.real = (folder / absolute.filename()).string();
+        path.real = (fs::path{folder} / absolute.filename()).string();
     }
     return path;
 }
