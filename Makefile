@@ -3,7 +3,7 @@
 PRESET ?= release
 BUILD := build/$(PRESET)
 
-.PHONY: all packages demo workbench test check chaos sanitize fuzz core-only bench install format tidy clean help
+.PHONY: all packages demo workbench test check chaos sanitize fuzz core-only test-windows bench install format tidy clean help
 
 all: ## build into build/release (another preset: PRESET=debug)
 	@sh scripts/build $(PRESET)
@@ -35,6 +35,9 @@ fuzz: ## run every fuzz target for FUZZ_SECONDS (20) each, with the seed FUZZ_SE
 core-only: ## build and test the core with nothing but the standard library
 	@sh scripts/test core-only
 
+test-windows: ## run the DLLs for Windows under Wine's script host, in chroots of their own
+	@sh scripts/test-windows
+
 bench: all ## run every benchmark
 	@sh scripts/bench $(BUILD)
 
@@ -47,7 +50,8 @@ format: ## check the format of every source file
 tidy: ## run clang-tidy over every source outside the tests
 	@sh scripts/check tidy
 
-clean: ## remove all that was built, the demo database too
+clean: ## remove all that was built, the demo database and the chroots too
+	@for chroot in build/*/chroot-*.contents; do [ ! -e "$$chroot" ] || sh scripts/chroot remove "$${chroot%.contents}"; done
 	@rm -rf build
 
 help: ## this list
