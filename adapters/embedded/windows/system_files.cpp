@@ -236,6 +236,16 @@ bool openFilesCanLoseNames() noexcept
     return false;
 }
 
+std::error_code systemErrorOf(int number) noexcept
+{
+    return windows::systemError(static_cast<unsigned long>(number));
+}
+
+bool tellsFullDisk(std::error_code code) noexcept
+{
+    return code == std::errc::no_space_on_device;
+}
+
 void fillRandom(std::span<unsigned char> bytes)
 {
     std::random_device random;
