@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "failures.h"
+#include "path_text.h"
 #include "system_files.h"
 
 namespace tamarok::embedded {
@@ -31,11 +32,11 @@ DatabasePath resolvePath(const std::string& file)
         throw openFailure("", "the path is empty");
     }
     std::error_code failed;
-    const fs::path absolute = fs::absolute(file, failed);
+    const fs::path absolute = fs::absolute(pathOf(file), failed);
     if (failed) {
         throw openFailure(file, "the current folder cannot be found: " + failed.message());
     }
-    DatabasePath path{absolute.string(), absolute.string()};
+    DatabasePath path{textOf(absolute), textOf(absolute)};
     const std::string whole = realPath(path.shown, failed);
     if (!failed) {
         path.real = whole;
@@ -44,16 +45,16 @@ DatabasePath resolvePath(const std::string& file)
     if (isLink(path.shown)) {
         throw openFailure(path.shown, "the symbolic link leads to no file: " + failed.message());
     }
-    const std::string folder = realPath(absolute.parent_path().string(), failed);
+    const std::string folder = realPath(textOf(absolute.parent_path()), failed);
     if (!failed && absolute.has_filename()) {
-        path.real = (fs::path{folder} / absolute.filename()).string();
+        path.real = textOf(pathOf(folder) / absolute.filename());
     }
     return path;
 }
 
 std::string folderOf(const std::string& path)
 {
-    return fs::path{path}.parent_path().string();
+    return textOf(pathOf(path).parent_path());
 }
 
 } // namespace tamarok::embedded

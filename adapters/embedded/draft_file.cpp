@@ -7,6 +7,7 @@
 
 #include "failures.h"
 #include "file_locks.h"
+#include "path_text.h"
 #include "system_files.h"
 #include "tamarok_embedded/shown_text.h"
 
@@ -68,12 +69,12 @@ void removeIfAbandoned(const std::string& draft)
 /// The folder is looked through in a way that reports no failure: what cannot be seen is left alone.
 void removeAbandoned(const std::string& target)
 {
-    const std::string name = fs::path{target}.filename().string();
+    const std::string name = textOf(pathOf(target).filename());
     std::error_code failed;
-    for (fs::directory_iterator entry{folderOf(target), failed}; !failed && entry != fs::directory_iterator{};
+    for (fs::directory_iterator entry{pathOf(folderOf(target)), failed}; !failed && entry != fs::directory_iterator{};
          entry.increment(failed)) {
-        if (isDraftName(entry->path().filename().string(), name)) {
-            removeIfAbandoned(entry->path().string());
+        if (isDraftName(textOf(entry->path().filename()), name)) {
+            removeIfAbandoned(textOf(entry->path()));
         }
     }
 }

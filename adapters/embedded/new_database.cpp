@@ -13,6 +13,7 @@
 #include "failures.h"
 #include "file_checks.h"
 #include "opening.h"
+#include "path_text.h"
 #include "system_files.h"
 
 namespace tamarok::embedded {
@@ -43,8 +44,7 @@ ado::ConnectionRef connectDraft(const DatabasePath& draft)
 /// would drop the connection's locks.
 class NewDatabase::Work {
 public:
-    Work(const std::filesystem::path& file, Existing existing) :
-        target_{resolvePath(file.string())}, existing_{existing}
+    Work(const std::filesystem::path& file, Existing existing) : target_{resolvePath(textOf(file))}, existing_{existing}
     {
         checkTarget();
         const bool replaces = targetExists();

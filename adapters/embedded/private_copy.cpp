@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "failures.h"
+#include "path_text.h"
 #include "system_files.h"
 #include "tamarok_embedded/shown_text.h"
 
@@ -142,7 +143,7 @@ void PrivateCopy::remove() const noexcept
 {
     std::error_code ignored;
     if (!folder_.empty()) {
-        fs::remove_all(folder_, ignored);
+        fs::remove_all(pathOf(folder_), ignored);
     }
 }
 

@@ -56,7 +56,7 @@ std::string withAccount(std::string text, std::string_view user, std::string_vie
 
 void makeDatabase(const std::string& file, std::int64_t logs)
 {
-    embedded::NewDatabase made{file};
+    embedded::NewDatabase made{std::filesystem::path{std::u8string{file.begin(), file.end()}}};
     if (logs == 0) {
         database::createMasterDatabase(*made.connection());
     } else {

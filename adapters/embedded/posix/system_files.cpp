@@ -4,10 +4,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
-#include <filesystem>
 #include <sys/random.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include "path_text.h"
 
 namespace tamarok::embedded {
 
@@ -62,6 +63,16 @@ constexpr mode_t permissionBits = 0777;
 constexpr mode_t readWriteBits = 0666;
 
 } // namespace
+
+std::filesystem::path pathOf(const std::string& text)
+{
+    return text;
+}
+
+std::string textOf(const std::filesystem::path& path)
+{
+    return path.string();
+}
 
 void FileHandle::closeNative(Native native) noexcept
 {

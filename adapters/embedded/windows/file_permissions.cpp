@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include "native_file.h"
+#include "path_text.h"
 #include "tamarok_windows/system_error.h"
 #include "tamarok_windows/wide_text.h"
 
@@ -149,7 +150,7 @@ std::string makePrivateFolder()
     static constexpr std::string_view digits = "0123456789abcdef";
     for (const unsigned char byte : random)
         name.append({digits[byte >> 4U], digits[byte & 15U]});
-    const std::string folder = (std::filesystem::temp_directory_path() / name).string();
+    const std::string folder = textOf(std::filesystem::temp_directory_path() / name);
     std::vector<std::byte> list = listOfThisAccount();
     Attributes attributes{static_cast<ACL*>(static_cast<void*>(list.data()))};
     if (CreateDirectoryW(wide(folder).c_str(), &attributes.native) == 0) failSystem();

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include "native_file.h"
+#include "path_text.h"
 #include "tamarok_windows/system_error.h"
 #include "tamarok_windows/wide_text.h"
 
@@ -50,6 +51,16 @@ std::size_t limited(std::size_t size) noexcept
 }
 
 } // namespace
+
+std::filesystem::path pathOf(const std::string& text)
+{
+    return wide(text);
+}
+
+std::string textOf(const std::filesystem::path& path)
+{
+    return windows::narrow(path.native());
+}
 
 void FileHandle::closeNative(Native native) noexcept
 {
