@@ -1,5 +1,7 @@
 #include "recordset_object.h"
 
+#include "kept_object.h"
+
 #include "tamarok/convert.h"
 
 namespace tamarok::data {
@@ -101,11 +103,17 @@ Variant callUpdate(RecordsetObject& self, CallArguments arguments)
     return {};
 }
 
+/// The collection of the fields, or one of them by name or ordinal. It keeps the rows, also without the recordset.
+Variant readFields(const RecordsetObject& self, ReadArguments arguments)
+{
+    return keeping(self.rows().get("Fields", arguments), self.shareRows());
+}
+
 /// `recordset(key)` is the field of that name or ordinal.
 Variant readItem(const RecordsetObject& self, ReadArguments arguments)
 {
     checkArgumentCount(arguments.size(), 1, 1, "Item", source);
-    return self.rows().get("Fields", arguments);
+    return readFields(self, arguments);
 }
 
 void putItem(RecordsetObject& self, ReadArguments index, const Variant& value)
@@ -158,6 +166,7 @@ std::span<const Member<RecordsetObject>> RecordsetObject::members() noexcept
 {
     using R = RecordsetObject;
     static constexpr Member<R> rows[]{
+        {.name = "Fields", .get = readFields, .putIndexed = putItem},
         {.name = "Item", .get = readItem, .putIndexed = putItem},
         {.name = "Open", .call = callOpen},
         {.name = "Update", .call = callUpdate},

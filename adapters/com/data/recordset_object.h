@@ -27,6 +27,7 @@ public:
     /// Runs the statement again. Errors: 3704 for a closed recordset; as open.
     void requery();
     ado::Recordset& rows() const noexcept { return *rows_; }
+    const std::shared_ptr<ado::Recordset>& shareRows() const noexcept { return rows_; }
     bool isOpen() const noexcept { return rows_->State() == ado::ObjectState::Open; }
 
     /// A recordset over the same rows with a position of its own.
