@@ -12,7 +12,7 @@ namespace tamarok::data {
 
 /// The class Tamarok.Command: the library's command, which runs on a Tamarok.Connection. Its results are discarded; the
 /// rows of a query are read by a recordset.
-class CommandObject final : public WithMembers<CommandObject, ForwardingObject> {
+class CommandObject final : public WithForwarding<CommandObject> {
 public:
     static std::span<const Member<CommandObject>> members() noexcept;
 

@@ -22,4 +22,17 @@ protected:
     virtual std::shared_ptr<ErrorList> failures() const = 0;
 };
 
+/// A forwarding object with the members of the table `T::members` before those of its target. Scripts read properties
+/// by a call too, so that a property of the table is found before a method of the target.
+template <class T>
+class WithForwarding : public WithMembers<T, ForwardingObject> {
+public:
+    Variant call(std::string_view name, std::span<Variant> args) override
+    {
+        const Member<T>* const member = findByName(T::members(), name);
+        if (member != nullptr && member->call == nullptr && member->get != nullptr) return this->get(name, args);
+        return WithMembers<T, ForwardingObject>::call(name, args);
+    }
+};
+
 } // namespace tamarok::data

@@ -14,7 +14,7 @@ namespace tamarok::data {
 
 /// The class Tamarok.Recordset: a recordset of the library that is opened by its members and remembers how. What its
 /// own table lacks is a member of the library's recordset.
-class RecordsetObject final : public WithMembers<RecordsetObject, ForwardingObject> {
+class RecordsetObject final : public WithForwarding<RecordsetObject> {
 public:
     static std::span<const Member<RecordsetObject>> members() noexcept;
 
