@@ -1,5 +1,8 @@
 #include "connection_object.h"
 
+#include <algorithm>
+#include <array>
+
 #include "opening.h"
 #include "recordset_object.h"
 
@@ -38,16 +41,19 @@ Variant callOpen(ConnectionObject& self, CallArguments arguments)
     return {};
 }
 
-/// True for a text that begins a query, behind blanks and opening parentheses.
-bool isQuery(std::string_view statement)
+/// True for a text that begins with a statement whose changed rows are counted.
+bool isChange(std::string_view statement)
 {
-    constexpr std::string_view select = "SELECT";
-    const std::size_t start = statement.find_first_not_of(" \t\r\n(");
-    return start != std::string_view::npos && text::equalsNoCase(statement.substr(start, select.size()), select);
+    static constexpr std::array<std::string_view, 3> changes{"INSERT", "UPDATE", "DELETE"};
+    statement = text::trim(statement);
+    return std::ranges::any_of(changes, [statement](std::string_view word) {
+        return text::equalsNoCase(statement.substr(0, word.size()), word);
+    });
 }
 
 /// Execute(statement, [rows changed by reference], [options]): a recordset with the rows, closed where there are none.
-/// The rows that a statement changes are counted where the caller asks for them; then only a query has rows to read.
+/// The rows that a statement changes are counted where the caller asks for them, and the statement is a change or the
+/// caller wants no rows; otherwise the count is -1.
 Variant callExecute(ConnectionObject& self, CallArguments arguments)
 {
     checkArgumentCount(arguments.size(), 1, 3, "Execute", source);
@@ -56,16 +62,13 @@ Variant callExecute(ConnectionObject& self, CallArguments arguments)
     const std::int32_t options = given != nullptr ? convert::toLong(*given) : -1;
     const bool withoutRows = options > 0 && (options & noRecords) != 0;
     auto recordset = std::make_shared<RecordsetObject>();
-    const bool counted = arguments.size() > 1 && !isQuery(statement);
-    if (withoutRows || counted) {
-        const std::int64_t touched =
-            noting(self.errors(), [&] { return self.connection()->Execute(statement, options); });
-        if (arguments.size() > 1) arguments[1] = touched;
-        return recordset;
-    }
-    recordset->open(statement, self.shared_from_this(), ado::CursorType::OpenForwardOnly, ado::LockType::ReadOnly,
-                    options);
-    if (arguments.size() > 1) arguments[1] = std::int32_t{-1};
+    std::int64_t touched = -1;
+    if (withoutRows || (arguments.size() > 1 && isChange(statement)))
+        touched = noting(self.errors(), [&] { return self.connection()->Execute(statement, options); });
+    else
+        recordset->open(statement, self.shared_from_this(), ado::CursorType::OpenForwardOnly, ado::LockType::ReadOnly,
+                        options);
+    if (arguments.size() > 1) arguments[1] = touched;
     return recordset;
 }
 

@@ -14,3 +14,6 @@
 #include <objbase.h>
 #include <ocidl.h>
 #include <oleauto.h>
+
+// The library has a class of this name; the system's functions are called by their full names.
+#undef MessageBox
