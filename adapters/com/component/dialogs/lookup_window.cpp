@@ -42,6 +42,7 @@ public:
         shell().addButton("cmdOk", designText(DesignText::Ok));
         shell().addButton("cmdClose", designText(DesignText::Close));
         shell().escapeButton("cmdClose");
+        shell().buttonGap(90);
         connect();
     }
 

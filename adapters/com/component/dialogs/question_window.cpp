@@ -21,6 +21,7 @@ public:
     QuestionDialog() : Modal{"F_MessageBox_All"}
     {
         shell().outerSize(firstSize);
+        shell().buttonGap(120);
         shell().addControl("lblText", {L"STATIC", SS_LEFT | SS_NOPREFIX});
         for (const std::string_view name : buttons) {
             shell().addButton(name, {});

@@ -142,6 +142,7 @@ HWND WindowShell::addControl(std::string_view name, const ControlKind& kind, std
 void WindowShell::addButton(std::string_view name, std::string_view text)
 {
     addControl(name, {L"BUTTON", BS_PUSHBUTTON | WS_TABSTOP});
+    find(name).isButton = true;
     controlText(name, text);
 }
 
@@ -268,8 +269,9 @@ void WindowShell::place(std::string_view name, const dialogs::Box& box)
     part.box = box;
     part.placed = true;
     const POINT from = origin(part);
+    const float width = part.isButton ? box.width - buttonGap_ : box.width;
     SetWindowPos(part.window, nullptr, from.x + pixels(box.left), from.y + pixels(box.top),
-                 std::max(pixels(box.width), 0), std::max(pixels(box.height), 0), SWP_NOZORDER | SWP_NOACTIVATE);
+                 std::max(pixels(width), 0), std::max(pixels(box.height), 0), SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void WindowShell::visible(std::string_view name, bool visible)
@@ -458,9 +460,7 @@ void WindowShell::command(WORD id, WORD code)
     }
     const std::string_view name = nameOf(id);
     if (name.empty()) return;
-    std::array<wchar_t, 16> windowClass{};
-    GetClassNameW(control(name), windowClass.data(), static_cast<int>(windowClass.size()));
-    const bool isButton = lstrcmpiW(windowClass.data(), L"BUTTON") == 0;
+    const bool isButton = find(name).isButton;
     if (isButton && code == BN_CLICKED) press(name);
     if (!isButton && code == EN_SETFOCUS && entered) entered(name);
 }

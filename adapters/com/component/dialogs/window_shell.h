@@ -84,6 +84,8 @@ public:
     /// The button that Escape presses, and the one that Enter presses.
     void escapeButton(std::string_view name) { escapeButton_ = name; }
     void defaultButton(std::string_view name);
+    /// The presenters put buttons side by side: so many twips of a button's width are the gap behind it.
+    void buttonGap(float twips) { buttonGap_ = twips; }
 
     /// Called with a notification of a control; returns the answer. Empty if no control notifies.
     std::function<LRESULT(const NMHDR&)> notified;
@@ -108,6 +110,7 @@ private:
         std::string frame;
         dialogs::Box box; ///< as the presenter gave it, finer than pixels
         bool placed = false;
+        bool isButton = false;
     };
 
     static INT_PTR CALLBACK handle(HWND window, UINT message, WPARAM first, LPARAM second) noexcept;
@@ -130,6 +133,7 @@ private:
     std::map<std::string, Part, std::less<>> parts_;
     std::map<int, std::string> names_; ///< of the controls, by their ids
     std::string escapeButton_;
+    float buttonGap_ = 0;
 
     dialogs::DialogEvents* events_ = nullptr;
     std::exception_ptr failure_;
