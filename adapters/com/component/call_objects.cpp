@@ -75,7 +75,7 @@ Variant CallObjects::recordset(const Variant& value)
 
 Variant CallObjects::record(const VARIANT& value)
 {
-    if (isNothing(value)) return fromVariant(value);
+    if (isNothing(value)) return (V_VT(&value) & VT_TYPEMASK) == VT_RECORD ? Variant{ObjectRef{}} : fromVariant(value);
     TmkVar& made = records_.emplace_back();
     readSessionRecord(value, made, [this](const ObjectRef& object) { return connectionTo(object); });
     return Variant{component::makeRecordObject(made)};

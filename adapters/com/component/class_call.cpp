@@ -1,6 +1,9 @@
 #include "class_call.h"
 
+#include <cstddef>
+#include <memory_resource>
 #include <string>
+#include <vector>
 
 #include "call_objects.h"
 
@@ -43,14 +46,16 @@ public:
                         "Wrong number of arguments: " + std::to_string(operation.parameterCount) + " needed, " +
                             std::to_string(given.size()) + " given"};
         }
+        values_.reserve(given.size());
+        before_.reserve(given.size());
         for (std::size_t index = 0; index < given.size(); ++index) {
-            values_[index] = read(operation.parameterList[index], given[index]);
-            if (isReference(index)) before_[index] = values_[index];
+            values_.push_back(read(operation.parameterList[index], given[index]));
+            before_.push_back(isReference(index) ? values_.back() : Variant{});
         }
         objects_.prepare();
     }
 
-    std::span<Variant> values() noexcept { return {values_.data(), given_.size()}; }
+    std::span<Variant> values() noexcept { return values_; }
 
     /// Gives changed values back to the caller's variables, and recordsets their new state.
     void store()
@@ -77,8 +82,10 @@ private:
     const OperationInfo& operation_;
     std::span<const VARIANT> given_;
     CallObjects objects_;
-    std::array<Variant, OperationInfo::maxParameters> values_;
-    std::array<Variant, OperationInfo::maxParameters> before_;
+    std::array<std::byte, 2 * OperationInfo::maxParameters * sizeof(Variant)> room_;
+    std::pmr::monotonic_buffer_resource memory_{room_.data(), room_.size()};
+    std::pmr::vector<Variant> values_ = std::pmr::vector<Variant>(&memory_);
+    std::pmr::vector<Variant> before_ = std::pmr::vector<Variant>(&memory_); ///< the values of references before the call
 };
 
 } // namespace

@@ -92,7 +92,10 @@ bool AutomationObject::findId(std::string_view name, DISPID& id) const
     const Bstr text{name};
     if (extended_ && SUCCEEDED(extended_->GetDispID(text.get(), fdexNameCaseInsensitive, &id))) return true;
     LPOLESTR raw = text.get();
-    return SUCCEEDED(object_->GetIDsOfNames(IID_NULL, &raw, 1, LOCALE_USER_DEFAULT, &id));
+    const HRESULT found = object_->GetIDsOfNames(IID_NULL, &raw, 1, LOCALE_USER_DEFAULT, &id);
+    // An object that cannot be asked any more must not pass for one without the member.
+    if (HRESULT_FACILITY(found) == FACILITY_RPC && FAILED(found)) throw errorOf(found, nullptr, name);
+    return SUCCEEDED(found);
 }
 
 DISPID AutomationObject::idOf(std::string_view name) const
@@ -177,8 +180,8 @@ std::string AutomationObject::describedType() const
         if (std::string name = nameOf(*type); !name.empty()) return name;
     if (DISPID id = DISPID_UNKNOWN; findId("TypeName", id)) {
         Call call{{}};
-        if (call.run(*this, id, DISPATCH_PROPERTYGET))
-            if (const Variant name = call.result(); name.isString()) return name.asString();
+        if (!call.run(*this, id, DISPATCH_PROPERTYGET) && !call.isOtherKind()) call.fail("TypeName");
+        if (const Variant name = call.result(); name.isString()) return name.asString();
     }
     if (!extended_ && SUCCEEDED(object_->GetTypeInfo(0, LOCALE_USER_DEFAULT, type.put())))
         if (std::string name = nameOf(*type); !name.empty()) return name;

@@ -25,7 +25,7 @@ namespace {
                 "Type mismatch: the interface's type " + std::to_string(type) + " has no counterpart."};
 }
 
-/// The whole numbers that a Double holds exactly.
+/// Below it a Double holds each whole number exactly.
 constexpr double exactWholeNumbers = 9007199254740992.0;
 
 Variant fromDecimal(DECIMAL decimal)
@@ -33,7 +33,7 @@ Variant fromDecimal(DECIMAL decimal)
     double number = 0;
     check(VarR8FromDec(&decimal, &number), "Decimal");
     LONG64 whole = 0;
-    if (decimal.scale == 0 && std::abs(number) > exactWholeNumbers && SUCCEEDED(VarI8FromDec(&decimal, &whole)))
+    if (decimal.scale == 0 && std::abs(number) >= exactWholeNumbers && SUCCEEDED(VarI8FromDec(&decimal, &whole)))
         return std::int64_t{whole};
     return number;
 }
