@@ -14,6 +14,17 @@
 
 namespace tamarok::com {
 
+/// How an object tells which DLL it belongs to. Another DLL may implement it, so that it is not of this file alone: the
+/// compiler would take the answer of this DLL for everyone's.
+class HeldObject : public IUnknown {
+public:
+    virtual const void* STDMETHODCALLTYPE module() noexcept = 0;
+    virtual const ObjectRef* STDMETHODCALLTYPE object() noexcept = 0;
+
+protected:
+    ~HeldObject() = default;
+};
+
 namespace {
 
 /// {3E5E5A0C-9D43-4B8E-8F0B-6C1B2D7A40E9}: asks an object whether it is this DLL's own.
@@ -25,15 +36,6 @@ const void* thisModule() noexcept
     static const char mark = 0;
     return &mark;
 }
-
-class HeldObject : public IUnknown {
-public:
-    virtual const void* STDMETHODCALLTYPE module() noexcept = 0;
-    virtual const ObjectRef* STDMETHODCALLTYPE object() noexcept = 0;
-
-protected:
-    ~HeldObject() = default;
-};
 
 /// The arguments of a request in the library's order.
 std::vector<Variant> argumentsOf(const DISPPARAMS& parameters)

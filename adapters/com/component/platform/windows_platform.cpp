@@ -4,13 +4,14 @@
 #include "client_connection.h"
 #include "failures.h"
 #include "machine_regional.h"
+#include "native_windows.h"
+#include "tamarok_loc/loc_service.h"
 #include "wide_text.h"
 #include "windows_files.h"
 #include "windows_headers.h"
 
 #include "tamarok/connection_text.h"
 #include "tamarok/text.h"
-#include "tamarok_loc/loc_service.h"
 
 namespace tamarok::com {
 
@@ -65,6 +66,7 @@ void equipThread()
     platform.makeConnection = openConnection;
     platform.messageBox = std::make_shared<SystemMessageBox>();
     platform.makeLocService = [] { return loc::makeLocService(); };
+    platform.dialogWindows = makeNativeWindows();
     platform.keyboard = std::make_shared<SystemKeyboard>();
 }
 
