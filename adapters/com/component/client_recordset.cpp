@@ -1,6 +1,7 @@
 #include "client_recordset.h"
 
 #include <array>
+#include <map>
 
 #include "automation_object.h"
 
@@ -73,12 +74,15 @@ public:
 
     bool next() override
     {
-        // An open recordset stands on its first row already.
         if (state_ == State::End) return false;
-        if (state_ == State::Row) recordset_->call("MoveNext", {});
+        // An open recordset stands on its first row already.
+        if (state_ == State::Row) {
+            moveTo(lastRow_);
+            recordset_->call("MoveNext", {});
+        }
         const bool isAtEnd = convert::toBoolean(read(*recordset_, "EOF"));
         state_ = isAtEnd ? State::End : State::Row;
-        ++row_;
+        if (!isAtEnd) standOn(++lastRow_);
         return !isAtEnd;
     }
 
@@ -95,6 +99,8 @@ public:
         } catch (const Error& error) {
             if (error.number != errors::noCurrentRecord) throw;
         }
+        // The marks of a dynamic recordset end with it; keys are never given twice.
+        marks_.clear();
         state_ = State::Opened;
     }
 
@@ -108,29 +114,30 @@ public:
 
     bool updatable() const override { return updatable_; }
     std::int64_t rowKey() const override { return row_; }
-    void lockRow(std::int64_t key) override { requireCurrent(key); }
+    void lockRow(std::int64_t key) override { moveTo(key); }
     void unlockRow() override {}
 
     void updateRow(std::int64_t key, std::span<const ado::Assignment> assignments) override
     {
-        requireCurrent(key);
+        moveTo(key);
         assign(assignments);
     }
     std::int64_t insertRow(std::span<const ado::Assignment> assignments) override
     {
         recordset_->call("AddNew", {});
         assign(assignments);
-        return ++row_;
+        standOn(++lastRow_);
+        return row_;
     }
     void deleteRow(std::int64_t key) override
     {
-        requireCurrent(key);
+        moveTo(key);
         std::array affect{Variant{std::int32_t{1}}};
         recordset_->call("Delete", affect);
     }
     bool readRow(std::int64_t key, std::vector<Variant>& values) override
     {
-        requireCurrent(key);
+        moveTo(key);
         values.clear();
         for (std::size_t column = 0; column < columns_.size(); ++column)
             values.push_back(value(column));
@@ -174,10 +181,21 @@ private:
         }
     }
 
-    void requireCurrent(std::int64_t key) const
+    /// Notes that the recordset stands on a row, with its mark where rows are come back to.
+    void standOn(std::int64_t row)
     {
-        if (key != row_ || state_ != State::Row)
-            throw Error{errors::readOnlyRecordset, "A recordset of the client changes and locks its current row only."};
+        row_ = row;
+        if (updatable_) marks_.emplace(row, read(*recordset_, "Bookmark"));
+    }
+
+    void moveTo(std::int64_t row)
+    {
+        if (row == row_) return;
+        const auto mark = marks_.find(row);
+        if (mark == marks_.end())
+            throw Error{errors::readOnlyRecordset, "The recordset of the client does not move back to a row."};
+        recordset_->put("Bookmark", mark->second);
+        row_ = row;
     }
 
     void assign(std::span<const ado::Assignment> assignments)
@@ -191,7 +209,9 @@ private:
     std::vector<ado::ColumnInfo> columns_;
     std::vector<ObjectRef> fields_; ///< they stay valid while the recordset moves
     State state_ = State::Opened;
-    std::int64_t row_ = 0;
+    std::map<std::int64_t, Variant> marks_; ///< bookmarks by row keys
+    std::int64_t row_ = 0;                  ///< the current one
+    std::int64_t lastRow_ = 0;              ///< the last one that was read
     bool updatable_;
     bool closes_;
 };

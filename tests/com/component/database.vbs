@@ -38,7 +38,7 @@ connection.Execute "CREATE TABLE LOCK (ID INT IDENTITY(1,1) NOT NULL PRIMARY KEY
 Set session = New Login
 Set session.db_ADO = connection
 session.strLanguage = "GERMAN": session.strDateFormat = "dd.mm.yyyy": session.ID_User = 7
-session.bolLan = True: session.bolOracle = False: session.strConnection = text
+session.bolLan = True: session.bolOracle = False: session.strConnection = Replace(text, ";Mode=Create", "")
 Set getter = CreateObject("Tamarok_Comm.Comm_Get")
 Set setter = CreateObject("Tamarok_Comm.Comm_Set")
 Set lock = CreateObject("Tamarok_Comm.Comm_Lock")
