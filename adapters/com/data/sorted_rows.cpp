@@ -72,6 +72,7 @@ bool isLess(const Variant& first, const Variant& second)
 std::vector<SortRow> readRows(ado::Recordset& rows, const std::vector<SortColumn>& columns)
 {
     std::vector<ado::FieldRef> fields;
+    fields.reserve(columns.size());
     for (const SortColumn& column : columns)
         fields.push_back(rows.Fields().share(column.name));
     std::vector<SortRow> read;
