@@ -2,9 +2,13 @@
 
 #include "command_object.h"
 #include "connection_object.h"
+#include "failures.h"
+#include "machine_regional.h"
 #include "object_dispatch.h"
 #include "recordset_object.h"
 #include "server.h"
+
+#include "tamarok/platform.h"
 
 // The four entries of the DLL. Its classes are reached by name only, so that it has no type library.
 
@@ -44,6 +48,12 @@ const com::Server server{.classes = classes};
 
 extern "C" HRESULT STDAPICALLTYPE DllGetClassObject(REFCLSID classId, REFIID interfaceId, void** target)
 {
+    // Texts that scripts give for dates and numbers are read as the user writes them.
+    const HRESULT ready = tamarok::com::guarded([] {
+        tamarok::Platform::current().regional = tamarok::com::machineRegional();
+        return S_OK;
+    });
+    if (FAILED(ready)) return ready;
     return tamarok::com::giveClassObject(tamarok::data::server, classId, interfaceId, target);
 }
 

@@ -13,6 +13,7 @@ constexpr std::string_view errorsSource = "Tamarok.Errors";
 /// One entry of the list. It is a copy, and so outlives the list.
 class ErrorEntry final : public WithMembers<ErrorEntry> {
 public:
+    // NOLINTNEXTLINE(bugprone-throw-keyword-missing): the error is kept, not raised
     explicit ErrorEntry(Error error) : error_{std::move(error)} {}
 
     static std::span<const Member<ErrorEntry>> members() noexcept;

@@ -3,6 +3,7 @@
 #include "kept_object.h"
 
 #include "tamarok/convert.h"
+#include "tamarok/text.h"
 
 namespace tamarok::data {
 
@@ -11,14 +12,14 @@ namespace {
 using ReadArguments = std::span<const Variant>;
 using CallArguments = std::span<Variant>;
 
-constexpr std::string_view source = "Tamarok.Recordset";
+constexpr std::string_view recordsetSource = "Tamarok.Recordset";
 constexpr std::int32_t serverLocation = 2;
 constexpr std::int32_t clientLocation = 3;
 
 void requireClosed(const RecordsetObject& self, std::string_view what)
 {
     if (!self.isOpen()) return;
-    throw Error{errors::objectOpen, std::string{what} + ": the recordset is open.", std::string{source}};
+    throw Error{errors::objectOpen, std::string{what} + ": the recordset is open.", std::string{recordsetSource}};
 }
 
 /// An argument of Open; what is left out, Empty or -1 stands for the property.
@@ -33,7 +34,7 @@ Number argumentOr(CallArguments arguments, std::size_t index, Number property)
 /// Open([source], [connection], [cursor type], [lock type], [options]).
 Variant callOpen(RecordsetObject& self, CallArguments arguments)
 {
-    checkArgumentCount(arguments.size(), 0, 5, "Open", source);
+    checkArgumentCount(arguments.size(), 0, 5, "Open", recordsetSource);
     requireClosed(self, "Open");
     const Variant* statement = optionalArgument(arguments, 0);
     const Variant* connection = optionalArgument(arguments, 1);
@@ -46,14 +47,14 @@ Variant callOpen(RecordsetObject& self, CallArguments arguments)
 
 Variant callRequery(RecordsetObject& self, CallArguments arguments)
 {
-    checkArgumentCount(arguments.size(), 0, 1, "Requery", source);
+    checkArgumentCount(arguments.size(), 0, 1, "Requery", recordsetSource);
     self.requery();
     return {};
 }
 
 Variant callClone(RecordsetObject& self, CallArguments arguments)
 {
-    checkArgumentCount(arguments.size(), 0, 1, "Clone", source);
+    checkArgumentCount(arguments.size(), 0, 1, "Clone", recordsetSource);
     return self.clone();
 }
 
@@ -70,7 +71,7 @@ void assign(const RecordsetObject& self, const Variant& fields, const Variant& v
         throw Error{errors::invalidArgument,
                     std::to_string(names.size()) + " fields are given, and " + std::to_string(given.size()) +
                         " values.",
-                    std::string{source}};
+                    std::string{recordsetSource}};
     for (std::size_t index = 0; index < names.size(); ++index)
         write(names[index], given[index]);
 }
@@ -78,13 +79,14 @@ void assign(const RecordsetObject& self, const Variant& fields, const Variant& v
 /// AddNew([fields], [values]). With values the row is written at once.
 Variant callAddNew(RecordsetObject& self, CallArguments arguments)
 {
-    checkArgumentCount(arguments.size(), 0, 2, "AddNew", source);
+    checkArgumentCount(arguments.size(), 0, 2, "AddNew", recordsetSource);
     noting(self.connection ? self.connection->errors() : nullptr, [&] {
         self.rows().AddNew();
         if (optionalArgument(arguments, 0) == nullptr) return;
-        checkArgumentCount(arguments.size(), 2, 2, "AddNew", source);
+        checkArgumentCount(arguments.size(), 2, 2, "AddNew", recordsetSource);
         assign(self, arguments[0], arguments[1]);
         self.rows().Update();
+        self.noteNewRow();
     });
     return {};
 }
@@ -92,13 +94,14 @@ Variant callAddNew(RecordsetObject& self, CallArguments arguments)
 /// Update([fields], [values]).
 Variant callUpdate(RecordsetObject& self, CallArguments arguments)
 {
-    checkArgumentCount(arguments.size(), 0, 2, "Update", source);
+    checkArgumentCount(arguments.size(), 0, 2, "Update", recordsetSource);
     noting(self.connection ? self.connection->errors() : nullptr, [&] {
         if (optionalArgument(arguments, 0) != nullptr) {
-            checkArgumentCount(arguments.size(), 2, 2, "Update", source);
+            checkArgumentCount(arguments.size(), 2, 2, "Update", recordsetSource);
             assign(self, arguments[0], arguments[1]);
         }
         self.rows().Update();
+        self.noteNewRow();
     });
     return {};
 }
@@ -112,7 +115,7 @@ Variant readFields(const RecordsetObject& self, ReadArguments arguments)
 /// `recordset(key)` is the field of that name or ordinal.
 Variant readItem(const RecordsetObject& self, ReadArguments arguments)
 {
-    checkArgumentCount(arguments.size(), 1, 1, "Item", source);
+    checkArgumentCount(arguments.size(), 1, 1, "Item", recordsetSource);
     return readFields(self, arguments);
 }
 
@@ -123,7 +126,7 @@ void putItem(RecordsetObject& self, ReadArguments index, const Variant& value)
 
 Variant readConnection(const RecordsetObject& self, ReadArguments arguments)
 {
-    checkArgumentCount(arguments.size(), 0, 0, "ActiveConnection", source);
+    checkArgumentCount(arguments.size(), 0, 0, "ActiveConnection", recordsetSource);
     return self.connection ? Variant{self.connection} : Variant{ObjectRef{}};
 }
 
@@ -157,7 +160,7 @@ Variant readLocation(const RecordsetObject& self, ReadArguments)
 void putLocation(RecordsetObject& self, const Variant& value)
 {
     requireClosed(self, "CursorLocation");
-    self.cursorLocation = checkedLocation(value, source);
+    self.cursorLocation = checkedLocation(value, recordsetSource);
 }
 
 } // namespace
@@ -183,6 +186,9 @@ std::span<const Member<RecordsetObject>> RecordsetObject::members() noexcept
         {.name = "ActiveConnection", .get = readConnection, .put = putConnection},
         {.name = "CursorType", .get = readNumber<&R::cursorType>, .put = putNumber<&R::cursorType>},
         {.name = "LockType", .get = readNumber<&R::lockType>, .put = putNumber<&R::lockType>},
+        {.name = "Sort",
+         .get = [](const R& r, ReadArguments) -> Variant { return r.order(); },
+         .put = [](R& r, const Variant& value) { r.sort(convert::toText(value)); }},
         {.name = "CursorLocation", .get = readLocation, .put = putLocation},
     };
     return rows;
@@ -198,6 +204,8 @@ void RecordsetObject::open(const std::string& statement, std::shared_ptr<Connect
     // Rows with the client hold no locks.
     lockType = keepsRows() && wantedLock == ado::LockType::Pessimistic ? ado::LockType::Optimistic : wantedLock;
     options_ = options;
+    sorted_.reset();
+    order_.clear();
     noting(failures(), [&] {
         rows_->Open(source, connection ? connection->connection() : nullptr, cursorType, lockType, options_);
     });
@@ -207,6 +215,25 @@ void RecordsetObject::requery()
 {
     rows_->Close();
     open(std::string{source}, connection, cursorType, lockType, options_);
+}
+
+void RecordsetObject::sort(std::string_view order)
+{
+    if (!text::trim(order).empty()) {
+        if (cursorType != ado::CursorType::OpenStatic && cursorType != ado::CursorType::OpenKeyset)
+            throw Error{errors::readOnlyRecordset, "Sort: only static and keyset rows can be sorted.",
+                        std::string{recordsetSource}};
+        sorted_ = std::make_unique<SortedRows>(rows_, order);
+    } else {
+        sorted_.reset();
+        if (!rows_->AtBOF() || !rows_->AtEOF()) rows_->MoveFirst();
+    }
+    order_ = order;
+}
+
+void RecordsetObject::noteNewRow()
+{
+    if (sorted_) sorted_->addRow();
 }
 
 std::shared_ptr<RecordsetObject> RecordsetObject::clone() const

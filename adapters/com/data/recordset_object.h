@@ -6,6 +6,7 @@
 
 #include "connection_object.h"
 #include "forwarding_object.h"
+#include "sorted_rows.h"
 
 #include "tamarok/ado.h"
 #include "tamarok/members.h"
@@ -30,6 +31,13 @@ public:
     const std::shared_ptr<ado::Recordset>& shareRows() const noexcept { return rows_; }
     bool isOpen() const noexcept { return rows_->State() == ado::ObjectState::Open; }
 
+    /// Sorts the rows; an empty order gives them back as they were read. Both move to the first row. Errors: 3251 for
+    /// rows that are not static; as SortedRows.
+    void sort(std::string_view order);
+    const std::string& order() const noexcept { return order_; }
+    /// Lets the order know that a new row has been written.
+    void noteNewRow();
+
     /// A recordset over the same rows with a position of its own.
     std::shared_ptr<RecordsetObject> clone() const;
 
@@ -41,7 +49,11 @@ public:
     std::optional<std::int32_t> cursorLocation; ///< that of the connection if it was not set
 
 protected:
-    Object& target() const override { return *rows_; }
+    Object& target() const override
+    {
+        if (sorted_) return *sorted_;
+        return *rows_;
+    }
     std::shared_ptr<ErrorList> failures() const override { return connection ? connection->errors() : nullptr; }
 
 private:
@@ -49,6 +61,8 @@ private:
 
     std::shared_ptr<ado::Recordset> rows_ = std::make_shared<ado::Recordset>();
     std::int32_t options_ = -1;
+    std::string order_;
+    std::unique_ptr<SortedRows> sorted_; ///< none while the rows are as they were read
 };
 
 /// A value for CursorLocation: 2 or 3. Error 5 for any other.
