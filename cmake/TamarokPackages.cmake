@@ -27,26 +27,47 @@ function(tamarok_package component)
 endfunction()
 
 set(CPACK_COMPONENTS_ALL)
-set(tamarok_common "Tamarok_Comm is the component library of an application of forestry and the timber trade: lists by numbered columns, code fields, conversions, locks, rights, round timber and options, over SQL Server or an embedded database.")
-tamarok_package(libraries NAME libtamarok-comm${PROJECT_VERSION_MAJOR} SECTION libs
+set(tamarok_library_package libtamarok-comm${PROJECT_VERSION_MAJOR})
+set(tamarok_needs_library "${tamarok_library_package} (= ${PROJECT_VERSION}-${tamarok_revision})")
+set(tamarok_common
+"Tamarok_Comm is the component library of an application of forestry and
+the timber trade: lists by numbered columns, code fields, conversions,
+locks, rights, round timber and options, over SQL Server or an embedded
+database.")
+tamarok_package(libraries NAME ${tamarok_library_package} SECTION libs
     SUMMARY "component library of a timber trade application"
-    TEXT "${tamarok_common}\n.\nThis package has the shared libraries.")
+    TEXT "${tamarok_common}
+.
+This package has the shared libraries.")
 tamarok_package(dev NAME libtamarok-comm-dev SECTION libdevel
-    DEPENDS "libtamarok-comm${PROJECT_VERSION_MAJOR} (= ${PROJECT_VERSION}-${tamarok_revision})"
+    DEPENDS "${tamarok_needs_library}"
     SUGGESTS "libsqlite3-dev, unixodbc-dev, qt6-base-dev, qt6-webengine-dev"
-    SUMMARY "component library of a timber trade application (development files)"
-    TEXT "${tamarok_common}\n.\nThis package has the headers, the static libraries, those of Qt programs among them, and the files of CMake and pkg-config.")
+    SUMMARY "component library of a timber trade application (development)"
+    TEXT "${tamarok_common}
+.
+This package has the headers, the static libraries, those of Qt programs
+among them, and the files of CMake and pkg-config. Static programs need
+libsqlite3-dev and unixodbc-dev, Qt programs qt6-base-dev.")
 tamarok_package(program NAME tamarok SECTION database
-    SUMMARY "lists, options and operations of a timber database on the command line"
-    TEXT "The program tamarok makes databases of forestry and the timber trade, composes and prints their lists, measures round timber, checks installations, and calls every operation of the library Tamarok_Comm by name.")
+    DEPENDS "${tamarok_needs_library}"
+    SUMMARY "lists, options and operations of a timber database"
+    TEXT "The program tamarok makes databases of forestry and the timber trade,
+composes and prints their lists, measures round timber, checks
+installations, and calls every operation of the library Tamarok_Comm by
+name.")
 if(TAMAROK_WITH_WORKBENCH)
     tamarok_package(workbench NAME tamarok-workbench SECTION database
-        SUMMARY "lists, measured timber and records of a timber database in windows"
-        TEXT "The desktop program over the library Tamarok_Comm: lists of every type with charts and totals, entry of measured timber, and options, on an embedded database or a server.")
+        DEPENDS "${tamarok_needs_library}"
+        SUMMARY "lists and measured timber of a timber database in windows"
+        TEXT "The desktop program over the library Tamarok_Comm: lists of every type
+with charts and totals, entry of measured timber, and options, on an
+embedded database or a server.")
 endif()
+
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME tamarok-comm)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # each package has its own
 set(CPACK_PACKAGE_CONTACT "Tamarok maintainers <maintainers@tamarok.example>")
 set(CPACK_PACKAGING_INSTALL_PREFIX ${CMAKE_INSTALL_PREFIX})
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
@@ -61,4 +82,5 @@ set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
+set(CPACK_POST_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/use_trigger.cmake)
 include(CPack)
