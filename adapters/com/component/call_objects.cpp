@@ -81,7 +81,7 @@ Variant CallObjects::recordset(const Variant& value)
 Variant CallObjects::record(const VARIANT& value)
 {
     if (isNothing(value)) return (V_VT(&value) & VT_TYPEMASK) == VT_RECORD ? Variant{ObjectRef{}} : fromVariant(value);
-    TmkVar& made = records_.emplace_back();
+    TmkVar& made = *records_.emplace_back(std::make_unique<TmkVar>());
     readSessionRecord(value, made, [this](const ObjectRef& object) {
         // What an operation reads beside the session goes over a connection of the session's kind.
         auto& maker = Platform::current().makeConnection;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <deque>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -47,7 +46,7 @@ private:
 
     using MakeConnection = decltype(Platform::makeConnection);
     std::optional<MakeConnection> formerMaker_; ///< of the thread's platform, while the call has one of its own
-    std::deque<TmkVar> records_;                ///< does not move its elements
+    std::vector<std::unique_ptr<TmkVar>> records_;
     std::vector<std::pair<ObjectRef, ado::ConnectionRef>> connections_;
     std::vector<ClientRecordset> recordsets_;
 };
