@@ -9,6 +9,8 @@
 #include "values.h"
 #include "wide_text.h"
 
+#include "tamarok/component.h"
+
 namespace tamarok::com {
 
 namespace {
@@ -37,8 +39,9 @@ public:
         values_.reserve(args.size() + 1);
         // The interface takes arguments from the last to the first.
         if (value != nullptr) values_.emplace_back(toVariant(*value));
+        // Between the library's objects Empty is an argument that is left out.
         for (const Variant& argument : std::views::reverse(args))
-            values_.emplace_back(toVariant(argument));
+            values_.emplace_back(toVariant(argument.isEmpty() ? component::missingArgument() : argument));
         raw_.reserve(values_.size());
         for (const OwnedVariant& owned : values_)
             raw_.push_back(owned.get());
