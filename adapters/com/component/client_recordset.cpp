@@ -93,11 +93,12 @@ public:
 
     void restart() override
     {
-        // A dynamic recordset finds new rows by it; one without rows refuses it.
+        // A dynamic recordset finds new rows by it. One without rows may refuse it, and is then asked again.
         try {
             recordset_->call("MoveFirst", {});
         } catch (const Error& error) {
             if (error.number != errors::noCurrentRecord) throw;
+            recordset_->call("Requery", {});
         }
         // The marks of a dynamic recordset end with it; keys are never given twice.
         marks_.clear();
@@ -185,7 +186,13 @@ private:
     void standOn(std::int64_t row)
     {
         row_ = row;
-        if (updatable_) marks_.emplace(row, read(*recordset_, "Bookmark"));
+        if (!updatable_) return;
+        try {
+            marks_.emplace(row, read(*recordset_, "Bookmark"));
+        } catch (const Error& error) {
+            // The dynamic recordsets of some servers have no marks; then the current row alone can be changed.
+            if (error.number != errors::readOnlyRecordset) throw;
+        }
     }
 
     void moveTo(std::int64_t row)

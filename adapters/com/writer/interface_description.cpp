@@ -13,7 +13,6 @@ namespace tamarok::com {
 
 namespace {
 
-using component::MemberKind;
 using component::OperationInfo;
 using component::ParameterInfo;
 using component::ValueType;

@@ -29,7 +29,7 @@ Class ComboBox
     End Property
 End Class
 
-Dim getter, setter, box, key
+Dim getter, setter, box, key, keys(1)
 Set getter = CreateObject("Tamarok_Comm.Comm_Get")
 Set setter = CreateObject("Tamarok_Comm.Comm_Set")
 Set box = New TextBox
@@ -42,6 +42,10 @@ Expect "a refused key", key, CInt(0)
 key = Asc("7")
 getter.OnlyNumbers key, False, box, False
 Expect "an accepted key", key, CInt(Asc("7"))
+
+keys(1) = Asc("x")
+getter.OnlyNumbers keys(1), False, box, False
+Expect "an element of an array by reference", keys(1), CInt(0)
 
 setter.Select_Text box
 Expect "selection", box.SelStart & "/" & box.SelLength, "0/2"
