@@ -270,8 +270,8 @@ void WindowShell::place(std::string_view name, const dialogs::Box& box)
     part.placed = true;
     const POINT from = origin(part);
     const float width = part.isButton ? box.width - buttonGap_ : box.width;
-    SetWindowPos(part.window, nullptr, from.x + pixels(box.left), from.y + pixels(box.top),
-                 std::max(pixels(width), 0), std::max(pixels(box.height), 0), SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowPos(part.window, nullptr, from.x + pixels(box.left), from.y + pixels(box.top), std::max(pixels(width), 0),
+                 std::max(pixels(box.height), 0), SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void WindowShell::visible(std::string_view name, bool visible)

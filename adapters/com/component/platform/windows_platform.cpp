@@ -42,7 +42,8 @@ void equipThread()
     platform.messageBox = std::make_shared<SystemMessageBox>();
     platform.makeLocService = [] { return loc::makeLocService(); };
     platform.dialogWindows = makeNativeWindows();
-    // Nothing is read from these addresses: with them the map dialog gets as far as its missing window, which is error 445.
+    // Nothing is read from these addresses: with them the map dialog gets as far as its missing window, which is error
+    // 445.
     platform.mapEndpoints = {"maps.invalid", "https://maps.invalid"};
     platform.keyboard = std::make_shared<SystemKeyboard>();
 }
