@@ -4,6 +4,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <thread>
 
 #include "windows_headers.h"
 
@@ -182,6 +183,22 @@ TEST(DataDll, canBeLoadedAgain)
         make(*dll.factory(classIds[2]));
         EXPECT_EQ(dll.canUnload(), S_OK);
     }
+}
+
+/// What a thread keeps of the DLL must not be touched when the DLL has gone before the thread.
+TEST(DataDll, mayGoBeforeItsThreads)
+{
+    for (int count = 0; count < 5; ++count)
+        std::thread{[] {
+            CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+            {
+                const Dll dll;
+                for (const GUID& id : classIds)
+                    make(*dll.factory(id));
+            }
+            CoUninitialize();
+        }}.join();
+    EXPECT_EQ(GetModuleHandleW(L"Tamarok_Data.dll"), nullptr);
 }
 
 } // namespace
