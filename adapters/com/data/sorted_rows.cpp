@@ -218,7 +218,7 @@ void SortedRows::moveTo(std::int64_t index)
     removed_ = false;
 }
 
-std::int64_t SortedRows::position() const noexcept
+std::int64_t SortedRows::position() const
 {
     if (atEOF()) return ado::positionEOF;
     if (atBOF()) return ado::positionBOF;

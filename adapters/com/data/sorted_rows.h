@@ -24,14 +24,15 @@ public:
 
     std::string_view typeName() const override { return "Recordset"; }
 
-    bool atEOF() const noexcept { return at_ >= count(); }
-    bool atBOF() const noexcept { return at_ < 0 || count() == 0; }
+    /// Error 3704 for a closed recordset.
+    bool atEOF() const { return requireOpen(), at_ >= count(); }
+    bool atBOF() const { return requireOpen(), at_ < 0 || count() == 0; }
     /// Moves as Recordset::Move does. Error 3021 beyond the ends.
     void move(std::int64_t rows);
     /// Moves to a row by its index from 0; -1 is before the first one, the number of rows behind the last one.
     void moveTo(std::int64_t index);
     std::int64_t count() const noexcept { return static_cast<std::int64_t>(marks_.size()); }
-    std::int64_t position() const noexcept;
+    std::int64_t position() const;
     VariantArray takeRows(std::int64_t rows);
     void find(std::string_view criterion, std::int64_t skip, bool backward);
     void moveToMark(const Variant& mark);
@@ -44,6 +45,7 @@ protected:
     std::shared_ptr<ErrorList> failures() const override { return nullptr; }
 
 private:
+    void requireOpen() const { static_cast<void>(rows_->AtEOF()); }
     void requireRow() const;
     std::vector<Variant> marksOf(std::string_view criterion);
 

@@ -53,6 +53,7 @@ HRESULT giveClassObject(const Server& server, REFCLSID classId, REFIID interface
     const auto found =
         std::ranges::find_if(server.classes, [&](const OfferedClass& offered) { return offered.id == classId; });
     if (found == server.classes.end()) return CLASS_E_CLASSNOTAVAILABLE;
+    module::keepLoaded();
     return guarded([&] { return makeObject<ClassFactory>(*found)->QueryInterface(interfaceId, target); });
 }
 

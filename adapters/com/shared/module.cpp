@@ -32,6 +32,13 @@ bool isHeld() noexcept
     return holders().load(std::memory_order_acquire) != 0;
 }
 
+void keepLoaded() noexcept
+{
+    HMODULE handle = nullptr;
+    const auto* const here = static_cast<const wchar_t*>(static_cast<const void*>(&holders()));
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN, here, &handle);
+}
+
 std::wstring path()
 {
     HMODULE handle = nullptr;

@@ -12,6 +12,10 @@ void hold() noexcept;
 void release() noexcept;
 bool isHeld() noexcept;
 
+/// Keeps the DLL in memory until the process ends, whatever is freed. A thread that has used the library has objects of
+/// its own in it, which the DLL's code destroys when the thread ends: that code must still be there.
+void keepLoaded() noexcept;
+
 /// Returns the path of the DLL's file.
 std::wstring path();
 

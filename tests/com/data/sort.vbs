@@ -83,6 +83,12 @@ recordset.MoveNext
 recordset.MoveNext
 ExpectError "past the end", 3021, "Tamarok.Recordset", "Move: there is no row in this direction."
 recordset.Close
+recordset.MoveNext
+Expect "a move when closed", Err.Number, CLng(3704)
+Err.Clear
+mark = recordset.EOF
+Expect "the end when closed: number", Err.Number, CLng(3704)
+Err.Clear
 recordset.CursorLocation = 2
 recordset.Open "SELECT ID FROM T", connection, 0
 recordset.Sort = "ID"

@@ -4,6 +4,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <thread>
 
 #include "windows_headers.h"
 
@@ -80,6 +81,23 @@ template <class Type>
 const Type* at(HMODULE module, DWORD offset)
 {
     return reinterpret_cast<const Type*>(reinterpret_cast<const char*>(module) + offset);
+}
+
+/// What a thread keeps in the DLL is destroyed by the DLL's code when the thread ends. It is the first
+/// test, so that no other thread has used the DLL before.
+TEST(DataDll, outlivesTheThreadsThatFreeIt)
+{
+    for (int count = 0; count < 5; ++count)
+        std::thread{[] {
+            CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+            {
+                const Dll dll;
+                for (const GUID& id : classIds)
+                    make(*dll.factory(id));
+            }
+            CoUninitialize();
+        }}.join();
+    EXPECT_NE(GetModuleHandleW(L"Tamarok_Data.dll"), nullptr);
 }
 
 TEST(DataDll, exportsFourEntries)
