@@ -3,7 +3,7 @@
 PRESET ?= release
 BUILD := build/$(PRESET)
 
-.PHONY: all packages demo workbench test check chaos sanitize fuzz core-only bench install format tidy clean help
+.PHONY: all packages demo workbench test check chaos sanitize fuzz core-only windows test-windows package test-packages bench install format tidy clean help
 
 all: ## build into build/release (another preset: PRESET=debug)
 	@sh scripts/build $(PRESET)
@@ -20,7 +20,7 @@ workbench: ## build the desktop program and open it on a database with timber da
 test: ## build and pass every test
 	@sh scripts/test $(PRESET)
 
-check: ## every gate: format, headers, clang-tidy, the core alone with g++ and clang, the sanitizers, fuzzing
+check: ## every gate: format, headers, clang-tidy, the core alone with g++ and clang, the sanitizers, fuzzing, scripts on Windows' DLLs, packages
 	@sh scripts/check
 
 chaos: ## kill processes and fill disks for a minute a run (CHAOS_SECONDS), and check that nothing is lost
@@ -35,6 +35,18 @@ fuzz: ## run every fuzz target for FUZZ_SECONDS (20) each, with the seed FUZZ_SE
 core-only: ## build and test the core with nothing but the standard library
 	@sh scripts/test core-only
 
+windows: ## build the DLLs for Windows, 32 and 64 bits, into build/windows
+	@sh scripts/windows
+
+test-windows: ## run the DLLs for Windows under Wine's script host, in chroots of their own
+	@sh scripts/test-windows
+
+package: ## build the Debian packages into build/package/packages
+	@sh scripts/package
+
+test-packages: ## build the Debian packages, and try them in a bare system
+	@sh scripts/test-packages
+
 bench: all ## run every benchmark
 	@sh scripts/bench $(BUILD)
 
@@ -47,7 +59,8 @@ format: ## check the format of every source file
 tidy: ## run clang-tidy over every source outside the tests
 	@sh scripts/check tidy
 
-clean: ## remove all that was built, the demo database too
+clean: ## remove all that was built, the demo database and the chroots too
+	@for chroot in build/*/chroot-*.contents; do [ ! -e "$$chroot" ] || sh scripts/chroot remove "$${chroot%.contents}"; done
 	@rm -rf build
 
 help: ## this list

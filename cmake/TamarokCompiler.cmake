@@ -21,8 +21,12 @@ function(tamarok_defaults target)
         target_compile_options(${target} PRIVATE
             -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast -Wnon-virtual-dtor
             -Woverloaded-virtual $<$<BOOL:${TAMAROK_WERROR}>:-Werror>)
+        # One set of objects serves the static and the shared libraries. Visible is what public headers declare.
+        if(NOT WIN32)
+            target_compile_options(${target} PRIVATE -fPIC -fvisibility=hidden -fvisibility-inlines-hidden)
+        endif()
     elseif(MSVC)
-        target_compile_options(${target} PRIVATE /utf-8 /W4 /permissive- $<$<BOOL:${TAMAROK_WERROR}>:/WX>)
+        target_compile_options(${target} PRIVATE /utf-8 /W4 /wd4068 /permissive- $<$<BOOL:${TAMAROK_WERROR}>:/WX>)
     endif()
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         # Lets the compiler cache see what a precompiled header holds.

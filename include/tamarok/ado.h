@@ -12,6 +12,8 @@
 #include "tamarok/object.h"
 #include "tamarok/variant.h"
 
+#pragma GCC visibility push(default)
+
 /// The recordset model: connection, recordset, field, command, under their familiar names and numbers. A back
 /// end implements `Session` and `Cursor` of ado_backend.h; the model works with any.
 namespace tamarok::ado {
@@ -379,3 +381,5 @@ private:
 };
 
 } // namespace tamarok::ado
+
+#pragma GCC visibility pop

@@ -9,6 +9,8 @@
 
 #include "tamarok/ado.h"
 
+#pragma GCC visibility push(default)
+
 /// The interface of a database back end: a session and a cursor.
 namespace tamarok::ado {
 
@@ -113,3 +115,5 @@ public:
 };
 
 } // namespace tamarok::ado
+
+#pragma GCC visibility pop

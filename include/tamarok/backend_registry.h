@@ -8,6 +8,8 @@
 
 #include "tamarok/ado.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok::errors {
 inline constexpr std::int32_t providerNotFound = 3706; ///< No back end is registered for a connection text.
 } // namespace tamarok::errors
@@ -57,3 +59,5 @@ private:
 };
 
 } // namespace tamarok::ado
+
+#pragma GCC visibility pop

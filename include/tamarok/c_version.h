@@ -2,6 +2,8 @@
 
 #include <string>
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 /// The version of the library. The class has no state.
@@ -12,3 +14,5 @@ public:
 };
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

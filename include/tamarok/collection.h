@@ -8,6 +8,8 @@
 #include "tamarok/object.h"
 #include "tamarok/variant.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 /// An ordered list of values, each with an optional key. Positions begin at 1; keys compare without regard to case.
@@ -41,3 +43,5 @@ private:
 };
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 /// Rows of texts in columns, such as the items of a list view. A collection of items that offers it beside its members
@@ -28,3 +30,5 @@ protected:
 };
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

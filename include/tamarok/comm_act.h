@@ -5,6 +5,8 @@
 
 #include "tamarok/string_array.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 /// Parameter files and the action protocol. The class has no state. Files are those of the thread's platform
@@ -68,3 +70,5 @@ public:
 };
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

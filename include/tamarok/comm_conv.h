@@ -9,6 +9,8 @@
 #include "tamarok/ado.h"
 #include "tamarok/variant.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 struct TmkVar;
@@ -77,3 +79,5 @@ private:
 };
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

@@ -11,6 +11,8 @@
 #include "tamarok/tmkvar.h"
 #include "tamarok/variant.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 /// The columns of lists, and the SQL that lists consist of. A column is known by its list type and an id;
@@ -281,3 +283,5 @@ public:
 };
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

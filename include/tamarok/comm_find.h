@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 /// Counts occurrences of a substring and extracts the n-th field of a separated text.
@@ -23,3 +25,5 @@ public:
 };
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

@@ -8,6 +8,8 @@
 #include "tamarok/string_array.h"
 #include "tamarok/tmkvar.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 /// The question with up to five buttons, the progress window and the map dialog. All of them are Error 91 if the
@@ -54,3 +56,5 @@ public:
 };
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

@@ -10,6 +10,8 @@
 #include "tamarok/tmkvar.h"
 #include "tamarok/variant.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 /// Reads values: fields, single values of tables, options of the installation. Filters the input of text
@@ -196,3 +198,5 @@ public:
 };
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

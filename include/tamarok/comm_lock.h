@@ -8,6 +8,8 @@
 #include "tamarok/ado.h"
 #include "tamarok/variant.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 struct TmkVar;
@@ -98,3 +100,5 @@ public:
 };
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

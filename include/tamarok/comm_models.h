@@ -5,6 +5,8 @@
 #include "tamarok/object.h"
 #include "tamarok/tmkvar.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 /// Saves and restores the widths of the columns of a control, in table MODELS under the name STANDARD. The class has no
@@ -35,3 +37,5 @@ public:
 };
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

@@ -9,6 +9,8 @@
 #include "tamarok/tmkvar.h"
 #include "tamarok/variant.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 /// Writes values: SQL fragments, single columns, options of the installation. The class has no state.
@@ -214,3 +216,5 @@ public:
 };
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

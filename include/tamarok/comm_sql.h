@@ -6,6 +6,8 @@
 
 #include "tamarok/tmkvar.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 /// Look-ups about users, access levels and options, each one query. The class has no state. Names are inserted
@@ -49,3 +51,5 @@ public:
 };
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

@@ -11,6 +11,8 @@
 #include "tamarok/tmkvar.h"
 #include "tamarok/variant.h"
 
+#pragma GCC visibility push(default)
+
 /// The class map: describes every public operation once, in slot order, and calls it by name with the
 /// argument conversions of a late-bound call.
 namespace tamarok::component {
@@ -120,3 +122,5 @@ Variant invoke(std::string_view className, std::string_view operation, std::span
 ObjectRef makeRecordObject(TmkVar& record);
 
 } // namespace tamarok::component
+
+#pragma GCC visibility pop

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 /// Connection texts: "Name=value;Name=value", such as "Provider=Tamarok.Embedded;Data Source=demo.db".
 namespace tamarok::ado {
 
@@ -30,3 +32,5 @@ std::optional<std::string> connectionProperty(std::string_view text, std::string
 std::string connectionValue(std::string_view value);
 
 } // namespace tamarok::ado
+
+#pragma GCC visibility pop

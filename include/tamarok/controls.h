@@ -11,6 +11,8 @@
 #include "tamarok/object.h"
 #include "tamarok/variant.h"
 
+#pragma GCC visibility push(default)
+
 /// Headless controls. They behave as real controls do, as far as the library needs it, without a window. Their
 /// members are also reached by name, compared without regard to case. Sizes and positions are single-precision numbers
 /// in twips; by name they are Doubles.
@@ -238,3 +240,5 @@ void typeKey(TextEntry& box, char32_t key, const KeyFilter& filter = {});
 void typeText(TextEntry& box, std::string_view text, const KeyFilter& filter = {});
 
 } // namespace tamarok::controls
+
+#pragma GCC visibility pop

@@ -12,6 +12,8 @@
 #include "tamarok/regional.h"
 #include "tamarok/variant.h"
 
+#pragma GCC visibility push(default)
+
 /// Conversions between values and text, and between types. All conversions of the library are here;
 /// patterns are in format.h. Functions without a `Regional` use the regional settings of the calling
 /// thread's platform.
@@ -132,3 +134,5 @@ inline double nearestEven(double number) noexcept
 }
 
 } // namespace tamarok::convert
+
+#pragma GCC visibility pop

@@ -3,6 +3,8 @@
 #include <compare>
 #include <cstdint>
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 /// A point in time as the component interface carries it: days since 30 December 1899 and the time of day as
@@ -90,3 +92,5 @@ void setTimeOfDay(CivilTime& parts, std::int32_t milliseconds) noexcept;
 Date joinDate(std::int32_t dayNumber, std::int32_t milliseconds) noexcept;
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 /// Order of day, month and year in a date of three numbers, named as SET DATEFORMAT of the database names them.
@@ -9,3 +11,5 @@ namespace tamarok {
 enum class DateOrder : std::uint8_t { Mdy, Dmy, Ymd, Ydm, Myd, Dym };
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

@@ -8,6 +8,8 @@
 
 #include "tamarok/convert.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 /// Most significant digits of a decimal form: as many as every double keeps.
@@ -65,3 +67,5 @@ inline bool isMeasure(double magnitude, std::uint64_t& scaled) noexcept
 DecimalDigits decimalDigits(double number) noexcept;
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

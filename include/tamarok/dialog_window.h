@@ -5,6 +5,8 @@
 
 #include "tamarok/object.h"
 
+#pragma GCC visibility push(default)
+
 /// Windows of the library's dialogs. A presenter of the core decides what a dialog shows and does; a window shows it
 /// and tells the presenter what the user does. Controls go by their names, such as "cmdOk". Sizes and positions are in
 /// twips.
@@ -82,3 +84,5 @@ public:
 };
 
 } // namespace tamarok::dialogs
+
+#pragma GCC visibility pop

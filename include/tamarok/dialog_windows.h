@@ -8,6 +8,8 @@
 #include "tamarok/dialog_window.h"
 #include "tamarok/lookup_window.h"
 
+#pragma GCC visibility push(default)
+
 /// The windows of the single dialogs, and their maker.
 namespace tamarok::dialogs {
 
@@ -70,3 +72,5 @@ public:
 };
 
 } // namespace tamarok::dialogs
+
+#pragma GCC visibility pop

@@ -5,6 +5,8 @@
 
 #include "tamarok/date.h"
 
+#pragma GCC visibility push(default)
+
 /// Days of the years 0 to 99, which lie before the range of dates. A form or a script may hold such a day because
 /// it took a year of two digits for the whole year.
 namespace tamarok {
@@ -41,3 +43,5 @@ inline Date fromCivilOrEarly(const CivilTime& civil)
 }
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

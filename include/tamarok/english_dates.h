@@ -6,6 +6,8 @@
 
 #include "tamarok/text.h"
 
+#pragma GCC visibility push(default)
+
 /// English names of months and days: the database's default language, and the words that date texts may use on
 /// a machine of any language.
 namespace tamarok::english {
@@ -41,3 +43,5 @@ inline std::int32_t monthOf(std::string_view word) noexcept
 }
 
 } // namespace tamarok::english
+
+#pragma GCC visibility pop

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 /// The error numbers of the library. A caller may compare `Error::number` with these.
@@ -92,3 +94,5 @@ private:
 };
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

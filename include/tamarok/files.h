@@ -9,6 +9,8 @@
 #include <string>
 #include <string_view>
 
+#pragma GCC visibility push(default)
+
 /// The file operations of a platform.
 ///
 /// In a path "/" and "\" are separators on every system. Every failure is an Error with the platform's usual number and
@@ -100,3 +102,5 @@ private:
 };
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

@@ -8,6 +8,8 @@
 
 #include "tamarok/controls.h"
 
+#pragma GCC visibility push(default)
+
 /// The error number of a form's collection of controls.
 namespace tamarok::errors {
 inline constexpr std::int32_t controlNotFound = 730; ///< A form has no control of that name.
@@ -71,3 +73,5 @@ public:
 };
 
 } // namespace tamarok::controls
+
+#pragma GCC visibility pop

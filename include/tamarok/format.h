@@ -6,6 +6,8 @@
 #include "tamarok/regional.h"
 #include "tamarok/variant.h"
 
+#pragma GCC visibility push(default)
+
 /// Formatting by number and date patterns.
 namespace tamarok::format {
 
@@ -62,3 +64,5 @@ std::string value(double value, std::string_view pattern, const Regional& region
 std::string decimalSeparator(const Regional& regional);
 
 } // namespace tamarok::format
+
+#pragma GCC visibility pop

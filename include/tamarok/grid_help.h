@@ -5,6 +5,8 @@
 
 #include "tamarok/tmkvar.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 /// The look-up dialogs behind code fields. By name the class is "GridHelp", which in C++ would be the name of its
@@ -37,3 +39,5 @@ public:
 };
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

@@ -11,6 +11,8 @@
 
 #include "tamarok/controls.h"
 
+#pragma GCC visibility push(default)
+
 /// The error numbers of grids.
 namespace tamarok::errors {
 inline constexpr std::int32_t invalidRow = 30009;    ///< A flex grid has no row of this number.
@@ -150,3 +152,5 @@ private:
 };
 
 } // namespace tamarok::controls
+
+#pragma GCC visibility pop

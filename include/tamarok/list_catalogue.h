@@ -4,6 +4,8 @@
 #include <string_view>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 /// Queries about the list types as a whole. The columns and clauses of one type are operations of Comm_CSel.
 namespace tamarok::catalogue {
 
@@ -35,3 +37,5 @@ ListTypeInfo listTypeInfo(std::string_view key);
 std::vector<ColumnInfo> columnsOf(std::string_view key);
 
 } // namespace tamarok::catalogue
+
+#pragma GCC visibility pop

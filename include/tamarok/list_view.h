@@ -12,6 +12,8 @@
 #include "tamarok/column_texts.h"
 #include "tamarok/controls.h"
 
+#pragma GCC visibility push(default)
+
 /// The error numbers of the collections of controls.
 namespace tamarok::errors {
 inline constexpr std::int32_t elementIndexOutOfBounds = 35600; ///< A collection has no position of this number.
@@ -283,3 +285,5 @@ private:
 };
 
 } // namespace tamarok::controls
+
+#pragma GCC visibility pop

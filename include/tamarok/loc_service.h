@@ -6,6 +6,8 @@
 
 #include "tamarok/object.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 struct TmkVar;
@@ -36,3 +38,5 @@ public:
 };
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

@@ -10,6 +10,8 @@
 #include "tamarok/date.h"
 #include "tamarok/dialog_window.h"
 
+#pragma GCC visibility push(default)
+
 /// The window of the lookup, which is a date picker too.
 namespace tamarok::dialogs {
 
@@ -88,3 +90,5 @@ public:
 };
 
 } // namespace tamarok::dialogs
+
+#pragma GCC visibility pop

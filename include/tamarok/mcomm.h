@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string_view>
 
+#pragma GCC visibility push(default)
+
 namespace tamarok::mComm {
 
 /// Shows a message box of the thread's platform and waits for a button.
@@ -17,3 +19,5 @@ std::int16_t ShowMessage(std::string_view strPrompt, std::int32_t lngButtons, st
                          std::string_view strHelpFile = {}, std::int32_t lngContext = 0);
 
 } // namespace tamarok::mComm
+
+#pragma GCC visibility pop

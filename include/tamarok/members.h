@@ -11,6 +11,8 @@
 #include "tamarok/text.h"
 #include "tamarok/variant.h"
 
+#pragma GCC visibility push(default)
+
 /// Late binding by tables: one row for each member of a class. `Object::get`, `put` and `call` of a class
 /// look the member up and run its handler; a class that extends another one passes unknown names on to it.
 namespace tamarok {
@@ -113,3 +115,5 @@ inline const Variant* optionalArgument(std::span<const Variant> arguments, std::
 }
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 class Variant;
@@ -69,3 +71,5 @@ using ObjectRef = std::shared_ptr<Object>;
 Object& require(const ObjectRef& object, std::string_view what);
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

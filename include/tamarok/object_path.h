@@ -8,6 +8,8 @@
 #include "tamarok/object.h"
 #include "tamarok/variant.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 /// One step of a dotted name: a member and the arguments in its parentheses.
@@ -34,3 +36,5 @@ void putPath(const ObjectRef& root, std::string_view path, const Variant& value)
 Variant callPath(const ObjectRef& root, std::string_view path, std::span<Variant> args);
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

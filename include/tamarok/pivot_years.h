@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#pragma GCC visibility push(default)
+
 /// Years of two digits. Three rules exist, and all three are required by the contract: a text may be read by one
 /// and printed or stored by another. Do not make them one.
 namespace tamarok::pivot {
@@ -33,3 +35,5 @@ static_assert(databaseText.fullYear(49) == 2049 && databaseText.fullYear(50) == 
 static_assert(fullYearOperation.fullYear(50) == 2050 && fullYearOperation.fullYear(51) == 1951);
 
 } // namespace tamarok::pivot
+
+#pragma GCC visibility pop

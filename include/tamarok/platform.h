@@ -10,6 +10,8 @@
 #include "tamarok/files.h"
 #include "tamarok/regional.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 class LocService;
@@ -132,3 +134,5 @@ private:
 };
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

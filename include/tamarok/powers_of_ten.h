@@ -2,6 +2,8 @@
 
 #include <array>
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 /// The powers of ten that a double holds exactly, 10^0 to 10^22.
@@ -9,3 +11,5 @@ inline constexpr std::array powersOfTen{1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,
                                         1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

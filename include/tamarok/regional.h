@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 /// The regional settings of all conversions between text and values. Plain data: a caller may change any
@@ -42,3 +44,5 @@ struct Regional {
 };
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

@@ -6,6 +6,8 @@
 
 #include "tamarok/regional.h"
 
+#pragma GCC visibility push(default)
+
 /// The volume of round wood by its numbers. `Comm_Set::CalculateRundKubatur` takes them as entry texts.
 namespace tamarok::timber {
 
@@ -37,3 +39,5 @@ std::string roundWoodVolume(const RoundWood& wood, std::string_view pattern, std
                             const Regional& regional);
 
 } // namespace tamarok::timber
+
+#pragma GCC visibility pop

@@ -11,6 +11,8 @@
 #include "tamarok/dialog_windows.h"
 #include "tamarok/variant.h"
 
+#pragma GCC visibility push(default)
+
 /// Windows without pixels that act by a script in place of a user. They show the same as a real window: each has its
 /// controls as headless ones, which a script reads by dotted names.
 namespace tamarok::dialogs {
@@ -84,3 +86,5 @@ private:
 };
 
 } // namespace tamarok::dialogs
+
+#pragma GCC visibility pop

@@ -3,6 +3,8 @@
 #include <span>
 #include <string_view>
 
+#pragma GCC visibility push(default)
+
 namespace tamarok::selections {
 
 /// One base selection: the key that a code field of the application asks for, and its statement. The
@@ -30,3 +32,5 @@ std::span<const Selection> all() noexcept;
 const Selection* find(std::string_view key) noexcept;
 
 } // namespace tamarok::selections
+
+#pragma GCC visibility pop

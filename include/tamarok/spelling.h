@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 /// Help for misspelt words in error messages.
 namespace tamarok::spelling {
 
@@ -38,3 +40,5 @@ std::string suggestionByName(std::string_view word, const Rows& rows)
 }
 
 } // namespace tamarok::spelling
+
+#pragma GCC visibility pop

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 /// An array of texts whose first index an operation sets, such as 1. The class map hands it to the caller with that
@@ -16,3 +18,5 @@ struct StringArray {
 };
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#pragma GCC visibility push(default)
+
 /// Text in UTF-8. Lengths, counts and positions are in characters, that is code points, never in bytes.
 /// Positions begin at 1; position 0 means "not found". A byte that is not part of valid UTF-8 counts as one
 /// character. The functions do not fail, except for want of memory.
@@ -70,3 +72,5 @@ char32_t decode(std::string_view text, std::size_t& offset) noexcept;
 void append(std::string& text, char32_t character);
 
 } // namespace tamarok::text
+
+#pragma GCC visibility pop

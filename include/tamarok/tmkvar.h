@@ -10,6 +10,8 @@
 #include "tamarok/object.h"
 #include "tamarok/variant.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 /// The session record. The application fills it at login and passes it by reference; the library only reads
@@ -61,3 +63,5 @@ std::span<const TmkVarField> tmkVarFields() noexcept;
 const TmkVarField* findTmkVarField(std::string_view name) noexcept;
 
 } // namespace tamarok
+
+#pragma GCC visibility pop

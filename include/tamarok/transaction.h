@@ -4,6 +4,8 @@
 
 #include "tamarok/ado.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok::ado {
 
 /// A transaction of a connection that is rolled back at its end unless it was committed.
@@ -38,3 +40,5 @@ private:
 };
 
 } // namespace tamarok::ado
+
+#pragma GCC visibility pop

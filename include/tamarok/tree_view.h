@@ -9,6 +9,8 @@
 
 #include "tamarok/controls.h"
 
+#pragma GCC visibility push(default)
+
 /// A tree without a window, as the tree dialog has it.
 namespace tamarok::controls {
 
@@ -80,3 +82,5 @@ private:
 };
 
 } // namespace tamarok::controls
+
+#pragma GCC visibility pop

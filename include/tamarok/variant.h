@@ -11,6 +11,8 @@
 #include "tamarok/date.h"
 #include "tamarok/object.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok {
 
 /// The Boolean of the component interface: 16 bits, true is -1 and false is 0.
@@ -164,4 +166,10 @@ private:
     std::vector<Variant> elements_;
 };
 
+// A friend declaration within a class alone leaves them hidden in a shared library.
+bool operator==(const Variant& a, const Variant& b);
+bool operator==(const VariantArray& a, const VariantArray& b);
+
 } // namespace tamarok
+
+#pragma GCC visibility pop

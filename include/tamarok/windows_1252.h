@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <optional>
 
+#pragma GCC visibility push(default)
+
 /// The code page Windows-1252. Its five unassigned bytes stand for the control characters of the same number, so that
 /// all 256 bytes come back as they were.
 namespace tamarok::windows1252 {
@@ -14,3 +16,5 @@ char32_t fromByte(std::uint8_t byte) noexcept;
 std::optional<std::uint8_t> toByte(char32_t character) noexcept;
 
 } // namespace tamarok::windows1252
+
+#pragma GCC visibility pop

@@ -4,6 +4,8 @@
 #include <functional>
 #include <string_view>
 
+#pragma GCC visibility push(default)
+
 namespace tamarok::database {
 
 /// Progress of `createReferenceDatabase` and of moves.
@@ -18,3 +20,5 @@ struct Progress {
 using ProgressListener = std::function<void(const Progress&)>;
 
 } // namespace tamarok::database
+
+#pragma GCC visibility pop

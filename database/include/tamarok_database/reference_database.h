@@ -5,6 +5,8 @@
 
 #include "tamarok/ado.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok::database {
 
 /// Fills an empty database with tables and indexes, texts in three languages, master data, timber lists
@@ -18,3 +20,5 @@ void createReferenceDatabase(ado::Connection& connection, const ReferenceOptions
 void createMasterDatabase(ado::Connection& connection, const ProgressListener& progress = {});
 
 } // namespace tamarok::database
+
+#pragma GCC visibility pop

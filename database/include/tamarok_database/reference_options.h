@@ -4,6 +4,8 @@
 
 #include "tamarok/date.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok::database {
 
 /// Size and contents of a reference database.
@@ -15,3 +17,5 @@ struct ReferenceOptions {
 };
 
 } // namespace tamarok::database
+
+#pragma GCC visibility pop

@@ -2,6 +2,8 @@
 
 #include "tamarok/ado.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok::database {
 
 /// Creates all tables of the reference schema without their indexes.
@@ -14,3 +16,5 @@ void createTables(ado::Connection& connection);
 void createIndexes(ado::Connection& connection);
 
 } // namespace tamarok::database
+
+#pragma GCC visibility pop

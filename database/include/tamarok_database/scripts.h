@@ -3,6 +3,8 @@
 #include <string_view>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 namespace tamarok::database {
 
 /// A stored procedure.
@@ -19,3 +21,5 @@ std::vector<ProcedureScript> procedureScripts();
 std::string_view scriptOfTable(std::string_view table);
 
 } // namespace tamarok::database
+
+#pragma GCC visibility pop

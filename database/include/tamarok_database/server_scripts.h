@@ -6,6 +6,8 @@
 
 #include "tamarok/ado.h"
 
+#pragma GCC visibility push(default)
+
 /// The reference database as scripts for SQL Server 2012 and later, and for the open T-SQL server. They may run any
 /// number of times: what is there stays.
 namespace tamarok::database {
@@ -29,3 +31,5 @@ std::vector<ServerScript> serverScripts(const ado::ConnectionRef& master);
 void runScript(ado::Connection& connection, std::string_view script);
 
 } // namespace tamarok::database
+
+#pragma GCC visibility pop

@@ -10,6 +10,8 @@
 
 #include "tamarok/ado.h"
 
+#pragma GCC visibility push(default)
+
 /// Moves whole databases between the embedded database and a T-SQL server.
 namespace tamarok::database {
 
@@ -89,3 +91,5 @@ Move moveDatabase(Store& source, Store& target, const ProgressListener& progress
 Move loadReferenceDatabase(Store& sample, Store& server, const ProgressListener& progress = {});
 
 } // namespace tamarok::database
+
+#pragma GCC visibility pop

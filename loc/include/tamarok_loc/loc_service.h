@@ -4,6 +4,8 @@
 
 #include "tamarok/loc_service.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok::loc {
 
 /// Makes the language and procedure service over table STRINGS of the session's connection.
@@ -26,3 +28,5 @@ namespace tamarok::loc {
 std::unique_ptr<LocService> makeLocService();
 
 } // namespace tamarok::loc
+
+#pragma GCC visibility pop

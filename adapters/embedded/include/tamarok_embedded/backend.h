@@ -4,6 +4,8 @@
 
 #include "tamarok/backend_registry.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok::embedded {
 
 /// The name of the embedded database in the property Provider of a connection text.
@@ -13,3 +15,5 @@ inline constexpr std::string_view provider = "Tamarok.Embedded";
 void registerBackend(ado::BackendRegistry& registry);
 
 } // namespace tamarok::embedded
+
+#pragma GCC visibility pop

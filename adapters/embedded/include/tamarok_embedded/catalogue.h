@@ -6,6 +6,8 @@
 
 #include "tamarok/ado.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok::embedded {
 
 /// The tables and views of an embedded database with the declared types of their columns, in the order of the names;
@@ -14,3 +16,5 @@ namespace tamarok::embedded {
 std::vector<tsql::Table> tables(ado::Connection& connection);
 
 } // namespace tamarok::embedded
+
+#pragma GCC visibility pop

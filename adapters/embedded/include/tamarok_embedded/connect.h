@@ -10,6 +10,8 @@
 
 #include "tamarok/ado.h"
 
+#pragma GCC visibility push(default)
+
 /// The embedded database: one file, opened by any number of connections of any number of processes
 /// of one machine. SQLite keeps two files with the suffixes "-wal" and "-shm" beside it while the database is
 /// open. The file with the suffix "-locks" holds no data: its bytes represent rows, and a row lock is a lock on a byte.
@@ -64,3 +66,5 @@ ado::ConnectionRef connectInMemory(const OpenOptions& options = {});
 std::string translate(ado::Connection& connection, std::string_view statement);
 
 } // namespace tamarok::embedded
+
+#pragma GCC visibility pop

@@ -6,6 +6,8 @@
 
 #include "tamarok/ado.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok::embedded {
 
 /// A database that is being filled. It grows under a name of its own beside the wanted one and takes that when it is
@@ -43,3 +45,5 @@ private:
 };
 
 } // namespace tamarok::embedded
+
+#pragma GCC visibility pop

@@ -10,6 +10,8 @@
 
 #include "tamarok/variant.h"
 
+#pragma GCC visibility push(default)
+
 /// Stored procedures of the embedded database: native code in place of the server's T-SQL.
 namespace tamarok::embedded {
 
@@ -60,3 +62,5 @@ private:
 ProcedureRegistry builtInProcedures();
 
 } // namespace tamarok::embedded
+
+#pragma GCC visibility pop

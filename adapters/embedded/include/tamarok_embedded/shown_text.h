@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#pragma GCC visibility push(default)
+
 namespace tamarok::embedded {
 
 /// A text for a message: control characters are written as the code of each byte, such as `\x1B`, so that a file name
@@ -10,3 +12,5 @@ namespace tamarok::embedded {
 std::string shownText(std::string_view text);
 
 } // namespace tamarok::embedded
+
+#pragma GCC visibility pop

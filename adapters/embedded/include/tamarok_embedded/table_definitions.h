@@ -7,6 +7,8 @@
 
 #include "tamarok/ado.h"
 
+#pragma GCC visibility push(default)
+
 /// What a program must know to move an embedded database elsewhere, or into one.
 namespace tamarok::embedded {
 
@@ -23,3 +25,5 @@ std::int64_t lastIdentity(ado::Connection& connection, std::string_view table);
 void raiseIdentity(ado::Connection& connection, std::string_view table, std::int64_t number);
 
 } // namespace tamarok::embedded
+
+#pragma GCC visibility pop

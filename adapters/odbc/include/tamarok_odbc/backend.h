@@ -4,6 +4,8 @@
 
 #include "tamarok/backend_registry.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok::odbc {
 
 /// The name of the back end in the property Provider of a connection text.
@@ -14,3 +16,5 @@ inline constexpr std::string_view provider = "Tamarok.Odbc";
 void registerBackend(ado::BackendRegistry& registry);
 
 } // namespace tamarok::odbc
+
+#pragma GCC visibility pop

@@ -4,6 +4,8 @@
 
 #include "tamarok/ado.h"
 
+#pragma GCC visibility push(default)
+
 /// Connections to a server through its ODBC driver: SQL Server, the open T-SQL server on PostgreSQL, PostgreSQL,
 /// SQLite.
 namespace tamarok::odbc {
@@ -31,3 +33,5 @@ ado::ConnectionRef connectText(std::string_view connectionText);
 void requireDateFormat(ado::Connection& connection, std::string_view strDateFormat);
 
 } // namespace tamarok::odbc
+
+#pragma GCC visibility pop

@@ -5,6 +5,8 @@
 
 #include "tamarok/date_order.h"
 
+#pragma GCC visibility push(default)
+
 namespace tamarok::tsql {
 
 using tamarok::DateOrder;
@@ -16,3 +18,5 @@ std::optional<DateOrder> parseDateOrder(std::string_view name) noexcept;
 std::string_view dateOrderName(DateOrder order) noexcept;
 
 } // namespace tamarok::tsql
+
+#pragma GCC visibility pop

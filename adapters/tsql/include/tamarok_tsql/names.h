@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
+#pragma GCC visibility push(default)
+
 /// Names of tables and columns compare without regard to case: ASCII letters and the letters of
 /// Latin-1 (ä, ö, ü, ...), which are all letters that names of this system contain.
 namespace tamarok::tsql {
@@ -60,3 +62,5 @@ struct Name {
 };
 
 } // namespace tamarok::tsql
+
+#pragma GCC visibility pop

@@ -7,6 +7,8 @@
 
 #include "tamarok_tsql/types.h"
 
+#pragma GCC visibility push(default)
+
 /// The tables and columns that a statement may name. A back end fills them in.
 namespace tamarok::tsql {
 
@@ -39,3 +41,5 @@ public:
 };
 
 } // namespace tamarok::tsql
+
+#pragma GCC visibility pop

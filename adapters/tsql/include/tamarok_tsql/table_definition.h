@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#pragma GCC visibility push(default)
+
 /// The definition of a table as a database tells it, and the statements that make the same table elsewhere.
 namespace tamarok::tsql {
 
@@ -57,3 +59,5 @@ std::string createIndexText(const TableDefinition& table, const TableIndex& inde
 bool isPlainDefault(std::string_view value) noexcept;
 
 } // namespace tamarok::tsql
+
+#pragma GCC visibility pop

@@ -5,6 +5,8 @@
 
 #include "tamarok_tsql/types.h"
 
+#pragma GCC visibility push(default)
+
 /// The server's rules on the types of operations. The binder types expressions with them, and the translation decides
 /// by them where a conversion is needed.
 namespace tamarok::tsql {
@@ -90,3 +92,5 @@ constexpr Type makeDecimal(int precision, int scale)
 }
 
 } // namespace tamarok::tsql
+
+#pragma GCC visibility pop

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#pragma GCC visibility push(default)
+
 namespace tamarok::tsql {
 
 /// Types of the server as the front end reasons about them.
@@ -53,3 +55,5 @@ Type parseDeclaredType(std::string_view declaration);
 std::string declaredText(const Type& type);
 
 } // namespace tamarok::tsql
+
+#pragma GCC visibility pop

@@ -1,0 +1,4 @@
+WScript.Echo "before the loop"
+Do While True
+Loop
+Finish

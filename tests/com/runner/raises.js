@@ -1,0 +1,3 @@
+WScript.Echo("before the error");
+throw new Error(5, "a text");
+finish();

@@ -1,0 +1,3 @@
+WScript.Echo "before the error"
+Err.Raise 5, "here", "a text"
+Finish

@@ -1,0 +1,2 @@
+Finish
+WScript.Echo "more"

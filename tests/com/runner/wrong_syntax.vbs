@@ -1,0 +1,2 @@
+WScript.Echo "no closing quote
+Finish

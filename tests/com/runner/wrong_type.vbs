@@ -1,0 +1,2 @@
+Expect "a number", 1, "1"
+Finish

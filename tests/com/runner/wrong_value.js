@@ -1,0 +1,2 @@
+expect("a sum", 1 + 1, "2");
+finish();
