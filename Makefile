@@ -3,7 +3,7 @@
 PRESET ?= release
 BUILD := build/$(PRESET)
 
-.PHONY: all packages demo workbench test check chaos sanitize fuzz core-only test-windows package test-packages bench install format tidy clean help
+.PHONY: all packages demo workbench test check chaos sanitize fuzz core-only windows test-windows package test-packages bench install format tidy clean help
 
 all: ## build into build/release (another preset: PRESET=debug)
 	@sh scripts/build $(PRESET)
@@ -34,6 +34,9 @@ fuzz: ## run every fuzz target for FUZZ_SECONDS (20) each, with the seed FUZZ_SE
 
 core-only: ## build and test the core with nothing but the standard library
 	@sh scripts/test core-only
+
+windows: ## build the DLLs for Windows, 32 and 64 bits, into build/windows
+	@sh scripts/windows
 
 test-windows: ## run the DLLs for Windows under Wine's script host, in chroots of their own
 	@sh scripts/test-windows

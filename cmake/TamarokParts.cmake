@@ -1,9 +1,10 @@
-# tamarok_part(NAME description NEEDS package... [REQUIRES part...])
+# tamarok_part(NAME description [NEEDS package...] [REQUIRES part...] [SYSTEM name])
 # Defines the cache entry TAMAROK_<NAME> with the values AUTO, ON and OFF, and the result
 # TAMAROK_WITH_<NAME>. AUTO builds the part where every package and every required part is there; ON
-# fails the configuration where one is missing. The state is printed.
+# fails the configuration where one is missing. SYSTEM names the only system for which the part is built. The state is
+# printed.
 function(tamarok_part name description)
-    cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "NEEDS;REQUIRES")
+    cmake_parse_arguments(PARSE_ARGV 2 arg "" "SYSTEM" "NEEDS;REQUIRES")
     set(wish_default AUTO)
     if(NOT PROJECT_IS_TOP_LEVEL AND NOT name STREQUAL "EMBEDDED")
         set(wish_default OFF)
@@ -33,6 +34,9 @@ function(tamarok_part name description)
                 list(APPEND missing "TAMAROK_${part}")
             endif()
         endforeach()
+        if(arg_SYSTEM AND NOT CMAKE_SYSTEM_NAME STREQUAL arg_SYSTEM)
+            list(APPEND missing ${arg_SYSTEM})
+        endif()
         if(missing)
             list(JOIN missing ", " missing)
             if(wish STREQUAL "ON")

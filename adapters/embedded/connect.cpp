@@ -7,6 +7,7 @@
 #include "failures.h"
 #include "file_checks.h"
 #include "opening.h"
+#include "path_text.h"
 #include "session.h"
 #include "tamarok_embedded/catalogue.h"
 
@@ -44,17 +45,17 @@ ado::ConnectionRef openConnection(const DatabasePath& path, const OpenOptions& o
 
 ado::ConnectionRef connect(const std::filesystem::path& file, const OpenOptions& options)
 {
-    const DatabasePath path = resolvePath(file.string());
+    const DatabasePath path = resolvePath(textOf(file));
     if (options.mode == OpenMode::Create) {
         createDatabaseFile(path);
     }
-    return openConnection(path, options, composeConnectionText(file.string(), options));
+    return openConnection(path, options, composeConnectionText(textOf(file), options));
 }
 
 ado::ConnectionRef connectText(std::string_view connectionText)
 {
     const ConnectionTarget target = parseConnectionText(connectionText);
-    return connect(target.file, target.options);
+    return connect(pathOf(target.file), target.options);
 }
 
 ado::ConnectionRef connectInMemory(const OpenOptions& options)

@@ -11,6 +11,7 @@
 #include "failures.h"
 #include "file_checks.h"
 #include "layout_update.h"
+#include "system_files.h"
 #include "tamarok_embedded/connect.h"
 #include "tamarok_embedded/shown_text.h"
 #include "text_joins.h"
@@ -185,7 +186,10 @@ std::optional<ReadingFile::Way> Database::tryReading(ReadingFile::Way way)
         }
         throw;
     }
-    reading_->dropCopy();
+    std::unique_ptr<PrivateCopy> copy = reading_->takeCopy();
+    if (copy && !openFilesCanLoseNames()) {
+        copies_.push_back(std::move(copy));
+    }
     return reading_->isOutdated() ? std::optional{Way::Shared} : std::nullopt;
 }
 

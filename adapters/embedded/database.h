@@ -5,6 +5,7 @@
 #include <sqlite3.h>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "database_path.h"
 #include "deadline.h"
@@ -97,8 +98,9 @@ private:
     OpenMode mode_;
     Deadline deadline_;
     FunctionContext functions_;
-    std::optional<ReadingFile> reading_; ///< of a connection that only reads
-    bool isOpen_ = false;                ///< false after a reopening that failed
+    std::optional<ReadingFile> reading_;               ///< of a connection that only reads
+    bool isOpen_ = false;                              ///< false after a reopening that failed
+    std::vector<std::unique_ptr<PrivateCopy>> copies_; ///< which the system does not remove before they are closed
     std::unique_ptr<sqlite3, CloseHandle> handle_;
 };
 

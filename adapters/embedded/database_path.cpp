@@ -1,11 +1,11 @@
 #include "database_path.h"
 
-#include <cerrno>
 #include <filesystem>
-#include <sys/stat.h>
 #include <system_error>
 
 #include "failures.h"
+#include "path_text.h"
+#include "system_files.h"
 
 namespace tamarok::embedded {
 
@@ -15,8 +15,8 @@ namespace fs = std::filesystem;
 
 bool isLink(const std::string& path)
 {
-    struct stat status {};
-    return ::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+    const std::optional<FileStatus> entry = entryOf(path);
+    return entry && entry->kind == FileKind::Link;
 }
 
 } // namespace
@@ -32,29 +32,29 @@ DatabasePath resolvePath(const std::string& file)
         throw openFailure("", "the path is empty");
     }
     std::error_code failed;
-    const fs::path absolute = fs::absolute(file, failed);
+    const fs::path absolute = fs::absolute(pathOf(file), failed);
     if (failed) {
         throw openFailure(file, "the current folder cannot be found: " + failed.message());
     }
-    DatabasePath path{absolute.string(), absolute.string()};
-    const fs::path whole = fs::canonical(absolute, failed);
+    DatabasePath path{textOf(absolute), textOf(absolute)};
+    const std::string whole = realPath(path.shown, failed);
     if (!failed) {
-        path.real = whole.string();
+        path.real = whole;
         return path;
     }
     if (isLink(path.shown)) {
         throw openFailure(path.shown, "the symbolic link leads to no file: " + failed.message());
     }
-    const fs::path folder = fs::canonical(absolute.parent_path(), failed);
+    const std::string folder = realPath(textOf(absolute.parent_path()), failed);
     if (!failed && absolute.has_filename()) {
-        path.real = (folder / absolute.filename()).string();
+        path.real = textOf(pathOf(folder) / absolute.filename());
     }
     return path;
 }
 
 std::string folderOf(const std::string& path)
 {
-    return fs::path{path}.parent_path().string();
+    return textOf(pathOf(path).parent_path());
 }
 
 } // namespace tamarok::embedded

@@ -2,17 +2,13 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <cstdio>
-#include <fcntl.h>
 #include <filesystem>
 #include <string_view>
-#include <sys/random.h>
-#include <system_error>
-#include <unistd.h>
 
 #include "failures.h"
 #include "file_locks.h"
+#include "path_text.h"
+#include "system_files.h"
 #include "tamarok_embedded/shown_text.h"
 
 namespace tamarok::embedded {
@@ -31,9 +27,7 @@ constexpr ByteRange writerByte{std::int64_t{1} << 62U, std::int64_t{1} << 62U};
 std::string randomName(const std::string& target)
 {
     std::array<unsigned char, randomDigits / 2> bytes{};
-    if (::getrandom(bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size())) {
-        throw std::system_error{errno, std::system_category(), "getrandom"};
-    }
+    fillRandom(bytes);
     std::string name = target + std::string{mark};
     for (const unsigned char byte : bytes) {
         name += digits[byte >> 4U];
@@ -57,23 +51,30 @@ bool isDraftName(std::string_view name, std::string_view target)
 /// Removes a draft if nobody holds a lock on it, of whatever kind and place: its writer's or SQLite's.
 void removeIfAbandoned(const std::string& draft)
 {
-    const FileHandle file{::open(draft.c_str(), O_RDWR | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK)};
-    struct stat status {};
-    if (file.isOpen() && ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode) &&
-        tryLockRange(file.get(), everyByte) && hasName(file.get(), draft)) {
-        ::unlink(draft.c_str());
+    std::error_code failed;
+    FileHandle file = openFile(draft, failed);
+    if (!file.isOpen()) {
+        return;
     }
+    const std::optional<FileStatus> status = statusOf(file, failed);
+    if (!status || status->kind != FileKind::Regular || !tryLockRange(file, everyByte) || !hasName(file, draft)) {
+        return;
+    }
+    if (!openFilesCanLoseNames()) {
+        file.close();
+    }
+    removeFile(draft);
 }
 
 /// The folder is looked through in a way that reports no failure: what cannot be seen is left alone.
 void removeAbandoned(const std::string& target)
 {
-    const std::string name = fs::path{target}.filename().string();
+    const std::string name = textOf(pathOf(target).filename());
     std::error_code failed;
-    for (fs::directory_iterator entry{folderOf(target), failed}; !failed && entry != fs::directory_iterator{};
+    for (fs::directory_iterator entry{pathOf(folderOf(target)), failed}; !failed && entry != fs::directory_iterator{};
          entry.increment(failed)) {
-        if (isDraftName(entry->path().filename().string(), name)) {
-            removeIfAbandoned(entry->path().string());
+        if (isDraftName(textOf(entry->path().filename()), name)) {
+            removeIfAbandoned(textOf(entry->path()));
         }
     }
 }
@@ -86,14 +87,15 @@ DraftFile::DraftFile(DatabasePath target) : target_{std::move(target)}
         removeAbandoned(target_.real);
         create();
     } catch (const std::system_error& failed) {
-        fail(failed.code().value());
+        fail(failed.code());
     }
 }
 
 DraftFile::~DraftFile()
 {
     if (!published_) {
-        ::unlink(name_.c_str());
+        file_.close();
+        removeFile(name_);
     }
 }
 
@@ -105,82 +107,62 @@ void DraftFile::create()
             return;
         }
     }
-    fail(EEXIST);
+    fail(std::make_error_code(std::errc::file_exists));
 }
 
 /// False if the name is taken, or another process has taken the file for abandoned before it was locked.
 bool DraftFile::tryName()
 {
     name_ = randomName(target_.real);
-    file_ = FileHandle{::open(name_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666)};
+    std::error_code failed;
+    file_ = createFile(name_, failed);
     if (!file_.isOpen()) {
-        if (errno == EEXIST) {
+        if (failed == std::errc::file_exists) {
             return false;
         }
-        fail(errno);
+        fail(failed);
     }
-    return tryLockRange(file_.get(), writerByte) && hasName(file_.get(), name_);
+    return tryLockRange(file_, writerByte) && hasName(file_, name_);
 }
 
-void DraftFile::takeOwnerAndMode(const struct stat& file) const
+/// The system clears bits of the mode when the owner changes, so that the owner comes first.
+void DraftFile::takeOwnerAndPermissions() const
 {
-    struct stat mine {};
-    if (::fstat(file_.get(), &mine) != 0) {
-        fail(errno);
+    if (const std::error_code failed = giveOwner(file_, target_.real)) {
+        throw createFailure(target_.shown, "its owner and group cannot be given to the new file: " + failed.message());
     }
-    // The system clears bits of the mode when the owner changes, so that the owner comes first.
-    const bool sameOwner = mine.st_uid == file.st_uid && mine.st_gid == file.st_gid;
-    if (!sameOwner && ::fchown(file_.get(), file.st_uid, file.st_gid) != 0) {
-        throw createFailure(target_.shown, "its owner and group cannot be given to the new file: " +
-                                               std::system_category().message(errno));
-    }
-    if (::fchmod(file_.get(), file.st_mode & 0777U) != 0) {
-        fail(errno);
+    if (const std::error_code failed = givePermissions(file_, target_.real)) {
+        fail(failed);
     }
 }
 
 void DraftFile::finish()
 {
-    if (::fsync(file_.get()) != 0) {
-        fail(errno);
+    if (const std::error_code failed = syncFile(file_)) {
+        fail(failed);
     }
     file_.close();
 }
 
 /// The folder's entry is forced to the disk as well; the renaming itself stands if that fails.
-int DraftFile::publish(Existing existing)
+std::error_code DraftFile::publish(Existing existing)
 {
-    int failed = 0;
-    if (existing == Existing::Replace) {
-        failed = ::rename(name_.c_str(), target_.real.c_str());
-    } else {
-        failed = ::renameat2(AT_FDCWD, name_.c_str(), AT_FDCWD, target_.real.c_str(), RENAME_NOREPLACE);
-        if (failed != 0 && (errno == EINVAL || errno == ENOSYS)) {
-            // A file system without that kind of renaming: a link does not replace a file either.
-            failed = ::link(name_.c_str(), target_.real.c_str());
-            if (failed == 0) {
-                ::unlink(name_.c_str());
-            }
-        }
+    const std::error_code failed =
+        existing == Existing::Replace ? renameOver(name_, target_.real) : renameToNew(name_, target_.real);
+    if (!failed) {
+        published_ = true;
+        syncFolder(folderOf(target_.real));
     }
-    if (failed != 0) {
-        return errno;
-    }
-    published_ = true;
-    const FileHandle folder{::open(folderOf(target_.real).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
-    if (folder.isOpen()) {
-        ::fsync(folder.get());
-    }
-    return 0;
+    return failed;
 }
 
-void DraftFile::fail(int code) const
+void DraftFile::fail(std::error_code code) const
 {
-    const std::string reason = std::system_category().message(code);
-    const bool folderClosed = code == EACCES || code == EROFS || code == ENOENT || code == ENOTDIR;
+    const bool folderClosed = code == std::errc::permission_denied || code == std::errc::read_only_file_system ||
+                              code == std::errc::no_such_file_or_directory || code == std::errc::not_a_directory;
     throw createFailure(target_.shown, folderClosed ? "its folder '" + shownText(folderOf(target_.real)) +
-                                                          "' cannot be written: " + reason
-                                                    : reason);
+                                                          "' cannot be written: " + code.message()
+                                                    : code.message());
 }
 
 } // namespace tamarok::embedded

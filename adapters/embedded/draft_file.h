@@ -1,7 +1,7 @@
 #pragma once
 
 #include <string>
-#include <sys/stat.h>
+#include <system_error>
 
 #include "database_path.h"
 #include "file_handle.h"
@@ -23,8 +23,8 @@ public:
     /// The draft's path, with the target's for messages.
     DatabasePath path() const { return {target_.shown, name_}; }
 
-    /// Gives the draft the owner, group and mode of a file. Error 0x80004005 where that is not permitted.
-    void takeOwnerAndMode(const struct stat& file) const;
+    /// Gives the draft the owner, group and permissions of its target. Error 0x80004005 where that is not permitted.
+    void takeOwnerAndPermissions() const;
 
     /// Waits until the draft is on the disk, and gives up its lock. No SQLite connection of this process may have the
     /// file open, since closing it here would drop their locks.
@@ -32,13 +32,13 @@ public:
 
     /// Whether a publication replaces an existing file.
     enum class Existing { Refuse, Replace };
-    /// Renames the draft to its target. @return 0, or the number of the system's error
-    int publish(Existing existing);
+    /// Renames the draft to its target. @return no error, or the system's
+    std::error_code publish(Existing existing);
 
 private:
     void create();
     bool tryName();
-    [[noreturn]] void fail(int code) const;
+    [[noreturn]] void fail(std::error_code code) const;
 
     DatabasePath target_;
     std::string name_;

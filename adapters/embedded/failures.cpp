@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <charconv>
 #include <cstring>
 #include <new>
@@ -10,6 +9,7 @@
 #include <sqlite3.h>
 #include <system_error>
 
+#include "system_files.h"
 #include "tamarok_embedded/shown_text.h"
 #include "translation/step.h"
 
@@ -223,7 +223,7 @@ Error fileFailure(std::int32_t nativeError, std::string_view what, std::string_v
     return failure(nativeError, std::move(text));
 }
 
-/// The errno of the last failure of one file; 0 if there was none.
+/// The system's number of the last failure of one file; 0 if there was none.
 int lastSystemError(sqlite3_file* file)
 {
     int code = 0;
@@ -252,7 +252,7 @@ int systemError(sqlite3* database)
 
 std::string systemReason(int code, std::string_view otherwise)
 {
-    return code != 0 ? std::system_category().message(code) : std::string{otherwise};
+    return code != 0 ? systemErrorOf(code).message() : std::string{otherwise};
 }
 
 /// A refused write. Two of SQLite's codes have other reasons than the rights.
@@ -270,7 +270,7 @@ Error readOnlyFailure(int code, std::string_view path)
 Error readWriteFailure(sqlite3* database, std::string_view path, std::string_view message)
 {
     const int code = systemError(database);
-    if (code == EFBIG || code == EDQUOT || code == ENOSPC) {
+    if (tellsFullDisk(systemErrorOf(code))) {
         return fileFailure(native::diskFull, "Cannot write to the database", path, systemReason(code, message));
     }
     return fileFailure(native::readWriteFailed, "Cannot read or write the database", path, systemReason(code, message));

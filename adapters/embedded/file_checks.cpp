@@ -1,17 +1,15 @@
 #include "file_checks.h"
 
 #include <array>
-#include <cerrno>
 #include <memory>
 #include <optional>
 #include <sqlite3.h>
 #include <string_view>
-#include <sys/stat.h>
 #include <system_error>
-#include <unistd.h>
 
 #include "draft_file.h"
 #include "failures.h"
+#include "system_files.h"
 #include "tamarok_embedded/connect.h"
 #include "tamarok_embedded/shown_text.h"
 
@@ -26,11 +24,6 @@ constexpr std::size_t readVersionOffset = 19;
 constexpr unsigned char logVersion = 2; // of the read version: the file has a write-ahead log
 constexpr std::size_t layoutOffset = 60;
 constexpr std::size_t applicationOffset = 68;
-
-std::string reasonOf(int code)
-{
-    return std::system_category().message(code);
-}
 
 using Header = std::array<unsigned char, headerSize>;
 
@@ -65,15 +58,15 @@ struct CloseDatabase {
 
 /// The status of a regular file with one name. SQLite's log follows the name, so that two names of one file would
 /// have two logs, and would damage it.
-void requireOneName(const DatabasePath& path, const struct stat& status)
+void requireOneName(const DatabasePath& path, const FileStatus& status)
 {
-    if (S_ISDIR(status.st_mode)) {
+    if (status.kind == FileKind::Directory) {
         throw openFailure(path.shown, "it is a directory");
     }
-    if (!S_ISREG(status.st_mode)) {
+    if (status.kind != FileKind::Regular) {
         throw openFailure(path.shown, "it is not a regular file");
     }
-    if (status.st_nlink > 1) {
+    if (status.names > 1) {
         throw openFailure(path.shown,
                           "the file has further names (hard links); its log and its row locks belong to one");
     }
@@ -81,8 +74,8 @@ void requireOneName(const DatabasePath& path, const struct stat& status)
 
 bool isThere(const std::string& file)
 {
-    struct stat status {};
-    return ::lstat(file.c_str(), &status) == 0 && status.st_size > 0;
+    const std::optional<FileStatus> entry = entryOf(file);
+    return entry && entry->size > 0;
 }
 
 } // namespace
@@ -91,27 +84,32 @@ bool isThere(const std::string& file)
 /// database. The folder must be writable for the log and the lock file.
 void checkDatabaseFile(const DatabasePath& path, bool readOnly)
 {
-    struct stat status {};
-    if (::stat(path.real.c_str(), &status) != 0) {
-        throw openFailure(path.shown, errno == ENOENT ? "the file does not exist" : reasonOf(errno));
+    std::error_code failed;
+    const std::optional<FileStatus> status = statusOf(path.real, failed);
+    if (!status) {
+        const bool missing = failed == std::errc::no_such_file_or_directory;
+        throw openFailure(path.shown, missing ? "the file does not exist" : failed.message());
     }
-    requireOneName(path, status);
-    if (::access(path.real.c_str(), readOnly ? R_OK : R_OK | W_OK) != 0) {
-        throw openFailure(path.shown, reasonOf(errno));
+    requireOneName(path, *status);
+    if (const std::error_code refused = checkAccess(path.real, !readOnly)) {
+        throw openFailure(path.shown, refused.message());
     }
-    if (status.st_size == 0) {
+    if (status->size == 0) {
         throw openFailure(path.shown, "the file is empty");
     }
-    if (!readOnly && ::access(folderOf(path.real).c_str(), W_OK | X_OK) != 0) {
-        throw openFailure(path.shown, "its folder cannot be written: " + reasonOf(errno));
+    if (readOnly) {
+        return;
+    }
+    if (const std::error_code refused = checkFolderAccess(folderOf(path.real))) {
+        throw openFailure(path.shown, "its folder cannot be written: " + refused.message());
     }
 }
 
 void checkReplaceable(const DatabasePath& path)
 {
-    struct stat status {};
-    if (::stat(path.real.c_str(), &status) == 0) {
-        requireOneName(path, status);
+    std::error_code failed;
+    if (const std::optional<FileStatus> status = statusOf(path.real, failed)) {
+        requireOneName(path, *status);
     }
 }
 
@@ -160,16 +158,17 @@ void checkLayout(std::int64_t application, std::int64_t layout, const std::strin
 /// opens a half-written file. A file that another process has created meanwhile is not replaced.
 void createDatabaseFile(const DatabasePath& path)
 {
-    struct stat status {};
-    if (::lstat(path.real.c_str(), &status) == 0) {
-        throw createFailure(path.shown, S_ISDIR(status.st_mode) ? "it is a directory" : "the file exists already");
+    if (const std::optional<FileStatus> entry = entryOf(path.real)) {
+        const bool isFolder = entry->kind == FileKind::Directory;
+        throw createFailure(path.shown, isFolder ? "it is a directory" : "the file exists already");
     }
     checkNoLogBeside(path);
     DraftFile draft{path};
     writeEmptyDatabase(draft.path());
     draft.finish();
-    if (const int code = draft.publish(DraftFile::Existing::Refuse); code != 0) {
-        throw createFailure(path.shown, code == EEXIST ? "the file exists already" : reasonOf(code));
+    if (const std::error_code failed = draft.publish(DraftFile::Existing::Refuse)) {
+        throw createFailure(path.shown,
+                            failed == std::errc::file_exists ? "the file exists already" : failed.message());
     }
 }
 

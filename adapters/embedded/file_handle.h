@@ -1,33 +1,39 @@
 #pragma once
 
-#include <unistd.h>
+#include <cstdint>
 #include <utility>
 
 namespace tamarok::embedded {
 
-/// A file descriptor that is closed at the end.
+/// An open file that is closed at the end.
 class FileHandle {
 public:
-    explicit FileHandle(int descriptor = -1) noexcept : descriptor_{descriptor} {}
-    FileHandle(FileHandle&& other) noexcept : descriptor_{std::exchange(other.descriptor_, -1)} {}
+    /// A descriptor, or on Windows a handle as a number.
+    using Native = std::intptr_t;
+
+    explicit FileHandle(Native native = none) noexcept : native_{native} {}
+    FileHandle(FileHandle&& other) noexcept : native_{std::exchange(other.native_, none)} {}
     FileHandle& operator=(FileHandle&& other) noexcept
     {
-        std::swap(descriptor_, other.descriptor_);
+        std::swap(native_, other.native_);
         return *this;
     }
     ~FileHandle() { close(); }
 
-    int get() const noexcept { return descriptor_; }
-    bool isOpen() const noexcept { return descriptor_ >= 0; }
+    Native get() const noexcept { return native_; }
+    bool isOpen() const noexcept { return native_ != none; }
     void close() noexcept
     {
         if (isOpen()) {
-            ::close(std::exchange(descriptor_, -1));
+            closeNative(std::exchange(native_, none));
         }
     }
 
 private:
-    int descriptor_;
+    static constexpr Native none = -1; ///< of all systems
+    static void closeNative(Native native) noexcept;
+
+    Native native_;
 };
 
 } // namespace tamarok::embedded

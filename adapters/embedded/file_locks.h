@@ -2,11 +2,14 @@
 
 #include <cstdint>
 #include <limits>
+#include <map>
 #include <optional>
-#include <string>
 
-/// Locks on byte ranges of files. They belong to the open file description (F_OFD_SETLK): two descriptions of one
-/// process exclude each other, and closing another descriptor of the file does not end them.
+#include "file_handle.h"
+
+/// Locks on byte ranges of files. They belong to the open file: two handles of one process exclude each other, closing
+/// another handle of the file does not end them, and the system ends them with the process. Each system has its own
+/// source: `posix` (F_OFD_SETLK) and `windows` (LockFileEx).
 namespace tamarok::embedded {
 
 /// A range of bytes, both ends included.
@@ -18,17 +21,18 @@ struct ByteRange {
 
 inline constexpr ByteRange everyByte{0, std::numeric_limits<std::int64_t>::max()};
 
-/// Locks a range for this description alone. False if somebody else has locked a part of it.
-/// Throws std::system_error for any other failure.
-bool tryLockRange(int file, ByteRange range);
+/// Positions that a handle has locked, and how often.
+using HeldPositions = std::map<std::int64_t, int>;
 
-/// Ends the locks of this description on a range.
-void unlockRange(int file, ByteRange range) noexcept;
+/// Locks a range for this handle alone. False if somebody else has locked a part of it.
+/// Throws std::system_error for any other failure.
+bool tryLockRange(const FileHandle& file, ByteRange range);
+
+/// Ends the lock of this handle on exactly this range.
+void unlockRange(const FileHandle& file, ByteRange range) noexcept;
 
 /// A locked part of a range that belongs to somebody else. Throws std::system_error if the system cannot tell.
-std::optional<ByteRange> lockedByOthers(int file, ByteRange range);
-
-/// True if the path leads to the open file, and is no symbolic link.
-bool hasName(int file, const std::string& path) noexcept;
+/// @param mine  the positions that this handle has locked
+std::optional<ByteRange> lockedByOthers(const FileHandle& file, ByteRange range, const HeldPositions& mine);
 
 } // namespace tamarok::embedded

@@ -1,13 +1,10 @@
 #include "tamarok_embedded/new_database.h"
 
 #include <array>
-#include <cerrno>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <sys/stat.h>
 #include <system_error>
-#include <unistd.h>
 
 #include "connection_text.h"
 #include "draft_file.h"
@@ -16,6 +13,8 @@
 #include "failures.h"
 #include "file_checks.h"
 #include "opening.h"
+#include "path_text.h"
+#include "system_files.h"
 
 namespace tamarok::embedded {
 
@@ -26,8 +25,8 @@ constexpr std::array<std::string_view, 4> sideEndings{"-wal", "-shm", "-journal"
 
 bool isEmpty(const std::string& file)
 {
-    struct stat status {};
-    return ::lstat(file.c_str(), &status) == 0 && S_ISREG(status.st_mode) && status.st_size == 0;
+    const std::optional<FileStatus> entry = entryOf(file);
+    return entry && entry->kind == FileKind::Regular && entry->size == 0;
 }
 
 /// Connects the single writer of a draft.
@@ -45,17 +44,16 @@ ado::ConnectionRef connectDraft(const DatabasePath& draft)
 /// would drop the connection's locks.
 class NewDatabase::Work {
 public:
-    Work(const std::filesystem::path& file, Existing existing) :
-        target_{resolvePath(file.string())}, existing_{existing}
+    Work(const std::filesystem::path& file, Existing existing) : target_{resolvePath(textOf(file))}, existing_{existing}
     {
         checkTarget();
-        const std::optional<struct stat> old = existingFile();
-        if (old) {
+        const bool replaces = targetExists();
+        if (replaces) {
             const ExclusiveHold probe{target_};
         }
         draft_.emplace(target_);
-        if (old) {
-            draft_->takeOwnerAndMode(*old);
+        if (replaces) {
+            draft_->takeOwnerAndPermissions();
         }
         connection_ = connectDraft(draft_->path());
     }
@@ -63,12 +61,16 @@ public:
     const ado::ConnectionRef& connection() const noexcept { return connection_; }
 
     /// Both files are held during the renaming and until the files beside the old one are gone: nobody comes in
-    /// between who could use them. A file that appears meanwhile is looked at again.
+    /// between who could use them. A file that appears meanwhile is looked at again. A system that refuses to rename
+    /// open files keeps others out itself; there the holds end before the renaming.
     void complete()
     {
         connection_->Close();
         draft_->finish();
-        const ExclusiveHold held{draft_->path()};
+        std::optional<ExclusiveHold> held;
+        if (openFilesCanLoseNames()) {
+            held.emplace(draft_->path());
+        }
         constexpr int attempts = 10;
         for (int attempt = 0; attempt < attempts; ++attempt) {
             if (tryPublish()) {
@@ -82,15 +84,16 @@ private:
     /// What the target must not be. Without an old file a log beside it stands alone.
     void checkTarget() const
     {
-        struct stat status {};
-        if (::stat(target_.real.c_str(), &status) != 0) {
-            if (errno != ENOENT) {
-                throw createFailure(target_.shown, std::system_category().message(errno));
+        std::error_code failed;
+        const std::optional<FileStatus> status = statusOf(target_.real, failed);
+        if (!status) {
+            if (failed != std::errc::no_such_file_or_directory) {
+                throw createFailure(target_.shown, failed.message());
             }
             checkNoLogBeside(target_);
             return;
         }
-        if (S_ISDIR(status.st_mode)) {
+        if (status->kind == FileKind::Directory) {
             throw createFailure(target_.shown, "it is a directory");
         }
         if (existing_ == Existing::Refuse) {
@@ -99,13 +102,10 @@ private:
         checkReplaceable(target_);
     }
 
-    std::optional<struct stat> existingFile() const
+    bool targetExists() const
     {
-        struct stat status {};
-        if (::stat(target_.real.c_str(), &status) != 0) {
-            return std::nullopt;
-        }
-        return status;
+        std::error_code failed;
+        return statusOf(target_.real, failed).has_value();
     }
 
     [[noreturn]] void refuseExisting() const
@@ -120,17 +120,23 @@ private:
     {
         checkTarget();
         std::optional<ExclusiveHold> old;
-        if (existingFile()) {
+        const bool replaces = targetExists();
+        if (replaces) {
             old.emplace(target_);
         }
-        const int code = draft_->publish(old ? DraftFile::Existing::Replace : DraftFile::Existing::Refuse);
-        if (code == EEXIST && !old) {
+        if (!openFilesCanLoseNames()) {
+            old.reset();
+            checkNoLogBeside(target_);
+        }
+        const std::error_code failed =
+            draft_->publish(replaces ? DraftFile::Existing::Replace : DraftFile::Existing::Refuse);
+        if (failed == std::errc::file_exists && !replaces) {
             return false;
         }
-        if (code != 0) {
-            throw createFailure(target_.shown, std::system_category().message(code));
+        if (failed) {
+            throw createFailure(target_.shown, failed.message());
         }
-        if (old) {
+        if (replaces) {
             removeSideFiles();
         }
         return true;
@@ -143,7 +149,7 @@ private:
         for (const std::string_view ending : sideEndings) {
             const std::string file = target_.real + std::string{ending};
             if (ending == "-shm" || isEmpty(file)) {
-                ::unlink(file.c_str());
+                removeFile(file);
             }
         }
     }

@@ -2,19 +2,16 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <cstdlib>
-#include <fcntl.h>
 #include <filesystem>
 #include <memory>
 #include <span>
 #include <sqlite3.h>
 #include <system_error>
-#include <unistd.h>
 #include <vector>
 
 #include "failures.h"
-#include "file_handle.h"
+#include "path_text.h"
+#include "system_files.h"
 #include "tamarok_embedded/shown_text.h"
 
 namespace tamarok::embedded {
@@ -33,9 +30,18 @@ struct CloseDatabase {
 };
 using Handle = std::unique_ptr<sqlite3, CloseDatabase>;
 
-[[noreturn]] void failSystem(int code)
+[[noreturn]] void failReading()
 {
-    throw std::system_error{code, std::system_category()};
+    throw std::system_error{std::make_error_code(std::errc::io_error)};
+}
+
+/// The opened file, or the system's error.
+FileHandle require(FileHandle file, std::error_code failed)
+{
+    if (!file.isOpen()) {
+        throw std::system_error{failed};
+    }
+    return file;
 }
 
 Handle openHandle(const std::string& file, int flags)
@@ -45,29 +51,16 @@ Handle openHandle(const std::string& file, int flags)
         sqlite3_open_v2(file.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_PRIVATECACHE, nullptr);
     Handle handle{opened};
     if (code != SQLITE_OK) {
-        failSystem(EIO);
+        failReading();
     }
     return handle;
 }
 
 FileHandle create(const std::string& file)
 {
-    FileHandle handle{::open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0600)};
-    if (!handle.isOpen()) {
-        failSystem(errno);
-    }
-    return handle;
-}
-
-void write(const FileHandle& file, std::span<const char> bytes)
-{
-    while (!bytes.empty()) {
-        const ssize_t written = ::write(file.get(), bytes.data(), bytes.size());
-        if (written < 0) {
-            failSystem(errno);
-        }
-        bytes = bytes.subspan(static_cast<std::size_t>(written));
-    }
+    std::error_code failed;
+    FileHandle handle = createPrivateFile(file, failed);
+    return require(std::move(handle), failed);
 }
 
 /// Reads the database through SQLite's file: closing another descriptor of it would drop the locks of all connections
@@ -79,36 +72,32 @@ void copyDatabase(const std::string& source, const std::string& target)
     sqlite3_int64 size = 0;
     sqlite3_file_control(handle.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
     if (file == nullptr || file->pMethods == nullptr || file->pMethods->xFileSize(file, &size) != SQLITE_OK) {
-        failSystem(EIO);
+        failReading();
     }
     const FileHandle copy = create(target);
     std::vector<char> block(blockSize);
     for (sqlite3_int64 at = 0; at < size; at += static_cast<sqlite3_int64>(blockSize)) {
         const auto length = static_cast<std::size_t>(std::min<sqlite3_int64>(size - at, blockSize));
         if (file->pMethods->xRead(file, block.data(), static_cast<int>(length), at) != SQLITE_OK) {
-            failSystem(EIO);
+            failReading();
         }
-        write(copy, std::span{block}.first(length));
+        writeNext(copy, std::span{block}.first(length));
     }
 }
 
 /// Nobody locks the log itself, so that it can be opened and closed freely.
 FileHandle openLog(const std::string& log)
 {
-    FileHandle handle{::open(log.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC)};
-    if (!handle.isOpen()) {
-        failSystem(errno);
-    }
-    return handle;
+    std::error_code failed;
+    FileHandle handle = openForReading(log, failed);
+    return require(std::move(handle), failed);
 }
 
 LogHeader headerOf(const std::string& log)
 {
     LogHeader header{};
     const FileHandle file = openLog(log);
-    if (::pread(file.get(), header.data(), header.size(), 0) < 0) {
-        failSystem(errno);
-    }
+    readBeginning(file, header);
     return header;
 }
 
@@ -117,15 +106,8 @@ void copyLog(const std::string& source, const std::string& target)
     const FileHandle log = openLog(source);
     const FileHandle copy = create(target);
     std::vector<char> block(blockSize);
-    for (;;) {
-        const ssize_t count = ::read(log.get(), block.data(), block.size());
-        if (count < 0) {
-            failSystem(errno);
-        }
-        if (count == 0) {
-            return;
-        }
-        write(copy, std::span{block}.first(static_cast<std::size_t>(count)));
+    while (const std::size_t count = readNext(log, block)) {
+        writeNext(copy, std::span{block}.first(count));
     }
 }
 
@@ -134,11 +116,7 @@ void copyLog(const std::string& source, const std::string& target)
 PrivateCopy::PrivateCopy(const DatabasePath& source) : source_{source}
 {
     try {
-        std::string pattern = (fs::temp_directory_path() / "tamarok-copy-XXXXXX").string();
-        if (::mkdtemp(pattern.data()) == nullptr) {
-            failSystem(errno);
-        }
-        folder_ = pattern;
+        folder_ = makePrivateFolder();
         file_ = folder_ + "/database";
         constexpr int attempts = 10;
         for (int attempt = 0; !copyBoth(); ++attempt) {
@@ -165,7 +143,7 @@ void PrivateCopy::remove() const noexcept
 {
     std::error_code ignored;
     if (!folder_.empty()) {
-        fs::remove_all(folder_, ignored);
+        fs::remove_all(pathOf(folder_), ignored);
     }
 }
 

@@ -1,7 +1,7 @@
 #include "reading_file.h"
 
 #include <string_view>
-#include <sys/stat.h>
+#include <system_error>
 
 #include "failures.h"
 #include "tamarok_embedded/shown_text.h"
@@ -35,14 +35,13 @@ std::string logOf(const DatabasePath& path)
 
 bool hasLog(const DatabasePath& path)
 {
-    struct stat status {};
-    return ::lstat(logOf(path).c_str(), &status) == 0 && status.st_size > 0;
+    const std::optional<FileStatus> log = entryOf(logOf(path));
+    return log && log->size > 0;
 }
 
 bool hasLogAndIndex(const DatabasePath& path)
 {
-    struct stat status {};
-    return ::lstat(logOf(path).c_str(), &status) == 0 && ::lstat((path.real + "-shm").c_str(), &status) == 0;
+    return entryOf(logOf(path)) && entryOf(path.real + "-shm");
 }
 
 /// The state is noted before the file is opened, so that a change in between is seen later.
@@ -50,7 +49,7 @@ ReadingFile::ReadingFile(DatabasePath path, Way way) :
     path_{std::move(path)}, way_{way}, database_{stampOf(path_.real)}, log_{stampOf(logOf(path_))}
 {
     if (way_ == Way::Copy) {
-        copy_.emplace(path_);
+        copy_ = std::make_unique<PrivateCopy>(path_);
     }
 }
 
@@ -66,7 +65,7 @@ bool ReadingFile::isOutdated() const
 {
     const Stamp now = stampOf(path_.real);
     if (way_ == Way::Shared) {
-        return now.device != database_.device || now.number != database_.number;
+        return now.identity != database_.identity;
     }
     return now != database_ || stampOf(logOf(path_)) != log_;
 }
@@ -81,11 +80,12 @@ void ReadingFile::compareUnchanged() const
 
 ReadingFile::Stamp ReadingFile::stampOf(const std::string& file)
 {
-    struct stat status {};
-    if (::stat(file.c_str(), &status) != 0 || status.st_size == 0) {
+    std::error_code failed;
+    const std::optional<FileStatus> status = statusOf(file, failed);
+    if (!status || status->size == 0) {
         return {};
     }
-    return {status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+    return {status->identity, status->size, status->modified};
 }
 
 } // namespace tamarok::embedded

@@ -1,12 +1,12 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
+#include <memory>
 #include <string>
-#include <sys/types.h>
 
 #include "database_path.h"
 #include "private_copy.h"
+#include "system_files.h"
 
 namespace tamarok::embedded {
 
@@ -45,17 +45,16 @@ public:
         }
     }
 
-    /// The copy's name is not needed any more once SQLite has opened it.
-    void dropCopy() { copy_.reset(); }
+    /// Hands the copy over, if there is one. Its name is not needed any more once SQLite has opened it; on a system
+    /// that does not remove open files it lives until SQLite has closed it.
+    std::unique_ptr<PrivateCopy> takeCopy() noexcept { return std::move(copy_); }
 
 private:
     /// What the system tells of a file; all zero for a missing or empty one.
     struct Stamp {
-        dev_t device = 0;
-        ino_t number = 0;
-        off_t size = 0;
-        std::int64_t modifiedSeconds = 0;
-        std::int64_t modifiedNanoseconds = 0;
+        FileIdentity identity;
+        std::int64_t size = 0;
+        std::int64_t modified = 0;
         bool operator==(const Stamp&) const = default;
     };
     static Stamp stampOf(const std::string& file);
@@ -65,7 +64,7 @@ private:
     Way way_;
     Stamp database_;
     Stamp log_;
-    std::optional<PrivateCopy> copy_;
+    std::unique_ptr<PrivateCopy> copy_;
 };
 
 } // namespace tamarok::embedded

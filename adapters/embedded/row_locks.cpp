@@ -1,15 +1,11 @@
 #include "row_locks.h"
 
-#include <cerrno>
 #include <chrono>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <system_error>
 #include <thread>
-#include <unistd.h>
 #include <utility>
 
 #include "failures.h"
+#include "system_files.h"
 #include "tamarok_embedded/shown_text.h"
 
 namespace tamarok::embedded {
@@ -59,17 +55,17 @@ bool RowLocks::tryLock(std::int64_t position)
     try {
         for (;;) {
             open();
-            if (!tryLockRange(file_.get(), byte)) {
+            if (!tryLockRange(file_, byte)) {
                 return false;
             }
             // A file that has lost its name since it was opened is not the one that others see.
-            if (hasName(file_.get(), path_) || !held_.empty()) {
+            if (hasName(file_, path_) || !held_.empty()) {
                 break;
             }
             file_.close();
         }
     } catch (const std::system_error& failed) {
-        fail(failed.code().value());
+        fail(failed.code());
     }
     held_.emplace(position, 1);
     return true;
@@ -83,7 +79,7 @@ void RowLocks::unlock(std::int64_t position) noexcept
         return;
     }
     held_.erase(found);
-    unlockRange(file_.get(), {position, position});
+    unlockRange(file_, {position, position});
 }
 
 std::vector<RowLocks::Span> RowLocks::heldByOthers(std::string_view table)
@@ -101,9 +97,9 @@ std::optional<RowLocks::Span> RowLocks::firstHeld(std::int64_t first, std::int64
         return std::nullopt;
     }
     try {
-        return lockedByOthers(file_.get(), {first, last});
+        return lockedByOthers(file_, {first, last}, held_);
     } catch (const std::system_error& failed) {
-        fail(failed.code().value());
+        fail(failed.code());
     }
 }
 
@@ -149,7 +145,7 @@ void RowLocks::checkUsable()
 /// would then refer to a file that other connections no longer see.
 bool RowLocks::openExisting()
 {
-    if (file_.isOpen() && held_.empty() && !hasName(file_.get(), path_)) {
+    if (file_.isOpen() && held_.empty() && !hasName(file_, path_)) {
         file_.close();
     }
     return file_.isOpen() || tryOpen();
@@ -160,17 +156,19 @@ bool RowLocks::tryOpen()
 {
     constexpr int attempts = 50;
     for (int attempt = 0;; ++attempt) {
-        file_ = FileHandle{::open(path_.c_str(), O_RDWR | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK)};
+        std::error_code failed;
+        file_ = openFile(path_, failed);
         if (file_.isOpen()) {
             checkFile();
-            followMode();
+            // The database's permissions may have changed since the file was created.
+            followPermissions(file_, database_);
             return true;
         }
-        if (errno == ENOENT) {
+        if (failed == std::errc::no_such_file_or_directory) {
             return false;
         }
-        if (errno != EACCES || attempt == attempts) {
-            fail(errno);
+        if (failed != std::errc::permission_denied || attempt == attempts) {
+            fail(failed);
         }
         std::this_thread::sleep_for(std::chrono::milliseconds{1});
     }
@@ -178,55 +176,32 @@ bool RowLocks::tryOpen()
 
 void RowLocks::checkFile() const
 {
-    struct stat status {};
-    if (::fstat(file_.get(), &status) != 0) {
-        fail(errno);
+    std::error_code failed;
+    const std::optional<FileStatus> status = statusOf(file_, failed);
+    if (!status) {
+        fail(failed);
     }
-    if (!S_ISREG(status.st_mode)) {
+    if (status->kind != FileKind::Regular) {
         throw failure(native::readWriteFailed,
                       "Cannot use the lock file '" + shownText(path_) + "': it is not a regular file.");
     }
 }
 
-/// Gives the file the present mode of the database, which may have changed since the file was created. Only the file's
-/// owner does so, and only for an empty file of one name, which no foreign file is.
-void RowLocks::followMode() const noexcept
-{
-    struct stat database {};
-    struct stat mine {};
-    if (::stat(database_.c_str(), &database) == 0 && ::fstat(file_.get(), &mine) == 0 && mine.st_uid == ::geteuid() &&
-        mine.st_size == 0 && mine.st_nlink == 1 && (mine.st_mode & 0777U) != (database.st_mode & 0666U)) {
-        static_cast<void>(::fchmod(file_.get(), database.st_mode & 0666U));
-    }
-}
-
-/// Whoever may write the database must be able to lock its rows, whatever account creates the file. An account that
-/// may not give the file away keeps it; the mode then decides who can open it.
+/// Whoever may write the database must be able to lock its rows, whatever account creates the file.
 void RowLocks::create()
 {
-    struct stat database {};
-    if (::stat(database_.c_str(), &database) != 0) {
-        fail(errno);
-    }
-    const FileHandle created{::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600)};
-    if (!created.isOpen()) {
-        if (errno == EEXIST) {
-            return;
-        }
-        fail(errno);
-    }
-    if (::fchown(created.get(), database.st_uid, database.st_gid) != 0) {
-        static_cast<void>(::fchown(created.get(), static_cast<uid_t>(-1), database.st_gid));
-    }
-    if (::fchmod(created.get(), database.st_mode & 0666U) != 0) {
-        fail(errno);
+    std::error_code failed;
+    const FileHandle created = createFileLike(path_, database_, failed);
+    if (failed && failed != std::errc::file_exists) {
+        fail(failed);
     }
 }
 
-void RowLocks::fail(int code) const
+void RowLocks::fail(std::error_code code) const
 {
-    const std::string reason = code == ELOOP ? "it is a symbolic link" : std::system_category().message(code);
-    throw failure(native::readWriteFailed, "Cannot use the lock file '" + shownText(path_) + "': " + reason + ".");
+    const bool isLink = code == std::errc::too_many_symbolic_link_levels;
+    throw failure(native::readWriteFailed, "Cannot use the lock file '" + shownText(path_) +
+                                               "': " + (isLink ? "it is a symbolic link" : code.message()) + ".");
 }
 
 } // namespace tamarok::embedded

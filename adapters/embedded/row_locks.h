@@ -1,10 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "file_handle.h"
@@ -56,14 +56,13 @@ private:
     bool tryOpen();
     void create();
     void checkFile() const;
-    void followMode() const noexcept;
     void collect(ByteRange range, std::vector<Span>& spans);
-    [[noreturn]] void fail(int code) const;
+    [[noreturn]] void fail(std::error_code code) const;
 
     std::string database_;
     std::string path_; ///< of the lock file
     FileHandle file_;
-    std::map<std::int64_t, int> held_; ///< position and number of cursors that hold it
+    HeldPositions held_; ///< position and number of cursors that hold it
 };
 
 } // namespace tamarok::embedded

@@ -4,10 +4,8 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <sql.h>
-#include <sqlext.h>
-#include <sqltypes.h>
-#include <sqlucode.h>
+
+#include "system_odbc.h"
 
 namespace tamarok::odbc {
 

@@ -62,7 +62,7 @@ BoundParameters::Bound BoundParameters::boundOf(const ado::Parameter& parameter)
     case Variant::Kind::Boolean:
         return {SQLCHAR{static_cast<bool>(value.asBoolean())}, SQL_C_BIT, SQL_BIT, 1, 0, sizeof(SQLCHAR)};
     case Variant::Kind::Integer: return {value.asInteger(), SQL_C_SSHORT, SQL_SMALLINT, 5, 0, sizeof(SQLSMALLINT)};
-    case Variant::Kind::Long: return {value.asLong(), SQL_C_SLONG, SQL_INTEGER, 10, 0, sizeof(SQLINTEGER)};
+    case Variant::Kind::Long: return {SQLINTEGER{value.asLong()}, SQL_C_SLONG, SQL_INTEGER, 10, 0, sizeof(SQLINTEGER)};
     case Variant::Kind::LongLong:
         return {SQLBIGINT{value.asLongLong()}, SQL_C_SBIGINT, SQL_BIGINT, 19, 0, sizeof(SQLBIGINT)};
     case Variant::Kind::Double: return {value.asDouble(), SQL_C_DOUBLE, SQL_DOUBLE, 15, 0, sizeof(SQLDOUBLE)};

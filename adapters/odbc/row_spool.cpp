@@ -1,14 +1,8 @@
 #include "row_spool.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdlib>
 #include <cstring>
-#include <fcntl.h>
-#include <filesystem>
-#include <system_error>
 #include <type_traits>
-#include <unistd.h>
 #include <utility>
 
 #include "failures.h"
@@ -21,13 +15,6 @@ namespace tamarok::odbc {
 namespace {
 
 constexpr std::size_t readBytes = std::size_t{1} << 18U;
-
-[[noreturn]] void fail(const std::string& what)
-{
-    const std::string reason = std::generic_category().message(errno);
-    throw Error{errors::deviceError, "The temporary file for rows cannot be " + what + ": " + reason + ".",
-                std::string{sourceName}};
-}
 
 template <class Number>
 void appendNumber(std::string& bytes, Number number)
@@ -70,8 +57,7 @@ bool RowSpool::take(std::vector<Variant>& row)
 
 void RowSpool::clear() noexcept
 {
-    if (file_ >= 0) ::close(file_);
-    file_ = -1;
+    file_.close();
     fileEnd_ = fileRead_ = at_ = rows_ = 0;
     std::string{}.swap(written_); // gives the memory back
     std::string{}.swap(read_);
@@ -143,38 +129,22 @@ void RowSpool::refill()
         return;
     }
     read_.resize(std::min(readBytes, fileEnd_ - fileRead_));
-    const ssize_t got = ::pread(file_, read_.data(), read_.size(), static_cast<off_t>(fileRead_));
-    if (got <= 0) {
+    try {
+        read_.resize(file_.readAt(fileRead_, read_));
+    } catch (...) {
         read_.clear();
-        fail("read");
+        throw;
     }
-    read_.resize(static_cast<std::size_t>(got));
-    fileRead_ += static_cast<std::size_t>(got);
+    fileRead_ += read_.size();
 }
 
 /// Appends what is in memory to the file. A disk that is full fails the reading of the recordset, not silently.
 void RowSpool::moveToFile()
 {
-    if (file_ < 0) openFile();
-    std::size_t done = 0;
-    while (done < written_.size()) {
-        const ssize_t put =
-            ::pwrite(file_, written_.data() + done, written_.size() - done, static_cast<off_t>(fileEnd_ + done));
-        if (put < 0 && errno != EINTR) fail("written");
-        done += static_cast<std::size_t>(std::max<ssize_t>(put, 0));
-    }
-    fileEnd_ += done;
+    if (!file_.isOpen()) file_.open();
+    file_.writeAt(fileEnd_, written_);
+    fileEnd_ += written_.size();
     written_.clear();
-}
-
-/// The name is unlinked at once: it exists only between the two calls, and is made exclusively for this user alone.
-void RowSpool::openFile()
-{
-    std::error_code problem;
-    std::string name = (std::filesystem::temp_directory_path(problem) / "tamarok-rows-XXXXXX").string();
-    file_ = ::mkostemp(name.data(), O_CLOEXEC);
-    if (file_ < 0) fail("made");
-    ::unlink(name.c_str());
 }
 
 } // namespace tamarok::odbc

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "row_file.h"
+
 #include "tamarok/variant.h"
 
 namespace tamarok::odbc {
@@ -25,7 +27,7 @@ public:
     /// Takes the first row out. Returns false where there is none.
     bool take(std::vector<Variant>& row);
     bool empty() const noexcept { return rows_ == 0; }
-    bool usesFile() const noexcept { return file_ >= 0; }
+    bool usesFile() const noexcept { return file_.isOpen(); }
     void clear() noexcept;
 
 private:
@@ -34,13 +36,12 @@ private:
     void refill();
     Variant takeValue();
     void takeBytes(void* target, std::size_t count);
-    void openFile();
 
     std::string written_; ///< rows that are not in the file
     std::string read_;    ///< bytes being read, from `at_` on
     std::size_t at_ = 0;
     std::size_t rows_ = 0;
-    int file_ = -1;
+    RowFile file_;
     std::size_t fileEnd_ = 0;  ///< bytes written to the file
     std::size_t fileRead_ = 0; ///< bytes read from it
 };

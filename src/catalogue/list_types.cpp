@@ -112,7 +112,7 @@ private:
     static constexpr std::size_t placeOf(const PackedKey& key) noexcept
     {
         // Multiplicative hashing: the upper bits of the product depend on every character.
-        return ((key[0] ^ (key[1] << 1U)) * 0x9E3779B97F4A7C15U) >> 57U;
+        return static_cast<std::size_t>(((key[0] ^ (key[1] << 1U)) * 0x9E3779B97F4A7C15U) >> 57U);
     }
 
     std::array<Place, 128> places_{};

@@ -2,16 +2,18 @@
 
 #include <fstream>
 #include <iterator>
-#include <stdexcept>
-#include <stdlib.h>
+#include <random>
+#include <string>
 
 namespace tamarok::test {
 
 ScratchFolder::ScratchFolder()
 {
-    std::string pattern = (std::filesystem::temp_directory_path() / "tamarok-test-XXXXXX").string();
-    if (::mkdtemp(pattern.data()) == nullptr) throw std::runtime_error{"no temporary folder"};
-    path_ = pattern;
+    std::random_device random;
+    do
+        path_ = std::filesystem::temp_directory_path() / ("tamarok-test-" + std::to_string(random()));
+    while (!std::filesystem::create_directory(path_));
+    std::filesystem::permissions(path_, std::filesystem::perms::owner_all);
 }
 
 ScratchFolder::~ScratchFolder()

@@ -233,7 +233,8 @@ void appendKeys(std::vector<Variant>& values, const Partner& partner, const Part
     auto region =
         std::ranges::find_if(keys.regions, [&](const auto& row) { return row.at(3).asString() == partner.town; });
     if (region == keys.regions.end() && partner.nation == "AT")
-        region = keys.regions.begin() + random.below(static_cast<std::uint32_t>(keys.regions.size()));
+        region = keys.regions.begin() +
+                 static_cast<std::ptrdiff_t>(random.below(static_cast<std::uint32_t>(keys.regions.size())));
     for (const std::size_t part : {2U, 1U, 0U})
         values.push_back(region == keys.regions.end() ? none : region->at(part));
     values.push_back(partner.isOwner ? pickId(random, keys.communities, nullsPerMille) : none);

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <fstream>
 #include <stdexcept>
+#include <utility>
 
 namespace tamarok::embedded::contract {
 

@@ -121,7 +121,7 @@ TEST_F(EditableRows, aStandingCursorKeepsNoSnapshotOpen)
     run(other, "INSERT INTO T (S) VALUES ('abcde')");
     EXPECT_GT(std::filesystem::file_size(folder_ / "a.db-wal"), 0U);
     sqlite3* opened = nullptr;
-    ASSERT_EQ(sqlite3_open((folder_ / "a.db").c_str(), &opened), SQLITE_OK);
+    ASSERT_EQ(sqlite3_open((folder_ / "a.db").string().c_str(), &opened), SQLITE_OK);
     const std::unique_ptr<sqlite3, int (*)(sqlite3*)> bare{opened, &sqlite3_close};
     // SQLite opens the log with the first read; a checkpoint before it does nothing.
     ASSERT_EQ(sqlite3_exec(bare.get(), "SELECT count(*) FROM sqlite_schema", nullptr, nullptr, nullptr), SQLITE_OK);

@@ -35,7 +35,7 @@ protected:
     {
         const std::filesystem::path file = folder_ / "earlier.db";
         sqlite3* handle = nullptr;
-        sqlite3_open(file.c_str(), &handle);
+        sqlite3_open(file.string().c_str(), &handle);
         sqlite3_create_collation(handle, "TAMAROK", SQLITE_UTF8, nullptr, &compareBytes);
         const std::string text =
             "CREATE TABLE STREET (ID INTEGER PRIMARY KEY, NAME NVARCHAR(20) COLLATE TAMAROK UNIQUE);"
@@ -67,7 +67,7 @@ TEST_F(LayoutUpdate, KeysThatBecomeEqualAreToldAndNothingIsChanged)
     EXPECT_EQ(error.nativeError, 2627);
     EXPECT_NE(error.description.find("STREET"), std::string::npos) << error.description;
     sqlite3* handle = nullptr;
-    sqlite3_open(file.c_str(), &handle);
+    sqlite3_open(file.string().c_str(), &handle);
     sqlite3_stmt* statement = nullptr;
     sqlite3_prepare_v2(handle, "PRAGMA user_version", -1, &statement, nullptr);
     EXPECT_EQ(sqlite3_step(statement), SQLITE_ROW);

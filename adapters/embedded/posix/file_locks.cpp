@@ -2,12 +2,16 @@
 
 #include <cerrno>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <system_error>
 
 namespace tamarok::embedded {
 
 namespace {
+
+int descriptorOf(const FileHandle& file) noexcept
+{
+    return static_cast<int>(file.get());
+}
 
 /// The lock of a range. A length of 0 reaches to the greatest position; the process id must be 0 for locks of an open
 /// file description.
@@ -24,10 +28,10 @@ struct flock description(short type, ByteRange range) noexcept
 
 } // namespace
 
-bool tryLockRange(int file, ByteRange range)
+bool tryLockRange(const FileHandle& file, ByteRange range)
 {
     struct flock lock = description(F_WRLCK, range);
-    if (::fcntl(file, F_OFD_SETLK, &lock) == 0) {
+    if (::fcntl(descriptorOf(file), F_OFD_SETLK, &lock) == 0) {
         return true;
     }
     if (errno != EAGAIN && errno != EACCES) {
@@ -36,30 +40,23 @@ bool tryLockRange(int file, ByteRange range)
     return false;
 }
 
-void unlockRange(int file, ByteRange range) noexcept
+void unlockRange(const FileHandle& file, ByteRange range) noexcept
 {
     struct flock lock = description(F_UNLCK, range);
-    ::fcntl(file, F_OFD_SETLK, &lock);
+    ::fcntl(descriptorOf(file), F_OFD_SETLK, &lock);
 }
 
-std::optional<ByteRange> lockedByOthers(int file, ByteRange range)
+/// The system leaves out the locks of the description that asks.
+std::optional<ByteRange> lockedByOthers(const FileHandle& file, ByteRange range, const HeldPositions&)
 {
     struct flock lock = description(F_WRLCK, range);
-    if (::fcntl(file, F_OFD_GETLK, &lock) != 0) {
+    if (::fcntl(descriptorOf(file), F_OFD_GETLK, &lock) != 0) {
         throw std::system_error{errno, std::system_category()};
     }
     if (lock.l_type == F_UNLCK) {
         return std::nullopt;
     }
     return ByteRange{lock.l_start, lock.l_len == 0 ? range.last : lock.l_start + lock.l_len - 1};
-}
-
-bool hasName(int file, const std::string& path) noexcept
-{
-    struct stat mine {};
-    struct stat there {};
-    return ::fstat(file, &mine) == 0 && ::lstat(path.c_str(), &there) == 0 && mine.st_ino == there.st_ino &&
-           mine.st_dev == there.st_dev;
 }
 
 } // namespace tamarok::embedded

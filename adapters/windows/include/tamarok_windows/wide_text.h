@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// Texts between the UTF-8 of the library and the UTF-16 of Windows.
+namespace tamarok::windows {
+
+/// A text in UTF-16. An invalid byte becomes U+FFFD.
+std::wstring wide(std::string_view text);
+
+/// A text in UTF-8. A surrogate without its partner becomes U+FFFD.
+std::string narrow(std::wstring_view text);
+
+} // namespace tamarok::windows

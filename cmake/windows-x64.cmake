@@ -1,0 +1,13 @@
+# Builds for Windows (x64) with the mingw-w64 cross compiler, in its variant with POSIX threads, which std::thread needs.
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR AMD64)
+set(tamarok_cross x86_64-w64-mingw32)
+set(CMAKE_CXX_COMPILER ${tamarok_cross}-g++-posix)
+set(CMAKE_C_COMPILER ${tamarok_cross}-gcc-posix)
+set(CMAKE_RC_COMPILER ${tamarok_cross}-windres)
+set(TAMAROK_WIDL ${tamarok_cross}-widl CACHE STRING "Compiler of interface descriptions")
+set(CMAKE_FIND_ROOT_PATH /usr/${tamarok_cross})
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
