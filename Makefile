@@ -64,4 +64,4 @@ clean: ## remove all that was built, the demo database and the chroots too
 	@rm -rf build
 
 help: ## this list
-	@sed -n 's/^\([a-z-]*\):.*## \(.*\)/  make \1	\2/p' $(MAKEFILE_LIST) | expand -t 20
+	@sed -n 's/^\([a-z-]*\):.*## \(.*\)/  make \1	\2/p' $(MAKEFILE_LIST) | expand -t 24
