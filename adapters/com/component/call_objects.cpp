@@ -39,6 +39,11 @@ const VARIANT& target(const VARIANT& value) noexcept
 
 } // namespace
 
+CallObjects::~CallObjects()
+{
+    if (formerMaker_) Platform::current().makeConnection = std::move(*formerMaker_);
+}
+
 Variant CallObjects::argument(ValueType type, const VARIANT& value)
 {
     switch (type) {
@@ -76,8 +81,14 @@ Variant CallObjects::recordset(const Variant& value)
 Variant CallObjects::record(const VARIANT& value)
 {
     if (isNothing(value)) return (V_VT(&value) & VT_TYPEMASK) == VT_RECORD ? Variant{ObjectRef{}} : fromVariant(value);
-    TmkVar& made = records_.emplace_back();
-    readSessionRecord(value, made, [this](const ObjectRef& object) { return connectionTo(object); });
+    TmkVar& made = *records_.emplace_back(std::make_unique<TmkVar>());
+    readSessionRecord(value, made, [this](const ObjectRef& object) {
+        // What an operation reads beside the session goes over a connection of the session's kind.
+        auto& maker = Platform::current().makeConnection;
+        if (!formerMaker_) formerMaker_ = std::move(maker);
+        maker = [object](std::string_view text) { return openLike(object, text); };
+        return connectionTo(object);
+    });
     return Variant{component::makeRecordObject(made)};
 }
 

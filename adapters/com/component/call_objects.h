@@ -1,13 +1,14 @@
 #pragma once
 
-#include <deque>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "windows_headers.h"
 
 #include "tamarok/ado.h"
 #include "tamarok/component.h"
+#include "tamarok/platform.h"
 #include "tamarok/tmkvar.h"
 #include "tamarok/variant.h"
 
@@ -17,6 +18,11 @@ namespace tamarok::com {
 /// call has ended.
 class CallObjects {
 public:
+    CallObjects() = default;
+    ~CallObjects();
+    CallObjects(const CallObjects&) = delete;
+    CallObjects& operator=(const CallObjects&) = delete;
+
     /// Returns an argument as the library takes it for a parameter of a type. Connections, recordsets and records of a
     /// client become those of the library, which reach the client's by name.
     Variant argument(component::ValueType type, const VARIANT& value);
@@ -38,7 +44,9 @@ private:
     Variant record(const VARIANT& value);
     ado::ConnectionRef connectionTo(const ObjectRef& object);
 
-    std::deque<TmkVar> records_; ///< does not move its elements
+    using MakeConnection = decltype(Platform::makeConnection);
+    std::optional<MakeConnection> formerMaker_; ///< of the thread's platform, while the call has one of its own
+    std::vector<std::unique_ptr<TmkVar>> records_;
     std::vector<std::pair<ObjectRef, ado::ConnectionRef>> connections_;
     std::vector<ClientRecordset> recordsets_;
 };

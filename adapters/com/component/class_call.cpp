@@ -85,7 +85,8 @@ private:
     std::array<std::byte, 2 * OperationInfo::maxParameters * sizeof(Variant)> room_;
     std::pmr::monotonic_buffer_resource memory_{room_.data(), room_.size()};
     std::pmr::vector<Variant> values_ = std::pmr::vector<Variant>(&memory_);
-    std::pmr::vector<Variant> before_ = std::pmr::vector<Variant>(&memory_); ///< the values of references before the call
+    std::pmr::vector<Variant> before_ =
+        std::pmr::vector<Variant>(&memory_); ///< the values of references before the call
 };
 
 } // namespace

@@ -2,8 +2,11 @@
 
 #include <array>
 
+#include "automation_object.h"
 #include "client_recordset.h"
+#include "failures.h"
 #include "sql_literal.h"
+#include "wide_text.h"
 
 #include "tamarok/ado_backend.h"
 #include "tamarok/component.h"
@@ -15,6 +18,13 @@ namespace tamarok::com {
 namespace {
 
 constexpr std::string_view commandTimeout = "CommandTimeout";
+
+/// Whether a connection is one of the bundle: only these make recordsets by themselves.
+bool canCreateRecordsets(const Object& connection)
+{
+    const auto* const client = dynamic_cast<const AutomationObject*>(&connection);
+    return client != nullptr && client->hasMember("CreateRecordset");
+}
 
 /// A client's time-out is set for one statement and put back afterwards.
 class TimeoutScope {
@@ -90,14 +100,23 @@ private:
         return rows;
     }
 
+    /// Makes a closed recordset of the connection's kind: by its member CreateRecordset, or the one that Execute gives,
+    /// which may be opened anew when it is closed.
+    ObjectRef makeRecordset(const ado::Statement& statement)
+    {
+        if (canCreateRecordsets(*connection_)) return connection_->call("CreateRecordset", {}).asObject();
+        ObjectRef recordset = execute(textOf(statement), true);
+        if (isOpenRecordset(*recordset)) recordset->call("Close", {});
+        return recordset;
+    }
+
     /// A cursor or lock of another kind needs a recordset that is opened for it: the client's own, or one of the
-    /// connection's kind, which Execute gives and which may be opened anew when it is closed.
+    /// connection's kind.
     std::unique_ptr<ado::Cursor> openOther(const ado::Statement& statement)
     {
         const bool locks = statement.lockType == ado::LockType::Pessimistic;
         const bool isLent = locks && lent_ != nullptr;
-        ObjectRef recordset = isLent ? std::exchange(lent_, nullptr) : execute(textOf(statement), true);
-        if (isOpenRecordset(*recordset)) recordset->call("Close", {});
+        ObjectRef recordset = isLent ? std::exchange(lent_, nullptr) : makeRecordset(statement);
         std::array arguments{Variant{textOf(statement)}, Variant{connection_},
                              Variant{static_cast<std::int32_t>(statement.cursorType)},
                              Variant{static_cast<std::int32_t>(statement.lockType)}, Variant{std::int32_t{-1}}};
@@ -135,6 +154,20 @@ ado::ConnectionRef connectToClient(const ObjectRef& object)
     auto connection = std::make_shared<ado::Connection>(std::make_unique<ClientSession>(object, timeout), "");
     connection->CommandTimeout(timeout);
     return connection;
+}
+
+ado::ConnectionRef openLike(const ObjectRef& object, std::string_view connectionText)
+{
+    const bool isOwn = object && canCreateRecordsets(*object);
+    const std::wstring name = isOwn ? L"Tamarok.Connection" : L"ADODB.Connection";
+    CLSID id{};
+    check(CLSIDFromProgID(name.c_str(), &id), toUtf8(name));
+    ComPointer<IDispatch> made;
+    check(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, made.putVoid()), toUtf8(name));
+    const auto opened = std::make_shared<AutomationObject>(made.get());
+    Variant argument{connectionText};
+    opened->call("Open", {&argument, 1});
+    return connectToClient(opened);
 }
 
 void lendRecordset(const ado::Connection& connection, const ObjectRef& recordset)

@@ -98,6 +98,12 @@ bool AutomationObject::findId(std::string_view name, DISPID& id) const
     return SUCCEEDED(found);
 }
 
+bool AutomationObject::hasMember(std::string_view name) const
+{
+    DISPID id = DISPID_UNKNOWN;
+    return findId(name, id);
+}
+
 DISPID AutomationObject::idOf(std::string_view name) const
 {
     DISPID id = DISPID_UNKNOWN;

@@ -19,6 +19,9 @@ public:
 
     IDispatch* dispatch() const noexcept { return object_.get(); }
 
+    /// Whether the object knows a name. Errors: those of an object that cannot be reached any more.
+    bool hasMember(std::string_view name) const;
+
     /// The name of the class, or of the interface without its leading "_". An object that describes neither, as those
     /// of scripts, states it by a property TypeName; otherwise it is "Object".
     std::string_view typeName() const override;

@@ -1,17 +1,11 @@
 #include "windows_platform.h"
 
-#include "automation_object.h"
-#include "client_connection.h"
-#include "failures.h"
 #include "machine_regional.h"
 #include "native_windows.h"
 #include "tamarok_loc/loc_service.h"
 #include "wide_text.h"
 #include "windows_files.h"
 #include "windows_headers.h"
-
-#include "tamarok/connection_text.h"
-#include "tamarok/text.h"
 
 namespace tamarok::com {
 
@@ -36,24 +30,6 @@ public:
     }
 };
 
-/// Opens a connection of a text's kind: the bundle's own for its providers, otherwise ADO's. It ends with its last
-/// reference.
-std::shared_ptr<ado::Connection> openConnection(std::string_view connectionText)
-{
-    const auto provider = ado::connectionProperty(connectionText, "Provider");
-    const bool isOwn = provider && text::startsWithNoCase(*provider, "Tamarok.");
-    const wchar_t* const name = isOwn ? L"Tamarok.Connection" : L"ADODB.Connection";
-    CLSID id{};
-    check(CLSIDFromProgID(name, &id), toUtf8(std::wstring_view{name}));
-    ComPointer<IDispatch> made;
-    check(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, made.putVoid()),
-          toUtf8(std::wstring_view{name}));
-    const auto object = std::make_shared<AutomationObject>(made.get());
-    Variant argument{connectionText};
-    object->call("Open", {&argument, 1});
-    return connectToClient(object);
-}
-
 } // namespace
 
 void equipThread()
@@ -63,7 +39,6 @@ void equipThread()
     if (dynamic_cast<SystemKeyboard*>(platform.keyboard.get()) != nullptr) return;
     platform.regional = machineRegional();
     platform.files = makeWindowsFiles();
-    platform.makeConnection = openConnection;
     platform.messageBox = std::make_shared<SystemMessageBox>();
     platform.makeLocService = [] { return loc::makeLocService(); };
     platform.dialogWindows = makeNativeWindows();
