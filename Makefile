@@ -60,7 +60,7 @@ tidy: ## run clang-tidy over every source outside the tests
 	@sh scripts/check tidy
 
 clean: ## remove all that was built, the demo database and the chroots too
-	@for chroot in build/*/chroot-*.contents; do [ ! -e "$$chroot" ] || sh scripts/chroot remove "$${chroot%.contents}"; done
+	@for chroot in build/*/chroot-*/; do [ ! -d "$$chroot" ] || sh scripts/chroot remove "$${chroot%/}"; done
 	@rm -rf build
 
 help: ## this list
