@@ -60,8 +60,8 @@ tidy: ## run clang-tidy over every source outside the tests
 	@sh scripts/check tidy
 
 clean: ## remove all that was built, the demo database and the chroots too
-	@for chroot in build/*/chroot-*.contents; do [ ! -e "$$chroot" ] || sh scripts/chroot remove "$${chroot%.contents}"; done
+	@for chroot in build/*/chroot-*/; do [ ! -d "$$chroot" ] || sh scripts/chroot remove "$${chroot%/}"; done
 	@rm -rf build
 
 help: ## this list
-	@sed -n 's/^\([a-z-]*\):.*## \(.*\)/  make \1	\2/p' $(MAKEFILE_LIST) | expand -t 20
+	@sed -n 's/^\([a-z-]*\):.*## \(.*\)/  make \1	\2/p' $(MAKEFILE_LIST) | expand -t 24

@@ -21,9 +21,11 @@ function(tamarok_defaults target)
         target_compile_options(${target} PRIVATE
             -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast -Wnon-virtual-dtor
             -Woverloaded-virtual $<$<BOOL:${TAMAROK_WERROR}>:-Werror>)
-        # One set of objects serves the static and the shared libraries. Visible is what public headers declare.
+        # One set of objects serves the static and the shared libraries. Visible is what public headers declare; nothing
+        # replaces a function of the library, so that the compiler may inline it.
         if(NOT WIN32)
-            target_compile_options(${target} PRIVATE -fPIC -fvisibility=hidden -fvisibility-inlines-hidden)
+            target_compile_options(${target} PRIVATE
+                -fPIC -fno-semantic-interposition -fvisibility=hidden -fvisibility-inlines-hidden)
         endif()
     elseif(MSVC)
         target_compile_options(${target} PRIVATE /utf-8 /W4 /wd4068 /permissive- $<$<BOOL:${TAMAROK_WERROR}>:/WX>)

@@ -10,7 +10,7 @@ function(tamarok_shared_library name)
     list(TRANSFORM arg_PARTS REPLACE "(.+)" "$<TARGET_OBJECTS:\\1>" OUTPUT_VARIABLE objects)
     add_library(${name} SHARED ${objects})
     set(symbols ${PROJECT_SOURCE_DIR}/cmake/shared_symbols.map)
-    target_link_options(${name} PRIVATE -Wl,--version-script=${symbols} -Wl,--no-undefined -Wl,--as-needed)
+    target_link_options(${name} PRIVATE -Wl,--version-script=${symbols} -Wl,-Bsymbolic-functions -Wl,--no-undefined -Wl,--as-needed)
     set_target_properties(${name} PROPERTIES
         OUTPUT_NAME ${arg_OUTPUT} EXPORT_NAME ${arg_OUTPUT} LINKER_LANGUAGE CXX LINK_DEPENDS ${symbols}
         VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/shared)

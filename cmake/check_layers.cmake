@@ -62,6 +62,13 @@ foreach(header ${headers})
     if(NOT header IN_LIST known)
         list(APPEND problems "tamarok/${header}.h stands on no floor: add it to cmake/check_layers.cmake")
     endif()
+    # Its declarations are visible in the shared library, what it includes is not.
+    file(STRINGS ${ROOT}/include/tamarok/${header}.h marks REGEX "^#(include|pragma GCC visibility)")
+    list(JOIN marks "\n" marks)
+    if(NOT marks MATCHES "^(#include [^\n]*\n)*#pragma GCC visibility push\\(default\\)\n#pragma GCC visibility pop$")
+        list(APPEND problems
+            "tamarok/${header}.h does not stand between #pragma GCC visibility push(default), behind its includes, and pop")
+    endif()
 endforeach()
 
 if(problems)
