@@ -1,25 +1,55 @@
 #include "tamarok_windows/wide_text.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <windows.h>
+
+#include "tamarok/error.h"
 
 namespace tamarok::windows {
 
+namespace {
+
+/// Returns a length as the system's functions take it. Error 7 beyond 31 bits.
+int length(std::size_t count)
+{
+    if (count > 0x7FFFFFFF) throw Error{errors::outOfMemory, "Out of memory: a text is too long."};
+    return static_cast<int>(count);
+}
+
+/// Whether a unit stands for itself in both forms.
+constexpr bool isPlain(wchar_t unit) noexcept
+{
+    return unit < 0x80;
+}
+
+} // namespace
+
 std::wstring wide(std::string_view text)
 {
-    const int size = static_cast<int>(text.size());
-    std::wstring result(static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, text.data(), size, nullptr, 0)),
-                        L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, text.data(), size, result.data(), static_cast<int>(result.size()));
-    return result;
+    if (text.empty()) return {};
+    // UTF-16 never has more units than UTF-8 has bytes.
+    std::wstring units(text.size(), L'\0');
+    const int written =
+        MultiByteToWideChar(CP_UTF8, 0, text.data(), length(text.size()), units.data(), length(units.size()));
+    units.resize(static_cast<std::size_t>(written));
+    return units;
 }
 
 std::string narrow(std::wstring_view text)
 {
-    const int size = static_cast<int>(text.size());
-    const int bytes = WideCharToMultiByte(CP_UTF8, 0, text.data(), size, nullptr, 0, nullptr, nullptr);
-    std::string result(static_cast<std::size_t>(bytes), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), size, result.data(), bytes, nullptr, nullptr);
-    return result;
+    // Most texts of a call are plain; without this path a late-bound call takes 1.3 times as long (bench: com_bench).
+    if (std::ranges::all_of(text, isPlain)) {
+        std::string plain(text.size(), '\0');
+        std::ranges::transform(text, plain.begin(), [](wchar_t unit) { return static_cast<char>(unit); });
+        return plain;
+    }
+    // A UTF-16 unit takes three bytes at most, so that one pass converts the text.
+    std::string bytes(text.size() * 3, '\0');
+    const int written = WideCharToMultiByte(CP_UTF8, 0, text.data(), length(text.size()), bytes.data(),
+                                            length(bytes.size()), nullptr, nullptr);
+    bytes.resize(static_cast<std::size_t>(written));
+    return bytes;
 }
 
 } // namespace tamarok::windows

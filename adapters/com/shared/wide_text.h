@@ -4,13 +4,20 @@
 #include <string_view>
 #include <utility>
 
+#include "tamarok_windows/wide_text.h"
 #include "windows_headers.h"
 
 namespace tamarok::com {
 
 /// Text between the library's UTF-8 and the system's UTF-16. A code unit that stands for no character becomes U+FFFD.
-std::string toUtf8(std::wstring_view text);
-std::wstring toWide(std::string_view text);
+inline std::string toUtf8(std::wstring_view text)
+{
+    return windows::narrow(text);
+}
+inline std::wstring toWide(std::string_view text)
+{
+    return windows::wide(text);
+}
 
 /// Returns the characters of a counted text; none for the null pointer, which is the empty text.
 std::wstring_view view(BSTR text) noexcept;

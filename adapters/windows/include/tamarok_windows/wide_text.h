@@ -6,7 +6,7 @@
 /// Texts between the UTF-8 of the library and the UTF-16 of Windows.
 namespace tamarok::windows {
 
-/// A text in UTF-16. An invalid byte becomes U+FFFD.
+/// A text in UTF-16. An invalid byte becomes U+FFFD. Error 7 beyond 2^31 characters, here and below.
 std::wstring wide(std::string_view text);
 
 /// A text in UTF-8. A surrogate without its partner becomes U+FFFD.
