@@ -10,6 +10,7 @@
 #include "component_types.h"
 #include "wide_text.h"
 // The base headers come first.
+#include <aclapi.h>
 #include <psapi.h>
 
 // A compiled client of the registered DLL: dual interfaces, dispatch, type library, records, marshalling, life time,
@@ -473,15 +474,16 @@ void exportsFourNames(const std::wstring& file)
     FreeLibrary(library);
 }
 
-std::wstring registeredPath()
+/// Returns where a part of the registry has the DLL of a class; "" without an entry.
+/// @param classes  the path of the classes in the hive, with "\\" at its end, or ""
+std::wstring registeredPath(HKEY hive = HKEY_CLASSES_ROOT, const std::wstring& classes = {})
 {
     std::array<wchar_t, 40> id{};
     StringFromGUID2(__uuidof(Comm_find), id.data(), static_cast<int>(id.size()));
-    const std::wstring key = std::wstring{L"CLSID\\"} + id.data() + L"\\InprocServer32";
+    const std::wstring key = classes + L"CLSID\\" + id.data() + L"\\InprocServer32";
     std::array<wchar_t, 1024> path{};
     DWORD size = sizeof path;
-    const LSTATUS state =
-        RegGetValueW(HKEY_CLASSES_ROOT, key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, path.data(), &size);
+    const LSTATUS state = RegGetValueW(hive, key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, path.data(), &size);
     return state == ERROR_SUCCESS ? std::wstring{path.data()} : std::wstring{};
 }
 
@@ -514,6 +516,69 @@ void registersAnyFolder(const std::wstring& original, const std::wstring& scratc
     expect(callEntry(original, "DllRegisterServer") == S_OK && registeredPath() == original, "the first place again");
 }
 
+/// A key of the machine's classes that refuses to be written, as all of them do to a user without administrator rights.
+class RefusingKey {
+public:
+    explicit RefusingKey(std::wstring path) : path_{std::move(path)}
+    {
+        RegCreateKeyExW(HKEY_LOCAL_MACHINE, path_.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key_, nullptr);
+        std::array<BYTE, SECURITY_MAX_SID_SIZE> everyone{};
+        DWORD size = everyone.size();
+        CreateWellKnownSid(WinWorldSid, nullptr, everyone.data(), &size);
+        EXPLICIT_ACCESSW refusal{};
+        refusal.grfAccessPermissions = KEY_SET_VALUE | KEY_CREATE_SUB_KEY;
+        refusal.grfAccessMode = DENY_ACCESS;
+        refusal.Trustee.TrusteeForm = TRUSTEE_IS_SID;
+        refusal.Trustee.ptstrName = reinterpret_cast<LPWSTR>(everyone.data());
+        PACL former = nullptr; // belongs to the description
+        GetSecurityInfo(key_, SE_REGISTRY_KEY, DACL_SECURITY_INFORMATION, nullptr, nullptr, &former, nullptr,
+                        &description_);
+        SetEntriesInAclW(1, &refusal, former, &refusing_);
+        SetSecurityInfo(key_, SE_REGISTRY_KEY, DACL_SECURITY_INFORMATION, nullptr, nullptr, refusing_, nullptr);
+    }
+    ~RefusingKey()
+    {
+        RegCloseKey(key_);
+        LocalFree(refusing_);
+        LocalFree(description_);
+        RegDeleteKeyW(HKEY_LOCAL_MACHINE, path_.c_str());
+    }
+    RefusingKey(const RefusingKey&) = delete;
+    RefusingKey& operator=(const RefusingKey&) = delete;
+
+    bool refuses() const
+    {
+        HKEY opened = nullptr;
+        const LSTATUS state = RegOpenKeyExW(HKEY_LOCAL_MACHINE, path_.c_str(), 0, KEY_SET_VALUE, &opened);
+        if (opened != nullptr) RegCloseKey(opened);
+        return state == ERROR_ACCESS_DENIED;
+    }
+
+private:
+    std::wstring path_;
+    HKEY key_ = nullptr;
+    PSECURITY_DESCRIPTOR description_ = nullptr;
+    PACL refusing_ = nullptr;
+};
+
+void registersForTheUserWhereTheMachineRefuses(const std::wstring& file)
+{
+    const std::wstring classes = L"Software\\Classes\\";
+    expect(callEntry(file, "DllUnregisterServer") == S_OK, "unregistered before");
+    {
+        const RefusingKey refusing{classes + L"Tamarok_Comm.Comm_find"};
+        expect(refusing.refuses(), "the machine's part refuses");
+        expect(callEntry(file, "DllRegisterServer") == S_OK, "registered for the user");
+        expect(registeredPath(HKEY_LOCAL_MACHINE, classes).empty(), "no entry for the machine");
+        expect(registeredPath(HKEY_CURRENT_USER, classes) == file, "the entry of the user");
+        // Wine makes classes of the machine's part alone, so that none is made here.
+        expect(callEntry(file, "DllUnregisterServer") == S_OK, "unregistered for the user");
+        expect(registeredPath(HKEY_CURRENT_USER, classes).empty(), "no entry of the user stays");
+    }
+    expect(callEntry(file, "DllRegisterServer") == S_OK, "registered for the machine again");
+    expect(registeredPath(HKEY_LOCAL_MACHINE, classes) == file, "the entry of the machine");
+}
+
 } // namespace
 
 int main(int count, char** arguments)
@@ -535,6 +600,7 @@ int main(int count, char** arguments)
     isMarshalled();
     leaksNothing();
     registersAnyFolder(file, scratch);
+    registersForTheUserWhereTheMachineRefuses(file);
     CoUninitialize();
     return checks::finish();
 }
