@@ -156,6 +156,14 @@ bool hasSubkeys(const Root& root, const std::wstring& key)
            count != 0;
 }
 
+/// Removes the keys that hold classes, interfaces and libraries, where a user has none: they came with the first entry.
+/// RegDeleteKey refuses a key that has something below it.
+void removeEmptyHolders(const Root& root)
+{
+    for (const wchar_t* const holder : {L"CLSID", L"Interface", L"TypeLib"})
+        RegDeleteKeyW(root.hive, under(root, holder).c_str());
+}
+
 /// Remembers the first failure of a series that goes on.
 class Outcome {
 public:
@@ -219,8 +227,10 @@ HRESULT removeServer(const Server& server) noexcept
 {
     return guarded([&] {
         Outcome outcome;
-        for (const Root& root : roots)
+        for (const Root& root : roots) {
             outcome.add(removeAll(root, server));
+            if (root.hive == HKEY_CURRENT_USER) removeEmptyHolders(root);
+        }
         return HRESULT_FROM_WIN32(static_cast<DWORD>(outcome.first()));
     });
 }
