@@ -9,9 +9,9 @@ if(NOT tamarok_first_line MATCHES "^tamarok-comm \\(${PROJECT_VERSION}-([0-9]+)\
 endif()
 set(tamarok_revision ${CMAKE_MATCH_1})
 
-# tamarok_package(component NAME package SECTION section [DEPENDS text] [SUGGESTS text] SUMMARY text TEXT text)
+# tamarok_package(component NAME package SECTION section [DEPENDS text] [RECOMMENDS text] [SUGGESTS text] SUMMARY text TEXT text)
 function(tamarok_package component)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "NAME;SECTION;DEPENDS;SUGGESTS;SUMMARY;TEXT" "")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "NAME;SECTION;DEPENDS;RECOMMENDS;SUGGESTS;SUMMARY;TEXT" "")
     set(documents ${CMAKE_INSTALL_DATADIR}/doc/${arg_NAME})
     install(FILES packaging/copyright ${tamarok_changelog} DESTINATION ${documents} COMPONENT ${component})
     if(EXISTS ${PROJECT_SOURCE_DIR}/packaging/${arg_NAME}.lintian-overrides)
@@ -19,7 +19,7 @@ function(tamarok_package component)
                 RENAME ${arg_NAME} COMPONENT ${component})
     endif()
     string(TOUPPER ${component} key)
-    foreach(field NAME SECTION DEPENDS SUGGESTS)
+    foreach(field NAME SECTION DEPENDS RECOMMENDS SUGGESTS)
         set(CPACK_DEBIAN_${key}_PACKAGE_${field} "${arg_${field}}" PARENT_SCOPE)
     endforeach()
     set(CPACK_DEBIAN_${key}_DESCRIPTION "${arg_SUMMARY}\n${arg_TEXT}" PARENT_SCOPE)
@@ -58,6 +58,7 @@ name.")
 if(TAMAROK_WITH_WORKBENCH)
     tamarok_package(workbench NAME tamarok-workbench SECTION database
         DEPENDS "${tamarok_needs_library}"
+        RECOMMENDS "qt6-translations-l10n"
         SUMMARY "lists and measured timber of a timber database in windows"
         TEXT "The desktop program over the library Tamarok_Comm: lists of every type
 with charts and totals, entry of measured timber, and options, on an
