@@ -27,8 +27,7 @@ class LostFile : public testing::TestWithParam<Loss> {
 protected:
     LostFile()
     {
-        run(connection, schema);
-        run(connection, "UPDATE P SET A = 2");
+        run(connection, "CREATE TABLE P (ID INT PRIMARY KEY, A INT NOT NULL) INSERT INTO P (ID,A) VALUES (1,2)");
     }
     void expectRefused(const std::function<void()>& change)
     {
