@@ -104,8 +104,7 @@ std::string ListStatements::keys() const
 
 std::string ListStatements::firstRows(std::size_t most) const
 {
-    const std::string select =
-        "TOP " + std::to_string(most) + " " + query_.select + "," + std::string{key_.column};
+    const std::string select = "TOP " + std::to_string(most) + " " + query_.select + "," + std::string{key_.column};
     return statement(select, query_, query_.where, keyOrder_);
 }
 
