@@ -10,13 +10,6 @@ namespace tamarok::windows {
 
 namespace {
 
-/// Returns a length as the system's functions take it. Error 7 beyond 31 bits.
-int length(std::size_t count)
-{
-    if (count > 0x7FFFFFFF) throw Error{errors::outOfMemory, "Out of memory: a text is too long."};
-    return static_cast<int>(count);
-}
-
 /// Whether a unit stands for itself in both forms.
 constexpr bool isPlain(wchar_t unit) noexcept
 {
@@ -25,13 +18,19 @@ constexpr bool isPlain(wchar_t unit) noexcept
 
 } // namespace
 
+int systemLength(std::size_t count)
+{
+    if (count > 0x7FFFFFFF) throw Error{errors::outOfMemory, "Out of memory: a text is too long."};
+    return static_cast<int>(count);
+}
+
 std::wstring wide(std::string_view text)
 {
     if (text.empty()) return {};
     // UTF-16 never has more units than UTF-8 has bytes.
     std::wstring units(text.size(), L'\0');
-    const int written =
-        MultiByteToWideChar(CP_UTF8, 0, text.data(), length(text.size()), units.data(), length(units.size()));
+    const int written = MultiByteToWideChar(CP_UTF8, 0, text.data(), systemLength(text.size()), units.data(),
+                                            systemLength(units.size()));
     units.resize(static_cast<std::size_t>(written));
     return units;
 }
@@ -46,8 +45,8 @@ std::string narrow(std::wstring_view text)
     }
     // A UTF-16 unit takes three bytes at most, so that one pass converts the text.
     std::string bytes(text.size() * 3, '\0');
-    const int written = WideCharToMultiByte(CP_UTF8, 0, text.data(), length(text.size()), bytes.data(),
-                                            length(bytes.size()), nullptr, nullptr);
+    const int written = WideCharToMultiByte(CP_UTF8, 0, text.data(), systemLength(text.size()), bytes.data(),
+                                            systemLength(bytes.size()), nullptr, nullptr);
     bytes.resize(static_cast<std::size_t>(written));
     return bytes;
 }

@@ -6,23 +6,6 @@
 
 namespace tamarok::com {
 
-namespace {
-
-/// Returns a length as the system's functions take it. Error 7 beyond 31 bits.
-int length(std::size_t count)
-{
-    if (count > 0x7FFFFFFF) throw Error{errors::outOfMemory, "Out of memory: a text is too long."};
-    return static_cast<int>(count);
-}
-
-/// Whether a unit or byte stands for itself in both forms.
-constexpr bool isPlain(wchar_t unit) noexcept
-{
-    return unit < 0x80;
-}
-
-} // namespace
-
 std::wstring_view view(BSTR text) noexcept
 {
     return text == nullptr ? std::wstring_view{} : std::wstring_view{text, SysStringLen(text)};
@@ -30,16 +13,19 @@ std::wstring_view view(BSTR text) noexcept
 
 BSTR makeBstr(std::string_view text)
 {
-    const auto count = static_cast<UINT>(length(text.size()));
+    const auto count = static_cast<UINT>(windows::systemLength(text.size()));
     BSTR made = SysAllocStringLen(nullptr, count);
     if (made == nullptr) throw Error{errors::outOfMemory, "Out of memory: a text of the component interface."};
     const auto widened = [](char byte) { return static_cast<wchar_t>(static_cast<unsigned char>(byte)); };
-    if (std::ranges::all_of(text, isPlain, widened)) {
+    // A byte of ASCII stands for itself in both forms; see windows::narrow.
+    if (std::ranges::all_of(
+            text, [](wchar_t unit) { return unit < 0x80; }, widened)) {
         std::ranges::transform(text, made, widened);
         return made;
     }
     // UTF-16 never has more units than UTF-8 has bytes.
-    const int written = MultiByteToWideChar(CP_UTF8, 0, text.data(), length(text.size()), made, length(text.size()));
+    const int written = MultiByteToWideChar(CP_UTF8, 0, text.data(), windows::systemLength(text.size()), made,
+                                            windows::systemLength(text.size()));
     const BSTR longer = made;
     made = SysAllocStringLen(longer, static_cast<UINT>(written));
     SysFreeString(longer);
